@@ -1,0 +1,36 @@
+#pragma once
+// Two kinds of question: an application-modal alert stops the program's ticking until it is answered; a
+// sheet on a window lets everything go on and calls back.
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+namespace pendra {
+
+/// The texts of one alert. All are plain text.
+struct Alert {
+  enum class Style { Warning, Informational, Critical };
+
+  Style style = Style::Warning;
+  QString message;
+  QString informative;        ///< empty when the alert has none
+  QStringList buttons{"OK"};  ///< the affirmative one first
+};
+
+/// What an alert answers for its first button; the next ones count up from it.
+inline constexpr int kFirstButton = 1000;
+inline constexpr int kSecondButton = 1001;
+
+/// Shows alerts. Escape and the close box answer "Cancel", or the only button.
+class Alerts {
+ public:
+  virtual ~Alerts() = default;
+  /// Shows an application-modal alert and returns the chosen button, kFirstButton + its index.
+  virtual int runAlert(const Alert& alert) = 0;
+  /// Shows an alert as a sheet of the window at the front. `answered` is called with the chosen button,
+  /// unless the window dies first; it may be empty.
+  virtual void beginSheet(const Alert& alert, std::function<void(int)> answered) = 0;
+};
+
+}  // namespace pendra

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+/// The keys of the user's preferences, exactly as they stand in the file.
+namespace pendra::preferences {
+
+/// Path of the document to open at launch; an empty text counts as absent.
+inline const QString kLastURL = QStringLiteral("PendraLastURL");
+/// Boolean: merge a day's entries of one activity into one record. True after each launch.
+inline const QString kMergeSubmissions = QStringLiteral("PendraMergeSubmissions");
+/// Boolean, false unless written: the time log leaves out sent entries.
+inline const QString kHideSubmitted = QStringLiteral("PendraHideSubmitted");
+/// Boolean, false unless written: the user has found that notes cells can be edited.
+inline const QString kUserFoundTableEdit = QStringLiteral("PendraUserFoundTableEdit");
+/// Text, absent unless the warning was shown, then "YES". Kept: the key begins with a blank.
+inline const QString kNoteLengthWarning = QStringLiteral(" PendraNoteLengthWarning");
+/// Read by the timer window and not used.
+inline const QString kSortOrderWindow = QStringLiteral("sortOrderCorvelWindow");
+/// Boolean, absent unless written: false switches usage statistics off.
+inline const QString kAnalyticsTracker = QStringLiteral("VTAnalyticsTracker");
+/// Paths of the documents that were open, newest first.
+inline const QString kRecentDocuments = QStringLiteral("PendraRecentDocuments");
+
+}  // namespace pendra::preferences
