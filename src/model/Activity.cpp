@@ -1,0 +1,69 @@
+#include "model/Activity.h"
+
+#include "model/CorvelDoc.h"
+#include "model/Customer.h"
+#include "model/Job.h"
+#include "model/Service.h"
+#include "model/TimePeriod.h"
+#include "store/ObjectContext.h"
+
+namespace pendra {
+
+const EntityDescriptor& Activity::descriptor() {
+  using namespace describe;
+  static constexpr PropertyDescriptor kProperties[] = {
+      toOne<&Activity::customer_, Customer>("customer", "activities"),
+      toOne<&Activity::job_, Job>("job", "activities"),
+      toOne<&Activity::service_, Service>("service", "activity"),
+      toOne<&Activity::document_, CorvelDoc>("document", "activities"),
+      text<&Activity::notes_>("notes"),
+      boolean<&Activity::billable_>("billable"),
+      boolean<&Activity::shouldAutoStartTimer_>("shouldAutoStartTimer"),
+      boolean<&Activity::completed_>("completed"),
+      text<&Activity::submitError_>("submitError"),
+      toMany<&Activity::timePeriod_, TimePeriod>("timePeriod", "activity", DeleteRule::Cascade),
+  };
+  static constexpr EntityDescriptor kDescriptor{"Activity", kProperties, &make<Activity>};
+  return kDescriptor;
+}
+
+Customer* Activity::customer() const { return customer_.get(); }
+void Activity::setCustomer(Customer* customer) { relate(customer_, customer); }
+Job* Activity::job() const { return job_.get(); }
+void Activity::setJob(Job* job) { relate(job_, job); }
+Service* Activity::service() const { return service_.get(); }
+void Activity::setService(Service* service) { relate(service_, service); }
+CorvelDoc* Activity::document() const { return document_.get(); }
+void Activity::setDocument(CorvelDoc* document) { relate(document_, document); }
+
+TimePeriod* Activity::runningTimePeriod() const { return runningTimePeriod_.get(); }
+
+void Activity::stop() {
+  if (TimePeriod* running = runningTimePeriod()) running->stopTimer();
+  runningTimePeriod_ = {};
+}
+
+TimePeriod& Activity::addTimePeriod() {
+  auto& period = context()->insert<TimePeriod>();
+  period.setStart(context()->clock().now());
+  period.setActivity(this);
+  return period;
+}
+
+TimePeriod& Activity::startNewTimePeriod() {
+  TimePeriod& period = addTimePeriod();
+  period.startTimer();
+  runningTimePeriod_ = &period;
+  return period;
+}
+
+void Activity::deletTimePeriod(TimePeriod& period) {
+  if (context()) context()->deleteObject(period);
+}
+
+QString Activity::billableImage() const {
+  return billable_.value_or(false) ? QStringLiteral("CheckBox_SmallControl_Selected")
+                                   : QStringLiteral("CheckBox_SmallControl_Unselected");
+}
+
+}  // namespace pendra

@@ -1,0 +1,31 @@
+#include "model/ActivityTimes.h"
+
+#include "model/Activity.h"
+#include "model/DurationText.h"
+#include "model/TimePeriod.h"
+
+namespace pendra {
+
+Today::Today(Instant now, const Calendar& calendar)
+    : begin_(calendar.startOfDay(calendar.day(now))),
+      end_(calendar.startOfDay(calendar.day(now).addDays(1))) {}
+
+ActivityTimes timesOf(const Activity& activity, const Today& today) {
+  ActivityTimes times;
+  for (const TimePeriod* period : activity.timePeriod()) {
+    times.total += period->storedDuration();
+    if (period->start() && today.contains(*period->start())) times.today += period->storedDuration();
+  }
+  // Kept: a running entry that already holds a duration counts both.
+  const double elapsed = activity.isRunning() ? activity.runningTimePeriod()->curElapsedTime() : 0;
+  times.total += elapsed;
+  times.today += elapsed;
+  return times;
+}
+
+TimeStrings getTimeStringsForActivity(const Activity& activity, const Today& today) {
+  const ActivityTimes times = timesOf(activity, today);
+  return {.total = durationText(times.total), .today = durationText(times.today)};
+}
+
+}  // namespace pendra

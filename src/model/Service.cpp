@@ -1,0 +1,34 @@
+#include "model/Service.h"
+
+#include "model/Activity.h"
+#include "model/CorvelDoc.h"
+
+namespace pendra {
+
+const EntityDescriptor& Service::descriptor() {
+  using namespace describe;
+  static constexpr PropertyDescriptor kProperties[] = {
+      indexedText<&Service::name_>("name"),
+      indexedText<&Service::vtObjectID_>("vtObjectID"),
+      boolean<&Service::shown_>("shown"),
+      toMany<&Service::activity_, Activity>("activity", "service"),
+      toOne<&Service::document_, CorvelDoc>("document", "services"),
+  };
+  static constexpr EntityDescriptor kDescriptor{"Service", kProperties, &make<Service>};
+  return kDescriptor;
+}
+
+CorvelDoc* Service::document() const { return document_.get(); }
+void Service::setDocument(CorvelDoc* document) { relate(document_, document); }
+
+int Service::compare(const Service& other) const { return description().compare(other.description()); }
+
+std::unique_ptr<Service> Service::copyWithZone() const {
+  auto copy = std::make_unique<Service>();
+  copy->name_ = name_;
+  copy->vtObjectID_ = vtObjectID_;
+  copy->shown_.reset();
+  return copy;
+}
+
+}  // namespace pendra

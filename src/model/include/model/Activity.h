@@ -1,0 +1,74 @@
+#pragma once
+// What is being timed right now is held twice: `running` of an entry is in the file, `runningTimePeriod`
+// of its activity is not. They agree while the program runs; opening a document ends both.
+
+#include "store/ManagedObject.h"
+
+namespace pendra {
+
+class CorvelDoc;
+class Customer;
+class Job;
+class Service;
+class TimePeriod;
+
+/// Something that is done for a customer and timed, with all its time entries.
+class Activity final : public ManagedObject {
+ public:
+  static const EntityDescriptor& descriptor();
+  [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
+
+  [[nodiscard]] Customer* customer() const;
+  void setCustomer(Customer* customer);
+  [[nodiscard]] Job* job() const;
+  void setJob(Job* job);
+  [[nodiscard]] Service* service() const;
+  void setService(Service* service);
+  [[nodiscard]] CorvelDoc* document() const;
+  void setDocument(CorvelDoc* document);
+
+  /// Kept whole here, however long.
+  [[nodiscard]] const std::optional<QString>& notes() const { return notes_; }
+  void setNotes(std::optional<QString> notes) { assign(notes_, std::move(notes)); }
+  [[nodiscard]] std::optional<bool> billable() const { return billable_; }
+  void setBillable(std::optional<bool> billable) { assign(billable_, billable); }
+  /// Whether the timer starts as soon as the activity has been added.
+  [[nodiscard]] std::optional<bool> shouldAutoStartTimer() const { return shouldAutoStartTimer_; }
+  void setShouldAutoStartTimer(std::optional<bool> start) { assign(shouldAutoStartTimer_, start); }
+  /// A completed activity has left the list; its entries have not.
+  [[nodiscard]] std::optional<bool> completed() const { return completed_; }
+  void setCompleted(std::optional<bool> completed) { assign(completed_, completed); }
+  /// The time entries, in the order in which they were made.
+  [[nodiscard]] Objects<TimePeriod> timePeriod() const { return timePeriod_.get(); }
+
+  /// The entry that is being timed; none when the activity is not running.
+  [[nodiscard]] TimePeriod* runningTimePeriod() const;
+  [[nodiscard]] bool isRunning() const { return runningTimePeriod() != nullptr; }
+
+  /// Ends the running entry, which gets its duration; nothing when none is running.
+  void stop();
+  /// A new entry that starts now and is not running.
+  TimePeriod& addTimePeriod();
+  /// A new entry that starts now and is the running one.
+  TimePeriod& startNewTimePeriod();
+  /// Deletes an entry. Whoever deletes a running one stops it first.
+  void deletTimePeriod(TimePeriod& period);
+
+  /// The name of the image that shows whether the activity is billable.
+  [[nodiscard]] QString billableImage() const;
+
+ private:
+  ToOne<Customer> customer_;
+  ToOne<Job> job_;
+  ToOne<Service> service_;
+  ToOne<CorvelDoc> document_;
+  std::optional<QString> notes_;
+  std::optional<bool> billable_;
+  std::optional<bool> shouldAutoStartTimer_;
+  std::optional<bool> completed_ = false;
+  std::optional<QString> submitError_;  // stands in the file; nothing reads or writes it
+  ToMany<TimePeriod> timePeriod_;
+  Ref<TimePeriod> runningTimePeriod_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/Notifier.h"
+#include "store/ManagedObject.h"
+
+namespace pendra {
+
+class Activity;
+class Customer;
+class Identity;
+class Service;
+
+/// A document's settings (entity "Document"). Where there are several, the first one counts.
+class CorvelDoc final : public ManagedObject {
+ public:
+  static const EntityDescriptor& descriptor();
+  [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
+
+  [[nodiscard]] Identity* identity() const;
+  void setIdentity(Identity* identity);
+  /// Whether the user keeps the lists by hand, without Vantor.
+  [[nodiscard]] std::optional<bool> standalone() const { return standalone_; }
+  void setStandalone(std::optional<bool> standalone) { assign(standalone_, standalone); }
+
+  /// Nothing else fills these three sets: the lists are fetched from the context.
+  [[nodiscard]] Objects<Customer> customers() const { return customers_.get(); }
+  [[nodiscard]] Objects<Service> services() const { return services_.get(); }
+  [[nodiscard]] Objects<Activity> activities() const { return activities_.get(); }
+  void addCustomerObject(Customer& customer);
+  void removeCustomerObject(Customer& customer);
+  /// Announces the changes of `customers` that the two operations make.
+  [[nodiscard]] Notifier& customersChanges() { return customersChanges_; }
+
+ private:
+  ToOne<Identity> identity_;
+  std::optional<bool> standalone_;
+  ToMany<Customer> customers_;
+  ToMany<Service> services_;
+  ToMany<Activity> activities_;
+  Notifier customersChanges_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "store/ManagedObject.h"
+
+namespace pendra {
+
+class Activity;
+class CorvelDoc;
+class Job;
+
+/// Whom work is done for. Matched by its exact name, which is neither trimmed nor folded.
+class Customer final : public ManagedObject {
+ public:
+  static const EntityDescriptor& descriptor();
+  [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
+
+  [[nodiscard]] const std::optional<QString>& name() const { return name_; }
+  void setName(std::optional<QString> name) { assign(name_, std::move(name)); }
+  /// Vantor's identifier of the customer; "0" for one that exists only here.
+  [[nodiscard]] const std::optional<QString>& vtObjectID() const { return vtObjectID_; }
+  void setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
+  /// Whether the customer is offered in the pick lists.
+  [[nodiscard]] std::optional<bool> shown() const { return shown_; }
+  void setShown(std::optional<bool> shown) { assign(shown_, shown); }
+  /// Consulted when a new customer is numbered. Kept: nothing writes it, so all are equal.
+  [[nodiscard]] std::optional<double> index() const { return index_; }
+  [[nodiscard]] Objects<Job> jobs() const { return jobs_.get(); }
+  [[nodiscard]] Objects<Activity> activities() const { return activities_.get(); }
+  [[nodiscard]] CorvelDoc* document() const;
+  void setDocument(CorvelDoc* document);
+
+  /// Negative, zero or positive as this customer's name sorts before, with or after the other's, by
+  /// code unit.
+  [[nodiscard]] int compare(const Customer& other) const;
+  [[nodiscard]] QString descriptionFunction() const { return name_.value_or(QString()); }
+
+ private:
+  std::optional<QString> name_;
+  std::optional<QString> vtObjectID_;
+  std::optional<bool> shown_;
+  std::optional<double> index_ = 0;
+  ToMany<Job> jobs_;
+  ToMany<Activity> activities_;
+  ToOne<CorvelDoc> document_;
+};
+
+}  // namespace pendra

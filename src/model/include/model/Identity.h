@@ -1,0 +1,28 @@
+#pragma once
+
+#include "store/ManagedObject.h"
+
+namespace pendra {
+
+class CorvelDoc;
+
+/// In whose name, and for which company, a document's time is sent.
+class Identity final : public ManagedObject {
+ public:
+  static const EntityDescriptor& descriptor();
+  [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
+
+  /// Path of the company file; "" when standalone. None passes every company check, "" does not.
+  [[nodiscard]] const std::optional<QString>& companyFileName() const { return companyFileName_; }
+  void setCompanyFileName(std::optional<QString> name) { assign(companyFileName_, std::move(name)); }
+  /// "Me" stands for the user when no employee was chosen.
+  [[nodiscard]] const std::optional<QString>& employeeName() const { return employeeName_; }
+  void setEmployeeName(std::optional<QString> name) { assign(employeeName_, std::move(name)); }
+
+ private:
+  std::optional<QString> companyFileName_;
+  std::optional<QString> employeeName_;
+  ToMany<CorvelDoc> documents_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "store/ManagedObject.h"
+
+namespace pendra {
+
+class Activity;
+class Customer;
+
+/// A job of one customer; its name need only be unique within that customer.
+class Job final : public ManagedObject {
+ public:
+  static const EntityDescriptor& descriptor();
+  [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
+
+  [[nodiscard]] const std::optional<QString>& name() const { return name_; }
+  void setName(std::optional<QString> name) { assign(name_, std::move(name)); }
+  /// Vantor's identifier of the job; "0" for one that exists only here.
+  [[nodiscard]] const std::optional<QString>& vtObjectID() const { return vtObjectID_; }
+  void setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
+  /// Whether the job is offered in the pick lists; true unless the user hides it.
+  [[nodiscard]] std::optional<bool> shown() const { return shown_; }
+  void setShown(std::optional<bool> shown) { assign(shown_, shown); }
+  [[nodiscard]] Customer* customer() const;
+  void setCustomer(Customer* customer);
+  [[nodiscard]] Objects<Activity> activities() const { return activities_.get(); }
+
+ private:
+  std::optional<QString> name_;
+  std::optional<QString> vtObjectID_;
+  std::optional<bool> shown_ = true;
+  ToOne<Customer> customer_;
+  ToMany<Activity> activities_;
+};
+
+}  // namespace pendra

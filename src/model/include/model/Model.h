@@ -1,0 +1,10 @@
+#pragma once
+
+#include "store/Descriptors.h"
+
+namespace pendra {
+
+/// The entities of a document with the text that creates their tables, the contents of "Corvel.momd".
+ObjectModel managedObjectModel(QByteArray schema);
+
+}  // namespace pendra

@@ -1,0 +1,72 @@
+#pragma once
+// An entry's length has two sources that never mix: while it is timed, the clock (`curElapsedTime`); once
+// it has been stopped, what was stored (`duration`).
+
+#include "platform/Calendar.h"
+#include "store/ManagedObject.h"
+
+namespace pendra {
+
+class Activity;
+
+/// One time entry of an activity.
+class TimePeriod final : public ManagedObject {
+ public:
+  static const EntityDescriptor& descriptor();
+  [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
+
+  [[nodiscard]] Activity* activity() const;
+  void setActivity(Activity* activity);
+  [[nodiscard]] std::optional<Instant> start() const { return start_; }
+  void setStart(std::optional<Instant> start) { assign(start_, start); }
+  /// Seconds; absent while the entry has never been stopped.
+  [[nodiscard]] std::optional<double> duration() const { return duration_; }
+  void setDuration(std::optional<double> duration) { assign(duration_, duration); }
+  [[nodiscard]] std::optional<bool> running() const { return running_; }
+  void setRunning(std::optional<bool> running) { assign(running_, running); }
+  /// When the entry was last sent; the reference instant, or none, means not sent.
+  [[nodiscard]] std::optional<Instant> dateSubmitted() const { return dateSubmitted_; }
+  void setDateSubmitted(std::optional<Instant> date) { assign(dateSubmitted_, date); }
+  [[nodiscard]] const std::optional<QString>& notes() const { return notes_; }
+  void setNotes(std::optional<QString> notes) { assign(notes_, std::move(notes)); }
+
+  void startTimer() { setRunning(true); }
+  /// The duration becomes now minus the start.
+  void stopTimer();
+
+  /// Seconds since the start. Kept: whether `running` is present decides, not whether it is true, so
+  /// only a running entry is asked for it.
+  [[nodiscard]] double curElapsedTime() const;
+  /// The stored duration in seconds; 0 when absent.
+  [[nodiscard]] double storedDuration() const { return duration_.value_or(0); }
+  /// Seconds from the reference instant to the sending; 0 when never sent.
+  [[nodiscard]] double submittedSeconds() const { return dateSubmitted_.value_or(kReferenceInstant).seconds; }
+  /// Whether it was sent more than a second after the reference instant.
+  [[nodiscard]] bool wasSubmitted() const { return submittedSeconds() > 1.0; }
+
+  [[nodiscard]] QString startString() const;  ///< "09:05AM"
+  [[nodiscard]] QString stopString() const;   ///< the start plus the duration, in the same form
+  [[nodiscard]] QString startDate() const;    ///< "24/11/26", day first
+  [[nodiscard]] QString hours() const;        ///< the duration in hours, six decimals
+
+  /// The midnight that begins the given instant's day; none for none.
+  [[nodiscard]] static std::optional<Instant> stripTime(std::optional<Instant> date,
+                                                        const Calendar& calendar);
+  /// Whether the start lies between two days, both included; an absent bound does not limit.
+  [[nodiscard]] bool isBetweenDates(std::optional<Instant> from, std::optional<Instant> to) const;
+  /// Negative, zero or positive as this entry starts before, with or after the other.
+  [[nodiscard]] int compare(const TimePeriod& other) const;
+
+ protected:
+  void awakeFromInsert() override;
+
+ private:
+  ToOne<Activity> activity_;
+  std::optional<Instant> start_;
+  std::optional<double> duration_;
+  std::optional<Instant> dateSubmitted_ = kReferenceInstant;
+  std::optional<QString> notes_;
+  std::optional<bool> running_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,165 @@
+#include "store/ObjectContext.h"
+
+#include "store/PersistentStore.h"
+#include "store/RelationshipKeeper.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr auto kByID = [](const auto& object, qint64 id) { return object->objectID() < id; };
+
+std::vector<ManagedObject*>::iterator placeIn(std::vector<ManagedObject*>& objects, qint64 id) {
+  return std::lower_bound(objects.begin(), objects.end(), id, kByID);
+}
+
+void eraseFrom(std::vector<ManagedObject*>& objects, const ManagedObject& object) {
+  const auto place = placeIn(objects, object.objectID());
+  if (place != objects.end() && *place == &object) objects.erase(place);
+}
+
+}  // namespace
+
+ObjectContext::ObjectContext(const ObjectModel& model, const Clock& clock, const Calendar& calendar)
+    : model_(model), clock_(clock), calendar_(calendar) {
+  for (const EntityDescriptor* entity : model.entities) {
+    Table& made = tables_.emplace_back();
+    made.entity = entity;
+    for (const PropertyDescriptor& property : entity->properties) {
+      if (property.indexed) made.index.try_emplace(&property);
+    }
+  }
+}
+
+ObjectContext::~ObjectContext() = default;
+
+Result<void> ObjectContext::open(const QString& path) {
+  auto opened = PersistentStore::open(path, model_);
+  if (!opened) return opened.error();
+  if (auto read = opened.value()->read(*this); !read) return read;
+  store_ = std::move(opened).value();
+  return {};
+}
+
+Result<void> ObjectContext::save() {
+  if (!store_)
+    return Error{QStringLiteral("document"), 0, QStringLiteral("the document has no readable file")};
+  if (hasChanges()) {
+    if (auto written = store_->write(*this); !written) return written;
+  }
+  forgetChanges();
+  return {};
+}
+
+void ObjectContext::forgetChanges() {
+  for (ManagedObject* object : changed_) object->dirty_ = false;
+  changed_.clear();
+  deleted_.clear();
+  graveyard_.clear();
+}
+
+ManagedObject& ObjectContext::insertObject(const EntityDescriptor& entity, bool temporary) {
+  ManagedObject& object = adopt(entity.make(), table(entity).lastID + 1);
+  object.temporary_ = temporary;
+  noteChange(object);
+  object.awakeFromInsert();
+  return object;
+}
+
+ManagedObject& ObjectContext::adopt(std::unique_ptr<ManagedObject> object, qint64 id) {
+  ManagedObject& adopted = *object;
+  Table& home = table(adopted.entity());
+  Q_ASSERT_X(id > home.lastID, home.entity->name, "objects come in ascending order");
+  home.lastID = id;
+  adopted.id_ = id;
+  adopted.context_ = this;
+  home.objects.push_back(&adopted);
+  home.owned.push_back(std::move(object));
+  for (auto& [property, index] : home.index) {
+    if (const auto& text = property->access.text(adopted)) index[*text].push_back(&adopted);
+  }
+  return adopted;
+}
+
+void ObjectContext::linkRead(ManagedObject& owner, const PropertyDescriptor& property, qint64 target) {
+  if (ManagedObject* found = objectWithID(property.target(), target)) {
+    RelationshipKeeper::link(owner, property, *found);
+  }
+}
+
+void ObjectContext::deleteObject(ManagedObject& object) {
+  if (object.deleted_ || object.context_ != this) return;
+  object.deleted_ = true;  // first, so that a cascade that comes back ends here
+  for (const PropertyDescriptor& property : object.entity().properties) {
+    if (property.deleteRule != DeleteRule::Cascade) continue;
+    for (ManagedObject* target : Objects<ManagedObject>(property.access.toMany(object).targets()).copy()) {
+      deleteObject(*target);
+    }
+  }
+  object.willDelete();
+  RelationshipKeeper::detach(object);
+  remove(object);
+}
+
+void ObjectContext::remove(ManagedObject& object) {
+  Table& home = table(object.entity());
+  for (auto& [property, index] : home.index) {
+    if (const auto& text = property->access.text(object)) eraseFrom(index[*text], object);
+  }
+  const auto place = placeIn(home.objects, object.id_);
+  const auto at = home.owned.begin() + (place - home.objects.begin());
+  home.objects.erase(place);
+  graveyard_.push_back(std::move(*at));
+  home.owned.erase(at);
+  object.dirty_ = false;  // it stays listed as changed until the next save, which passes it over
+  if (!object.temporary_) deleted_.push_back({&object.entity(), object.id_});
+  object.context_ = nullptr;
+  if (object.cell_) *object.cell_ = nullptr;
+}
+
+void ObjectContext::noteChange(ManagedObject& object) {
+  if (object.dirty_ || object.temporary_) return;
+  object.dirty_ = true;
+  changed_.push_back(&object);
+}
+
+void ObjectContext::textChanged(ManagedObject& object, const PropertyDescriptor& property,
+                                const std::optional<QString>& from, const std::optional<QString>& to) {
+  if (!property.indexed) return;
+  auto& index = table(object.entity()).index.at(&property);
+  if (from) eraseFrom(index[*from], object);
+  if (!to) return;
+  auto& objects = index[*to];
+  objects.insert(placeIn(objects, object.id_), &object);
+}
+
+const ObjectContext::Table& ObjectContext::table(const EntityDescriptor& entity) const {
+  const auto found =
+      std::find_if(tables_.begin(), tables_.end(), [&](const Table& one) { return one.entity == &entity; });
+  Q_ASSERT_X(found != tables_.end(), entity.name, "an entity outside the model");
+  return *found;
+}
+
+ObjectContext::Table& ObjectContext::table(const EntityDescriptor& entity) {
+  return const_cast<Table&>(std::as_const(*this).table(entity));
+}
+
+std::span<ManagedObject* const> ObjectContext::objectsOf(const EntityDescriptor& entity) const {
+  return table(entity).objects;
+}
+
+std::span<ManagedObject* const> ObjectContext::lookUp(const EntityDescriptor& entity, const char* key,
+                                                      const QString& text) const {
+  const PropertyDescriptor* property = entity.property(QLatin1StringView(key));
+  const auto& index = table(entity).index.at(property);
+  const auto found = index.constFind(text);
+  return found == index.constEnd() ? std::span<ManagedObject* const>() : std::span(*found);
+}
+
+ManagedObject* ObjectContext::objectWithID(const EntityDescriptor& entity, qint64 id) const {
+  const auto& objects = table(entity).objects;
+  const auto found = std::lower_bound(objects.begin(), objects.end(), id, kByID);
+  return found != objects.end() && (*found)->objectID() == id ? *found : nullptr;
+}
+
+}  // namespace pendra

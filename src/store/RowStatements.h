@@ -1,0 +1,42 @@
+#pragma once
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "store/ManagedObject.h"
+
+namespace pendra {
+
+/// A to-one column that was read before its target.
+struct PendingLink {
+  ManagedObject* owner;
+  const PropertyDescriptor* property;
+  qint64 target;
+};
+using PendingLinks = std::vector<PendingLink>;
+
+/// The rows of one entity's table: how they are read, written and erased. Throws SQLite::Exception.
+class RowStatements {
+ public:
+  RowStatements(SQLite::Database& database, const EntityDescriptor& entity);
+
+  [[nodiscard]] const EntityDescriptor& entity() const { return *entity_; }
+
+  using Adopt = std::function<ManagedObject&(std::unique_ptr<ManagedObject>, qint64 id)>;
+  /// Makes an object of each row, in ascending order, and hands it to `adopt`.
+  void readAll(PendingLinks& links, const Adopt& adopt);
+  void write(ManagedObject& object);
+  void erase(qint64 id);
+
+ private:
+  const EntityDescriptor* entity_;
+  std::vector<const PropertyDescriptor*> columns_;
+  SQLite::Statement select_;
+  SQLite::Statement upsert_;
+  SQLite::Statement delete_;
+};
+
+}  // namespace pendra

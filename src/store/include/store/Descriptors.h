@@ -1,0 +1,128 @@
+#pragma once
+// An entity is an ordinary class plus one table that says how its members are stored. Everything that
+// treats objects alike (reading and writing rows, keeping both ends of a relationship in step, delete
+// rules, key paths) goes through that table; nothing in the store knows an entity by name.
+
+#include <QAnyStringView>
+#include <QString>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "platform/Clock.h"
+#include "store/Relationships.h"
+
+namespace pendra {
+
+class ManagedObject;
+struct EntityDescriptor;
+
+/// What a property holds, and with it how its column is read and written.
+enum class Kind { Text, Boolean, Instant, Number, ToOne, ToMany };
+
+/// What happens to the targets of a relationship when its owner is deleted.
+enum class DeleteRule { Nullify, Cascade };
+
+/// Gives the member of one object. Only the function of a property's own kind is set.
+struct MemberAccess {
+  std::optional<QString>& (*text)(ManagedObject&) = nullptr;
+  std::optional<bool>& (*boolean)(ManagedObject&) = nullptr;
+  std::optional<pendra::Instant>& (*instant)(ManagedObject&) = nullptr;
+  std::optional<double>& (*number)(ManagedObject&) = nullptr;
+  ToOneBase& (*toOne)(ManagedObject&) = nullptr;
+  ToManyBase& (*toMany)(ManagedObject&) = nullptr;
+};
+
+/// One member of an entity. `name` is its column (a to-many relationship has none) and its key.
+struct PropertyDescriptor {
+  const char* name;
+  Kind kind;
+  MemberAccess access;
+  bool indexed = false;                           ///< texts only: look-ups are answered from an index
+  const EntityDescriptor& (*target)() = nullptr;  ///< relationships only
+  const char* inverse = nullptr;                  ///< relationships only: the property at the other end
+  DeleteRule deleteRule = DeleteRule::Nullify;    ///< relationships only
+
+  [[nodiscard]] constexpr bool isRelationship() const { return kind == Kind::ToOne || kind == Kind::ToMany; }
+  [[nodiscard]] constexpr bool hasColumn() const { return kind != Kind::ToMany; }
+};
+
+/// One entity: its table's name, its members, and how an object of it comes to be.
+struct EntityDescriptor {
+  const char* name;
+  std::span<const PropertyDescriptor> properties;
+  std::unique_ptr<ManagedObject> (*make)();
+
+  /// The property of that name; none when the entity has no such property.
+  [[nodiscard]] const PropertyDescriptor* property(QAnyStringView key) const;
+};
+
+/// The entities of a document and the text that creates their tables.
+struct ObjectModel {
+  std::vector<const EntityDescriptor*> entities;
+  QByteArray schema;
+};
+
+namespace describe {
+
+template <class Class, class Member>
+constexpr Class* ownerOf(Member Class::*);  // declared for its type only
+
+template <auto member, class Result>
+Result& memberOf(ManagedObject& object) {
+  using Class = std::remove_pointer_t<decltype(ownerOf(member))>;
+  return static_cast<Class&>(object).*member;
+}
+
+template <class Class>
+std::unique_ptr<ManagedObject> make() {
+  return std::make_unique<Class>();
+}
+
+template <auto member>
+constexpr PropertyDescriptor text(const char* name) {
+  return {.name = name, .kind = Kind::Text, .access = {.text = memberOf<member, std::optional<QString>>}};
+}
+template <auto member>
+constexpr PropertyDescriptor indexedText(const char* name) {
+  PropertyDescriptor property = text<member>(name);
+  property.indexed = true;
+  return property;
+}
+template <auto member>
+constexpr PropertyDescriptor boolean(const char* name) {
+  return {.name = name, .kind = Kind::Boolean, .access = {.boolean = memberOf<member, std::optional<bool>>}};
+}
+template <auto member>
+constexpr PropertyDescriptor instant(const char* name) {
+  return {.name = name,
+          .kind = Kind::Instant,
+          .access = {.instant = memberOf<member, std::optional<pendra::Instant>>}};
+}
+template <auto member>
+constexpr PropertyDescriptor number(const char* name) {
+  return {.name = name, .kind = Kind::Number, .access = {.number = memberOf<member, std::optional<double>>}};
+}
+template <auto member, class Target>
+constexpr PropertyDescriptor toOne(const char* name, const char* inverse) {
+  return {.name = name,
+          .kind = Kind::ToOne,
+          .access = {.toOne = memberOf<member, ToOneBase>},
+          .target = &Target::descriptor,
+          .inverse = inverse};
+}
+template <auto member, class Target>
+constexpr PropertyDescriptor toMany(const char* name, const char* inverse,
+                                    DeleteRule rule = DeleteRule::Nullify) {
+  return {.name = name,
+          .kind = Kind::ToMany,
+          .access = {.toMany = memberOf<member, ToManyBase>},
+          .target = &Target::descriptor,
+          .inverse = inverse,
+          .deleteRule = rule};
+}
+
+}  // namespace describe
+
+}  // namespace pendra

@@ -1,0 +1,42 @@
+#pragma once
+// One document is one SQLite file. Between saves the file is complete and can be copied byte for byte;
+// a file that could not be read is never written to, because there is then no store to write with.
+
+#include <QString>
+#include <memory>
+
+#include "platform/Result.h"
+#include "store/Descriptors.h"
+
+namespace pendra {
+
+class ObjectContext;
+
+/// The file of a context, held against every other process for as long as the store lives.
+class PersistentStore {
+ public:
+  /// Opens the file; creates the tables of a missing or empty one. Fails on a file that is foreign,
+  /// damaged, of a newer layout, or held by another process, without having written to it.
+  static Result<std::unique_ptr<PersistentStore>> open(const QString& path, const ObjectModel& model);
+  ~PersistentStore();
+  PersistentStore(const PersistentStore&) = delete;
+  PersistentStore& operator=(const PersistentStore&) = delete;
+
+  /// Reads every row into an empty context.
+  Result<void> read(ObjectContext& context);
+  /// Writes the context's changes in one transaction, durable when it returns.
+  Result<void> write(const ObjectContext& context);
+
+ private:
+  struct Parts;
+  explicit PersistentStore(std::unique_ptr<Parts> parts);
+
+  std::unique_ptr<Parts> parts_;
+};
+
+/// Marks the file as a document of this program ("Pdra").
+inline constexpr int kApplicationID = 0x50647261;
+/// The layout of the tables that this program writes.
+inline constexpr int kLayoutVersion = 1;
+
+}  // namespace pendra
