@@ -1,0 +1,45 @@
+#include "document/DocumentClosing.h"
+
+#include "document/RunningTimers.h"
+#include "document/Saving.h"
+#include "document/Session.h"
+
+namespace pendra {
+
+namespace {
+
+void forgetDocument(Session& session) {
+  session.setMyContext(nullptr);
+  session.setMyDoc(nullptr);
+}
+
+}  // namespace
+
+void closeDoc(Session& session) {
+  if (session.myDoc()) session.setMyStandalone(session.myDoc()->standalone().value_or(false));
+  if (!checkForRunningTimers(session)) return;
+  if (AuxiliaryWindow* setup = std::exchange(session.setupController, nullptr)) setup->close();
+  if (MainWindow* window = session.window) {
+    saveAction(session);
+    session.clearDoc();
+    window->close();
+    session.window = nullptr;
+  }
+  forgetDocument(session);
+}
+
+bool windowShouldClose(Session& session) { return checkForRunningTimers(session); }
+
+void windowWillClose(Session& session) {
+  if (session.window) session.window->invalidateTracker();
+  saveAction(session);
+  session.clearDoc();
+  session.window = nullptr;
+  forgetDocument(session);
+}
+
+void documentShouldClose(Session& session, bool shouldClose) {
+  if (shouldClose) forgetDocument(session);
+}
+
+}  // namespace pendra

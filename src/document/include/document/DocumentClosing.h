@@ -1,0 +1,17 @@
+#pragma once
+
+namespace pendra {
+
+class Session;
+
+/// Asks for running timers, saves and closes the document and its windows. Whether it closed is seen by
+/// the context: it is still set when the user cancelled.
+void closeDoc(Session& session);
+/// Whether the user may close the timer window.
+[[nodiscard]] bool windowShouldClose(Session& session);
+/// Saves and closes the document with its window. Harmless when the document is already closed.
+void windowWillClose(Session& session);
+/// Clears the document's state when the answer was to close.
+void documentShouldClose(Session& session, bool shouldClose);
+
+}  // namespace pendra

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QTimer>
+
+namespace pendra {
+
+class Session;
+
+/// Launch and quit: what happens once in a run of the program.
+class Launch {
+ public:
+  explicit Launch(Session& session);
+
+  /// The whole launch, in its order: preference, introduction, document, halting, save timer, identity,
+  /// window.
+  void applicationDidFinishLaunching();
+  /// Kept: always false; no untitled document comes by itself.
+  [[nodiscard]] bool applicationShouldOpenUntitledFile() const { return false; }
+  /// Closes the document; false when the user cancelled. Ends the save timer when true.
+  [[nodiscard]] bool applicationShouldTerminate();
+
+ private:
+  void timerFireMethod();
+  [[nodiscard]] bool introductionIsDue() const;
+
+  Session& session_;
+  QTimer saveTimer_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,40 @@
+#pragma once
+// What is worth knowing but has no alert of its own is a notice: it stands in the windows' notice line,
+// never blocks, and goes when it is dismissed, acted on, or replaced by one under the same key.
+
+#include <QString>
+#include <functional>
+#include <vector>
+
+#include "platform/Notifier.h"
+
+namespace pendra {
+
+struct NoticeAction {
+  QString title;
+  std::function<void()> run;
+};
+
+/// One thing to know. The text names the file or record and the reason.
+struct Notice {
+  QString key;  ///< the subject, "save", "backup"; a later notice of one subject replaces the earlier
+  QString text;
+  std::vector<NoticeAction> actions;
+};
+
+/// The notices that stand at this moment, the oldest first.
+class Notices {
+ public:
+  void post(Notice notice);
+  /// Removes the notice of that subject, if it stands.
+  void withdraw(const QString& key);
+  [[nodiscard]] const std::vector<Notice>& standing() const { return standing_; }
+  /// Announces every change of what stands.
+  [[nodiscard]] Notifier& changes() { return changes_; }
+
+ private:
+  std::vector<Notice> standing_;
+  Notifier changes_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,106 @@
+#pragma once
+// The session is the state of the one open document and the ports to the world; it does nothing. The
+// operations on it stand by subject in headers of free functions: RunningTimers, DocumentLoading,
+// DocumentClosing, Launch, Backup.
+
+#include <memory>
+
+#include "document/CorvelFileDoc.h"
+#include "document/Notices.h"
+#include "document/Windows.h"
+#include "model/CorvelDoc.h"
+#include "platform/Alerts.h"
+#include "platform/Calendar.h"
+#include "platform/Clock.h"
+#include "platform/ModalDepth.h"
+#include "platform/NotificationCenter.h"
+#include "platform/Panels.h"
+#include "platform/Places.h"
+#include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
+#include "store/Descriptors.h"
+
+namespace pendra {
+
+/// What the session uses of the world. All must outlive it.
+struct Ports {
+  const Clock& clock;
+  const Calendar& calendar;
+  const Places& places;
+  UserDefaults& defaults;
+  Alerts& alerts;
+  Panels& panels;
+  Workspace& workspace;
+  ModalDepth& modals;
+  NotificationCenter& notifications;
+  InterfaceLoader& interfaces;
+  VTMenus& menus;
+};
+
+/// Since when the document's file holds all that was done.
+struct SaveState {
+  std::optional<Instant> savedAt;        ///< the last save that succeeded
+  std::optional<Instant> notSavedSince;  ///< the first that failed after it; none while all is well
+  QString reason;                        ///< why it failed
+};
+
+/// The state of the application with respect to its document.
+class Session {
+ public:
+  Session(const Ports& ports, ObjectModel model) : ports_(ports), managedObjectModel_(std::move(model)) {}
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  [[nodiscard]] const Ports& ports() const { return ports_; }
+  [[nodiscard]] const ObjectModel& managedObjectModel() const { return managedObjectModel_; }
+
+  /// The open document's context; none when no document is open.
+  [[nodiscard]] const std::shared_ptr<ObjectContext>& myContext() const { return myContext_; }
+  void setMyContext(std::shared_ptr<ObjectContext> context);
+  /// Announces the changes of `myContext`.
+  [[nodiscard]] Notifier& myContextChanges() { return myContextChanges_; }
+
+  /// The open document's settings; none when no document is open.
+  [[nodiscard]] CorvelDoc* myDoc() const { return myDoc_.get(); }
+  void setMyDoc(CorvelDoc* doc) { myDoc_ = doc; }
+
+  /// A copy of the document's `standalone`. Kept: it outlives the document that it came from.
+  [[nodiscard]] bool myStandalone() const { return myStandalone_; }
+  void setMyStandalone(bool standalone) { myStandalone_ = standalone; }
+
+  /// The open document; none when no document is open.
+  [[nodiscard]] CorvelFileDoc* theFileDoc() const { return theFileDoc_.get(); }
+  void setTheFileDoc(std::shared_ptr<CorvelFileDoc> doc) { theFileDoc_ = std::move(doc); }
+  /// Forgets the open document and stops the timer window's ticking.
+  void clearDoc();
+
+  [[nodiscard]] const SaveState& saveState() const { return saveState_; }
+  void setSaveState(SaveState state);
+  /// Announces the changes of `saveState`.
+  [[nodiscard]] Notifier& saveStateChanges() { return saveStateChanges_; }
+
+  [[nodiscard]] Notices& notices() { return notices_; }
+
+  /// The windows that are open; each enters itself when it is loaded and leaves when it closes.
+  MainWindow* window = nullptr;
+  AuxiliaryWindow* setupController = nullptr;
+  AuxiliaryWindow* customerListController = nullptr;
+  AuxiliaryWindow* servicesListController = nullptr;
+  AuxiliaryWindow* welcomeController = nullptr;
+  /// The introduction of a first run is due.
+  bool showIntroSheet = false;
+
+ private:
+  Ports ports_;
+  ObjectModel managedObjectModel_;
+  std::shared_ptr<ObjectContext> myContext_;
+  Notifier myContextChanges_;
+  Ref<CorvelDoc> myDoc_;
+  bool myStandalone_ = false;
+  std::shared_ptr<CorvelFileDoc> theFileDoc_;
+  SaveState saveState_;
+  Notifier saveStateChanges_;
+  Notices notices_;
+};
+
+}  // namespace pendra

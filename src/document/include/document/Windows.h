@@ -1,0 +1,53 @@
+#pragma once
+// What the document's operations ask of windows that live in higher layers. The list is closed: each
+// interface names its callers.
+
+namespace pendra {
+
+/// The interfaces that can be loaded. Their owner is always the application delegate.
+enum class Interface { TimerWindow, Setup, CustomerList, ServicesList, WelcomeController, AboutBox };
+
+/// Loads windows. Called by launch, open, new, setup, backup and list synchronisation.
+class InterfaceLoader {
+ public:
+  virtual ~InterfaceLoader() = default;
+  /// Makes and shows the window, which enters itself in the session.
+  virtual void load(Interface interface) = 0;
+};
+
+/// The timer window. Called by the guard of running timers, closing, backup and list synchronisation.
+class MainWindow {
+ public:
+  virtual ~MainWindow() = default;
+  virtual void reloadData() = 0;
+  virtual void updateMainButton() = 0;
+  virtual void updateTimeDisplay() = 0;
+  virtual void show() = 0;
+  [[nodiscard]] virtual bool isVisible() const = 0;
+  /// Closes without asking; `windowWillClose` runs, and the window leaves the session.
+  virtual void close() = 0;
+  /// Stops the display's ticking for good.
+  virtual void stopTimer() = 0;
+  /// Stops the window's usage statistics.
+  virtual void invalidateTracker() = 0;
+};
+
+/// A window beside the timer window: setup, the list editors, welcome. Called by closing, setup and list
+/// synchronisation. It leaves the session when it closes.
+class AuxiliaryWindow {
+ public:
+  virtual ~AuxiliaryWindow() = default;
+  virtual void close() = 0;
+  virtual void bringToFront() = 0;
+  [[nodiscard]] virtual bool isVisible() const = 0;
+};
+
+/// The menu bar's commands for Vantor. Called when a document turns out, or is set up, to be standalone.
+class VTMenus {
+ public:
+  virtual ~VTMenus() = default;
+  /// In the second menu removes the item tagged 10 and disables the one tagged 11, where present.
+  virtual void removeVTMenus() = 0;
+};
+
+}  // namespace pendra

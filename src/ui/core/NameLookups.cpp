@@ -1,0 +1,46 @@
+#include "ui_core/NameLookups.h"
+
+#include "model/Queries.h"
+
+namespace pendra {
+
+namespace {
+
+template <class T>
+T* firstOf(const Objects<T>& found) {
+  return found.empty() ? nullptr : found[0];
+}
+
+}  // namespace
+
+Customer* findCustomerByName(const ObjectContext& context, const QString& name) {
+  return firstOf(queries::customersNamed(context, name));
+}
+
+Service* findServiceByName(const ObjectContext& context, const QString& name) {
+  return firstOf(queries::servicesNamed(context, name));
+}
+
+Job* findJobByName(const ObjectContext& context, const QString& name, const Customer* forCustomer) {
+  if (!forCustomer || !forCustomer->name()) return nullptr;
+  for (const Customer* customer : queries::customersNamed(context, *forCustomer->name())) {
+    for (Job* job : customer->jobs()) {
+      if (job->name() && job->name()->compare(name, Qt::CaseInsensitive) == 0) return job;
+    }
+  }
+  return nullptr;
+}
+
+Activity& createNewActivity(ObjectContext& context, const std::optional<QString>& customer,
+                            const std::optional<QString>& job, const std::optional<QString>& service) {
+  auto& activity = context.insert<Activity>();
+  if (customer) activity.setCustomer(findCustomerByName(context, *customer));
+  if (service) activity.setService(findServiceByName(context, *service));
+  if (job) activity.setJob(findJobByName(context, *job, activity.customer()));
+  activity.setBillable(true);
+  activity.setShouldAutoStartTimer(true);
+  activity.setNotes(QString());
+  return activity;
+}
+
+}  // namespace pendra

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <vector>
+
+#include "model/TimePeriod.h"
+
+namespace pendra {
+
+/// What the timer window asks of the time log below it.
+class LogPane {
+ public:
+  virtual ~LogPane() = default;
+
+  virtual void reloadData() = 0;
+  virtual void reloadComboxes() = 0;
+  virtual void reloadPopupsToSameChoice() = 0;
+  virtual void clearSelection() = 0;
+  virtual void updateRunningPeriods() = 0;
+  virtual void markSelectedForResend() = 0;
+  /// Selects, as the only one, the row of that entry.
+  virtual void selectPeriod(const TimePeriod* period) = 0;
+  /// Kept: deletes nothing; gives the entries of the selected rows, in row order.
+  [[nodiscard]] virtual std::vector<Ref<TimePeriod>> deleteSelectedRows() const = 0;
+  /// The activity of the selected row; asked only while a row is selected.
+  [[nodiscard]] virtual Activity* selectedActivity() const = 0;
+  [[nodiscard]] virtual int numberOfSelectedRows() const = 0;
+};
+
+/// A log that is not there: a window before its log pane has been made.
+class NoLogPane final : public LogPane {
+ public:
+  void reloadData() override {}
+  void reloadComboxes() override {}
+  void reloadPopupsToSameChoice() override {}
+  void clearSelection() override {}
+  void updateRunningPeriods() override {}
+  void markSelectedForResend() override {}
+  void selectPeriod(const TimePeriod*) override {}
+  [[nodiscard]] std::vector<Ref<TimePeriod>> deleteSelectedRows() const override { return {}; }
+  [[nodiscard]] Activity* selectedActivity() const override { return nullptr; }
+  [[nodiscard]] int numberOfSelectedRows() const override { return 0; }
+};
+
+}  // namespace pendra
