@@ -30,10 +30,14 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         LocalTime{"Plain", "Europe/Berlin", {2026, 7, 1}, {9, 30}, "2026-07-01T07:30:00+00:00"},
         LocalTime{"TwiceIsTheFirst", "Europe/Berlin", {2026, 10, 25}, {2, 30}, "2026-10-25T00:30:00+00:00"},
-        LocalTime{"NeverIsMovedForward", "Europe/Berlin", {2026, 3, 29}, {2, 30}, "2026-03-29T01:30:00+00:00"},
-        LocalTime{"AmericanAutumn", "America/New_York", {2026, 11, 1}, {1, 15}, "2026-11-01T05:15:00+00:00"},
         LocalTime{
-            "MidnightThatDoesNotExist", "America/Sao_Paulo", {2018, 11, 4}, {0, 0}, "2018-11-04T03:00:00+00:00"}),
+            "NeverIsMovedForward", "Europe/Berlin", {2026, 3, 29}, {2, 30}, "2026-03-29T01:30:00+00:00"},
+        LocalTime{"AmericanAutumn", "America/New_York", {2026, 11, 1}, {1, 15}, "2026-11-01T05:15:00+00:00"},
+        LocalTime{"MidnightThatDoesNotExist",
+                  "America/Sao_Paulo",
+                  {2018, 11, 4},
+                  {0, 0},
+                  "2018-11-04T03:00:00+00:00"}),
     RowName());
 
 TEST(Calendar, ADayBeginsAfterAMidnightThatDoesNotExist) {
