@@ -1,0 +1,51 @@
+#include "SignalWatcher.h"
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <QSocketNotifier>
+#include <array>
+#include <csignal>
+
+namespace pendra {
+
+namespace {
+
+/// A signal handler may do little more than write a byte: into 0, for the event loop to read from 1.
+std::array<int, 2> pair{-1, -1};
+
+void wakeEventLoop(int) {
+  const char byte = 1;
+  [[maybe_unused]] const ssize_t written = ::write(pair[0], &byte, 1);
+}
+
+void watch(int signal, void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  action.sa_flags = SA_RESTART;
+  ::sigaction(signal, &action, nullptr);
+}
+
+}  // namespace
+
+SignalWatcher::SignalWatcher(std::function<void()> received) {
+  ::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, pair.data());
+  notifier_ = new QSocketNotifier(pair[1], QSocketNotifier::Read, this);
+  connect(notifier_, &QSocketNotifier::activated, this, [received = std::move(received)] {
+    char byte = 0;
+    while (::read(pair[1], &byte, 1) > 0) received();
+  });
+  watch(SIGTERM, wakeEventLoop);
+  watch(SIGINT, wakeEventLoop);
+}
+
+SignalWatcher::~SignalWatcher() {
+  watch(SIGTERM, SIG_DFL);
+  watch(SIGINT, SIG_DFL);
+  for (int& end : pair) {
+    ::close(end);
+    end = -1;
+  }
+}
+
+}  // namespace pendra

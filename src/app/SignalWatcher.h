@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+class QSocketNotifier;
+
+namespace pendra {
+
+/// Turns SIGTERM and SIGINT into a call from the event loop. One for the program.
+class SignalWatcher final : public QObject {
+ public:
+  /// `received` is called once for each signal, outside any signal handler.
+  explicit SignalWatcher(std::function<void()> received);
+  ~SignalWatcher() override;
+
+ private:
+  QSocketNotifier* notifier_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,109 @@
+#include "ui/MenuBar.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QMenu>
+
+namespace pendra {
+
+namespace {
+
+/// A title as a menu shows it: an ampersand that is meant is doubled.
+QString menuText(QString title) { return title.replace(u'&', QStringLiteral("&&")); }
+
+QList<QKeySequence> sequences(const QStringList& keys) {
+  QList<QKeySequence> all;
+  for (const QString& key : keys) all << QKeySequence(key);
+  return all;
+}
+
+}  // namespace
+
+MenuBar::MenuBar(MenuModel& model, CommandTarget& target, QWidget* window)
+    : QMenuBar(window), model_(model), target_(target), window_(window) {
+  setNativeMenuBar(false);
+  rebuild();
+  modelChanges_ = model.changes().observe([this] { rebuild(); });
+}
+
+void MenuBar::rebuild() {
+  items_.clear();
+  clear();
+  for (const Menu& each : model_.menus()) {
+    QMenu* menu = addMenu(menuText(each.title));
+    for (const MenuItem& item : each.items) addItem(*menu, item);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] { validate(*menu); });
+    connect(menu, &QMenu::aboutToHide, this, [this, menu] { enableShortcuts(*menu); });
+  }
+}
+
+void MenuBar::addItem(QMenu& menu, const MenuItem& item) {
+  if (item.startsGroup) menu.addSeparator();
+  if (item.command == Command::OpenRecent) {
+    QMenu* recent = menu.addMenu(menuText(item.title));
+    connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecent(*recent); });
+    fillRecent(*recent);
+    return;
+  }
+  if (item.command == Command::OpenWindows) {
+    connect(&menu, &QMenu::aboutToShow, this, [this, &menu] { fillWindows(menu); });
+    return;
+  }
+  QAction* action = menu.addAction(menuText(item.title));
+  action->setShortcuts(sequences(item.keys));
+  action->setEnabled(item.enabled);
+  action->setMenuRole(QAction::NoRole);
+  connect(action, &QAction::triggered, this, [this, item] {
+    if (target_.validate(item)) target_.perform(item.command, window_);
+  });
+  items_.insert(action, item);
+}
+
+void MenuBar::validate(const QMenu& menu) {
+  for (QAction* action : menu.actions()) {
+    if (const auto item = items_.constFind(action); item != items_.constEnd()) {
+      action->setEnabled(target_.validate(*item));
+    }
+  }
+}
+
+void MenuBar::enableShortcuts(const QMenu& menu) {
+  for (QAction* action : menu.actions()) {
+    if (const auto item = items_.constFind(action); item != items_.constEnd()) action->setEnabled(item->enabled);
+  }
+}
+
+void MenuBar::fillRecent(QMenu& menu) {
+  menu.clear();
+  for (const QString& path : target_.recentDocuments()) {
+    QAction* action = menu.addAction(menuText(QFileInfo(path).completeBaseName()));
+    action->setToolTip(path);
+    connect(action, &QAction::triggered, this, [this, path] { target_.openRecent(path); });
+  }
+  if (menu.isEmpty()) {
+    menu.addAction(tr("No recent documents"))->setEnabled(false);
+    return;
+  }
+  menu.addSeparator();
+  connect(menu.addAction(tr("Clear Menu")), &QAction::triggered, this, [this] { target_.clearRecent(); });
+}
+
+void MenuBar::fillWindows(QMenu& menu) {
+  // The first item is the timer window; below it stand the windows that are open at this moment.
+  const QList<QAction*> stale = menu.actions().mid(1);
+  for (QAction* action : stale) menu.removeAction(action);
+  menu.addSeparator();
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (!window->isWindow() || !window->isVisible() || window->windowTitle().isEmpty()) continue;
+    if (window->windowType() == Qt::Popup || window->windowType() == Qt::ToolTip) continue;
+    QAction* action = menu.addAction(menuText(window->windowTitle()));
+    action->setCheckable(true);
+    action->setChecked(window == window_);
+    connect(action, &QAction::triggered, window, [window] {
+      window->raise();
+      window->activateWindow();
+    });
+  }
+}
+
+}  // namespace pendra
