@@ -11,10 +11,11 @@ constexpr int kSendAllTag = 10;
 constexpr int kUpdateListsTag = 11;
 
 Menu pendraMenu() {
-  return {.title = QStringLiteral("Pendra"),
-          .items = {{Command::About, QStringLiteral("About Pendra")},
-                    {Command::Preferences, QStringLiteral("Preferences…"), 0, {QStringLiteral("Ctrl+,")}, true},
-                    {Command::Quit, QStringLiteral("Quit Pendra"), 0, {QStringLiteral("Ctrl+Q")}, true}}};
+  return {
+      .title = QStringLiteral("Pendra"),
+      .items = {{Command::About, QStringLiteral("About Pendra")},
+                {Command::Preferences, QStringLiteral("Preferences…"), 0, {QStringLiteral("Ctrl+,")}, true},
+                {Command::Quit, QStringLiteral("Quit Pendra"), 0, {QStringLiteral("Ctrl+Q")}, true}}};
 }
 
 Menu fileMenu() {
@@ -31,27 +32,30 @@ Menu fileMenu() {
 }
 
 Menu editMenu() {
-  return {.title = QStringLiteral("Edit"),
-          .items = {{Command::Cut, QStringLiteral("Cut"), 0, {QStringLiteral("Ctrl+X")}},
-                    {Command::Copy, QStringLiteral("Copy"), 0, {QStringLiteral("Ctrl+C")}},
-                    {Command::Paste, QStringLiteral("Paste"), 0, {QStringLiteral("Ctrl+V")}},
-                    {Command::SelectAll, QStringLiteral("Select All"), 0, {QStringLiteral("Ctrl+A")}},
-                    {Command::Delete, QStringLiteral("Delete"), 0, {QStringLiteral("Del")}, true},
-                    {Command::EditSelected, QStringLiteral("Edit Selected…"), 0, {QStringLiteral("Ctrl+E")}}}};
+  return {
+      .title = QStringLiteral("Edit"),
+      .items = {{Command::Cut, QStringLiteral("Cut"), 0, {QStringLiteral("Ctrl+X")}},
+                {Command::Copy, QStringLiteral("Copy"), 0, {QStringLiteral("Ctrl+C")}},
+                {Command::Paste, QStringLiteral("Paste"), 0, {QStringLiteral("Ctrl+V")}},
+                {Command::SelectAll, QStringLiteral("Select All"), 0, {QStringLiteral("Ctrl+A")}},
+                {Command::Delete, QStringLiteral("Delete"), 0, {QStringLiteral("Del")}, true},
+                {Command::EditSelected, QStringLiteral("Edit Selected…"), 0, {QStringLiteral("Ctrl+E")}}}};
 }
 
 Menu activityMenu() {
   // Ctrl+Alt+U with or without Shift; the toolkit's own mapping of the two modifiers acts as well.
   const QStringList unsent{QStringLiteral("Ctrl+Alt+U"), QStringLiteral("Ctrl+Alt+Shift+U"),
                            QStringLiteral("Ctrl+Meta+U"), QStringLiteral("Ctrl+Meta+Shift+U")};
-  return {.title = QStringLiteral("Activity"),
-          .items = {{Command::AddActivity, QStringLiteral("Add Activity…"), 0, {QStringLiteral("Ctrl+Shift+N")}},
-                    {Command::EditActivity, QStringLiteral("Edit Activity…")},
-                    {Command::ToggleTimer, QStringLiteral("Start or Stop Timer"), 0, {QStringLiteral("Ctrl+T")}, true},
-                    {Command::MarkComplete, QStringLiteral("Mark Complete")},
-                    {Command::MakeCurrent, QStringLiteral("Make Activity Current")},
-                    {Command::SendSelected, QStringLiteral("Send Selected Time…"), 0, {}, true},
-                    {Command::MarkUnsent, QStringLiteral("Mark as Unsent"), 0, unsent}}};
+  return {
+      .title = QStringLiteral("Activity"),
+      .items = {
+          {Command::AddActivity, QStringLiteral("Add Activity…"), 0, {QStringLiteral("Ctrl+Shift+N")}},
+          {Command::EditActivity, QStringLiteral("Edit Activity…")},
+          {Command::ToggleTimer, QStringLiteral("Start or Stop Timer"), 0, {QStringLiteral("Ctrl+T")}, true},
+          {Command::MarkComplete, QStringLiteral("Mark Complete")},
+          {Command::MakeCurrent, QStringLiteral("Make Activity Current")},
+          {Command::SendSelected, QStringLiteral("Send Selected Time…"), 0, {}, true},
+          {Command::MarkUnsent, QStringLiteral("Mark as Unsent"), 0, unsent}}};
 }
 
 Menu listsMenu() {
@@ -64,8 +68,9 @@ Menu listsMenu() {
 }
 
 Menu windowMenu() {
-  return {.title = QStringLiteral("Window"),
-          .items = {{Command::TimerWindow, QStringLiteral("Timer Window")}, {Command::OpenWindows, QString()}}};
+  return {
+      .title = QStringLiteral("Window"),
+      .items = {{Command::TimerWindow, QStringLiteral("Timer Window")}, {Command::OpenWindows, QString()}}};
 }
 
 Menu helpMenu() {
@@ -80,8 +85,7 @@ Menu helpMenu() {
 }  // namespace
 
 MenuModel::MenuModel()
-    : menus_{pendraMenu(), fileMenu(),  editMenu(), activityMenu(),
-             listsMenu(),  windowMenu(), helpMenu()} {}
+    : menus_{pendraMenu(), fileMenu(), editMenu(), activityMenu(), listsMenu(), windowMenu(), helpMenu()} {}
 
 void MenuModel::removeVTMenus() {
   const Notifier::Change change(changes_);

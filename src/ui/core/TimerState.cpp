@@ -13,23 +13,74 @@ namespace {
 
 const QString kNoTime = QStringLiteral("00:00:00");
 
-/// The text by which a row is sorted; columns without one sort as equal.
-QString ActivityRow::*sortMember(const QString& key) {
-  if (key == u"customer") return &ActivityRow::customer;
-  if (key == u"job") return &ActivityRow::job;
-  if (key == u"service") return &ActivityRow::service;
-  if (key == u"notes") return &ActivityRow::notes;
-  if (key == u"total") return &ActivityRow::total;
-  if (key == u"today") return &ActivityRow::today;
-  return nullptr;
+ColumnHead head(const QString& identifier, const QString& title, CellKind kind, int weight) {
+  const bool isTime = kind == CellKind::Time || kind == CellKind::SecondaryTime;
+  return {.identifier = identifier,
+          .title = title,
+          .alignment = isTime ? Alignment::Right : Alignment::Left,
+          .kind = kind,
+          .weight = weight};
+}
+
+/// A column whose head has no words: its cells say what they do.
+ColumnHead silent(ColumnHead head, const QString& accessibleName) {
+  head.accessibleName = accessibleName;
+  head.sortable = false;
+  return head;
+}
+
+std::vector<Column<ActivityRow>> activityColumns() {
+  const auto column = [](ColumnHead columnHead, QString ActivityRow::*member) {
+    return Column<ActivityRow>{.head = std::move(columnHead),
+                               .text = [member](const ActivityRow& row) { return row.*member; }};
+  };
+  const auto constant = [](ColumnHead columnHead, const QString& text) {
+    return Column<ActivityRow>{.head = std::move(columnHead),
+                               .text = [text](const ActivityRow&) { return text; }};
+  };
+  const auto startStop = [](const ActivityRow& row) {
+    return row.running ? QStringLiteral("Stop") : QStringLiteral("Start");
+  };
+  return {
+      {.head = silent(head(QStringLiteral("startstop"), {}, CellKind::StartStop, 0),
+                      QStringLiteral("Start/Stop")),
+       .text = startStop},
+      column(head(QStringLiteral("customer"), QStringLiteral("Customer"), CellKind::Text, 4),
+             &ActivityRow::customer),
+      column(head(QStringLiteral("job"), QStringLiteral("Job"), CellKind::Text, 3), &ActivityRow::job),
+      column(head(QStringLiteral("service"), QStringLiteral("Service"), CellKind::Text, 4),
+             &ActivityRow::service),
+      column(head(QStringLiteral("notes"), QStringLiteral("Notes"), CellKind::Secondary, 5),
+             &ActivityRow::notes),
+      column(head(QStringLiteral("today"), QStringLiteral("Today"), CellKind::Time, 0), &ActivityRow::today),
+      column(head(QStringLiteral("total"), QStringLiteral("Total"), CellKind::SecondaryTime, 0),
+             &ActivityRow::total),
+      constant(silent(head(QStringLiteral("edit"), {}, CellKind::Link, 0), QStringLiteral("Edit")),
+               QStringLiteral("Edit")),
+      constant(silent(head(QStringLiteral("complete"), {}, CellKind::Link, 0), QStringLiteral("Complete")),
+               QStringLiteral("Activity Complete")),
+  };
+}
+
+RowTraits<ActivityRow> activityTraits() {
+  return {.identity =
+              [](const ActivityRow& row) {
+                return row.activity ? static_cast<quint64>(row.activity->objectID()) : 0;
+              },
+          .running = [](const ActivityRow& row) { return row.running; }};
 }
 
 }  // namespace
 
 TimerState::TimerState(Session& session, TablePort& table, TimerDisplay& display)
-    : session_(session), table_(table), display_(display) {}
+    : session_(session),
+      table_(table),
+      display_(display),
+      tableDataArray_(activityColumns(), activityTraits()) {}
 
-bool TimerState::canSendToVT() const { return myCurrentTimePeriod() && !myCurrentTimePeriod()->wasSubmitted(); }
+bool TimerState::canSendToVT() const {
+  return myCurrentTimePeriod() && !myCurrentTimePeriod()->wasSubmitted();
+}
 
 Today TimerState::today() const { return Today(session_.ports().clock.now(), session_.ports().calendar); }
 
@@ -47,38 +98,21 @@ ActivityRow TimerState::rowOf(Activity& activity, const Today& today) const {
 
 void TimerState::reloadData() {
   if (!session_.theFileDoc()) loadData(session_);
-  tableDataArray_.clear();
+  std::vector<ActivityRow> rows;
   if (const CorvelFileDoc* document = session_.theFileDoc()) {
     const Today now = today();
     for (Activity* activity : queries::openActivities(*document->managedObjectContext())) {
-      tableDataArray_.push_back(rowOf(*activity, now));
+      rows.push_back(rowOf(*activity, now));
     }
   }
-  sortDescriptorsDidChange();
+  tableDataArray_.setRows(std::move(rows));
+  table_.reloadData();
   if (session_.myStandalone()) display_.hideSendTime();
 }
 
 void TimerState::reloadLog() {
   log_->reloadPopupsToSameChoice();
   log_->reloadData();
-}
-
-void TimerState::sortDescriptorsDidChange() {
-  if (const QString key = table_.sortKey(); !key.isEmpty()) {
-    sortKey_ = key;
-    sortUP_ = table_.sortAscending();
-  }
-  sortRows();
-  table_.reloadData();
-}
-
-void TimerState::sortRows() {
-  const auto member = sortMember(sortKey_);
-  if (!member) return;
-  std::stable_sort(tableDataArray_.begin(), tableDataArray_.end(),
-                   [member, up = sortUP_](const ActivityRow& a, const ActivityRow& b) {
-                     return up ? a.*member < b.*member : b.*member < a.*member;
-                   });
 }
 
 void TimerState::tableViewSelectionDidChange() {
@@ -97,14 +131,16 @@ void TimerState::tableViewSelectionDidChange() {
 }
 
 void TimerState::updateOneRow(int index) {
-  if (index < 0 || static_cast<std::size_t>(index) >= tableDataArray_.size()) return;
-  ActivityRow& row = tableDataArray_[static_cast<std::size_t>(index)];
+  const ActivityRow* old = tableDataArray_.row(index);
+  if (!old) return;
+  ActivityRow row = *old;
   row.running = row.activity && row.activity->isRunning();
   if (row.running) {
     const TimeStrings times = getTimeStringsForActivity(*row.activity, today());
     row.total = times.total;
     row.today = times.today;
   }
+  tableDataArray_.replaceRow(index, std::move(row));
   table_.redrawRow(index);
   updateCustomerJobLabel();
 }
@@ -140,9 +176,9 @@ bool TimerState::updateTimeDisplay() {
   } else {
     display_.showElapsedTime(timeStringForLastTimePerioid(selected));
   }
-  for (std::size_t row = 0; row < tableDataArray_.size(); ++row) {
-    const Activity* activity = tableDataArray_[row].activity.get();
-    if (activity && activity->isRunning()) updateOneRow(static_cast<int>(row));
+  for (int row = 0; row < tableDataArray_.rowCount(); ++row) {
+    const Activity* activity = tableDataArray_.row(row)->activity.get();
+    if (activity && activity->isRunning()) updateOneRow(row);
   }
   log_->updateRunningPeriods();
   return true;
@@ -154,18 +190,14 @@ void TimerState::showElapsed(double seconds) {
 }
 
 Activity* TimerState::selectedActivity() const {
-  const int row = table_.selectedRow();
-  if (row < 0 || static_cast<std::size_t>(row) >= tableDataArray_.size()) return nullptr;
-  return tableDataArray_[static_cast<std::size_t>(row)].activity.get();
+  const ActivityRow* row = tableDataArray_.row(table_.selectedRow());
+  return row ? row->activity.get() : nullptr;
 }
 
 std::optional<int> TimerState::indexSetOfCurActivity() const {
   const Activity* current = myCurrentActivity();
   if (!current) return std::nullopt;
-  const auto found = std::find_if(tableDataArray_.begin(), tableDataArray_.end(),
-                                  [current](const ActivityRow& row) { return row.activity == current; });
-  if (found == tableDataArray_.end()) return std::nullopt;
-  return static_cast<int>(found - tableDataArray_.begin());
+  return tableDataArray_.indexOf([current](const ActivityRow& row) { return row.activity == current; });
 }
 
 QString TimerState::timeStringForLastTimePerioid(const Activity* activity) {

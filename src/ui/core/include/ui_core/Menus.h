@@ -55,9 +55,9 @@ struct MenuItem {
   Command command;
   QString title;
   int tag = 0;
-  QStringList keys = {};         ///< the first is shown; all act
-  bool startsGroup = false;      ///< a line stands above it
-  bool enabled = true;           ///< false: disabled for good, whatever the rules say
+  QStringList keys = {};     ///< the first is shown; all act
+  bool startsGroup = false;  ///< a line stands above it
+  bool enabled = true;       ///< false: disabled for good, whatever the rules say
 };
 
 struct Menu {

@@ -1,8 +1,7 @@
 #pragma once
-// The logic of a list owns its rows; the table that shows them owns the selection. Between them stands this
-// port, so that every rule of a list is tested without a window.
+// The logic of a list owns its rows and their order (a RowTable); the table that shows them owns the
+// selection. Between them stands this port, so that every rule of a list is tested without a window.
 
-#include <QString>
 #include <vector>
 
 namespace pendra {
@@ -28,10 +27,6 @@ class TablePort {
   virtual void selectRow(int row) = 0;
   /// Deselects all; reported when something was selected.
   virtual void clearSelection() = 0;
-
-  /// The key of the first sort descriptor, empty when there is none, and its direction.
-  [[nodiscard]] virtual QString sortKey() const = 0;
-  [[nodiscard]] virtual bool sortAscending() const = 0;
 };
 
 }  // namespace pendra

@@ -10,6 +10,7 @@
 #include "model/ActivityTimes.h"
 #include "model/TimePeriod.h"
 #include "ui_core/LogPane.h"
+#include "ui_core/RowTable.h"
 #include "ui_core/TablePort.h"
 
 namespace pendra {
@@ -63,17 +64,17 @@ class TimerState {
   [[nodiscard]] bool editable() const { return myCurrentTimePeriod() || myCurrentActivity(); }
   [[nodiscard]] bool deleteable() const { return editable(); }
   [[nodiscard]] bool canSendToVT() const;
-  [[nodiscard]] bool exportable() const { return !tableDataArray_.empty(); }
+  [[nodiscard]] bool exportable() const { return tableDataArray_.rowCount() > 0; }
   Notifier editableChanges;
   Notifier deleteableChanges;
   Notifier canSendToVTChanges;
   Notifier exportableChanges;
 
-  [[nodiscard]] const std::vector<ActivityRow>& tableDataArray() const { return tableDataArray_; }
+  /// The rows of the activity table, and by what they are sorted.
+  [[nodiscard]] RowTable<ActivityRow>& tableDataArray() { return tableDataArray_; }
   /// Rebuilds all rows from the document, loading one when none is open.
   void reloadData();
   void reloadLog();
-  void sortDescriptorsDidChange();
   void tableViewSelectionDidChange();
   void updateOneRow(int index);
   void updateSelectedRow();
@@ -106,7 +107,6 @@ class TimerState {
  private:
   [[nodiscard]] ActivityRow rowOf(Activity& activity, const Today& today) const;
   [[nodiscard]] Today today() const;
-  void sortRows();
   void showElapsed(double seconds);
   void clearTableSelection();
 
@@ -118,9 +118,7 @@ class TimerState {
   Ref<Activity> myCurrentActivity_;
   Ref<TimePeriod> myCurrentTimePeriod_;
   bool isRunning_ = false;
-  std::vector<ActivityRow> tableDataArray_;
-  QString sortKey_;
-  bool sortUP_ = true;
+  RowTable<ActivityRow> tableDataArray_;
 };
 
 }  // namespace pendra

@@ -1,0 +1,7 @@
+#include "ui_core/TableSource.h"
+
+namespace pendra {
+
+TableSource::~TableSource() = default;
+
+}  // namespace pendra

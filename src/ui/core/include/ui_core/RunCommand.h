@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+namespace pendra {
+
+class Session;
+
+/// Runs a command of the user. What the channel throws ends here: it is logged as its name, a colon, a
+/// blank and its reason, and said in the notice line under the command's name; the program goes on.
+void runCommand(Session& session, const QString& name, const std::function<void()>& command);
+
+}  // namespace pendra

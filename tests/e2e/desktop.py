@@ -1,0 +1,201 @@
+"""A desktop for one program: its own display, session bus, accessibility bus and home folder.
+
+A test starts it with `run(test)`, which runs the same file again inside a session bus of its own and hands
+the test a Desktop. Names are those that people and assistive technology know the program by.
+"""
+import os
+import pathlib
+import shutil
+import signal
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import time
+
+INSIDE = "PENDRA_E2E_INSIDE"
+
+
+class Failure(AssertionError):
+    """What the test wanted to see and did not."""
+
+
+def wait_for(what, condition, seconds=15.0):
+    """The first true value of `condition`; a Failure that names `what` when there is none in time."""
+    deadline = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            raise Failure(f"did not see: {what}")
+        time.sleep(0.05)
+
+
+class Program:
+    """The running program, seen through the accessibility bus and driven by the keyboard and its actions."""
+
+    def __init__(self, desktop, *arguments):
+        self.desktop = desktop
+        self.log_path = desktop.home / f"log-{time.monotonic_ns()}.txt"
+        with self.log_path.open("w") as log:
+            self.process = subprocess.Popen([desktop.program, *arguments], env=desktop.environment,
+                                            stdout=log, stderr=log)
+
+    def log(self):
+        return self.log_path.read_text().splitlines()
+
+    def root(self):
+        from gi.repository import Atspi
+        desktop = Atspi.get_desktop(0)
+        for index in range(desktop.get_child_count()):
+            child = desktop.get_child_at_index(index)
+            if child and child.get_process_id() == self.process.pid:
+                return child
+        return None
+
+    def walk(self, node=None, depth=0):
+        node = node or self.root()
+        if node is None or depth > 24:
+            return
+        yield node
+        try:
+            count = node.get_child_count()
+        except Exception:  # the object went while it was asked
+            return
+        for index in range(min(count, 2000)):
+            try:
+                child = node.get_child_at_index(index)
+            except Exception:
+                continue
+            if child:
+                yield from self.walk(child, depth + 1)
+
+    def seen(self, name, role=None, within=None):
+        for node in self.walk(within):
+            try:
+                if node.get_name() != name or (role and node.get_role_name() != role):
+                    continue
+                from gi.repository import Atspi
+                if node.get_state_set().contains(Atspi.StateType.SHOWING):
+                    return node
+            except Exception:
+                continue
+        return None
+
+    def find(self, name, role=None, within=None, seconds=15.0):
+        return wait_for(f"{role or 'something'} named {name!r}", lambda: self.seen(name, role, within), seconds)
+
+    def window(self, title, seconds=15.0):
+        def look():
+            root = self.root()
+            for index in range(root.get_child_count() if root else 0):
+                child = root.get_child_at_index(index)
+                if child and child.get_name() == title:
+                    return child
+            return None
+        return wait_for(f"a window titled {title!r}", look, seconds)
+
+    def names(self, within=None):
+        return [node.get_name() for node in self.walk(within) if node.get_name()]
+
+    def press(self, name, role=None, within=None):
+        node = self.find(name, role, within)
+        if not node.get_action_iface():
+            raise Failure(f"{name!r} cannot be pressed")
+        node.get_action_iface().do_action(0)
+
+    def keys(self, *keys):
+        subprocess.run(["xdotool", "key", "--clearmodifiers", "--delay", "20", *keys],
+                       env=self.desktop.environment, check=True)
+
+    def type(self, text):
+        subprocess.run(["xdotool", "type", "--delay", "15", text], env=self.desktop.environment, check=True)
+
+    def focus_window(self, title):
+        # Without a window manager the keyboard goes where the pointer's focus was set.
+        found = wait_for(f"an X window titled {title!r}", lambda: subprocess.run(
+            ["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], env=self.desktop.environment,
+            capture_output=True, text=True).stdout.split())
+        subprocess.run(["xdotool", "windowfocus", "--sync", found[-1]], env=self.desktop.environment, check=False)
+
+    def picture(self, path):
+        subprocess.run(["import", "-window", "root", str(path)], env=self.desktop.environment, check=False)
+
+    def ended(self, seconds=15.0):
+        try:
+            return self.process.wait(seconds)
+        except subprocess.TimeoutExpired as expired:
+            raise Failure("the program did not end") from expired
+
+    def kill(self):
+        if self.process.poll() is None:
+            self.process.send_signal(signal.SIGKILL)
+            self.process.wait()
+
+
+class Desktop:
+    """Folders, display and programs of one test; all of it goes when the test ends."""
+
+    def __init__(self, program, display):
+        self.program = program
+        self.home = pathlib.Path(tempfile.mkdtemp(prefix="pendra-e2e-"))
+        self.documents = self.home / "Documents"
+        self.documents.mkdir()
+        (self.home / ".config").mkdir()
+        (self.home / ".config" / "user-dirs.dirs").write_text('XDG_DOCUMENTS_DIR="$HOME/Documents"\n')
+        self.environment = {**os.environ, "HOME": str(self.home), "DISPLAY": display,
+                            "XDG_CONFIG_HOME": str(self.home / ".config"), "XDG_CACHE_HOME": str(self.home / ".cache"),
+                            "XDG_DATA_HOME": str(self.home / ".local"), "QT_QPA_PLATFORM": "xcb", "TZ": "Europe/Berlin",
+                            "LC_ALL": "C.UTF-8", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_ACCESSIBILITY": "1"}
+        self.programs = []
+
+    def start(self, *arguments):
+        program = Program(self, *arguments)
+        self.programs.append(program)
+        return program
+
+    def defaults(self):
+        path = self.home / ".config" / "com.corvel.pendra" / "defaults.ini"
+        return dict(line.split("=", 1) for line in path.read_text().splitlines() if "=" in line)
+
+    def rows(self, document, query):
+        """What the file of a document holds at this moment."""
+        with sqlite3.connect(f"file:{document}?mode=ro", uri=True) as database:
+            return database.execute(query).fetchall()
+
+    def close(self):
+        for program in self.programs:
+            program.kill()
+        shutil.rmtree(self.home, ignore_errors=True)
+
+
+def run(test):
+    """Runs `test(desktop)`; the program's path is the first argument. Exits 0 when it held."""
+    if not os.environ.get(INSIDE):
+        os.environ[INSIDE] = "1"
+        os.execvp("dbus-run-session", ["dbus-run-session", "--", sys.executable, *sys.argv])
+    read_end, write_end = os.pipe()
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1000x24", "-nolisten", "tcp"],
+                              pass_fds=[write_end], stderr=subprocess.DEVNULL)
+    os.close(write_end)
+    display = ":" + os.read(read_end, 16).decode().strip()
+    os.environ["DISPLAY"] = display
+    desktop = Desktop(os.path.abspath(sys.argv[1]), display)
+    try:
+        import gi
+        gi.require_version("Atspi", "2.0")
+        test(desktop)
+    except Failure as failure:
+        print(f"FAILED: {failure}", file=sys.stderr)
+        for program in desktop.programs:
+            print("\n".join(program.log()), file=sys.stderr)
+            print("on the screen:", program.names(), file=sys.stderr)
+        picture = os.environ.get("PENDRA_E2E_PICTURE")
+        if picture and desktop.programs:
+            desktop.programs[-1].picture(picture)
+        sys.exit(1)
+    finally:
+        desktop.close()
+        server.terminate()
+        server.wait()

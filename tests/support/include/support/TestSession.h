@@ -1,0 +1,91 @@
+#pragma once
+
+#include <QFile>
+
+#include "document/DocumentLoading.h"
+#include "document/Session.h"
+#include "model/Model.h"
+#include "model/Queries.h"
+#include "support/ManualClock.h"
+#include "support/ScriptedAlerts.h"
+#include "support/ScriptedPanels.h"
+#include "support/ScriptedWindows.h"
+#include "support/ScriptedWorkspace.h"
+#include "support/TestPlaces.h"
+
+namespace pendra {
+
+/// The tables of a document, as the program finds them among its resources.
+inline ObjectModel testModel() {
+  QFile file(QStringLiteral(PENDRA_RESOURCES "/Corvel.momd"));
+  file.open(QIODevice::ReadOnly);
+  return managedObjectModel(file.readAll());
+}
+
+/// A session with every port scripted, in folders of its own, at 2026-11-24 10:00 in Berlin.
+class TestSession {
+ public:
+  TestSession() { windows.setSession(session); }
+
+  /// Opens a document of its own and answers its context.
+  ObjectContext& openDocument(bool standalone = true) {
+    loadURL(session, places.path("Test.pdr"));
+    session.myDoc()->setStandalone(standalone);
+    session.setMyStandalone(standalone);
+    return *session.myContext();
+  }
+
+  Customer& addCustomer(const QString& name, const QString& id = "0") {
+    auto& customer = session.myContext()->insert<Customer>();
+    customer.setName(name);
+    customer.setVtObjectID(id);
+    customer.setShown(true);
+    return customer;
+  }
+  Job& addJob(Customer& customer, const QString& name, const QString& id = "0") {
+    auto& job = session.myContext()->insert<Job>();
+    job.setName(name);
+    job.setVtObjectID(id);
+    job.setCustomer(&customer);
+    return job;
+  }
+  Service& addService(const QString& name, const QString& id = "0") {
+    auto& service = session.myContext()->insert<Service>();
+    service.setName(name);
+    service.setVtObjectID(id);
+    service.setShown(true);
+    return service;
+  }
+  Activity& addActivity(Customer* customer, Service* service, Job* job = nullptr, const QString& notes = {}) {
+    auto& activity = session.myContext()->insert<Activity>();
+    activity.setCustomer(customer);
+    activity.setService(service);
+    activity.setJob(job);
+    activity.setNotes(notes);
+    activity.setBillable(true);
+    return activity;
+  }
+  /// A stopped entry of so many seconds.
+  TimePeriod& addPeriod(Activity& activity, const char* start, double seconds) {
+    auto& period = activity.addTimePeriod();
+    period.setStart(instantOf(start));
+    period.setDuration(seconds);
+    return period;
+  }
+
+  TestPlaces places;
+  ManualClock clock;
+  Calendar calendar{QTimeZone("Europe/Berlin")};
+  UserDefaults defaults{places.defaultsFile()};
+  ScriptedAlerts alerts;
+  ScriptedPanels panels;
+  ScriptedWorkspace workspace;
+  ModalDepth modals;
+  NotificationCenter notifications;
+  ScriptedWindows windows;
+  Session session{
+      {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows, windows},
+      testModel()};
+};
+
+}  // namespace pendra

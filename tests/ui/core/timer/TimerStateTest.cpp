@@ -1,0 +1,270 @@
+#include "ui_core/TimerState.h"
+
+#include "support/Rows.h"
+#include "support/TestSession.h"
+
+namespace pendra {
+namespace {
+
+/// A table that keeps a selection as the real one does: by object over a reload, silently.
+class TableOfTest final : public TablePort {
+ public:
+  void setState(TimerState& state) { state_ = &state; }
+  void reloadData() override {
+    const auto& rows = state_->tableDataArray();
+    const auto found = rows.indexOf([this](const ActivityRow& row) { return row.activity == selected_; });
+    row_ = selected_ ? found.value_or(-1) : -1;
+    if (row_ < 0) selected_ = {};
+  }
+  void redrawRow(int row) override { redrawn << row; }
+  [[nodiscard]] std::vector<int> selectedRows() const override {
+    return row_ < 0 ? std::vector<int>() : std::vector<int>{row_};
+  }
+  void selectRow(int row) override {
+    row_ = row;
+    selected_ = state_->tableDataArray().row(row)->activity;
+    state_->tableViewSelectionDidChange();
+  }
+  void clearSelection() override {
+    if (std::exchange(row_, -1) < 0) return;
+    selected_ = {};
+    state_->tableViewSelectionDidChange();
+  }
+
+  QList<int> redrawn;
+
+ private:
+  TimerState* state_ = nullptr;
+  int row_ = -1;
+  Ref<Activity> selected_;
+};
+
+class DisplayOfTest final : public TimerDisplay {
+ public:
+  void showElapsedTime(const QString& text) override { elapsed = text; }
+  void showCustomerJobLabel(const QString& text) override { label = text; }
+  void showMainButton(bool running) override { button = running ? "pause" : "play"; }
+  void hideSendTime() override { sendTimeHidden = true; }
+  void showActivitySheet(bool forNew) override { sheets << forNew; }
+
+  QString elapsed;
+  QString label;
+  QString button;
+  bool sendTimeHidden = false;
+  QList<bool> sheets;
+};
+
+class LogOfTest final : public LogPane {
+ public:
+  void reloadData() override { calls << "reloadData"; }
+  void reloadComboxes() override { calls << "reloadComboxes"; }
+  void reloadPopupsToSameChoice() override { calls << "reloadPopupsToSameChoice"; }
+  void clearSelection() override { calls << "clearSelection"; }
+  void updateRunningPeriods() override { calls << "updateRunningPeriods"; }
+  void markSelectedForResend() override {}
+  void selectPeriod(const TimePeriod*) override {}
+  [[nodiscard]] std::vector<Ref<TimePeriod>> deleteSelectedRows() const override { return selected; }
+  [[nodiscard]] Activity* selectedActivity() const override { return nullptr; }
+  [[nodiscard]] int numberOfSelectedRows() const override { return static_cast<int>(selected.size()); }
+
+  QStringList calls;
+  std::vector<Ref<TimePeriod>> selected;
+};
+
+class TimerWindow : public testing::Test {
+ protected:
+  TimerWindow() {
+    table.setState(state);
+    state.setLog(log);
+    test.openDocument();
+    acme = &test.addCustomer("Acme");
+    design = &test.addService("Design");
+    roof = &test.addJob(*acme, "Roof");
+  }
+  QString cell(const char* identifier, int row) {
+    return state.tableDataArray().objectValue(QString::fromLatin1(identifier), row);
+  }
+  void select(const Activity& activity) {
+    const auto row =
+        state.tableDataArray().indexOf([&](const ActivityRow& one) { return one.activity == &activity; });
+    table.selectRow(row.value());
+  }
+
+  TestSession test;
+  TableOfTest table;
+  DisplayOfTest display;
+  LogOfTest log;
+  TimerState state{test.session, table, display};
+  Customer* acme = nullptr;
+  Service* design = nullptr;
+  Job* roof = nullptr;
+};
+
+TEST_F(TimerWindow, ShowsOpenActivitiesWithTheirTimes) {
+  Activity& activity = test.addActivity(acme, design, roof, "Sketches");
+  test.addPeriod(activity, "2026-11-23T08:00:00Z", 3600);
+  test.addPeriod(activity, "2026-11-24T08:00:00Z", 1800);
+  test.addActivity(acme, design).setCompleted(true);
+  activity.startNewTimePeriod();
+  test.clock.advance(600);
+  state.reloadData();
+  ASSERT_EQ(state.tableDataArray().rowCount(), 1);
+  EXPECT_EQ(cell("total", 0), "01:40:00");
+  EXPECT_EQ(cell("today", 0), "00:40:00");
+  EXPECT_EQ(cell("startstop", 0), "Stop");
+  EXPECT_EQ(cell("job", 0), "Roof");
+  EXPECT_TRUE(display.sendTimeHidden);
+}
+
+TEST_F(TimerWindow, WhatRunsOverMidnightCountsToTodayUntilItIsStopped) {
+  test.clock.set("2026-11-24T22:50:00Z");  // 23:50 in Berlin
+  Activity& activity = test.addActivity(acme, design);
+  activity.startNewTimePeriod();
+  test.clock.set("2026-11-24T23:20:00Z");
+  state.reloadData();
+  EXPECT_EQ(cell("today", 0), "00:30:00");
+  activity.stop();
+  state.reloadData();
+  EXPECT_EQ(cell("today", 0), "00:00:00");
+  EXPECT_EQ(cell("total", 0), "00:30:00");
+}
+
+TEST_F(TimerWindow, SeveralTimersRunAndTheDisplayFollowsTheSelectedOne) {
+  Activity& first = test.addActivity(acme, design);
+  Activity& second = test.addActivity(acme, design, roof);
+  state.reloadData();
+  select(first);
+  state.toggleTimer();
+  test.clock.advance(60);
+  select(second);
+  state.toggleTimer();
+  test.clock.advance(5);
+  EXPECT_TRUE(state.updateTimeDisplay());
+  EXPECT_TRUE(first.isRunning());
+  EXPECT_EQ(display.elapsed, "00:00:05");
+  EXPECT_EQ(display.label, "Acme - Roof - Design");
+  EXPECT_EQ(display.button, "pause");
+  EXPECT_EQ(cell("total", 0), "00:01:05");
+  EXPECT_EQ(cell("total", 1), "00:00:05");
+  test.clock.advance(-60);  // the user sets the clock back
+  state.updateTimeDisplay();
+  EXPECT_EQ(display.elapsed, "00:00:05");
+}
+
+TEST_F(TimerWindow, TheTickTouchesRunningRowsOnly) {
+  test.addActivity(acme, design);
+  test.addActivity(acme, design).startNewTimePeriod();
+  test.addActivity(acme, design);
+  state.reloadData();
+  table.redrawn.clear();
+  state.updateTimeDisplay();
+  EXPECT_EQ(table.redrawn, QList<int>{1});
+}
+
+TEST_F(TimerWindow, StartingWithoutASelectionAsksForANewActivity) {
+  state.reloadData();
+  state.toggleTimer();
+  EXPECT_EQ(display.sheets, QList<bool>{true});
+}
+
+TEST_F(TimerWindow, SelectingClearsTheLogAndAnnouncesAround) {
+  Activity& activity = test.addActivity(acme, design);
+  state.reloadData();
+  QStringList order;
+  const auto editable =
+      state.editableChanges.observe([&] { order << "did " + QString::number(state.editable()); },
+                                    [&] { order << "will " + QString::number(state.editable()); });
+  select(activity);
+  EXPECT_EQ(order, (QStringList{"will 0", "did 1"}));
+  EXPECT_EQ(log.calls.last(), "clearSelection");
+  EXPECT_EQ(state.myCurrentTimePeriod(), nullptr);
+}
+
+struct LabelRow {
+  const char* name;
+  bool customer, job, service;
+  const char* label;
+};
+class TimerWindowLabel : public TimerWindow, public testing::WithParamInterface<LabelRow> {};
+
+TEST_P(TimerWindowLabel, NamesWhatIsSelected) {
+  const auto& row = GetParam();
+  Activity& activity = test.addActivity(row.customer ? acme : nullptr, row.service ? design : nullptr,
+                                        row.job ? roof : nullptr);
+  state.reloadData();
+  display.label = "before";
+  select(activity);
+  EXPECT_EQ(display.label, row.label);
+}
+
+INSTANTIATE_TEST_SUITE_P(Activities, TimerWindowLabel,
+                         testing::Values(LabelRow{"Whole", true, true, true, "Acme - Roof - Design"},
+                                         LabelRow{"WithoutJob", true, false, true, "Acme - Design"},
+                                         LabelRow{"WithoutService", true, true, false, "Acme"},
+                                         LabelRow{"WithoutCustomerKeepsTheOld", false, true, true, "before"}),
+                         RowName());
+
+TEST_F(TimerWindow, DeletingARunningActivityLeavesNothingThatPointsToIt) {
+  Activity& activity = test.addActivity(acme, design);
+  activity.startNewTimePeriod();
+  state.reloadData();
+  select(activity);
+  state.deleteSelectedActivity();
+  EXPECT_EQ(state.myCurrentActivity(), nullptr);
+  EXPECT_FALSE(state.isRunning());
+  EXPECT_EQ(display.elapsed, "00:00:00");
+  EXPECT_EQ(display.label, "");
+  EXPECT_TRUE(test.session.myContext()->all<TimePeriod>().empty());
+  EXPECT_TRUE(state.updateTimeDisplay());
+}
+
+TEST_F(TimerWindow, DeletingEntriesStopsTheRunningOneFirst) {
+  Activity& activity = test.addActivity(acme, design);
+  TimePeriod& stopped = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  TimePeriod& running = activity.startNewTimePeriod();
+  state.reloadData();
+  log.selected = {&stopped, &running};
+  state.deleteSelectedTimeEntries();
+  EXPECT_FALSE(activity.isRunning());
+  EXPECT_TRUE(activity.timePeriod().empty());
+  EXPECT_EQ(log.calls.count("reloadComboxes"), 2);
+}
+
+TEST_F(TimerWindow, CompletingStopsAndLeavesTheTableUntilMadeCurrentAgain) {
+  Activity& activity = test.addActivity(acme, design);
+  TimePeriod& entry = activity.startNewTimePeriod();
+  test.clock.advance(90);
+  state.reloadData();
+  select(activity);
+  state.markSelectedCompleted();
+  EXPECT_EQ(entry.duration(), 90);
+  EXPECT_EQ(state.tableDataArray().rowCount(), 0);
+  state.setMyCurrentTimePeriod(&entry);
+  state.addPeriodToCurrentActiivities();
+  EXPECT_EQ(state.tableDataArray().rowCount(), 1);
+}
+
+TEST_F(TimerWindow, TheLastEntryIsTheLatestStartedInWholeSeconds) {
+  Activity& activity = test.addActivity(acme, design);
+  EXPECT_EQ(TimerState::timeStringForLastTimePerioid(&activity), "00:00:00");
+  test.addPeriod(activity, "2026-11-24T08:00:00Z", 3725.9);
+  test.addPeriod(activity, "2026-11-24T08:00:00Z", 10);
+  test.addPeriod(activity, "2026-11-23T08:00:00Z", 20);
+  EXPECT_EQ(TimerState::timeStringForLastTimePerioid(&activity), "01:02:05");
+}
+
+TEST_F(TimerWindow, TextColumnsSortByCodeUnit) {
+  test.addActivity(&test.addCustomer("acme"), design);
+  test.addActivity(&test.addCustomer("Zed"), design);
+  state.tableDataArray().sortBy({"customer", true});
+  state.reloadData();
+  EXPECT_EQ(cell("customer", 0), "Zed");
+  test.addPeriod(test.addActivity(acme, design), "2026-11-01T08:00:00Z", 100 * 3600);
+  test.addPeriod(test.addActivity(acme, design), "2026-11-01T08:00:00Z", 99 * 3600);
+  state.tableDataArray().sortBy({"total", false});
+  state.reloadData();
+  EXPECT_EQ(cell("total", 0), "99:00:00");
+}
+
+}  // namespace
+}  // namespace pendra
