@@ -17,4 +17,3 @@ QString formatted(QStringView pattern, std::initializer_list<QStringView> values
 }
 
 }  // namespace pendra
-
