@@ -1,0 +1,279 @@
+#include "ArchiveScan.h"
+
+#include "IPC/KeyedArchiver.h"
+#include "platform/Text.h"
+
+namespace pendra {
+namespace {
+
+using Kind = PropertyListReader::Kind;
+using NodeKind = ArchiveNode::Kind;
+
+// The keys that mean something to the reader. Those of the permitted records follow.
+enum Key : std::size_t { kClass, kClassName, kObjects, kString, kFirstRecordKey };
+
+constexpr std::size_t kKeptShapes = 16;
+constexpr qsizetype kBlockOverhead = 32;
+
+/// What a class is to the reader; kept in `first` of its node.
+enum ClassMeaning : quint32 { kArrayClass, kTextClass, kNilArgClass, kFirstRecordClass };
+
+std::optional<quint32> meaningOf(const PropertyListReader& list, const PropertyListReader::Object& name,
+                                 const SupportedClasses& classes) {
+  if (list.isText(name, u"NSArray") || list.isText(name, u"NSMutableArray")) return kArrayClass;
+  if (list.isText(name, u"IPCNilArg")) return kNilArgClass;
+  if (classes.strings && (list.isText(name, u"NSString") || list.isText(name, u"NSMutableString")))
+    return kTextClass;
+  for (quint32 i = 0; i < classes.records.size(); ++i)
+    if (list.isText(name, classes.records[i]->name)) return kFirstRecordClass + i;
+  return {};
+}
+
+}  // namespace
+
+bool ArchiveScan::fail(const QString& why) {
+  if (failure_.isEmpty()) failure_ = why;
+  return false;
+}
+
+bool ArchiveScan::spend(qsizetype bytes, qsizetype& account) {
+  account += bytes;
+  return tableMemory_ + valueMemory_ <= memoryLimit_ || fail(QStringLiteral("the archive is too large"));
+}
+
+/// Objects of an honest list do not overlap, so their parts together are no more than its bytes.
+bool ArchiveScan::work(qsizetype steps) {
+  workLeft_ -= steps;
+  return workLeft_ >= 0 || fail(QStringLiteral("the objects of the archive overlap"));
+}
+
+bool ArchiveScan::run(qsizetype size) {
+  if (size > memoryLimit_) return fail(QStringLiteral("the archive is too large"));
+  workLeft_ = 4 * size;
+  keys_ = {QStringLiteral("$class"), QStringLiteral("$classname"), QStringLiteral("NS.objects"),
+           QStringLiteral("NS.string")};
+  for (const ArchiveClass* record : classes_.records) {
+    recordKeys_.push_back(static_cast<quint32>(keys_.size()));
+    keys_.insert(keys_.end(), record->keys.begin(), record->keys.end());
+  }
+  if (!readTop()) return fail(QStringLiteral("not a keyed archive"));
+  const auto count = static_cast<quint32>(objects_.count);
+  if (!spend(count * static_cast<qsizetype>(sizeof(ArchiveNode)), tableMemory_)) return false;
+  nodes_.resize(count);
+  for (quint32 number = 1; number < count; ++number)
+    if (!readNode(number)) return fail(QStringLiteral("the archive is damaged"));
+  return follow(root_, 1) || fail(QStringLiteral("the archive is damaged"));
+}
+
+std::optional<PropertyListReader::Object> ArchiveScan::valueFor(const Object& dictionary, QStringView key) {
+  for (qsizetype i = 0; i < dictionary.count; ++i) {
+    const auto name = list_.object(list_.reference(dictionary, i));
+    if (name && list_.isText(*name, key))
+      return list_.object(list_.reference(dictionary, dictionary.count + i));
+  }
+  return {};
+}
+
+bool ArchiveScan::readTop() {
+  const auto dictionary = list_.object(list_.top());
+  if (!dictionary || dictionary->kind != Kind::Dictionary || !work(dictionary->count)) return false;
+  const auto version = valueFor(*dictionary, u"$version");
+  const auto archiver = valueFor(*dictionary, u"$archiver");
+  const auto top = valueFor(*dictionary, u"$top");
+  const auto objects = valueFor(*dictionary, u"$objects");
+  if (!version || version->kind != Kind::Integer || list_.integer(*version) != 100000) return false;
+  if (!archiver || !list_.isText(*archiver, u"NSKeyedArchiver")) return false;
+  if (!objects || objects->kind != Kind::Array || objects->count < 1) return false;
+  if (!top || top->kind != Kind::Dictionary || !work(top->count)) return false;
+  objects_ = *objects;
+  const auto null = objectNumbered(0);
+  if (!null || !list_.isText(*null, u"$null")) return false;
+  const auto root = valueFor(*top, u"root");
+  if (!root || root->kind != Kind::Uid) return false;
+  const auto number = list_.uid(*root);
+  if (!number || *number >= objects_.count) return false;
+  root_ = *number;
+  return true;
+}
+
+std::optional<PropertyListReader::Object> ArchiveScan::objectNumbered(quint32 number) const {
+  return list_.object(list_.reference(objects_, number));
+}
+
+/// The number that a reference object holds; none when it is no reference or leads out of the archive.
+std::optional<quint32> ArchiveScan::numberAt(quint64 reference) const {
+  const auto object = list_.object(reference);
+  if (!object || object->kind != Kind::Uid) return {};
+  const auto number = list_.uid(*object);
+  if (!number || *number >= objects_.count) return {};
+  return number;
+}
+
+/// Records of one class mostly have their keys in one order, so the last shapes are kept.
+const ArchiveScan::Shape* ArchiveScan::shapeOf(const Object& dictionary) {
+  const QByteArrayView bytes = list_.keyBytes(dictionary);
+  for (const Shape& shape : shapes_)
+    if (bytes == shape.keys) return &shape;
+  if (!work(dictionary.count)) return nullptr;
+  Shape shape{.keys = bytes.toByteArray(), .positions = std::vector<qsizetype>(keys_.size(), -1)};
+  for (qsizetype i = dictionary.count; i-- > 0;) {
+    const auto name = list_.object(list_.reference(dictionary, i));
+    if (!name || name->kind != Kind::Text) return nullptr;
+    for (std::size_t key = 0; key < keys_.size(); ++key)
+      if (list_.isText(*name, keys_[key])) shape.positions[key] = i;
+  }
+  if (shapes_.size() < kKeptShapes && bytes.size() <= 1024) return &shapes_.emplace_back(std::move(shape));
+  otherShape_ = std::move(shape);
+  return &otherShape_;
+}
+
+bool ArchiveScan::readNode(quint32 number) {
+  ArchiveNode& node = nodes_[number];
+  if (node.kind == NodeKind::Class) return true;
+  const quint64 place = list_.reference(objects_, number);
+  const auto object = list_.object(place);
+  if (!object) return false;
+  node.first = static_cast<quint32>(place);
+  if (object->kind == Kind::Text) node.kind = NodeKind::Text;
+  if (object->kind == Kind::Real || object->kind == Kind::Boolean ||
+      (object->kind == Kind::Integer && list_.integer(*object)))
+    node.kind = NodeKind::Number;
+  if (object->kind != Kind::Dictionary) return true;
+  const Shape* shape = shapeOf(*object);
+  if (!shape) return false;
+  if (shape->positions[kClassName] >= 0) return readClass(number, *object, *shape);
+  return shape->positions[kClass] < 0 || readInstance(*object, *shape, node);
+}
+
+bool ArchiveScan::readClass(quint32 number, const Object& dictionary, const Shape& shape) {
+  const auto name = list_.object(list_.reference(dictionary, dictionary.count + shape.positions[kClassName]));
+  if (!name || name->kind != Kind::Text) return false;
+  const auto meaning = meaningOf(list_, *name, classes_);
+  if (!meaning) return fail(formatted(u"class %@ is not permitted", {list_.text(*name).left(100)}));
+  nodes_[number] = {.kind = NodeKind::Class, .first = *meaning};
+  return true;
+}
+
+bool ArchiveScan::readInstance(const Object& dictionary, const Shape& shape, ArchiveNode& node) {
+  const auto number = numberAt(list_.reference(dictionary, dictionary.count + shape.positions[kClass]));
+  if (!number) return false;
+  if (nodes_[*number].kind != NodeKind::Class) {
+    const auto object = objectNumbered(*number);
+    if (!object || object->kind != Kind::Dictionary) return false;
+    // A shape that is not kept lives until the next one is asked for.
+    const Shape own = shape;
+    const Shape* classShape = shapeOf(*object);
+    if (!classShape || classShape->positions[kClassName] < 0) return false;
+    return readClass(*number, *object, *classShape) && readInstance(dictionary, own, node);
+  }
+  switch (const quint32 meaning = nodes_[*number].first) {
+    case kArrayClass:
+      return readArray(dictionary, shape, node);
+    case kTextClass:
+      return readTextObject(dictionary, shape, node);
+    case kNilArgClass:
+      node.kind = NodeKind::NilArg;
+      return true;
+    default:
+      node.recordClass = static_cast<quint8>(meaning - kFirstRecordClass);
+      return readRecord(dictionary, shape, node);
+  }
+}
+
+bool ArchiveScan::readPart(quint64 reference, quint32& number) {
+  const auto found = numberAt(reference);
+  if (!found) return false;
+  number = *found;
+  return true;
+}
+
+bool ArchiveScan::readArray(const Object& dictionary, const Shape& shape, ArchiveNode& node) {
+  if (shape.positions[kObjects] < 0) return false;
+  const auto elements =
+      list_.object(list_.reference(dictionary, dictionary.count + shape.positions[kObjects]));
+  if (!elements || elements->kind != Kind::Array || !work(elements->count)) return false;
+  if (!spend(elements->count * 2 * static_cast<qsizetype>(sizeof(quint32)), tableMemory_)) return false;
+  node.kind = NodeKind::Array;
+  node.first = static_cast<quint32>(parts_.size());
+  node.count = static_cast<quint32>(elements->count);
+  parts_.resize(parts_.size() + node.count);
+  for (quint32 i = 0; i < node.count; ++i)
+    if (!readPart(list_.reference(*elements, i), parts_[node.first + i])) return false;
+  return true;
+}
+
+bool ArchiveScan::readRecord(const Object& dictionary, const Shape& shape, ArchiveNode& node) {
+  const std::size_t firstKey = recordKeys_[node.recordClass];
+  node.kind = NodeKind::Record;
+  node.first = static_cast<quint32>(parts_.size());
+  node.count = static_cast<quint32>(classes_.records[node.recordClass]->keys.size());
+  if (!spend(node.count * 2 * static_cast<qsizetype>(sizeof(quint32)), tableMemory_)) return false;
+  parts_.resize(parts_.size() + node.count);
+  for (quint32 i = 0; i < node.count; ++i) {
+    const qsizetype position = shape.positions[firstKey + i];
+    if (position >= 0 &&
+        !readPart(list_.reference(dictionary, dictionary.count + position), parts_[node.first + i]))
+      return false;
+  }
+  return true;
+}
+
+/// The plain text of a text object stands in it, or is an object of its own.
+bool ArchiveScan::readTextObject(const Object& dictionary, const Shape& shape, ArchiveNode& node) {
+  if (shape.positions[kString] < 0) return false;
+  quint64 place = list_.reference(dictionary, dictionary.count + shape.positions[kString]);
+  if (const auto number = numberAt(place)) place = list_.reference(objects_, *number);
+  const auto text = list_.object(place);
+  if (!text || text->kind != Kind::Text) return false;
+  node.kind = NodeKind::Text;
+  node.first = static_cast<quint32>(place);
+  return true;
+}
+
+/// Walks what the root reaches, and finds cycles, depths, and objects that are no value.
+bool ArchiveScan::follow(quint32 number, int depth) {
+  if (number == 0) return true;
+  ArchiveNode& node = nodes_[number];
+  if (node.onPath) return fail(QStringLiteral("the archive holds a cycle"));
+  if (depth - 1 + node.height > kArchiveDepth) return fail(QStringLiteral("the archive is nested too deep"));
+  if (node.uses++ > 0)
+    return node.uses > 2 || spend(2 * static_cast<qsizetype>(sizeof(ArchiveValue)), valueMemory_);
+  switch (node.kind) {
+    case NodeKind::Text:
+      if (!classes_.strings) return fail(QStringLiteral("class NSString is not permitted"));
+      return count(node);
+    case NodeKind::Number:
+      return classes_.numbers || fail(QStringLiteral("class NSNumber is not permitted"));
+    case NodeKind::NilArg:
+      return true;
+    case NodeKind::Array:
+    case NodeKind::Record:
+      return count(node) && followParts(node, depth);
+    default:
+      return fail(QStringLiteral("the archive holds an object that is no value"));
+  }
+}
+
+bool ArchiveScan::followParts(ArchiveNode& node, int depth) {
+  if (depth > kArchiveDepth) return fail(QStringLiteral("the archive is nested too deep"));
+  node.onPath = true;
+  quint8 height = 0;
+  for (quint32 i = 0; i < node.count; ++i) {
+    const quint32 part = parts_[node.first + i];
+    if (!follow(part, depth + 1)) return false;
+    height = std::max(height, nodes_[part].height);
+  }
+  node.onPath = false;
+  node.height = static_cast<quint8>(height + 1);
+  return true;
+}
+
+/// Adds what the value of a node will hold. A value that several hold is kept once more while building.
+bool ArchiveScan::count(const ArchiveNode& node) {
+  constexpr auto each = static_cast<qsizetype>(sizeof(ArchiveValue));
+  if (node.kind != NodeKind::Text) return spend(kBlockOverhead + node.count * each, valueMemory_);
+  const auto text = list_.object(node.first);
+  return text && spend(kBlockOverhead + text->count * 2, valueMemory_);
+}
+
+}  // namespace pendra

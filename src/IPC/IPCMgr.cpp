@@ -1,0 +1,263 @@
+#include "IPC/IPCMgr.h"
+
+#include <cerrno>
+
+#include "IPC/KeyedArchiver.h"
+#include "IPCSocket.h"
+#include "PosixError.h"
+#include "platform/Log.h"
+#include "platform/Text.h"
+
+namespace pendra {
+namespace {
+
+/// What may be held at once: a message being gathered, and what it and the reply before it are read into.
+constexpr qsizetype kMemoryLimit = 64 * 1024 * 1024;
+/// How deep calls may be served while an answer waits for room.
+constexpr int kServingDepth = 8;
+
+[[noreturn]] void raise(const QString& name, QStringView pattern, QStringView value) {
+  throw IPCException(name, formatted(pattern, {value}));
+}
+
+[[noreturn]] void raiseUnArchiverFailure(const QString& error) {
+  logLine(formatted(u"unarchive failure: %@", {error}));
+  raise(kVTIPCUnArchiverFailure, u"error: %@", error);
+}
+
+[[noreturn]] void raiseSendFailure(const Error& error) {
+  raise(kVTIPCSend, u"error occurred trying to send datagram, error: %@", described(error));
+}
+
+bool isLackOfBufferSpace(int error) { return error == ENOBUFS || error == EAGAIN || error == EWOULDBLOCK; }
+
+ArchiveValue markedNil(const ArchiveValue& value) { return value.isNil() ? IPCNilArg::nilArg() : value; }
+ArchiveValue unmarkedNil(const ArchiveValue& value) { return value.isNilArg() ? ArchiveValue() : value; }
+
+QByteArray archivedMessage(QStringView selector, const QList<ArchiveValue>& values) {
+  ArchiveValue::Array message{selector.toString()};
+  message.reserve(values.size() + 1);
+  for (const ArchiveValue& value : values) message.push_back(markedNil(value));
+  const auto archive = archivedData(std::move(message));
+  if (archive) return archive.value();
+  logLine(formatted(u"archive failure: %@", {archive.error().text}));
+  raise(kVTIPCArchiverFailure, u"error: %@", archive.error().text);
+}
+
+/// One more for as long as it lives.
+class Deeper {
+ public:
+  explicit Deeper(int& depth) : depth_(++depth) {}
+  ~Deeper() { --depth_; }
+  Q_DISABLE_COPY_MOVE(Deeper)
+
+ private:
+  int& depth_;
+};
+
+}  // namespace
+
+IPCMgr::IPCMgr(std::unique_ptr<IPCSocket> socket, Protocol protocol, SupportedClasses supportedClasses)
+    : socket_(std::move(socket)), protocol_(protocol), supportedClasses_(std::move(supportedClasses)) {}
+
+IPCMgr::~IPCMgr() = default;
+
+Result<std::unique_ptr<IPCMgr>> IPCMgr::bound(const QString& localPath, Protocol protocol,
+                                              SupportedClasses supportedClasses) {
+  auto socket = IPCSocket::bound(localPath.toLocal8Bit());
+  if (!socket) return socket.error();
+  return std::unique_ptr<IPCMgr>(
+      new IPCMgr(std::move(socket).value(), protocol, std::move(supportedClasses)));
+}
+
+Result<std::unique_ptr<IPCMgr>> IPCMgr::initForPath(const QString& path, Protocol protocol,
+                                                    const QString& localPath,
+                                                    SupportedClasses supportedClasses) {
+  auto manager = bound(localPath, protocol, std::move(supportedClasses));
+  if (manager) manager.value()->remoteAddress_ = IPCAddress::forPath(path.toLocal8Bit());
+  return manager;
+}
+
+Result<std::unique_ptr<IPCMgr>> IPCMgr::initVendedProxy(VendedObject& vendedProxy, const QString& localPath,
+                                                        Protocol protocol,
+                                                        SupportedClasses supportedClasses) {
+  auto manager = bound(localPath, protocol, std::move(supportedClasses));
+  if (manager) manager.value()->vendedProxy_ = &vendedProxy;
+  return manager;
+}
+
+int IPCMgr::socketRef() const { return socket_ ? socket_->descriptor() : -1; }
+
+void IPCMgr::invalidate() {
+  logLine(QStringLiteral("**IPCMgr invalidate"));
+  socket_.reset();
+}
+
+const ProtocolMethod* IPCMgr::methodSignatureForSelector(QStringView selector) const {
+  return protocol_.methodSignatureForSelector(selector);
+}
+
+void IPCMgr::clearRetObj() {
+  retObj_.reset();
+  retObjMemory_ = 0;
+}
+
+// Sending
+
+int IPCMgr::sendWhenWritable(const Datagram& datagram, const IPCAddress& toAddress) {
+  while (socket_) {
+    socketWritable_ = false;
+    const int error = socket_->send(datagram, toAddress, limits_.send);
+    socketWritable_ = error == 0;
+    if (!isLackOfBufferSpace(error)) return error;
+    // Kept: there is no limit on these retries. The peer may be waiting for room here in its turn.
+    if (servingDepth_ < kServingDepth) serveInput();
+  }
+  return EBADF;
+}
+
+Result<void> IPCMgr::fragmentAndSendArchive(QByteArrayView archive, const IPCAddress& toAddress,
+                                            bool isReply) {
+  for (const Datagram& datagram : datagramsOf(archive, isReply))
+    if (const int error = sendWhenWritable(datagram, toAddress)) return posixError(error);
+  return {};
+}
+
+void IPCMgr::notifyRemoteClientPath(const QString& path, qint64 readyWithProcessId) {
+  const QByteArray archive =
+      archivedMessage(u"notifyRemoteClientPath:readyWithProcessId:", {readyWithProcessId});
+  const Datagram notice{.header = {.sequence = 0, .isReply = true, .lastDatagram = true}, .payload = archive};
+  const auto address = IPCAddress::forPath(path.toLocal8Bit());
+  if (!socket_ || socket_->send(notice, address, limits_.notice) != 0)
+    logLine(QStringLiteral("** could not notify remote client that we are ready"));
+}
+
+// Calling
+
+ArchiveValue IPCMgr::forwardInvocation(QStringView selector, const QList<ArchiveValue>& arguments) {
+  const ProtocolMethod* method = methodSignatureForSelector(selector);
+  Q_ASSERT(method && method->argumentCount == arguments.size());
+  logLine(formatted(u"ipc -> %@", {selector}));
+  if (!sendCall(archivedMessage(selector, arguments), *method)) return {};
+  if (method->oneWay) {
+    logLine(formatted(u"ipc oneway %@", {selector}));
+    return {};
+  }
+  awaitReply(selector);
+  // Kept: a reply that is held at the deadline is taken whatever its name.
+  if (!retObj_ || retObj_->size() < 2 || (*retObj_)[1].isNil())
+    raise(kVTIPCTimeout, u"timeout waiting for return result for %@", selector);
+  logLine(formatted(u"ipc <- %@", {selector}));
+  return method->returns == ProtocolMethod::Returns::Void ? ArchiveValue() : unmarkedNil((*retObj_)[1]);
+}
+
+/// False when the call is given up without a word.
+bool IPCMgr::sendCall(QByteArrayView archive, const ProtocolMethod& method) {
+  for (int launches = 0;; ++launches) {
+    clearRetObj();
+    const auto sent = fragmentAndSendArchive(archive, remoteAddress_, false);
+    if (sent) return true;
+    const int code = sent.error().code;
+    const bool peerIsAbsent = code == ECONNREFUSED || code == ENOENT;
+    if (launches > 0 || !peerIsAbsent || taskURL_.isEmpty()) raiseSendFailure(sent.error());
+    if (taskPreLaunchHandler_ && !taskPreLaunchHandler_()) {
+      if (method.oneWay || method.returns == ProtocolMethod::Returns::Void) return false;
+      raiseSendFailure(sent.error());
+    }
+    launchTask();
+  }
+}
+
+/// Starts the peer and waits for its ready notice, in vain or not.
+void IPCMgr::launchTask() {
+  clearRetObj();
+  auto task = IPCTask::launch(taskURL_, [this] { taskEnded(); });
+  if (!task) {
+    task_.reset();
+    if (taskPostLaunchHandler_) taskPostLaunchHandler_(nullptr);
+    raise(kVTIPCTask, u"error occurred trying to launch task, error: %@", described(task.error()));
+  }
+  task_ = std::move(task).value();
+  const Deadline deadline = std::chrono::steady_clock::now() + limits_.launch;
+  while (!retObj_ && (takeInput() || (socket_ && socket_->wait(deadline)))) {
+  }
+  if (!retObj_) logLine(QStringLiteral("task did not launch or report back in time"));
+  if (taskPostLaunchHandler_) taskPostLaunchHandler_(task_.get());
+}
+
+void IPCMgr::taskEnded() {
+  const auto ended = std::move(task_);
+  if (taskExitHandler_) taskExitHandler_(*ended);
+}
+
+void IPCMgr::awaitReply(QStringView selector) {
+  const auto answered = [&] {
+    if (!retObj_ || retObj_->isEmpty()) return false;
+    const auto* name = retObj_->front().as<QString>();
+    return name && *name == selector;
+  };
+  const Deadline deadline = std::chrono::steady_clock::now() + limits_.reply;
+  while (!answered() && std::chrono::steady_clock::now() < deadline)
+    if (!takeInput() && (!socket_ || !socket_->wait(deadline))) return;
+}
+
+// Receiving
+
+/// Takes one datagram if one is there.
+bool IPCMgr::takeInput() {
+  if (!socket_) return false;
+  const auto received = socket_->receive();
+  if (!received) raiseUnArchiverFailure(received.error().text);
+  const auto& datagram = received.value();
+  if (!datagram) return false;
+  receivedData(datagram->payload, datagram->header.sequence, datagram->header.isReply, datagram->from,
+               datagram->header.lastDatagram);
+  return true;
+}
+
+void IPCMgr::serveInput() {
+  const Deeper deeper(servingDepth_);
+  while (takeInput()) {
+  }
+}
+
+void IPCMgr::receivedData(QByteArrayView data, quint32 sequence, bool isReply, const IPCAddress& fromAddress,
+                          bool lastDatagram) {
+  const auto message = gatherer_.add(data, sequence, lastDatagram);
+  if (!message) raiseUnArchiverFailure(message.error().text);
+  if (message.value()) handleMessage(*message.value(), isReply, fromAddress);
+}
+
+void IPCMgr::handleMessage(QByteArrayView archive, bool isReply, const IPCAddress& fromAddress) {
+  const qsizetype room = kMemoryLimit - archive.size() - fragmentBuffer().capacity() - retObjMemory_;
+  const auto read = unarchivedValue(archive, supportedClasses_, std::min(room, kUnarchiverMemory));
+  if (!read) raiseUnArchiverFailure(read.error().text);
+  const auto* message = read.value().value.as<ArchiveValue::Array>();
+  if (!message) raiseUnArchiverFailure(QStringLiteral("the message is not an array"));
+  if (!isReply) return performCall(*message, fromAddress);
+  retObj_ = *message;
+  retObjMemory_ = read.value().memory;
+}
+
+void IPCMgr::performCall(const ArchiveValue::Array& call, const IPCAddress& fromAddress) {
+  const auto* selector = call.isEmpty() ? nullptr : call.front().as<QString>();
+  if (!selector) raiseUnArchiverFailure(QStringLiteral("the call names no selector"));
+  logLine(formatted(u"ipc <--  %@", {*selector}));
+  const ProtocolMethod* method = vendedProxy_ ? vendedProxy_->methodSignatureForSelector(*selector) : nullptr;
+  if (!method || method->argumentCount != call.size() - 1)
+    throw IPCException(kVTIPCNoMethod, QStringLiteral("no matching method for call"));
+  QList<ArchiveValue> arguments;
+  for (const ArchiveValue& argument : call.sliced(1)) arguments.push_back(unmarkedNil(argument));
+  const ArchiveValue result = vendedProxy_->perform(*method, arguments);
+  if (method->oneWay) {
+    logLine(formatted(u"ipc oneway %@", {*selector}));
+    return;
+  }
+  const bool isVoid = method->returns == ProtocolMethod::Returns::Void;
+  const QByteArray reply = archivedMessage(*selector, {isVoid ? ArchiveValue() : result});
+  logLine(formatted(u"ipc -> %@", {*selector}));
+  const auto sent = fragmentAndSendArchive(reply, fromAddress, true);
+  if (!sent) raiseSendFailure(sent.error());
+}
+
+}  // namespace pendra

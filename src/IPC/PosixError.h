@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstring>
+
+#include "platform/Result.h"
+
+namespace pendra {
+
+/// An error of the POSIX domain.
+inline Error posixError(int code) {
+  return {
+      .domain = QStringLiteral("POSIX"), .code = code, .text = QString::fromLocal8Bit(std::strerror(code))};
+}
+
+/// An error as it stands in a log line or reason.
+inline QString described(const Error& error) {
+  if (error.code == 0) return error.text;
+  return error.text + u" (" + error.domain + u' ' + QString::number(error.code) + u')';
+}
+
+}  // namespace pendra

@@ -1,0 +1,135 @@
+#pragma once
+// A call is a message, an answer is another message, and nothing ties the two but the selector's name. What
+// arrives is looked at only while a call waits (calling side) or when `serveInput` is called (serving side).
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "IPC/ArchiveValue.h"
+#include "IPC/Datagram.h"
+#include "IPC/IPCAddress.h"
+#include "IPC/IPCException.h"
+#include "IPC/IPCTask.h"
+#include "IPC/KeyedUnarchiver.h"
+#include "IPC/Protocol.h"
+#include "IPC/SupportedClasses.h"
+#include "IPC/VendedObject.h"
+#include "platform/Result.h"
+
+namespace pendra {
+
+class IPCSocket;
+
+/// How long the channel waits. Others than these are for tests only.
+struct IPCTimeLimits {
+  std::chrono::milliseconds reply{5000};    ///< for a reply, once the call is sent
+  std::chrono::milliseconds launch{5000};   ///< for a launched peer to report
+  std::chrono::milliseconds send{5000};     ///< for room for one datagram, before asking again
+  std::chrono::milliseconds notice{10000};  ///< for room for the ready notice
+};
+
+/// One end of a channel of calls between two processes of the same user. Either it calls, or it vends an
+/// object that performs calls. A call blocks its thread and serves nothing but the channel meanwhile.
+/// Failures are thrown as `IPCException`, out of `forwardInvocation` and `serveInput`; after one the endpoint
+/// goes on, but a late answer may still come, so a caller that cares makes a new endpoint.
+class IPCMgr {
+ public:
+  /// The calling side: whom to call, the interface there, and the path of this end. The error of both
+  /// initialisers is of the POSIX domain, or blank when the system gives no socket.
+  static Result<std::unique_ptr<IPCMgr>> initForPath(const QString& path, Protocol protocol,
+                                                     const QString& localPath,
+                                                     SupportedClasses supportedClasses);
+  /// The serving side. The object must outlive the endpoint.
+  static Result<std::unique_ptr<IPCMgr>> initVendedProxy(VendedObject& vendedProxy, const QString& localPath,
+                                                         Protocol protocol,
+                                                         SupportedClasses supportedClasses);
+  ~IPCMgr();
+  Q_DISABLE_COPY_MOVE(IPCMgr)
+
+  /// Calls the peer and waits for its answer; nil for a nil or void one. A nil argument is passed as a nil
+  /// value.
+  ArchiveValue forwardInvocation(QStringView selector, const QList<ArchiveValue>& arguments);
+  [[nodiscard]] const ProtocolMethod* methodSignatureForSelector(QStringView selector) const;
+
+  /// Performs and answers the calls that have arrived, without waiting for more.
+  void serveInput();
+  /// Tells a client at a path that this side is ready.
+  void notifyRemoteClientPath(const QString& path, qint64 readyWithProcessId);
+  /// Sends one archive in as many datagrams as it takes, however long the receiver lets it wait for room.
+  /// What was sent before a failure stays sent.
+  Result<void> fragmentAndSendArchive(QByteArrayView archive, const IPCAddress& toAddress, bool isReply);
+  /// Takes one datagram, as if it had arrived.
+  void receivedData(QByteArrayView data, quint32 sequence, bool isReply, const IPCAddress& fromAddress,
+                    bool lastDatagram);
+
+  [[nodiscard]] bool isValid() const { return socket_ != nullptr; }
+  /// Closes the endpoint. Its socket file stays until the next bind.
+  void invalidate();
+
+  [[nodiscard]] bool socketWritable() const { return socketWritable_; }
+  /// The descriptor of the socket, -1 once it is closed.
+  [[nodiscard]] int socketRef() const;
+  /// The descriptor that an event loop of the serving side watches in order to call `serveInput`.
+  [[nodiscard]] int runLoopSource() const { return socketRef(); }
+  [[nodiscard]] VendedObject* vendedProxy() const { return vendedProxy_; }
+  [[nodiscard]] const SupportedClasses& supportedClasses() const { return supportedClasses_; }
+  [[nodiscard]] const QByteArray& fragmentBuffer() const { return gatherer_.fragmentBuffer(); }
+  [[nodiscard]] const std::optional<ArchiveValue::Array>& retObj() const { return retObj_; }
+  [[nodiscard]] const Protocol& protocol() const { return protocol_; }
+  [[nodiscard]] const IPCAddress& remoteAddress() const { return remoteAddress_; }
+  [[nodiscard]] const IPCTask* task() const { return task_.get(); }
+
+  /// The executable to launch when the peer is absent; empty launches nothing.
+  [[nodiscard]] const QString& taskURL() const { return taskURL_; }
+  void setTaskURL(QString executable) { taskURL_ = std::move(executable); }
+  /// Asked before a launch; false means do not.
+  void setTaskPreLaunchHandler(std::function<bool()> handler) { taskPreLaunchHandler_ = std::move(handler); }
+  /// Told when a launch attempt is over; null when it failed.
+  void setTaskPostLaunchHandler(std::function<void(const IPCTask*)> handler) {
+    taskPostLaunchHandler_ = std::move(handler);
+  }
+  /// Told, from the event loop, when a launched task has ended.
+  void setTaskExitHandler(std::function<void(const IPCTask&)> handler) {
+    taskExitHandler_ = std::move(handler);
+  }
+  void setTimeLimits(const IPCTimeLimits& limits) { limits_ = limits; }
+
+ private:
+  using Deadline = std::chrono::steady_clock::time_point;
+
+  IPCMgr(std::unique_ptr<IPCSocket> socket, Protocol protocol, SupportedClasses supportedClasses);
+  static Result<std::unique_ptr<IPCMgr>> bound(const QString& localPath, Protocol protocol,
+                                               SupportedClasses supportedClasses);
+
+  bool sendCall(QByteArrayView archive, const ProtocolMethod& method);
+  void launchTask();
+  void taskEnded();
+  bool takeInput();
+  void awaitReply(QStringView selector);
+  void handleMessage(QByteArrayView archive, bool isReply, const IPCAddress& fromAddress);
+  void performCall(const ArchiveValue::Array& call, const IPCAddress& fromAddress);
+  [[nodiscard]] int sendWhenWritable(const Datagram& datagram, const IPCAddress& toAddress);
+  void clearRetObj();
+
+  std::unique_ptr<IPCSocket> socket_;
+  Protocol protocol_;
+  SupportedClasses supportedClasses_;
+  VendedObject* vendedProxy_ = nullptr;
+  IPCAddress remoteAddress_;
+  IPCTimeLimits limits_;
+  bool socketWritable_ = false;
+  int servingDepth_ = 0;
+  DatagramGatherer gatherer_;
+  std::optional<ArchiveValue::Array> retObj_;
+  qsizetype retObjMemory_ = 0;
+
+  QString taskURL_;
+  std::function<bool()> taskPreLaunchHandler_;
+  std::function<void(const IPCTask*)> taskPostLaunchHandler_;
+  std::function<void(const IPCTask&)> taskExitHandler_;
+  std::unique_ptr<IPCTask> task_;
+};
+
+}  // namespace pendra
