@@ -1,0 +1,168 @@
+#!/usr/bin/env python3
+"""A second implementation of the channel, for the tests: plistlib archives over raw sockets.
+
+    twin.py client SERVER CLIENT REQUEST.json     calls, prints the answers as JSON, one a line
+    twin.py server SERVER REPLIES.json [FLAGS]    answers the calls of one client until it is ended
+    twin.py ready CLIENT                          sends a ready notice
+
+A request is [[selector, argument...], ...]; a server's replies are {selector: answer}. In JSON a record is
+{"name", "id", "parent"} and a nil is null. FLAGS: "foreign" spells the archive in every other way that the
+layout allows.
+"""
+import json
+import os
+import plistlib
+import random
+import socket
+import struct
+import sys
+
+UID = plistlib.UID
+SLICE = 30720
+
+
+class Archiver:
+    def __init__(self, foreign=False):
+        self.objects = ["$null"]
+        self.foreign = foreign
+        self.texts = {}
+        self.classes = {}
+        self.random = random.Random(1)
+
+    def put(self, value):
+        self.objects.append(value)
+        return UID(len(self.objects) - 1)
+
+    def describe(self, name, *bases):
+        if self.foreign and name == "NSArray":
+            name, bases = "NSMutableArray", ("NSArray",)
+        if name not in self.classes:
+            self.classes[name] = self.put({"$classname": name, "$classes": [name, *bases, "NSObject"]})
+        return self.classes[name]
+
+    def dictionary(self, **pairs):
+        items = [(key.replace("__", "."), value) for key, value in pairs.items()]
+        if self.foreign:
+            items.append(("futureKey", UID(0)))
+            self.random.shuffle(items)
+        return {("$class" if key == "cls" else key): value for key, value in items}
+
+    def add(self, value):
+        if isinstance(value, str):
+            return self.add_text(value)
+        if isinstance(value, (bool, int, float)):
+            return self.put(value)
+        if value is None:
+            return self.put(self.dictionary(cls=self.describe("IPCNilArg")))
+        place = self.put(None)
+        if isinstance(value, list):
+            parts = [self.add(part) for part in value]
+            filled = self.dictionary(NS__objects=parts, cls=self.describe("NSArray"))
+        else:
+            field = lambda key: UID(0) if value.get(key) is None else self.add_text(value[key])
+            filled = self.dictionary(name=field("name"), vtObjectID=field("id"), parentObjectID=field("parent"),
+                                     cls=self.describe("NameAndRecNumber"))
+        self.objects[place.data] = filled
+        return place
+
+    def add_text(self, text):
+        if self.foreign:  # unshared, plain and as an object in turn
+            self.texts[text] = self.texts.get(text, 0) + 1
+            if self.texts[text] % 2 == 0:
+                return self.put(text)
+            return self.put({"NS.string": text, "$class": self.describe("NSMutableString", "NSString")})
+        if text not in self.texts:
+            self.texts[text] = self.put(text)
+        return self.texts[text]
+
+    def finish(self, value):
+        root = self.add(value)
+        top = {"$version": 100000, "$archiver": "NSKeyedArchiver", "$top": {"root": root}, "$objects": self.objects}
+        return plistlib.dumps(top, fmt=plistlib.FMT_BINARY, sort_keys=not self.foreign)
+
+
+def decoded(data):
+    top = plistlib.loads(data, fmt=plistlib.FMT_BINARY)
+    assert top["$version"] == 100000 and top["$archiver"] == "NSKeyedArchiver", top
+    objects = top["$objects"]
+    assert objects[0] == "$null"
+    plain = [item for item in objects if isinstance(item, str)]
+    assert len(plain) == len(set(plain)), "equal texts stand more than once"
+
+    def value(uid):
+        item = objects[uid.data]
+        if uid.data == 0:
+            return None
+        if not isinstance(item, dict):
+            return item
+        described = objects[item["$class"].data]
+        name = described["$classname"]
+        assert described["$classes"] == [name, "NSObject"], described
+        if name == "NSArray":
+            return [value(part) for part in item["NS.objects"]]
+        if name == "IPCNilArg":
+            assert set(item) == {"$class"}, item
+            return None
+        assert name == "NameAndRecNumber", name
+        return {"name": value(item["name"]), "id": value(item["vtObjectID"]), "parent": value(item["parentObjectID"])}
+
+    return value(top["$top"]["root"])
+
+
+def bound(path):
+    end = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
+    if os.path.exists(path):
+        os.unlink(path)
+    end.bind(path)
+    end.settimeout(30)
+    return end
+
+
+def send(end, archive, path, reply):
+    count = -(-len(archive) // SLICE)
+    for i in range(count):
+        size = SLICE if i < count - 1 else len(archive) % SLICE
+        word = i << 2 | (2 if i == count - 1 else 0) | (1 if reply else 0)
+        end.sendto(struct.pack(">I", word) + archive[i * SLICE:i * SLICE + size], path)
+
+
+def receive(end, reply):
+    gathered = b""
+    expected = 0
+    while True:
+        datagram, sender = end.recvfrom(1 << 16)
+        word = struct.unpack(">I", datagram[:4])[0]
+        assert word & 1 == reply and word >> 2 == expected, (word, expected)
+        expected += 1
+        gathered += datagram[4:]
+        if word & 2:
+            return decoded(gathered), sender
+
+
+def client(server, path, requests):
+    end = bound(path)
+    for request in json.loads(requests):
+        send(end, Archiver(foreign=True).finish(request), server, False)
+        answer, _ = receive(end, 1)
+        assert answer[0] == request[0], answer
+        print(json.dumps(answer[1]))
+
+
+def serve(path, replies, *flags):
+    end = bound(path)
+    print("ready", flush=True)
+    answers = json.loads(replies)
+    while True:
+        call, sender = receive(end, 0)
+        answer = call[1:] if answers.get(call[0]) == "arguments" else answers.get(call[0])
+        send(end, Archiver("foreign" in flags).finish([call[0], answer]), sender, True)
+
+
+def ready(path):
+    end = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
+    archive = Archiver().finish(["notifyRemoteClientPath:readyWithProcessId:", os.getpid()])
+    end.sendto(struct.pack(">I", 3) + archive, path)
+
+
+if __name__ == "__main__":
+    {"client": client, "server": serve, "ready": ready}[sys.argv[1]](*sys.argv[2:])
