@@ -1,0 +1,105 @@
+#include "ui_core/EntryChecks.h"
+
+#include <array>
+
+#include "platform/DateTexts.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr QStringView kNegativeDuration = u"Time durations must be positive";
+constexpr QStringView kInvalidTime = u"Please enter a valid start time.";
+constexpr QStringView kInvalidDate = u"Please enter a valid date.";
+constexpr QStringView kMarkerInTime = u"Please enter AM/PM in the proper text field.";
+constexpr QStringView kNoMarker = u"Please enter AM/PM in the text field.";
+constexpr QStringView kNoTime = u"Please enter a start time in the text field.";
+constexpr QStringView kNoDate = u"Please enter a start date in the text field.";
+constexpr QStringView kFutureEntry = u"Pendra cannot accept future time entries. Please try again.";
+constexpr QStringView kSilently = u"";
+
+bool durationIsNegative(const EntryTexts& texts) { return integerValue(texts.duration) < 0; }
+
+/// Kept: "-0:30" is negative to the time entry editor, while the activity editor takes it for half an hour.
+bool durationHasMinus(const EntryTexts& texts) {
+  const QStringList pieces = texts.duration.trimmed().split(u':');
+  const bool restIsPositive = std::any_of(pieces.begin() + 1, pieces.end(),
+                                          [](const QString& piece) { return integerValue(piece) > 0; });
+  return durationIsNegative(texts) || (pieces[0].startsWith(u'-') && restIsPositive);
+}
+
+bool nothingIsSelected(const EntryTexts& texts) { return !texts.periodIsSelected; }
+bool timeIsInvalid(const EntryTexts& texts) {
+  return !texts.startTime.isEmpty() && !readTime(texts.startTime);
+}
+bool dateIsInvalid(const EntryTexts& texts) {
+  return !texts.startDate.isEmpty() && !readShortDate(texts.startDate);
+}
+/// Kept: a small "m" passes here.
+bool markerIsInTime(const EntryTexts& texts) { return texts.startTime.contains(u'M'); }
+bool markerIsMissing(const EntryTexts& texts) {
+  return texts.startTimeAMPM.isEmpty() && !texts.startDate.isEmpty();
+}
+bool timeIsMissing(const EntryTexts& texts) {
+  return texts.startTime.isEmpty() && !texts.startTimeAMPM.isEmpty();
+}
+bool dateIsMissing(const EntryTexts& texts) {
+  return texts.startDate.isEmpty() && !texts.startTime.isEmpty();
+}
+/// Only the day is asked for: later today is not the future.
+bool dayIsInFuture(const EntryTexts& texts) {
+  const auto day = readShortDate(texts.startDate);
+  return day && texts.now < texts.calendar.startOfDay(*day);
+}
+
+constexpr std::array kActivitySaveChecks{
+    EntryCheck{durationIsNegative, kNegativeDuration},
+    EntryCheck{timeIsInvalid, kInvalidTime},
+    EntryCheck{dateIsInvalid, kInvalidDate},
+    EntryCheck{markerIsInTime, kMarkerInTime},
+    EntryCheck{markerIsMissing, kNoMarker},
+    EntryCheck{timeIsMissing, kNoTime},
+    EntryCheck{dateIsMissing, kNoDate},
+    EntryCheck{dayIsInFuture, kFutureEntry},
+};
+
+constexpr std::array kSelectedPeriodChecks{
+    EntryCheck{durationIsNegative, kNegativeDuration},
+    EntryCheck{nothingIsSelected, kSilently},
+    EntryCheck{dateIsInvalid, kInvalidDate},
+    EntryCheck{timeIsInvalid, kInvalidTime},
+    EntryCheck{dayIsInFuture, kFutureEntry},
+    EntryCheck{markerIsInTime, kMarkerInTime},
+    EntryCheck{markerIsMissing, kNoMarker},
+    EntryCheck{timeIsMissing, kNoTime},
+    EntryCheck{dateIsMissing, kNoDate},
+};
+
+constexpr std::array kTimeEntryChecks{
+    EntryCheck{durationHasMinus, kNegativeDuration}, EntryCheck{dateIsInvalid, kInvalidDate},
+    EntryCheck{markerIsMissing, kNoMarker},          EntryCheck{markerIsInTime, kMarkerInTime},
+    EntryCheck{dayIsInFuture, kFutureEntry},
+};
+
+}  // namespace
+
+std::span<const EntryCheck> activitySaveChecks() { return kActivitySaveChecks; }
+std::span<const EntryCheck> selectedPeriodChecks() { return kSelectedPeriodChecks; }
+std::span<const EntryCheck> timeEntryChecks() { return kTimeEntryChecks; }
+
+const EntryCheck* firstFailing(std::span<const EntryCheck> checks, const EntryTexts& texts) {
+  const auto failing =
+      std::find_if(checks.begin(), checks.end(), [&](const EntryCheck& check) { return check.fails(texts); });
+  return failing == checks.end() ? nullptr : &*failing;
+}
+
+bool passes(std::span<const EntryCheck> checks, const EntryTexts& texts, Alerts& alerts) {
+  const EntryCheck* failing = firstFailing(checks, texts);
+  if (failing && !failing->message.isEmpty()) {
+    alerts.beginSheet(
+        {.style = Alert::Style::Critical, .message = failing->message.toString(), .informative = {}}, {});
+  }
+  return !failing;
+}
+
+}  // namespace pendra

@@ -1,0 +1,55 @@
+#include "ui_core/EntryTexts.h"
+
+#include "platform/DateTexts.h"
+#include "platform/NaturalDate.h"
+
+namespace pendra {
+
+EntryTexts textsOf(const EntryFields& fields, const Session& session, bool periodIsSelected) {
+  return {.startTime = fields.startTimeField.stringValue(),
+          .startTimeAMPM = fields.startTimeFieldAMPM.stringValue(),
+          .startDate = fields.startDateField.stringValue(),
+          .duration = fields.durationField.stringValue(),
+          .periodIsSelected = periodIsSelected,
+          .now = session.ports().clock.now(),
+          .calendar = session.ports().calendar};
+}
+
+qint64 integerValue(QStringView text) {
+  constexpr qint64 kLimit = std::numeric_limits<qint32>::max();
+  text = text.trimmed();
+  const bool negative = text.startsWith(u'-');
+  if (negative || text.startsWith(u'+')) text = text.sliced(1);
+  qint64 value = 0;
+  for (const QChar digit : text) {
+    if (digit < u'0' || digit > u'9') break;
+    value = std::min(value * 10 + (digit.unicode() - u'0'), kLimit);
+  }
+  return negative ? -value : value;
+}
+
+double durationInSeconds(const QString& text) {
+  const QStringList pieces = text.split(u':');
+  const qint64 minutes = pieces.size() > 1 ? integerValue(pieces[1]) : 0;
+  return static_cast<double>((integerValue(pieces[0]) * 60 + minutes) * 60);
+}
+
+std::optional<Instant> startInstant(const EntryTexts& texts) {
+  const QString joined = texts.startTime + texts.startTimeAMPM + texts.startDate;
+  return dateWithNaturalLanguageString(joined, texts.now, texts.calendar);
+}
+
+void showStart(const EntryFields& fields, std::optional<Instant> start, const Calendar& calendar) {
+  fields.startDateField.setStringValue(start ? shortDate(*start, calendar) : QString());
+  fields.startTimeField.setStringValue(start ? timeOfDay(*start, calendar) : QString());
+  fields.startTimeFieldAMPM.setStringValue(start ? dayHalf(*start, calendar) : QString());
+}
+
+void enableTimeEditFields(const EntryFields& fields, bool enabled) {
+  fields.startTimeField.setEnabled(enabled);
+  fields.startDateField.setEnabled(enabled);
+  fields.durationField.setEnabled(enabled);
+  fields.startTimeFieldAMPM.setEnabled(enabled);
+}
+
+}  // namespace pendra

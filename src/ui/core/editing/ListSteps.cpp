@@ -1,0 +1,79 @@
+#include "ui_core/ListSteps.h"
+
+#include "model/Customer.h"
+#include "model/Job.h"
+#include "model/Service.h"
+#include "platform/Text.h"
+#include "store/ObjectContext.h"
+
+namespace pendra {
+
+namespace {
+
+/// The identifier of what exists only here.
+const QString kLocalRecord = QStringLiteral("0");
+
+}  // namespace
+
+qint64 indexOfItemWithStringValue(const QStringList& items, const QString& text) {
+  const qsizetype index = items.indexOf(text);
+  return index < 0 ? kNotFound : index;
+}
+
+QString completedString(const QStringList& items, const QString& typed) {
+  const auto found = std::find_if(items.begin(), items.end(), [&](const QString& item) {
+    return item.startsWith(typed, Qt::CaseInsensitive);
+  });
+  return found == items.end() ? QString() : *found;
+}
+
+bool isBlank(QStringView text) {
+  return std::all_of(text.begin(), text.end(), [](QChar c) { return c == u' ' || c == u'\t'; });
+}
+
+QString nameForPopup(const EntryFields& fields, const Control& popup) {
+  if (&popup == &fields.customerPopup) return "Customers";
+  return &popup == &fields.servicePopup ? "Services" : "Jobs";
+}
+
+bool asksToAdd(Alerts& alerts, const QString& name, const QString& listName) {
+  return alerts.runAlert({.message = formatted(u"Add \"%@\" to the %@ list?", {name, listName}),
+                          .informative = "Click OK to continue.",
+                          .buttons = {"OK", "Cancel"}}) == kFirstButton;
+}
+
+void addCustomer(ObjectContext& context, const QString& name) {
+  auto& customer = context.insert<Customer>();
+  customer.setName(name);
+  customer.setVtObjectID(kLocalRecord);
+  customer.setShown(true);
+}
+
+void addService(ObjectContext& context, const QString& name) {
+  auto& service = context.insert<Service>();
+  service.setName(name);
+  service.setVtObjectID(kLocalRecord);
+}
+
+void addJob(Customer& customer, const QString& name) {
+  auto& job = customer.context()->insert<Job>();
+  job.setName(name);
+  job.setVtObjectID(kLocalRecord);
+  job.setCustomer(&customer);
+}
+
+void showChooseExistingCustomer(Alerts& alerts) {
+  alerts.runAlert({.message = "Choose an existing customer",
+                   .informative =
+                       "When Pendra is linked to a company file, you can only choose a customer already "
+                       "entered in Vantor. Choose an existing name to continue."});
+}
+
+void showChooseExistingService(Alerts& alerts, const QString& message) {
+  alerts.runAlert({.message = message,
+                   .informative =
+                       "When Pendra is linked to a company file, you can only choose a service item already "
+                       "entered in Vantor. Choose an existing service item to continue."});
+}
+
+}  // namespace pendra

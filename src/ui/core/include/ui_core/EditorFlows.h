@@ -1,0 +1,50 @@
+#pragma once
+// An editor ends in OK or Cancel and knows nothing of what follows; these flows open an editor for the
+// timer window and do what follows.
+
+#include "ui_core/NewActivityController.h"
+#include "ui_core/TimePeriodController.h"
+#include "ui_core/TimerState.h"
+
+namespace pendra {
+
+/// Adds an activity or edits the current one. All that it is given must outlive it.
+class ActivitySheetFlow {
+ public:
+  ActivitySheetFlow(TimerState& timer, TablePort& activities, NewActivityController& editor)
+      : timer_(timer), activities_(activities), editor_(editor) {}
+
+  /// Runs the sheet for a new activity, or for the current one, and applies what was chosen. Editing
+  /// without a current activity does nothing.
+  void showActivitySheet(bool forNew);
+  /// Prepares the sheet for the new activity.
+  void updateSheetForNewActivity();
+  /// Fills the sheet from the current activity.
+  void updateSheetFromSelected();
+
+ private:
+  void openForNew();
+  void openForSelected();
+  void hand();
+  void applyTo(Activity& activity, bool isNew);
+  void applyRest(Activity& activity, bool isNew);
+
+  TimerState& timer_;
+  TablePort& activities_;
+  NewActivityController& editor_;
+};
+
+/// Edits the time entry that is selected in the log. All that it is given must outlive it.
+class TimePeriodSheetFlow {
+ public:
+  TimePeriodSheetFlow(TimerState& timer, TimePeriodController& editor) : timer_(timer), editor_(editor) {}
+
+  /// Nothing without a selected entry.
+  void showTimePeriodSheet();
+
+ private:
+  TimerState& timer_;
+  TimePeriodController& editor_;
+};
+
+}  // namespace pendra

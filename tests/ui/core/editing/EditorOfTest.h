@@ -1,0 +1,151 @@
+#pragma once
+
+#include <functional>
+
+#include "support/TestSession.h"
+#include "ui_core/EditorFlows.h"
+
+namespace pendra {
+
+class ControlOfTest final : public Control {
+ public:
+  [[nodiscard]] QString stringValue() const override { return text; }
+  void setStringValue(const QString& value) override { text = value; }
+  [[nodiscard]] bool isEnabled() const override { return enabled; }
+  void setEnabled(bool value) override { enabled = value; }
+  void makeFirstResponder() override { ++focused; }
+
+  QString text;
+  bool enabled = true;
+  int focused = 0;
+};
+
+class CheckOfTest final : public CheckControl {
+ public:
+  [[nodiscard]] bool isChecked() const override { return checked; }
+  void setChecked(bool value) override { checked = value; }
+  void setHidden(bool value) override { hidden = value; }
+
+  bool checked = false;
+  bool hidden = false;
+};
+
+class LengthOfTest final : public LengthLabel {
+ public:
+  void showLength(const QString& value, bool isTooLong) override {
+    text = value;
+    tooLong = isTooLong;
+  }
+
+  QString text;
+  bool tooLong = false;
+};
+
+/// A sheet whose run is a script: `user` stands for what a person does until it ends.
+class SheetOfTest final : public ActivityEditorSheet {
+ public:
+  int runModal() override {
+    ended.reset();
+    if (user) user();
+    return ended.value_or(kCancelled);
+  }
+  void stopModal(int code) override { ended = code; }
+  void setPastTimeViewShown(bool shown) override { pastTimeView << shown; }
+
+  std::function<void()> user;
+  std::optional<int> ended;
+  QList<bool> pastTimeView;
+};
+
+/// A table that keeps its selection by row and reports every selection.
+class TableOfEditor final : public TablePort {
+ public:
+  void reloadData() override {
+    ++reloads;
+    if (rowNow) row = selected ? rowNow() : -1;
+  }
+  void redrawRow(int) override {}
+  [[nodiscard]] std::vector<int> selectedRows() const override {
+    return row < 0 ? std::vector<int>() : std::vector<int>{row};
+  }
+  void selectRow(int value) override {
+    row = value;
+    selected = true;
+    if (changed) changed();
+  }
+  void clearSelection() override {
+    selected = false;
+    if (std::exchange(row, -1) >= 0 && changed) changed();
+  }
+
+  std::function<void()> changed;
+  std::function<int()> rowNow;  ///< where the selected object stands after a reload
+  int row = -1;
+  bool selected = false;
+  int reloads = 0;
+};
+
+/// The fields that both editors have, filled with an entry that passes every check.
+struct FieldsOfTest {
+  ControlOfTest customerPopup, jobPopup, servicePopup;
+  ControlOfTest startDateField, startTimeField, startTimeFieldAMPM, durationField;
+  EntryFields entry{customerPopup,  jobPopup,           servicePopup, startDateField,
+                    startTimeField, startTimeFieldAMPM, durationField};
+
+  void write(const char* time, const char* marker, const char* date, const char* duration) {
+    startTimeField.text = time;
+    startTimeFieldAMPM.text = marker;
+    startDateField.text = date;
+    durationField.text = duration;
+  }
+};
+
+/// The activity editor over a document of its own.
+struct ActivityEditorOfTest {
+  explicit ActivityEditorOfTest(TestSession& test) : editor(test.session, controls) {
+    table.changed = [this] { editor.tableViewSelectionDidChange(); };
+  }
+  /// Edits the activity as the timer window does.
+  void edit(Activity& activity) {
+    editor.setMyCurrentActivity(&activity);
+    editor.reloadData();
+  }
+  /// Selects an entry, and keeps it selected over reloads.
+  void select(const TimePeriod& period) {
+    table.rowNow = [this, &period] { return editor.indexOfTimePeriod(period).value_or(-1); };
+    table.selectRow(editor.indexOfTimePeriod(period).value());
+  }
+  [[nodiscard]] QString cell(const char* column, int row) {
+    return editor.tableDataArray().objectValue(QString::fromLatin1(column), row);
+  }
+
+  FieldsOfTest fields;
+  ControlOfTest notesField, activityLabel, okButton, littleSaveButton;
+  LengthOfTest notesLength;
+  CheckOfTest billableCheckbox, autoStartCheckbox;
+  TableOfEditor table;
+  SheetOfTest sheet;
+  ActivityEditorControls controls{
+      fields.entry,      notesField, notesLength,      activityLabel, billableCheckbox,
+      autoStartCheckbox, okButton,   littleSaveButton, table,         sheet};
+  NewActivityController editor;
+};
+
+/// The time entry editor over a document of its own.
+struct TimePeriodEditorOfTest {
+  explicit TimePeriodEditorOfTest(TestSession& test) : editor(test.session, controls) {}
+  void edit(TimePeriod& period) {
+    editor.setMyCurrentActivity(period.activity());
+    editor.setMyCurrentTimePeriod(&period);
+    editor.updateUI();
+  }
+
+  FieldsOfTest fields;
+  ControlOfTest notesField, activityNotesField;
+  LengthOfTest notesLength;
+  SheetOfTest sheet;
+  TimePeriodControls controls{fields.entry, notesField, activityNotesField, notesLength, sheet};
+  TimePeriodController editor;
+};
+
+}  // namespace pendra

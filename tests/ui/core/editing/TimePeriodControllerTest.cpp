@@ -1,0 +1,105 @@
+#include "EditorOfTest.h"
+
+namespace pendra {
+namespace {
+
+class TimeEntryEditor : public testing::Test {
+ protected:
+  TimeEntryEditor() : context(test.openDocument()), sheet(test) {
+    acme = &test.addCustomer("Acme");
+    roof = &test.addJob(*acme, "Roof");
+    activity = &test.addActivity(acme, &test.addService("Design"), roof, "Plans");
+    period = &test.addPeriod(*activity, "2026-11-23T08:05:30Z", 5445);
+  }
+
+  TestSession test;
+  ObjectContext& context;
+  TimePeriodEditorOfTest sheet;
+  Customer* acme = nullptr;
+  Job* roof = nullptr;
+  Activity* activity = nullptr;
+  TimePeriod* period = nullptr;
+};
+
+TEST_F(TimeEntryEditor, ShowsTheEntryAndItsActivity) {
+  sheet.edit(*period);
+  EXPECT_EQ(sheet.fields.customerPopup.text, "Acme");
+  EXPECT_EQ(sheet.fields.jobPopup.text, "Roof");
+  EXPECT_EQ(sheet.fields.servicePopup.text, "Design");
+  EXPECT_EQ(sheet.fields.startDateField.text, "11/23/26");
+  EXPECT_EQ(sheet.fields.startTimeField.text, "9:05");
+  EXPECT_EQ(sheet.fields.startTimeFieldAMPM.text, "AM");
+  EXPECT_EQ(sheet.fields.durationField.text, "01:30:45");
+  EXPECT_EQ(sheet.activityNotesField.text, "Plans");
+  EXPECT_EQ(sheet.notesLength.text, "5");
+  EXPECT_TRUE(sheet.fields.jobPopup.enabled);
+}
+
+TEST_F(TimeEntryEditor, ASentEntryTakesNothingButNotes) {
+  period->setDateSubmitted(instantOf("2026-11-23T18:00:00Z"));
+  sheet.edit(*period);
+  for (const ControlOfTest* field :
+       {&sheet.fields.customerPopup, &sheet.fields.jobPopup, &sheet.fields.servicePopup,
+        &sheet.fields.startDateField, &sheet.fields.startTimeField, &sheet.fields.startTimeFieldAMPM,
+        &sheet.fields.durationField}) {
+    EXPECT_FALSE(field->enabled);
+  }
+  EXPECT_TRUE(sheet.notesField.enabled);
+  EXPECT_TRUE(sheet.activityNotesField.enabled);
+}
+
+TEST_F(TimeEntryEditor, WhatIsMissingKeepsTheTextOfThePreviousEntry) {
+  sheet.edit(*period);
+  Activity& other = test.addActivity(&test.addCustomer("Zenith"), nullptr);
+  sheet.edit(test.addPeriod(other, "2026-11-23T12:00:00Z", 60));
+  EXPECT_EQ(sheet.fields.customerPopup.text, "Zenith");
+  EXPECT_EQ(sheet.fields.jobPopup.text, "Roof");
+  EXPECT_EQ(sheet.fields.servicePopup.text, "Design");
+  EXPECT_EQ(sheet.editor.jobDataArray(), QStringList{"Roof"}) << "the jobs of the customer before";
+}
+
+TEST_F(TimeEntryEditor, SavingAnUnchangedEntryDropsItsSeconds) {
+  sheet.edit(*period);
+  sheet.editor.doSave();
+  ASSERT_EQ(sheet.sheet.ended, EditorSheet::kAccepted);
+  EXPECT_EQ(period->duration(), 5445) << "nothing is written before saveValues";
+  sheet.editor.saveValues();
+  EXPECT_EQ(period->start(), instantOf("2026-11-23T08:05:00Z"));
+  EXPECT_EQ(period->duration(), 5400);
+  EXPECT_EQ(activity->job(), roof);
+}
+
+TEST_F(TimeEntryEditor, SavingWritesNamesToTheActivityAndClearsUnknownOnes) {
+  sheet.edit(*period);
+  sheet.notesField.text = "Call";
+  sheet.activityNotesField.text = "New plans";
+  sheet.fields.servicePopup.text = "Unknown";
+  sheet.fields.jobPopup.text = "";
+  sheet.editor.saveValues();
+  EXPECT_EQ(period->notes(), "Call");
+  EXPECT_EQ(activity->notes(), "New plans");
+  EXPECT_EQ(activity->customer(), acme);
+  EXPECT_EQ(activity->job(), nullptr);
+  EXPECT_EQ(activity->service(), nullptr);
+}
+
+TEST_F(TimeEntryEditor, AnEmptyDateMeansTodayAndAnUnreadableStartKeepsThePreviousOne) {
+  sheet.edit(*period);
+  sheet.fields.write("7:15", "PM", "", "1");
+  sheet.editor.saveValues();
+  EXPECT_EQ(period->start(), instantOf("2026-11-24T18:15:00Z"));
+  sheet.fields.write("soon", "PM", "11/23/26", "1");
+  sheet.editor.saveValues();
+  EXPECT_EQ(period->start(), instantOf("2026-11-24T18:15:00Z"));
+}
+
+TEST_F(TimeEntryEditor, AFailedCheckKeepsTheSheetOpen) {
+  sheet.edit(*period);
+  sheet.fields.durationField.text = "-0:30";
+  sheet.editor.doSave();
+  EXPECT_FALSE(sheet.sheet.ended);
+  EXPECT_EQ(test.alerts.messages(), QStringList{"Time durations must be positive"});
+}
+
+}  // namespace
+}  // namespace pendra
