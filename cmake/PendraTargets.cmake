@@ -68,5 +68,5 @@ function(pendra_test)
     set(ARG_TIMEOUT 120)
   endif()
   set_tests_properties(${ARG_NAME} PROPERTIES TIMEOUT ${ARG_TIMEOUT}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_LOGGING_RULES=")
+    ENVIRONMENT "PENDRA_ANALYTICS_ADDRESS=http://127.0.0.1:9/;QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_LOGGING_RULES=")
 endfunction()

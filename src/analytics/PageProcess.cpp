@@ -1,0 +1,81 @@
+#include "analytics/PageProcess.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace pendra {
+
+PageProcess::PageProcess(QString program, std::chrono::milliseconds startDelay)
+    : program_(std::move(program)) {
+  // What the engine says to its terminal is nobody's concern; the log is Pendra's own.
+  process_.setStandardErrorFile(QProcess::nullDevice());
+  startTimer_.setSingleShot(true);
+  startTimer_.setInterval(startDelay);
+  QObject::connect(&startTimer_, &QTimer::timeout, &process_, [this] { start(); });
+  QObject::connect(&process_, &QProcess::readyReadStandardOutput, &process_, [this] { readAnswers(); });
+  QObject::connect(&process_, &QProcess::errorOccurred, &process_,
+                   [this] { processEnded(process_.errorString()); });
+  QObject::connect(&process_, &QProcess::finished, &process_, [this] { processEnded("the page ended"); });
+}
+
+PageProcess::~PageProcess() {
+  process_.disconnect();
+  process_.kill();
+  process_.waitForFinished(1000);
+}
+
+QString PageProcess::besideProgram() { return QCoreApplication::applicationDirPath() + u"/pendra-page"; }
+
+void PageProcess::load(const QString& address) {
+  address_ = address;
+  startTimer_.start();
+}
+
+void PageProcess::start() {
+  process_.start(program_, QStringList());
+  send({{"do", "load"}, {"address", address_}, {"scripts", QJsonArray::fromStringList(userScripts_)}});
+}
+
+void PageProcess::evaluate(const QString& script, std::function<void(const QString&)> done) {
+  const int id = ++lastId_;
+  pending_.emplace(id, std::move(done));
+  if (process_.state() == QProcess::NotRunning) {
+    QTimer::singleShot(0, &process_, [this] { processEnded("no page is loaded"); });
+    return;
+  }
+  send({{"do", "evaluate"}, {"id", id}, {"script", script}});
+}
+
+void PageProcess::send(const QJsonObject& request) {
+  process_.write(QJsonDocument(request).toJson(QJsonDocument::Compact) + '\n');
+}
+
+void PageProcess::readAnswers() {
+  while (process_.canReadLine()) handle(QJsonDocument::fromJson(process_.readLine()).object());
+}
+
+void PageProcess::handle(const QJsonObject& answer) {
+  const QString event = answer["event"].toString();
+  if (event == u"evaluated") {
+    if (auto script = pending_.extract(answer["id"].toInt()); script && script.mapped()) {
+      script.mapped()(answer["error"].toString());
+    }
+    return;
+  }
+  if (!delegate_) return;
+  if (event == u"finished") delegate_->didFinishNavigation();
+  if (event == u"failed") delegate_->didFailNavigation(answer["error"].toString());
+  if (event == u"message")
+    delegate_->didReceiveScriptMessage(answer["name"].toString(), answer["body"].toString());
+}
+
+void PageProcess::processEnded(const QString& reason) {
+  for (const auto& [id, done] : std::exchange(pending_, {})) {
+    if (done) done(reason);
+  }
+  if (delegate_) delegate_->didFailNavigation(reason);
+}
+
+}  // namespace pendra

@@ -1,0 +1,39 @@
+#include "analytics/StartTracking.h"
+
+#include <QUuid>
+
+#include "analytics/PageProcess.h"
+#include "analytics/TrackerNotifications.h"
+#include "platform/Identifiers.h"
+#include "platform/Log.h"
+#include "platform/Resources.h"
+#include "platform/Text.h"
+
+namespace pendra {
+
+namespace {
+
+/// Where events go: to the service, or to whatever a test of the whole program listens on.
+QString serviceAddress() {
+  return qEnvironmentVariable("PENDRA_ANALYTICS_ADDRESS", identifiers::kAnalyticsAddress);
+}
+
+}  // namespace
+
+std::unique_ptr<Tracker> startTracking(TrackerSources sources) {
+  const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+  auto tracker = std::make_unique<Tracker>(uuid, std::make_unique<PageProcess>(PageProcess::besideProgram()),
+                                           sources, TrackerFacts::ofMachine(), resourceFolder());
+  const auto started = [&center = sources.center](const std::optional<QString>& error) {
+    if (error) {
+      logLine(formatted(u"could not start tracking: %@", {*error}));
+      return;
+    }
+    logLine("tracking started");
+    center.post(tracker_notifications::kTracker, tracker_notifications::kAppLaunched);
+  };
+  tracker->startTrackingCompletionHandler(started, serviceAddress());
+  return tracker;
+}
+
+}  // namespace pendra

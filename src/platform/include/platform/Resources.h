@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+namespace pendra {
+
+/// The folder of the program's resources, absolute: "../share/pendra" beside the folder of the program,
+/// where an installation puts them and where the build keeps its own copy.
+QString resourceFolder();
+
+}  // namespace pendra
