@@ -34,7 +34,8 @@ struct ColumnHead {
   Alignment alignment = Alignment::Left;
   CellKind kind = CellKind::Text;
   bool sortable = true;
-  int weight = 0;  ///< share of the width that is left; 0: as wide as its content needs
+  int weight = 0;    ///< share of the width that is left; 0: as wide as its content needs
+  QString widest{};  ///< without a weight: the longest text to expect; empty: the kind's own
 };
 
 /// What the rows are ordered by. Without a key all rows are equal.

@@ -1,0 +1,303 @@
+#include "PendraStyle.h"
+
+#include <QPainter>
+#include <QPushButton>
+#include <QStyleOption>
+
+#include "ui/Buttons.h"
+#include "ui/Symbols.h"
+#include "ui/Theme.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr int kIndicator = 16;
+constexpr int kScrollBar = 12;
+constexpr int kFieldPadding = 6;
+constexpr int kArrowWidth = 24;
+
+/// What decides how a push button is drawn.
+struct ButtonLook {
+  bool filled;
+  bool flat;
+  bool enabled;
+  bool hovered;
+  bool pressed;
+
+  explicit ButtonLook(const QStyleOption& option, const QWidget* widget)
+      : filled(isPrimary(option, widget)),
+        flat(isFlat(option)),
+        enabled(option.state & QStyle::State_Enabled),
+        hovered(enabled && option.state & QStyle::State_MouseOver),
+        pressed(option.state & (QStyle::State_Sunken | QStyle::State_On)) {}
+
+ private:
+  static bool isPrimary(const QStyleOption& option, const QWidget* widget) {
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    const bool isDefault = button && button->features & QStyleOptionButton::DefaultButton;
+    return isDefault || (widget && widget->property(kPrimaryProperty).toBool());
+  }
+  static bool isFlat(const QStyleOption& option) {
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    return button && button->features & QStyleOptionButton::Flat;
+  }
+};
+
+QColor controlLine(const Colours& colours) { return mixed(colours.line, colours.quiet, 0.35); }
+
+/// What a filled button is filled with and how its label is written.
+QColor fillOf(const ButtonLook& look, const Colours& colours) {
+  if (!look.enabled) return colours.line;
+  if (look.pressed) return mixed(colours.running, colours.text, 0.2);
+  return look.hovered ? mixed(colours.running, colours.text, 0.1) : colours.running;
+}
+
+void drawRounded(QPainter& painter, const QRect& rect, const QColor& fill, const QColor& line) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
+  painter.setPen(line.isValid() ? QPen(line, 1) : QPen(Qt::NoPen));
+  painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), metrics::kRadius, metrics::kRadius);
+  painter.restore();
+}
+
+void drawFocusRing(QPainter& painter, const QRect& rect, const Colours& colours) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(colours.link, 2));
+  painter.drawRoundedRect(QRectF(rect).adjusted(1, 1, -1, -1), metrics::kRadius, metrics::kRadius);
+  painter.restore();
+}
+
+void drawButtonPanel(QPainter& painter, const QStyleOption& option, const QWidget* widget) {
+  const Colours& colours = Theme::colours(option.palette);
+  const ButtonLook look(option, widget);
+  if (look.filled) {
+    drawRounded(painter, option.rect, fillOf(look, colours), {});
+  } else if (look.flat) {
+    if (look.hovered || look.pressed) drawRounded(painter, option.rect, colours.line, {});
+  } else {
+    const QColor face =
+        Theme::isDark(option.palette) ? mixed(colours.window, colours.line, 0.6) : colours.base;
+    const QColor shade = mixed(face, colours.line, look.pressed ? 0.9 : look.hovered ? 0.45 : 0);
+    drawRounded(painter, option.rect, shade, controlLine(colours));
+  }
+  if (option.state & QStyle::State_HasFocus && option.state & QStyle::State_KeyboardFocusChange) {
+    drawFocusRing(painter, option.rect, colours);
+  }
+}
+
+void drawFieldPanel(QPainter& painter, const QStyleOption& option, const QWidget* widget) {
+  const Colours& colours = Theme::colours(option.palette);
+  const bool unreadable = widget && widget->property(kUnreadableProperty).toBool();
+  const bool enabled = option.state & QStyle::State_Enabled;
+  drawRounded(painter, option.rect, enabled ? colours.base : colours.window,
+              unreadable ? colours.warning : controlLine(colours));
+  if (option.state & QStyle::State_HasFocus && enabled) drawFocusRing(painter, option.rect, colours);
+}
+
+void drawChevron(QPainter& painter, const QPointF& centre, const QColor& colour) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colour, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPolyline(
+      QPolygonF{centre + QPointF(-3.5, -1.75), centre + QPointF(0, 1.75), centre + QPointF(3.5, -1.75)});
+  painter.restore();
+}
+
+void drawIndicator(QPainter& painter, const QStyleOption& option) {
+  const Colours& colours = Theme::colours(option.palette);
+  const bool on = option.state & (QStyle::State_On | QStyle::State_NoChange);
+  const bool enabled = option.state & QStyle::State_Enabled;
+  const QColor colour = !enabled ? mixed(colours.quiet, colours.window, 0.5)
+                        : on     ? colours.link
+                                 : colours.quiet;
+  QRectF box(0, 0, kIndicator, kIndicator);
+  box.moveCenter(QRectF(option.rect).center());
+  drawSymbol(painter, box, on ? Symbol::CheckOn : Symbol::CheckOff, colour);
+}
+
+void drawRadio(QPainter& painter, const QStyleOption& option) {
+  const Colours& colours = Theme::colours(option.palette);
+  const bool on = option.state & QStyle::State_On;
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  QRectF ring(0, 0, kIndicator - 2, kIndicator - 2);
+  ring.moveCenter(QRectF(option.rect).center());
+  painter.setPen(QPen(on ? colours.link : colours.quiet, 1.2));
+  painter.setBrush(on ? colours.link : colours.base);
+  painter.drawEllipse(ring);
+  if (on) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colours.base);
+    painter.drawEllipse(ring.center(), 2.5, 2.5);
+  }
+  painter.restore();
+}
+
+void drawScrollBar(QPainter& painter, const QStyleOptionSlider& bar, const QRect& handle) {
+  const Colours& colours = Theme::colours(bar.palette);
+  const bool active = bar.state & (QStyle::State_MouseOver | QStyle::State_Sunken);
+  painter.fillRect(bar.rect, colours.base);
+  const QRect inner = handle.adjusted(3, 3, -3, -3);
+  drawRounded(painter, inner, mixed(colours.base, colours.quiet, active ? 0.7 : 0.4), {});
+}
+
+}  // namespace
+
+PendraStyle::PendraStyle() : QProxyStyle(QStringLiteral("fusion")) {}
+
+void PendraStyle::polish(QPalette& palette) { palette = Theme::palette(palette); }
+
+void PendraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                                const QWidget* widget) const {
+  switch (element) {
+    case PE_PanelButtonCommand:
+      return drawButtonPanel(*painter, *option, widget);
+    case PE_PanelLineEdit: {
+      const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+      if (frame && frame->lineWidth > 0) return drawFieldPanel(*painter, *option, widget);
+      painter->fillRect(option->rect, option->palette.base());
+      return;
+    }
+    case PE_FrameLineEdit:
+      return drawFieldPanel(*painter, *option, widget);
+    case PE_FrameDefaultButton:
+      return;
+    case PE_IndicatorCheckBox:
+      return drawIndicator(*painter, *option);
+    case PE_IndicatorRadioButton:
+      return drawRadio(*painter, *option);
+    case PE_FrameFocusRect:
+      // A push button draws its own ring around the panel.
+      if (!qobject_cast<const QPushButton*>(widget)) {
+        drawFocusRing(*painter, option->rect, Theme::colours(option->palette));
+      }
+      return;
+    default:
+      QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
+}
+
+void PendraStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+  if (element != CE_PushButtonLabel || !button) {
+    return QProxyStyle::drawControl(element, option, painter, widget);
+  }
+  const Colours& colours = Theme::colours(option->palette);
+  const ButtonLook look(*option, widget);
+  QStyleOptionButton label = *button;
+  if (look.enabled && look.filled) {
+    label.palette.setColor(QPalette::ButtonText, Theme::isDark(option->palette) ? colours.base : Qt::white);
+    QFont font = painter->font();
+    font.setWeight(QFont::DemiBold);
+    painter->setFont(font);
+  } else if (look.enabled && look.flat && !widget->testAttribute(Qt::WA_SetPalette)) {
+    label.palette.setColor(QPalette::ButtonText, colours.link);
+  }
+  QProxyStyle::drawControl(element, &label, painter, widget);
+}
+
+void PendraStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                     QPainter* painter, const QWidget* widget) const {
+  if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+      bar && control == CC_ScrollBar) {
+    return drawScrollBar(*painter, *bar, subControlRect(control, option, SC_ScrollBarSlider, widget));
+  }
+  if (control == CC_ComboBox) {
+    drawFieldPanel(*painter, *option, widget);
+    const Colours& colours = Theme::colours(option->palette);
+    const bool enabled = option->state & State_Enabled;
+    const QPointF centre(option->rect.right() - 12, QRectF(option->rect).center().y());
+    return drawChevron(*painter, centre, enabled ? colours.quiet : controlLine(colours));
+  }
+  QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+QRect PendraStyle::subElementRect(SubElement element, const QStyleOption* option,
+                                  const QWidget* widget) const {
+  const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+  const bool framed = element == SE_LineEditContents && frame && frame->lineWidth > 0;
+  return framed ? rect.adjusted(kFieldPadding - 2, 0, 2 - kFieldPadding, 0) : rect;
+}
+
+QRect PendraStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                  const QWidget* widget) const {
+  if (control == CC_ComboBox && part == SC_ComboBoxEditField) {
+    return option->rect.adjusted(kFieldPadding, 2, -kArrowWidth, -2);
+  }
+  if (control == CC_ComboBox && part == SC_ComboBoxArrow) {
+    return {option->rect.right() - kArrowWidth, option->rect.top(), kArrowWidth + 1, option->rect.height()};
+  }
+  return QProxyStyle::subControlRect(control, option, part, widget);
+}
+
+QSize PendraStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                    const QWidget* widget) const {
+  QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+  switch (type) {
+    case CT_PushButton: {
+      const ButtonLook look(*option, widget);
+      size.setWidth(contents.width() + (look.flat ? metrics::kSide : 2 * metrics::kSide));
+      return size.expandedTo(
+          {look.flat ? 0 : 80, look.flat ? metrics::kControlHeight - 4 : metrics::kButtonHeight});
+    }
+    case CT_ComboBox:
+      return QSize(contents.width() + 2 * kFieldPadding + kArrowWidth, size.height())
+          .expandedTo({0, metrics::kControlHeight});
+    case CT_LineEdit:
+      return size.expandedTo({0, metrics::kControlHeight});
+    case CT_MenuItem:
+      return size.expandedTo({0, size.height() > metrics::kGrid + 4 ? metrics::kControlHeight - 2 : 0});
+    default:
+      return size;
+  }
+}
+
+int PendraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+  switch (metric) {
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+      return kIndicator;
+    case PM_ScrollBarExtent:
+      return kScrollBar;
+    case PM_LayoutLeftMargin:
+    case PM_LayoutTopMargin:
+    case PM_LayoutRightMargin:
+    case PM_LayoutBottomMargin:
+      return metrics::kSide;
+    case PM_LayoutHorizontalSpacing:
+    case PM_LayoutVerticalSpacing:
+      return metrics::kGrid;
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+      return 0;
+    default:
+      return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+}
+
+int PendraStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                           QStyleHintReturn* data) const {
+  switch (hint) {
+    case SH_FormLayoutLabelAlignment:
+      return Qt::AlignRight | Qt::AlignVCenter;
+    case SH_DialogButtonLayout:
+      return 3;  // QDialogButtonBox::GnomeLayout: the affirmative button last
+    case SH_ComboBox_Popup:
+    case SH_EtchDisabledText:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+    case SH_ItemView_ActivateItemOnSingleClick:
+      return 0;
+    default:
+      return QProxyStyle::styleHint(hint, option, widget, data);
+  }
+}
+
+}  // namespace pendra

@@ -1,0 +1,163 @@
+#include "RowDelegate.h"
+
+#include <QLineEdit>
+#include <QPainter>
+#include <cmath>
+
+#include "ui/Symbols.h"
+#include "ui/TableModel.h"
+#include "ui/TabularText.h"
+#include "ui/Theme.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr int kSign = 18;
+constexpr int kBox = 16;
+
+/// What the cells of one row have in common.
+struct RowLook {
+  const Colours& colours;
+  bool selected;
+  bool running;
+  bool hovered;
+
+  [[nodiscard]] QColor background() const {
+    if (selected) return colours.selection;
+    if (running) return hovered ? mixed(colours.runningRow, colours.running, 0.06) : colours.runningRow;
+    return hovered ? colours.hover : colours.base;
+  }
+  [[nodiscard]] QColor ink(const QColor& colour) const {
+    return Theme::readable(colour, background(), colours.text);
+  }
+};
+
+void drawBackground(QPainter& painter, const QRect& cell, const RowLook& look) {
+  painter.fillRect(cell, look.background());
+  painter.fillRect(QRect(cell.left(), cell.bottom(), cell.width(), 1), look.colours.line);
+}
+
+void drawWords(QPainter& painter, const QRect& content, const QModelIndex& index, const QColor& ink) {
+  const QString text =
+      painter.fontMetrics().elidedText(index.data().toString().simplified(), Qt::ElideRight, content.width());
+  painter.setPen(ink);
+  painter.drawText(content, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine, text);
+}
+
+void drawTime(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
+              const QColor& stopped) {
+  QFont font = painter.font();
+  if (look.running) font.setWeight(QFont::DemiBold);
+  painter.setFont(font);
+  painter.setPen(look.ink(look.running ? look.colours.running : stopped));
+  drawTabular(painter, content, Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()),
+              index.data().toString());
+}
+
+void drawSign(QPainter& painter, const QRect& content, const RowLook& look, bool under) {
+  QRectF sign(content.left(), 0, kSign, kSign);
+  sign.moveCenter(QPointF(sign.center().x(), QRectF(content).center().y()));
+  const QColor still = under ? look.colours.text : look.colours.quiet;
+  drawSymbol(painter, sign, look.running ? Symbol::Pause : Symbol::Play,
+             look.ink(look.running ? look.colours.running : still));
+}
+
+void drawCheck(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look) {
+  const bool on = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+  QRectF box(0, 0, kBox, kBox);
+  box.moveCenter(QRectF(content).center());
+  const int alignment = index.data(Qt::TextAlignmentRole).toInt();
+  if (alignment & Qt::AlignLeft) box.moveLeft(content.left());
+  if (alignment & Qt::AlignRight) box.moveRight(content.left() + content.width());
+  drawSymbol(painter, box, on ? Symbol::CheckOn : Symbol::CheckOff,
+             look.ink(on ? look.colours.link : look.colours.quiet));
+}
+
+void drawLink(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
+              bool under) {
+  QFont font = painter.font();
+  font.setUnderline(under);
+  painter.setFont(font);
+  drawWords(painter, content, index, look.ink(look.colours.link));
+}
+
+void drawContent(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
+                 bool under) {
+  switch (RowDelegate::kindOf(index)) {
+    case CellKind::Text:
+      return drawWords(painter, content, index, look.colours.text);
+    case CellKind::Secondary:
+      return drawWords(painter, content, index, look.ink(look.colours.quiet));
+    case CellKind::Time:
+      return drawTime(painter, content, index, look, look.colours.text);
+    case CellKind::SecondaryTime:
+      return drawTime(painter, content, index, look, look.colours.quiet);
+    case CellKind::StartStop:
+      return drawSign(painter, content, look, under);
+    case CellKind::Link:
+      return drawLink(painter, content, index, look, under);
+    case CellKind::Check:
+      return drawCheck(painter, content, index, look);
+  }
+}
+
+}  // namespace
+
+CellKind RowDelegate::kindOf(const QModelIndex& index) {
+  return static_cast<CellKind>(index.data(TableModel::kKindRole).toInt());
+}
+
+QRect RowDelegate::contentRect(const QRect& cell, int column, int columns) {
+  const int left = column == 0 ? metrics::kSide : metrics::kCellPadding;
+  const int right = column == columns - 1 ? metrics::kSide : metrics::kCellPadding;
+  return cell.adjusted(left, 0, -right, -1);
+}
+
+int RowDelegate::naturalWidth(CellKind kind, const QString& text, const QFont& font) {
+  QFont heavy = font;
+  heavy.setWeight(QFont::DemiBold);
+  switch (kind) {
+    case CellKind::StartStop:
+      return kSign;
+    case CellKind::Check:
+      return kBox;
+    case CellKind::Time:
+    case CellKind::SecondaryTime:
+      return static_cast<int>(
+          std::ceil(tabularWidth(heavy, text.isEmpty() ? QStringLiteral("000:00:00") : text)));
+    default:
+      return QFontMetrics(font).horizontalAdvance(text) + 1;
+  }
+}
+
+void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const {
+  const RowLook look{Theme::colours(option.palette), bool(option.state & QStyle::State_Selected),
+                     index.data(TableModel::kRunningRole).toBool(),
+                     hovered_.isValid() && hovered_.row() == index.row()};
+  painter->save();
+  painter->setClipRect(option.rect);
+  drawBackground(*painter, option.rect, look);
+  painter->setFont(option.font);
+  const QRect content = contentRect(option.rect, index.column(), index.model()->columnCount());
+  drawContent(*painter, content, index, look, hovered_ == index);
+  if (option.state & QStyle::State_HasFocus && actsOnPress(kindOf(index))) {
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(look.colours.link, 2));
+    painter->drawRoundedRect(QRectF(option.rect).adjusted(3, 3, -3, -4), metrics::kRadius, metrics::kRadius);
+  }
+  painter->restore();
+}
+
+QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                   const QModelIndex& index) const {
+  QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+  if (!editor) return nullptr;
+  editor->setFont(option.font);
+  editor->setAccessibleName(
+      index.model()->headerData(index.column(), Qt::Horizontal, Qt::AccessibleTextRole).toString());
+  return editor;
+}
+
+}  // namespace pendra

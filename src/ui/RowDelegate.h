@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+#include "ui_core/TableSource.h"
+
+namespace pendra {
+
+/// Paints every kind of cell of a RowTableView.
+class RowDelegate final : public QStyledItemDelegate {
+  Q_OBJECT
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void setHovered(const QModelIndex& index) { hovered_ = index; }
+  [[nodiscard]] QModelIndex hovered() const { return hovered_; }
+
+  /// The part of a cell in which its content stands.
+  [[nodiscard]] static QRect contentRect(const QRect& cell, int column, int columns);
+  [[nodiscard]] static CellKind kindOf(const QModelIndex& index);
+  /// How wide a cell's content would like to be.
+  [[nodiscard]] static int naturalWidth(CellKind kind, const QString& text, const QFont& font);
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const override;
+
+ private:
+  QPersistentModelIndex hovered_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,81 @@
+#include "RowHeader.h"
+
+#include <QPainter>
+
+#include "RowDelegate.h"
+#include "ui/TableModel.h"
+#include "ui/Theme.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr int kSignWidth = 8;
+constexpr int kSignGap = 4;
+
+void drawSortSign(QPainter& painter, const QPointF& middle, bool ascending, const QColor& colour) {
+  const qreal tip = ascending ? -2.5 : 2.5;
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(colour);
+  painter.drawPolygon(
+      QPolygonF{middle + QPointF(-4, -tip), middle + QPointF(4, -tip), middle + QPointF(0, tip)});
+}
+
+void drawHead(QPainter& painter, const QRect& content, const ColumnHead& head, const SortDescriptor& sort) {
+  const bool sorted = head.sortable && sort.key == head.identifier && !head.title.isEmpty();
+  const int sign = sorted ? kSignGap + kSignWidth : 0;
+  const QString title = painter.fontMetrics().elidedText(head.title, Qt::ElideRight, content.width() - sign);
+  const int width = painter.fontMetrics().horizontalAdvance(title) + sign;
+  int left = content.left();
+  if (head.alignment == Alignment::Right) left += content.width() - width;
+  if (head.alignment == Alignment::Center) left += (content.width() - width) / 2;
+  painter.drawText(QRect(left, content.top(), width, content.height()), Qt::AlignLeft | Qt::AlignVCenter,
+                   title);
+  if (!sorted) return;
+  const QPointF middle(left + width - kSignWidth / 2, QRectF(content).center().y() + 0.5);
+  drawSortSign(painter, middle, sort.ascending, painter.pen().color());
+}
+
+}  // namespace
+
+RowHeader::RowHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+  setSectionsClickable(true);
+  setHighlightSections(false);
+  setSectionResizeMode(QHeaderView::Interactive);
+  setMinimumSectionSize(metrics::kRowHeight);
+  setFont(Theme::quietFont());
+}
+
+const TableModel* RowHeader::tableModel() const { return qobject_cast<const TableModel*>(model()); }
+
+int RowHeader::naturalWidth(int section) const {
+  const QString title = model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
+  return QFontMetrics(headFont()).horizontalAdvance(title) + (title.isEmpty() ? 0 : kSignGap + kSignWidth);
+}
+
+QSize RowHeader::sizeHint() const {
+  return {QHeaderView::sizeHint().width(), std::max(metrics::kHeadHeight, fontMetrics().height() + 10)};
+}
+
+void RowHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
+  if (!tableModel() || !rect.isValid()) return;
+  const TableSource& source = tableModel()->source();
+  const Colours& colours = Theme::colours(palette());
+  painter->save();
+  painter->fillRect(rect, colours.window);
+  painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), colours.line);
+  painter->setFont(headFont());
+  painter->setPen(colours.quiet);
+  drawHead(*painter, RowDelegate::contentRect(rect, section, source.columnCount()), source.head(section),
+           source.sortDescriptor());
+  painter->restore();
+}
+
+QFont RowHeader::headFont() const {
+  QFont font = this->font();
+  font.setWeight(QFont::Medium);
+  return font;
+}
+
+}  // namespace pendra

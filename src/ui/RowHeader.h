@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QHeaderView>
+
+namespace pendra {
+
+class TableModel;
+
+/// Heads of a RowTableView: quiet words aligned as their columns, a small sign where the rows are sorted.
+class RowHeader final : public QHeaderView {
+  Q_OBJECT
+ public:
+  explicit RowHeader(QWidget* parent = nullptr);
+
+  /// How wide the head of a column would like to be, without the cell's padding.
+  [[nodiscard]] int naturalWidth(int section) const;
+  [[nodiscard]] QSize sizeHint() const override;
+
+ protected:
+  void paintSection(QPainter* painter, const QRect& rect, int section) const override;
+
+ private:
+  [[nodiscard]] const TableModel* tableModel() const;
+  [[nodiscard]] QFont headFont() const;
+};
+
+}  // namespace pendra

@@ -1,0 +1,339 @@
+#include "ui/RowTableView.h"
+
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QToolTip>
+#include <numeric>
+
+#include "EmptyState.h"
+#include "RowDelegate.h"
+#include "RowHeader.h"
+#include "ui/Theme.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr int kNarrowest = 56;
+
+/// The rows as ranges, so that many neighbours cost no more than one.
+QItemSelection rangesOf(const std::vector<int>& rows, const QAbstractItemModel& model) {
+  QItemSelection selection;
+  const int last = model.columnCount() - 1;
+  for (size_t first = 0; first < rows.size();) {
+    size_t end = first + 1;
+    while (end < rows.size() && rows[end] == rows[end - 1] + 1) ++end;
+    selection.append(QItemSelectionRange(model.index(rows[first], 0), model.index(rows[end - 1], last)));
+    first = end;
+  }
+  return selection;
+}
+
+RowDelegate& delegateOf(const RowTableView& view) { return *static_cast<RowDelegate*>(view.itemDelegate()); }
+
+bool acts(const QModelIndex& index) { return index.isValid() && actsOnPress(RowDelegate::kindOf(index)); }
+
+}  // namespace
+
+RowTableView::RowTableView(QWidget* parent) : QTableView(parent), empty_(new EmptyState(viewport())) {
+  setFrameShape(QFrame::NoFrame);
+  setShowGrid(false);
+  setFont(Theme::cellFont());
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(SingleSelection);
+  setEditTriggers(DoubleClicked | EditKeyPressed);
+  setTabKeyNavigation(false);
+  setWordWrap(false);
+  setMouseTracking(true);
+  setHorizontalScrollMode(ScrollPerPixel);
+  setItemDelegate(new RowDelegate(this));
+  empty_->hide();
+  connect(&empty_->button(), &QPushButton::clicked, this, &RowTableView::emptyButtonClicked);
+  makeHeads();
+}
+
+void RowTableView::makeHeads() {
+  auto* heads = new RowHeader(this);
+  setHorizontalHeader(heads);
+  verticalHeader()->hide();
+  verticalHeader()->setMinimumSectionSize(metrics::kRowHeight);
+  verticalHeader()->setDefaultSectionSize(std::max(metrics::kRowHeight, fontMetrics().height() + 10));
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  connect(heads, &QHeaderView::sectionClicked, this, &RowTableView::clickHead);
+  connect(heads, &QHeaderView::sectionResized, this,
+          [this](int section, int, int width) { keepDraggedWidth(section, width); });
+}
+
+void RowTableView::setSource(TableSource& source) {
+  model_ = new TableModel(source, this);
+  setModel(model_);
+  weights_.clear();
+  for (int column = 0; column < source.columnCount(); ++column)
+    weights_.push_back(source.head(column).weight);
+  connect(model_, &QAbstractItemModel::modelAboutToBeReset, this, &RowTableView::rememberSelection);
+  connect(model_, &QAbstractItemModel::modelReset, this, &RowTableView::restoreSelection);
+  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &RowTableView::selectionDidChange);
+  distributeWidths();
+  placeEmptyState();
+}
+
+void RowTableView::reloadData() { model_->reloadData(); }
+
+void RowTableView::redrawRow(int row) { model_->updateRow(row); }
+
+std::vector<int> RowTableView::selectedRows() const {
+  std::vector<int> rows;
+  if (!selectionModel()) return rows;
+  const QItemSelection selection = selectionModel()->selection();
+  for (const QItemSelectionRange& range : selection) {
+    for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row);
+  }
+  std::sort(rows.begin(), rows.end());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+  return rows;
+}
+
+void RowTableView::selectRow(int row) { selectRows({row}); }
+
+void RowTableView::selectRows(const std::vector<int>& rows) {
+  std::vector<int> present;
+  std::copy_if(rows.begin(), rows.end(), std::back_inserter(present),
+               [this](int row) { return row >= 0 && row < model_->rowCount(); });
+  std::sort(present.begin(), present.end());
+  if (present.empty()) return clearSelection();
+  selectSilently(present, present.front());
+  scrollTo(model_->index(present.front(), currentIndex().column()));
+  Q_EMIT selectionDidChange();
+}
+
+void RowTableView::clearSelection() { QTableView::clearSelection(); }
+
+QString RowTableView::sortKey() const { return model_ ? model_->source().sortDescriptor().key : QString(); }
+
+bool RowTableView::sortAscending() const { return !model_ || model_->source().sortDescriptor().ascending; }
+
+void RowTableView::setSortDescriptor(const SortDescriptor& descriptor) {
+  model_->sortBy(descriptor);
+  horizontalHeader()->viewport()->update();
+}
+
+void RowTableView::clickHead(int section) {
+  const ColumnHead& head = model_->source().head(section);
+  if (head.sortable) {
+    const bool again = sortKey() == head.identifier;
+    setSortDescriptor({head.identifier, again ? !sortAscending() : true});
+    Q_EMIT sortDescriptorsDidChange();
+  }
+  Q_EMIT headClicked(head.identifier);
+}
+
+void RowTableView::editCell(const QString& identifier, int row) {
+  const QModelIndex index = model_->index(row, model_->columnOf(identifier));
+  if (!index.isValid()) return;
+  scrollTo(index);
+  setCurrentIndex(index);
+  edit(index);
+}
+
+void RowTableView::setEmptyState(const QString& sentence, const QString& buttonTitle) {
+  empty_->say(sentence, buttonTitle);
+  placeEmptyState();
+}
+
+void RowTableView::pressCell(const QModelIndex& index) {
+  if (acts(index)) Q_EMIT cellPressed(index.row(), model_->source().head(index.column()).identifier);
+}
+
+// Selection over a reload.
+
+void RowTableView::rememberSelection() {
+  remembered_ = {};
+  for (const int row : selectedRows()) remembered_.selected.push_back(model_->source().identity(row));
+  remembered_.current = model_->source().identity(currentIndex().row());
+  remembered_.currentColumn = std::max(0, currentIndex().column());
+  remembered_.scroll = verticalScrollBar()->value();
+}
+
+void RowTableView::restoreSelection() {
+  const QSet<quint64> wanted(remembered_.selected.begin(), remembered_.selected.end());
+  std::vector<int> rows;
+  int current = -1;
+  const TableSource& source = model_->source();
+  for (int row = 0; (!wanted.isEmpty() || remembered_.current) && row < source.rowCount(); ++row) {
+    const quint64 identity = source.identity(row);
+    if (identity == 0) continue;
+    if (wanted.contains(identity)) rows.push_back(row);
+    if (identity == remembered_.current) current = row;
+  }
+  distributeWidths();
+  selectSilently(rows, current);
+  verticalScrollBar()->setValue(remembered_.scroll);
+  placeEmptyState();
+  if (rows.size() < remembered_.selected.size()) Q_EMIT selectionDidChange();
+}
+
+void RowTableView::selectSilently(const std::vector<int>& rows, int current) {
+  const QSignalBlocker silent(selectionModel());
+  const int column = currentIndex().isValid() ? currentIndex().column() : remembered_.currentColumn;
+  selectionModel()->setCurrentIndex(model_->index(current, std::min(column, model_->columnCount() - 1)),
+                                    QItemSelectionModel::NoUpdate);
+  selectionModel()->select(rangesOf(rows, *model_),
+                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  viewport()->update();
+}
+
+// Widths.
+
+int RowTableView::contentWidth(int column) const {
+  const ColumnHead& head = model_->source().head(column);
+  const QString widest = head.widest.isEmpty() ? model_->source().text(0, column) : head.widest;
+  const QString text =
+      head.kind == CellKind::Time || head.kind == CellKind::SecondaryTime ? head.widest : widest;
+  const int content = std::max(RowDelegate::naturalWidth(head.kind, text, font()),
+                               static_cast<RowHeader*>(horizontalHeader())->naturalWidth(column));
+  const QRect inner = RowDelegate::contentRect(QRect(0, 0, 100, 100), column, model_->columnCount());
+  return content + 100 - inner.width();
+}
+
+void RowTableView::distributeWidths() {
+  if (!model_) return;
+  distributing_ = true;
+  int left = viewport()->width();
+  double weight = std::accumulate(weights_.begin(), weights_.end(), 0.0);
+  for (int column = 0; column < model_->columnCount(); ++column) {
+    if (weights_[static_cast<size_t>(column)] > 0) continue;
+    setColumnWidth(column, contentWidth(column));
+    left -= columnWidth(column);
+  }
+  // Each column takes its part of what the ones before it have left, so that nothing is lost to rounding.
+  for (int column = 0; column < model_->columnCount(); ++column) {
+    const double own = weights_[static_cast<size_t>(column)];
+    if (own <= 0) continue;
+    setColumnWidth(column, std::max(kNarrowest, static_cast<int>(left * own / weight)));
+    left -= columnWidth(column);
+    weight -= own;
+  }
+  distributing_ = false;
+}
+
+/// A width that the user dragged stays in proportion when the window grows.
+void RowTableView::keepDraggedWidth(int section, int width) {
+  if (distributing_ || !model_ || weights_[static_cast<size_t>(section)] <= 0) return;
+  for (int column = 0; column < model_->columnCount(); ++column) {
+    double& weight = weights_[static_cast<size_t>(column)];
+    if (weight > 0) weight = column == section ? width : columnWidth(column);
+  }
+}
+
+void RowTableView::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  distributeWidths();
+  placeEmptyState();
+}
+
+void RowTableView::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange) distributeWidths();
+}
+
+void RowTableView::placeEmptyState() {
+  const bool shown = empty_->hasSomethingToSay() && model_ && model_->rowCount() == 0;
+  empty_->setVisible(shown);
+  if (!shown) return;
+  empty_->adjustSize();
+  QRect place = empty_->rect();
+  place.moveCenter(viewport()->rect().center());
+  empty_->setGeometry(place);
+}
+
+// Drawing and presses.
+
+void RowTableView::redrawRect(int row) {
+  const int height = rowHeight(row);
+  viewport()->update(0, rowViewportPosition(row), viewport()->width(), height);
+}
+
+/// A changed row costs the painting of that row, not of the table.
+void RowTableView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                               const QList<int>&) {
+  for (int row = topLeft.row(); row <= bottomRight.row(); ++row) redrawRect(row);
+}
+
+void RowTableView::setHovered(int row) {
+  if (row == hovered_) return;
+  for (const int changed : {hovered_, row}) {
+    if (changed >= 0 && changed < model_->rowCount()) redrawRect(changed);
+  }
+  hovered_ = row;
+}
+
+void RowTableView::mousePressEvent(QMouseEvent* event) {
+  QTableView::mousePressEvent(event);
+  const QModelIndex index = indexAt(event->pos());
+  const bool plain = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
+  pressed_ = plain && acts(index) ? index : QModelIndex();
+  if (plain && !index.isValid()) clearSelection();
+}
+
+void RowTableView::mouseReleaseEvent(QMouseEvent* event) {
+  QTableView::mouseReleaseEvent(event);
+  const QModelIndex index = pressed_;
+  pressed_ = QModelIndex();
+  // Last: whoever answers a press may open a sheet or close the window.
+  if (index.isValid() && indexAt(event->pos()) == index) pressCell(index);
+}
+
+void RowTableView::mouseDoubleClickEvent(QMouseEvent* event) {
+  const QModelIndex index = indexAt(event->pos());
+  if (acts(index)) return mousePressEvent(event);
+  QTableView::mouseDoubleClickEvent(event);
+  if (event->button() != Qt::LeftButton || !index.isValid() || index.flags() & Qt::ItemIsEditable) return;
+  Q_EMIT rowActivated(index.row());
+}
+
+void RowTableView::mouseMoveEvent(QMouseEvent* event) {
+  QTableView::mouseMoveEvent(event);
+  const QModelIndex index = indexAt(event->pos());
+  if (delegateOf(*this).hovered() == index) return;
+  delegateOf(*this).setHovered(index);
+  if (index.row() == hovered_ && hovered_ >= 0) redrawRect(hovered_);
+  setHovered(index.row());
+  viewport()->setCursor(acts(index) ? Qt::PointingHandCursor : Qt::ArrowCursor);
+}
+
+void RowTableView::keyPressEvent(QKeyEvent* event) {
+  const QModelIndex index = currentIndex();
+  if (event->key() == Qt::Key_Space && acts(index)) return pressCell(index);
+  const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (isReturn && index.isValid() && state() != EditingState) {
+    Q_EMIT rowActivated(index.row());
+    return;
+  }
+  QTableView::keyPressEvent(event);
+}
+
+bool RowTableView::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::Leave && model_) {
+    delegateOf(*this).setHovered({});
+    setHovered(-1);
+  }
+  if (event->type() == QEvent::ToolTip) {
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QModelIndex index = indexAt(help->pos());
+    QToolTip::showText(help->globalPos(), textThatIsCut(index), this);
+    return true;
+  }
+  return QTableView::viewportEvent(event);
+}
+
+/// A cell's words when they do not fit, for a tool tip; empty when they do.
+QString RowTableView::textThatIsCut(const QModelIndex& index) const {
+  if (!index.isValid()) return {};
+  const QString text = index.data().toString();
+  const QRect content = RowDelegate::contentRect(visualRect(index), index.column(), model_->columnCount());
+  if (fontMetrics().horizontalAdvance(text.simplified()) <= content.width()) return {};
+  return QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
+}
+
+}  // namespace pendra

@@ -1,0 +1,53 @@
+#include "ui/Symbols.h"
+
+#include <QPainter>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+#include "platform/Text.h"
+
+namespace pendra {
+
+namespace {
+
+QString fileOf(Symbol symbol) {
+  switch (symbol) {
+    case Symbol::Play:
+      return QStringLiteral(":/images/play_button_enhanced.svg");
+    case Symbol::Pause:
+      return QStringLiteral(":/images/pause_button_enhanced.svg");
+    case Symbol::CheckOn:
+      return QStringLiteral(":/images/CheckBox_SmallControl_Selected.svg");
+    case Symbol::CheckOff:
+      return QStringLiteral(":/images/CheckBox_SmallControl_Unselected.svg");
+    case Symbol::Notes:
+      return QStringLiteral(":/images/Notesbox.svg");
+  }
+  return {};
+}
+
+QPixmap tinted(Symbol symbol, const QSize& pixels, const QColor& colour) {
+  const QString key = formatted(u"pendra/%@/%@x%@/%@", {fileOf(symbol), QString::number(pixels.width()),
+                                                        QString::number(pixels.height()), colour.name()});
+  QPixmap pixmap;
+  if (QPixmapCache::find(key, &pixmap)) return pixmap;
+  pixmap = QPixmap(pixels);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  QSvgRenderer(fileOf(symbol)).render(&painter);
+  painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  painter.fillRect(pixmap.rect(), colour);
+  painter.end();
+  QPixmapCache::insert(key, pixmap);
+  return pixmap;
+}
+
+}  // namespace
+
+void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QColor& colour) {
+  const qreal scale = painter.device()->devicePixelRatio();
+  const QPixmap pixmap = tinted(symbol, (rect.size() * scale).toSize(), colour);
+  painter.drawPixmap(rect, pixmap, QRectF(pixmap.rect()));
+}
+
+}  // namespace pendra

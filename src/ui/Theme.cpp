@@ -1,0 +1,164 @@
+#include "ui/Theme.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <cmath>
+
+#include "PendraStyle.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr double kReadable = 4.5;
+constexpr qreal kHeadPoints = 9;        // 12 pixels on a usual screen
+constexpr qreal kControlPoints = 9.75;  // 13 pixels
+constexpr qreal kTimePoints = 32;
+constexpr qreal kLabelPoints = 12;
+constexpr qreal kUnchosenPoints = 9;  // what Qt falls back to when no desktop says
+constexpr qreal kBodyPoints = 11;
+
+Appearance forced = Appearance::System;
+
+/// The desktop's own font; where no desktop chose one, a face made for screens in a readable size.
+QFont desktopFont() {
+  static const QFont font = [] {
+    QFont body = QApplication::font();
+    if (body.family() == u"Sans Serif") {
+      if (QFontDatabase::hasFamily(QStringLiteral("Inter"))) body.setFamily(QStringLiteral("Inter"));
+      if (body.pointSizeF() <= kUnchosenPoints) body.setPointSizeF(kBodyPoints);
+    }
+    if (body.pointSizeF() <= 0) body.setPointSizeF(kBodyPoints);
+    return body;
+  }();
+  return font;
+}
+
+/// A size of the scale, growing with a desktop whose own type is larger than usual.
+QFont scaled(qreal points) {
+  QFont font = desktopFont();
+  font.setPointSizeF(points * std::max(1.0, font.pointSizeF() / (kBodyPoints + 1)));
+  return font;
+}
+
+double luminance(const QColor& colour) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+}  // namespace
+
+void Theme::install(QApplication& application) {
+  QApplication::setStyle(new PendraStyle);
+  QApplication::setFont(controlFont());
+  application.setPalette(QPalette());
+}
+
+void Theme::force(Appearance appearance) {
+  forced = appearance;
+  QApplication::setPalette(QPalette());
+}
+
+bool Theme::isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }
+
+const Colours& Theme::colours(const QPalette& palette) { return isDark(palette) ? dark() : light(); }
+
+const Colours& Theme::light() {
+  static const Colours colours{.window = 0xf7f7f8,
+                               .base = 0xffffff,
+                               .text = 0x1d1f23,
+                               .quiet = 0x6b7078,
+                               .line = 0xe3e5e8,
+                               .running = 0x1f7a4d,
+                               .runningRow = 0xeaf5ef,
+                               .link = 0x1b62b8,
+                               .selection = 0xdbe8f8,
+                               .hover = 0xf4f6f9,
+                               .notice = 0x6b5200,
+                               .noticeBack = 0xfff6dc,
+                               .noticeLine = 0xecdca4,
+                               .warning = 0xb3261e};
+  return colours;
+}
+
+const Colours& Theme::dark() {
+  static const Colours colours{.window = 0x232528,
+                               .base = 0x1b1d20,
+                               .text = 0xe8eaed,
+                               .quiet = 0x9aa0a8,
+                               .line = 0x34373c,
+                               .running = 0x4cc38a,
+                               .runningRow = 0x1d3329,
+                               .link = 0x7fb2f0,
+                               .selection = 0x2b3b52,
+                               .hover = 0x24272b,
+                               .notice = 0xf0dc9a,
+                               .noticeBack = 0x3a3218,
+                               .noticeLine = 0x5a4d22,
+                               .warning = 0xff8f85};
+  return colours;
+}
+
+QPalette Theme::palette(const QPalette& desktop) {
+  const bool wantsDark = forced == Appearance::System ? isDark(desktop) : forced == Appearance::Dark;
+  const Colours& colours = wantsDark ? dark() : light();
+  QPalette result(colours.text, colours.base, mixed(colours.base, colours.line, 0.5), colours.line,
+                  colours.quiet, colours.text, colours.text, colours.base, colours.window);
+  result.setColor(QPalette::AlternateBase, colours.window);
+  result.setColor(QPalette::Highlight, colours.selection);
+  result.setColor(QPalette::HighlightedText, colours.text);
+  result.setColor(QPalette::Link, colours.link);
+  result.setColor(QPalette::LinkVisited, colours.link);
+  result.setColor(QPalette::PlaceholderText, colours.quiet);
+  result.setColor(QPalette::ToolTipBase, colours.base);
+  result.setColor(QPalette::ToolTipText, colours.text);
+  result.setColor(QPalette::Shadow, wantsDark ? QColor(0x101113) : QColor(0xc4c8ce));
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                          QPalette::HighlightedText, QPalette::PlaceholderText}) {
+    result.setColor(QPalette::Disabled, role, mixed(colours.quiet, colours.window, 0.4));
+  }
+  result.setColor(QPalette::Disabled, QPalette::Base, colours.window);
+  return result;
+}
+
+QFont Theme::cellFont() { return desktopFont(); }
+QFont Theme::controlFont() { return scaled(kControlPoints); }
+QFont Theme::quietFont() { return scaled(kHeadPoints); }
+
+QFont Theme::timeFont() {
+  QFont font = desktopFont();
+  font.setPointSizeF(kTimePoints);
+  font.setWeight(QFont::DemiBold);
+  return font;
+}
+
+QFont Theme::labelFont() {
+  QFont font = desktopFont();
+  font.setPointSizeF(kLabelPoints);
+  return font;
+}
+
+double Theme::contrast(const QColor& a, const QColor& b) {
+  const double one = luminance(a) + 0.05;
+  const double other = luminance(b) + 0.05;
+  return std::max(one, other) / std::min(one, other);
+}
+
+QColor Theme::readable(const QColor& colour, const QColor& background, const QColor& text) {
+  for (double part = 0; part < 1; part += 0.1) {
+    const QColor candidate = mixed(colour, text, part);
+    if (contrast(candidate, background) >= kReadable) return candidate;
+  }
+  return text;
+}
+
+QColor mixed(const QColor& a, const QColor& b, double part) {
+  const auto between = [part](int from, int to) {
+    return static_cast<int>(std::lround(from + (to - from) * part));
+  };
+  return {between(a.red(), b.red()), between(a.green(), b.green()), between(a.blue(), b.blue())};
+}
+
+}  // namespace pendra

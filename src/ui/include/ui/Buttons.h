@@ -1,0 +1,43 @@
+#pragma once
+// A window has one filled button: what most people came for. Every other one is quiet.
+
+#include <QPushButton>
+
+namespace pendra {
+
+/// Set on a push button, draws it filled. The default button of a dialog is filled without it.
+inline constexpr const char* kPrimaryProperty = "primary";
+/// Set on a field, marks its text as one that could not be read.
+inline constexpr const char* kUnreadableProperty = "unreadable";
+
+/// Makes this the filled button of its window.
+void makePrimary(QPushButton& button);
+/// Draws the button as words only, in the colour of links.
+void makeQuiet(QPushButton& button);
+/// For a button of a sheet that has fields with a veto: a click on it leaves the keyboard focus where it is,
+/// so that pressing "Cancel" never asks the field whether it may be left.
+void makeSheetButton(QPushButton& button);
+/// The same, as a new button.
+QPushButton* makeSheetButton(const QString& title, QWidget* parent);
+
+/// A round button with the start or the pause sign, for the selected activity. Its accessible description
+/// is what a press does: "Start" or "Stop".
+class BigButton : public QAbstractButton {
+  Q_OBJECT
+ public:
+  explicit BigButton(QWidget* parent = nullptr);
+  void setRunning(bool running);
+  [[nodiscard]] bool isRunning() const { return running_; }
+  [[nodiscard]] QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void enterEvent(QEnterEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  [[nodiscard]] bool hitButton(const QPoint& position) const override;
+
+ private:
+  bool running_ = false;
+};
+
+}  // namespace pendra

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QColor>
+#include <QIcon>
+#include <QRectF>
+
+class QPainter;
+
+namespace pendra {
+
+/// The program's own signs. Each is a shape without a colour of its own.
+enum class Symbol { Play, Pause, CheckOn, CheckOff, Notes };
+
+/// Draws a sign in one colour, sharp at every scale.
+void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QColor& colour);
+
+}  // namespace pendra

@@ -1,0 +1,79 @@
+#pragma once
+// Colours are named by what they say, not by how they look: green says "running" and nothing else, blue is a
+// way to act, yellow a notice. A widget asks for the colours of its own palette, so that it follows the
+// desktop between light and dark without being told.
+
+#include <QColor>
+#include <QFont>
+#include <QPalette>
+
+class QApplication;
+
+namespace pendra {
+
+/// Which of the two looks the program wears.
+enum class Appearance { System, Light, Dark };
+
+/// The colours of one look.
+struct Colours {
+  QColor window;
+  QColor base;
+  QColor text;
+  QColor quiet;  ///< secondary words, what was sent
+  QColor line;
+  QColor running;
+  QColor runningRow;
+  QColor link;
+  QColor selection;
+  QColor hover;
+  QColor notice;
+  QColor noticeBack;
+  QColor noticeLine;
+  QColor warning;  ///< a count over its limit, a text that cannot be read
+};
+
+/// The measures that every window shares.
+namespace metrics {
+inline constexpr int kGrid = 8;
+inline constexpr int kSide = 16;
+inline constexpr int kRowHeight = 32;
+inline constexpr int kHeadHeight = 28;
+inline constexpr int kHeader = 124;
+inline constexpr int kFooter = 42;
+inline constexpr int kCellPadding = 10;
+inline constexpr int kRadius = 5;
+inline constexpr int kControlHeight = 28;
+inline constexpr int kButtonHeight = 32;
+}  // namespace metrics
+
+/// The one look of the program.
+class Theme {
+ public:
+  /// Gives the application its style, palette and fonts. Called once, before the first window.
+  static void install(QApplication& application);
+  /// Wears one look whatever the desktop wears; takes effect at once in open windows.
+  static void force(Appearance appearance);
+
+  [[nodiscard]] static bool isDark(const QPalette& palette);
+  [[nodiscard]] static const Colours& colours(const QPalette& palette);
+  [[nodiscard]] static const Colours& light();
+  [[nodiscard]] static const Colours& dark();
+  /// The look that the desktop's palette asks for, or the forced one.
+  [[nodiscard]] static QPalette palette(const QPalette& desktop);
+
+  [[nodiscard]] static QFont cellFont();     ///< the desktop's body size
+  [[nodiscard]] static QFont controlFont();  ///< fields, buttons, labels
+  [[nodiscard]] static QFont quietFont();    ///< heads and quiet words
+  [[nodiscard]] static QFont timeFont();     ///< the large elapsed time
+  [[nodiscard]] static QFont labelFont();    ///< what the large time is of
+
+  /// How far two colours stand apart, from 1 to 21.
+  [[nodiscard]] static double contrast(const QColor& a, const QColor& b);
+  /// `colour`, moved towards `text` until it can be read on `background` (contrast 4.5).
+  [[nodiscard]] static QColor readable(const QColor& colour, const QColor& background, const QColor& text);
+};
+
+/// The colour `part` of the way from `a` to `b`.
+[[nodiscard]] QColor mixed(const QColor& a, const QColor& b, double part);
+
+}  // namespace pendra
