@@ -1,0 +1,136 @@
+#include "ui_core/TimeLogExport.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "document/RunningTimers.h"
+#include "model/DurationText.h"
+#include "model/Queries.h"
+#include "platform/DateTexts.h"
+#include "platform/Text.h"
+#include "ui_core/LogController.h"
+
+namespace pendra {
+
+namespace {
+
+const QString kNoticeKey = QStringLiteral("export");
+constexpr qsizetype kChunk = 1 << 20;
+constexpr std::size_t kRowsBetweenQuestions = 256;
+constexpr QByteArrayView kHeader =
+    "Start Date Time\tCustomer\tJob\tService\tDuration\tDate Submitted\tActivity Notes\tMemo\tEmployee\n";
+
+/// Kept: exactly one second counts as not sent here, though the log shows it as sent.
+bool isExportedAsSent(const TimePeriod& period) { return period.submittedSeconds() > 1.0; }
+
+QString timeText(std::optional<Instant> instant) { return instant ? universalDateTime(*instant) : QString(); }
+
+/// Gathers the file's bytes and hands them on in large pieces.
+class RecordWriter {
+ public:
+  RecordWriter(QFile& file, const QString& employee) : file_(file), employee_(employee.toUtf8()) {
+    bytes_.reserve(kChunk + kChunk / 4);
+    bytes_ += kHeader;
+  }
+
+  /// False once the file takes no more.
+  bool add(const TimePeriod& period, const Activity& activity) {
+    if (!std::exchange(isFirst_, false)) bytes_ += '\n';
+    field(timeText(period.start()).toLatin1());
+    next(queries::nameOf(activity.customer()).toUtf8());
+    next(queries::nameOf(activity.job()).toUtf8());
+    next(queries::nameOf(activity.service()).toUtf8());
+    next(durationText(period.storedDuration()).toLatin1());
+    next(isExportedAsSent(period) ? timeText(period.dateSubmitted()).toLatin1() : QByteArray());
+    next(activity.notes().value_or(QString()).toUtf8());
+    next(period.notes().value_or(QString()).toUtf8());
+    next(employee_);
+    return bytes_.size() < kChunk || flush();
+  }
+  bool flush() {
+    const bool written = file_.write(bytes_) == bytes_.size() && file_.flush();
+    bytes_.resize(0);
+    return written;
+  }
+
+ private:
+  void field(const QByteArray& text) {
+    bytes_ += '"';
+    bytes_ += text;
+    bytes_ += '"';
+  }
+  void next(const QByteArray& text) {
+    bytes_ += '\t';
+    field(text);
+  }
+
+  QFile& file_;
+  QByteArray employee_;
+  QByteArray bytes_;
+  bool isFirst_ = true;
+};
+
+enum class Outcome { Written, Failed, Ended };
+
+Outcome writeRows(QFile& file, const std::vector<LogRow>& rows, const QString& employee,
+                  ExportProgress& progress) {
+  RecordWriter writer(file, employee);
+  for (std::size_t index = 0; index < rows.size(); ++index) {
+    const TimePeriod* period = rows[index].period.get();
+    const Activity* activity = rows[index].activity();
+    if (!period || !activity) continue;
+    if (!writer.add(*period, *activity)) return Outcome::Failed;
+    const std::size_t done = index + 1;
+    if (done % kRowsBetweenQuestions == 0 && !progress.goOn(done, rows.size())) return Outcome::Ended;
+  }
+  return writer.flush() ? Outcome::Written : Outcome::Failed;
+}
+
+void writeFile(Notices& notices, const QString& path, const std::vector<LogRow>& rows,
+               const QString& employee, ExportProgress& progress) {
+  QFile file(path);
+  const Outcome outcome = file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)
+                              ? writeRows(file, rows, employee, progress)
+                              : Outcome::Failed;
+  if (outcome == Outcome::Failed) {
+    notices.post({.key = kNoticeKey,
+                  .text = formatted(u"The time log could not be exported to “%@”: %@.",
+                                    {QFileInfo(path).fileName(), file.errorString()}),
+                  .actions = {}});
+    return;
+  }
+  notices.withdraw(kNoticeKey);
+  if (outcome == Outcome::Ended) file.remove();
+}
+
+QString proposedName(const std::optional<QString>& employee, const QString& date) {
+  if (!employee || *employee == u"Me") return formatted(u"Time Log %@.txt", {date});
+  return formatted(u"%@ %@.txt", {*employee, date});
+}
+
+/// The timer window's share of stopping: its own flag, its button and its display.
+void stopTiming(TimerState& window) {
+  if (Activity* current = window.myCurrentActivity()) current->stop();
+  window.setIsRunning(false);
+  window.updateMainButton();
+  window.updateTimeDisplay();
+  window.reloadData();
+}
+
+}  // namespace
+
+void exportTimeLog(LogController& log, ExportProgress& progress) {
+  Session& session = log.windowController().session();
+  if (!session.myContext()) return;
+  const Identity* identity = queries::firstIdentity(*session.myContext());
+  const std::optional<QString> employee = identity ? identity->employeeName() : std::nullopt;
+  const Ports& ports = session.ports();
+  const QString today = shortDate(ports.clock.now(), ports.calendar);
+  const auto path = ports.panels.runSavePanel(
+      {.title = {}, .proposedName = proposedName(employee, today), .folder = {}, .requiredType = {}});
+  if (!path || !checkForRunningTimers(session)) return;
+  stopTiming(log.windowController());
+  writeFile(session.notices(), *path, log.consideredRows(), employee.value_or(QString()), progress);
+}
+
+}  // namespace pendra

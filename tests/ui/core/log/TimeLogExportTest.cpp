@@ -1,0 +1,148 @@
+#include "ui_core/TimeLogExport.h"
+
+#include "LogFixture.h"
+
+namespace pendra {
+namespace {
+
+const QByteArray kHeader =
+    "Start Date Time\tCustomer\tJob\tService\tDuration\tDate Submitted\tActivity Notes\tMemo\tEmployee\n";
+
+class ProgressOfTest final : public ExportProgress {
+ public:
+  bool goOn(std::size_t done, std::size_t of) override {
+    ++asked;
+    return goesOn && done <= of;
+  }
+
+  int asked = 0;
+  bool goesOn = true;
+};
+
+class TimeLogExport : public TimeLog {
+ protected:
+  void setEmployee(std::optional<QString> name) {
+    queries::firstIdentity(*test.session.myContext())->setEmployeeName(std::move(name));
+  }
+  /// Exports to a path and answers the bytes that stand there afterwards.
+  QByteArray exportedTo(const QString& path) {
+    test.panels.willChoose(path);
+    exportTimeLog(log, progress);
+    return path.startsWith("/dev/") ? QByteArray() : contentsOf(path);
+  }
+  QByteArray exported() { return exportedTo(test.places.path("log.txt")); }
+
+  ProgressOfTest progress;
+};
+
+TEST_F(TimeLogExport, WithoutRowsIsTheHeaderAlone) {
+  log.reloadData();
+  EXPECT_EQ(exported(), kHeader);
+}
+
+TEST_F(TimeLogExport, WritesEveryFieldAsItStands) {
+  setEmployee("Käthe");
+  Activity& roof = activityOf("Bob \"B\" Ltd", "Dach");
+  roof.setNotes("first\nsecond \"third\"\tfourth");
+  TimePeriod& sent = test.addPeriod(roof, "2026-11-23T23:30:00.999Z", 360061.9);
+  sent.setDateSubmitted(instantOf("2026-11-24T08:00:00.5Z"));
+  sent.setNotes("Größe\t\"XL\"");
+  Activity& plain = activityOf("Acme");
+  plain.setNotes(std::nullopt);
+  test.addPeriod(plain, "2026-03-29T01:00:00Z", 59).setDateSubmitted(Instant{1.0});
+  log.reloadData();
+  sent.setDuration(90061);  // after the reload: the file holds the entry's own values, not the row's
+  const QByteArray bytes = exported();
+  EXPECT_EQ(bytes.toStdString(),
+            kHeader.toStdString() +
+                "\"2026-11-23 23:30:00 +0000\"\t\"Bob \"B\" Ltd\"\t\"Dach\"\t\"Design\"\t"
+                "\"25:01:01\"\t\"2026-11-24 08:00:00 +0000\"\t"
+                "\"first\nsecond \"third\"\tfourth\"\t\"Größe\t\"XL\"\"\t\"Käthe\"\n"
+                "\"2026-03-29 01:00:00 +0000\"\t\"Acme\"\t\"\"\t\"Design\"\t"
+                "\"00:00:59\"\t\"\"\t\"\"\t\"\"\t\"Käthe\"");
+}
+
+TEST_F(TimeLogExport, WritesTheSelectedRowsInTheOrderOfTheTable) {
+  for (const char* name : {"A", "B", "C", "D", "E"}) {
+    test.addPeriod(activityOf(QString::fromLatin1(name)), "2026-11-24T08:00:00Z", 60);
+  }
+  log.reloadData();
+  log.tableDataArray().sortBy({"customer", false});
+  table.select({1, 3});
+  const auto lines = exported().split('\n');
+  ASSERT_EQ(lines.size(), 3);
+  EXPECT_TRUE(lines[1].contains("\"D\""));
+  EXPECT_TRUE(lines[2].contains("\"B\""));
+}
+
+TEST_F(TimeLogExport, ReplacesALongerFileWhole) {
+  const QString path = test.places.path("old.txt");
+  ASSERT_TRUE(writeFile(path, QByteArray(5000, 'x')));
+  log.reloadData();
+  EXPECT_EQ(exportedTo(path), kHeader);
+}
+
+TEST_F(TimeLogExport, LeavesNoFileWhenItIsEnded) {
+  Activity& activity = activityOf("Acme");
+  for (int number = 0; number < 300; ++number) test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  log.reloadData();
+  EXPECT_EQ(exported().count('\n'), 300);
+  EXPECT_EQ(progress.asked, 1);
+  progress.goesOn = false;
+  exported();
+  EXPECT_FALSE(QFile::exists(test.places.path("log.txt")));
+  EXPECT_TRUE(test.session.notices().standing().empty());
+}
+
+struct NameRow {
+  const char* name;
+  std::optional<QString> employee;
+  QString proposed;
+};
+class TimeLogExportName : public TimeLogExport, public testing::WithParamInterface<NameRow> {};
+
+TEST_P(TimeLogExportName, IsProposedWithItsSlashes) {
+  setEmployee(GetParam().employee);
+  test.panels.willCancel();
+  exportTimeLog(log, progress);
+  EXPECT_EQ(test.panels.savePanels().front().proposedName, GetParam().proposed);
+}
+
+INSTANTIATE_TEST_SUITE_P(Employees, TimeLogExportName,
+                         testing::Values(NameRow{"Me", "Me", "Time Log 11/24/26.txt"},
+                                         NameRow{"AnyOther", "me", "me 11/24/26.txt"},
+                                         NameRow{"Unknown", std::nullopt, "Time Log 11/24/26.txt"}),
+                         RowName());
+
+TEST_F(TimeLogExport, AsksAboutTimersAfterThePanelAndCancellingWritesNothing) {
+  Activity& activity = activityOf("Acme");
+  activity.startNewTimePeriod();
+  log.reloadData();
+  test.panels.willCancel();
+  exportTimeLog(log, progress);
+  EXPECT_TRUE(test.alerts.shown().empty());
+  test.alerts.willAnswer({"Cancel"});
+  EXPECT_EQ(exported(), QByteArray());
+  EXPECT_TRUE(activity.isRunning());
+  test.clock.advance(61);
+  test.alerts.willAnswer({"OK"});
+  EXPECT_TRUE(exported().contains("\"00:01:01\""));
+  EXPECT_FALSE(window.isRunning());
+}
+
+TEST_F(TimeLogExport, AFailureIsANoticeWithTheFileAndTheReason) {
+  test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
+  log.reloadData();
+  exportedTo("/dev/full");
+  ASSERT_EQ(test.session.notices().standing().size(), 1U);
+  EXPECT_EQ(test.session.notices().standing()[0].text,
+            "The time log could not be exported to “full”: No space left on device.");
+  EXPECT_TRUE(test.alerts.shown().empty());
+  exportedTo(test.places.path("missing/log.txt"));
+  EXPECT_TRUE(test.session.notices().standing()[0].text.contains("“log.txt”: No such file"));
+  exported();
+  EXPECT_TRUE(test.session.notices().standing().empty());
+}
+
+}  // namespace
+}  // namespace pendra
