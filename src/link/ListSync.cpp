@@ -1,0 +1,90 @@
+#include "link/ListSync.h"
+
+#include "document/DocumentLoading.h"
+#include "document/RunningTimers.h"
+#include "document/Saving.h"
+#include "model/Service.h"
+
+namespace pendra {
+
+void ListSync::loadVTData() {
+  const ConnectionChecks::Closing closing(checks_);
+  updateServicesList();
+  updateCustomersAndJobs();
+  createNewTimer(session_);
+}
+
+void ListSync::updateLists() {
+  if (!session_.myContext()) return;
+  if (!checks_.checkVTCompanyFile() || !checkForRunningTimers(session_)) return;
+  fetchLists();
+  session_.ports().alerts.runAlert({.style = Alert::Style::Informational,
+                                    .message = QStringLiteral("Your lists are now up to date"),
+                                    .informative = QStringLiteral("Click OK to continue"),
+                                    .buttons = {QStringLiteral("OK")}});
+  rebuildWindows();
+}
+
+void ListSync::fetchLists() {
+  const Spinning spinning(progress_);
+  const ConnectionChecks::Closing closing(checks_);
+  const LossWatch watch(session_, affected_);
+  updateServicesList();
+  updateCustomersAndJobs();
+}
+
+namespace {
+
+void rebuild(Session& session, AuxiliaryWindow* window, Interface interface) {
+  if (!window || !window->isVisible()) return;
+  window->close();
+  session.ports().interfaces.load(interface);
+}
+
+}  // namespace
+
+void ListSync::rebuildWindows() {
+  // The document is read anew from its file. When the file does not hold everything, because it could not
+  // be written, what is in memory is all there is and stays.
+  if (!saveContext(session_)) {
+    if (session_.window) session_.window->reloadData();
+  } else {
+    if (MainWindow* window = session_.window) {
+      window->close();
+      session_.window = nullptr;
+    }
+    loadData(session_);
+    if (session_.myContext()) session_.ports().interfaces.load(Interface::TimerWindow);
+  }
+  rebuild(session_, session_.customerListController, Interface::CustomerList);
+  rebuild(session_, session_.servicesListController, Interface::ServicesList);
+}
+
+void ListSync::updateServicesList() {
+  if (!checks_.checkVTCompanyFile()) return;
+  ObjectContext& context = *session_.myContext();
+  const auto list = checks_.remoteServer().getServicesArray();
+  if (!list) return;
+  for (const NameAndRecNumber& item : *list) {
+    if (!item.name || item.name->isEmpty() || !item.vtObjectID) continue;
+    if (!context.matching<Service>("name", *item.name).empty()) continue;
+    auto& service = context.insert<Service>();
+    service.setName(item.name);
+    service.setVtObjectID(item.vtObjectID);
+  }
+  removeServicesNotInList(*list);
+}
+
+void ListSync::updateCustomersAndJobs() {
+  if (!checks_.checkVTCompanyFile()) return;
+  if (const auto customers = checks_.remoteServer().getCustomersArray()) updateCustomers(*customers);
+  if (const auto jobs = checks_.remoteServer().getJobsArray()) updateJobs(*jobs);
+}
+
+void ListSync::importCustomerIIFFile() {
+  if (const auto path = session_.ports().panels.runOpenPanel()) importCustomerList(*path);
+}
+
+void ListSync::importCustomerList(const QString&) {}
+
+}  // namespace pendra

@@ -1,0 +1,164 @@
+#include "link/SetupFlow.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+
+#include "IPC/IPCException.h"
+#include "document/DocumentFiles.h"
+#include "document/DocumentLoading.h"
+#include "document/Saving.h"
+#include "model/Identity.h"
+#include "model/Queries.h"
+#include "platform/Log.h"
+#include "platform/Text.h"
+
+namespace pendra {
+
+namespace {
+
+/// How long the company's name is asked for again, counted from the first repeat.
+constexpr qint64 kCompanyMilliseconds = 4000;
+const QString kLink = QStringLiteral("vtmac://");
+
+template <class T>
+T& firstOrNew(ObjectContext& context, T* first) {
+  return first ? *first : context.insert<T>();
+}
+
+}  // namespace
+
+void SetupFlow::awakeFromNib() {
+  standalone_ = false;
+  display_ = SetupDisplay();
+  display_.noneText = display_.noFileOpen = true;
+  display_.linkedControls = display_.ok = false;
+  show();  // so that the window is usable when a question below fails
+  checks_.closeVTConnection();
+  checks_.openVTConenction();
+  const VTServer* vantor = checks_.myVTConnection();
+  if (!vantor || !vantor->isVantorRunning()) return;
+  display_.noneText = display_.noFileOpen = false;
+  display_.linkedControls = display_.ok = true;
+  awaitCompany();
+  showCompany();
+  display_.employeeNames = vantor->getEmployeeNamesArray();
+  show();
+}
+
+void SetupFlow::awaitCompany() {
+  company_ = checks_.myVTConnection()->getCompanyFileName();
+  QElapsedTimer repeating;
+  repeating.start();
+  while (!company_ && repeating.elapsed() < kCompanyMilliseconds) {
+    company_ = checks_.myVTConnection()->getCompanyFileName();
+  }
+}
+
+void SetupFlow::showCompany() {
+  if (company_ && company_->startsWith(kLink)) {
+    display_.noFileOpen = true;
+    display_.noFileOpenText = percentDecoded(*company_).value_or(*company_);
+  } else if (company_) {
+    display_.companyFile = *company_;
+  } else {
+    display_.noFileOpen = true;
+  }
+}
+
+void SetupFlow::pickAMode() {
+  const bool chosen = view_.selectedRow() != 0;
+  display_.settingsVisible = !chosen;
+  // Kept: going back to linked does not take the button away again.
+  if (chosen && !standalone_) display_.ok = true;
+  standalone_ = chosen;
+  show();
+}
+
+void SetupFlow::save() {
+  standalone_ = view_.selectedRow() != 0;
+  const auto path = chooseFile();
+  if (!path) return;
+  if (!standalone_ && !checks_.checkVTCompanyFile()) {
+    view_.finish();
+    newDoc(session_);
+    return;
+  }
+  makeDocument(*path);
+  const bool standalone = view_.selectedRow() != 0;
+  writeIdentity(standalone);
+  if (standalone) {
+    beginStandalone();
+  } else {
+    beginLinked();
+  }
+  view_.finish();
+}
+
+std::optional<QString> SetupFlow::chooseFile() {
+  const QString folder = applicationSupportFolder(session_.ports().places);
+  QDir().mkpath(folder);
+  return session_.ports().panels.runSavePanel(
+      {.title = {}, .proposedName = proposedName(), .folder = folder, .requiredType = QStringLiteral("pdr")});
+}
+
+QString SetupFlow::proposedName() const {
+  if (standalone_) return QStringLiteral("Pendra File.pdr");
+  const VTServer* vantor = checks_.myVTConnection();
+  const auto company = vantor ? vantor->getCompanyFileName() : std::nullopt;
+  return documentNameFor(company.value_or(QStringLiteral("(null)")), view_.selectedName());
+}
+
+void SetupFlow::makeDocument(const QString& path) {
+  // The document that setup was opened for goes first: it may be the very file that is chosen.
+  const CorvelFileDoc* open = session_.theFileDoc();
+  if (open && open->fileURL() != path) saveAction(session_);
+  session_.clearDoc();
+  session_.setMyContext(nullptr);
+  session_.setMyDoc(nullptr);
+  QFile(path).open(QIODevice::WriteOnly | QIODevice::Truncate);
+  loadURL(session_, path);
+  saveAction(session_);
+}
+
+void SetupFlow::writeIdentity(bool standalone) {
+  ObjectContext& context = *session_.myContext();
+  auto& document = firstOrNew(context, queries::firstDocument(context));
+  auto& identity = firstOrNew(context, queries::firstIdentity(context));
+  identity.setEmployeeName(standalone ? QStringLiteral("Me") : view_.selectedName());
+  // A link stays encoded, or it would never again be the name that Vantor answers.
+  identity.setCompanyFileName(standalone ? std::optional(QStringLiteral("")) : company_);
+  document.setStandalone(standalone);
+  document.setIdentity(&identity);
+  session_.setMyStandalone(standalone);
+  session_.setMyDoc(&document);
+  if (const auto saved = saveContext(session_); !saved) {
+    logLine(formatted(u"Save Error = %@", {saved.error().text}));
+  }
+}
+
+void SetupFlow::beginStandalone() {
+  createNewTimer(session_);
+  session_.ports().menus.removeVTMenus();
+}
+
+void SetupFlow::beginLinked() {
+  display_.loading = true;
+  show();
+  try {
+    lists_.loadVTData();
+  } catch (const IPCException& failure) {
+    // The document stands all the same; its lists can be fetched later.
+    logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
+    session_.notices().post(
+        {.key = QStringLiteral("setup"),
+         .text = QStringLiteral("The lists could not be fetched, because Vantor did not "
+                                "answer. Choose “Update Lists from Vantor” to try again."),
+         .actions = {}});
+    createNewTimer(session_);
+  }
+  display_.loading = false;
+  show();
+}
+
+}  // namespace pendra

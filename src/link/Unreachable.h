@@ -1,0 +1,22 @@
+#pragma once
+
+#include "IPC/IPCException.h"
+#include "link/RemoteServer.h"
+
+namespace pendra {
+
+/// What stands in for Vantor when there is no channel: it answers nothing, and no record reaches it.
+class Unreachable final : public RemoteServer {
+ public:
+  std::optional<QString> companyFileName() override { return std::nullopt; }
+  QStringList getEmployeeNamesArray() override { return {}; }
+  std::optional<std::vector<NameAndRecNumber>> getServicesArray() override { return std::nullopt; }
+  std::optional<std::vector<NameAndRecNumber>> getCustomersArray() override { return std::nullopt; }
+  std::optional<std::vector<NameAndRecNumber>> getJobsArray() override { return std::nullopt; }
+  bool canTalkToPendra() override { return false; }
+  void submitTime(const QString&) override {
+    throw IPCException(kVTIPCSend, QStringLiteral("there is no channel to Vantor"));
+  }
+};
+
+}  // namespace pendra

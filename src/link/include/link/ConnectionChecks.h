@@ -1,0 +1,53 @@
+#pragma once
+// A connection is opened lazily by the first check of a command and closed by that command when it is
+// done. A check that says no has told the user why and has closed the connection itself.
+
+#include "document/Session.h"
+#include "link/VTServer.h"
+
+namespace pendra {
+
+/// Owns the program's connection to Vantor and makes the checks before it is used.
+class ConnectionChecks {
+ public:
+  /// The session must outlive it.
+  ConnectionChecks(Session& session, ConnectToVantor connect)
+      : session_(session), connect_(std::move(connect)) {}
+
+  /// None while no connection is open.
+  [[nodiscard]] VTServer* myVTConnection() const { return myVTConnection_.get(); }
+  /// Opens a fresh connection in place of the one that there was.
+  void openVTConenction();
+  void closeVTConnection() { myVTConnection_.reset(); }
+  /// Whether Vantor runs, accepts this program and has this document's company open; when not, the user
+  /// has been told and the connection is closed. Throws what the channel throws.
+  [[nodiscard]] bool checkVTCompanyFile();
+  /// Vantor at the other end. Without a connection or a channel it answers nothing to every question, and
+  /// takes no record.
+  [[nodiscard]] RemoteServer& remoteServer() const;
+
+  /// Closes the connection when a command ends, however it ends.
+  class [[nodiscard]] Closing {
+   public:
+    explicit Closing(ConnectionChecks& checks) : checks_(checks) {}
+    ~Closing() { checks_.closeVTConnection(); }
+    Closing(const Closing&) = delete;
+    Closing& operator=(const Closing&) = delete;
+
+   private:
+    ConnectionChecks& checks_;
+  };
+
+ private:
+  bool refuse(const QString& message, const QString& informative);
+  [[nodiscard]] bool isOfThisDocument(const std::optional<QString>& company) const;
+
+  Session& session_;
+  ConnectToVantor connect_;
+  std::unique_ptr<VTServer> myVTConnection_;
+};
+
+/// What stands after the last "/" of a path; a "/" at the end does not count.
+[[nodiscard]] QString lastPathComponent(const QString& path);
+
+}  // namespace pendra

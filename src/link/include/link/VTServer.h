@@ -1,0 +1,35 @@
+#pragma once
+
+#include "link/RemoteServer.h"
+#include "platform/Places.h"
+#include "platform/Workspace.h"
+
+namespace pendra {
+
+/// One connection to Vantor. It can exist without a channel, when that could not be made; every question
+/// is then answered with nothing.
+class VTServer {
+ public:
+  /// Null only when the user's caches folder cannot be had. The workspace must outlive the server.
+  static std::unique_ptr<VTServer> init(const Places& places, const Workspace& workspace,
+                                        const ConnectToVantor& connect);
+
+  /// Whether an application with Vantor's identifier runs.
+  [[nodiscard]] bool isVantorRunning() const;
+  /// Null without a channel.
+  [[nodiscard]] RemoteServer* remoteServer() const { return ipcMgrClient_.get(); }
+  /// Gives the channel up. The file of our socket stays for the next one.
+  void close() { ipcMgrClient_.reset(); }
+
+  [[nodiscard]] std::optional<QString> getCompanyFileName() const;
+  [[nodiscard]] QStringList getEmployeeNamesArray() const;
+
+ private:
+  VTServer(const Workspace& workspace, std::unique_ptr<RemoteServer> client)
+      : workspace_(workspace), ipcMgrClient_(std::move(client)) {}
+
+  const Workspace& workspace_;
+  std::unique_ptr<RemoteServer> ipcMgrClient_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "link/AffectedActivities.h"
+#include "link/ConnectionChecks.h"
+#include "link/ListSync.h"
+#include "platform/Identifiers.h"
+#include "support/TestSession.h"
+
+namespace pendra {
+
+/// A Vantor that answers what the test says. It keeps what it was asked, oldest first, across connections.
+class ScriptedVantor {
+ public:
+  std::optional<QString> company = "/Books/Acme Ltd.cmp";
+  QStringList employees{"Clerk 1", "Clerk 2"};
+  std::optional<std::vector<NameAndRecNumber>> services{std::in_place};
+  std::optional<std::vector<NameAndRecNumber>> customers{std::in_place};
+  std::optional<std::vector<NameAndRecNumber>> jobs{std::in_place};
+  bool accepts = true;
+  bool hasChannel = true;
+  /// Runs when a question arrives, before it is answered; may throw what the channel throws.
+  std::function<void(const QString&)> whenAsked;
+  /// Runs when a record arrives, before it is answered; may throw what the channel throws.
+  std::function<void(const QString&)> whenSubmitted;
+
+  QStringList asked;
+  QStringList records;
+  int openChannels = 0;
+  QStringList socketPaths;
+
+  [[nodiscard]] ConnectToVantor connector() {
+    return [this](const QString& server, const QString& client) -> std::unique_ptr<RemoteServer> {
+      socketPaths = {server, client};
+      if (!hasChannel) return nullptr;
+      return std::make_unique<Channel>(*this);
+    };
+  }
+  [[nodiscard]] int timesAsked(const QString& what) const { return static_cast<int>(asked.count(what)); }
+
+ private:
+  class Channel final : public RemoteServer {
+   public:
+    explicit Channel(ScriptedVantor& vantor) : vantor_(vantor) { ++vantor_.openChannels; }
+    ~Channel() override { --vantor_.openChannels; }
+    std::optional<QString> companyFileName() override { return noted("companyFileName", vantor_.company); }
+    QStringList getEmployeeNamesArray() override { return noted("employees", vantor_.employees); }
+    std::optional<std::vector<NameAndRecNumber>> getServicesArray() override {
+      return noted("services", vantor_.services);
+    }
+    std::optional<std::vector<NameAndRecNumber>> getCustomersArray() override {
+      return noted("customers", vantor_.customers);
+    }
+    std::optional<std::vector<NameAndRecNumber>> getJobsArray() override {
+      return noted("jobs", vantor_.jobs);
+    }
+    bool canTalkToPendra() override { return noted("canTalkToPendra", vantor_.accepts); }
+    void submitTime(const QString& record) override {
+      vantor_.asked << "submitTime";
+      if (vantor_.whenSubmitted) vantor_.whenSubmitted(record);
+      vantor_.records << record;
+    }
+
+   private:
+    template <class Answer>
+    Answer noted(const char* what, const Answer& answer) {
+      vantor_.asked << what;
+      if (vantor_.whenAsked) vantor_.whenAsked(what);
+      return answer;
+    }
+    ScriptedVantor& vantor_;
+  };
+};
+
+/// Notes how the spinner ran and what progress was shown.
+class NotedProgress final : public ProgressSink {
+ public:
+  QStringList shown;
+  bool spinning = false;
+
+  void startSpinner() override { spinning = true; }
+  void showProgress(int position, int total) override {
+    shown << QString::number(position) + u" of " + QString::number(total);
+  }
+  void stopSpinner() override { spinning = false; }
+};
+
+inline NameAndRecNumber item(const QString& name, const QString& id) {
+  return NameAndRecNumber::initWithName(name, id);
+}
+inline NameAndRecNumber jobItem(const QString& name, const QString& id, const QString& parent) {
+  return {.name = name, .vtObjectID = id, .parentObjectID = parent};
+}
+
+/// An open linked document beside a running Vantor.
+class LinkTest : public testing::Test {
+ protected:
+  LinkTest() {
+    desk.openDocument(false);
+    desk.workspace.setRunning(identifiers::kVantor, true);
+  }
+  ObjectContext& context() { return *desk.session.myContext(); }
+  Identity& identity() { return *desk.session.myDoc()->identity(); }
+
+  TestSession desk;
+  ScriptedVantor vantor;
+  NotedProgress progress;
+  AffectedActivities affected;
+  ConnectionChecks checks{desk.session, vantor.connector()};
+  ListSync lists{desk.session, checks, progress, affected};
+};
+
+}  // namespace pendra
