@@ -1,0 +1,48 @@
+#include "ui_core/ShellCommands.h"
+
+#include <QUrl>
+
+#include "platform/Identifiers.h"
+#include "platform/Text.h"
+#include "platform/Version.h"
+
+namespace pendra {
+
+namespace {
+
+QString fileAddress(const QString& path) { return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded); }
+
+}  // namespace
+
+QString helpAnchor(const HelpSender& sender) {
+  if (sender.text) return *sender.text;
+  if (sender.tag != 0) return QString::asprintf("%ld", sender.tag);
+  if (sender.intValue != 0) return QString::asprintf("%d", sender.intValue);
+  return {};
+}
+
+QString helpAddress(const QString& resources, const QString& anchor) {
+  const QString page = formatted(
+      u"%@%@", {fileAddress(resources), u"/Pendra.help/Contents/Resources/English.lproj/PendraHelp1_0.htm"});
+  return anchor.isEmpty() ? page : formatted(u"%@#%@", {page, anchor});
+}
+
+void showHelp(const HelpSender& sender, Workspace& workspace, const QString& resources) {
+  try {
+    workspace.openUrl(helpAddress(resources, helpAnchor(sender)));
+  } catch (...) {
+    // Kept: help that fails to open never disturbs what the user was about to do.
+  }
+}
+
+void submitFeedback(Workspace& workspace) { workspace.openUrl(identifiers::kFeedbackForm); }
+
+void showCommunity(Workspace& workspace) { workspace.openUrl(identifiers::kCommunity); }
+
+void showThirdPartyPDF(Workspace& workspace, const QString& resources) {
+  workspace.openUrl(fileAddress(resources + u"/Third Party Components.pdf"));
+}
+
+QString versionText() { return formatted(u"Version %@", {bundleVersion()}); }
+
+}  // namespace pendra

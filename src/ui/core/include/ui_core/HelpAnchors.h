@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QStringList>
+
+/// Where in the help book each window stands; F1 in it opens the book there. A menu item's anchor is its tag.
+namespace pendra::help {
+
+inline const QString kTimerWindow = QStringLiteral("timer-window");
+inline const QString kTimeLog = QStringLiteral("time-log");
+inline const QString kActivityEditor = QStringLiteral("activity-editor");
+inline const QString kTimeEntryEditor = QStringLiteral("time-entry-editor");
+inline const QString kSetup = QStringLiteral("setup");
+inline const QString kCustomersAndJobs = QStringLiteral("customers-and-jobs");
+inline const QString kServiceItems = QStringLiteral("service-items");
+inline const QString kSendTime = QStringLiteral("send-time");
+inline const QString kPreferences = QStringLiteral("preferences");
+inline const QString kAbout = QStringLiteral("about");
+inline const QString kWelcome = QStringLiteral("welcome");
+
+/// What the windows' empty states and notices point to.
+inline const QString kFirstDay = QStringLiteral("first-day");
+inline const QString kFirstSending = QStringLiteral("first-sending");
+inline const QString kBackups = QStringLiteral("backups");
+inline const QString kVantorNotFound = QStringLiteral("vantor-not-found");
+
+inline const QStringList kAll{
+    kTimerWindow,      kTimeLog,      kActivityEditor, kTimeEntryEditor, kSetup,
+    kCustomersAndJobs, kServiceItems, kSendTime,       kPreferences,     kAbout,
+    kWelcome,          kFirstDay,     kFirstSending,   kBackups,         kVantorNotFound};
+
+}  // namespace pendra::help

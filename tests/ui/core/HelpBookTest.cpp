@@ -1,0 +1,73 @@
+// A help book with a dead link sends people away at the moment when they need it.
+#include <gmock/gmock.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
+#include <QUrl>
+
+#include "support/TestPlaces.h"
+#include "ui_core/HelpAnchors.h"
+#include "ui_core/Menus.h"
+#include "ui_core/ShellCommands.h"
+
+namespace pendra {
+namespace {
+
+class HelpBook : public testing::Test {
+ protected:
+  QStringList valuesOf(const char* attribute) const {
+    QStringList values;
+    const QRegularExpression pattern(QString("\\s%1=\"([^\"]*)\"").arg(attribute));
+    for (auto matches = pattern.globalMatch(text_); matches.hasNext();) values << matches.next().captured(1);
+    return values;
+  }
+
+  const QString page_ = QUrl(helpAddress(QStringLiteral(PENDRA_RESOURCES), {})).toLocalFile();
+  const QString text_ = QString::fromUtf8(contentsOf(page_));
+  const QStringList anchors_ = valuesOf("id");
+};
+
+TEST_F(HelpBook, EveryWindowAndMenuItemHasItsAnchor) {
+  QStringList missing;
+  QStringList wanted = help::kAll;
+  const MenuModel model;
+  for (const Menu& menu : model.menus()) {
+    for (const MenuItem& item : menu.items) {
+      if (item.tag != 0) wanted << QString::number(item.tag);
+    }
+  }
+  for (const QString& anchor : wanted) {
+    if (!anchors_.contains(anchor)) missing << anchor;
+  }
+  EXPECT_THAT(missing, testing::IsEmpty());
+  EXPECT_GT(wanted.size(), help::kAll.size());
+}
+
+TEST_F(HelpBook, AnchorsAreUnique) {
+  EXPECT_EQ(QSet<QString>(anchors_.begin(), anchors_.end()).size(), anchors_.size());
+}
+
+TEST_F(HelpBook, EveryLinkLeadsSomewhereInTheBook) {
+  QStringList dead;
+  const QStringList links = valuesOf("href");
+  for (const QString& link : links) {
+    const bool leads = link.startsWith(u'#') && anchors_.contains(link.mid(1));
+    if (!leads) dead << link;
+  }
+  EXPECT_THAT(dead, testing::IsEmpty());
+  EXPECT_GT(links.size(), 20);
+}
+
+TEST_F(HelpBook, EveryPictureIsThereAndDescribed) {
+  QStringList missing;
+  for (const QString& picture : valuesOf("src")) {
+    if (!QFileInfo::exists(QFileInfo(page_).path() + u'/' + picture)) missing << picture;
+  }
+  EXPECT_THAT(missing, testing::IsEmpty());
+  EXPECT_EQ(valuesOf("src").size(), valuesOf("alt").size());
+}
+
+}  // namespace
+}  // namespace pendra
