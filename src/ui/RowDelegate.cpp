@@ -22,12 +22,14 @@ struct RowLook {
   bool selected;
   bool running;
   bool hovered;
+  bool quiet;
 
   [[nodiscard]] QColor background() const {
     if (selected) return colours.selection;
     if (running) return hovered ? mixed(colours.runningRow, colours.running, 0.06) : colours.runningRow;
     return hovered ? colours.hover : colours.base;
   }
+  [[nodiscard]] QColor words() const { return quiet ? ink(colours.quiet) : colours.text; }
   [[nodiscard]] QColor ink(const QColor& colour) const {
     return Theme::readable(colour, background(), colours.text);
   }
@@ -86,11 +88,11 @@ void drawContent(QPainter& painter, const QRect& content, const QModelIndex& ind
                  bool under) {
   switch (RowDelegate::kindOf(index)) {
     case CellKind::Text:
-      return drawWords(painter, content, index, look.colours.text);
+      return drawWords(painter, content, index, look.words());
     case CellKind::Secondary:
       return drawWords(painter, content, index, look.ink(look.colours.quiet));
     case CellKind::Time:
-      return drawTime(painter, content, index, look, look.colours.text);
+      return drawTime(painter, content, index, look, look.words());
     case CellKind::SecondaryTime:
       return drawTime(painter, content, index, look, look.colours.quiet);
     case CellKind::StartStop:
@@ -135,7 +137,8 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const {
   const RowLook look{Theme::colours(option.palette), bool(option.state & QStyle::State_Selected),
                      index.data(TableModel::kRunningRole).toBool(),
-                     hovered_.isValid() && hovered_.row() == index.row()};
+                     hovered_.isValid() && hovered_.row() == index.row(),
+                     index.data(TableModel::kQuietRole).toBool()};
   painter->save();
   painter->setClipRect(option.rect);
   drawBackground(*painter, option.rect, look);

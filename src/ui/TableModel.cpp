@@ -69,6 +69,8 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
       return static_cast<int>(head.kind);
     case kRunningRole:
       return source_.isRunning(index.row());
+    case kQuietRole:
+      return source_.isQuiet(index.row());
     case kIdentityRole:
       return source_.identity(index.row());
     default:

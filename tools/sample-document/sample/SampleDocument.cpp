@@ -100,7 +100,9 @@ class Sample {
 
   void makeActivity(bool completed) {
     auto& activity = context_.insert<Activity>();
-    Customer* customer = oneOf(customers_);
+    // Each customer in turn first, so that none is without work while there is enough for all.
+    Customer* customer =
+        activities_.size() < customers_.size() ? customers_[activities_.size()] : oneOf(customers_);
     activity.setCustomer(customer);
     if (customer && random_.percent(85)) activity.setJob(oneOf(customer->jobs().copy()));
     activity.setService(oneOf(services_));

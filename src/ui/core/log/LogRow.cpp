@@ -18,13 +18,27 @@ ColumnHead head(const QString& identifier, const QString& title, CellKind kind, 
           .weight = weight};
 }
 
+/// A column as wide as this text.
+ColumnHead fixed(ColumnHead head, const QString& widest) {
+  head.widest = widest;
+  return head;
+}
+
 /// The desktop's own short form of date and time, after the day of the week.
-QString dateText(std::optional<Instant> start, const Calendar& calendar, const QLocale& locale) {
-  if (!start) return {};
-  const QDateTime local = calendar.local(*start);
+QString dateText(const QDateTime& local, const QLocale& locale) {
   return locale.dayName(local.date().dayOfWeek(), QLocale::ShortFormat) + u' ' +
          locale.toString(local.date(), QLocale::ShortFormat) + u", " +
          locale.toString(local.time(), QLocale::ShortFormat);
+}
+
+QString longestDateText(const QLocale& locale) {
+  QString longest;
+  for (int day = 1; day <= 365; ++day) {
+    const QDateTime evening(QDate(2026, 1, 1).addDays(day), QTime(22, 58, 58), Qt::UTC);
+    const QString text = dateText(evening, locale);
+    if (text.size() > longest.size()) longest = text;
+  }
+  return longest;
 }
 
 QString submittedText(const LogRow& row, const Calendar& calendar) {
@@ -32,7 +46,7 @@ QString submittedText(const LogRow& row, const Calendar& calendar) {
 }
 
 Column<LogRow> editColumn() {
-  ColumnHead edit = head(QStringLiteral("edit"), {}, CellKind::Link, 0);
+  ColumnHead edit = fixed(head(QStringLiteral("edit"), {}, CellKind::Link, 0), QStringLiteral("Edit"));
   edit.accessibleName = QStringLiteral("Edit");
   edit.sortable = false;
   return {.head = std::move(edit), .text = [](const LogRow&) { return QStringLiteral("Edit"); }};
@@ -54,16 +68,23 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale) {
        .text = [](const LogRow& row) { return row.job(); }},
       {.head = head(QStringLiteral("service"), QStringLiteral("Service"), CellKind::Text, 4),
        .text = [](const LogRow& row) { return row.service(); }},
-      {.head = head(QStringLiteral("date"), QStringLiteral("Date"), CellKind::Text, 5),
-       .text = [&calendar, locale](const LogRow& row) { return dateText(row.start, calendar, locale); },
+      {.head = fixed(head(QStringLiteral("date"), QStringLiteral("Date"), CellKind::Text, 0),
+                     longestDateText(locale)),
+       .text =
+           [&calendar, locale](const LogRow& row) {
+             return row.start ? dateText(calendar.local(*row.start), locale) : QString();
+           },
        .time = [](const LogRow& row) { return row.start; }},
       {.head = head(QStringLiteral("duration"), QStringLiteral("Duration"), CellKind::Time, 0),
        .text = [](const LogRow& row) { return durationText(row.duration); }},
-      {.head = head(QStringLiteral("submitted"), QStringLiteral("Submitted"), CellKind::Secondary, 0),
+      {.head = fixed(head(QStringLiteral("submitted"), QStringLiteral("Submitted"), CellKind::Secondary, 0),
+                     QStringLiteral("00/00/00")),
        .text = [&calendar](const LogRow& row) { return submittedText(row, calendar); }},
       editColumn(),
   };
-  return RowTable<LogRow>(std::move(columns), {.identity = identityOf, .running = isRunning});
+  return RowTable<LogRow>(std::move(columns), {.identity = identityOf,
+                                               .running = isRunning,
+                                               .quiet = [](const LogRow& row) { return row.showsAsSent(); }});
 }
 
 }  // namespace pendra

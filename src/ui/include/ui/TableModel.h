@@ -13,7 +13,7 @@ namespace pendra {
 class TableModel : public QAbstractTableModel {
   Q_OBJECT
  public:
-  enum Role { kKindRole = Qt::UserRole, kRunningRole, kIdentityRole };
+  enum Role { kKindRole = Qt::UserRole, kRunningRole, kQuietRole, kIdentityRole };
 
   /// Takes a text that was typed into a cell; false when it was refused.
   using TextHandler = std::function<bool(const QString& value, const QString& identifier, int row)>;

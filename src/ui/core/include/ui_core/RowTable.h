@@ -30,6 +30,7 @@ template <class Row>
 struct RowTraits {
   std::function<quint64(const Row&)> identity{};
   std::function<bool(const Row&)> running{};
+  std::function<bool(const Row&)> quiet{};
 };
 
 /// Rows under a fixed table of columns, sorted by one descriptor. Sorting is stable in both directions.
@@ -102,6 +103,9 @@ class RowTable final : public TableSource {
   }
   [[nodiscard]] bool isRunning(int row) const override {
     return traits_.running && holds(row) && traits_.running(*this->row(row));
+  }
+  [[nodiscard]] bool isQuiet(int row) const override {
+    return traits_.quiet && holds(row) && traits_.quiet(*this->row(row));
   }
   [[nodiscard]] bool isChecked(int row, int column) const override {
     return ask(row, column, &Column<Row>::checked);

@@ -56,6 +56,8 @@ class TableSource {
   /// Names the object that the row shows, so that a selection follows it over a reload. 0: none.
   [[nodiscard]] virtual quint64 identity(int row) const = 0;
   [[nodiscard]] virtual bool isRunning(int row) const = 0;
+  /// Whether the row is done with and all of its words are secondary.
+  [[nodiscard]] virtual bool isQuiet(int row) const = 0;
   [[nodiscard]] virtual bool isChecked(int row, int column) const = 0;
   /// Whether the text of the cell can be typed over in the table.
   [[nodiscard]] virtual bool isEditable(int row, int column) const = 0;

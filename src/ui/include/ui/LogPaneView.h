@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QWidget>
+
+#include "ui_core/LogController.h"
+
+namespace pendra {
+
+class RowTableView;
+
+/// The lower half of the timer window: the filters in one row, the log's table under them. It owns the log's
+/// logic and shows what that says.
+class LogPaneView final : public QWidget {
+  Q_OBJECT
+ public:
+  /// The session and the window's logic must outlive it.
+  LogPaneView(Session& session, TimerState& window, QWidget* parent = nullptr);
+
+  [[nodiscard]] LogController& logController() { return *logController_; }
+  [[nodiscard]] RowTableView& table() { return *myTableView_; }
+  /// A new widget that says how many entries there are and how long they are, for the window's footer.
+  [[nodiscard]] QWidget* makeSummary();
+  /// Runs the export with a sheet that shows its progress, and can end it, when it takes long.
+  void exportTimeLog();
+
+ Q_SIGNALS:
+  /// An entry is to be edited; it is the only selected one.
+  void editTimePeriod();
+
+ private:
+  void showEmptiness();
+  void pressCell(int row, const QString& identifier);
+
+  Session& session_;
+  RowTableView* myTableView_;
+  std::unique_ptr<LogController> logController_;
+  Notifier::Subscription contents_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,140 @@
+#include "LogFilterRow.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QStyle>
+
+#include "platform/Preferences.h"
+#include "platform/Text.h"
+#include "ui/Buttons.h"
+#include "ui/Theme.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr int kNarrowPopUp = 76;
+constexpr int kWidePopUp = 168;
+constexpr int kNarrowDate = 76;
+constexpr int kWideDate = 116;
+constexpr int kHeight = 44;
+constexpr int kGapBetweenFilters = 12;
+
+QLabel* quietLabel(const QString& text, QWidget* of) {
+  auto* label = new QLabel(text);
+  label->setFont(Theme::controlFont());
+  label->setForegroundRole(QPalette::PlaceholderText);
+  label->setBuddy(of);
+  return label;
+}
+
+}  // namespace
+
+LogFilterRow::LogFilterRow(LogController& log, UserDefaults& defaults, QWidget* parent)
+    : QWidget(parent), log_(log), row_(new QHBoxLayout(this)) {
+  setFixedHeight(kHeight);
+  row_->setContentsMargins(metrics::kSide, 0, metrics::kSide, 0);
+  row_->setSpacing(metrics::kGrid);
+  addPopUp(tr("Customer"), QStringLiteral("customerPopup"), log.customerPopup)
+      ->setAccessibleName(tr("Customer filter"));
+  addPopUp(tr("Job"), QStringLiteral("jobPopup"), log.jobPopup)->setAccessibleName(tr("Job filter"));
+  addPopUp(tr("Service"), QStringLiteral("servicePopup"), log.servicePopup)
+      ->setAccessibleName(tr("Service filter"));
+  addDateField(tr("From"), QStringLiteral("startDateField"), log.startDateField)
+      ->setAccessibleName(tr("From date"));
+  addDateField(tr("to"), QStringLiteral("endDateField"), log.endDateField)->setAccessibleName(tr("To date"));
+  row_->addStretch(1);
+  addHideSubmitted(defaults);
+  filtersChanges_ = log.filtersChanges.observe([this] { showFilters(); });
+  showFilters();
+}
+
+QComboBox* LogFilterRow::addPopUp(const QString& title, const QString& objectName, PopUp& popup) {
+  auto* control = new QComboBox;
+  control->setObjectName(objectName);
+  control->setFont(Theme::controlFont());
+  control->setMinimumWidth(kNarrowPopUp);
+  control->setMaximumWidth(kWidePopUp);
+  control->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  control->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  connect(control, &QComboBox::activated, this, [this, &popup](int index) { choose(popup, index); });
+  row_->addWidget(quietLabel(title, control));
+  row_->addWidget(control, 3);
+  row_->addSpacing(kGapBetweenFilters - metrics::kGrid);
+  popups_.push_back({control, &popup});
+  return control;
+}
+
+QLineEdit* LogFilterRow::addDateField(const QString& title, const QString& objectName, QString& field) {
+  auto* edit = new QLineEdit;
+  edit->setObjectName(objectName);
+  edit->setFont(Theme::controlFont());
+  edit->setMinimumWidth(kNarrowDate);
+  edit->setMaximumWidth(kWideDate);
+  connect(edit, &QLineEdit::editingFinished, this, [this, edit, &field] { takeDate(*edit, field); });
+  row_->addWidget(quietLabel(title, edit));
+  row_->addWidget(edit, 2);
+  dates_.push_back({edit, &field});
+  return edit;
+}
+
+void LogFilterRow::addHideSubmitted(UserDefaults& defaults) {
+  hideSubmitted_ = new QCheckBox(tr("Hide sent"));
+  hideSubmitted_->setObjectName(QStringLiteral("hideSubmitted"));
+  hideSubmitted_->setAccessibleName(tr("Hide sent"));
+  hideSubmitted_->setFont(Theme::controlFont());
+  hideSubmitted_->setChecked(log_.hidesSubmitted());
+  row_->addWidget(hideSubmitted_);
+  connect(hideSubmitted_, &QCheckBox::clicked, this, [this](bool checked) {
+    log_.setHidesSubmitted(checked);
+    log_.updateRunningPeriods();
+  });
+  hideChanges_ = defaults.changesOf(preferences::kHideSubmitted).observe([this] {
+    hideSubmitted_->setChecked(log_.hidesSubmitted());
+  });
+}
+
+void LogFilterRow::choose(PopUp& popup, int index) {
+  popup.selectItemAtIndex(index);
+  if (&popup == &log_.customerPopup) {
+    log_.pickACustomer(popup);
+  } else {
+    log_.changeFilter();
+  }
+  log_.updateRunningPeriods();  // at once, not at the next tick
+}
+
+void LogFilterRow::takeDate(QLineEdit& edit, QString& field) {
+  markReadable(edit);
+  if (edit.text() == field) return;
+  field = edit.text();
+  log_.changeDateRange();
+  log_.updateRunningPeriods();
+}
+
+void LogFilterRow::markReadable(QLineEdit& edit) {
+  const bool readable = log_.isReadable(edit.text());
+  edit.setProperty(kUnreadableProperty, !readable);
+  edit.setToolTip(readable ? tr("A day: 11/24/26, today, last monday, 3 days ago")
+                           : formatted(tr("“%@” is no date, so it does not limit the log"), {edit.text()}));
+  edit.update();
+}
+
+void LogFilterRow::showFilters() {
+  for (const auto& [control, state] : popups_) {
+    const QSignalBlocker silent(control);
+    control->clear();
+    control->addItems(state->titles());
+    control->setCurrentIndex(state->indexOfSelectedItem());
+  }
+  for (const auto& [control, state] : dates_) {
+    if (control->text() != *state && !control->hasFocus()) control->setText(*state);
+    markReadable(*control);
+  }
+}
+
+}  // namespace pendra

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QWidget>
+
+#include "ui_core/LogController.h"
+
+class QCheckBox;
+class QComboBox;
+class QHBoxLayout;
+class QLineEdit;
+
+namespace pendra {
+
+/// The log's filters in one row. The logic holds their state; the controls show it and pass on what a person
+/// chooses.
+class LogFilterRow final : public QWidget {
+ public:
+  /// The logic must outlive it.
+  LogFilterRow(LogController& log, UserDefaults& defaults, QWidget* parent);
+
+ private:
+  QComboBox* addPopUp(const QString& title, const QString& objectName, PopUp& popup);
+  QLineEdit* addDateField(const QString& title, const QString& objectName, QString& field);
+  void addHideSubmitted(UserDefaults& defaults);
+  void choose(PopUp& popup, int index);
+  void takeDate(QLineEdit& edit, QString& field);
+  void markReadable(QLineEdit& edit);
+  void showFilters();
+
+  struct ShownPopUp {
+    QComboBox* control;
+    const PopUp* state;
+  };
+  struct ShownDate {
+    QLineEdit* control;
+    const QString* state;
+  };
+
+  LogController& log_;
+  QHBoxLayout* row_;
+  std::vector<ShownPopUp> popups_;
+  std::vector<ShownDate> dates_;
+  QCheckBox* hideSubmitted_ = nullptr;
+  Notifier::Subscription filtersChanges_;
+  Notifier::Subscription hideChanges_;
+};
+
+}  // namespace pendra
