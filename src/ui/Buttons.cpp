@@ -23,7 +23,7 @@ void makeQuiet(QPushButton& button) {
   button.setCursor(Qt::PointingHandCursor);
 }
 
-void makeSheetButton(QPushButton& button) { button.setFocusPolicy(Qt::TabFocus); }
+void makeSheetButton(QAbstractButton& button) { button.setFocusPolicy(Qt::TabFocus); }
 
 QPushButton* makeSheetButton(const QString& title, QWidget* parent) {
   auto* button = new QPushButton(title, parent);

@@ -155,6 +155,8 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 
 QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                    const QModelIndex& index) const {
+  const auto* model = qobject_cast<const TableModel*>(index.model());
+  if (model && !model->shouldEdit(index)) return nullptr;
   QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
   if (!editor) return nullptr;
   editor->setFont(option.font);

@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QToolTip>
 #include <numeric>
+#include <utility>
 
 #include "EmptyState.h"
 #include "RowDelegate.h"
@@ -71,9 +72,13 @@ void RowTableView::setSource(TableSource& source) {
   weights_.clear();
   for (int column = 0; column < source.columnCount(); ++column)
     weights_.push_back(source.head(column).weight);
-  connect(model_, &QAbstractItemModel::modelAboutToBeReset, this, &RowTableView::rememberSelection);
+  connect(model_, &QAbstractItemModel::modelAboutToBeReset, this, &RowTableView::rememberScroll);
   connect(model_, &QAbstractItemModel::modelReset, this, &RowTableView::restoreSelection);
-  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &RowTableView::selectionDidChange);
+  connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &RowTableView::rememberSelection);
+  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+    rememberSelection();
+    Q_EMIT selectionDidChange();
+  });
   distributeWidths();
   placeEmptyState();
 }
@@ -102,7 +107,7 @@ void RowTableView::selectRows(const std::vector<int>& rows) {
                [this](int row) { return row >= 0 && row < model_->rowCount(); });
   std::sort(present.begin(), present.end());
   if (present.empty()) return clearSelection();
-  selectSilently(present, present.front());
+  selectSilently(present, present.front(), std::max(0, currentIndex().column()));
   scrollTo(model_->index(present.front(), currentIndex().column()));
   Q_EMIT selectionDidChange();
 }
@@ -148,38 +153,41 @@ void RowTableView::pressCell(const QModelIndex& index) {
 // Selection over a reload.
 
 void RowTableView::rememberSelection() {
-  remembered_ = {};
-  for (const int row : selectedRows()) remembered_.selected.push_back(model_->source().identity(row));
-  remembered_.current = model_->source().identity(currentIndex().row());
+  const TableSource& source = model_->source();
+  remembered_.selected.clear();
+  for (const int row : selectedRows()) remembered_.selected.push_back(source.identity(row));
+  remembered_.current = source.identity(currentIndex().row());
   remembered_.currentColumn = std::max(0, currentIndex().column());
-  remembered_.scroll = verticalScrollBar()->value();
 }
 
+void RowTableView::rememberScroll() { remembered_.scroll = verticalScrollBar()->value(); }
+
 void RowTableView::restoreSelection() {
-  const QSet<quint64> wanted(remembered_.selected.begin(), remembered_.selected.end());
+  const Remembered before = std::exchange(remembered_, {});
+  const QSet<quint64> wanted(before.selected.begin(), before.selected.end());
   std::vector<int> rows;
   int current = -1;
   const TableSource& source = model_->source();
-  for (int row = 0; (!wanted.isEmpty() || remembered_.current) && row < source.rowCount(); ++row) {
+  for (int row = 0; (!wanted.isEmpty() || before.current) && row < source.rowCount(); ++row) {
     const quint64 identity = source.identity(row);
     if (identity == 0) continue;
     if (wanted.contains(identity)) rows.push_back(row);
-    if (identity == remembered_.current) current = row;
+    if (identity == before.current) current = row;
   }
   distributeWidths();
-  selectSilently(rows, current);
-  verticalScrollBar()->setValue(remembered_.scroll);
+  selectSilently(rows, current, before.currentColumn);
+  verticalScrollBar()->setValue(before.scroll);
   placeEmptyState();
-  if (rows.size() < remembered_.selected.size()) Q_EMIT selectionDidChange();
+  if (rows.size() < before.selected.size()) Q_EMIT selectionDidChange();
 }
 
-void RowTableView::selectSilently(const std::vector<int>& rows, int current) {
+void RowTableView::selectSilently(const std::vector<int>& rows, int current, int column) {
   const QSignalBlocker silent(selectionModel());
-  const int column = currentIndex().isValid() ? currentIndex().column() : remembered_.currentColumn;
   selectionModel()->setCurrentIndex(model_->index(current, std::min(column, model_->columnCount() - 1)),
                                     QItemSelectionModel::NoUpdate);
   selectionModel()->select(rangesOf(rows, *model_),
                            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  rememberSelection();
   viewport()->update();
 }
 

@@ -55,8 +55,10 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const ColumnHead& head = source_.head(index.column());
   switch (role) {
-    case Qt::DisplayRole:
     case Qt::EditRole:
+      if (edits_.textForEditing) return edits_.textForEditing(head.identifier, index.row());
+      [[fallthrough]];
+    case Qt::DisplayRole:
       return source_.text(index.row(), index.column());
     case Qt::TextAlignmentRole:
       return flagsOf(head.alignment);
@@ -113,8 +115,13 @@ Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {
 }
 
 bool TableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-  if (role != Qt::EditRole || !index.isValid() || !textHandler_) return false;
-  return textHandler_(value.toString(), source_.head(index.column()).identifier, index.row());
+  if (role != Qt::EditRole || !index.isValid() || !edits_.setObjectValue) return false;
+  edits_.setObjectValue(value.toString(), source_.head(index.column()).identifier, index.row());
+  return true;
+}
+
+bool TableModel::shouldEdit(const QModelIndex& index) const {
+  return !edits_.shouldEdit || edits_.shouldEdit(source_.head(index.column()).identifier, index.row());
 }
 
 }  // namespace pendra

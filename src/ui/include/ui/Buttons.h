@@ -16,7 +16,7 @@ void makePrimary(QPushButton& button);
 void makeQuiet(QPushButton& button);
 /// For a button of a sheet that has fields with a veto: a click on it leaves the keyboard focus where it is,
 /// so that pressing "Cancel" never asks the field whether it may be left.
-void makeSheetButton(QPushButton& button);
+void makeSheetButton(QAbstractButton& button);
 /// The same, as a new button.
 QPushButton* makeSheetButton(const QString& title, QWidget* parent);
 

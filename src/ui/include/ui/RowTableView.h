@@ -66,7 +66,7 @@ class RowTableView : public QTableView, public TablePort {
   void changeEvent(QEvent* event) override;
 
  private:
-  /// The selection before a reload.
+  /// What is selected, by identity: at a reload the source holds other rows already.
   struct Remembered {
     std::vector<quint64> selected;
     quint64 current = 0;
@@ -77,8 +77,9 @@ class RowTableView : public QTableView, public TablePort {
   void makeHeads();
   void clickHead(int section);
   void rememberSelection();
+  void rememberScroll();
   void restoreSelection();
-  void selectSilently(const std::vector<int>& rows, int current);
+  void selectSilently(const std::vector<int>& rows, int current, int column);
   void distributeWidths();
   void keepDraggedWidth(int section, int width);
   [[nodiscard]] int contentWidth(int column) const;

@@ -15,8 +15,15 @@ class TableModel : public QAbstractTableModel {
  public:
   enum Role { kKindRole = Qt::UserRole, kRunningRole, kQuietRole, kIdentityRole };
 
-  /// Takes a text that was typed into a cell; false when it was refused.
-  using TextHandler = std::function<bool(const QString& value, const QString& identifier, int row)>;
+  /// What the owner of the rows says about typing over a cell. Any part may be left out.
+  struct EditRules {
+    /// Asked when an editor is about to open over a cell that the source calls editable.
+    std::function<bool(const QString& identifier, int row)> shouldEdit{};
+    /// What the editor starts with; left out: what the cell shows.
+    std::function<QString(const QString& identifier, int row)> textForEditing{};
+    /// Takes the text that was typed.
+    std::function<void(const QString& value, const QString& identifier, int row)> setObjectValue{};
+  };
 
   /// The source must outlive the model.
   explicit TableModel(TableSource& source, QObject* parent = nullptr);
@@ -27,7 +34,8 @@ class TableModel : public QAbstractTableModel {
   void updateRow(int row);
   /// Sorts the source and reloads.
   void sortBy(const SortDescriptor& descriptor);
-  void setTextHandler(TextHandler handler) { textHandler_ = std::move(handler); }
+  void setEditRules(EditRules rules) { edits_ = std::move(rules); }
+  [[nodiscard]] bool shouldEdit(const QModelIndex& index) const;
 
   [[nodiscard]] const TableSource& source() const { return source_; }
   [[nodiscard]] int columnOf(QStringView identifier) const;
@@ -43,7 +51,7 @@ class TableModel : public QAbstractTableModel {
   [[nodiscard]] QString accessibleText(const QModelIndex& index) const;
 
   TableSource& source_;
-  TextHandler textHandler_;
+  EditRules edits_;
 };
 
 }  // namespace pendra

@@ -51,7 +51,7 @@ class Theme {
  public:
   /// Gives the application its style, palette and fonts. Called once, before the first window.
   static void install(QApplication& application);
-  /// Wears one look whatever the desktop wears; takes effect at once in open windows.
+  /// Wears one look whatever the desktop wears; open windows follow with the next events.
   static void force(Appearance appearance);
 
   [[nodiscard]] static bool isDark(const QPalette& palette);

@@ -1,0 +1,141 @@
+#include "ui/NoticeLine.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPropertyAnimation>
+#include <QPushButton>
+
+#include "ui/Buttons.h"
+#include "ui/TabularText.h"
+#include "ui/Theme.h"
+
+namespace pendra {
+
+namespace {
+constexpr int kSlideMs = 140;
+constexpr int kBarHeight = 32;
+}  // namespace
+
+NoticeLine::NoticeLine(Notices& notices, QWidget* parent)
+    : QFrame(parent), notices_(notices), words_(new QLabel(this)), more_(new QLabel(this)) {
+  setObjectName(QStringLiteral("noticeLine"));
+  setAccessibleName(tr("Notice"));
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(metrics::kSide + 12, 2, metrics::kSide + 4, metrics::kGrid + 2);
+  row->setSpacing(2);
+  words_->setTextFormat(Qt::PlainText);
+  words_->setWordWrap(true);
+  words_->setMinimumHeight(kBarHeight - 4);
+  row->addWidget(words_, 1);
+  row->addWidget(more_);
+  for (int action = 0; action < kMostActions; ++action) {
+    actions_.push_back(newButton(*row));
+    connect(actions_.back(), &QPushButton::clicked, this, [this, action] { press(action); });
+  }
+  dismiss_ = newButton(*row);
+  dismiss_->setText(QStringLiteral("✕"));
+  dismiss_->setAccessibleName(tr("Dismiss"));
+  dismiss_->setToolTip(tr("Dismiss"));
+  connect(dismiss_, &QPushButton::clicked, this, &NoticeLine::dismiss);
+  slide_ = new QPropertyAnimation(this, "maximumHeight", this);
+  slide_->setDuration(kSlideMs);
+  connect(slide_, &QPropertyAnimation::finished, this, [this] { setMaximumHeight(QWIDGETSIZE_MAX); });
+  colourButtons();
+  hide();
+  changes_ = notices_.changes().observe([this] { showNewest(); });
+  showNewest();
+}
+
+QPushButton* NoticeLine::newButton(QHBoxLayout& row) {
+  auto* button = new QPushButton(this);
+  makeQuiet(*button);
+  button->setFocusPolicy(Qt::TabFocus);
+  QFont font = button->font();
+  font.setWeight(QFont::DemiBold);
+  button->setFont(font);
+  row.addWidget(button);
+  return button;
+}
+
+QString NoticeLine::text() const { return key_.isNull() ? QString() : words_->text(); }
+
+void NoticeLine::showNewest() {
+  const auto& standing = notices_.standing();
+  if (standing.empty()) {
+    key_ = QString();
+    return hide();
+  }
+  const Notice& notice = standing.back();
+  const bool isNew = isHidden() || key_ != notice.key || words_->text() != notice.text;
+  key_ = notice.key.isNull() ? QStringLiteral("") : notice.key;
+  showText(*words_, notice.text);
+  setAccessibleDescription(notice.text);
+  more_->setVisible(standing.size() > 1);
+  more_->setText(tr("%n more", nullptr, static_cast<int>(standing.size()) - 1) + u"  ");
+  showButtons(notice);
+  if (isHidden()) slideIn();
+  if (!isNew) return;
+  QAccessibleEvent alert(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
+}
+
+void NoticeLine::showButtons(const Notice& notice) {
+  for (size_t action = 0; action < actions_.size(); ++action) {
+    const bool used = action < notice.actions.size();
+    actions_[action]->setVisible(used);
+    if (!used) continue;
+    actions_[action]->setText(notice.actions[action].title);
+    actions_[action]->setAccessibleName(notice.actions[action].title);
+  }
+}
+
+void NoticeLine::slideIn() {
+  show();
+  if (!window()->isVisible()) return;
+  slide_->stop();
+  slide_->setStartValue(0);
+  slide_->setEndValue(std::max(sizeHint().height(), heightForWidth(width())));
+  slide_->start();
+}
+
+void NoticeLine::press(int action) {
+  const auto& standing = notices_.standing();
+  if (standing.empty() || static_cast<size_t>(action) >= standing.back().actions.size()) return;
+  const auto run = standing.back().actions[static_cast<size_t>(action)].run;
+  dismiss();
+  if (run) run();
+}
+
+void NoticeLine::dismiss() { notices_.withdraw(QString(key_)); }
+
+void NoticeLine::paintEvent(QPaintEvent*) {
+  const Colours& colours = Theme::colours(palette());
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(colours.noticeLine);
+  painter.setBrush(colours.noticeBack);
+  const QRectF bar =
+      QRectF(rect()).adjusted(metrics::kSide + 0.5, 0.5, -metrics::kSide - 0.5, -metrics::kGrid - 0.5);
+  painter.drawRoundedRect(bar, metrics::kRadius, metrics::kRadius);
+}
+
+void NoticeLine::changeEvent(QEvent* event) {
+  QFrame::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && dismiss_) colourButtons();
+}
+
+void NoticeLine::colourButtons() {
+  const QColor ink = Theme::colours(palette()).notice;
+  for (QWidget* part : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    if (part->palette().color(QPalette::ButtonText) == ink) continue;
+    QPalette own;
+    own.setColor(QPalette::WindowText, ink);
+    own.setColor(QPalette::ButtonText, ink);
+    part->setPalette(own);
+  }
+}
+
+}  // namespace pendra

@@ -1,0 +1,105 @@
+#include "ui/QtPanels.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "platform/Text.h"
+#include "ui/FrontWindow.h"
+
+namespace pendra {
+
+namespace {
+
+/// Asks, when the path that a name leads to is taken; the dialog itself does not know that path yet.
+bool mayReplace(QWidget* panel, const QString& path) {
+  const QFileInfo file(path);
+  if (!file.exists()) return true;
+  QMessageBox box(panel);
+  box.setTextFormat(Qt::PlainText);
+  box.setIcon(QMessageBox::Warning);
+  box.setText(formatted(QObject::tr("“%@” already exists. Do you want to replace it?"), {file.fileName()}));
+  QPushButton* cancel = box.addButton(QObject::tr("Cancel"), QMessageBox::RejectRole);
+  QPushButton* replace = box.addButton(QObject::tr("Replace"), QMessageBox::AcceptRole);
+  box.setDefaultButton(cancel);
+  box.exec();
+  return box.clickedButton() == static_cast<QAbstractButton*>(replace);
+}
+
+/// A save dialog that is accepted only with a path that may be written to.
+class SaveDialog final : public QFileDialog {
+ public:
+  SaveDialog(QWidget* parent, QString requiredType) : QFileDialog(parent), type_(std::move(requiredType)) {}
+
+ protected:
+  void done(int result) override {
+    if (result == Accepted) {
+      const QStringList files = selectedFiles();
+      if (files.isEmpty() || !mayReplace(this, withRequiredType(files.front(), type_))) return;
+    }
+    QFileDialog::done(result);
+  }
+
+ private:
+  QString type_;
+};
+
+}  // namespace
+
+QString fileNameFor(const QString& proposedName) {
+  QString name = proposedName;
+  return name.replace(u'/', u'-');
+}
+
+QString withRequiredType(const QString& path, const QString& requiredType) {
+  if (requiredType.isEmpty()) return path;
+  const QString ending = u'.' + requiredType;
+  return path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
+}
+
+void QtPanels::fill(QFileDialog& dialog, const SavePanel& panel) const {
+  if (!panel.title.isEmpty()) dialog.setWindowTitle(panel.title);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  dialog.setDirectory(panel.folder.isEmpty() ? folder_ : panel.folder);
+  dialog.selectFile(fileNameFor(panel.proposedName));
+}
+
+QString QtPanels::chosenIn(const QFileDialog& dialog, const QString& requiredType) {
+  const QString path = withRequiredType(dialog.selectedFiles().value(0), requiredType);
+  folder_ = QFileInfo(path).absolutePath();
+  return path;
+}
+
+std::optional<QString> QtPanels::runSavePanel(const SavePanel& panel) {
+  SaveDialog dialog(frontWindow(), panel.requiredType);
+  fill(dialog, panel);
+  const ModalDepth::Run run(modals_);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return chosenIn(dialog, panel.requiredType);
+}
+
+std::optional<QString> QtPanels::runOpenPanel() {
+  QFileDialog dialog(frontWindow());
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setDirectory(folder_);
+  const ModalDepth::Run run(modals_);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return chosenIn(dialog, {});
+}
+
+void QtPanels::beginSavePanel(const SavePanel& panel, std::function<void(std::optional<QString>)> ended) {
+  auto* dialog = new SaveDialog(frontWindow(), panel.requiredType);
+  fill(*dialog, panel);
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setWindowModality(Qt::WindowModal);
+  QObject::connect(dialog, &QDialog::finished, dialog,
+                   [this, dialog, type = panel.requiredType, ended = std::move(ended)](int result) {
+                     if (result != QDialog::Accepted) return ended(std::nullopt);
+                     ended(chosenIn(*dialog, type));
+                   });
+  dialog->open();
+}
+
+}  // namespace pendra

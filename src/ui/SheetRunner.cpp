@@ -1,0 +1,15 @@
+#include "ui/SheetRunner.h"
+
+#include <QDialog>
+
+namespace pendra {
+
+static_assert(SheetRunner::kAccepted == QDialog::Accepted && SheetRunner::kCancelled == QDialog::Rejected);
+
+int SheetRunner::runModal(QDialog& sheet) {
+  sheet.setWindowModality(Qt::ApplicationModal);
+  const ModalDepth::Run run(modals_);
+  return sheet.exec();
+}
+
+}  // namespace pendra

@@ -1,0 +1,11 @@
+#pragma once
+
+class QWidget;
+
+namespace pendra {
+
+/// The window on which a sheet belongs now: the modal dialog that runs, else the active window, else one
+/// that is shown. None when there is no window.
+[[nodiscard]] QWidget* frontWindow();
+
+}  // namespace pendra

@@ -1,0 +1,145 @@
+#include "ui/NameComboBox.h"
+
+#include <gtest/gtest.h>
+
+#include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include "ui/Buttons.h"
+
+namespace pendra {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class NameField : public testing::Test {
+ protected:
+  NameField() {
+    auto* column = new QVBoxLayout(&sheet);
+    column->addWidget(&box);
+    column->addWidget(&other);
+    column->addWidget(&cancel);
+    makeSheetButton(cancel);
+    box.setRules({.dataArray = [this] { return names; },
+                  .shouldEndEditing =
+                      [this] {
+                        ++asked;
+                        return known();
+                      }});
+    sheet.show();
+    sheet.activateWindow();
+    box.setFocus();
+    std::ignore = QTest::qWaitForWindowActive(&sheet);
+  }
+  bool known() const { return box.text().isEmpty() || names.contains(box.text()); }
+  void type(const QString& text) { QTest::keyClicks(box.lineEdit(), text); }
+  void key(Qt::Key key) { QTest::keyClick(box.lineEdit(), key); }
+  void settle() { QCoreApplication::processEvents(); }
+
+  QStringList names{u"Acme"_s, u"Ärger GmbH"_s, u"Bäckerei"_s};
+  int asked = 0;
+  QDialog sheet;
+  NameComboBox box{&sheet};
+  QLineEdit other{&sheet};
+  QPushButton cancel{u"Cancel"_s, &sheet};
+};
+
+TEST_F(NameField, CompletesWithTheRestSelected) {
+  type(u"ac"_s);
+  EXPECT_EQ(box.text(), u"Acme"_s);
+  EXPECT_EQ(box.lineEdit()->selectedText(), u"me"_s);
+  type(u"x"_s);
+  EXPECT_EQ(box.text(), u"Acx"_s);
+}
+
+TEST_F(NameField, DeletingDoesNotCompleteAgain) {
+  type(u"ac"_s);
+  key(Qt::Key_Backspace);
+  EXPECT_EQ(box.text(), u"Ac"_s);
+}
+
+TEST_F(NameField, TabIsRefusedOnceAndTheFocusStays) {
+  type(u"nobody"_s);
+  key(Qt::Key_Tab);
+  settle();
+  EXPECT_EQ(asked, 1);
+  EXPECT_TRUE(box.lineEdit()->hasFocus());
+}
+
+TEST_F(NameField, AnAcceptedTabAsksOnceAndReportsTheName) {
+  QSignalSpy picks(&box, &NameComboBox::picked);
+  type(u"ac"_s);
+  key(Qt::Key_Tab);
+  settle();
+  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(picks.count(), 1);
+  EXPECT_TRUE(other.hasFocus());
+}
+
+TEST_F(NameField, AClickElsewhereIsRefusedAndTheFocusComesBack) {
+  type(u"nobody"_s);
+  other.setFocus(Qt::MouseFocusReason);
+  settle();
+  EXPECT_EQ(asked, 1);
+  EXPECT_TRUE(box.lineEdit()->hasFocus());
+}
+
+TEST_F(NameField, ReturnIsRefusedBeforeTheSheetSeesIt) {
+  QSignalSpy presses(&cancel, &QPushButton::clicked);
+  cancel.setDefault(true);
+  type(u"nobody"_s);
+  key(Qt::Key_Return);
+  EXPECT_EQ(presses.count(), 0);
+  box.setText(u"Acme"_s);
+  key(Qt::Key_Return);
+  EXPECT_EQ(presses.count(), 1);
+}
+
+TEST_F(NameField, ASheetButtonIsPressedWithoutAQuestion) {
+  type(u"nobody"_s);
+  QTest::mouseClick(&cancel, Qt::LeftButton);
+  settle();
+  EXPECT_EQ(asked, 0);
+  EXPECT_TRUE(box.lineEdit()->hasFocus());
+}
+
+TEST_F(NameField, AQuestionWithinTheQuestionIsNotAsked) {
+  box.setRules({.dataArray = [this] { return names; },
+                .shouldEndEditing =
+                    [this] {
+                      ++asked;
+                      other.setFocus();
+                      QCoreApplication::processEvents();
+                      return false;
+                    }});
+  type(u"nobody"_s);
+  key(Qt::Key_Tab);
+  settle();
+  EXPECT_EQ(asked, 1);
+}
+
+TEST_F(NameField, WritingATextTellsNobody) {
+  QSignalSpy edits(&box, &NameComboBox::textEdited);
+  QSignalSpy picks(&box, &NameComboBox::picked);
+  box.setText(u"Acme"_s);
+  key(Qt::Key_Tab);
+  settle();
+  EXPECT_EQ(edits.count() + picks.count(), 0);
+}
+
+TEST_F(NameField, BackspaceOnTheLastCharacterClosesTheOpenList) {
+  box.setRules({.dataArray = [this] { return names; }, .opensListWhileTyping = true});
+  type(u"x"_s);
+  QWidget* list = QApplication::activePopupWidget();
+  ASSERT_NE(list, nullptr);
+  QTest::keyClick(list, Qt::Key_Backspace);
+  EXPECT_FALSE(list->isVisible());
+  EXPECT_EQ(box.text(), u""_s);
+}
+
+}  // namespace
+}  // namespace pendra

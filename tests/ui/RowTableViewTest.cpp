@@ -1,0 +1,165 @@
+#include "ui/RowTableView.h"
+
+#include <gmock/gmock.h>
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "ui_core/RowTable.h"
+
+namespace pendra {
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+struct Row {
+  quint64 id;
+  QString name;
+  bool running = false;
+};
+
+class Table : public testing::Test {
+ protected:
+  Table() {
+    rows.setRows({{1, u"c"_s}, {2, u"a"_s, true}, {3, u"b"_s}});
+    view.setSource(rows);
+    view.resize(500, 300);
+    view.show();
+    std::ignore = QTest::qWaitForWindowExposed(&view);
+  }
+  QPoint middleOf(int row, int column) const {
+    return view.visualRect(view.model()->index(row, column)).center();
+  }
+  void click(int row, int column) {
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(row, column));
+  }
+  void clickHead(int column) {
+    auto* heads = view.horizontalHeader();
+    const QPoint place(heads->sectionViewportPosition(column) + 8, heads->height() / 2);
+    QTest::mouseClick(heads->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+  }
+
+  RowTable<Row> rows{
+      {{.head = {.identifier = u"startstop"_s, .kind = CellKind::StartStop, .sortable = false}},
+       {.head = {.identifier = u"name"_s, .title = u"Name"_s, .weight = 1},
+        .text = [](const Row& row) { return row.name; },
+        .editable = [](const Row&) { return true; }},
+       {.head = {.identifier = u"edit"_s, .kind = CellKind::Link, .sortable = false, .widest = u"Edit"_s},
+        .text = [](const Row&) { return u"Edit"_s; }}},
+      {.identity = [](const Row& row) { return row.id; },
+       .running = [](const Row& row) { return row.running; }}};
+  RowTableView view;
+};
+
+TEST_F(Table, KeepsTheSelectedObjectSilentlyOverAReload) {
+  view.selectRow(2);
+  QSignalSpy spy(&view, &RowTableView::selectionDidChange);
+  rows.setRows({{3, u"b"_s}, {9, u"new"_s}, {1, u"c"_s}});
+  view.reloadData();
+  EXPECT_THAT(view.selectedRows(), ElementsAre(0));
+  EXPECT_EQ(spy.count(), 0);
+}
+
+TEST_F(Table, TellsWhenASelectedObjectIsGone) {
+  view.selectRow(2);
+  QSignalSpy spy(&view, &RowTableView::selectionDidChange);
+  rows.setRows({{1, u"c"_s}});
+  view.reloadData();
+  EXPECT_THAT(view.selectedRows(), IsEmpty());
+  EXPECT_EQ(spy.count(), 1);
+}
+
+TEST_F(Table, KeepsManySelectedRowsOverASort) {
+  view.setSelectionMode(QAbstractItemView::ExtendedSelection);
+  view.selectRows({0, 1});
+  clickHead(1);
+  EXPECT_THAT(view.selectedRows(), ElementsAre(0, 2));
+  clickHead(1);
+  EXPECT_EQ(rows.sortDescriptor(), (SortDescriptor{u"name"_s, false}));
+  EXPECT_THAT(view.selectedRows(), ElementsAre(0, 2));
+}
+
+TEST_F(Table, AHeadThatCannotSortReportsItsClickOnly) {
+  QSignalSpy clicks(&view, &RowTableView::headClicked);
+  clickHead(0);
+  ASSERT_EQ(clicks.count(), 1);
+  EXPECT_EQ(clicks[0][0].toString(), u"startstop"_s);
+  EXPECT_TRUE(rows.sortDescriptor().key.isEmpty());
+}
+
+TEST_F(Table, OnePressActsAndSelectsItsRow) {
+  QSignalSpy presses(&view, &RowTableView::cellPressed);
+  click(1, 0);
+  click(2, 2);
+  ASSERT_EQ(presses.count(), 2);
+  EXPECT_EQ(presses[0], (QList<QVariant>{1, u"startstop"_s}));
+  EXPECT_EQ(presses[1], (QList<QVariant>{2, u"edit"_s}));
+  EXPECT_THAT(view.selectedRows(), ElementsAre(2));
+}
+
+TEST_F(Table, APressThatEndsElsewhereDoesNotAct) {
+  QSignalSpy presses(&view, &RowTableView::cellPressed);
+  QTest::mousePress(view.viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(0, 0));
+  QTest::mouseRelease(view.viewport(), Qt::LeftButton, Qt::NoModifier, middleOf(1, 0));
+  EXPECT_EQ(presses.count(), 0);
+}
+
+TEST_F(Table, TheKeyboardPressesAndActivates) {
+  QSignalSpy presses(&view, &RowTableView::cellPressed);
+  QSignalSpy activations(&view, &RowTableView::rowActivated);
+  view.setCurrentIndex(view.model()->index(1, 2));
+  QTest::keyClick(&view, Qt::Key_Space);
+  QTest::keyClick(&view, Qt::Key_Return);
+  EXPECT_EQ(presses.count(), 1);
+  EXPECT_EQ(activations.count(), 1);
+}
+
+TEST_F(Table, AsksBeforeTypingAndPassesTheTextOn) {
+  QStringList log;
+  bool allowed = false;
+  view.tableModel().setEditRules(
+      {.shouldEdit = [&](const QString&, int) { return allowed; },
+       .textForEditing = [](const QString&, int) { return u"own"_s; },
+       .setObjectValue = [&](const QString& value, const QString& column,
+                             int row) { log << value << column << QString::number(row); }});
+  view.editCell(u"name"_s, 1);
+  EXPECT_EQ(view.viewport()->findChild<QLineEdit*>(), nullptr);
+  allowed = true;
+  view.editCell(u"name"_s, 1);
+  auto* editor = view.viewport()->findChild<QLineEdit*>();
+  ASSERT_NE(editor, nullptr);
+  EXPECT_EQ(editor->text(), u"own"_s);
+  QTest::keyClicks(editor, u"typed"_s);
+  QTest::keyClick(editor, Qt::Key_Return);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(log, (QStringList{u"typed"_s, u"name"_s, u"1"_s}));
+}
+
+TEST_F(Table, APressOnNothingDeselects) {
+  view.selectRow(0);
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, {200, 250});
+  EXPECT_THAT(view.selectedRows(), IsEmpty());
+}
+
+TEST_F(Table, NamesActingCellsByWhatAPressDoes) {
+  const auto spoken = [this](int row, int column) {
+    return view.model()->index(row, column).data(Qt::AccessibleTextRole).toString();
+  };
+  EXPECT_EQ(spoken(0, 0), u"Start"_s);
+  EXPECT_EQ(spoken(1, 0), u"Stop"_s);
+  EXPECT_EQ(spoken(0, 2), u"Edit"_s);
+}
+
+TEST_F(Table, FillsItsWidthWithItsColumns) {
+  for (const int width : {300, 777}) {
+    view.resize(width, 300);
+    EXPECT_EQ(view.horizontalHeader()->length(), view.viewport()->width());
+  }
+}
+
+}  // namespace
+}  // namespace pendra
