@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "platform/Result.h"
+#include "platform/Text.h"
 
 namespace pendra {
 
@@ -15,7 +16,7 @@ inline Error posixError(int code) {
 /// An error as it stands in a log line or reason.
 inline QString described(const Error& error) {
   if (error.code == 0) return error.text;
-  return error.text + u" (" + error.domain + u' ' + QString::number(error.code) + u')';
+  return formatted(u"%@ (%@ %@)", {error.text, error.domain, QString::number(error.code)});
 }
 
 }  // namespace pendra

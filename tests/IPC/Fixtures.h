@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -18,6 +19,13 @@ namespace pendra {
 /// A short folder of its own for the sockets of one test; its parent has the rights that the bind wants.
 class SocketFolder {
  public:
+  SocketFolder() {
+    const QByteArray root = folder_.path().toLocal8Bit();
+    chmod(root.constData(), 0755);
+    const QByteArray sockets = root + "/s";
+    mkdir(sockets.constData(), 0755);
+    chmod(sockets.constData(), 0755);
+  }
   QString path(const char* name) const { return folder_.path() + u"/s/" + QString::fromLatin1(name); }
   QByteArray bytes(const char* name) const { return path(name).toLocal8Bit(); }
 

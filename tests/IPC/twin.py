@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """A second implementation of the channel, for the tests: plistlib archives over raw sockets.
 
-    twin.py client SERVER CLIENT REQUEST.json     calls, prints the answers as JSON, one a line
+    twin.py client SERVER CLIENT REQUESTS.json    calls, prints the answers as JSON, one a line
     twin.py server SERVER REPLIES.json [FLAGS]    answers the calls of one client until it is ended
-    twin.py ready CLIENT                          sends a ready notice
+    twin.py launched SERVER CLIENT REPLIES.json   sends a ready notice, answers one call, and ends
 
 A request is [[selector, argument...], ...]; a server's replies are {selector: answer}. In JSON a record is
 {"name", "id", "parent"} and a nil is null. FLAGS: "foreign" spells the archive in every other way that the
@@ -148,21 +148,27 @@ def client(server, path, requests):
         print(json.dumps(answer[1]))
 
 
+def answer_one(end, answers, foreign):
+    call, sender = receive(end, 0)
+    # Element 1 of a reply is the answer; an answer "argument" gives back the first argument.
+    answer = call[1] if answers.get(call[0]) == "argument" else answers.get(call[0])
+    send(end, Archiver(foreign).finish([call[0], answer]), sender, True)
+
+
 def serve(path, replies, *flags):
     end = bound(path)
+    end.settimeout(None)
     print("ready", flush=True)
-    answers = json.loads(replies)
     while True:
-        call, sender = receive(end, 0)
-        answer = call[1:] if answers.get(call[0]) == "arguments" else answers.get(call[0])
-        send(end, Archiver("foreign" in flags).finish([call[0], answer]), sender, True)
+        answer_one(end, json.loads(replies), "foreign" in flags)
 
 
-def ready(path):
-    end = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
+def launched(path, client_path, replies):
+    end = bound(path)
     archive = Archiver().finish(["notifyRemoteClientPath:readyWithProcessId:", os.getpid()])
-    end.sendto(struct.pack(">I", 3) + archive, path)
+    end.sendto(struct.pack(">I", 3) + archive, client_path)
+    answer_one(end, json.loads(replies), False)
 
 
 if __name__ == "__main__":
-    {"client": client, "server": serve, "ready": ready}[sys.argv[1]](*sys.argv[2:])
+    {"client": client, "server": serve, "launched": launched}[sys.argv[1]](*sys.argv[2:])

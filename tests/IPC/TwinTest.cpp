@@ -1,0 +1,279 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "Peers.h"
+#include "support/Rows.h"
+
+namespace pendra {
+namespace {
+
+/// A row of the lists, for the typed functions.
+struct Row {
+  std::optional<QString> name;
+  std::optional<QString> vtObjectID;
+  std::optional<QString> parentObjectID;
+  friend bool operator==(const Row&, const Row&) = default;
+};
+
+/// Many rows with some names in common, in several datagrams.
+std::vector<Row> manyRows(int count) {
+  std::vector<Row> rows;
+  for (int i = 0; i < count; ++i)
+    rows.push_back({QStringLiteral("Müller & Söhne %1").arg(i / 2), QString::number(i), {}});
+  return rows;
+}
+
+QJsonObject company(const std::vector<Row>& customers) {
+  QJsonArray list;
+  for (const Row& row : customers)
+    list.append(QJsonObject{{QStringLiteral("name"), *row.name}, {QStringLiteral("id"), *row.vtObjectID}});
+  return {{QStringLiteral("companyFileName"), QJsonValue()},
+          {QStringLiteral("employees"), QJsonArray{QStringLiteral("Ann"), QStringLiteral("Bob")}},
+          {QStringLiteral("customers"), list}};
+}
+
+/// A folder with a company file in it, and the endpoints where Pendra and Vantor have them.
+class Office {
+ public:
+  explicit Office(const std::vector<Row>& customers) {
+    chmod(folder_.path().toLocal8Bit().constData(), 0755);
+    QFile file(folder_.filePath(QStringLiteral("company.json")));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QJsonDocument(company(customers)).toJson());
+  }
+
+  std::unique_ptr<Peer> vantor(const QStringList& faults = {}) const {
+    return std::make_unique<Peer>(
+        QStringLiteral(PENDRA_VANTOR_SIM),
+        QStringList{QStringLiteral("--company"), folder_.filePath(QStringLiteral("company.json")),
+                    QStringLiteral("--cache"), folder_.path(), QStringLiteral("--no-bus"),
+                    QStringLiteral("--records"), folder_.filePath(QStringLiteral("records"))} +
+            faults);
+  }
+
+  QString socket(const char* name) const {
+    return folder_.path() + u"/com.corvel.pendra/" + QString::fromLatin1(name);
+  }
+
+  std::unique_ptr<IPCMgr> pendra() const {
+    auto made = IPCMgr::initForPath(socket("vtserver.socket"), PDToVTProtocol, socket("pdclient.socket"),
+                                    supportedClassesOfPDToVT());
+    EXPECT_TRUE(made);
+    return std::move(made).value();
+  }
+
+  int recordCount() const {
+    QFile file(folder_.filePath(QStringLiteral("records")));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return static_cast<int>(file.readAll().count('\n'));
+  }
+
+ private:
+  QTemporaryDir folder_{QStringLiteral("/tmp/twinXXXXXX")};
+};
+
+const QString kPython = QStringLiteral("python3");
+const QString kTwin = QStringLiteral(PENDRA_TWIN);
+
+TEST(Twin, ReadsOurCallsAndAnswersInEverySpelling) {
+  const SocketFolder folder;
+  const Peer twin(kPython, {kTwin, QStringLiteral("server"), folder.path("server"),
+                            QStringLiteral(R"({"echo:": "argument"})"), QStringLiteral("foreign")});
+  const auto client = clientOf(folder);
+  ArchiveValue::Array rows;
+  for (const Row& row : manyRows(2000)) rows.push_back(archivedRow(row));
+  const ArchiveValue::Array values{QStringLiteral("a"),
+                                   QStringLiteral("a"),
+                                   QStringLiteral("✓"),
+                                   rows,
+                                   IPCNilArg::nilArg(),
+                                   qint64{-5},
+                                   qint64{1} << 40,
+                                   0.25,
+                                   true,
+                                   ArchiveValue::Array{},
+                                   rows.first()};
+  EXPECT_EQ(client->forwardInvocation(u"echo:", {ArchiveValue(values)}), ArchiveValue(values));
+  EXPECT_TRUE(client->forwardInvocation(u"echo:", {ArchiveValue()}).isNil());
+  EXPECT_TRUE(client->forwardInvocation(u"do", {}).isNil());
+}
+
+TEST(Twin, CallsOurServingSideInEverySpelling) {
+  const auto customers = manyRows(3000);
+  const Office office(customers);
+  const auto vantor = office.vantor();
+  application();
+  QProcess twin;
+  twin.start(
+      kPython,
+      {kTwin, QStringLiteral("client"), office.socket("vtserver.socket"), office.socket("pdclient.socket"),
+       QStringLiteral(R"([["getCustomersArray"], ["companyFileName"], ["submitTime:", "<ü/>"]])")});
+  ASSERT_TRUE(twin.waitForFinished(60000));
+  ASSERT_EQ(twin.exitCode(), 0) << twin.readAllStandardError().toStdString();
+  const auto rows = QJsonDocument::fromJson(twin.readLine()).array();
+  ASSERT_EQ(rows.size(), 3000);
+  EXPECT_EQ(rows.at(2999).toObject()[QStringLiteral("name")].toString(), *customers.back().name);
+  EXPECT_EQ(twin.readLine(), "null\n");
+  EXPECT_EQ(twin.readLine(), "true\n");
+  EXPECT_EQ(office.recordCount(), 1);
+}
+
+TEST(Vantor, AnswersTheSevenOperations) {
+  const auto customers = manyRows(3000);
+  const Office office(customers);
+  const auto vantor = office.vantor();
+  const auto channel = office.pendra();
+  PDToVTProxy<Row> remoteServer(*channel);
+  EXPECT_EQ(remoteServer.companyFileName(), std::nullopt);
+  EXPECT_EQ(remoteServer.getEmployeeNamesArray(),
+            (QStringList{QStringLiteral("Ann"), QStringLiteral("Bob")}));
+  EXPECT_EQ(remoteServer.getCustomersArray(), customers);
+  EXPECT_EQ(remoteServer.getServicesArray(), std::vector<Row>{});
+  EXPECT_EQ(remoteServer.getJobsArray(), std::vector<Row>{});
+  EXPECT_TRUE(remoteServer.canTalkToPendra());
+  EXPECT_EQ(remoteServer.submitTime(QStringLiteral("<time/>")), ArchiveValue(true));
+  EXPECT_EQ(office.recordCount(), 1);
+}
+
+/// A Vantor that misbehaves in the first call. The second call goes to a healthy one, started anew unless the
+/// first one has stayed healthy enough to be asked again.
+struct Misbehaviour {
+  const char* name;
+  QStringList fault;
+  const char* failure;
+  bool restarts;
+  int records;  ///< how many Vantor has after both calls
+};
+void PrintTo(const Misbehaviour& row, std::ostream* out) { *out << row.name; }
+
+class Misbehaving : public testing::TestWithParam<Misbehaviour> {};
+
+TEST_P(Misbehaving, IsANamedFailureAndTheChannelGoesOn) {
+  const Office office(manyRows(3000));
+  auto vantor = office.vantor(GetParam().fault);
+  const auto channel = office.pendra();
+  PDToVTProxy<Row> remoteServer(*channel);
+  // Whoever dies need not be waited for; the others answer in their own time or have the full limit.
+  const bool dies = GetParam().fault.join(u' ').contains(QStringLiteral("die"));
+  if (dies) channel->setTimeLimits(kShortLimits);
+  QElapsedTimer time;
+  time.start();
+  EXPECT_EQ(failureOf([&] {
+              if (GetParam().fault.contains(QStringLiteral("die-in-list")))
+                (void)remoteServer.getCustomersArray();
+              else
+                remoteServer.submitTime(QStringLiteral("<first/>"));
+            }),
+            GetParam().failure);
+  std::printf("%s: %lld ms\n", GetParam().name, time.elapsed());
+  channel->setTimeLimits({});
+  if (dies) vantor->waitForItsEnd();
+  if (GetParam().restarts) {
+    vantor->end();
+    vantor = office.vantor();
+  }
+  EXPECT_EQ(remoteServer.submitTime(QStringLiteral("<second/>")), ArchiveValue(true));
+  EXPECT_EQ(office.recordCount(), GetParam().records);
+}
+
+const QString kFault = QStringLiteral("--fault");
+const char* const kTimeout = "VTIPCTimeout: timeout waiting for return result for submitTime:";
+
+INSTANTIATE_TEST_SUITE_P(
+    Vantor, Misbehaving,
+    testing::Values(
+        Misbehaviour{"Late", {kFault, QStringLiteral("late=700")}, "", false, 2},
+        Misbehaviour{"SlowToRead", {kFault, QStringLiteral("slow-read=500")}, "", false, 2},
+        Misbehaviour{"Silent", {kFault, QStringLiteral("no-answer")}, kTimeout, true, 2},
+        Misbehaviour{"WronglyNamed", {kFault, QStringLiteral("wrong-name")}, "", true, 2},
+        Misbehaviour{"Garbage",
+                     {kFault, QStringLiteral("garbage")},
+                     "VTIPCUnArchiverFailure: error: not a property list",
+                     true,
+                     2},
+        Misbehaviour{"DiesBeforeTheRecord", {kFault, QStringLiteral("die-before-record")}, kTimeout, true, 1},
+        Misbehaviour{"DiesAfterTheRecord", {kFault, QStringLiteral("die-after-record")}, kTimeout, true, 2},
+        Misbehaviour{"DiesInMidList",
+                     {kFault, QStringLiteral("die-in-list")},
+                     "VTIPCTimeout: timeout waiting for return result for getCustomersArray",
+                     true,
+                     1},
+        Misbehaviour{"Restarts", {}, "", true, 2}),
+    RowName());
+
+/// A peer that has to be started: its executable is a script in the folder.
+class Launching : public testing::Test {
+ protected:
+  void script(const std::string& line) {
+    std::ofstream(path_.toStdString()) << "#!/bin/sh\n" << line << '\n';
+    chmod(path_.toLocal8Bit().constData(), 0755);
+  }
+
+  const SocketFolder folder_;
+  const QString path_ = folder_.path("peer");
+  std::unique_ptr<IPCMgr> client_ = clientOf(folder_);
+};
+
+TEST_F(Launching, TellsOfEveryStep) {
+  QCoreApplication& events = application();
+  script("exec python3 " + kTwin.toStdString() + " launched " + folder_.path("server").toStdString() + ' ' +
+         folder_.path("client").toStdString() + R"( '{"echo:": "argument"}')");
+  std::vector<std::string> steps;
+  client_->setTaskURL(path_);
+  client_->setTaskPreLaunchHandler([&] {
+    steps.emplace_back("pre");
+    return true;
+  });
+  client_->setTaskPostLaunchHandler(
+      [&](const IPCTask* task) { steps.emplace_back(task ? "post" : "failed"); });
+  client_->setTaskExitHandler([&](const IPCTask& task) {
+    steps.push_back("exit " + std::to_string(task.terminationStatus()));
+    events.quit();
+  });
+  EXPECT_EQ(client_->forwardInvocation(u"echo:", {true}), ArchiveValue(true));
+  EXPECT_NE(client_->task(), nullptr);
+  EXPECT_EQ(steps, (std::vector<std::string>{"pre", "post"}));
+  events.exec();
+  EXPECT_EQ(steps.back(), "exit 0");
+  EXPECT_EQ(client_->task(), nullptr);
+}
+
+TEST_F(Launching, IsTriedOnceAndThenGivenUp) {
+  script("exit 0");
+  client_->setTimeLimits(kShortLimits);
+  client_->setTaskURL(path_);
+  int launches = 0;
+  client_->setTaskPostLaunchHandler([&](const IPCTask*) { ++launches; });
+  LogCollector log;
+  EXPECT_TRUE(failureOf([&] { client_->forwardInvocation(u"do", {}); }).starts_with("VTIPCSend: "));
+  EXPECT_EQ(launches, 1);
+  EXPECT_EQ(LogCollector::lines().back(), "task did not launch or report back in time");
+}
+
+TEST_F(Launching, OfNothingIsATaskFailure) {
+  client_->setTaskURL(folder_.path("nothing"));
+  int failures = 0;
+  client_->setTaskPostLaunchHandler([&](const IPCTask* task) { failures += task == nullptr; });
+  EXPECT_EQ(failureOf([&] { client_->forwardInvocation(u"do", {}); }),
+            "VTIPCTask: error occurred trying to launch task, error: No such file or directory (POSIX 2)");
+  EXPECT_EQ(failures, 1);
+}
+
+TEST_F(Launching, MayBeRefused) {
+  client_->setTaskURL(folder_.path("nothing"));
+  client_->setTaskPreLaunchHandler([] { return false; });
+  EXPECT_EQ(failureOf([&] { client_->forwardInvocation(u"tell:", {true}); }), "");
+  EXPECT_EQ(failureOf([&] { client_->forwardInvocation(u"do", {}); }), "");
+  EXPECT_TRUE(failureOf([&] { client_->forwardInvocation(u"echo:", {true}); }).starts_with("VTIPCSend: "));
+}
+
+}  // namespace
+}  // namespace pendra
