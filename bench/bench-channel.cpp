@@ -1,0 +1,267 @@
+// What the channel costs beside what the system takes for the same bytes. All in one run, as ratios of
+// medians.
+#include <poll.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QTemporaryDir>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <numeric>
+
+#include "IPC/KeyedArchiver.h"
+#include "IPC/PDToVTProtocol.h"
+#include "Measure.h"
+
+using namespace pendra;
+
+namespace {
+
+constexpr int kCustomers = 40000;
+
+struct Row {
+  std::optional<QString> name;
+  std::optional<QString> vtObjectID;
+  std::optional<QString> parentObjectID;
+};
+
+ArchiveValue::Array customers(int count) {
+  ArchiveValue::Array rows;
+  for (int i = 0; i < count; ++i)
+    rows.push_back(archivedRow(Row{QStringLiteral("Customer %1").arg(i), QString::number(100000 + i), {}}));
+  return rows;
+}
+
+/// Answers a short text, and one long list whose archive is made anew for each call.
+class Vantor final : public VendedObject {
+ public:
+  const ProtocolMethod* methodSignatureForSelector(QStringView selector) const override {
+    return PDToVTProtocol.methodSignatureForSelector(selector);
+  }
+  ArchiveValue perform(const ProtocolMethod& method, const QList<ArchiveValue>&) override {
+    if (method.selector == u"getCustomersArray") return customers_;
+    return QStringLiteral("/home/ann/Books.cmp");
+  }
+
+ private:
+  ArchiveValue::Array customers_ = customers(kCustomers);
+};
+
+/// A socket without anything of ours around it, but of the same kind and buffers.
+class BareSocket {
+ public:
+  explicit BareSocket(const QString& path) : socket_(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
+    const QByteArray bytes = path.toLocal8Bit();
+    unlink(bytes.constData());
+    if (IPCAddress::forPath(bytes).bind(socket_.get()) != 0) std::abort();
+    const int size = 32768;
+    setsockopt(socket_.get(), SOL_SOCKET, SO_SNDBUF, &size, sizeof size);
+    setsockopt(socket_.get(), SOL_SOCKET, SO_RCVBUF, &size, sizeof size);
+  }
+
+  void send(const char* bytes, qsizetype size, IPCAddress to) const {
+    iovec part{.iov_base = const_cast<char*>(bytes), .iov_len = static_cast<std::size_t>(size)};
+    msghdr message{};
+    message.msg_iov = &part;
+    message.msg_iovlen = 1;
+    to.addressSend(message);
+    while (sendmsg(socket_.get(), &message, 0) < 0)
+      if (errno != EAGAIN && errno != ENOBUFS && errno != EINTR) std::abort();
+  }
+
+  qsizetype receive() { return recv(socket_.get(), buffer_.data(), buffer_.size(), 0); }
+  const char* data() const { return buffer_.data(); }
+
+ private:
+  Descriptor socket_;
+  std::vector<char> buffer_ = std::vector<char>(65536);
+};
+
+/// Code in a process of its own, until the end of the scope.
+class Child {
+ public:
+  explicit Child(const std::function<void()>& code) : process_(fork()) {
+    if (process_ != 0) return;
+    code();
+    _exit(0);
+  }
+  ~Child() {
+    kill(process_, SIGKILL);
+    waitpid(process_, nullptr, 0);
+  }
+  Q_DISABLE_COPY_MOVE(Child)
+
+ private:
+  pid_t process_;
+};
+
+class Bench {
+ public:
+  Bench() {
+    const QByteArray parent = folder_.path().toLocal8Bit() + QByteArray("/s");
+    mkdir(parent.constData(), 0755);
+    chmod(parent.constData(), 0755);
+  }
+
+  QString path(const char* name) const { return folder_.path() + u"/s/" + QString::fromLatin1(name); }
+  IPCAddress address(const char* name) const { return IPCAddress::forPath(path(name).toLocal8Bit()); }
+
+  void shortCalls();
+  void longList();
+  static void growth();
+  void waiting();
+
+ private:
+  void serve() const {
+    Vantor vantor;
+    const auto channel =
+        std::move(IPCMgr::initVendedProxy(vantor, path("server"), PDToVTProtocol, supportedClassesOfPDToVT()))
+            .value();
+    pollfd waiting{.fd = channel->runLoopSource(), .events = POLLIN, .revents = 0};
+    while (poll(&waiting, 1, -1) >= 0) channel->serveInput();
+  }
+
+  void echoBarely() const {
+    BareSocket socket(path("bare-server"));
+    while (true) {
+      const qsizetype size = socket.receive();
+      socket.send(socket.data(), size, address("bare-client"));
+    }
+  }
+
+  void sendBarely(const QByteArray& archive) const {
+    BareSocket socket(path("bare-server"));
+    while (true) {
+      socket.receive();
+      for (qsizetype at = 0; at < archive.size(); at += kSliceSize)
+        socket.send(archive.constData() + at, std::min(kSliceSize, archive.size() - at),
+                    address("bare-client"));
+    }
+  }
+
+  std::unique_ptr<IPCMgr> client() const {
+    return std::move(IPCMgr::initForPath(path("server"), PDToVTProtocol, path("client"),
+                                         supportedClassesOfPDToVT()))
+        .value();
+  }
+
+  void awaitSocket(const char* name) const {
+    while (access(path(name).toLocal8Bit().constData(), F_OK) != 0) usleep(1000);
+  }
+
+  QTemporaryDir folder_{QStringLiteral("/tmp/benchXXXXXX")};
+};
+
+void Bench::shortCalls() {
+  constexpr int kCalls = 200;
+  const Child echo([this] { echoBarely(); });
+  const Child vantor([this] { serve(); });
+  awaitSocket("bare-server");
+  awaitSocket("server");
+  BareSocket bare(path("bare-client"));
+  const auto channel = client();
+  PDToVTProxy<Row> remoteServer(*channel);
+  const std::vector<char> kibibyte(1024);
+  const auto [call, pingPong] = medianSeconds(
+      31,
+      [&] {
+        for (int i = 0; i < kCalls; ++i) (void)remoteServer.companyFileName();
+      },
+      [&] {
+        for (int i = 0; i < kCalls; ++i) {
+          bare.send(kibibyte.data(), 1024, address("bare-server"));
+          bare.receive();
+        }
+      });
+  std::printf("short call / bare 1 KiB ping-pong: %.1f us / %.1f us = %.2f (aim 1.5)\n", call / kCalls * 1e6,
+              pingPong / kCalls * 1e6, call / pingPong);
+  unlink(path("server").toLocal8Bit().constData());
+  unlink(path("bare-server").toLocal8Bit().constData());
+}
+
+void Bench::longList() {
+  const QByteArray archive =
+      archivedData(ArchiveValue::Array{QStringLiteral("getCustomersArray"), customers(kCustomers)}).value();
+  const Child sender([&] { sendBarely(archive); });
+  const Child vantor([this] { serve(); });
+  awaitSocket("bare-server");
+  awaitSocket("server");
+  BareSocket bare(path("bare-client"));
+  const auto channel = client();
+  PDToVTProxy<Row> remoteServer(*channel);
+  unsigned sum = 0;
+  const auto [call, transfer] = medianSeconds(
+      21, [&] { (void)remoteServer.getCustomersArray(); },
+      [&] {
+        bare.send("x", 1, address("bare-server"));
+        for (qsizetype at = 0; at < archive.size();) {
+          const qsizetype size = bare.receive();
+          sum = std::accumulate(bare.data(), bare.data() + size, sum);
+          at += size;
+        }
+      });
+  const double encoding = medianSeconds(11, [&, rows = customers(kCustomers)] {
+    (void)archivedData(ArchiveValue::Array{QStringLiteral("getCustomersArray"), rows});
+  });
+  std::printf("list of %d rows, %.2f MiB / bare transfer: %.1f ms / %.1f ms = %.2f (aim 2)\n", kCustomers,
+              static_cast<double>(archive.size()) / 1048576, call * 1e3, transfer * 1e3, call / transfer);
+  std::printf("  of these, the serving side's encoding: %.1f ms; without it: %.2f (%u)\n", encoding * 1e3,
+              (call - encoding) / transfer, sum % 10);
+}
+
+void Bench::growth() {
+  const auto classes = supportedClassesOfPDToVT();
+  std::array<double, 2> encoding{};
+  std::array<double, 2> decoding{};
+  const std::array<int, 2> counts{1000, 100000};
+  for (std::size_t i = 0; i < 2; ++i) {
+    const ArchiveValue rows = customers(counts[i]);
+    const QByteArray archive = archivedData(rows).value();
+    const int runs = 100000 / counts[i] * 2 + 9;
+    encoding[i] = medianSeconds(runs, [&] { (void)archivedData(rows); }) / counts[i];
+    decoding[i] = medianSeconds(runs, [&] { (void)unarchivedValue(archive, classes); }) / counts[i];
+  }
+  const auto print = [](const char* what, const std::array<double, 2>& each) {
+    std::printf("%s a record, among 100,000 / among 1,000: %.0f ns / %.0f ns = %.2f (aim 1.2)\n", what,
+                each[1] * 1e9, each[0] * 1e9, each[1] / each[0]);
+  };
+  print("encoding", encoding);
+  print("decoding", decoding);
+}
+
+void Bench::waiting() {
+  const BareSocket deaf(path("deaf"));
+  const auto channel =
+      std::move(IPCMgr::initForPath(path("deaf"), PDToVTProtocol, path("client"), supportedClassesOfPDToVT()))
+          .value();
+  const auto processTime = [] {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+           static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+  };
+  const double before = processTime();
+  const double waited = medianSeconds(1, [&] {
+    try {
+      channel->forwardInvocation(u"companyFileName", {});
+    } catch (const IPCException&) {
+    }
+  });
+  std::printf("processor time of a waiting caller: %.2f ms in %.2f s (aim none)\n",
+              (processTime() - before) * 1e3, waited);
+}
+
+}  // namespace
+
+int main() {
+  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+  Bench bench;
+  bench.shortCalls();
+  bench.longList();
+  Bench::growth();
+  bench.waiting();
+}
