@@ -80,8 +80,9 @@ void SetupFlow::save() {
   const auto path = chooseFile();
   if (!path) return;
   if (!standalone_ && !checks_.checkVTCompanyFile()) {
+    Session& session = session_;  // the window, and this with it, may be gone while newDoc asks something
     view_.finish();
-    newDoc(session_);
+    newDoc(session);
     return;
   }
   makeDocument(*path);

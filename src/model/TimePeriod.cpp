@@ -15,6 +15,7 @@ const EntityDescriptor& TimePeriod::descriptor() {
       boolean<&TimePeriod::running_>("running"),
       instant<&TimePeriod::dateSubmitted_>("dateSubmitted"),
       text<&TimePeriod::notes_>("notes"),
+      instant<&TimePeriod::sendingSince_>("sendingSince"),
   };
   static constexpr EntityDescriptor kDescriptor{"TimePeriod", kProperties, &make<TimePeriod>};
   return kDescriptor;

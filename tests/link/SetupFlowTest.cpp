@@ -16,7 +16,7 @@ class ScriptedSetup final : public SetupView {
   bool wasLoading = false;
   int closed = 0;
 
-  void show(const SetupDisplay& shown) override {
+  void showDisplay(const SetupDisplay& shown) override {
     display = shown;
     wasLoading = wasLoading || shown.loading;
   }

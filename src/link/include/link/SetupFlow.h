@@ -23,7 +23,7 @@ struct SetupDisplay {
 class SetupView {
  public:
   virtual ~SetupView() = default;
-  virtual void show(const SetupDisplay& display) = 0;
+  virtual void showDisplay(const SetupDisplay& display) = 0;
   /// The row chosen in `standaloneRadioi`: 0 is linked.
   [[nodiscard]] virtual int selectedRow() const = 0;
   /// The title chosen in `myNamePopup`; empty when there is none.
@@ -63,7 +63,7 @@ class SetupFlow {
   void writeIdentity(bool standalone);
   void beginStandalone();
   void beginLinked();
-  void show() { view_.show(display_); }
+  void show() { view_.showDisplay(display_); }
 
   Session& session_;
   ConnectionChecks& checks_;

@@ -27,6 +27,10 @@ class TimePeriod final : public ManagedObject {
   /// When the entry was last sent; the reference instant, or none, means not sent.
   [[nodiscard]] std::optional<Instant> dateSubmitted() const { return dateSubmitted_; }
   void setDateSubmitted(std::optional<Instant> date) { assign(dateSubmitted_, date); }
+  /// When a record with this entry was given to Vantor whose fate is not known: no answer came, or the
+  /// program ended while it waited. None in every other case.
+  [[nodiscard]] std::optional<Instant> sendingSince() const { return sendingSince_; }
+  void setSendingSince(std::optional<Instant> since) { assign(sendingSince_, since); }
   [[nodiscard]] const std::optional<QString>& notes() const { return notes_; }
   void setNotes(std::optional<QString> notes) { assign(notes_, std::move(notes)); }
 
@@ -66,6 +70,7 @@ class TimePeriod final : public ManagedObject {
   std::optional<double> duration_;
   std::optional<Instant> dateSubmitted_ = kReferenceInstant;
   std::optional<QString> notes_;
+  std::optional<Instant> sendingSince_;
   std::optional<bool> running_;
 };
 

@@ -1,0 +1,176 @@
+#include "IPC/IPCException.h"
+#include "document/Saving.h"
+#include "link/ActivityTitle.h"
+#include "link/MergedRecords.h"
+#include "link/Submission.h"
+#include "link/TimeRecord.h"
+#include "link/UnknownFates.h"
+#include "model/CorvelDoc.h"
+#include "platform/Log.h"
+#include "platform/Preferences.h"
+#include "platform/Text.h"
+
+namespace pendra {
+
+namespace {
+
+const QString kNoticeKey = QStringLiteral("send");
+
+/// Whether the failure came before anything could reach Vantor.
+bool neverLeft(const IPCException& failure) {
+  return failure.name() == kVTIPCSend || failure.name() == kVTIPCArchiverFailure ||
+         failure.name() == kVTIPCTask;
+}
+
+/// An entry of the document that exists while one record is being sent, and is never in the file.
+class TemporaryEntry {
+ public:
+  explicit TemporaryEntry(ObjectContext& context)
+      : context_(context), period_(context.insertTemporary<TimePeriod>()) {}
+  ~TemporaryEntry() { context_.deleteObject(period_); }
+  TemporaryEntry(const TemporaryEntry&) = delete;
+  TemporaryEntry& operator=(const TemporaryEntry&) = delete;
+
+  [[nodiscard]] TimePeriod& period() { return period_; }
+
+ private:
+  ObjectContext& context_;
+  TimePeriod& period_;
+};
+
+}  // namespace
+
+bool Submission::sendPeriodsToVT() {
+  if (!parts_.checks.checkVTCompanyFile()) return false;
+  run_ = {};
+  bool sentAll = false;
+  {
+    const Spinning spinning(parts_.progress);
+    const bool merging = parts_.session.ports().defaults.boolean(preferences::kMergeSubmissions);
+    sentAll = merging ? sendMergedPeriodsToVT() : sendOneByOne();
+  }
+  myJobSet_.reset();
+  parts_.checks.closeVTConnection();
+  saveAction(parts_.session);
+  parts_.rows.reloadData();
+  finish(sentAll);
+  return sentAll;
+}
+
+bool Submission::sendOneByOne() {
+  const auto rows = parts_.rows.consideredRows();
+  run_.total = static_cast<int>(std::count_if(rows.begin(), rows.end(), [](const SubmissionRow& row) {
+    return row.period && row.period->submittedSeconds() < 1.0;
+  }));
+  bool sentAll = true;
+  for (const SubmissionRow& row : rows) {
+    if (!row.period || !row.activity) continue;
+    if (lostItsJob(*row.activity)) {
+      alert(QStringLiteral("A customer, job, or service name has changed in Vantor"),
+            QStringLiteral(" How you fix this depends on why the change was made. Check with your Vantor "
+                           "administrator to figure out your next steps."));
+      sentAll = false;
+    } else if (!submitOnePeriodToVT(*row.period, *row.activity)) {
+      sentAll = false;
+    }
+    if (!run_.stopped.isEmpty()) break;
+  }
+  return sentAll;
+}
+
+bool Submission::sendMergedPeriodsToVT() {
+  const auto records = mergedRecords(parts_.rows.consideredRows(), parts_.session.ports().calendar);
+  run_.total = static_cast<int>(records.size());
+  std::vector<TimePeriod*> mergedEntries;
+  return std::all_of(records.begin(), records.end(),
+                     [&](const MergedRecord& record) { return sendMerged(record, mergedEntries); });
+}
+
+bool Submission::sendMerged(const MergedRecord& record, std::vector<TimePeriod*>& mergedEntries) {
+  TimePeriod& base = *record.entries.front();
+  Activity& activity = *base.activity();
+  if (lostItsJob(activity)) {
+    alert(QStringLiteral("A customer, job, or service is inactive or deleted in Vantor"),
+          QStringLiteral("The affected customer, job, or service has been cleared in Pendra and any "
+                         "activities for it remain unsent. Ask your Vantor administrator what customer, job, "
+                         "or service to use for these activities. Then update the activities  and send them "
+                         "to Vantor."));
+    myJobSet_.reset();
+    return false;
+  }
+  TemporaryEntry temporary(*parts_.session.myContext());
+  temporary.period().setActivity(&activity);
+  temporary.period().setDuration(record.duration);
+  temporary.period().setStart(record.start);
+  // Kept: the list is never emptied, so entries merged earlier get a later stamp with every record.
+  mergedEntries.insert(mergedEntries.end(), record.entries.begin() + 1, record.entries.end());
+  if (!submit(temporary.period(), activity, record.entries)) return false;
+  const Instant now = parts_.session.ports().clock.now();
+  markSent(base, now);
+  for (TimePeriod* entry : mergedEntries) markSent(*entry, now);
+  return true;
+}
+
+bool Submission::submitOnePeriodToVT(TimePeriod& period, Activity& activity) {
+  TimePeriod* const entries[] = {&period};
+  return submit(period, activity, entries);
+}
+
+bool Submission::submit(TimePeriod& period, Activity& activity, Entries entries) {
+  if (!activity.customer() || !activity.service()) {
+    alert(QStringLiteral("A customer, job, or service is inactive or deleted in Vantor"),
+          QStringLiteral("The affected customer, job, or service has been cleared in Pendra and any "
+                         "activities for it remain unsent. Ask your Vantor administrator what customer, job, "
+                         "or service to use for these activities. Then update the activities and send them "
+                         "to Vantor."));
+    return false;
+  }
+  if (period.submittedSeconds() >= 1.0) return true;
+  if (!transmit(period, activity, entries)) return false;
+  markSent(period, parts_.session.ports().clock.now());
+  return true;
+}
+
+bool Submission::transmit(const TimePeriod& period, const Activity& activity, Entries entries) {
+  parts_.progress.showProgress(++run_.position, run_.total);
+  // This writes the stamps of the record before, too.
+  if (const auto marked = markSending(parts_.session, entries); !marked) {
+    run_.stopped = formatted(u"the document could not be saved: %@", {marked.error().text});
+    return false;
+  }
+  const CorvelDoc* document = parts_.session.myDoc();
+  const Identity* identity = document ? document->identity() : nullptr;
+  try {
+    const QString record = kTimeRecordDeclaration + createActivityXML(activity, period, identity);
+    parts_.checks.remoteServer().submitTime(record);
+  } catch (const IPCException& failure) {
+    logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
+    if (neverLeft(failure)) {
+      unmarkSending(entries);
+      run_.stopped = QStringLiteral("Vantor could not be reached");
+    } else {
+      run_.stopped =
+          formatted(u"Vantor did not answer for “%@”, which will be asked about before the next sending",
+                    {activityTitle(activity)});
+    }
+    return false;
+  }
+  ++run_.sent;
+  return true;
+}
+
+void Submission::finish(bool sentAll) {
+  Notices& notices = parts_.session.notices();
+  if (sentAll) {
+    notices.withdraw(kNoticeKey);
+    return;
+  }
+  const QString count =
+      formatted(u"%@ of %@ records were sent", {QString::number(run_.sent), QString::number(run_.total)});
+  const QString why = run_.stopped.isEmpty()
+                          ? QStringLiteral("the rest lacks a customer, job or service that Vantor knows")
+                          : run_.stopped;
+  notices.post({.key = kNoticeKey, .text = formatted(u"%@; %@.", {count, why}), .actions = {}});
+}
+
+}  // namespace pendra

@@ -1,0 +1,103 @@
+#include "link/Submission.h"
+
+#include "document/RunningTimers.h"
+#include "document/Saving.h"
+#include "link/UnknownFates.h"
+#include "model/Activity.h"
+#include "platform/Preferences.h"
+
+namespace pendra {
+
+namespace {
+
+/// Shows the timer window anew when the lists have been fetched, also when fetching them failed.
+class RefreshedWindow {
+ public:
+  explicit RefreshedWindow(Session& session) : session_(session) {}
+  ~RefreshedWindow() {
+    if (!session_.window) return;
+    session_.window->reloadData();
+    session_.window->updateMainButton();
+  }
+  RefreshedWindow(const RefreshedWindow&) = delete;
+  RefreshedWindow& operator=(const RefreshedWindow&) = delete;
+
+ private:
+  Session& session_;
+};
+
+}  // namespace
+
+void Submission::submitAllTime() {
+  if (!parts_.session.myContext()) return;
+  const ConnectionChecks::Closing closing(parts_.checks);
+  if (!parts_.checks.checkVTCompanyFile() || !pendra::checkForRunningTimers(parts_.session)) return;
+  submitSelectedPeriods();
+}
+
+void Submission::submitSelectedPeriods() {
+  if (!parts_.session.myContext() || !pendra::checkForRunningTimers(parts_.session)) return;
+  const ConnectionChecks::Closing closing(parts_.checks);
+  if (!parts_.checks.checkVTCompanyFile() || !settleUnknownFates(parts_.session)) return;
+  saveAccountsWithJobSet();
+  refreshLists();
+  showSummary();
+  parts_.rows.clearSelection();
+}
+
+void Submission::refreshLists() {
+  const RefreshedWindow refreshed(parts_.session);
+  const LossWatch watch(parts_.session, parts_.affected);
+  const Spinning spinning(parts_.progress);
+  parts_.lists.updateCustomersAndJobs();
+  parts_.lists.updateServicesList();
+}
+
+void Submission::saveAccountsWithJobSet() {
+  myJobSet_.emplace();
+  for (const SubmissionRow& row : parts_.rows.consideredRows()) {
+    if (!row.period || !row.activity || row.period->submittedSeconds() >= 1.0) continue;
+    if (row.activity->job()) myJobSet_->insert(row.activity->objectID());
+  }
+}
+
+bool Submission::lostItsJob(const Activity& activity) const {
+  return myJobSet_ && !activity.job() && myJobSet_->contains(activity.objectID());
+}
+
+void Submission::showSummary() {
+  const bool confirmed = parts_.summary.runModal(summaryLines(parts_.rows.consideredRows())) == 1;
+  const bool sentAll = confirmed && sendPeriodsToVT();
+  parts_.summary.close();
+  if (!sentAll) return;
+  parts_.session.ports().alerts.beginSheet(
+      {.style = Alert::Style::Informational,
+       .message = QStringLiteral("Time Sent"),
+       .informative = QStringLiteral("Your time has been successfully sent to Vantor."),
+       .buttons = {QStringLiteral("OK")}},
+      {});
+}
+
+bool Submission::checkForRunningTimers(bool allRows) {
+  const auto rows = allRows ? parts_.rows.allRows() : parts_.rows.consideredRows();
+  const auto isRunning = [](const SubmissionRow& row) {
+    return row.period && row.period->running().value_or(false);
+  };
+  if (std::none_of(rows.begin(), rows.end(), isRunning)) return true;
+  parts_.session.ports().alerts.runAlert(
+      {.style = Alert::Style::Critical,
+       .message =
+           QStringLiteral("Please stop any timers before backing up, exporting, or sending data to Vantor"),
+       .informative = {},
+       .buttons = {QStringLiteral("OK")}});
+  return false;
+}
+
+void Submission::alert(const QString& message, const QString& informative) const {
+  parts_.session.ports().alerts.runAlert({.style = Alert::Style::Warning,
+                                          .message = message,
+                                          .informative = informative,
+                                          .buttons = {QStringLiteral("OK")}});
+}
+
+}  // namespace pendra

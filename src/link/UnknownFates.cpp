@@ -1,0 +1,86 @@
+#include "link/UnknownFates.h"
+
+#include "document/Saving.h"
+#include "link/ActivityTitle.h"
+#include "model/DurationText.h"
+#include "platform/DateTexts.h"
+#include "platform/Text.h"
+
+namespace pendra {
+
+namespace {
+
+using Entries = std::vector<TimePeriod*>;
+
+/// The entries of each record that has no known fate: those of one activity that left at one instant.
+std::vector<Entries> recordsInDoubt(const ObjectContext& context) {
+  std::vector<Entries> records;
+  std::map<std::pair<double, qint64>, std::size_t> known;
+  for (TimePeriod* entry : context.all<TimePeriod>()) {
+    if (!entry->sendingSince() || !entry->activity()) continue;
+    const std::pair key(entry->sendingSince()->seconds, entry->activity()->objectID());
+    const auto [found, isNew] = known.emplace(key, records.size());
+    if (isNew) records.emplace_back();
+    records[found->second].push_back(entry);
+  }
+  return records;
+}
+
+/// "11/24/26 9:05 AM, 01:30:00": the earliest start and the length of all.
+QString timeOf(const Entries& entries, const Calendar& calendar) {
+  double seconds = 0;
+  Instant start = entries.front()->start().value_or(kReferenceInstant);
+  for (const TimePeriod* entry : entries) {
+    seconds += entry->storedDuration();
+    start = std::min(start, entry->start().value_or(start));
+  }
+  return formatted(u"%@ %@, %@",
+                   {shortDate(start, calendar), timeWithMarker(start, calendar), durationText(seconds)});
+}
+
+int ask(Session& session, const Entries& entries) {
+  return session.ports().alerts.runAlert(
+      {.style = Alert::Style::Warning,
+       .message = formatted(u"Did the time for “%@” arrive in Vantor?",
+                            {activityTitle(*entries.front()->activity())}),
+       .informative = formatted(u"It was sent (%@), but no answer came. Please look in Vantor: if it did not "
+                                "arrive, it can be sent again.",
+                                {timeOf(entries, session.ports().calendar)}),
+       .buttons = {QStringLiteral("It Arrived"), QStringLiteral("Send Again"), QStringLiteral("Cancel")}});
+}
+
+}  // namespace
+
+Result<void> markSending(Session& session, std::span<TimePeriod* const> entries) {
+  const Instant now = session.ports().clock.now();
+  for (TimePeriod* entry : entries) entry->setSendingSince(now);
+  auto saved = saveContext(session);
+  if (!saved) unmarkSending(entries);
+  return saved;
+}
+
+void unmarkSending(std::span<TimePeriod* const> entries) {
+  for (TimePeriod* entry : entries) entry->setSendingSince(std::nullopt);
+}
+
+void markSent(TimePeriod& entry, Instant now) {
+  entry.setDateSubmitted(now);
+  entry.setSendingSince(std::nullopt);
+}
+
+bool settleUnknownFates(Session& session) {
+  for (const Entries& entries : recordsInDoubt(*session.myContext())) {
+    const int answer = ask(session, entries);
+    if (answer == kFirstButton) {
+      for (TimePeriod* entry : entries) markSent(*entry, *entry->sendingSince());
+    } else if (answer == kSecondButton) {
+      unmarkSending(entries);
+    } else {
+      return false;
+    }
+    saveContextOrLog(session);
+  }
+  return true;
+}
+
+}  // namespace pendra

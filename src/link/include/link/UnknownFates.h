@@ -1,0 +1,24 @@
+#pragma once
+// A record that left without an answer may be in Vantor or not; only the user can find out. Until the user
+// has said so, its entries are neither sent nor unsent, in the file as in memory.
+
+#include <span>
+
+#include "document/Session.h"
+#include "model/TimePeriod.h"
+#include "platform/Result.h"
+
+namespace pendra {
+
+/// Marks the entries as being sent, durable when it returns; on failure nothing is marked.
+Result<void> markSending(Session& session, std::span<TimePeriod* const> entries);
+/// The entries are unsent as before.
+void unmarkSending(std::span<TimePeriod* const> entries);
+/// The entries have been sent, now.
+void markSent(TimePeriod& entry, Instant now);
+
+/// Asks the user about every record of the open document whose fate is unknown. What arrived counts as sent
+/// when it left; what did not is unsent. False when the user cancelled.
+[[nodiscard]] bool settleUnknownFates(Session& session);
+
+}  // namespace pendra

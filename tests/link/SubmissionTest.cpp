@@ -1,0 +1,385 @@
+#include "link/Submission.h"
+
+#include "IPC/IPCException.h"
+#include "ScriptedVantor.h"
+#include "link/MergedRecords.h"
+#include "link/TimeRecord.h"
+#include "platform/Preferences.h"
+#include "support/LogCapture.h"
+#include "support/Rows.h"
+
+namespace pendra {
+namespace {
+
+/// A time log whose rows are what the test says.
+class ListedRows final : public SubmissionRows {
+ public:
+  std::vector<SubmissionRow> rows;
+  std::optional<std::size_t> selected;
+  int reloads = 0;
+
+  void add(TimePeriod& period) {
+    Activity& activity = *period.activity();
+    rows.push_back({&period, &activity, queries::nameOf(activity.customer()), queries::nameOf(activity.job()),
+                    queries::nameOf(activity.service())});
+  }
+  [[nodiscard]] std::vector<SubmissionRow> consideredRows() const override {
+    return selected ? std::vector{rows[*selected]} : rows;
+  }
+  [[nodiscard]] std::vector<SubmissionRow> allRows() const override { return rows; }
+  void clearSelection() override { selected.reset(); }
+  void reloadData() override { ++reloads; }
+};
+
+class ScriptedSummary final : public SummarySheet {
+ public:
+  int answer = 1;
+  std::vector<SummaryLine> lines;
+  bool open = false;
+
+  [[nodiscard]] int runModal(const std::vector<SummaryLine>& shown) override {
+    lines = shown;
+    open = true;
+    return answer;
+  }
+  void close() override { open = false; }
+};
+
+class SubmissionTest : public LinkTest {
+ protected:
+  SubmissionTest() {
+    identity().setEmployeeName("Clerk 1");
+    merge(false);
+    vantor.customers = std::vector{item("Acme", "c1"), item("Zed", "c2")};
+    vantor.services = std::vector{item("Design", "s1")};
+    vantor.jobs = std::vector{jobItem("Roof", "j1", "c1")};
+    lists.updateServicesList();
+    lists.updateCustomersAndJobs();
+    acme = context().all<Customer>()[0];
+    zed = context().all<Customer>()[1];
+    roof = context().all<Job>()[0];
+    design = context().all<Service>()[0];
+    vantor.asked.clear();
+  }
+  void merge(bool on) { desk.defaults.setBoolean(preferences::kMergeSubmissions, on); }
+  TimePeriod& addRow(Activity& activity, const char* start, double seconds) {
+    TimePeriod& period = desk.addPeriod(activity, start, seconds);
+    rows.add(period);
+    return period;
+  }
+  /// Vantor fails at the record of that number, from 1.
+  void failAt(int number, const QString& name) {
+    vantor.whenSubmitted = [this, number, name](const QString&) {
+      if (vantor.timesAsked("submitTime") == number) throw IPCException(name, "scripted");
+    };
+  }
+  [[nodiscard]] QString notice() {
+    const auto& standing = desk.session.notices().standing();
+    return standing.empty() ? QString() : standing.back().text;
+  }
+  /// What the file holds: how many entries, how many stamped, how many marked as being sent.
+  [[nodiscard]] std::array<int, 3> inFile() {
+    ManualClock clock;
+    ObjectContext read(desk.session.managedObjectModel(), clock, desk.calendar);
+    QFile::copy(desk.places.path("Test.pdr"), desk.places.path("copy.pdr"));
+    EXPECT_TRUE(read.open(desk.places.path("copy.pdr")));
+    QFile::remove(desk.places.path("copy.pdr"));
+    std::array<int, 3> counted{};
+    for (const TimePeriod* one : read.all<TimePeriod>()) {
+      ++counted[0];
+      counted[1] += one->wasSubmitted();
+      counted[2] += one->sendingSince().has_value();
+    }
+    return counted;
+  }
+
+  Customer* acme = nullptr;
+  Customer* zed = nullptr;
+  Job* roof = nullptr;
+  Service* design = nullptr;
+  ListedRows rows;
+  ScriptedSummary summary;
+  Submission submission{{desk.session, checks, lists, progress, affected, rows, summary}};
+};
+
+TEST_F(SubmissionTest, ARecordIsTheseBytes) {
+  Activity& activity = desk.addActivity(acme, design, roof, "Sketches & <notes>, 50 %@");
+  TimePeriod& period = desk.addPeriod(activity, "1970-01-01T00:00:10Z", 5400);
+  EXPECT_EQ(createActivityXML(activity, period, &identity()),
+            QString("<record>\n<customerID/>\n<customerID>c1</customerID>\n<job>j1</job>\n"
+                    "<jobParent>j1</jobParent>\n<userid>Clerk 1</userid>\n<service>s1</service>\n"
+                    "<notes>Sketches & <notes>, 50 %@</notes>\n<billable>1</billable>\n"
+                    "<shouldAutoStartTimer>0</shouldAutoStartTimer>\n"
+                    "<timeentrydate>10.000000</timeentrydate>\n<duration>1.50</duration>\n</record>\n"));
+
+  activity.setJob(nullptr);
+  activity.setNotes(std::nullopt);
+  activity.setShouldAutoStartTimer(true);
+  activity.setBillable(false);
+  period.setStart(instantOf("1969-12-31T23:59:50.5Z"));
+  period.setDuration(17);
+  EXPECT_EQ(createActivityXML(activity, period, nullptr),
+            QString("<record>\n<customerID/>\n<customerID>c1</customerID>\n<job>(null)</job>\n"
+                    "<jobParent>(null)</jobParent>\n<userid>(null)</userid>\n<service>s1</service>\n"
+                    "<notes>(null)</notes>\n<billable>0</billable>\n"
+                    "<shouldAutoStartTimer>1</shouldAutoStartTimer>\n"
+                    "<timeentrydate>-9.500000</timeentrydate>\n<duration>0.00</duration>\n</record>\n"));
+}
+
+TEST_F(SubmissionTest, EverythingGoesOutOnceAndIsStampedDurably) {
+  Activity& onRoof = desk.addActivity(acme, design, roof);
+  addRow(onRoof, "2026-11-24T08:00:00Z", 3600);
+  addRow(onRoof, "2026-11-24T09:00:00Z", 1800.9);
+  TimePeriod& before = addRow(desk.addActivity(zed, design), "2026-11-23T09:00:00Z", 60);
+  before.setDateSubmitted(Instant{1.0});  // exactly: sent, when sent one by one
+  desk.session.ports().interfaces.load(Interface::TimerWindow);
+
+  submission.submitSelectedPeriods();
+  EXPECT_THAT(summary.lines, testing::ElementsAre(SummaryLine{"Acme", "Roof", "Design", "01:30:00"}));
+  EXPECT_EQ(vantor.records.size(), 2);
+  EXPECT_TRUE(vantor.records[0].startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<record>\n"));
+  EXPECT_EQ(desk.alerts.messages(), QStringList{"Time Sent"});
+  EXPECT_EQ(progress.shown, (QStringList{"1 of 2", "2 of 2"}));
+  EXPECT_EQ(inFile(), (std::array{3, 2, 0}));
+  EXPECT_EQ(before.submittedSeconds(), 1.0);
+  EXPECT_EQ(rows.reloads, 1);
+  EXPECT_EQ(vantor.openChannels, 0);
+  EXPECT_FALSE(summary.open || progress.spinning);
+  EXPECT_THAT(desk.windows.calls(), testing::ElementsAre(QString("reloadData"), QString("updateMainButton")));
+  EXPECT_LT(vantor.asked.indexOf("customers"), vantor.asked.indexOf("services"));
+
+  submission.submitSelectedPeriods();
+  EXPECT_THAT(summary.lines, testing::IsEmpty());
+  EXPECT_EQ(vantor.records.size(), 2);
+  EXPECT_EQ(desk.alerts.messages(), (QStringList{"Time Sent", "Time Sent"})) << "also when there was nothing";
+}
+
+TEST_F(SubmissionTest, ASelectionIsAllThatTheMenuSendsAndACancelSendsNothing) {
+  Activity& activity = desk.addActivity(acme, design);
+  addRow(activity, "2026-11-24T08:00:00Z", 3600);
+  addRow(activity, "2026-11-24T09:00:00Z", 7200);
+  rows.selected = 1;
+  summary.answer = 0;
+  submission.submitAllTime();
+  EXPECT_THAT(vantor.records, testing::IsEmpty());
+  EXPECT_THAT(desk.alerts.messages(), testing::IsEmpty());
+  EXPECT_FALSE(rows.selected);
+
+  rows.selected = 1;
+  summary.answer = 1;
+  submission.submitAllTime();
+  ASSERT_EQ(vantor.records.size(), 1);
+  EXPECT_TRUE(vantor.records[0].contains("<duration>2.00</duration>"));
+}
+
+TEST_F(SubmissionTest, ADayOfAnActivityIsMergedFromTheLastRowToTheFirst) {
+  merge(true);
+  Activity& onRoof = desk.addActivity(acme, design, roof);
+  Activity& other = desk.addActivity(zed, design);
+  TimePeriod& early = addRow(onRoof, "2026-03-03T08:00:00Z", 3600.9);
+  addRow(other, "2026-03-03T08:00:00Z", 100.5);
+  TimePeriod& month = addRow(onRoof, "2026-04-03T10:00:00Z", 1800.9);
+  TimePeriod& base = addRow(onRoof, "2026-03-03T23:30:00Z", 60.9);  // the 4th in Berlin
+  TimePeriod& once = addRow(onRoof, "2026-03-04T09:00:00Z", 10.9);
+  once.setDateSubmitted(Instant{1.0});  // exactly: unsent, when merged
+
+  submission.submitSelectedPeriods();
+  ASSERT_EQ(vantor.records.size(), 3);
+  const auto part = [&](int record) {
+    return vantor.records[record].split("<timeentrydate>")[1].chopped(10);
+  };
+  EXPECT_EQ(part(0), QString("1772580600.000000</timeentrydate>\n<duration>0.02</duration>\n"));
+  EXPECT_EQ(part(1), QString("1772524800.000000</timeentrydate>\n<duration>1.50</duration>\n"));
+  EXPECT_EQ(part(2), QString("1772524800.000000</timeentrydate>\n<duration>0.03</duration>\n"));
+  for (const TimePeriod* one : {&early, &month, &base, &once}) EXPECT_TRUE(one->wasSubmitted());
+  EXPECT_EQ(inFile(), (std::array{5, 5, 0})) << "no temporary entry in the file";
+  EXPECT_EQ(onRoof.timePeriod().size(), 4u);
+  EXPECT_EQ(progress.shown.back(), QString("3 of 3"));
+}
+
+TEST_F(SubmissionTest, TheMergedLengthIsOfWholeSecondsAndALoneOneKeepsItsFraction) {
+  Activity& activity = desk.addActivity(acme, design);
+  addRow(activity, "2026-11-23T08:00:00Z", 10.75);
+  addRow(activity, "2026-11-24T08:00:00Z", 10.75);
+  addRow(activity, "2026-11-24T07:00:00Z", 20.75);
+  const auto records = mergedRecords(rows.rows, desk.calendar);
+  ASSERT_EQ(records.size(), 2u);
+  EXPECT_EQ(records[0].duration, 30.0);
+  EXPECT_EQ(records[0].start, instantOf("2026-11-24T07:00:00Z"));
+  EXPECT_EQ(records[1].duration, 10.75);
+}
+
+struct Cleared {
+  const char* name;
+  bool merging;
+  void (*clear)(SubmissionTest&, ScriptedVantor&);
+  const char* message;
+  const char* informativeEnd;
+  int sent;
+};
+
+constexpr auto kInactive = "A customer, job, or service is inactive or deleted in Vantor";
+constexpr auto kChanged = "A customer, job, or service name has changed in Vantor";
+
+class ClearedTest : public SubmissionTest, public testing::WithParamInterface<Cleared> {};
+
+TEST_P(ClearedTest, HoldsBackWhatVantorNoLongerKnows) {
+  merge(GetParam().merging);
+  // The middle of three rows is the one that loses something.
+  TimePeriod& first = addRow(desk.addActivity(zed, design), "2026-11-24T07:00:00Z", 3600);
+  TimePeriod& held = addRow(desk.addActivity(acme, design, roof), "2026-11-24T08:00:00Z", 3600);
+  TimePeriod& last = addRow(desk.addActivity(zed, design), "2026-11-24T09:00:00Z", 3600);
+  GetParam().clear(*this, vantor);
+
+  submission.submitSelectedPeriods();
+  EXPECT_EQ(desk.alerts.messages(), QStringList{GetParam().message});
+  EXPECT_TRUE(desk.alerts.last().informative.endsWith(GetParam().informativeEnd));
+  EXPECT_EQ(vantor.records.size(), GetParam().sent);
+  EXPECT_FALSE(held.wasSubmitted());
+  EXPECT_TRUE(last.wasSubmitted());
+  EXPECT_EQ(first.wasSubmitted(), GetParam().sent == 2);
+  EXPECT_TRUE(affected.contains(*held.activity()));
+  EXPECT_EQ(inFile(), (std::array{3, GetParam().sent, 0}));
+}
+
+void loseJob(SubmissionTest&, ScriptedVantor& vantor) { vantor.jobs->clear(); }
+void loseCustomer(SubmissionTest&, ScriptedVantor& vantor) {
+  vantor.customers->erase(vantor.customers->begin());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, ClearedTest,
+    testing::Values(
+        Cleared{"JobOneByOne", false, loseJob, kChanged, "to figure out your next steps.", 2},
+        Cleared{"JobMerged", true, loseJob, kInactive, "update the activities  and send them to Vantor.", 1},
+        Cleared{"CustomerOneByOne", false, loseCustomer, kChanged, "next steps.", 2},
+        Cleared{"CustomerMerged", true, loseCustomer, kInactive, "  and send them to Vantor.", 1}),
+    RowName());
+
+TEST_F(SubmissionTest, AnActivityWithoutACustomerIsToldInTheOtherWords) {
+  addRow(desk.addActivity(nullptr, design), "2026-11-24T08:00:00Z", 60);
+  submission.submitSelectedPeriods();
+  EXPECT_EQ(desk.alerts.messages(), QStringList{kInactive});
+  EXPECT_TRUE(desk.alerts.last().informative.endsWith("update the activities and send them to Vantor."));
+  EXPECT_TRUE(notice().startsWith("0 of 1 records were sent; the rest lacks")) << notice().toStdString();
+}
+
+struct Failure {
+  const char* name;
+  QString exception;
+  bool merging;
+  int inDoubt;  // entries of unknown fate
+};
+
+class FailureTest : public SubmissionTest, public testing::WithParamInterface<Failure> {};
+
+TEST_P(FailureTest, LeavesEveryEntrySentUnsentOrInDoubt) {
+  merge(GetParam().merging);
+  Activity& activity = desk.addActivity(acme, design, roof);
+  for (const char* start : {"2026-11-21T08:00:00Z", "2026-11-22T08:00:00Z", "2026-11-23T08:00:00Z"}) {
+    addRow(activity, start, 3600);
+    addRow(activity, start, 60);
+  }
+  failAt(2, GetParam().exception);
+  const LogCapture log;
+  submission.submitSelectedPeriods();
+  EXPECT_EQ(vantor.records.size(), 1);
+  EXPECT_THAT(log.lines(), testing::Contains(GetParam().exception + ": scripted"));
+  EXPECT_THAT(desk.alerts.messages(), testing::IsEmpty());
+  EXPECT_EQ(vantor.openChannels, 0) << "a late answer must not answer a later call";
+  EXPECT_EQ(inFile(), (std::array{6, GetParam().merging ? 2 : 1, GetParam().inDoubt}));
+  EXPECT_EQ(activity.timePeriod().size(), 6u);
+  EXPECT_TRUE(
+      notice().startsWith(GetParam().merging ? "1 of 3 records were sent; " : "1 of 6 records were sent; "));
+  EXPECT_EQ(notice().contains("asked about before the next sending"), GetParam().inDoubt > 0);
+
+  if (GetParam().inDoubt > 0) desk.alerts.willAnswer({"Send Again"});
+  vantor.whenSubmitted = {};
+  submission.submitSelectedPeriods();
+  EXPECT_EQ(vantor.records.size(), GetParam().merging ? 3 : 6);
+  EXPECT_EQ(desk.alerts.unasked(), 0u);
+  EXPECT_EQ(inFile(), (std::array{6, 6, 0}));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FailureTest,
+                         testing::Values(Failure{"Timeout", kVTIPCTimeout, false, 1},
+                                         Failure{"TimeoutMerged", kVTIPCTimeout, true, 2},
+                                         Failure{"Garbage", kVTIPCUnArchiverFailure, false, 1},
+                                         Failure{"NeverLeft", kVTIPCSend, false, 0},
+                                         Failure{"NeverLeftMerged", kVTIPCSend, true, 0},
+                                         Failure{"NotWritten", kVTIPCArchiverFailure, true, 0}),
+                         RowName());
+
+TEST_F(SubmissionTest, WhatArrivedAfterAllIsStampedAndACancelKeepsTheQuestion) {
+  TimePeriod& period = addRow(desk.addActivity(acme, design, roof), "2026-11-24T08:00:00Z", 5400);
+  failAt(1, kVTIPCTimeout);
+  const LogCapture log;
+  submission.submitSelectedPeriods();
+  vantor.whenSubmitted = {};
+
+  desk.alerts.willAnswer({"Cancel"});
+  submission.submitSelectedPeriods();
+  EXPECT_EQ(desk.alerts.last().message, QString("Did the time for “Acme - Roof - Design” arrive in Vantor?"));
+  EXPECT_EQ(desk.alerts.last().buttons, (QStringList{"It Arrived", "Send Again", "Cancel"}));
+  EXPECT_TRUE(desk.alerts.last().informative.contains("(11/24/26 9:00 AM, 01:30:00)"));
+  EXPECT_FALSE(period.wasSubmitted());
+
+  desk.clock.advance(600);
+  desk.alerts.willAnswer({"It Arrived"});
+  submission.submitSelectedPeriods();
+  EXPECT_EQ(period.dateSubmitted(), instantOf("2026-11-24T09:00:00Z")) << "when it left";
+  EXPECT_THAT(vantor.records, testing::IsEmpty());
+  EXPECT_EQ(inFile(), (std::array{1, 1, 0}));
+}
+
+TEST_F(SubmissionTest, NothingLeavesThatCannotBeWrittenDownFirst) {
+  TimePeriod& period = addRow(desk.addActivity(acme, design), "2026-11-24T08:00:00Z", 60);
+  const LogCapture log;
+  QFile::remove(desk.places.path("Test.pdr"));
+  submission.submitSelectedPeriods();
+  EXPECT_EQ(vantor.timesAsked("submitTime"), 0);
+  EXPECT_FALSE(period.sendingSince() || period.wasSubmitted());
+  EXPECT_TRUE(notice().startsWith("0 of 1 records were sent; the document could not be saved: "));
+}
+
+TEST_F(SubmissionTest, AFailingRefreshEndsTheCommandAndShowsTheWindowAnew) {
+  addRow(desk.addActivity(acme, design), "2026-11-24T08:00:00Z", 60);
+  desk.session.ports().interfaces.load(Interface::TimerWindow);
+  vantor.whenAsked = [](const QString& what) {
+    if (what == "jobs") throw IPCException(kVTIPCTimeout, "scripted");
+  };
+  EXPECT_THROW(submission.submitSelectedPeriods(), IPCException);
+  EXPECT_FALSE(progress.spinning);
+  EXPECT_EQ(vantor.openChannels, 0);
+  EXPECT_THAT(desk.windows.calls(), testing::ElementsAre(QString("reloadData"), QString("updateMainButton")));
+}
+
+TEST_F(SubmissionTest, ACheckThatFailsAtTheEndChangesNothing) {
+  TimePeriod& period = addRow(desk.addActivity(acme, design), "2026-11-24T08:00:00Z", 60);
+  vantor.company = std::nullopt;
+  identity().setCompanyFileName("/Books/Acme.cmp");
+  EXPECT_FALSE(submission.sendPeriodsToVT());
+  EXPECT_EQ(rows.reloads, 0);
+  EXPECT_FALSE(period.wasSubmitted());
+}
+
+TEST_F(SubmissionTest, TheLogsOwnGuardLooksAtTheRows) {
+  Activity& activity = desk.addActivity(acme, design);
+  addRow(activity, "2026-11-24T08:00:00Z", 60);
+  addRow(activity, "2026-11-24T09:00:00Z", 60).setRunning(true);
+  rows.selected = 0;
+  EXPECT_TRUE(submission.checkForRunningTimers(false));
+  EXPECT_FALSE(submission.checkForRunningTimers(true));
+  EXPECT_EQ(desk.alerts.last().style, Alert::Style::Critical);
+}
+
+TEST_F(SubmissionTest, TheMenuChecksGuardsAndChecksAgain) {
+  desk.addActivity(acme, design).startNewTimePeriod();
+  desk.alerts.willAnswer({"Cancel"});
+  submission.submitAllTime();
+  EXPECT_EQ(vantor.timesAsked("canTalkToPendra"), 1);
+  EXPECT_EQ(desk.alerts.messages(), QStringList{"Pendra needs to stop all timers"});
+}
+
+}  // namespace
+}  // namespace pendra
