@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "document/CorvelDocController.h"
 #include "document/DocumentClosing.h"
 #include "document/DocumentFiles.h"
 #include "document/DocumentLoading.h"
@@ -23,7 +24,7 @@ Launch::Launch(Session& session) : session_(session) {
   QObject::connect(&saveTimer_, &QTimer::timeout, &saveTimer_, [this] { timerFireMethod(); });
 }
 
-void Launch::applicationDidFinishLaunching() {
+void Launch::applicationDidFinishLaunching(const QString& file) {
   session_.showIntroSheet = false;
   // Kept: a stored boolean is not a data value, so the preference is true after every launch.
   UserDefaults& defaults = session_.ports().defaults;
@@ -31,6 +32,9 @@ void Launch::applicationDidFinishLaunching() {
     defaults.setBoolean(preferences::kMergeSubmissions, true);
   }
   session_.showIntroSheet = introductionIsDue();
+  if (!file.isEmpty()) {
+    [[maybe_unused]] const auto opened = CorvelDocController(session_).openDocumentWithContentsOfURL(file);
+  }
   loadData(session_);
   if (session_.myDoc()) haltAnyRunningPeriods(session_);
   saveTimer_.start(kSaveInterval);

@@ -12,8 +12,8 @@ class Launch {
   explicit Launch(Session& session);
 
   /// The whole launch, in its order: preference, introduction, document, halting, save timer, identity,
-  /// window.
-  void applicationDidFinishLaunching();
+  /// window. A `file` that was named at the start is opened in place of the last document.
+  void applicationDidFinishLaunching(const QString& file = {});
   /// Kept: always false; no untitled document comes by itself.
   [[nodiscard]] bool applicationShouldOpenUntitledFile() const { return false; }
   /// Closes the document; false when the user cancelled. Ends the save timer when true.

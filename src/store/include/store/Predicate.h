@@ -3,6 +3,7 @@
 // stars and question marks act. Every fixed condition is a plain function.
 
 #include <QString>
+#include <QStringList>
 #include <variant>
 #include <vector>
 

@@ -3,6 +3,7 @@
 // are what rules and the help book are keyed by.
 
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 #include "document/Windows.h"

@@ -1,0 +1,212 @@
+#include "Commands.h"
+
+#include <QApplication>
+#include <QMetaObject>
+
+#include "WindowLoader.h"
+#include "document/Backup.h"
+#include "document/DocumentLoading.h"
+#include "ui/TimerWindowController.h"
+#include "ui_core/ListEditor.h"
+#include "ui_core/RunCommand.h"
+
+namespace pendra {
+
+namespace {
+
+/// The command's title without its dots, for the notice line.
+QString spokenName(const MenuModel& menus, Command command) {
+  for (const Menu& menu : menus.menus()) {
+    for (const MenuItem& item : menu.items) {
+      if (item.command == command) return QString(item.title).remove(u'…');
+    }
+  }
+  return {};
+}
+
+/// Hands an edit command to the field that has the keyboard focus.
+bool invokeInFocus(const char* slot) {
+  QWidget* focus = QApplication::focusWidget();
+  return focus && QMetaObject::invokeMethod(focus, slot);
+}
+
+}  // namespace
+
+Commands::Commands(Session& session, const MenuModel& menus, WindowLoader& windows,
+                   std::function<void()> terminate)
+    : session_(session),
+      menus_(menus),
+      windows_(windows),
+      terminate_(std::move(terminate)),
+      documents_(session) {}
+
+void Commands::perform(Command command, QWidget* sender) {
+  runCommand(session_, spokenName(menus_, command), [&] {
+    [[maybe_unused]] const bool done = performForProgram(command, sender) || performForDocument(command) ||
+                                       performForTimerWindow(command) || performForLists(command) ||
+                                       performInFocus(command);
+  });
+}
+
+bool Commands::performForProgram(Command command, QWidget* sender) {
+  switch (command) {
+    case Command::Quit:
+      terminate_();
+      return true;
+    case Command::Close:
+      if (sender) sender->window()->close();
+      return true;
+    case Command::About:
+      windows_.load(Interface::AboutBox);
+      return true;
+    case Command::Preferences:
+      windows_.showPreferences();
+      return true;
+    case Command::Welcome:
+      windows_.load(Interface::WelcomeController);
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool Commands::performForDocument(Command command) {
+  switch (command) {
+    case Command::New:
+      newDoc(session_);
+      return true;
+    case Command::Open:
+      openFile(session_);
+      return true;
+    case Command::TimerWindow:
+      if (session_.window) {
+        session_.window->show();
+      } else if (session_.myDoc()) {
+        createNewTimer(session_);
+      }
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool Commands::performForTimerWindow(Command command) {
+  TimerWindowController* timer = windows_.timerWindow();
+  if (!timer) return false;
+  switch (command) {
+    case Command::AddActivity:
+      timer->addActivity();
+      return true;
+    case Command::EditActivity:
+      timer->editActivity();
+      return true;
+    case Command::EditSelected:
+      timer->editSelected();
+      return true;
+    case Command::ToggleTimer:
+      timer->state().toggleTimer();
+      return true;
+    case Command::MarkComplete:
+      timer->state().markSelectedCompleted();
+      return true;
+    case Command::MakeCurrent:
+      timer->state().addPeriodToCurrentActiivities();
+      return true;
+    case Command::MarkUnsent:
+      timer->state().log().markSelectedForResend();
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool Commands::performForLists(Command command) {
+  switch (command) {
+    case Command::CustomerList:
+      windows_.load(Interface::CustomerList);
+      return true;
+    case Command::ServicesList:
+      windows_.load(Interface::ServicesList);
+      return true;
+    case Command::Delete:
+      deleteActivity();
+      return true;
+    case Command::DeleteCustomerOrJob:
+      if (auto* list = windows_.customerList()) list->deleteRow();
+      return true;
+    case Command::MarkAll:
+      if (auto* list = windows_.listInFront()) list->markAll();
+      return true;
+    case Command::MarkNone:
+      if (auto* list = windows_.listInFront()) list->markNone();
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool Commands::performInFocus(Command command) {
+  switch (command) {
+    case Command::Cut:
+      return invokeInFocus("cut");
+    case Command::Copy:
+      return invokeInFocus("copy");
+    case Command::Paste:
+      return invokeInFocus("paste");
+    case Command::SelectAll:
+      return invokeInFocus("selectAll");
+    default:
+      return false;
+  }
+}
+
+void Commands::deleteActivity() {
+  // Kept: a list editor that is open takes the command, also from behind; both ask before they delete.
+  if (auto* list = windows_.customerList()) {
+    list->deleteRow();
+  } else if (auto* services = windows_.servicesList()) {
+    services->deleteRow();
+  } else if (TimerWindowController* timer = windows_.timerWindow()) {
+    timer->deleteActivity();
+  }
+}
+
+void Commands::openRecent(const QString& path) {
+  runCommand(session_, path, [&] {
+    [[maybe_unused]] const auto opened = documents_.openDocumentWithContentsOfURL(path);
+    windows_.endWithoutWindows();
+  });
+}
+
+bool Commands::validate(const MenuItem& item) const { return validateMenuItem(item, state()); }
+
+bool Commands::canDelete() const {
+  TimerWindowController* timer = windows_.timerWindow();
+  const auto* customers = windows_.customerList();
+  const auto* services = windows_.servicesList();
+  return pendra::canDelete({.timerWindowOpen = timer != nullptr,
+                            .logSelected = timer && timer->state().log().numberOfSelectedRows() > 0,
+                            .activitySelected = timer && timer->state().selectedActivity(),
+                            .customerListOpen = customers != nullptr,
+                            .customerSelected = customers && customers->hasSelection(),
+                            .servicesListOpen = services != nullptr,
+                            .serviceSelected = services && services->hasSelection()});
+}
+
+CommandState Commands::state() const {
+  TimerWindowController* timer = windows_.timerWindow();
+  const auto* customers = windows_.customerList();
+  return {.documentOpen = session_.myDoc() != nullptr,
+          .timerWindowOpen = timer != nullptr,
+          .customerListOpen = customers != nullptr,
+          .customerDeleteOK = customers && customers->isDeleteOK(),
+          .listEditorOpen = customers || windows_.servicesList(),
+          .canDelete = canDelete(),
+          .editable = timer && timer->state().editable(),
+          .exportable = timer && timer->state().exportable(),
+          .canSendToVT = timer && timer->state().canSendToVT(),
+          .activitySelected = timer && timer->state().myCurrentActivity(),
+          .timePeriodSelected = timer && timer->state().myCurrentTimePeriod()};
+}
+
+}  // namespace pendra

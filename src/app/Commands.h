@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+
+#include "document/CorvelDocController.h"
+#include "document/Session.h"
+#include "ui/CommandTarget.h"
+
+namespace pendra {
+
+class WindowLoader;
+
+/// What each command of the menus does, and whether it may.
+class Commands final : public CommandTarget {
+ public:
+  /// All must outlive it. `terminate` asks for the end of the program.
+  Commands(Session& session, const MenuModel& menus, WindowLoader& windows, std::function<void()> terminate);
+
+  void perform(Command command, QWidget* sender) override;
+  [[nodiscard]] bool validate(const MenuItem& item) const override;
+  [[nodiscard]] QStringList recentDocuments() const override { return documents_.recentDocuments(); }
+  void openRecent(const QString& path) override;
+  void clearRecent() override { documents_.clearRecentDocuments(); }
+
+ private:
+  [[nodiscard]] bool performForProgram(Command command, QWidget* sender);
+  [[nodiscard]] bool performForDocument(Command command);
+  [[nodiscard]] bool performForTimerWindow(Command command);
+  [[nodiscard]] bool performForLists(Command command);
+  [[nodiscard]] bool performInFocus(Command command);
+  void deleteActivity();
+  [[nodiscard]] bool canDelete() const;
+  [[nodiscard]] CommandState state() const;
+
+  Session& session_;
+  const MenuModel& menus_;
+  WindowLoader& windows_;
+  std::function<void()> terminate_;
+  CorvelDocController documents_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,82 @@
+#include "CorvelAppDelegate.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QSessionManager>
+
+#include "document/CorvelDocController.h"
+#include "document/RunningTimers.h"
+#include "model/Model.h"
+#include "platform/Resources.h"
+#include "platform/SingleInstance.h"
+
+namespace pendra {
+
+namespace {
+
+CorvelAppDelegate* delegate = nullptr;
+
+ObjectModel loadManagedObjectModel() {
+  QFile file(resourceFolder() + u"/Corvel.momd");
+  if (!file.open(QIODevice::ReadOnly)) qFatal("Unable to find DataModel in main bundle");
+  return managedObjectModel(file.readAll());
+}
+
+}  // namespace
+
+CorvelAppDelegate::CorvelAppDelegate(SingleInstance& instance)
+    : session_(environment_.ports(windows_, menus_), loadManagedObjectModel()),
+      launch_(session_),
+      commands_(session_, menus_, windows_, [this] { terminate(); }),
+      signals_([this] { terminate(); }) {
+  delegate = this;
+  windows_.connectTo(session_, menus_, commands_, [this] { terminate(); });
+  instance.setOpener([this](const QString& path) { openFromOutside(path); });
+  QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
+                   [this](QSessionManager& manager) { endOfSession(manager); });
+}
+
+CorvelAppDelegate::~CorvelAppDelegate() { delegate = nullptr; }
+
+CorvelAppDelegate* CorvelAppDelegate::theAppDelegate() { return delegate; }
+
+void CorvelAppDelegate::applicationDidFinishLaunching(const QString& file) {
+  launch_.applicationDidFinishLaunching(file);
+}
+
+void CorvelAppDelegate::openFromOutside(const QString& path) {
+  bringToFront();
+  if (path.isEmpty() || environment_.modals.isModal()) return;
+  commands_.openRecent(path);
+}
+
+void CorvelAppDelegate::bringToFront() {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (!window->isVisible() || !window->isWindow()) continue;
+    window->raise();
+    window->activateWindow();
+  }
+}
+
+void CorvelAppDelegate::terminate() {
+  if (isTerminating_ || environment_.modals.isModal() || !applicationShouldTerminate()) return;
+  isTerminating_ = true;
+  applicationWillTerminate();
+  QCoreApplication::exit(0);
+}
+
+bool CorvelAppDelegate::applicationShouldTerminate() { return launch_.applicationShouldTerminate(); }
+
+void CorvelAppDelegate::applicationWillTerminate() { stopAllActivities(session_); }
+
+void CorvelAppDelegate::endOfSession(QSessionManager& manager) {
+  if (!manager.allowsInteraction()) return;
+  if (applicationShouldTerminate()) {
+    manager.release();
+    applicationWillTerminate();
+  } else {
+    manager.cancel();
+  }
+}
+
+}  // namespace pendra

@@ -1,0 +1,56 @@
+#pragma once
+// The delegate owns what lives as long as the program and decides about its end. It does nothing for a
+// document: those operations are functions over the session.
+
+#include <memory>
+
+#include "Commands.h"
+#include "Environment.h"
+#include "SignalWatcher.h"
+#include "WindowLoader.h"
+#include "document/Launch.h"
+#include "ui_core/Menus.h"
+
+class QSessionManager;
+
+namespace pendra {
+
+class SingleInstance;
+
+/// One for the program; made after the QApplication and gone before it.
+class CorvelAppDelegate {
+ public:
+  explicit CorvelAppDelegate(SingleInstance& instance);
+  ~CorvelAppDelegate();
+  CorvelAppDelegate(const CorvelAppDelegate&) = delete;
+  CorvelAppDelegate& operator=(const CorvelAppDelegate&) = delete;
+
+  static CorvelAppDelegate* theAppDelegate();
+
+  /// Launches into the last document, or into `file` when one is given.
+  void applicationDidFinishLaunching(const QString& file);
+
+  /// Asks for the end of the program: the menu, the last window, SIGTERM, SIGINT. Does nothing while a
+  /// modal question is open or when the user cancels.
+  void terminate();
+  /// Whether the program may end; when it may, the document is closed.
+  [[nodiscard]] bool applicationShouldTerminate();
+  /// Stops what still runs and closes the connection to Vantor, just before the program ends.
+  void applicationWillTerminate();
+
+ private:
+  void openFromOutside(const QString& path);
+  void endOfSession(QSessionManager& manager);
+  void bringToFront();
+
+  Environment environment_;
+  MenuModel menus_;
+  WindowLoader windows_;
+  Session session_;
+  Launch launch_;
+  Commands commands_;
+  SignalWatcher signals_;
+  bool isTerminating_ = false;
+};
+
+}  // namespace pendra

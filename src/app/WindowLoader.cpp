@@ -1,0 +1,101 @@
+#include "WindowLoader.h"
+
+#include <QApplication>
+#include <QTimer>
+
+#include "document/Session.h"
+#include "ui/CommandTarget.h"
+#include "ui/ShellWindows.h"
+#include "ui/TimerWindowController.h"
+#include "ui_core/ListEditor.h"
+
+namespace pendra {
+
+/// The windows that are open. A window that closed is kept until the events at hand are done, because it may
+/// still stand on the call stack.
+struct WindowLoader::Open {
+  std::unique_ptr<TimerWindowController> timer;
+  std::unique_ptr<AboutBox> about;
+  std::unique_ptr<WelcomeWindow> welcome;
+  std::unique_ptr<PreferencesWindow> preferences;
+};
+
+namespace {
+
+/// Lets a window die when the events at hand are done.
+template <class Window>
+void retire(std::unique_ptr<Window>& window) {
+  if (window) QTimer::singleShot(0, [old = std::shared_ptr<Window>(std::move(window))] {});
+}
+
+}  // namespace
+
+WindowLoader::WindowLoader() : open_(std::make_unique<Open>()) {}
+WindowLoader::~WindowLoader() = default;
+
+void WindowLoader::connectTo(Session& session, MenuModel& menus, CommandTarget& target,
+                             std::function<void()> terminate) {
+  session_ = &session;
+  menus_ = &menus;
+  target_ = &target;
+  terminate_ = std::move(terminate);
+}
+
+WindowFrame WindowLoader::frame() const { return {*session_, *menus_, *target_}; }
+
+template <class Window, class... Arguments>
+Window& WindowLoader::open(std::unique_ptr<Window>& place, Arguments&&... arguments) {
+  if (!place) {
+    place = std::make_unique<Window>(frame(), std::forward<Arguments>(arguments)...);
+    place->setClosed([this, &place] {
+      retire(place);
+      endWithoutWindows();
+    });
+  }
+  place->bringToFront();
+  return *place;
+}
+
+void WindowLoader::load(Interface interface) {
+  switch (interface) {
+    case Interface::TimerWindow:
+      loadTimerWindow();
+      break;
+    case Interface::AboutBox:
+      open(open_->about, QCoreApplication::applicationVersion());
+      break;
+    case Interface::WelcomeController:
+      session_->welcomeController = &open(open_->welcome);
+      break;
+    case Interface::Setup:
+    case Interface::CustomerList:
+    case Interface::ServicesList:
+      break;
+  }
+}
+
+void WindowLoader::loadTimerWindow() {
+  retire(open_->timer);
+  open_->timer = std::make_unique<TimerWindowController>(*session_, *menus_, *target_, [this] {
+    retire(open_->timer);
+    endWithoutWindows();
+  });
+}
+
+void WindowLoader::showPreferences() { open(open_->preferences); }
+
+void WindowLoader::endWithoutWindows() {
+  QTimer::singleShot(0, qApp, [this] {
+    const auto windows = QApplication::topLevelWidgets();
+    const bool anyVisible = std::any_of(windows.begin(), windows.end(),
+                                        [](const QWidget* window) { return window->isVisible(); });
+    if (!anyVisible && !session_->myContext()) terminate_();
+  });
+}
+
+TimerWindowController* WindowLoader::timerWindow() const { return open_->timer.get(); }
+ListEditor* WindowLoader::customerList() const { return nullptr; }
+ListEditor* WindowLoader::servicesList() const { return nullptr; }
+ListEditor* WindowLoader::listInFront() const { return nullptr; }
+
+}  // namespace pendra

@@ -1,0 +1,21 @@
+#include "ui_core/RunCommand.h"
+
+#include "IPC/IPCException.h"
+#include "document/Session.h"
+#include "platform/Log.h"
+#include "platform/Text.h"
+
+namespace pendra {
+
+void runCommand(Session& session, const QString& name, const std::function<void()>& command) {
+  try {
+    command();
+  } catch (const IPCException& failure) {
+    logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
+    session.notices().post({.key = QStringLiteral("command"),
+                            .text = formatted(u"“%@” was not finished: %@", {name, failure.reason()}),
+                            .actions = {}});
+  }
+}
+
+}  // namespace pendra

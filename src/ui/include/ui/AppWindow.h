@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include "document/Session.h"
+
+namespace pendra {
+
+class CommandTarget;
+class MenuModel;
+
+/// What every window of the program has: the whole menu bar, and the line for what is worth knowing.
+struct WindowFrame {
+  Session& session;
+  MenuModel& menus;
+  CommandTarget& target;
+};
+
+/// A top-level window beside the timer window: title, menu bar, notice line, content.
+class AppWindow : public QMainWindow, public AuxiliaryWindow {
+ public:
+  AppWindow(const WindowFrame& frame, const QString& title);
+
+  void close() override { QMainWindow::close(); }
+  void bringToFront() override;
+  [[nodiscard]] bool isVisible() const override { return QMainWindow::isVisible(); }
+
+  /// Told once, after the user or the program closed the window.
+  void setClosed(std::function<void()> closed) { closed_ = std::move(closed); }
+
+ protected:
+  /// Puts the content below the notice line.
+  void setContent(QWidget* content);
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  QWidget* frame_ = nullptr;
+  std::function<void()> closed_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,80 @@
+#pragma once
+// The controller joins the window's controls to the window's logic and decides nothing: every rule stands in
+// ui/core, in TimerState and its neighbours.
+
+#include <QObject>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+#include "document/Windows.h"
+#include "ui_core/TimerState.h"
+
+namespace pendra {
+
+class ActivitySheetFlow;
+class CommandTarget;
+class LogPaneView;
+class MenuModel;
+class TimePeriodSheetFlow;
+class TimerWindow;
+class Tracker;
+
+/// The document's main window. Owned by the window loader; gone with its document.
+class TimerWindowController final : public QObject, public MainWindow, private TimerDisplay {
+ public:
+  /// Shows the window and enters it in the session. `closed` is told when it has left, at a moment when
+  /// it may be destroyed later but not yet.
+  TimerWindowController(Session& session, MenuModel& menus, CommandTarget& target,
+                        std::function<void()> closed);
+  ~TimerWindowController() override;
+
+  [[nodiscard]] TimerState& state() { return state_; }
+  [[nodiscard]] LogPaneView& log() { return *log_; }
+  [[nodiscard]] TimerWindow& window() { return *window_; }
+  /// Whether the activity table, not the log, had the keyboard focus last.
+  [[nodiscard]] bool activitiesAreFirstResponder() const { return !logHadFocus_; }
+
+  void addActivity();
+  void editActivity();
+  void editSelected();
+  void editTimePeriod();
+  void deleteActivity();
+
+  void reloadData() override { state_.reloadData(); }
+  void updateMainButton() override { state_.updateMainButton(); }
+  void updateTimeDisplay() override { state_.updateTimeDisplay(); }
+  void show() override;
+  [[nodiscard]] bool isVisible() const override;
+  void close() override;
+  void stopTimer() override { tick_.stop(); }
+  void invalidateTracker() override;
+
+ private:
+  void showElapsedTime(const QString& text) override;
+  void showCustomerJobLabel(const QString& text) override;
+  void showMainButton(bool running) override;
+  void hideSendTime() override;
+  void showActivitySheet(bool forNew) override;
+
+  void connectControls();
+  void observeSession();
+  void startUp();
+  void tick();
+  void pressCell(int row, const QString& identifier);
+  void showDocumentState();
+  void leave();
+
+  Session& session_;
+  CommandTarget& target_;
+  std::function<void()> closed_;
+  std::unique_ptr<TimerWindow> window_;
+  TimerState state_;
+  LogPaneView* log_;
+  QTimer tick_;
+  bool logHadFocus_ = false;
+  bool left_ = false;
+  std::vector<Notifier::Subscription> observations_;
+};
+
+}  // namespace pendra

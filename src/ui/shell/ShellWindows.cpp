@@ -1,0 +1,140 @@
+#include "ui/ShellWindows.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "platform/Preferences.h"
+#include "platform/Text.h"
+#include "ui/Buttons.h"
+#include "ui/CommandTarget.h"
+#include "ui/Theme.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr int kMargin = metrics::kGrid * 4;
+constexpr int kTextWidth = 440;
+
+QLabel* quietText(const QString& text) {
+  auto* label = new QLabel(text);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setFixedWidth(kTextWidth);
+  label->setForegroundRole(QPalette::PlaceholderText);
+  return label;
+}
+
+QLabel* title(const QString& text) {
+  auto* label = new QLabel(text);
+  QFont font = Theme::timeFont();
+  font.setPointSizeF(font.pointSizeF() * 0.6);
+  label->setFont(font);
+  return label;
+}
+
+/// A column of content with room around it, and the window's buttons below.
+struct Page {
+  QWidget* widget = new QWidget;
+  QVBoxLayout* column = new QVBoxLayout(widget);
+
+  Page() {
+    column->setContentsMargins(kMargin, kMargin, kMargin, metrics::kSide + metrics::kGrid);
+    column->setSpacing(metrics::kSide);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+  }
+  QPushButton* addButton(const QString& text) {
+    auto* button = new QPushButton(text);
+    button->setDefault(true);
+    button->setAutoDefault(true);
+    column->addWidget(button, 0, Qt::AlignRight);
+    return button;
+  }
+};
+
+}  // namespace
+
+AboutBox::AboutBox(const WindowFrame& frame, const QString& version) : AppWindow(frame, tr("About Pendra")) {
+  Page page;
+  page.column->addWidget(title(tr("Pendra")));
+  auto* versionField = new QLabel(formatted(tr("Version %@"), {version}));
+  versionField->setObjectName(QStringLiteral("versionField"));
+  versionField->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  page.column->addWidget(versionField);
+  page.column->addWidget(
+      quietText(tr("Keeps track of the time you work for your customers, on its own or beside Vantor. Your "
+                   "data is one file "
+                   "that is yours to copy.")));
+  QPushButton* ok = page.addButton(tr("OK"));
+  connect(ok, &QPushButton::clicked, this, [this] { close(); });
+  setContent(page.widget);
+}
+
+WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : AppWindow(frame, tr("Welcome to Pendra")) {
+  Page page;
+  page.column->addWidget(title(tr("Welcome to Pendra")));
+  page.column->addWidget(
+      quietText(tr("Pick an activity, press play, and review the hours at the end of the day. Your time is "
+                   "saved every two "
+                   "minutes, and when you close the window.")));
+  const auto addWay = [&](const QString& text, Command command) {
+    auto* button = new QPushButton(text);
+    connect(button, &QPushButton::clicked, this, [this, command, &target = frame.target] {
+      close();
+      target.perform(command, this);
+    });
+    page.column->addWidget(button);
+  };
+  addWay(tr("Set Up a New Document…"), Command::New);
+  addWay(tr("Open a Document…"), Command::Open);
+  addWay(tr("Read How It Works"), Command::Help);
+  QPushButton* done = page.addButton(tr("Close"));
+  connect(done, &QPushButton::clicked, this, [this] { close(); });
+  setContent(page.widget);
+}
+
+PreferencesWindow::PreferencesWindow(const WindowFrame& frame)
+    : AppWindow(frame, tr("Preferences")), defaults_(frame.session.ports().defaults) {
+  Page page;
+  const auto add = [&](const QString& key, const QString& text, const QString& explanation, bool byDefault) {
+    auto* group = new QVBoxLayout;
+    group->setSpacing(metrics::kGrid / 2);
+    group->addWidget(addPreference(key, text, explanation, byDefault));
+    auto* words = new QHBoxLayout;
+    words->addSpacing(metrics::kGrid * 3);
+    words->addWidget(quietText(explanation));
+    group->addLayout(words);
+    page.column->addLayout(group);
+  };
+  add(preferences::kMergeSubmissions, tr("Merge a day's entries of an activity when sending"),
+      tr("One record for each activity and day instead of one for each entry. Always on again when Pendra "
+         "starts."),
+      false);
+  add(preferences::kHideSubmitted, tr("Hide sent entries in the time log"),
+      tr("Sent entries stay in the document and are left out of the list and of an export."), false);
+  add(preferences::kAnalyticsTracker, tr("Send usage statistics"),
+      tr("Sends which windows and commands are used, the versions of Pendra and of the system, and the model "
+         "of the "
+         "computer; never a name, a note, a time or a path."),
+      true);
+  setContent(page.widget);
+}
+
+QCheckBox* PreferencesWindow::addPreference(const QString& key, const QString& title,
+                                            const QString& explanation, bool byDefault) {
+  auto* box = new QCheckBox(title);
+  box->setAccessibleName(title);
+  box->setAccessibleDescription(explanation);
+  box->setObjectName(key);
+  const auto show = [this, box, key, byDefault] {
+    box->setChecked(defaults_.contains(key) ? defaults_.boolean(key) : byDefault);
+  };
+  show();
+  connect(box, &QCheckBox::clicked, this, [this, key](bool checked) { defaults_.setBoolean(key, checked); });
+  observations_.push_back(defaults_.changesOf(key).observe(show));
+  return box;
+}
+
+}  // namespace pendra

@@ -1,0 +1,136 @@
+#include "TimerWindow.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/Buttons.h"
+#include "ui/GradientDividerSplitView.h"
+#include "ui/NoticeLine.h"
+#include "ui/RowTableView.h"
+#include "ui/Theme.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr QSize kFirstSize{1120, 800};
+
+/// A label of the window that exposes its text to assistive technology as its description.
+class ShownText final : public QLabel {
+ public:
+  ShownText(const QString& objectName, const QString& accessibleName, const QFont& font) {
+    setObjectName(objectName);
+    setAccessibleName(accessibleName);
+    setFont(font);
+    setTextFormat(Qt::PlainText);
+  }
+};
+
+/// An empty column into which one widget is put later.
+QVBoxLayout* place(QWidget* widget) {
+  auto* layout = new QVBoxLayout(widget);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  return layout;
+}
+
+}  // namespace
+
+TimerWindow::TimerWindow(Notices& notices, std::function<bool()> shouldClose, std::function<void()> closed)
+    : shouldClose_(std::move(shouldClose)), closed_(std::move(closed)) {
+  setObjectName(QStringLiteral("timerWindow"));
+  resize(kFirstSize);
+  setMinimumSize(kFirstSize.width() * 2 / 3, metrics::kHeader * 4);
+
+  myTableView = new RowTableView;
+  myTableView->setObjectName(QStringLiteral("myTableView"));
+  myTableView->setAccessibleName(tr("Activities"));
+  myTableView->setEmptyState(tr("Add an activity to start timing"), tr("Add Activity…"));
+
+  splitView = new GradientDividerSplitView;
+  splitView->setObjectName(QStringLiteral("splitView"));
+  splitView->addWidget(myTableView);
+  auto* logPlace = new QWidget;
+  log_ = place(logPlace);
+  splitView->addWidget(logPlace);
+  splitView->setChildrenCollapsible(false);
+  splitView->setSizes({kFirstSize.height() * 2 / 5, kFirstSize.height() * 3 / 5});
+
+  auto* content = new QWidget;
+  QVBoxLayout* column = place(content);
+  column->addWidget(makeHeader());
+  column->addWidget(new NoticeLine(notices));
+  column->addWidget(splitView, 1);
+  column->addWidget(makeFooter());
+  setCentralWidget(content);
+}
+
+QWidget* TimerWindow::makeHeader() {
+  startStopButton = new BigButton;
+  startStopButton->setObjectName(QStringLiteral("startStopButton"));
+  startStopButton->setAccessibleName(tr("Start or stop timer"));
+  startStopButton->setToolTip(tr("Start or stop the selected activity (Ctrl+T)"));
+  elapsedTimeDisplay =
+      new ShownText(QStringLiteral("elapsedTimeDisplay"), tr("Elapsed time"), Theme::timeFont());
+  customerJobLabel =
+      new ShownText(QStringLiteral("customerJobLabel"), tr("Selected activity"), Theme::quietFont());
+  customerJobLabel->setForegroundRole(QPalette::PlaceholderText);
+  addActivityButton = new QPushButton(tr("Add Activity…"));
+  addActivityButton->setObjectName(QStringLiteral("addActivityButton"));
+  addActivityButton->setAccessibleName(tr("Add activity"));
+  submitTimeButton = new QPushButton(tr("Send Time…"));
+  submitTimeButton->setObjectName(QStringLiteral("submitTimeButton"));
+  submitTimeButton->setAccessibleName(tr("Send time"));
+  makePrimary(*submitTimeButton);
+
+  auto* texts = new QVBoxLayout;
+  texts->setSpacing(0);
+  texts->addStretch();
+  texts->addWidget(elapsedTimeDisplay);
+  texts->addWidget(customerJobLabel);
+  texts->addStretch();
+
+  auto* header = new QWidget;
+  header->setFixedHeight(metrics::kHeader);
+  auto* row = new QHBoxLayout(header);
+  row->setContentsMargins(metrics::kSide + metrics::kGrid, 0, metrics::kSide + metrics::kGrid, 0);
+  row->setSpacing(metrics::kSide + metrics::kGrid / 2);
+  row->addWidget(startStopButton);
+  row->addLayout(texts, 1);
+  row->addWidget(addActivityButton);
+  row->addWidget(submitTimeButton);
+  return header;
+}
+
+QWidget* TimerWindow::makeFooter() {
+  documentState = new ShownText(QStringLiteral("documentState"), tr("Document state"), Theme::quietFont());
+  documentState->setForegroundRole(QPalette::PlaceholderText);
+  auto* footer = new QWidget;
+  footer->setFixedHeight(metrics::kFooter);
+  auto* row = new QHBoxLayout(footer);
+  row->setContentsMargins(metrics::kSide, 0, metrics::kSide, 0);
+  auto* summaryPlace = new QWidget;
+  summary_ = place(summaryPlace);
+  row->addWidget(summaryPlace);
+  row->addStretch();
+  row->addWidget(documentState);
+  return footer;
+}
+
+void TimerWindow::setLog(QWidget* pane, QWidget* summary) {
+  log_->addWidget(pane);
+  if (summary) summary_->addWidget(summary);
+}
+
+void TimerWindow::closeEvent(QCloseEvent* event) {
+  if (!shouldClose_()) {
+    event->ignore();
+    return;
+  }
+  event->accept();
+  closed_();
+}
+
+}  // namespace pendra

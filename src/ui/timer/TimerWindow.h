@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+
+class QLabel;
+class QPushButton;
+class QVBoxLayout;
+
+namespace pendra {
+
+class BigButton;
+class GradientDividerSplitView;
+class Notices;
+class RowTableView;
+
+/// The timer window's controls and how they stand: header, notice line, activities above the log, footer.
+class TimerWindow final : public QMainWindow {
+ public:
+  /// `shouldClose` is asked when the user closes the window; `closed` is told when that happened.
+  TimerWindow(Notices& notices, std::function<bool()> shouldClose, std::function<void()> closed);
+
+  /// Puts the log below the activities, and its count and sum into the footer.
+  void setLog(QWidget* pane, QWidget* summary);
+
+  BigButton* startStopButton = nullptr;
+  QLabel* elapsedTimeDisplay = nullptr;
+  QLabel* customerJobLabel = nullptr;
+  QPushButton* addActivityButton = nullptr;
+  QPushButton* submitTimeButton = nullptr;
+  RowTableView* myTableView = nullptr;
+  GradientDividerSplitView* splitView = nullptr;
+  QLabel* documentState = nullptr;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  QWidget* makeHeader();
+  QWidget* makeFooter();
+
+  std::function<bool()> shouldClose_;
+  std::function<void()> closed_;
+  QVBoxLayout* log_ = nullptr;
+  QVBoxLayout* summary_ = nullptr;
+};
+
+}  // namespace pendra

@@ -1,0 +1,192 @@
+#include "ui/TimerWindowController.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+
+#include "TimerWindow.h"
+#include "document/CorvelFileDoc.h"
+#include "document/DocumentClosing.h"
+#include "platform/Preferences.h"
+#include "ui/Buttons.h"
+#include "ui/GradientDividerSplitView.h"
+#include "ui/LogPaneView.h"
+#include "ui/MenuBar.h"
+#include "ui/RowTableView.h"
+#include "ui/WindowTitle.h"
+#include "ui_core/DeletePrompts.h"
+#include "ui_core/DocumentState.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr std::chrono::milliseconds kTick{1000};
+constexpr std::chrono::milliseconds kIntroDelay{500};
+
+std::unique_ptr<TimerWindow> makeWindow(Session& session, std::function<void()> closed) {
+  return std::make_unique<TimerWindow>(session.notices(), [&session] { return windowShouldClose(session); }, std::move(closed));
+}
+
+}  // namespace
+
+TimerWindowController::TimerWindowController(Session& session, MenuModel& menus, CommandTarget& target,
+                                             std::function<void()> closed)
+    : session_(session),
+      target_(target),
+      closed_(std::move(closed)),
+      window_(makeWindow(session, [this] { leave(); })),
+      state_(session, *window_->myTableView, *this),
+      log_(new LogPaneView(session, state_)) {
+  state_.setLog(log_->logController());
+  window_->setLog(log_, log_->makeSummary());
+  window_->setMenuBar(new MenuBar(menus, target, window_.get()));
+  window_->myTableView->setSource(state_.tableDataArray());
+  session.window = this;
+  connectControls();
+  observeSession();
+  startUp();
+}
+
+TimerWindowController::~TimerWindowController() {
+  if (session_.window == this) session_.window = nullptr;
+}
+
+void TimerWindowController::connectControls() {
+  const auto perform = [this](Command command) {
+    return [this, command] { target_.perform(command, window_.get()); };
+  };
+  RowTableView* table = window_->myTableView;
+  connect(window_->startStopButton, &QAbstractButton::clicked, this, perform(Command::ToggleTimer));
+  connect(window_->addActivityButton, &QPushButton::clicked, this, perform(Command::AddActivity));
+  connect(window_->submitTimeButton, &QPushButton::clicked, this, perform(Command::SendSelected));
+  connect(table, &RowTableView::emptyButtonClicked, this, perform(Command::AddActivity));
+  connect(table, &RowTableView::selectionDidChange, this, [this] { state_.tableViewSelectionDidChange(); });
+  connect(table, &RowTableView::cellPressed, this, &TimerWindowController::pressCell);
+  connect(table, &RowTableView::rowActivated, this, perform(Command::EditActivity));
+  connect(table, &RowTableView::headClicked, this, [this](const QString& identifier) {
+    if (identifier == u"startstop") state_.restartSelected();
+  });
+  connect(log_, &LogPaneView::editTimePeriod, this, &TimerWindowController::editTimePeriod);
+  connect(&tick_, &QTimer::timeout, this, &TimerWindowController::tick);
+  connect(qApp, &QApplication::focusChanged, this, [this, table](QWidget*, QWidget* now) {
+    // A menu or a tool takes the focus for a moment; what counts is the table that had it last.
+    if (now == table) logHadFocus_ = false;
+    if (now && window_->splitView->isAncestorOf(now) && !table->isAncestorOf(now) && now != table)
+      logHadFocus_ = true;
+  });
+}
+
+void TimerWindowController::observeSession() {
+  observations_.push_back(session_.myContextChanges().observe([this] {
+    if (!session_.theFileDoc() || !session_.myContext()) return;
+    state_.reloadData();
+    state_.log().reloadData();
+    state_.log().reloadComboxes();
+  }));
+  observations_.push_back(session_.saveStateChanges().observe([this] { showDocumentState(); }));
+}
+
+void TimerWindowController::startUp() {
+  state_.reloadData();
+  if (const CorvelFileDoc* document = session_.theFileDoc()) setPlainTitle(*window_, document->displayName());
+  state_.setIsRunning(false);
+  [[maybe_unused]] const auto notApplied = session_.ports().defaults.text(preferences::kSortOrderWindow);
+  showElapsedTime(QStringLiteral("00:00:00"));
+  state_.updateCustomerJobLabel();
+  state_.updateMainButton();
+  showDocumentState();
+  state_.log().reloadData();
+  state_.log().reloadComboxes();
+  tick_.start(kTick);
+  show();
+}
+
+void TimerWindowController::tick() {
+  if (session_.ports().modals.isModal()) return;
+  if (!state_.updateTimeDisplay()) tick_.stop();
+}
+
+void TimerWindowController::pressCell(int row, const QString& identifier) {
+  window_->myTableView->selectRow(row);
+  if (identifier == u"startstop") state_.addTimeEnry();
+  if (identifier == u"edit") target_.perform(Command::EditActivity, window_.get());
+  if (identifier == u"complete") state_.markSelectedCompleted();
+}
+
+void TimerWindowController::addActivity() {
+  session_.ports().notifications.post(
+      QStringLiteral("TrackerNotification"),
+      {QStringLiteral("Pendra Add Activity"), QStringLiteral("ADD_ACTIVITY")});
+  showActivitySheet(true);
+}
+
+void TimerWindowController::editActivity() {
+  if (state_.myCurrentActivity()) showActivitySheet(false);
+}
+
+void TimerWindowController::editSelected() {
+  if (activitiesAreFirstResponder()) {
+    editActivity();
+  } else {
+    editTimePeriod();
+  }
+}
+
+void TimerWindowController::editTimePeriod() {}
+
+void TimerWindowController::deleteActivity() {
+  if (activitiesAreFirstResponder()) {
+    showDeleteWarningSheet(state_);
+  } else {
+    deleteTimeEntry(state_);
+  }
+}
+
+void TimerWindowController::showActivitySheet(bool) {}
+
+void TimerWindowController::invalidateTracker() {}
+
+void TimerWindowController::show() {
+  window_->show();
+  window_->raise();
+  window_->activateWindow();
+}
+
+bool TimerWindowController::isVisible() const { return window_->isVisible(); }
+
+void TimerWindowController::close() {
+  window_->hide();
+  leave();
+}
+
+void TimerWindowController::leave() {
+  if (std::exchange(left_, true)) return;
+  tick_.stop();
+  observations_.clear();
+  windowWillClose(session_);
+  closed_();
+}
+
+void TimerWindowController::showDocumentState() {
+  const QString text = documentStateText(session_.saveState(), session_.ports().calendar);
+  window_->documentState->setText(text);
+  window_->documentState->setAccessibleDescription(text);
+}
+
+void TimerWindowController::showElapsedTime(const QString& text) {
+  if (window_->elapsedTimeDisplay->text() == text) return;
+  window_->elapsedTimeDisplay->setText(text);
+  window_->elapsedTimeDisplay->setAccessibleDescription(text);
+}
+
+void TimerWindowController::showCustomerJobLabel(const QString& text) {
+  window_->customerJobLabel->setText(text);
+  window_->customerJobLabel->setAccessibleDescription(text);
+}
+
+void TimerWindowController::showMainButton(bool running) { window_->startStopButton->setRunning(running); }
+
+void TimerWindowController::hideSendTime() { window_->submitTimeButton->hide(); }
+
+}  // namespace pendra

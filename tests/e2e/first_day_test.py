@@ -1,0 +1,88 @@
+"""A person's first day without Vantor: setup, a first activity by keyboard, timers, quitting and coming back."""
+import signal
+
+from desktop import Failure, run, wait_for
+
+
+def expect(what, held):
+    if not held:
+        raise Failure(what)
+
+
+def set_up_standalone(desktop):
+    app = desktop.start()
+    app.window("Set Up Pendra")
+    app.focus_window("Set Up Pendra")
+    app.press("Work standalone", "radio button")
+    app.press("OK", "push button")
+    app.find("File name:")
+    expect("the proposed name stands in the panel", app.seen("File name:", "text") is not None)
+    app.keys("Return")
+    app.window("Pendra File")
+    return app
+
+
+def add_first_activity(app):
+    app.focus_window("Pendra File")
+    app.keys("ctrl+shift+n")
+    app.window("Add Activity")
+    app.type("Acme")
+    app.keys("Tab")
+    app.find('Add "Acme" to the Customers list?')
+    app.keys("Return")
+    app.find("Job", "combo box")
+    app.type("Roof")
+    app.keys("Tab")
+    app.find('Add "Roof" to the Jobs list?')
+    app.keys("Return")
+    app.type("Design")
+    app.keys("Tab")
+    app.find('Add "Design" to the Services list?')
+    app.keys("Return")
+    app.type("Sketches")
+    app.press("Add", "push button")
+    app.find("Stop")  # the cell of the running activity says what a press does
+
+
+def test(desktop):
+    document = desktop.documents / "Pendra" / "Pendra File.pdr"
+    app = set_up_standalone(desktop)
+    add_first_activity(app)
+    window = app.window("Pendra File")
+    for name in ("Activities", "Time log", "Elapsed time", "Selected activity", "Start or stop timer", "Add activity",
+                 "Customer filter", "Job filter", "Service filter", "From date", "To date", "Hide sent",
+                 "Document state", "Pendra", "File", "Edit", "Activity", "Lists", "Window", "Help"):
+        app.find(name, within=window)
+    expect("standalone hides sending", app.seen("Send time", within=window) is None)
+    wait_for("a running second", lambda: app.seen("00:00:02"))
+
+    app.process.send_signal(signal.SIGTERM)
+    app.find("Pendra needs to stop all timers")
+    app.press("Cancel", "push button")
+    wait_for("the timer runs on", lambda: app.seen("00:00:05"))
+    app.process.send_signal(signal.SIGTERM)
+    app.find("Pendra needs to stop all timers")
+    app.press("OK", "push button")
+    expect("it ends well", app.ended() == 0)
+
+    expect("one customer with its job", desktop.rows(document, "SELECT Customer.name, Job.name, Customer.shown FROM "
+           "Job JOIN Customer ON Customer.id = Job.customer") == [("Acme", "Roof", 1)])
+    (running, duration, notes), = desktop.rows(
+        document, "SELECT running, duration, Activity.notes FROM TimePeriod JOIN Activity ON Activity.id = activity")
+    expect("the timer was stopped with its length", running == 0 and duration >= 4 and notes == "Sketches")
+    expect("the last document is remembered", desktop.defaults()["PendraLastURL"] == str(document))
+    expect("merging is on after a launch", desktop.defaults()["PendraMergeSubmissions"] == "true")
+
+    again = desktop.start()
+    again.window("Pendra File")
+    again.find("Acme")
+    second = desktop.start(str(document))
+    expect("a second start hands over and ends", second.ended() == 0)
+    again.find("Close current file?")
+    again.press("Cancel", "push button")
+    again.focus_window("Pendra File")
+    again.keys("ctrl+q")
+    expect("it quits without a question when nothing runs", again.ended() == 0)
+
+
+run(test)
