@@ -5,6 +5,7 @@
 
 #include "document/DocumentFiles.h"
 #include "document/Session.h"
+#include "platform/Files.h"
 #include "platform/Text.h"
 
 namespace pendra {

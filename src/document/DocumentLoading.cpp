@@ -44,6 +44,8 @@ void loadURL(Session& session, const std::optional<QString>& url) {
     path = *restored;
   }
   session.clearDoc();
+  // The document may be the very one that is open; nobody can hold its file twice.
+  if (session.myContext()) session.myContext()->close();
   auto document = makeDocument(session);
   if (!readDocument(session, document, path, std::nullopt)) return;
   session.setMyContext(document->managedObjectContext());

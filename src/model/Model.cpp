@@ -14,7 +14,8 @@ ObjectModel managedObjectModel(QByteArray schema) {
   return {.entities = {&Customer::descriptor(), &Job::descriptor(), &Service::descriptor(),
                        &Activity::descriptor(), &TimePeriod::descriptor(), &Identity::descriptor(),
                        &CorvelDoc::descriptor()},
-          .schema = std::move(schema)};
+          .schema = std::move(schema),
+          .upgrades = {}};
 }
 
 }  // namespace pendra

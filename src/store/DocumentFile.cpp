@@ -9,8 +9,8 @@
 #include <QtEndian>
 #include <array>
 #include <cerrno>
-#include <cstring>
 
+#include "platform/Files.h"
 #include "store/PersistentStore.h"
 
 namespace pendra {
@@ -23,10 +23,7 @@ constexpr std::size_t kUserVersionAt = 60;
 constexpr std::size_t kApplicationIDAt = 68;
 constexpr std::size_t kHeaderSize = 100;
 
-Error posixError() {
-  const int code = errno;
-  return {QStringLiteral("POSIX"), code, QString::fromLocal8Bit(std::strerror(code))};
-}
+Error posixError() { return systemError(errno); }
 
 Error notADocument(const QString& text) { return {QStringLiteral("document"), 0, text}; }
 
@@ -62,7 +59,7 @@ bool DocumentFile::isEmpty() const {
   return ::fstat(descriptor_, &status) == 0 && status.st_size == 0;
 }
 
-Result<void> DocumentFile::looksLikeADocument() const {
+Result<int> DocumentFile::layout(int newest) const {
   std::array<char, kHeaderSize> header{};
   const ssize_t length = ::pread(descriptor_, header.data(), header.size(), 0);
   if (length < 0) return posixError();
@@ -73,18 +70,21 @@ Result<void> DocumentFile::looksLikeADocument() const {
   if (qFromBigEndian<qint32>(header.data() + kApplicationIDAt) != kApplicationID) {
     return notADocument(QStringLiteral("it is a database of another program"));
   }
-  if (qFromBigEndian<qint32>(header.data() + kUserVersionAt) > kLayoutVersion) {
-    return notADocument(QStringLiteral("it was made by a newer version of Pendra"));
-  }
-  return {};
+  const int layout = qFromBigEndian<qint32>(header.data() + kUserVersionAt);
+  if (layout > newest) return notADocument(QStringLiteral("it was made by a newer version of Pendra"));
+  if (layout < kFirstLayout) return notADocument(QStringLiteral("its layout is unknown"));
+  return layout;
 }
 
-Result<void> DocumentFile::isStillThere() const {
+Result<bool> DocumentFile::isStillThere() const {
   struct stat held {};
   struct stat named {};
   if (::fstat(descriptor_, &held) != 0) return posixError();
-  if (::stat(QFile::encodeName(path_).constData(), &named) != 0) return posixError();
-  if (held.st_ino == named.st_ino && held.st_dev == named.st_dev) return {};
+  if (::stat(QFile::encodeName(path_).constData(), &named) != 0) {
+    if (errno == ENOENT) return false;
+    return posixError();
+  }
+  if (held.st_ino == named.st_ino && held.st_dev == named.st_dev) return true;
   return notADocument(QStringLiteral("another file has taken its place"));
 }
 

@@ -16,12 +16,14 @@ class DocumentFile {
   DocumentFile(DocumentFile&& other) noexcept;
   DocumentFile& operator=(DocumentFile&&) = delete;
 
+  [[nodiscard]] const QString& path() const { return path_; }
   [[nodiscard]] bool isEmpty() const;
-  /// Looks at the file's first bytes without the database: whether it is a document of ours, of a layout
-  /// that we know.
-  [[nodiscard]] Result<void> looksLikeADocument() const;
-  /// Whether the path still names the file that is held.
-  [[nodiscard]] Result<void> isStillThere() const;
+  /// The layout of the document, read from the file's first bytes without the database. Fails when it is
+  /// no document of ours, or of a layout after `newest`.
+  [[nodiscard]] Result<int> layout(int newest) const;
+  /// True while the path names the file that is held, false when it names nothing any more; fails when
+  /// another file has taken its place.
+  [[nodiscard]] Result<bool> isStillThere() const;
 
  private:
   DocumentFile(int descriptor, QString path);

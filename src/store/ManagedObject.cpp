@@ -49,7 +49,8 @@ void ManagedObject::assignText(std::optional<QString>& member, std::optional<QSt
 }
 
 void ManagedObject::relate(ToOneBase& member, ManagedObject* target) {
-  if (member.target() == target) return;
+  if (target && target->context_ != context_) target = nullptr;
+  if (!context_ || member.target() == target) return;
   const auto& property = propertyWhere(*this, [&](const PropertyDescriptor& candidate) {
     return candidate.kind == Kind::ToOne && &candidate.access.toOne(*this) == &member;
   });

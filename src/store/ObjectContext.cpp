@@ -22,7 +22,14 @@ void eraseFrom(std::vector<ManagedObject*>& objects, const ManagedObject& object
 
 ObjectContext::ObjectContext(const ObjectModel& model, const Clock& clock, const Calendar& calendar)
     : model_(model), clock_(clock), calendar_(calendar) {
-  for (const EntityDescriptor* entity : model.entities) {
+  makeTables();
+}
+
+ObjectContext::~ObjectContext() = default;
+
+void ObjectContext::makeTables() {
+  tables_.clear();
+  for (const EntityDescriptor* entity : model_.entities) {
     Table& made = tables_.emplace_back();
     made.entity = entity;
     for (const PropertyDescriptor& property : entity->properties) {
@@ -31,15 +38,18 @@ ObjectContext::ObjectContext(const ObjectModel& model, const Clock& clock, const
   }
 }
 
-ObjectContext::~ObjectContext() = default;
-
 Result<void> ObjectContext::open(const QString& path) {
   auto opened = PersistentStore::open(path, model_);
   if (!opened) return opened.error();
-  if (auto read = opened.value()->read(*this); !read) return read;
+  if (auto read = opened.value()->read(*this); !read) {
+    makeTables();  // half a document is none
+    return read;
+  }
   store_ = std::move(opened).value();
   return {};
 }
+
+void ObjectContext::close() { store_.reset(); }
 
 Result<void> ObjectContext::save() {
   if (!store_)

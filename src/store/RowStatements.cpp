@@ -132,11 +132,11 @@ void RowStatements::readAll(PendingLinks& links, const Adopt& adopt) {
     ManagedObject& adopted = adopt(std::move(object), select_.getColumn(0).getInt64());
     for (std::size_t i = firstLink; i < links.size(); ++i) links[i].owner = &adopted;
   }
-  select_.reset();
+  select_.tryReset();
 }
 
 void RowStatements::write(ManagedObject& object) {
-  upsert_.reset();
+  upsert_.tryReset();  // not reset(), which throws the failure of the last run once more
   upsert_.bind(1, int64_t{object.objectID()});
   for (std::size_t i = 0; i < columns_.size(); ++i) {
     bindColumn(upsert_, static_cast<int>(i) + 2, *columns_[i], object);
@@ -145,7 +145,7 @@ void RowStatements::write(ManagedObject& object) {
 }
 
 void RowStatements::erase(qint64 id) {
-  delete_.reset();
+  delete_.tryReset();
   delete_.bind(1, int64_t{id});
   delete_.exec();
 }

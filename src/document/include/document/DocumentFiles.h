@@ -14,9 +14,6 @@ QString cacheURL(const Places& places);
 /// Where a document without a file will live: Documents itself, "Untitled.pdr", else the first free of
 /// "Untitled1.pdr", "Untitled2.pdr", ...
 QString tempURL(const Places& places);
-/// `base` and `extension`, with the first number from 1 upward between them whose file does not exist
-/// when the plain name is taken.
-QString firstFreePath(const QString& base, const QString& extension);
 
 /// Moves a document of the older naming to its new name and returns the path that now counts. A path that
 /// does not end in ".xml" stays; so does one that cannot be moved, also because the new name is taken.

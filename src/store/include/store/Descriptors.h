@@ -58,10 +58,16 @@ struct EntityDescriptor {
   [[nodiscard]] const PropertyDescriptor* property(QAnyStringView key) const;
 };
 
-/// The entities of a document and the text that creates their tables.
+/// The layout of the first documents.
+inline constexpr int kFirstLayout = 1;
+
+/// The entities of a document and the texts that make their tables.
 struct ObjectModel {
   std::vector<const EntityDescriptor*> entities;
-  QByteArray schema;
+  QByteArray schema;                 ///< creates the tables of a new document, in the newest layout
+  std::vector<QByteArray> upgrades;  ///< the n-th takes a document from layout n to the next, n from 1
+
+  [[nodiscard]] int newestLayout() const { return kFirstLayout + static_cast<int>(upgrades.size()); }
 };
 
 namespace describe {

@@ -46,7 +46,8 @@ class ManagedObject {
       noteChange();
     }
   }
-  /// Writes a to-one relationship and keeps the other end in step.
+  /// Writes a to-one relationship and keeps the other end in step. Only objects of one context are tied:
+  /// a deleted or free-standing target counts as none, and a deleted owner gets none.
   void relate(ToOneBase& member, ManagedObject* target);
 
  private:

@@ -33,10 +33,13 @@ class ObjectContext {
   /// Opens the file at `path` and reads it; a missing or empty file becomes a new document at once.
   /// On failure the context stays without a file, and every save of it fails.
   Result<void> open(const QString& path);
+  /// Lets go of the file, so that it can be opened again; every later save fails.
+  void close();
   [[nodiscard]] bool hasStore() const { return store_ != nullptr; }
   [[nodiscard]] bool hasChanges() const { return !changed_.empty() || !deleted_.empty(); }
-  /// Writes what changed in one transaction; durable when it returns. On failure the file holds its old
-  /// state, and what changed stays remembered for the next save.
+  /// Writes what changed in one transaction; durable when it returns. A file that has vanished from its
+  /// path is made anew with everything. On failure the file holds its old state, and what changed stays
+  /// remembered for the next save.
   Result<void> save();
 
   /// A new object; `awakeFromInsert` has run.
@@ -95,6 +98,7 @@ class ObjectContext {
     qint64 id;
   };
 
+  void makeTables();
   ManagedObject& insertObject(const EntityDescriptor& entity, bool temporary);
   ManagedObject& adopt(std::unique_ptr<ManagedObject> object, qint64 id);
   /// Ties a link that was read to its target; a target that is not there leaves none.

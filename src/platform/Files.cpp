@@ -1,0 +1,99 @@
+#include "platform/Files.h"
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+namespace pendra {
+
+namespace {
+
+constexpr qint64 kPiece = 1 << 16;
+
+Error fileError(const QFileDevice& file) {
+  return {QStringLiteral("file"), file.error(), file.errorString()};
+}
+
+/// Brings a folder's names to the disk. What cannot be brought there is there all the same.
+void syncFolderOf(const QString& path) {
+  const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
+  const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  ::fsync(descriptor);
+  ::close(descriptor);
+}
+
+Result<void> copyBytes(QFile& from, QFile& to) {
+  std::array<char, kPiece> piece;
+  while (!from.atEnd()) {
+    const qint64 length = from.read(piece.data(), kPiece);
+    if (length < 0) return fileError(from);
+    if (to.write(piece.data(), length) != length) return fileError(to);
+  }
+  if (!to.flush()) return fileError(to);
+  if (::fsync(to.handle()) != 0) return systemError(errno);
+  if (to.size() == from.size()) return {};
+  return Error{QStringLiteral("file"), 0, QStringLiteral("the copy is shorter than the file")};
+}
+
+Result<void> giveName(const QString& from, const QString& to, Existing existing) {
+  if (existing == Existing::Keep) return moveToFreeName(from, to);
+  if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0) return {};
+  return systemError(errno);
+}
+
+}  // namespace
+
+Error systemError(int code) {
+  return {QStringLiteral("POSIX"), code, QString::fromLocal8Bit(std::strerror(code))};
+}
+
+QString firstFreePath(const QString& base, const QString& extension) {
+  QString path = base + u'.' + extension;
+  for (int number = 1; QFileInfo::exists(path); ++number) {
+    path = base + QString::number(number) + u'.' + extension;
+  }
+  return path;
+}
+
+Result<void> moveToFreeName(const QString& from, const QString& to) {
+  const QByteArray source = QFile::encodeName(from);
+  const QByteArray target = QFile::encodeName(to);
+  if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0)
+    return {};
+  // Not every file system knows that flag; a second name is refused all the same when it is taken.
+  if (errno != EINVAL && errno != ENOSYS) return systemError(errno);
+  if (::link(source.constData(), target.constData()) != 0) return systemError(errno);
+  if (::unlink(source.constData()) == 0) return {};
+  const Error error = systemError(errno);
+  ::unlink(target.constData());
+  return error;
+}
+
+Result<void> copyFile(const QString& from, const QString& to, Existing existing,
+                      const std::function<Result<void>(const QString& copy)>& isWhole) {
+  QFile source(from);
+  if (!QFileInfo(from).isFile() || !source.open(QIODevice::ReadOnly)) {
+    return systemError(QFileInfo(from).isDir() ? EISDIR : QFileInfo::exists(from) ? EACCES : ENOENT);
+  }
+  QTemporaryFile draft(to + u".XXXXXX");
+  if (!draft.open()) return fileError(draft);
+  if (auto copied = copyBytes(source, draft); !copied) return copied;
+  draft.setPermissions(source.permissions());
+  const QString name = draft.fileName();
+  if (isWhole) {
+    if (auto whole = isWhole(name); !whole) return whole;
+  }
+  if (auto named = giveName(name, to, existing); !named) return named;
+  syncFolderOf(to);
+  return {};
+}
+
+}  // namespace pendra
