@@ -2,19 +2,89 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <cerrno>
 
-#include "document/DocumentFiles.h"
+#include "document/CorvelDocController.h"
+#include "document/DocumentLoading.h"
+#include "document/RunningTimers.h"
+#include "document/Saving.h"
 #include "document/Session.h"
+#include "platform/DateTexts.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "store/PersistentStore.h"
 
 namespace pendra {
 
 namespace {
 
 const QString kBackupSuffix = QStringLiteral(".pdrbackup");
+const QString kBackupNotice = QStringLiteral("backup");
+const QString kRestoreNotice = QStringLiteral("restore");
+
+/// The path with its last extension replaced, unless it already is a backup's.
+QString backupPath(const QString& chosen) {
+  if (chosen.endsWith(kBackupSuffix)) return chosen;
+  const qsizetype name = chosen.lastIndexOf(u'/') + 1;
+  const qsizetype dot = chosen.lastIndexOf(u'.');
+  return chosen.left(dot > name ? dot : chosen.size()) + kBackupSuffix;
+}
+
+Result<void> copyDocument(const Session& session, const QString& from, const QString& to, Existing existing) {
+  return copyFile(from, to, existing, [&session](const QString& copy) {
+    return PersistentStore::check(copy, session.managedObjectModel());
+  });
+}
+
+void sayWhetherBackedUp(Session& session, const QString& target, const Result<void>& copied) {
+  if (copied) return session.notices().withdraw(kBackupNotice);
+  const bool exists = copied.error().code == EEXIST;
+  session.notices().post(
+      {.key = kBackupNotice,
+       .text = exists ? formatted(u"No backup was made: “%@” exists already and was left alone.", {target})
+                      : formatted(u"No backup was made at “%@”: %@.", {target, copied.error().text}),
+       .actions = {}});
+}
+
+/// Shuts the document with its window and opens the same one again.
+void reopenDocument(Session& session) {
+  if (MainWindow* window = session.window) {
+    window->close();
+    session.window = nullptr;
+  }
+  loadData(session);
+  if (CorvelFileDoc* document = session.theFileDoc()) {
+    makeWindowControllers(session, document->shared_from_this());
+  }
+}
 
 }  // namespace
+
+void saveDocumentAs(Session& session) {
+  if (!session.theFileDoc() || !checkForRunningTimers(session)) return;
+  const Ports& ports = session.ports();
+  const QString today = dashedDate(ports.clock.now(), ports.calendar);
+  ports.panels.beginSavePanel(
+      {.title = {},
+       .proposedName = formatted(u"%@ %@.pdrbackup", {session.theFileDoc()->displayName(), today}),
+       .folder = {},
+       .requiredType = {}},
+      [&session](const std::optional<QString>& chosen) { savePanelDidEnd(session, chosen); });
+}
+
+void savePanelDidEnd(Session& session, const std::optional<QString>& chosen) {
+  const CorvelFileDoc* document = session.theFileDoc();
+  if (!chosen || !document || !document->fileURL()) return;
+  stopAllActivities(session);  // one may have been started while the panel stood open
+  const QString target = backupPath(*chosen);
+  if (const auto saved = saveContext(session); !saved) {
+    // What could not be saved is only in memory: closing the document now would lose it.
+    sayWhetherBackedUp(session, target, saved);
+    return;
+  }
+  sayWhetherBackedUp(session, target, copyDocument(session, *document->fileURL(), target, Existing::Keep));
+  reopenDocument(session);
+}
 
 bool checkForBackupFile(Session& session, const QString& path) {
   return !path.endsWith(kBackupSuffix) || showBackupFileWarning(session);
@@ -40,8 +110,15 @@ std::optional<QString> copyBackup(Session& session, const QString& path) {
                                            .folder = {},
                                            .requiredType = QStringLiteral("pdr")});
   if (!target) return std::nullopt;
-  QFile::remove(*target);
-  if (!QFile::copy(source, *target)) return std::nullopt;
+  if (const auto copied = copyDocument(session, source, *target, Existing::Replace); !copied) {
+    session.notices().post(
+        {.key = kRestoreNotice,
+         .text = formatted(u"“%@” was not restored to “%@”: %@.", {source, *target, copied.error().text}),
+         .actions = {}});
+    return std::nullopt;
+  }
+  QFile::remove(*target + u"-journal");  // of the document that was replaced
+  session.notices().withdraw(kRestoreNotice);
   session.ports().alerts.runAlert(
       {.style = Alert::Style::Informational,
        .message = QStringLiteral("File restored"),

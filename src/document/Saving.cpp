@@ -6,18 +6,38 @@
 
 namespace pendra {
 
+namespace {
+
+const QString kNoticeKey = QStringLiteral("save");
+
+/// Says once why saving fails, not again at every try.
+void sayWhetherSaved(Session& session, const SaveState& before, const SaveState& now) {
+  if (!now.notSavedSince) return session.notices().withdraw(kNoticeKey);
+  if (before.notSavedSince && before.reason == now.reason) return;
+  const CorvelFileDoc* document = session.theFileDoc();
+  const QString path = document ? document->fileURL().value_or(document->displayName()) : QString();
+  session.notices().post(
+      {.key = kNoticeKey,
+       .text = formatted(u"“%@” could not be saved: %@. It is tried again.", {path, now.reason}),
+       .actions = {}});
+}
+
+}  // namespace
+
 Result<void> saveContext(Session& session) {
   if (!session.myContext()) return {};
   const auto saved = session.myContext()->save();
   const Instant now = session.ports().clock.now();
-  SaveState state = session.saveState();
+  const SaveState before = session.saveState();
+  SaveState state = before;
   if (saved) {
     state = {.savedAt = now, .notSavedSince = {}, .reason = {}};
   } else {
     if (!state.notSavedSince) state.notSavedSince = state.savedAt.value_or(now);
     state.reason = saved.error().text;
   }
-  session.setSaveState(std::move(state));
+  session.setSaveState(state);
+  sayWhetherSaved(session, before, state);
   return saved;
 }
 

@@ -7,6 +7,12 @@ void Session::setMyContext(std::shared_ptr<ObjectContext> context) {
   myContext_ = std::move(context);
 }
 
+void Session::setMyStandalone(bool standalone) {
+  if (standalone == myStandalone_) return;
+  const Notifier::Change change(myStandaloneChanges_);
+  myStandalone_ = standalone;
+}
+
 void Session::clearDoc() {
   if (window) window->stopTimer();
   theFileDoc_.reset();

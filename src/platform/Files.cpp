@@ -43,8 +43,7 @@ Result<void> copyBytes(QFile& from, QFile& to) {
   return Error{QStringLiteral("file"), 0, QStringLiteral("the copy is shorter than the file")};
 }
 
-Result<void> giveName(const QString& from, const QString& to, Existing existing) {
-  if (existing == Existing::Keep) return moveToFreeName(from, to);
+Result<void> replace(const QString& from, const QString& to) {
   if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0) return {};
   return systemError(errno);
 }
@@ -63,18 +62,17 @@ QString firstFreePath(const QString& base, const QString& extension) {
   return path;
 }
 
+QString draftFor(const QString& path) { return QFileInfo(path).absolutePath() + u"/.pendra-XXXXXX"; }
+
 Result<void> moveToFreeName(const QString& from, const QString& to) {
   const QByteArray source = QFile::encodeName(from);
   const QByteArray target = QFile::encodeName(to);
   if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0)
     return {};
-  // Not every file system knows that flag; a second name is refused all the same when it is taken.
   if (errno != EINVAL && errno != ENOSYS) return systemError(errno);
-  if (::link(source.constData(), target.constData()) != 0) return systemError(errno);
-  if (::unlink(source.constData()) == 0) return {};
-  const Error error = systemError(errno);
-  ::unlink(target.constData());
-  return error;
+  // Not every file system knows that flag, nor second names.
+  if (QFileInfo::exists(to)) return systemError(EEXIST);
+  return replace(from, to);
 }
 
 Result<void> copyFile(const QString& from, const QString& to, Existing existing,
@@ -83,7 +81,7 @@ Result<void> copyFile(const QString& from, const QString& to, Existing existing,
   if (!QFileInfo(from).isFile() || !source.open(QIODevice::ReadOnly)) {
     return systemError(QFileInfo(from).isDir() ? EISDIR : QFileInfo::exists(from) ? EACCES : ENOENT);
   }
-  QTemporaryFile draft(to + u".XXXXXX");
+  QTemporaryFile draft(draftFor(to));
   if (!draft.open()) return fileError(draft);
   if (auto copied = copyBytes(source, draft); !copied) return copied;
   draft.setPermissions(source.permissions());
@@ -91,7 +89,8 @@ Result<void> copyFile(const QString& from, const QString& to, Existing existing,
   if (isWhole) {
     if (auto whole = isWhole(name); !whole) return whole;
   }
-  if (auto named = giveName(name, to, existing); !named) return named;
+  auto named = existing == Existing::Keep ? moveToFreeName(name, to) : replace(name, to);
+  if (!named) return named;
   syncFolderOf(to);
   return {};
 }

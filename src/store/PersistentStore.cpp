@@ -199,7 +199,7 @@ Result<void> PersistentStore::write(const ObjectContext& context) {
 
 Result<void> PersistentStore::writeAnew(const ObjectContext& context) {
   const QString path = parts_->file.path();
-  QTemporaryFile draft(path + u".XXXXXX");
+  QTemporaryFile draft(draftFor(path));
   if (!draft.open()) return Error{QStringLiteral("file"), draft.error(), draft.errorString()};
   draft.setPermissions(kUsualPermissions);
   auto made = open(draft.fileName(), parts_->model);

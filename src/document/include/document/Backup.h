@@ -1,5 +1,7 @@
 #pragma once
-// A backup is never opened in place: it is copied to a new document, and that one is opened.
+// A backup is never opened in place: it is copied to a new document, and that one is opened. A copy, in
+// either direction, counts only once it was found to be whole; one that was not made says why in the notice
+// line, and what stood at its place still stands there.
 
 #include <QString>
 #include <optional>
@@ -8,11 +10,18 @@ namespace pendra {
 
 class Session;
 
+/// File > Back Up: stops the timers, with the user's consent, and asks for a name.
+void saveDocumentAs(Session& session);
+/// What follows when the panel ended: the open document is saved, copied to `chosen`, closed and opened
+/// again. None when the panel was cancelled.
+void savePanelDidEnd(Session& session, const std::optional<QString>& chosen);
+
 /// True to go on with this path: the user agreed, or it is no backup.
 [[nodiscard]] bool checkForBackupFile(Session& session, const QString& path);
 /// "Open Backup File?"; true to continue.
 [[nodiscard]] bool showBackupFileWarning(Session& session);
 /// Copies a backup to a document that the user names and returns its path; none when cancelled or failed.
+/// A document that the user chose to replace stands until the copy is whole.
 std::optional<QString> copyBackup(Session& session, const QString& path);
 
 }  // namespace pendra

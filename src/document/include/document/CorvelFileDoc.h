@@ -10,7 +10,7 @@
 namespace pendra {
 
 /// One document: its file and the context over it. The open one is the session's `theFileDoc`.
-class CorvelFileDoc {
+class CorvelFileDoc : public std::enable_shared_from_this<CorvelFileDoc> {
  public:
   /// An empty document without a file, over a fresh context.
   explicit CorvelFileDoc(std::shared_ptr<ObjectContext> context) : context_(std::move(context)) {}

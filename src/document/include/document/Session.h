@@ -66,7 +66,9 @@ class Session {
 
   /// A copy of the document's `standalone`. Kept: it outlives the document that it came from.
   [[nodiscard]] bool myStandalone() const { return myStandalone_; }
-  void setMyStandalone(bool standalone) { myStandalone_ = standalone; }
+  void setMyStandalone(bool standalone);
+  /// Announces the changes of `myStandalone`.
+  [[nodiscard]] Notifier& myStandaloneChanges() { return myStandaloneChanges_; }
 
   /// The open document; none when no document is open.
   [[nodiscard]] CorvelFileDoc* theFileDoc() const { return theFileDoc_.get(); }
@@ -97,6 +99,7 @@ class Session {
   Notifier myContextChanges_;
   Ref<CorvelDoc> myDoc_;
   bool myStandalone_ = false;
+  Notifier myStandaloneChanges_;
   std::shared_ptr<CorvelFileDoc> theFileDoc_;
   SaveState saveState_;
   Notifier saveStateChanges_;

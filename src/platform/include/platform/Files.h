@@ -16,6 +16,9 @@ Error systemError(int code);
 /// when the plain name is taken.
 QString firstFreePath(const QString& base, const QString& extension);
 
+/// The pattern of a passing name beside `path`, for what will get its name once it is whole.
+QString draftFor(const QString& path);
+
 /// Moves a file to a name that must be free; unlike a plain rename it never replaces what stands there.
 Result<void> moveToFreeName(const QString& from, const QString& to);
 

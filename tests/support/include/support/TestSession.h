@@ -1,26 +1,16 @@
 #pragma once
 
-#include <QFile>
-
 #include "document/DocumentLoading.h"
 #include "document/Session.h"
-#include "model/Model.h"
 #include "model/Queries.h"
 #include "support/ManualClock.h"
 #include "support/ScriptedAlerts.h"
 #include "support/ScriptedPanels.h"
 #include "support/ScriptedWindows.h"
 #include "support/ScriptedWorkspace.h"
-#include "support/TestPlaces.h"
+#include "support/TestModel.h"
 
 namespace pendra {
-
-/// The tables of a document, as the program finds them among its resources.
-inline ObjectModel testModel() {
-  QFile file(QStringLiteral(PENDRA_RESOURCES "/Corvel.momd"));
-  file.open(QIODevice::ReadOnly);
-  return managedObjectModel(file.readAll());
-}
 
 /// A session with every port scripted, in folders of its own, at 2026-11-24 10:00 in Berlin.
 class TestSession {

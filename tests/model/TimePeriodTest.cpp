@@ -1,0 +1,196 @@
+#include "model/TimePeriod.h"
+
+#include "model/ActivityTimes.h"
+#include "model/DurationText.h"
+#include "model/Timer.h"
+#include "support/Rows.h"
+#include "support/TestDocument.h"
+
+namespace pendra {
+namespace {
+
+struct Length {
+  const char* name;
+  double seconds;
+  const char* text;
+};
+
+class DurationText : public testing::TestWithParam<Length> {};
+
+TEST_P(DurationText, TruncatesEachPart) { EXPECT_EQ(durationText(GetParam().seconds), GetParam().text); }
+
+INSTANTIATE_TEST_SUITE_P(Lengths, DurationText,
+                         testing::Values(Length{"Nothing", 0, "00:00:00"},
+                                         Length{"NeverRoundsUp", 3599.9, "00:59:59"},
+                                         Length{"MoreThanADay", 90061, "25:01:01"},
+                                         Length{"ThreeDigitsOfHours", 360000, "100:00:00"},
+                                         Length{"SignsStandInTheParts", -1800, "00:-30:00"},
+                                         Length{"NegativeHours", -5400.5, "-1:-30:00"}),
+                         RowName());
+
+class Entry : public testing::Test, protected TestDocument {
+ protected:
+  TimePeriod& period = context.insert<Activity>().addTimePeriod();
+};
+
+TEST_F(Entry, StartsNowWithoutRunningAndStopsByTheClock) {
+  EXPECT_EQ(period.start(), clock.now());
+  EXPECT_EQ(period.running(), false);
+  EXPECT_EQ(period.duration(), std::nullopt);
+  clock.advance(10);
+  period.startTimer();
+  EXPECT_EQ(period.start(), clock.now() + -10) << "starting does not move the start";
+  clock.advance(5);
+  period.stopTimer();
+  EXPECT_EQ(period.duration(), 15);
+  EXPECT_EQ(period.running(), false);
+  clock.advance(100);
+  EXPECT_EQ(period.curElapsedTime(), 115) << "whether it runs is not asked, only whether that is known";
+  period.setRunning(std::nullopt);
+  EXPECT_EQ(period.curElapsedTime(), 15);
+}
+
+struct Texts {
+  const char* name;
+  const char* zone;
+  const char* start;
+  double seconds;
+  const char* startString;
+  const char* stopString;
+  const char* startDate;
+  const char* hours;
+};
+
+class EntryTexts : public testing::TestWithParam<Texts> {};
+
+TEST_P(EntryTexts, AreOfTheCalendarsZone) {
+  const auto& row = GetParam();
+  const ManualClock clock;
+  const Calendar calendar{QTimeZone(row.zone)};
+  ObjectContext context(testModel(), clock, calendar);
+  auto& period = context.insert<TimePeriod>();
+  period.setStart(instantOf(row.start));
+  period.setDuration(row.seconds);
+  EXPECT_EQ(period.startString(), row.startString);
+  EXPECT_EQ(period.stopString(), row.stopString);
+  EXPECT_EQ(period.startDate(), row.startDate);
+  EXPECT_EQ(period.hours(), row.hours);
+}
+
+INSTANTIATE_TEST_SUITE_P(Entries, EntryTexts,
+                         testing::Values(Texts{"Morning", "UTC", "2026-11-24T09:05:00Z", 5400, "09:05AM",
+                                               "10:35AM", "24/11/26", "1.500000"},
+                                         Texts{"Midnight", "UTC", "2026-11-24T00:05:59Z", 0, "12:05AM",
+                                               "12:05AM", "24/11/26", "0.000000"},
+                                         Texts{"OverNoon", "UTC", "2026-01-02T11:59:00Z", 60, "11:59AM",
+                                               "12:00PM", "02/01/26", "0.016667"},
+                                         Texts{"AnotherZonesDay", "Asia/Tokyo", "2026-11-24T20:00:00Z", 3600,
+                                               "05:00AM", "06:00AM", "25/11/26", "1.000000"}),
+                         RowName());
+
+struct Sending {
+  const char* name;
+  std::optional<Instant> date;
+  bool submitted;
+};
+
+class EntrySent : public testing::TestWithParam<Sending>, protected TestDocument {};
+
+TEST_P(EntrySent, NeedsMoreThanASecond) {
+  auto& period = context.insert<TimePeriod>();
+  EXPECT_FALSE(period.wasSubmitted());
+  period.setDateSubmitted(GetParam().date);
+  EXPECT_EQ(period.wasSubmitted(), GetParam().submitted);
+}
+
+INSTANTIATE_TEST_SUITE_P(Dates, EntrySent,
+                         testing::Values(Sending{"Absent", std::nullopt, false},
+                                         Sending{"Reference", kReferenceInstant, false},
+                                         Sending{"OneSecond", Instant{1.0}, false},
+                                         Sending{"JustMore", Instant{1.001}, true}),
+                         RowName());
+
+struct Bounds {
+  const char* name;
+  const char* start;
+  const char* from;
+  const char* to;
+  bool between;
+};
+
+class EntryBetween : public testing::TestWithParam<Bounds>, protected TestDocument {};
+
+TEST_P(EntryBetween, CountsWholeDays) {
+  const auto& row = GetParam();
+  const auto bound = [](const char* text) { return text ? std::optional(instantOf(text)) : std::nullopt; };
+  auto& period = context.insert<TimePeriod>();
+  period.setStart(instantOf(row.start));
+  EXPECT_EQ(period.isBetweenDates(bound(row.from), bound(row.to)), row.between);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Days, EntryBetween,
+    testing::Values(
+        Bounds{"NoBounds", "2026-11-24T12:00:00Z", nullptr, nullptr, true},
+        Bounds{"LastMinuteOfTheLastDay", "2026-11-24T23:59:00Z", nullptr, "2026-11-24T08:00:00Z", true},
+        Bounds{"FirstMinuteAfterIt", "2026-11-25T00:01:00Z", nullptr, "2026-11-24T08:00:00Z", false},
+        Bounds{"EarlierOnTheFirstDay", "2026-11-24T00:00:00Z", "2026-11-24T18:00:00Z", nullptr, true},
+        Bounds{"TheDayBefore", "2026-11-23T23:59:59Z", "2026-11-24T18:00:00Z", nullptr, false},
+        Bounds{"BothTheSameDay", "2026-11-24T12:00:00Z", "2026-11-24T18:00:00Z", "2026-11-24T01:00:00Z",
+               true},
+        Bounds{"CrossedBounds", "2026-11-24T12:00:00Z", "2026-11-24T00:00:00Z", "2026-11-23T00:00:00Z",
+               false}),
+    RowName());
+
+TEST(EntryDay, BeginsLateWhereMidnightDoesNotExist) {
+  const Calendar calendar{QTimeZone("America/Sao_Paulo")};
+  EXPECT_EQ(TimePeriod::stripTime(instantOf("2018-11-04T15:00:00Z"), calendar),
+            instantOf("2018-11-04T03:00:00Z"));
+  EXPECT_EQ(TimePeriod::stripTime(std::nullopt, calendar), std::nullopt);
+}
+
+TEST_F(Entry, ComparesByItsStart) {
+  auto& later = context.insert<TimePeriod>();
+  later.setStart(*period.start() + 1);
+  EXPECT_LT(period.compare(later), 0);
+  EXPECT_GT(later.compare(period), 0);
+  later.setStart(period.start());
+  EXPECT_EQ(period.compare(later), 0);
+}
+
+TEST_F(Entry, CountsTodayByItsStartButRunsToTodayWhateverItsDay) {
+  Activity& activity = *period.activity();
+  const Today today(clock.now(), calendar);
+  period.setStart(instantOf("2026-11-23T23:00:00Z"));
+  period.setDuration(7200);
+  activity.addTimePeriod().setDuration(600);
+  EXPECT_EQ(timesOf(activity, today).total, 7800);
+  EXPECT_EQ(timesOf(activity, today).today, 600) << "yesterday's counts wholly to yesterday";
+  TimePeriod& running = activity.startNewTimePeriod();
+  running.setStart(instantOf("2026-11-23T22:00:00Z"));
+  clock.set("2026-11-24T00:00:10Z");
+  EXPECT_EQ(getTimeStringsForActivity(activity, today).today, "02:10:10");
+  running.setDuration(50);
+  EXPECT_EQ(getTimeStringsForActivity(activity, today).total, "04:11:00") << "stored and running both count";
+  activity.stop();
+  EXPECT_EQ(getTimeStringsForActivity(activity, today).today, "00:10:00");
+}
+
+TEST(Stopwatch, CountsOnAfterItWasStopped) {
+  ManualClock clock;
+  Timer timer(clock);
+  EXPECT_EQ(timer.curPair(), nullptr);
+  timer.startTimer();
+  clock.advance(5);
+  EXPECT_EQ(timer.curPair()->interval(), 0);
+  timer.stopTimer();
+  clock.advance(2);
+  EXPECT_EQ(timer.curPair()->interval(), 5);
+  EXPECT_EQ(timer.curElapsedTime(), 7);
+  timer.startTimer();
+  EXPECT_EQ(timer.curPair()->startDate(), clock.now());
+  EXPECT_EQ(timer.curPair()->stopDate(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace pendra
