@@ -54,6 +54,11 @@ class RowTable final : public TableSource {
   void replaceRow(int index, Row row) {
     if (holds(index)) rows_[static_cast<size_t>(index)] = std::move(row);
   }
+  /// Changes every row in place, without sorting.
+  template <class Change>
+  void changeRows(const Change& change) {
+    for (Row& row : rows_) change(row);
+  }
 
   [[nodiscard]] std::span<const Row> rows() const { return rows_; }
   /// The row at an index, or none past the end.

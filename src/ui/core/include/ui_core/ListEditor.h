@@ -1,0 +1,31 @@
+#pragma once
+// What the menu bar asks of a list editor, whichever of the two it is. A list editor acts on its selected row
+// and on the rows that it lists, never on what a search has left out.
+
+#include "document/Windows.h"
+
+namespace pendra {
+
+/// The items that belong to a list editor. "Mark all" and "mark none" carry the tags 21 and 22.
+enum class ListCommand { AddNew, AddNewJob, Delete, MarkAllShown, MarkNoneShown };
+
+/// A list editor as the program's commands see it.
+class ListEditor {
+ public:
+  virtual ~ListEditor() = default;
+
+  /// Asks for confirmation and deletes what the selected row shows.
+  virtual void deleteRow() = 0;
+  /// Whether a row is selected that is there.
+  [[nodiscard]] virtual bool isDeleteOK() const = 0;
+  virtual void markAllShown() = 0;
+  virtual void markNoneShown() = 0;
+  [[nodiscard]] virtual bool validateMenuItem(ListCommand item) const = 0;
+};
+
+/// The list editor that a window of the session is; none for none and for another kind of window.
+[[nodiscard]] inline ListEditor* listEditorOf(AuxiliaryWindow* window) {
+  return dynamic_cast<ListEditor*>(window);
+}
+
+}  // namespace pendra

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "model/Service.h"
+#include "ui_core/ListController.h"
+#include "ui_core/RowTable.h"
+
+namespace pendra {
+
+/// A row of the services' list, a snapshot taken at reload.
+struct ServicesListRow {
+  QString serviceName;
+  std::optional<bool> checkbox;  ///< as it is stored, absent too
+  Ref<Service> serviceMO;
+};
+
+/// The service items. Kept: simpler than the customers' list, and different from it on purpose: names may
+/// occur twice, a new item is not numbered, and an item that is in use can be deleted.
+class ServicesListController : public ListController {
+ public:
+  ServicesListController(Session& session, TablePort& table, ListView& view);
+
+  [[nodiscard]] const RowTable<ServicesListRow>& tableDataArray() const { return tableDataArray_; }
+  [[nodiscard]] TableSource& source() override { return tableDataArray_; }
+  [[nodiscard]] const TableSource& source() const override { return tableDataArray_; }
+
+  void reloadData() override;
+  void addNewService();
+  /// Kept: only in a standalone document, unlike the customers' list.
+  void deleteRow() override;
+  void setObjectValue(const CellValue& value, const QString& column, int row) override;
+  [[nodiscard]] bool validateMenuItem(ListCommand item) const override;
+
+ protected:
+  void setAllShown(bool shown) override;
+
+ private:
+  RowTable<ServicesListRow> tableDataArray_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,274 @@
+#include "ui_core/CustomerListController.h"
+
+#include <QSet>
+
+#include "ListColumns.h"
+#include "model/Queries.h"
+#include "platform/Log.h"
+#include "platform/Text.h"
+
+namespace pendra {
+
+namespace {
+
+using namespace lists;
+
+const QString kNoticeKey = QStringLiteral("delete");
+
+QString nameOfCustomer(const CustomerListRow& row) { return row.isJob ? QString() : row.name; }
+QString nameOfJob(const CustomerListRow& row) { return row.isJob ? row.name : QString(); }
+bool isShown(const CustomerListRow& row) { return row.checkbox; }
+
+std::vector<Column<CustomerListRow>> columns(const CustomerListController& list) {
+  return {nameColumn(list, QStringLiteral("customerName"), QStringLiteral("Customer"), nameOfCustomer),
+          nameColumn(list, QStringLiteral("jobName"), QStringLiteral("Job"), nameOfJob),
+          shownColumn(isShown)};
+}
+
+/// Customers and jobs are numbered apart; the last bit tells them apart.
+quint64 identityOf(const CustomerListRow& row) {
+  const ManagedObject* shown = row.isJob ? static_cast<const ManagedObject*>(row.jobMO.get())
+                                         : static_cast<const ManagedObject*>(row.customerMO.get());
+  return shown ? static_cast<quint64>(shown->objectID()) * 2 + (row.isJob ? 1 : 0) : 0;
+}
+
+CustomerListRow rowOf(Customer& customer) {
+  return {.isJob = false,
+          .name = queries::nameOf(&customer),
+          .checkbox = customer.shown().value_or(false),
+          .customerMO = &customer,
+          .jobMO = {}};
+}
+
+CustomerListRow rowOf(Job& job) {
+  return {.isJob = true,
+          .name = queries::nameOf(&job),
+          .checkbox = job.shown().value_or(false),
+          .customerMO = job.customer(),
+          .jobMO = &job};
+}
+
+void setShown(CustomerListRow& row, bool shown) {
+  row.checkbox = shown;
+  if (row.isJob) {
+    if (row.jobMO) row.jobMO->setShown(shown);
+  } else if (row.customerMO) {
+    row.customerMO->setShown(shown);
+  }
+}
+
+}  // namespace
+
+CustomerListController::CustomerListController(Session& session, TablePort& table, ListView& view)
+    : ListController(session, table, view),
+      tableDataArray_(columns(*this), {.identity = identityOf, .running = {}}) {}
+
+void CustomerListController::documentDidChange() {
+  observeCustomers();
+  reloadData();
+}
+
+void CustomerListController::observeCustomers() {
+  customersChanges_ = {};
+  if (CorvelDoc* document = session().myDoc()) {
+    customersChanges_ = document->customersChanges().observe([this] {
+      if (context()) reloadData();
+    });
+  }
+}
+
+std::vector<Customer*> CustomerListController::listedCustomers() const {
+  const auto found = [this](const auto& named) {
+    return queries::nameContains(named.name(), searchString());
+  };
+  if (searchString().isEmpty()) return context()->fetch<Customer>();
+  auto customers = context()->fetch<Customer>(found);
+  QSet<const Customer*> listed(customers.begin(), customers.end());
+  for (Job* job : context()->all<Job>()) {
+    Customer* customer = job->customer();
+    if (!customer || listed.contains(customer) || !found(*job)) continue;
+    listed.insert(customer);
+    customers.push_back(customer);
+  }
+  return customers;
+}
+
+void CustomerListController::reloadData() {
+  std::vector<CustomerListRow> rows;
+  if (context()) {
+    auto customers = listedCustomers();
+    sortByName(customers);
+    const Customer* last = nullptr;
+    for (Customer* customer : customers) {
+      // Kept: of several customers of one name only the first is listed, with its own jobs.
+      if (last && last->compare(*customer) == 0) continue;
+      last = customer;
+      rows.push_back(rowOf(*customer));
+      for (Job* job : customer->jobs()) rows.push_back(rowOf(*job));
+    }
+  }
+  tableDataArray_.setRows(std::move(rows));
+  table().reloadData();
+}
+
+Job* CustomerListController::jobForRow(int row) const {
+  const CustomerListRow* one = tableDataArray_.row(row);
+  return one && one->isJob ? one->jobMO.get() : nullptr;
+}
+
+Customer* CustomerListController::customerForRow(int row) const {
+  const CustomerListRow* one = tableDataArray_.row(row);
+  return one && !one->isJob ? one->customerMO.get() : nullptr;
+}
+
+void CustomerListController::setObjectValue(const CellValue& value, const QString& column, int row) {
+  const CustomerListRow* old = tableDataArray_.row(row);
+  if (!old) return;
+  if (const QString* name = std::get_if<QString>(&value)) return storeName(*old, *name, row);
+  if (column != kCheckbox) return;
+  CustomerListRow changed = *old;
+  setShown(changed, std::get<bool>(value));
+  tableDataArray_.replaceRow(row, std::move(changed));
+  table().redrawRow(row);
+}
+
+void CustomerListController::storeName(CustomerListRow row, const QString& name, int index) {
+  // Kept: a job's name is compared with the customers' names too.
+  if (standalone() && !customerShouldEndEditing(name)) return;
+  row.name = name;
+  if (row.isJob) {
+    if (row.jobMO) row.jobMO->setName(name);
+    tableDataArray_.replaceRow(index, std::move(row));
+    return table().redrawRow(index);
+  }
+  if (row.customerMO) row.customerMO->setName(name);
+  reloadData();
+}
+
+bool CustomerListController::customerShouldEndEditing(const QString& name) {
+  // While the alert is up the editor loses the keyboard and hands in its text once more.
+  if (refusing_) return false;
+  if (name.isEmpty() || !context() || queries::customersNamed(*context(), name).empty()) return true;
+  refusing_ = true;
+  session().ports().alerts.runAlert(
+      {.style = Alert::Style::Warning,
+       .message = formatted(u"%@ already exists!", {name}),
+       .informative = QStringLiteral("Please choose a different name for the customer."),
+       .buttons = {QStringLiteral("OK")}});
+  refusing_ = false;
+  // Kept: the row's number is passed for the column too.
+  view().editColumn(table().selectedRow(), table().selectedRow());
+  return false;
+}
+
+void CustomerListController::addNewCustomer() {
+  if (!standalone() || !context()) return;
+  auto& customer = insertLocal<Customer>(*context(), QStringLiteral("Customer"));
+  const auto customers = context()->all<Customer>();
+  const auto number = std::count_if(customers.begin(), customers.end(),
+                                    [&](const Customer* one) { return one->index() == customer.index(); });
+  const auto numbered = [](auto n) { return formatted(u"Customer%@", {QString::number(n)}); };
+  const bool taken = !queries::customersNamed(*context(), numbered(number)).empty();
+  // Kept: one try more, and no further look whether that name is taken too.
+  customer.setName(numbered(taken ? number + 1 : number));
+  tableDataArray_.insertRow(0, rowOf(customer));
+  table().reloadData();
+  table().selectRow(0);
+}
+
+void CustomerListController::addNewJob() {
+  const auto row = selectedRow();
+  Customer* customer = row && standalone() ? customerForRow(*row) : nullptr;
+  if (!customer) return;
+  auto& job = insertLocal<Job>(*context(), QStringLiteral("Job Name"));
+  job.setCustomer(customer);
+  tableDataArray_.insertRow(*row + 1, rowOf(job));
+  table().reloadData();
+  table().selectRow(*row + 1);
+}
+
+void CustomerListController::setAllShown(bool shown) {
+  tableDataArray_.changeRows([shown](CustomerListRow& row) { setShown(row, shown); });
+  table().reloadData();
+}
+
+void CustomerListController::deleteRow() {
+  const auto row = selectedRow();
+  if (!row || !context()) return;
+  const Ref<Job> job(jobForRow(*row));
+  const Ref<Customer> customer(customerForRow(*row));
+  if (!job && !customer) return;
+  if (!confirmDelete(job ? queries::nameOf(job.get()) : queries::nameOf(customer.get()))) return;
+  if (job) {
+    deleteJob(*job);
+  } else if (customer) {
+    deleteCustomer(*customer);
+  }
+}
+
+/// Asks the activities by a text into which names were written. None when a name has broken the text: then
+/// nobody knows, which is not "not in use".
+std::optional<bool> CustomerListController::isInUse(const QString& predicateText, const QString& name) {
+  const auto predicate = Predicate::parse(predicateText);
+  Notices& notices = session().notices();
+  if (!predicate) {
+    logLine(predicate.error().text);
+    notices.post(
+        {.key = kNoticeKey,
+         .text = formatted(u"“%@” was not deleted: a name with a quotation mark cannot be looked for "
+                           "among the activities. Rename it first.",
+                           {name}),
+         .actions = {}});
+    return std::nullopt;
+  }
+  notices.withdraw(kNoticeKey);
+  const auto activities = context()->all<Activity>();
+  return std::any_of(activities.begin(), activities.end(),
+                     [&](Activity* activity) { return predicate.value().matches(*activity); });
+}
+
+void CustomerListController::deleteCustomer(Customer& customer) {
+  const QString name = queries::nameOf(&customer);
+  const auto inUse = isInUse(formatted(u"customer.name LIKE \"%@\" &&  completed ==NO", {name}), name);
+  if (inUse == true) {
+    session().ports().alerts.runAlert(
+        {.style = Alert::Style::Warning,
+         .message = QStringLiteral("Cannot Delete Customer"),
+         .informative = formatted(u"You cannot delete %@ because you have current activities for this "
+                                  "customer. Mark complete any activities for this customer and try again.",
+                                  {name}),
+         .buttons = {QStringLiteral("OK")}});
+  }
+  if (inUse != false) return;
+  context()->deleteObject(customer);
+  reloadData();
+}
+
+void CustomerListController::deleteJob(Job& job) {
+  const QString name = queries::nameOf(&job);
+  const auto inUse =
+      isInUse(formatted(u" job.name LIKE \"%@\" && customer.name LIKE \"%@\" && completed ==NO ",
+                        {name, queries::nameOf(job.customer())}),
+              name);
+  if (inUse == true) {
+    // Kept: the whole text is the message, unlike the customer's.
+    session().ports().alerts.runAlert(
+        {.style = Alert::Style::Critical,
+         .message = formatted(u"You cannot delete %@ because you have current activities for this job. Mark "
+                              "complete any activities for this job and try again.",
+                              {name})});
+  }
+  if (inUse != false) return;
+  context()->deleteObject(job);
+  reloadData();
+}
+
+bool CustomerListController::validateMenuItem(ListCommand item) const {
+  if (item == ListCommand::MarkAllShown || item == ListCommand::MarkNoneShown) return true;
+  if (!standalone()) return false;
+  if (item != ListCommand::AddNewJob) return true;
+  const auto row = selectedRow();
+  return row && !tableDataArray_.row(*row)->isJob;
+}
+
+}  // namespace pendra

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "ui_core/ListController.h"
+#include "ui_core/RowTable.h"
+
+namespace pendra::lists {
+
+inline const QString kCheckbox = QStringLiteral("checkbox");
+
+/// A column of names; where there is a name, it can be typed over in a standalone document.
+template <class Row>
+Column<Row> nameColumn(const ListController& list, const QString& identifier, const QString& title,
+                       QString (*textOf)(const Row&)) {
+  return {
+      .head = {.identifier = identifier, .title = title, .sortable = false, .weight = 3},
+      .text = textOf,
+      .editable = [&list, textOf](const Row& row) { return list.standalone() && !textOf(row).isEmpty(); }};
+}
+
+/// The column of check boxes.
+template <class Row>
+Column<Row> shownColumn(bool (*isShown)(const Row&)) {
+  return {.head = {.identifier = kCheckbox,
+                   .title = QStringLiteral("Shown"),
+                   .alignment = Alignment::Center,
+                   .kind = CellKind::Check,
+                   .sortable = false},
+          .checked = isShown};
+}
+
+/// What a list writes into everything that the user adds; "0" is no record of Vantor's.
+template <class Named>
+Named& insertLocal(ObjectContext& context, const QString& name) {
+  auto& made = context.insert<Named>();
+  made.setName(name);
+  made.setVtObjectID(QStringLiteral("0"));
+  made.setShown(true);
+  return made;
+}
+
+/// Sorts by name, by code unit; of equal names the one that was inserted first comes first.
+template <class Named>
+void sortByName(std::vector<Named*>& objects) {
+  std::stable_sort(objects.begin(), objects.end(),
+                   [](const Named* a, const Named* b) { return a->compare(*b) < 0; });
+}
+
+}  // namespace pendra::lists

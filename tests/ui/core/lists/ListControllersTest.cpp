@@ -1,0 +1,423 @@
+#include <gmock/gmock.h>
+
+#include "document/DocumentClosing.h"
+#include "support/LogCapture.h"
+#include "support/Rows.h"
+#include "support/TestSession.h"
+#include "ui_core/CustomerListController.h"
+#include "ui_core/ServicesListController.h"
+
+namespace pendra {
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+
+/// A table with one selection, and the window around it.
+class ListTable final : public TablePort, public ListView {
+ public:
+  void reloadData() override { ++reloads; }
+  void redrawRow(int) override {}
+  [[nodiscard]] std::vector<int> selectedRows() const override {
+    return selected < 0 ? std::vector<int>() : std::vector<int>{selected};
+  }
+  void selectRow(int row) override { selected = row; }
+  void clearSelection() override { selected = -1; }
+  [[nodiscard]] QString sortKey() const override { return {}; }
+  [[nodiscard]] bool sortAscending() const override { return true; }
+  void editColumn(int column, int row) override { edited.emplace_back(column, row); }
+  void standaloneDidChange() override { ++standaloneChanges; }
+
+  int selected = -1;
+  int reloads = 0;
+  int standaloneChanges = 0;
+  std::vector<std::pair<int, int>> edited;
+};
+
+template <class Controller>
+class Lists : public testing::Test, protected TestSession {
+ protected:
+  explicit Lists(bool standalone = true) { openDocument(standalone); }
+
+  void reload() { list.reloadData(); }
+  /// The rows as "name" or "  job".
+  QStringList rows() {
+    QStringList texts;
+    for (int row = 0; row < list.numberOfRows(); ++row) {
+      const QString job = list.source().columnCount() > 2 ? list.source().text(row, 1) : QString();
+      texts << (job.isEmpty() ? list.source().text(row, 0) : QString("  " + job));
+    }
+    return texts;
+  }
+  void select(const char* text) {
+    table.selected = static_cast<int>(rows().indexOf(QString::fromUtf8(text)));
+  }
+  void type(const QString& text) {
+    list.setObjectValue(text, list.source().head(0).identifier, table.selected);
+  }
+  void tick(bool shown) { list.setObjectValue(shown, QStringLiteral("checkbox"), table.selected); }
+
+  ListTable table;
+  Controller list{session, table, table};
+};
+
+class CustomerList : public Lists<CustomerListController> {
+ protected:
+  explicit CustomerList(bool standalone = true) : Lists(standalone) {
+    acme = &addCustomer(QStringLiteral("Acme"));
+    zed = &addCustomer(QStringLiteral("Zed"));
+    addJob(*acme, QStringLiteral("Phone"));
+    addJob(*acme, QStringLiteral("Accounts"));
+    addJob(*zed, QStringLiteral("Backup"));
+    list.awakeFromNib();
+  }
+  Customer* acme;
+  Customer* zed;
+};
+
+TEST_F(CustomerList, ListsByCodeUnitWithJobsInTheirOwnOrder) {
+  addCustomer(QStringLiteral("beta"));
+  reload();
+  EXPECT_THAT(rows(), ElementsAre("Acme", "  Phone", "  Accounts", "Zed", "  Backup", "beta"));
+  EXPECT_EQ(list.source().text(99, 0), "");
+  EXPECT_EQ(list.jobForRow(1), acme->jobs()[0]);
+  EXPECT_EQ(list.customerForRow(1), nullptr);
+  EXPECT_EQ(list.customerForRow(0), acme);
+  EXPECT_EQ(list.jobForRow(99), nullptr);
+}
+
+struct Search {
+  const char* name;
+  const char* text;
+  std::vector<const char*> rows;
+};
+
+class CustomerSearch : public CustomerList, public testing::WithParamInterface<Search> {};
+
+TEST_P(CustomerSearch, FindsCustomersByTheirJobsToo) {
+  list.setSearchString(QString::fromUtf8(GetParam().text));
+  std::vector<QString> expected(GetParam().rows.begin(), GetParam().rows.end());
+  EXPECT_THAT(rows(), ElementsAreArray(expected));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, CustomerSearch,
+    testing::Values(Search{"NameAndJob", "ac", {"Acme", "  Phone", "  Accounts", "Zed", "  Backup"}},
+                    Search{"CaseDoesNotCount", "ZED", {"Zed", "  Backup"}},
+                    Search{"ByAJobOnly", "phone", {"Acme", "  Phone", "  Accounts"}},
+                    Search{"Nothing", "xyz", {}}, Search{"BlanksCount", " ", {}}),
+    RowName());
+
+TEST_F(CustomerList, HidesASecondCustomerOfOneName) {
+  addJob(addCustomer(QStringLiteral("Acme")), QStringLiteral("Hidden"));
+  reload();
+  EXPECT_THAT(rows(), ElementsAre("Acme", "  Phone", "  Accounts", "Zed", "  Backup"));
+  list.setSearchString(QStringLiteral("hidden"));
+  EXPECT_THAT(rows(), ElementsAre("Acme", "  Hidden")) << "of those that match, the first";
+}
+
+TEST_F(CustomerList, RenamesSortsAgainAndRefusesATakenName) {
+  select("Acme");
+  type(QStringLiteral("Zulu"));
+  EXPECT_THAT(rows(), ElementsAre("Zed", "  Backup", "Zulu", "  Phone", "  Accounts"));
+  EXPECT_EQ(acme->name(), "Zulu");
+  select("Zulu");
+  type(QStringLiteral("Zed"));
+  EXPECT_EQ(acme->name(), "Zulu");
+  EXPECT_EQ(alerts.last().message, "Zed already exists!");
+  EXPECT_EQ(alerts.last().informative, "Please choose a different name for the customer.");
+  EXPECT_THAT(table.edited, ElementsAre(std::pair(2, 2))) << "the row's number for the column too";
+  type(QStringLiteral("Zulu"));
+  EXPECT_EQ(alerts.last().message, "Zulu already exists!") << "its own name too";
+  select("  Phone");
+  list.setObjectValue(QStringLiteral("Zed"), QStringLiteral("jobName"), table.selected);
+  EXPECT_EQ(acme->jobs()[0]->name(), "Phone") << "a job's name is compared with the customers'";
+  list.setObjectValue(QStringLiteral("Backup"), QStringLiteral("jobName"), table.selected);
+  EXPECT_EQ(acme->jobs()[0]->name(), "Backup");
+  EXPECT_EQ(alerts.shown().size(), 3U);
+  EXPECT_TRUE(list.customerShouldEndEditing(QString()));
+}
+
+TEST_F(CustomerList, TextsAreEditedOnlyWhereThereIsOne) {
+  EXPECT_TRUE(list.shouldEdit(0, 0));
+  EXPECT_FALSE(list.shouldEdit(1, 0));
+  EXPECT_TRUE(list.shouldEdit(1, 1));
+  EXPECT_FALSE(list.shouldEdit(0, 1));
+  EXPECT_FALSE(list.shouldEdit(2, 0));
+  EXPECT_FALSE(list.shouldEdit(99, 0));
+}
+
+struct Numbering {
+  const char* name;
+  std::vector<const char*> present;
+  const char* made;
+};
+
+class NewCustomer : public Lists<CustomerListController>, public testing::WithParamInterface<Numbering> {};
+
+TEST_P(NewCustomer, IsNumberedWithOneTryMore) {
+  for (const char* name : GetParam().present) addCustomer(QString::fromUtf8(name));
+  list.awakeFromNib();
+  list.addNewCustomer();
+  const Customer* made = list.customerForRow(0);
+  EXPECT_EQ(made->name(), GetParam().made);
+  EXPECT_EQ(made->vtObjectID(), "0");
+  EXPECT_EQ(made->shown(), true);
+  EXPECT_EQ(table.selected, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Present, NewCustomer,
+                         testing::Values(Numbering{"None", {}, "Customer1"},
+                                         Numbering{"Two", {"Customer1", "Customer2"}, "Customer3"},
+                                         Numbering{"Taken", {"Alpha", "Customer3"}, "Customer4"},
+                                         Numbering{
+                                             "BothTaken", {"Customer4", "Customer5", "x"}, "Customer5"}),
+                         RowName());
+
+TEST_F(CustomerList, AddsAtTheTopUnsortedEvenWhileSearching) {
+  list.setSearchString(QStringLiteral("zed"));
+  list.addNewCustomer();
+  EXPECT_THAT(rows(), ElementsAre("Customer3", "Zed", "  Backup"));
+  list.addNewJob();
+  EXPECT_THAT(rows(), ElementsAre("Customer3", "  Job Name", "Zed", "  Backup"));
+  EXPECT_EQ(table.selected, 1);
+  EXPECT_EQ(list.jobForRow(1)->customer()->name(), "Customer3");
+  EXPECT_EQ(list.jobForRow(1)->vtObjectID(), "0");
+  EXPECT_EQ(list.jobForRow(1)->shown(), true);
+  list.addNewJob();
+  EXPECT_EQ(list.numberOfRows(), 4) << "a job's row takes no job";
+}
+
+TEST_F(CustomerList, MarksOnlyWhatIsListed) {
+  list.setSearchString(QStringLiteral("zed"));
+  list.markNoneShown();
+  EXPECT_EQ(zed->shown(), false);
+  EXPECT_EQ(zed->jobs()[0]->shown(), false);
+  EXPECT_EQ(acme->shown(), true);
+  EXPECT_FALSE(list.source().isChecked(0, 2));
+  list.markAllShown();
+  EXPECT_EQ(zed->jobs()[0]->shown(), true);
+  EXPECT_TRUE(list.source().isChecked(1, 2));
+}
+
+TEST_F(CustomerList, DeletesACustomerWhoseActivitiesAreComplete) {
+  auto& activity = addActivity(acme, nullptr);
+  activity.setCompleted(true);
+  select("Acme");
+  alerts.willAnswer({"Cancel", "Delete"});
+  list.deleteRow();
+  EXPECT_EQ(alerts.last().message, "Delete Acme?");
+  EXPECT_EQ(alerts.last().buttons, QStringList({"Delete", "Cancel"}));
+  EXPECT_EQ(list.numberOfRows(), 5);
+  list.deleteRow();
+  EXPECT_THAT(rows(), ElementsAre("Zed", "  Backup"));
+  EXPECT_EQ(activity.customer(), nullptr);
+  EXPECT_EQ(session.myContext()->all<Job>().size(), 1U);
+}
+
+TEST_F(CustomerList, RefusesWhatAnOpenActivityUses) {
+  addActivity(acme, nullptr, acme->jobs()[0]);
+  alerts.willAnswer({"Delete"});
+  select("Acme");
+  list.deleteRow();
+  EXPECT_EQ(alerts.last().message, "Cannot Delete Customer");
+  EXPECT_EQ(alerts.last().informative,
+            "You cannot delete Acme because you have current activities for this customer. Mark complete any "
+            "activities for this customer and try again.");
+  alerts.willAnswer({"Delete"});
+  select("  Phone");
+  list.deleteRow();
+  EXPECT_EQ(alerts.last().style, Alert::Style::Critical);
+  EXPECT_EQ(alerts.last().message,
+            "You cannot delete Phone because you have current activities for this job. Mark complete any "
+            "activities for this job and try again.");
+  EXPECT_EQ(alerts.last().informative, "");
+  EXPECT_EQ(list.numberOfRows(), 5);
+  alerts.willAnswer({"Delete"});
+  select("  Accounts");
+  list.deleteRow();
+  EXPECT_THAT(rows(), ElementsAre("Acme", "  Phone", "Zed", "  Backup"));
+}
+
+TEST_F(CustomerList, TakesAStarInANameForAnyText) {
+  addActivity(acme, nullptr);
+  addCustomer(QStringLiteral("*"));
+  reload();
+  select("*");
+  alerts.willAnswer({"Delete"});
+  list.deleteRow();
+  EXPECT_EQ(alerts.last().message, "Cannot Delete Customer");
+}
+
+TEST_F(CustomerList, DeletesNothingWhenANameBreaksTheQuestion) {
+  Customer& quoted = addCustomer(QStringLiteral("5\" disks"));
+  addActivity(&quoted, nullptr);
+  reload();
+  select("5\" disks");
+  const LogCapture log;
+  alerts.willAnswer({"Delete"});
+  list.deleteRow();
+  EXPECT_EQ(alerts.shown().size(), 1U) << "no alert beyond the confirmation";
+  EXPECT_FALSE(quoted.isDeleted());
+  EXPECT_EQ(log.lines().size(), 1);
+  EXPECT_EQ(session.notices().standing().size(), 1U);
+}
+
+TEST_F(CustomerList, WithoutASelectionDeletesNothing) {
+  table.selected = 99;
+  EXPECT_FALSE(list.isDeleteOK());
+  list.deleteRow();
+  table.selected = 4;
+  EXPECT_TRUE(list.isDeleteOK());
+  EXPECT_THAT(alerts.messages(), IsEmpty());
+}
+
+TEST_F(CustomerList, OutlivesItsDocumentAndFollowsTheNextOne) {
+  select("Acme");
+  session.myContext()->deleteObject(*acme);
+  tick(false);
+  list.deleteRow();
+  list.markNoneShown();
+  closeDoc(session);
+  EXPECT_EQ(list.numberOfRows(), 0);
+  list.addNewCustomer();
+  list.setSearchString(QStringLiteral("x"));
+  list.setSearchString({});
+  const int changes = table.standaloneChanges;
+  loadURL(session, places.path("Next.pdr"));
+  EXPECT_EQ(table.standaloneChanges, changes);
+  session.setMyStandalone(false);
+  EXPECT_EQ(table.standaloneChanges, changes + 1);
+  session.myDoc()->addCustomerObject(addCustomer(QStringLiteral("New")));
+  EXPECT_THAT(rows(), ElementsAre("New")) << "it watches the settings of the document that is open";
+}
+
+class LinkedCustomerList : public CustomerList {
+ protected:
+  LinkedCustomerList() : CustomerList(false) {}
+};
+
+TEST_F(LinkedCustomerList, OnlyChoosesWhatIsOfferedButStillDeletes) {
+  EXPECT_FALSE(list.shouldEdit(0, 0));
+  list.addNewCustomer();
+  select("Acme");
+  list.addNewJob();
+  EXPECT_EQ(list.numberOfRows(), 5);
+  tick(false);
+  EXPECT_EQ(acme->shown(), false);
+  select("  Backup");
+  tick(false);
+  EXPECT_EQ(zed->jobs()[0]->shown(), false);
+  alerts.willAnswer({"Delete"});
+  list.deleteRow();
+  EXPECT_TRUE(zed->jobs().empty());
+}
+
+struct Item {
+  const char* name;
+  ListCommand item;
+  bool standalone;
+  const char* selected;
+  bool customers;
+  bool services;
+};
+
+class ListMenu : public CustomerList, public testing::WithParamInterface<Item> {};
+
+TEST_P(ListMenu, EnablesItems) {
+  ListTable other;
+  ServicesListController services(session, other, other);
+  services.awakeFromNib();
+  session.setMyStandalone(GetParam().standalone);
+  select(GetParam().selected);
+  EXPECT_EQ(list.validateMenuItem(GetParam().item), GetParam().customers);
+  EXPECT_EQ(services.validateMenuItem(GetParam().item), GetParam().services);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Items, ListMenu,
+    testing::Values(Item{"MarkAll", ListCommand::MarkAllShown, false, "", true, true},
+                    Item{"MarkNone", ListCommand::MarkNoneShown, false, "", true, true},
+                    Item{"Add", ListCommand::AddNew, true, "", true, true},
+                    Item{"AddLinked", ListCommand::AddNew, false, "Acme", false, false},
+                    Item{"AddJob", ListCommand::AddNewJob, true, "Acme", true, true},
+                    Item{"AddJobToAJob", ListCommand::AddNewJob, true, "  Phone", false, true},
+                    Item{"AddJobToNothing", ListCommand::AddNewJob, true, "", false, true},
+                    Item{"AddJobLinked", ListCommand::AddNewJob, false, "Acme", false, false}),
+    RowName());
+
+// ---- service items
+
+class ServicesList : public Lists<ServicesListController> {
+ protected:
+  explicit ServicesList(bool standalone = true) : Lists(standalone) {
+    design = &addService(QStringLiteral("Design"));
+    advice = &addService(QStringLiteral("Advice"));
+    list.awakeFromNib();
+  }
+  Service* design;
+  Service* advice;
+};
+
+TEST_F(ServicesList, AcceptsDuplicatesAndListsThemAll) {
+  select("Advice");
+  type(QStringLiteral("Design"));
+  EXPECT_THAT(rows(), ElementsAre("Design", "Design"));
+  EXPECT_EQ(list.tableDataArray().row(0)->serviceMO.get(), design) << "the first inserted first";
+  EXPECT_THAT(alerts.messages(), IsEmpty());
+  list.setSearchString(QStringLiteral("SIG"));
+  EXPECT_EQ(list.numberOfRows(), 2);
+}
+
+TEST_F(ServicesList, AddsAtTheTopAndNumbersNothing) {
+  list.addNewService();
+  list.addNewService();
+  EXPECT_THAT(rows(), ElementsAre("Service Name", "Service Name", "Advice", "Design"));
+  EXPECT_EQ(list.tableDataArray().row(0)->serviceMO->shown(), true);
+  EXPECT_EQ(list.tableDataArray().row(0)->serviceMO->vtObjectID(), "0");
+  EXPECT_EQ(table.selected, 0);
+  addService(QStringLiteral("Elsewhere"));
+  EXPECT_EQ(list.numberOfRows(), 4) << "what is added elsewhere shows at the next reload";
+}
+
+TEST_F(ServicesList, KeepsAnAbsentCheckBoxAbsentUntilItIsTicked) {
+  design->setShown(std::nullopt);
+  reload();
+  EXPECT_EQ(list.tableDataArray().row(1)->checkbox, std::nullopt);
+  EXPECT_FALSE(list.source().isChecked(1, 1));
+  select("Design");
+  tick(false);
+  EXPECT_EQ(design->shown(), false);
+  list.markAllShown();
+  EXPECT_EQ(design->shown(), true);
+}
+
+TEST_F(ServicesList, DeletesAnItemThatIsInUse) {
+  auto& activity = addActivity(nullptr, design);
+  select("Design");
+  alerts.willAnswer({"Cancel", "Delete"});
+  list.deleteRow();
+  EXPECT_EQ(alerts.last().message, "Delete Design?");
+  list.deleteRow();
+  EXPECT_THAT(rows(), ElementsAre("Advice"));
+  EXPECT_EQ(activity.service(), nullptr);
+}
+
+class LinkedServicesList : public ServicesList {
+ protected:
+  LinkedServicesList() : ServicesList(false) {}
+};
+
+TEST_F(LinkedServicesList, OnlyChoosesWhatIsOffered) {
+  select("Design");
+  list.deleteRow();
+  list.addNewService();
+  EXPECT_FALSE(list.shouldEdit(0, 0));
+  EXPECT_THAT(rows(), ElementsAre("Advice", "Design"));
+  tick(false);
+  EXPECT_EQ(design->shown(), false);
+}
+
+}  // namespace
+}  // namespace pendra
