@@ -28,4 +28,11 @@ class ListEditor {
   return dynamic_cast<ListEditor*>(window);
 }
 
+class Session;
+
+/// Lists > Customers and Jobs: opens the editor, or brings the one that is open to the front.
+void customerList(Session& session);
+/// Lists > Service Items: the same for its editor.
+void editServicesList(Session& session);
+
 }  // namespace pendra

@@ -1,0 +1,47 @@
+#include "CustomerListWindow.h"
+
+#include <QPushButton>
+
+#include "ui/ListWindows.h"
+#include "ui/RowTableView.h"
+
+namespace pendra {
+
+CustomerListWindow::CustomerListWindow(const WindowParts& parts)
+    : ListWindow(parts, &Session::customerListController,
+                 {.title = tr("Customers and Jobs"),
+                  .table = tr("Customers and jobs"),
+                  .add = tr("Add &Customer"),
+                  .addAccessible = tr("Add customer"),
+                  .empty = tr("No customers yet. Add the ones that you work for."),
+                  .emptyLinked = tr("No customers yet. “Update Lists from Vantor” brings them.")}) {
+  auto controller = std::make_unique<CustomerListController>(session(), table(), *this);
+  customers_ = controller.get();
+  addJobButton().setText(tr("Add &Job"));
+  addJobButton().setAccessibleName(tr("Add job"));
+  connect(&addJobButton(), &QPushButton::clicked, this, &CustomerListWindow::addJob);
+  awakeFromNib(std::move(controller));
+}
+
+void CustomerListWindow::standaloneDidChange() {
+  ListWindow::standaloneDidChange();
+  addJobButton().setVisible(customers_->standalone());
+}
+
+void CustomerListWindow::addNew() {
+  customers_->addNewCustomer();
+  editName(table().selectedRow());
+}
+
+void CustomerListWindow::addJob() {
+  const int rows = customers_->numberOfRows();
+  customers_->addNewJob();
+  if (customers_->numberOfRows() > rows) editName(table().selectedRow());
+}
+
+void loadCustomerList(Session& session, MenuModel& menus, CommandTarget& commands) {
+  auto* window = new CustomerListWindow({session, menus, commands});  // its closing deletes it
+  window->bringToFront();
+}
+
+}  // namespace pendra

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <QMainWindow>
+#include <memory>
+
+#include "ui_core/ListController.h"
+
+class QPushButton;
+
+namespace Ui {
+class ListWindow;
+}
+
+namespace pendra {
+
+class CommandTarget;
+class MenuModel;
+class RowTableView;
+
+/// What the program's windows share with their program.
+struct WindowParts {
+  Session& session;
+  MenuModel& menus;
+  CommandTarget& commands;
+};
+
+/// The words of one of the two windows.
+struct ListWords {
+  QString title;
+  QString table;  ///< the table's accessible name
+  QString add;    ///< of the button that adds
+  QString addAccessible;
+  QString empty;        ///< what an empty list says when names can be typed
+  QString emptyLinked;  ///< and when they come from Vantor
+};
+
+/// A window with a searchable list, kept by keyboard or mouse. It belongs to itself from its making to its
+/// closing, and is known to the session meanwhile.
+class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor, public ListView {
+  Q_OBJECT
+ public:
+  ~ListWindow() override;
+
+  void close() override;
+  void bringToFront() override;
+  [[nodiscard]] bool isVisible() const override { return QMainWindow::isVisible(); }
+
+  void deleteRow() override { controller_->deleteRow(); }
+  [[nodiscard]] bool isDeleteOK() const override { return controller_->isDeleteOK(); }
+  void markAllShown() override { controller_->markAllShown(); }
+  void markNoneShown() override { controller_->markNoneShown(); }
+  [[nodiscard]] bool validateMenuItem(ListCommand item) const override {
+    return controller_->validateMenuItem(item);
+  }
+
+  void editColumn(int column, int row) override;
+  void standaloneDidChange() override;
+
+ protected:
+  /// `place` is where the session knows the window.
+  ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*place, ListWords words);
+  /// Called at the end of the constructor of the window that knows its controller.
+  void awakeFromNib(std::unique_ptr<ListController> controller);
+
+  virtual void addNew() = 0;
+
+  [[nodiscard]] Session& session() const { return session_; }
+  [[nodiscard]] RowTableView& table() const;
+  [[nodiscard]] QPushButton& addJobButton() const;
+  /// Opens the editor of the row's name.
+  void editName(int row);
+  void updateButtons();
+
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void connectTable();
+  void connectButtons();
+  void search(const QString& text);
+  void showCounts();
+  bool storeText(const QString& value, const QString& identifier, int row);
+  bool keyInTable(int key);
+
+  Session& session_;
+  AuxiliaryWindow* Session::*place_;
+  ListWords words_;
+  std::unique_ptr<Ui::ListWindow> ui_;
+  std::unique_ptr<ListController> controller_;
+};
+
+}  // namespace pendra

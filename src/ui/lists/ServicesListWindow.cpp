@@ -1,0 +1,34 @@
+#include "ServicesListWindow.h"
+
+#include <QPushButton>
+
+#include "ui/ListWindows.h"
+#include "ui/RowTableView.h"
+
+namespace pendra {
+
+ServicesListWindow::ServicesListWindow(const WindowParts& parts)
+    : ListWindow(parts, &Session::servicesListController,
+                 {.title = tr("Service Items"),
+                  .table = tr("Service items"),
+                  .add = tr("Add &Service Item"),
+                  .addAccessible = tr("Add service item"),
+                  .empty = tr("No service items yet. Add the kinds of work that you bill."),
+                  .emptyLinked = tr("No service items yet. “Update Lists from Vantor” brings them.")}) {
+  auto controller = std::make_unique<ServicesListController>(session(), table(), *this);
+  services_ = controller.get();
+  addJobButton().hide();
+  awakeFromNib(std::move(controller));
+}
+
+void ServicesListWindow::addNew() {
+  services_->addNewService();
+  editName(table().selectedRow());
+}
+
+void loadServicesList(Session& session, MenuModel& menus, CommandTarget& commands) {
+  auto* window = new ServicesListWindow({session, menus, commands});  // its closing deletes it
+  window->bringToFront();
+}
+
+}  // namespace pendra
