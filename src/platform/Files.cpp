@@ -30,14 +30,25 @@ void syncFolderOf(const QString& path) {
   ::close(descriptor);
 }
 
+/// Writes all of it. Not through the file object, which forgets why a write came out short.
+Result<void> writeBytes(int descriptor, const char* bytes, qint64 length) {
+  while (length > 0) {
+    const ssize_t written = ::write(descriptor, bytes, static_cast<std::size_t>(length));
+    if (written < 0 && errno != EINTR) return systemError(errno);
+    if (written < 0) continue;
+    bytes += written;
+    length -= written;
+  }
+  return {};
+}
+
 Result<void> copyBytes(QFile& from, QFile& to) {
   std::array<char, kPiece> piece;
   while (!from.atEnd()) {
     const qint64 length = from.read(piece.data(), kPiece);
     if (length < 0) return fileError(from);
-    if (to.write(piece.data(), length) != length) return fileError(to);
+    if (auto written = writeBytes(to.handle(), piece.data(), length); !written) return written;
   }
-  if (!to.flush()) return fileError(to);
   if (::fsync(to.handle()) != 0) return systemError(errno);
   if (to.size() == from.size()) return {};
   return Error{QStringLiteral("file"), 0, QStringLiteral("the copy is shorter than the file")};

@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <QCoreApplication>
+
 #include "document/CorvelDocController.h"
 #include "document/DocumentClosing.h"
 #include "document/DocumentFiles.h"
@@ -21,6 +23,10 @@ using testing::IsEmpty;
 
 class Lifecycle : public testing::Test, protected TestSession {
  protected:
+  static void SetUpTestSuite() {
+    static int argc = 0;
+    static const QCoreApplication application(argc, nullptr);  // for the save timer
+  }
   QString path(const char* name) const { return places.documents + u'/' + QString::fromUtf8(name); }
   QString inFolder(const char* name) const {
     return applicationSupportFolder(places) + u'/' + QString::fromUtf8(name);
@@ -87,8 +93,9 @@ TEST_F(Lifecycle, LaunchOpensTheLastDocumentAndHaltsWhatRan) {
   loadURL(session, path("Work.pdr"));
   addActivity(nullptr, nullptr).startNewTimePeriod();
   saveAction(session);
-  closeDoc(session);  // without a window nothing is asked but the guard
-  alerts.willAnswer({});
+  session.myContext()->close();  // as if the program had been killed
+  session.clearDoc();
+  session.setMyDoc(nullptr);
   defaults.setBoolean(preferences::kMergeSubmissions, false);
   Launch launch(session);
   launch.applicationDidFinishLaunching();

@@ -256,7 +256,9 @@ void CustomerListController::deleteJob(Job& job) {
         {.style = Alert::Style::Critical,
          .message = formatted(u"You cannot delete %@ because you have current activities for this job. Mark "
                               "complete any activities for this job and try again.",
-                              {name})});
+                              {name}),
+         .informative = {},
+         .buttons = {QStringLiteral("OK")}});
   }
   if (inUse != false) return;
   context()->deleteObject(job);

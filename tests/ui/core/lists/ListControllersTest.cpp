@@ -24,8 +24,6 @@ class ListTable final : public TablePort, public ListView {
   }
   void selectRow(int row) override { selected = row; }
   void clearSelection() override { selected = -1; }
-  [[nodiscard]] QString sortKey() const override { return {}; }
-  [[nodiscard]] bool sortAscending() const override { return true; }
   void editColumn(int column, int row) override { edited.emplace_back(column, row); }
   void standaloneDidChange() override { ++standaloneChanges; }
 

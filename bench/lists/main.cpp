@@ -1,0 +1,157 @@
+// The customers' list with 5,000 customers and 20,000 jobs, against a plain loop over the same objects: one
+// that reads the same names and makes one line of each listed object, with no table, no order kept apart and
+// no notification.
+
+#include <QFile>
+#include <cstdlib>
+
+#include "Ratio.h"
+#include "document/Session.h"
+#include "model/Model.h"
+#include "model/Queries.h"
+#include "ui_core/CustomerListController.h"
+
+namespace pendra {
+namespace {
+
+constexpr int kCustomers = 5000;
+constexpr int kJobsEach = 4;
+
+/// Ports that nobody reaches while a list is searched.
+class NoAlerts final : public Alerts {
+  int runAlert(const Alert&) override { std::abort(); }
+  void beginSheet(const Alert&, std::function<void(int)>) override { std::abort(); }
+};
+class NoPanels final : public Panels {
+  std::optional<QString> runSavePanel(const SavePanel&) override { std::abort(); }
+  std::optional<QString> runOpenPanel() override { std::abort(); }
+  void beginSavePanel(const SavePanel&, std::function<void(std::optional<QString>)>) override {
+    std::abort();
+  }
+};
+class NoWorkspace final : public Workspace {
+  bool isRunning(const QString&) const override { return false; }
+  bool openUrl(const QString&) override { return false; }
+  void reveal(const QString&) override {}
+  Subscription observeLaunches(std::function<void(const QString&)>) override { return {}; }
+};
+class NoWindows final : public InterfaceLoader, public VTMenus {
+  void load(Interface) override { std::abort(); }
+  void removeVTMenus() override {}
+};
+class NoTable final : public TablePort, public ListView {
+ public:
+  void reloadData() override {}
+  void redrawRow(int) override {}
+  std::vector<int> selectedRows() const override { return {}; }
+  void selectRow(int) override {}
+  void clearSelection() override {}
+  void editColumn(int, int) override {}
+  void standaloneDidChange() override {}
+};
+
+struct Line {
+  QString name;
+  bool shown;
+};
+
+/// The least that a list of these objects needs.
+class Plain {
+ public:
+  explicit Plain(ObjectContext& context) : context_(context) {}
+
+  void list(const QString& text) {
+    std::vector<Customer*> listed;
+    for (Customer* customer : context_.all<Customer>()) {
+      const auto jobs = customer->jobs();
+      if (queries::nameContains(customer->name(), text) ||
+          std::any_of(jobs.begin(), jobs.end(),
+                      [&](Job* job) { return queries::nameContains(job->name(), text); })) {
+        listed.push_back(customer);
+      }
+    }
+    std::sort(listed.begin(), listed.end(), [](Customer* a, Customer* b) { return *a->name() < *b->name(); });
+    lines_.clear();
+    for (Customer* customer : listed) {
+      lines_.push_back({*customer->name(), customer->shown().value_or(false)});
+      for (Job* job : customer->jobs()) lines_.push_back({*job->name(), job->shown().value_or(false)});
+    }
+  }
+  void mark(bool shown) {
+    for (Customer* customer : context_.all<Customer>()) {
+      customer->setShown(shown);
+      for (Job* job : customer->jobs()) job->setShown(shown);
+    }
+    for (Line& line : lines_) line.shown = shown;
+  }
+
+ private:
+  ObjectContext& context_;
+  std::vector<Line> lines_;
+};
+
+void fill(ObjectContext& context) {
+  for (int i = 0; i < kCustomers; ++i) {
+    auto& customer = context.insert<Customer>();
+    // Spread over the alphabet, so that the order of insertion is not the order of names.
+    customer.setName(QStringLiteral("Customer %1 Ltd").arg((i * 7919) % kCustomers, 4, 10, QChar(u'0')));
+    customer.setShown(true);
+  }
+  for (int j = 0; j < kJobsEach; ++j) {
+    for (Customer* customer : context.all<Customer>()) {
+      auto& job = context.insert<Job>();
+      job.setName(QStringLiteral("Job %1 of %2").arg(j).arg(*customer->name()));
+      job.setCustomer(customer);
+    }
+  }
+}
+
+void run() {
+  const SystemClock clock;
+  const Calendar calendar{QTimeZone::utc()};
+  const Places places{};
+  UserDefaults defaults(QStringLiteral("/dev/null"));
+  NoAlerts alerts;
+  NoPanels panels;
+  NoWorkspace workspace;
+  NoWindows windows;
+  ModalDepth modals;
+  NotificationCenter notifications;
+  QFile schema(QStringLiteral(PENDRA_RESOURCES "/Corvel.momd"));
+  if (!schema.open(QIODevice::ReadOnly)) std::abort();
+  Session session(
+      {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows, windows},
+      managedObjectModel(schema.readAll()));
+  auto context = std::make_shared<ObjectContext>(session.managedObjectModel(), clock, calendar);
+  fill(*context);
+  session.setMyContext(context);
+
+  NoTable table;
+  Plain plain(*context);
+  bench::compare(
+      "open the editor", 2,
+      [&] {
+        CustomerListController list(session, table, table);
+        list.awakeFromNib();
+      },
+      [&] { plain.list({}); });
+  CustomerListController list(session, table, table);
+  list.awakeFromNib();
+  for (const char* text : {"j", "jo", "c", "42", "0042", "xyz"}) {
+    const QString typed = QString::fromUtf8(text);
+    const std::string name = std::string("type \"") + text + "\"";
+    bench::compare(
+        name.c_str(), 2, [&] { list.setSearchString(typed); }, [&] { plain.list(typed); });
+  }
+  list.setSearchString({});
+  plain.list({});
+  bench::compare(
+      "mark none", 2, [&] { list.markNoneShown(); }, [&] { plain.mark(true); });
+  bench::compare(
+      "mark all", 2, [&] { list.markAllShown(); }, [&] { plain.mark(false); });
+}
+
+}  // namespace
+}  // namespace pendra
+
+int main() { pendra::run(); }
