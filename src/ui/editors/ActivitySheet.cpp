@@ -1,0 +1,151 @@
+#include "ui/ActivitySheet.h"
+
+#include <QKeyEvent>
+#include <QShortcut>
+
+#include "EntryAdapters.h"
+#include "ui/Buttons.h"
+#include "ui/SheetRunner.h"
+#include "ui_ActivitySheet.h"
+
+namespace pendra {
+
+namespace {
+
+struct Form : Ui::ActivitySheet {
+  explicit Form(QDialog* sheet) { setupUi(sheet); }
+};
+
+}  // namespace
+
+/// The widgets, what shows them to the logic, and the logic.
+struct ActivitySheet::Parts {
+  Parts(ActivitySheet& sheet, Session& session)
+      : form(&sheet),
+        guard(*new LeaveGuard(sheet)),
+        edited([this](const Control& control) { controller.controlTextDidChange(control); }),
+        entry(form, edited),
+        notesField(*form.notesField, edited),
+        activityLabel(sheet),
+        billableCheckbox(*form.billableCheckbox),
+        autoStartCheckbox(*form.autoStartCheckbox),
+        okButton(*form.okButton),
+        littleSaveButton(*form.littleSaveButton),
+        controller(session, {entry.fields(), notesField, *form.notesLength, activityLabel, billableCheckbox,
+                             autoStartCheckbox, okButton, littleSaveButton, *form.myTableView, sheet}) {}
+
+  Form form;
+  LeaveGuard& guard;
+  Edited edited;
+  EntryAdapters entry;
+  NotesControl notesField;
+  TitleControl activityLabel;
+  CheckBoxControl billableCheckbox;
+  CheckBoxControl autoStartCheckbox;
+  ButtonControl okButton;
+  ButtonControl littleSaveButton;
+  NewActivityController controller;
+  Notifier::Subscription deletability;
+};
+
+ActivitySheet::ActivitySheet(Session& session, QWidget* window)
+    : QDialog(window), session_(session), parts_(std::make_unique<Parts>(*this, session)) {
+  layOutEntry(parts_->entry);
+  const Form& form = parts_->form;
+  showAsSecondary({form.serviceHint, form.sendToVTLabel});
+  for (QPushButton* button : {form.okButton, form.cancelButton, form.littleSaveButton,
+                              form.addTimeEntryButton, form.deleteTimeEntryButton}) {
+    makeSheetButton(*button);
+  }
+  makeQuiet(*form.addTimeEntryButton);
+  makeQuiet(*form.deleteTimeEntryButton);
+  form.okButton->setEnabled(false);
+  form.littleSaveButton->setEnabled(false);
+  connectControls();
+  connectTimeEntries();
+  adjustSize();
+}
+
+ActivitySheet::~ActivitySheet() {
+  // The rows go with the logic, before the table that shows them.
+  hide();
+  parts_->form.myTableView->setModel(nullptr);
+}
+
+NewActivityController& ActivitySheet::controller() { return parts_->controller; }
+
+void ActivitySheet::hideSendToVTLabel() { parts_->form.sendToVTLabel->hide(); }
+
+void ActivitySheet::connectControls() {
+  Parts& parts = *parts_;
+  NewActivityController& controller = parts.controller;
+  connectEntry(parts.entry, parts.guard, controller);
+  guardField(parts.guard, parts.notesField, controller);
+  NameComboBox& service = parts.entry.servicePopup.widget();
+  connect(&service, &NameComboBox::picked, this, [&] { controller.pickAService(); });
+  connect(parts.form.notesField, &NotesEdit::returnPressed, this, &ActivitySheet::pressReturn);
+  connect(parts.form.okButton, &QPushButton::clicked, this, &ActivitySheet::save);
+  connect(parts.form.cancelButton, &QPushButton::clicked, this, &ActivitySheet::reject);
+}
+
+void ActivitySheet::connectTimeEntries() {
+  const Form& form = parts_->form;
+  NewActivityController& controller = parts_->controller;
+  form.myTableView->setController(controller);
+  connect(form.littleSaveButton, &QPushButton::clicked, this, [&] { controller.updateSelectedPeriod(); });
+  connect(form.addTimeEntryButton, &QPushButton::clicked, this, [&] { controller.addTimeEntry(); });
+  connect(form.deleteTimeEntryButton, &QPushButton::clicked, this, [&] { controller.deleteTimeEntry(); });
+  auto* deleteKey = new QShortcut(QKeySequence::Delete, form.myTableView);
+  deleteKey->setContext(Qt::WidgetShortcut);
+  connect(deleteKey, &QShortcut::activated, this, [&] { controller.deleteTimeEntry(); });
+  const auto enable = [&] {
+    parts_->form.deleteTimeEntryButton->setEnabled(parts_->controller.canDeleteTimePeriods());
+  };
+  parts_->deletability = controller.canDeleteTimePeriodsChanges.observe(enable);
+  enable();
+}
+
+int ActivitySheet::runModal() {
+  const NewActivityController& controller = parts_->controller;
+  parts_->form.serviceHint->setVisible(!session_.myStandalone() && controller.serviceDataArray().isEmpty());
+  return SheetRunner(session_.ports().modals).runModal(*this);
+}
+
+int ActivitySheet::pastTimeViewHeight() const {
+  return findChild<QWidget*>("pastTimeView")->sizeHint().height() + layout()->spacing();
+}
+
+void ActivitySheet::setPastTimeViewShown(bool shown) {
+  const int change = shown ? pastTimeViewHeight() : -pastTimeViewHeight();
+  findChild<QWidget*>("pastTimeView")->setVisible(shown);
+  layout()->activate();
+  resize(width(), height() + change);
+}
+
+void ActivitySheet::reject() { parts_->controller.cancel(); }
+
+void ActivitySheet::save() {
+  parts_->form.myTableView->commitEditing();
+  parts_->controller.save();
+}
+
+void ActivitySheet::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    pressReturn();
+  } else {
+    QDialog::keyPressEvent(event);
+  }
+}
+
+/// Where the focus is in a name, the name has been asked about before Return comes here.
+void ActivitySheet::pressReturn() {
+  if (parts_->form.okButton->isEnabled()) save();
+}
+
+/// A click beside the fields, or on OK while it is disabled, leaves the name that is being typed.
+void ActivitySheet::mousePressEvent(QMouseEvent* event) {
+  QDialog::mousePressEvent(event);
+  if (QWidget* name = qobject_cast<NameComboBox*>(focusWidget())) name->clearFocus();
+}
+
+}  // namespace pendra

@@ -1,0 +1,30 @@
+#include "EntryAdapters.h"
+
+#include "ui/Theme.h"
+
+namespace pendra {
+
+namespace {
+
+void fitToText(QLineEdit& field, const QString& longest) {
+  constexpr int kEdges = 24;
+  field.setFixedWidth(field.fontMetrics().horizontalAdvance(longest) + kEdges);
+}
+
+}  // namespace
+
+void layOutEntry(EntryAdapters& entry) {
+  fitToText(entry.startDateField.widget(), "MM/DD/YYYY");
+  fitToText(entry.startTimeField.widget(), "00:00 ");
+  fitToText(entry.startTimeFieldAMPM.widget(), "AM ");
+  fitToText(entry.durationField.widget(), "0000:00:00");
+}
+
+void showAsSecondary(std::initializer_list<QWidget*> labels) {
+  for (QWidget* label : labels) {
+    label->setFont(Theme::quietFont());
+    label->setForegroundRole(QPalette::PlaceholderText);
+  }
+}
+
+}  // namespace pendra

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "ControlAdapters.h"
+#include "LeaveGuard.h"
+#include "ui_core/ListSteps.h"
+
+namespace pendra {
+
+class NameComboControl final : public WidgetControl<NameComboBox> {
+ public:
+  NameComboControl(NameComboBox& popup, const Edited& edited) : WidgetControl(popup) {
+    QObject::connect(&popup, &NameComboBox::textEdited, &popup, [this, edited] { edited(*this); });
+  }
+  [[nodiscard]] QString stringValue() const override { return widget().text(); }
+  void setStringValue(const QString& text) override { widget().setText(text); }
+};
+
+/// The adapters of the fields that both sheets have under the same names.
+struct EntryAdapters {
+  template <class Form>
+  EntryAdapters(const Form& form, const Edited& edited)
+      : customerPopup(*form.customerPopup, edited),
+        jobPopup(*form.jobPopup, edited),
+        servicePopup(*form.servicePopup, edited),
+        startDateField(*form.startDateField, edited),
+        startTimeField(*form.startTimeField, edited),
+        startTimeFieldAMPM(*form.startTimeFieldAMPM, edited),
+        durationField(*form.durationField, edited) {}
+
+  [[nodiscard]] EntryFields fields() {
+    return {customerPopup,  jobPopup,           servicePopup, startDateField,
+            startTimeField, startTimeFieldAMPM, durationField};
+  }
+
+  NameComboControl customerPopup;
+  NameComboControl jobPopup;
+  NameComboControl servicePopup;
+  LineEditControl startDateField;
+  LineEditControl startTimeField;
+  LineEditControl startTimeFieldAMPM;
+  LineEditControl durationField;
+};
+
+/// Gives a combo box its list from a controller, which also decides whether it is left.
+template <class Controller>
+void connectNames(NameComboControl& popup, Controller& controller) {
+  popup.widget().setRules({.dataArray = [&] { return controller.dataArrayForCombobox(popup); },
+                           .shouldEndEditing = [&] { return controller.textShouldEndEditing(popup); }});
+}
+
+/// Lets the controller decide whether any other field is left.
+template <class Widget, class Controller>
+void guardField(LeaveGuard& guard, WidgetControl<Widget>& field, Controller& controller) {
+  guard.watch(field.widget(), [&] { return controller.textShouldEndEditing(field); });
+}
+
+/// What both sheets do with the fields of an entry.
+template <class Controller>
+void connectEntry(EntryAdapters& entry, LeaveGuard& guard, Controller& controller) {
+  for (NameComboControl* popup : {&entry.customerPopup, &entry.jobPopup, &entry.servicePopup}) {
+    connectNames(*popup, controller);
+  }
+  for (LineEditControl* field :
+       {&entry.startDateField, &entry.startTimeField, &entry.startTimeFieldAMPM, &entry.durationField}) {
+    guardField(guard, *field, controller);
+  }
+  QObject::connect(&entry.customerPopup.widget(), &NameComboBox::picked, &guard,
+                   [&] { controller.pickACustomer(); });
+}
+
+/// Sizes of the fields, for the longest text that each is made for.
+void layOutEntry(EntryAdapters& entry);
+/// Shows words that matter less than the fields as such.
+void showAsSecondary(std::initializer_list<QWidget*> labels);
+
+}  // namespace pendra

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "ui_core/NewActivityController.h"
+
+namespace pendra {
+
+/// The activity editor as a sheet of the timer window. Return is its OK, Escape its Cancel.
+class ActivitySheet final : public QDialog, public ActivityEditorSheet {
+  Q_OBJECT
+ public:
+  /// A child of `window`; the session must outlive it.
+  ActivitySheet(Session& session, QWidget* window);
+  ~ActivitySheet() override;
+
+  [[nodiscard]] NewActivityController& controller();
+  /// A document that is not linked sends nothing.
+  void hideSendToVTLabel();
+
+  int runModal() override;
+  void stopModal(int code) override { done(code); }
+  void setPastTimeViewShown(bool shown) override;
+  void reject() override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  struct Parts;
+  void connectControls();
+  void connectTimeEntries();
+  void pressReturn();
+  void save();
+  /// By how much the area of the time entries makes the sheet taller.
+  [[nodiscard]] int pastTimeViewHeight() const;
+
+  Session& session_;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace pendra

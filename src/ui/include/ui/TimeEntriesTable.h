@@ -1,0 +1,23 @@
+#pragma once
+
+#include "ui/RowTableView.h"
+#include "ui_core/NewActivityController.h"
+
+namespace pendra {
+
+/// The activity editor's table of time entries, whose notes are typed over in place.
+class TimeEntriesTable final : public RowTableView {
+  Q_OBJECT
+ public:
+  explicit TimeEntriesTable(QWidget* parent = nullptr);
+  /// The controller must outlive the table.
+  void setController(NewActivityController& controller);
+  /// Takes over what is being typed into a cell.
+  void commitEditing();
+  [[nodiscard]] QSize sizeHint() const override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+};
+
+}  // namespace pendra
