@@ -6,6 +6,7 @@
 #include "WindowLoader.h"
 #include "document/Backup.h"
 #include "document/DocumentLoading.h"
+#include "ui/LogPaneView.h"
 #include "ui/TimerWindowController.h"
 #include "ui_core/ListEditor.h"
 #include "ui_core/RunCommand.h"
@@ -78,6 +79,9 @@ bool Commands::performForDocument(Command command) {
     case Command::Open:
       openFile(session_);
       return true;
+    case Command::BackUp:
+      saveDocumentAs(session_);
+      return true;
     case Command::TimerWindow:
       if (session_.window) {
         session_.window->show();
@@ -115,6 +119,9 @@ bool Commands::performForTimerWindow(Command command) {
     case Command::MarkUnsent:
       timer->state().log().markSelectedForResend();
       return true;
+    case Command::ExportLog:
+      timer->log().exportTimeLog();
+      return true;
     default:
       return false;
   }
@@ -123,22 +130,22 @@ bool Commands::performForTimerWindow(Command command) {
 bool Commands::performForLists(Command command) {
   switch (command) {
     case Command::CustomerList:
-      windows_.load(Interface::CustomerList);
+      customerList(session_);
       return true;
     case Command::ServicesList:
-      windows_.load(Interface::ServicesList);
+      editServicesList(session_);
       return true;
     case Command::Delete:
       deleteActivity();
       return true;
     case Command::DeleteCustomerOrJob:
-      if (auto* list = windows_.customerList()) list->deleteRow();
+      if (auto* list = customerEditor()) list->deleteRow();
       return true;
     case Command::MarkAll:
-      if (auto* list = windows_.listInFront()) list->markAll();
+      if (ListEditor* list = listInFront()) list->markAllShown();
       return true;
     case Command::MarkNone:
-      if (auto* list = windows_.listInFront()) list->markNone();
+      if (ListEditor* list = listInFront()) list->markNoneShown();
       return true;
     default:
       return false;
@@ -160,11 +167,22 @@ bool Commands::performInFocus(Command command) {
   }
 }
 
+ListEditor* Commands::customerEditor() const { return listEditorOf(session_.customerListController); }
+ListEditor* Commands::servicesEditor() const { return listEditorOf(session_.servicesListController); }
+
+ListEditor* Commands::listInFront() const {
+  ListEditor* services = servicesEditor();
+  const QWidget* active = QApplication::activeWindow();
+  return services && (!customerEditor() || dynamic_cast<const ListEditor*>(active) == services)
+             ? services
+             : customerEditor();
+}
+
 void Commands::deleteActivity() {
   // Kept: a list editor that is open takes the command, also from behind; both ask before they delete.
-  if (auto* list = windows_.customerList()) {
+  if (auto* list = customerEditor()) {
     list->deleteRow();
-  } else if (auto* services = windows_.servicesList()) {
+  } else if (auto* services = servicesEditor()) {
     services->deleteRow();
   } else if (TimerWindowController* timer = windows_.timerWindow()) {
     timer->deleteActivity();
@@ -172,35 +190,33 @@ void Commands::deleteActivity() {
 }
 
 void Commands::openRecent(const QString& path) {
-  runCommand(session_, path, [&] {
-    [[maybe_unused]] const auto opened = documents_.openDocumentWithContentsOfURL(path);
-    windows_.endWithoutWindows();
-  });
+  runCommand(session_, path,
+             [&] { [[maybe_unused]] const auto opened = documents_.openDocumentWithContentsOfURL(path); });
 }
 
 bool Commands::validate(const MenuItem& item) const { return validateMenuItem(item, state()); }
 
 bool Commands::canDelete() const {
   TimerWindowController* timer = windows_.timerWindow();
-  const auto* customers = windows_.customerList();
-  const auto* services = windows_.servicesList();
+  const auto* customers = customerEditor();
+  const auto* services = servicesEditor();
   return pendra::canDelete({.timerWindowOpen = timer != nullptr,
                             .logSelected = timer && timer->state().log().numberOfSelectedRows() > 0,
                             .activitySelected = timer && timer->state().selectedActivity(),
                             .customerListOpen = customers != nullptr,
-                            .customerSelected = customers && customers->hasSelection(),
+                            .customerSelected = customers && customers->isDeleteOK(),
                             .servicesListOpen = services != nullptr,
-                            .serviceSelected = services && services->hasSelection()});
+                            .serviceSelected = services && services->isDeleteOK()});
 }
 
 CommandState Commands::state() const {
   TimerWindowController* timer = windows_.timerWindow();
-  const auto* customers = windows_.customerList();
+  const auto* customers = customerEditor();
   return {.documentOpen = session_.myDoc() != nullptr,
           .timerWindowOpen = timer != nullptr,
           .customerListOpen = customers != nullptr,
           .customerDeleteOK = customers && customers->isDeleteOK(),
-          .listEditorOpen = customers || windows_.servicesList(),
+          .listEditorOpen = customers || servicesEditor(),
           .canDelete = canDelete(),
           .editable = timer && timer->state().editable(),
           .exportable = timer && timer->state().exportable(),

@@ -8,6 +8,7 @@
 
 namespace pendra {
 
+class ListEditor;
 class WindowLoader;
 
 /// What each command of the menus does, and whether it may.
@@ -29,6 +30,11 @@ class Commands final : public CommandTarget {
   [[nodiscard]] bool performForLists(Command command);
   [[nodiscard]] bool performInFocus(Command command);
   void deleteActivity();
+  /// The list editors that are open; none otherwise.
+  [[nodiscard]] ListEditor* customerEditor() const;
+  [[nodiscard]] ListEditor* servicesEditor() const;
+  /// The one at the front, else the one that is open.
+  [[nodiscard]] ListEditor* listInFront() const;
   [[nodiscard]] bool canDelete() const;
   [[nodiscard]] CommandState state() const;
 

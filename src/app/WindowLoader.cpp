@@ -5,9 +5,9 @@
 
 #include "document/Session.h"
 #include "ui/CommandTarget.h"
+#include "ui/ListWindows.h"
 #include "ui/ShellWindows.h"
 #include "ui/TimerWindowController.h"
-#include "ui_core/ListEditor.h"
 
 namespace pendra {
 
@@ -39,6 +39,7 @@ void WindowLoader::connectTo(Session& session, MenuModel& menus, CommandTarget& 
   menus_ = &menus;
   target_ = &target;
   terminate_ = std::move(terminate);
+  qApp->installEventFilter(this);
 }
 
 WindowFrame WindowLoader::frame() const { return {*session_, *menus_, *target_}; }
@@ -47,10 +48,7 @@ template <class Window, class... Arguments>
 Window& WindowLoader::open(std::unique_ptr<Window>& place, Arguments&&... arguments) {
   if (!place) {
     place = std::make_unique<Window>(frame(), std::forward<Arguments>(arguments)...);
-    place->setClosed([this, &place] {
-      retire(place);
-      endWithoutWindows();
-    });
+    place->setClosed([&place] { retire(place); });
   }
   place->bringToFront();
   return *place;
@@ -67,23 +65,35 @@ void WindowLoader::load(Interface interface) {
     case Interface::WelcomeController:
       session_->welcomeController = &open(open_->welcome);
       break;
-    case Interface::Setup:
     case Interface::CustomerList:
+      loadCustomerList(*session_, *menus_, *target_);
+      break;
     case Interface::ServicesList:
+      loadServicesList(*session_, *menus_, *target_);
+      break;
+    case Interface::Setup:
       break;
   }
 }
 
 void WindowLoader::loadTimerWindow() {
   retire(open_->timer);
-  open_->timer = std::make_unique<TimerWindowController>(*session_, *menus_, *target_, [this] {
-    retire(open_->timer);
-    endWithoutWindows();
-  });
+  open_->timer =
+      std::make_unique<TimerWindowController>(*session_, *menus_, *target_, [this] { retire(open_->timer); });
 }
 
 void WindowLoader::showPreferences() { open(open_->preferences); }
 
+bool WindowLoader::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Hide && watched->isWidgetType() &&
+      static_cast<QWidget*>(watched)->isWindow()) {
+    endWithoutWindows();
+  }
+  return false;
+}
+
+/// Ends the program when neither a document nor a window is left, after the events at hand: opening, backing
+/// up and updating lists close windows and open them again in one go.
 void WindowLoader::endWithoutWindows() {
   QTimer::singleShot(0, qApp, [this] {
     const auto windows = QApplication::topLevelWidgets();
@@ -94,8 +104,5 @@ void WindowLoader::endWithoutWindows() {
 }
 
 TimerWindowController* WindowLoader::timerWindow() const { return open_->timer.get(); }
-ListEditor* WindowLoader::customerList() const { return nullptr; }
-ListEditor* WindowLoader::servicesList() const { return nullptr; }
-ListEditor* WindowLoader::listInFront() const { return nullptr; }
 
 }  // namespace pendra

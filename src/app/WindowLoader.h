@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <functional>
 #include <memory>
 
@@ -9,13 +10,12 @@
 namespace pendra {
 
 class CommandTarget;
-class ListEditor;
 class Session;
 class TimerWindowController;
 struct WindowFrame;
 
 /// Makes the windows, owns them, and ends the program when the last one was closed.
-class WindowLoader final : public InterfaceLoader {
+class WindowLoader final : public QObject, public InterfaceLoader {
  public:
   WindowLoader();
   ~WindowLoader() override;
@@ -25,19 +25,17 @@ class WindowLoader final : public InterfaceLoader {
 
   void load(Interface interface) override;
   void showPreferences();
-  /// Ends the program, after the current events, when neither a document nor a window is left.
-  void endWithoutWindows();
 
-  /// The windows that are open; none otherwise.
+  /// The timer window; none while it is not open.
   [[nodiscard]] TimerWindowController* timerWindow() const;
-  [[nodiscard]] ListEditor* customerList() const;
-  [[nodiscard]] ListEditor* servicesList() const;
-  /// The list editor with the keyboard focus, else the one that is open.
-  [[nodiscard]] ListEditor* listInFront() const;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   struct Open;
   void loadTimerWindow();
+  void endWithoutWindows();
   template <class Window, class... Arguments>
   Window& open(std::unique_ptr<Window>& place, Arguments&&... arguments);
   [[nodiscard]] WindowFrame frame() const;

@@ -9,6 +9,7 @@
 #include "document/DocumentClosing.h"
 #include "platform/Preferences.h"
 #include "ui/Buttons.h"
+#include "ui/EditorSheets.h"
 #include "ui/GradientDividerSplitView.h"
 #include "ui/LogPaneView.h"
 #include "ui/MenuBar.h"
@@ -25,7 +26,8 @@ constexpr std::chrono::milliseconds kTick{1000};
 constexpr std::chrono::milliseconds kIntroDelay{500};
 
 std::unique_ptr<TimerWindow> makeWindow(Session& session, std::function<void()> closed) {
-  return std::make_unique<TimerWindow>(session.notices(), [&session] { return windowShouldClose(session); }, std::move(closed));
+  return std::make_unique<TimerWindow>(
+      session.notices(), [&session] { return windowShouldClose(session); }, std::move(closed));
 }
 
 }  // namespace
@@ -37,7 +39,8 @@ TimerWindowController::TimerWindowController(Session& session, MenuModel& menus,
       closed_(std::move(closed)),
       window_(makeWindow(session, [this] { leave(); })),
       state_(session, *window_->myTableView, *this),
-      log_(new LogPaneView(session, state_)) {
+      log_(new LogPaneView(session, state_)),
+      editors_(std::make_unique<EditorSheets>(state_, *window_->myTableView, *window_)) {
   state_.setLog(log_->logController());
   window_->setLog(log_, log_->makeSummary());
   window_->setMenuBar(new MenuBar(menus, target, window_.get()));
@@ -81,6 +84,7 @@ void TimerWindowController::observeSession() {
   observations_.push_back(session_.myContextChanges().observe([this] {
     if (!session_.theFileDoc() || !session_.myContext()) return;
     state_.reloadData();
+    editors_->reloadData();
     state_.log().reloadData();
     state_.log().reloadComboxes();
   }));
@@ -129,11 +133,13 @@ void TimerWindowController::editSelected() {
   if (activitiesAreFirstResponder()) {
     editActivity();
   } else {
-    editTimePeriod();
+    editors_->showTimePeriodSheet();
   }
 }
 
-void TimerWindowController::editTimePeriod() {}
+void TimerWindowController::editTimePeriod() {
+  if (state_.log().numberOfSelectedRows() == 1) editors_->showTimePeriodSheet();
+}
 
 void TimerWindowController::deleteActivity() {
   if (activitiesAreFirstResponder()) {
@@ -143,7 +149,7 @@ void TimerWindowController::deleteActivity() {
   }
 }
 
-void TimerWindowController::showActivitySheet(bool) {}
+void TimerWindowController::showActivitySheet(bool forNew) { editors_->showActivitySheet(forNew); }
 
 void TimerWindowController::invalidateTracker() {}
 
@@ -187,6 +193,9 @@ void TimerWindowController::showCustomerJobLabel(const QString& text) {
 
 void TimerWindowController::showMainButton(bool running) { window_->startStopButton->setRunning(running); }
 
-void TimerWindowController::hideSendTime() { window_->submitTimeButton->hide(); }
+void TimerWindowController::hideSendTime() {
+  window_->submitTimeButton->hide();
+  if (editors_) editors_->hideSendToVTLabel();
+}
 
 }  // namespace pendra

@@ -12,11 +12,10 @@
 
 namespace pendra {
 
-class ActivitySheetFlow;
 class CommandTarget;
+class EditorSheets;
 class LogPaneView;
 class MenuModel;
-class TimePeriodSheetFlow;
 class TimerWindow;
 class Tracker;
 
@@ -71,6 +70,7 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   std::unique_ptr<TimerWindow> window_;
   TimerState state_;
   LogPaneView* log_;
+  std::unique_ptr<EditorSheets> editors_;
   QTimer tick_;
   bool logHadFocus_ = false;
   bool left_ = false;
