@@ -90,7 +90,11 @@ void NameComboBox::openList(const QString& typedText) {
   reloadItems();
   if (listItems_->rowCount() == 0) return;
   list_->setCompletionPrefix(typedText);
-  list_->complete(rect());
+  list_->complete(rect().translated(-edit_->pos()));
+  QAbstractItemView& view = *list_->popup();
+  if (view.currentIndex().isValid()) {
+    view.selectionModel()->select(view.currentIndex(), QItemSelectionModel::ClearAndSelect);
+  }
 }
 
 void NameComboBox::closeList() {

@@ -1,8 +1,11 @@
 #include "PendraStyle.h"
 
+#include <QListView>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyleOption>
+#include <QTextEdit>
 
 #include "ui/Buttons.h"
 #include "ui/Symbols.h"
@@ -16,6 +19,7 @@ constexpr int kIndicator = 16;
 constexpr int kScrollBar = 12;
 constexpr int kFieldPadding = 6;
 constexpr int kArrowWidth = 24;
+constexpr int kListItemHeight = 26;
 
 /// What decides how a push button is drawn.
 struct ButtonLook {
@@ -36,7 +40,8 @@ struct ButtonLook {
   static bool isPrimary(const QStyleOption& option, const QWidget* widget) {
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
     const bool isDefault = button && button->features & QStyleOptionButton::DefaultButton;
-    return isDefault || (widget && widget->property(kPrimaryProperty).toBool());
+    const QVariant primary = widget ? widget->property(kPrimaryProperty) : QVariant();
+    return primary.isValid() ? primary.toBool() : isDefault;
   }
   static bool isFlat(const QStyleOption& option) {
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
@@ -145,11 +150,28 @@ void drawScrollBar(QPainter& painter, const QStyleOptionSlider& bar, const QRect
   drawRounded(painter, inner, mixed(colours.base, colours.quiet, active ? 0.7 : 0.4), {});
 }
 
+bool isTextArea(const QWidget* widget) {
+  return qobject_cast<const QPlainTextEdit*>(widget) || qobject_cast<const QTextEdit*>(widget);
+}
+
 }  // namespace
 
 PendraStyle::PendraStyle() : QProxyStyle(QStringLiteral("fusion")) {}
 
 void PendraStyle::polish(QPalette& palette) { palette = Theme::palette(palette); }
+
+void PendraStyle::polish(QWidget* widget) {
+  QProxyStyle::polish(widget);
+  if (isTextArea(widget)) widget->installEventFilter(this);
+}
+
+/// A text area repaints its contents when the focus comes or goes, but not the frame that shows it.
+bool PendraStyle::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
+    static_cast<QWidget*>(watched)->update();
+  }
+  return QProxyStyle::eventFilter(watched, event);
+}
 
 void PendraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                 const QWidget* widget) const {
@@ -164,6 +186,11 @@ void PendraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     }
     case PE_FrameLineEdit:
       return drawFieldPanel(*painter, *option, widget);
+    case PE_Frame:
+      if (isTextArea(widget)) return drawFieldPanel(*painter, *option, widget);
+      painter->setPen(controlLine(Theme::colours(option->palette)));
+      painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+      return;
     case PE_FrameDefaultButton:
       return;
     case PE_IndicatorCheckBox:
@@ -171,8 +198,8 @@ void PendraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     case PE_IndicatorRadioButton:
       return drawRadio(*painter, *option);
     case PE_FrameFocusRect:
-      // A push button draws its own ring around the panel.
-      if (!qobject_cast<const QPushButton*>(widget)) {
+      // A push button draws its own ring around the panel; lists show their current item by its colour.
+      if (!qobject_cast<const QPushButton*>(widget) && !qobject_cast<const QAbstractItemView*>(widget)) {
         drawFocusRing(*painter, option->rect, Theme::colours(option->palette));
       }
       return;
@@ -197,6 +224,8 @@ void PendraStyle::drawControl(ControlElement element, const QStyleOption* option
     painter->setFont(font);
   } else if (look.enabled && look.flat && !widget->testAttribute(Qt::WA_SetPalette)) {
     label.palette.setColor(QPalette::ButtonText, colours.link);
+  } else if (look.enabled && widget && widget->property(kDestructiveProperty).toBool()) {
+    label.palette.setColor(QPalette::ButtonText, colours.warning);
   }
   QProxyStyle::drawControl(element, &label, painter, widget);
 }
@@ -251,6 +280,8 @@ QSize PendraStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
           .expandedTo({0, metrics::kControlHeight});
     case CT_LineEdit:
       return size.expandedTo({0, metrics::kControlHeight});
+    case CT_ItemViewItem:
+      return size.expandedTo({0, kListItemHeight});
     case CT_MenuItem:
       return size.expandedTo({0, size.height() > metrics::kGrid + 4 ? metrics::kControlHeight - 2 : 0});
     default:
@@ -265,6 +296,11 @@ int PendraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, con
     case PM_ExclusiveIndicatorWidth:
     case PM_ExclusiveIndicatorHeight:
       return kIndicator;
+    case PM_FocusFrameHMargin:
+      return qobject_cast<const QListView*>(widget) ? kFieldPadding - 1
+                                                    : QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_DefaultFrameWidth:
+      return isTextArea(widget) ? 3 : QProxyStyle::pixelMetric(metric, option, widget);
     case PM_ScrollBarExtent:
       return kScrollBar;
     case PM_LayoutLeftMargin:

@@ -13,6 +13,8 @@ class PendraStyle final : public QProxyStyle {
   using QProxyStyle::polish;
   /// Replaces the desktop's colours by the look that fits them.
   void polish(QPalette& palette) override;
+  void polish(QWidget* widget) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

@@ -3,8 +3,10 @@
 #include <QAbstractButton>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPushButton>
 
+#include "ui/Buttons.h"
 #include "ui/FrontWindow.h"
 #include "ui/Theme.h"
 
@@ -12,16 +14,41 @@ namespace pendra {
 
 namespace {
 
-QMessageBox::Icon iconOf(Alert::Style style) {
+using namespace Qt::StringLiterals;
+
+constexpr int kIconSize = 32;
+
+QColor iconColour(Alert::Style style, const Colours& colours) {
   switch (style) {
     case Alert::Style::Warning:
-      return QMessageBox::Warning;
+      return colours.notice;
     case Alert::Style::Informational:
-      return QMessageBox::Information;
+      return colours.link;
     case Alert::Style::Critical:
-      return QMessageBox::Critical;
+      return colours.warning;
   }
-  return QMessageBox::NoIcon;
+  return colours.text;
+}
+
+/// A disc with the letter "i" for news, else with an exclamation mark.
+QPixmap iconOf(Alert::Style style, const QWidget& box) {
+  const Colours& colours = Theme::colours(box.palette());
+  QPixmap icon(QSize(kIconSize, kIconSize) * box.devicePixelRatio());
+  icon.setDevicePixelRatio(box.devicePixelRatio());
+  icon.fill(Qt::transparent);
+  QPainter painter(&icon);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(iconColour(style, colours));
+  const QRect disc(0, 0, kIconSize, kIconSize);
+  painter.drawEllipse(disc);
+  QFont font = Theme::cellFont();
+  font.setPixelSize(kIconSize * 5 / 8);
+  font.setWeight(QFont::Bold);
+  painter.setFont(font);
+  painter.setPen(colours.base);
+  painter.drawText(disc, Qt::AlignCenter, style == Alert::Style::Informational ? u"i"_s : u"!"_s);
+  return icon;
 }
 
 constexpr const char* kAnswerProperty = "pendraAnswer";
@@ -43,13 +70,16 @@ void addButtons(QMessageBox& box, const Alert& alert) {
     button->setAccessibleName(title);
     if (title == u"Cancel" || count == 1) box.setEscapeButton(button);
     if (index == (destroys ? count - 1 : 0)) box.setDefaultButton(button);
+    if (!destroys) continue;
+    button->setProperty(kPrimaryProperty, false);
+    if (index == 0) button->setProperty(kDestructiveProperty, true);
   }
 }
 
 void fill(QMessageBox& box, const Alert& alert) {
   box.setWindowTitle(QObject::tr("Pendra"));
   box.setTextFormat(Qt::PlainText);
-  box.setIcon(iconOf(alert.style));
+  box.setIconPixmap(iconOf(alert.style, box));
   box.setText(alert.message);
   box.setInformativeText(alert.informative);
   if (auto* message = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {

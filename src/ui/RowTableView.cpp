@@ -10,6 +10,7 @@
 #include "EmptyState.h"
 #include "RowDelegate.h"
 #include "RowHeader.h"
+#include "TableAccessible.h"
 #include "ui/Theme.h"
 
 namespace pendra {
@@ -38,6 +39,7 @@ bool acts(const QModelIndex& index) { return index.isValid() && actsOnPress(RowD
 }  // namespace
 
 RowTableView::RowTableView(QWidget* parent) : QTableView(parent), empty_(new EmptyState(viewport())) {
+  TableAccessible::install();
   setFrameShape(QFrame::NoFrame);
   setShowGrid(false);
   setFont(Theme::cellFont());
@@ -144,6 +146,13 @@ void RowTableView::editCell(const QString& identifier, int row) {
 void RowTableView::setEmptyState(const QString& sentence, const QString& buttonTitle) {
   empty_->say(sentence, buttonTitle);
   placeEmptyState();
+}
+
+void RowTableView::pressPlace(int row, int column) {
+  if (row < 0) return clickHead(column);
+  const QPersistentModelIndex index = model_->index(row, column);
+  if (!selectionModel()->isRowSelected(row)) selectRow(row);
+  pressCell(index);
 }
 
 void RowTableView::pressCell(const QModelIndex& index) {

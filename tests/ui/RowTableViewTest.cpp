@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -152,6 +153,29 @@ TEST_F(Table, NamesActingCellsByWhatAPressDoes) {
   EXPECT_EQ(spoken(0, 0), u"Start"_s);
   EXPECT_EQ(spoken(1, 0), u"Stop"_s);
   EXPECT_EQ(spoken(0, 2), u"Edit"_s);
+}
+
+TEST_F(Table, AssistiveTechnologyPressesCellsAndHeads) {
+  QSignalSpy presses(&view, &RowTableView::cellPressed);
+  QSignalSpy heads(&view, &RowTableView::headClicked);
+  QAccessibleInterface* table = QAccessible::queryAccessibleInterface(&view);
+  ASSERT_NE(table->tableInterface(), nullptr);
+  QAccessibleInterface* stop = table->tableInterface()->cellAt(1, 0);
+  EXPECT_EQ(stop->text(QAccessible::Name), u"Stop"_s);
+  EXPECT_EQ(table->child(table->indexOfChild(stop)), stop);
+  stop->actionInterface()->doAction(stop->actionInterface()->actionNames().front());
+  EXPECT_EQ(presses.count(), 0) << "whoever asks must not wait for a sheet";
+  QCoreApplication::processEvents();
+  ASSERT_EQ(presses.count(), 1);
+  EXPECT_EQ(presses[0], (QList<QVariant>{1, u"startstop"_s}));
+  EXPECT_THAT(view.selectedRows(), ElementsAre(1));
+
+  QAccessibleInterface* name = table->child(2);
+  EXPECT_EQ(name->role(), QAccessible::ColumnHeader);
+  name->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  QCoreApplication::processEvents();
+  EXPECT_EQ(heads.count(), 1);
+  EXPECT_EQ(table->tableInterface()->cellAt(0, 1)->text(QAccessible::Name), u"a"_s);
 }
 
 TEST_F(Table, FillsItsWidthWithItsColumns) {

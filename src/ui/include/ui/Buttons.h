@@ -5,8 +5,10 @@
 
 namespace pendra {
 
-/// Set on a push button, draws it filled. The default button of a dialog is filled without it.
+/// Set on a push button, decides whether it is drawn filled. Without it the default button of a dialog is.
 inline constexpr const char* kPrimaryProperty = "primary";
+/// Set on a push button that destroys something, writes it in the colour of warnings.
+inline constexpr const char* kDestructiveProperty = "destructive";
 /// Set on a field, marks its text as one that could not be read.
 inline constexpr const char* kUnreadableProperty = "unreadable";
 

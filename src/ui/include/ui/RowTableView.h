@@ -41,8 +41,9 @@ class RowTableView : public QTableView, public TablePort {
   void editCell(const QString& identifier, int row);
   /// What stands in the middle while there are no rows; an empty title leaves the button out.
   void setEmptyState(const QString& sentence, const QString& buttonTitle = {});
-  /// What a press on the cell does; the way in for the keyboard and for assistive technology.
-  void pressCell(const QModelIndex& index);
+  /// Presses a cell, after selecting its row, or with row -1 the head of a column: the way in for assistive
+  /// technology.
+  void pressPlace(int row, int column);
 
  Q_SIGNALS:
   void selectionDidChange();
@@ -75,6 +76,7 @@ class RowTableView : public QTableView, public TablePort {
   };
 
   void makeHeads();
+  void pressCell(const QModelIndex& index);
   void clickHead(int section);
   void rememberSelection();
   void rememberScroll();

@@ -1,0 +1,71 @@
+#include "ui/NoticeLine.h"
+
+#include <gtest/gtest.h>
+
+#include <QPushButton>
+#include <QTest>
+#include <QVBoxLayout>
+
+namespace pendra {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class Line : public testing::Test {
+ protected:
+  Line() {
+    auto* column = new QVBoxLayout(&window);
+    column->addWidget(&line);
+    column->addWidget(&below, 1);
+    window.resize(800, 300);
+    window.show();
+  }
+  QPushButton* button(const QString& name) {
+    for (auto* candidate : line.findChildren<QPushButton*>()) {
+      if (candidate->accessibleName() == name && !candidate->isHidden()) return candidate;
+    }
+    return nullptr;
+  }
+
+  Notices notices;
+  QWidget window;
+  NoticeLine line{notices};
+  QWidget below;
+};
+
+TEST_F(Line, StandsOnlyWhileThereIsSomethingToSay) {
+  EXPECT_TRUE(line.isHidden());
+  notices.post({u"save"_s, u"Not saved: No space left on device"_s, {}});
+  EXPECT_FALSE(line.isHidden());
+  EXPECT_EQ(line.accessibleDescription(), u"Not saved: No space left on device"_s);
+  notices.withdraw(u"save"_s);
+  EXPECT_TRUE(line.isHidden());
+}
+
+TEST_F(Line, PushesDownWhatIsBelow) {
+  notices.post({u"save"_s, u"Not saved"_s, {}});
+  ASSERT_TRUE(QTest::qWaitFor([this] { return line.height() >= line.sizeHint().height(); }));
+  EXPECT_GE(below.geometry().top(), line.geometry().bottom());
+}
+
+TEST_F(Line, ShowsTheNewestAndComesBackToTheOlder) {
+  notices.post({u"a"_s, u"first"_s, {}});
+  notices.post({u"b"_s, u"second"_s, {}});
+  EXPECT_EQ(line.text(), u"second"_s);
+  button(u"Dismiss"_s)->click();
+  EXPECT_EQ(line.text(), u"first"_s);
+  button(u"Dismiss"_s)->click();
+  EXPECT_TRUE(line.isHidden());
+}
+
+TEST_F(Line, AnActionRunsOnceItsNoticeIsGone) {
+  bool stoodWhileRunning = true;
+  notices.post(
+      {u"a"_s, u"text"_s, {{u"Try Again"_s, [&] { stoodWhileRunning = !notices.standing().empty(); }}}});
+  button(u"Try Again"_s)->click();
+  EXPECT_FALSE(stoodWhileRunning);
+  EXPECT_TRUE(line.isHidden());
+}
+
+}  // namespace
+}  // namespace pendra
