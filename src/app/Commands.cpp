@@ -1,15 +1,19 @@
 #include "Commands.h"
 
 #include <QApplication>
+#include <QHash>
 #include <QMetaObject>
 
+#include "LinkServices.h"
 #include "WindowLoader.h"
 #include "document/Backup.h"
 #include "document/DocumentLoading.h"
+#include "platform/Resources.h"
 #include "ui/LogPaneView.h"
 #include "ui/TimerWindowController.h"
 #include "ui_core/ListEditor.h"
 #include "ui_core/RunCommand.h"
+#include "ui_core/ShellCommands.h"
 
 namespace pendra {
 
@@ -25,6 +29,23 @@ QString spokenName(const MenuModel& menus, Command command) {
   return {};
 }
 
+/// The place in the help book that a window stands for.
+QString anchorOf(const QWidget* sender) {
+  static const QHash<QString, QString> kAnchors{
+      {QStringLiteral("Set Up Pendra"), QStringLiteral("setup")},
+      {QStringLiteral("Customers and Jobs"), QStringLiteral("customers-and-jobs")},
+      {QStringLiteral("Service Items"), QStringLiteral("service-items")},
+      {QStringLiteral("Preferences"), QStringLiteral("preferences")},
+      {QStringLiteral("About Pendra"), QStringLiteral("about")},
+      {QStringLiteral("Welcome to Pendra"), QStringLiteral("welcome")},
+      {QStringLiteral("Add Activity"), QStringLiteral("activity-editor")},
+      {QStringLiteral("Edit Activity"), QStringLiteral("activity-editor")},
+      {QStringLiteral("Edit Time Entry"), QStringLiteral("time-entry-editor")},
+      {QStringLiteral("Send Time"), QStringLiteral("send-time")},
+  };
+  return kAnchors.value(sender ? sender->window()->windowTitle() : QString(), QStringLiteral("timer-window"));
+}
+
 /// Hands an edit command to the field that has the keyboard focus.
 bool invokeInFocus(const char* slot) {
   QWidget* focus = QApplication::focusWidget();
@@ -33,19 +54,21 @@ bool invokeInFocus(const char* slot) {
 
 }  // namespace
 
-Commands::Commands(Session& session, const MenuModel& menus, WindowLoader& windows,
+Commands::Commands(Session& session, const MenuModel& menus, WindowLoader& windows, LinkServices& link,
                    std::function<void()> terminate)
     : session_(session),
       menus_(menus),
       windows_(windows),
+      link_(link),
       terminate_(std::move(terminate)),
       documents_(session) {}
 
 void Commands::perform(Command command, QWidget* sender) {
   runCommand(session_, spokenName(menus_, command), [&] {
-    [[maybe_unused]] const bool done = performForProgram(command, sender) || performForDocument(command) ||
-                                       performForTimerWindow(command) || performForLists(command) ||
-                                       performInFocus(command);
+    [[maybe_unused]] const bool done = performForProgram(command, sender) ||
+                                       performForShell(command, sender) || performForDocument(command) ||
+                                       performForVantor(command) || performForTimerWindow(command) ||
+                                       performForLists(command) || performInFocus(command);
   });
 }
 
@@ -88,6 +111,46 @@ bool Commands::performForDocument(Command command) {
       } else if (session_.myDoc()) {
         createNewTimer(session_);
       }
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool Commands::performForVantor(Command command) {
+  TimerWindowController* timer = windows_.timerWindow();
+  switch (command) {
+    case Command::SendAllTime:
+      if (timer) link_.submitAllTime(*timer);
+      return true;
+    case Command::SendSelected:
+      if (timer) link_.submitSelectedPeriods(*timer);
+      return true;
+    case Command::UpdateLists:
+      link_.lists.updateLists();
+      return true;
+    case Command::ImportCustomers:
+      link_.lists.importCustomerIIFFile();
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool Commands::performForShell(Command command, QWidget* sender) {
+  Workspace& workspace = session_.ports().workspace;
+  switch (command) {
+    case Command::Help:
+      showHelp({.text = anchorOf(sender)}, workspace, resourceFolder());
+      return true;
+    case Command::Feedback:
+      submitFeedback(workspace);
+      return true;
+    case Command::Community:
+      showCommunity(workspace);
+      return true;
+    case Command::Components:
+      showThirdPartyPDF(workspace, resourceFolder());
       return true;
     default:
       return false;

@@ -9,13 +9,15 @@
 namespace pendra {
 
 class ListEditor;
+struct LinkServices;
 class WindowLoader;
 
 /// What each command of the menus does, and whether it may.
 class Commands final : public CommandTarget {
  public:
   /// All must outlive it. `terminate` asks for the end of the program.
-  Commands(Session& session, const MenuModel& menus, WindowLoader& windows, std::function<void()> terminate);
+  Commands(Session& session, const MenuModel& menus, WindowLoader& windows, LinkServices& link,
+           std::function<void()> terminate);
 
   void perform(Command command, QWidget* sender) override;
   [[nodiscard]] bool validate(const MenuItem& item) const override;
@@ -26,6 +28,8 @@ class Commands final : public CommandTarget {
  private:
   [[nodiscard]] bool performForProgram(Command command, QWidget* sender);
   [[nodiscard]] bool performForDocument(Command command);
+  [[nodiscard]] bool performForVantor(Command command);
+  [[nodiscard]] bool performForShell(Command command, QWidget* sender);
   [[nodiscard]] bool performForTimerWindow(Command command);
   [[nodiscard]] bool performForLists(Command command);
   [[nodiscard]] bool performInFocus(Command command);
@@ -41,6 +45,7 @@ class Commands final : public CommandTarget {
   Session& session_;
   const MenuModel& menus_;
   WindowLoader& windows_;
+  LinkServices& link_;
   std::function<void()> terminate_;
   CorvelDocController documents_;
 };

@@ -26,11 +26,12 @@ ObjectModel loadManagedObjectModel() {
 
 CorvelAppDelegate::CorvelAppDelegate(SingleInstance& instance)
     : session_(environment_.ports(windows_, menus_), loadManagedObjectModel()),
+      link_(session_),
       launch_(session_),
-      commands_(session_, menus_, windows_, [this] { terminate(); }),
+      commands_(session_, menus_, windows_, link_, [this] { terminate(); }),
       signals_([this] { terminate(); }) {
   delegate = this;
-  windows_.connectTo(session_, menus_, commands_, [this] { terminate(); });
+  windows_.connectTo(session_, menus_, commands_, link_, [this] { terminate(); });
   instance.setOpener([this](const QString& path) { openFromOutside(path); });
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
                    [this](QSessionManager& manager) { endOfSession(manager); });
@@ -67,7 +68,10 @@ void CorvelAppDelegate::terminate() {
 
 bool CorvelAppDelegate::applicationShouldTerminate() { return launch_.applicationShouldTerminate(); }
 
-void CorvelAppDelegate::applicationWillTerminate() { stopAllActivities(session_); }
+void CorvelAppDelegate::applicationWillTerminate() {
+  stopAllActivities(session_);
+  link_.checks.closeVTConnection();
+}
 
 void CorvelAppDelegate::endOfSession(QSessionManager& manager) {
   if (!manager.allowsInteraction()) return;

@@ -6,6 +6,7 @@
 
 #include "Commands.h"
 #include "Environment.h"
+#include "LinkServices.h"
 #include "SignalWatcher.h"
 #include "WindowLoader.h"
 #include "document/Launch.h"
@@ -47,6 +48,7 @@ class CorvelAppDelegate {
   MenuModel menus_;
   WindowLoader windows_;
   Session session_;
+  LinkServices link_;
   Launch launch_;
   Commands commands_;
   SignalWatcher signals_;

@@ -1,13 +1,19 @@
 #include "WindowLoader.h"
 
 #include <QApplication>
+#include <QKeyEvent>
+#include <QMenu>
 #include <QTimer>
 
+#include "LinkServices.h"
 #include "document/Session.h"
+#include "platform/Resources.h"
 #include "ui/CommandTarget.h"
 #include "ui/ListWindows.h"
+#include "ui/SetupController.h"
 #include "ui/ShellWindows.h"
 #include "ui/TimerWindowController.h"
+#include "ui_core/ShellCommands.h"
 
 namespace pendra {
 
@@ -15,6 +21,7 @@ namespace pendra {
 /// still stand on the call stack.
 struct WindowLoader::Open {
   std::unique_ptr<TimerWindowController> timer;
+  std::unique_ptr<SetupController> setup;
   std::unique_ptr<AboutBox> about;
   std::unique_ptr<WelcomeWindow> welcome;
   std::unique_ptr<PreferencesWindow> preferences;
@@ -33,8 +40,9 @@ void retire(std::unique_ptr<Window>& window) {
 WindowLoader::WindowLoader() : open_(std::make_unique<Open>()) {}
 WindowLoader::~WindowLoader() = default;
 
-void WindowLoader::connectTo(Session& session, MenuModel& menus, CommandTarget& target,
+void WindowLoader::connectTo(Session& session, MenuModel& menus, CommandTarget& target, LinkServices& link,
                              std::function<void()> terminate) {
+  link_ = &link;
   session_ = &session;
   menus_ = &menus;
   target_ = &target;
@@ -60,7 +68,7 @@ void WindowLoader::load(Interface interface) {
       loadTimerWindow();
       break;
     case Interface::AboutBox:
-      open(open_->about, QCoreApplication::applicationVersion());
+      open(open_->about, versionText());
       break;
     case Interface::WelcomeController:
       session_->welcomeController = &open(open_->welcome);
@@ -72,6 +80,7 @@ void WindowLoader::load(Interface interface) {
       loadServicesList(*session_, *menus_, *target_);
       break;
     case Interface::Setup:
+      open(open_->setup, link_->checks, link_->lists);
       break;
   }
 }
@@ -89,7 +98,24 @@ bool WindowLoader::eventFilter(QObject* watched, QEvent* event) {
       static_cast<QWidget*>(watched)->isWindow()) {
     endWithoutWindows();
   }
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
+    return helpFor(watched);
+  }
   return false;
+}
+
+/// F1 where no menu bar answers it: in a sheet, and on an item of an open menu.
+bool WindowLoader::helpFor(QObject* watched) {
+  if (const auto* menu = qobject_cast<QMenu*>(watched)) {
+    const QAction* item = menu->activeAction();
+    showHelp({.tag = item ? item->property("tag").toInt() : 0}, session_->ports().workspace,
+             resourceFolder());
+    return true;
+  }
+  QWidget* sheet = QApplication::activeModalWidget();
+  if (!sheet || !watched->isWidgetType()) return false;
+  target_->perform(Command::Help, sheet);
+  return true;
 }
 
 /// Ends the program when neither a document nor a window is left, after the events at hand: opening, backing

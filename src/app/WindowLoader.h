@@ -10,6 +10,7 @@
 namespace pendra {
 
 class CommandTarget;
+struct LinkServices;
 class Session;
 class TimerWindowController;
 struct WindowFrame;
@@ -21,7 +22,8 @@ class WindowLoader final : public QObject, public InterfaceLoader {
   ~WindowLoader() override;
 
   /// Given once the session exists, which needs the loader first.
-  void connectTo(Session& session, MenuModel& menus, CommandTarget& target, std::function<void()> terminate);
+  void connectTo(Session& session, MenuModel& menus, CommandTarget& target, LinkServices& link,
+                 std::function<void()> terminate);
 
   void load(Interface interface) override;
   void showPreferences();
@@ -36,6 +38,7 @@ class WindowLoader final : public QObject, public InterfaceLoader {
   struct Open;
   void loadTimerWindow();
   void endWithoutWindows();
+  bool helpFor(QObject* watched);
   template <class Window, class... Arguments>
   Window& open(std::unique_ptr<Window>& place, Arguments&&... arguments);
   [[nodiscard]] WindowFrame frame() const;
@@ -43,6 +46,7 @@ class WindowLoader final : public QObject, public InterfaceLoader {
   Session* session_ = nullptr;
   MenuModel* menus_ = nullptr;
   CommandTarget* target_ = nullptr;
+  LinkServices* link_ = nullptr;
   std::function<void()> terminate_;
   std::unique_ptr<Open> open_;
 };

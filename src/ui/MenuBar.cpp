@@ -56,6 +56,7 @@ void MenuBar::addItem(QMenu& menu, const MenuItem& item) {
   connect(action, &QAction::triggered, this, [this, item] {
     if (target_.validate(item)) target_.perform(item.command, window_);
   });
+  action->setProperty("tag", item.tag);
   items_.insert(action, item);
 }
 
@@ -69,7 +70,8 @@ void MenuBar::validate(const QMenu& menu) {
 
 void MenuBar::enableShortcuts(const QMenu& menu) {
   for (QAction* action : menu.actions()) {
-    if (const auto item = items_.constFind(action); item != items_.constEnd()) action->setEnabled(item->enabled);
+    if (const auto item = items_.constFind(action); item != items_.constEnd())
+      action->setEnabled(item->enabled);
   }
 }
 

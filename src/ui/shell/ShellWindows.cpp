@@ -6,7 +6,6 @@
 #include <QVBoxLayout>
 
 #include "platform/Preferences.h"
-#include "platform/Text.h"
 #include "ui/Buttons.h"
 #include "ui/CommandTarget.h"
 #include "ui/Theme.h"
@@ -59,7 +58,7 @@ struct Page {
 AboutBox::AboutBox(const WindowFrame& frame, const QString& version) : AppWindow(frame, tr("About Pendra")) {
   Page page;
   page.column->addWidget(title(tr("Pendra")));
-  auto* versionField = new QLabel(formatted(tr("Version %@"), {version}));
+  auto* versionField = new QLabel(version);
   versionField->setObjectName(QStringLiteral("versionField"));
   versionField->setTextInteractionFlags(Qt::TextSelectableByMouse);
   page.column->addWidget(versionField);

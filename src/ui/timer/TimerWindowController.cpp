@@ -5,12 +5,14 @@
 #include <QPushButton>
 
 #include "TimerWindow.h"
+#include "analytics/StartTracking.h"
 #include "document/CorvelFileDoc.h"
 #include "document/DocumentClosing.h"
 #include "platform/Preferences.h"
 #include "ui/Buttons.h"
 #include "ui/EditorSheets.h"
 #include "ui/GradientDividerSplitView.h"
+#include "ui/IntroSheet.h"
 #include "ui/LogPaneView.h"
 #include "ui/MenuBar.h"
 #include "ui/RowTableView.h"
@@ -104,6 +106,19 @@ void TimerWindowController::startUp() {
   state_.log().reloadComboxes();
   tick_.start(kTick);
   show();
+  introduce();
+  tracker_ =
+      startTracking({session_.ports().notifications, session_.ports().workspace, session_.ports().defaults});
+}
+
+void TimerWindowController::introduce() {
+  if (!std::exchange(session_.showIntroSheet, false)) return;
+  QTimer::singleShot(kIntroDelay, window_.get(),
+                     [window = window_.get()] { (new IntroSheet(window))->showSheetForIntro(); });
+  session_.notices().post(
+      {.key = QStringLiteral("statistics"),
+       .text = tr("Pendra sends usage statistics, without anything that you typed. You can switch them off."),
+       .actions = {{tr("Preferences…"), [&target = target_] { target.perform(Command::Preferences, nullptr); }}}});
 }
 
 void TimerWindowController::tick() {
@@ -151,7 +166,9 @@ void TimerWindowController::deleteActivity() {
 
 void TimerWindowController::showActivitySheet(bool forNew) { editors_->showActivitySheet(forNew); }
 
-void TimerWindowController::invalidateTracker() {}
+void TimerWindowController::invalidateTracker() {
+  if (tracker_) tracker_->invalidate();
+}
 
 void TimerWindowController::show() {
   window_->show();

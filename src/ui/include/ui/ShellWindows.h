@@ -9,6 +9,7 @@ namespace pendra {
 /// "About Pendra": what this is and which version.
 class AboutBox final : public AppWindow {
  public:
+  /// `version` is shown as it stands.
   AboutBox(const WindowFrame& frame, const QString& version);
 };
 

@@ -59,6 +59,8 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   void connectControls();
   void observeSession();
   void startUp();
+  /// On a first run: the introduction, and where statistics are switched off.
+  void introduce();
   void tick();
   void pressCell(int row, const QString& identifier);
   void showDocumentState();
@@ -72,6 +74,7 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   LogPaneView* log_;
   std::unique_ptr<EditorSheets> editors_;
   QTimer tick_;
+  std::unique_ptr<Tracker> tracker_;
   bool logHadFocus_ = false;
   bool left_ = false;
   std::vector<Notifier::Subscription> observations_;

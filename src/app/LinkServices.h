@@ -1,0 +1,32 @@
+#pragma once
+
+#include "link/AffectedActivities.h"
+#include "link/ChannelServer.h"
+#include "link/ConnectionChecks.h"
+#include "link/ListSync.h"
+#include "ui/BusyPanel.h"
+
+namespace pendra {
+
+class TimerWindowController;
+
+/// Everything that talks to Vantor; one for the program.
+struct LinkServices {
+  explicit LinkServices(Session& theSession) : session(theSession) {}
+
+  /// The log's send command, and the menu's, for the entries that the timer window's log considers.
+  void submitSelectedPeriods(TimerWindowController& timer);
+  void submitAllTime(TimerWindowController& timer);
+
+  Session& session;
+  ConnectionChecks checks{session, connectOverChannel()};
+  AffectedActivities affected;
+  BusyPanel progress;
+  ListSync lists{session, checks, progress, affected};
+
+ private:
+  template <class Send>
+  void send(TimerWindowController& timer, const Send& how);
+};
+
+}  // namespace pendra

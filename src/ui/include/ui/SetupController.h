@@ -1,0 +1,62 @@
+#pragma once
+
+#include "link/SetupFlow.h"
+#include "ui/AppWindow.h"
+
+class QButtonGroup;
+class QComboBox;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace pendra {
+
+class PathControl;
+
+/// "Set Up Pendra": makes a document and decides its mode. What it does stands in SetupFlow; the window only
+/// shows and asks. It is in the session while it is open, but for the last steps of saving: reading the new
+/// document takes it out, and it stays on the screen until the lists are loaded.
+class SetupController final : public AppWindow, public SetupView {
+  Q_OBJECT
+ public:
+  /// Both must outlive it. Questions to Vantor are asked here; one that fails leaves a window in which
+  /// standalone can be chosen.
+  SetupController(const WindowFrame& frame, ConnectionChecks& checks, ListSync& lists);
+
+  void close() override;
+  void showDisplay(const SetupDisplay& display) override;
+  [[nodiscard]] int selectedRow() const override;
+  [[nodiscard]] QString selectedName() const override;
+  void finish() override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  [[nodiscard]] QWidget* makeContent();
+  [[nodiscard]] QWidget* makeSettings();
+  [[nodiscard]] QWidget* makeStatus();
+  [[nodiscard]] QWidget* makeButtons();
+  void windowWillClose();
+  void lookForVantor();
+  void save();
+  void showSettings(bool visible);
+
+  Session& session_;
+  SetupFlow flow_;
+  bool saving_ = false;
+  QStringList employeeNames_;
+
+  QButtonGroup* standaloneRadioi_ = nullptr;
+  QWidget* vtSettingsView_ = nullptr;
+  PathControl* myCompanyFile_ = nullptr;
+  QLabel* myNoFileOpenText_ = nullptr;
+  QLabel* NoneText_ = nullptr;
+  QPushButton* lookAgain_ = nullptr;
+  QComboBox* myNamePopup_ = nullptr;
+  QPushButton* okButton_ = nullptr;
+  QProgressBar* statusSpinner_ = nullptr;
+  QLabel* statusText_ = nullptr;
+};
+
+}  // namespace pendra

@@ -1,0 +1,229 @@
+#include "ui/SetupController.h"
+
+#include <QButtonGroup>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "ui/Buttons.h"
+#include "ui/PathControl.h"
+#include "ui/Theme.h"
+#include "ui_core/RunCommand.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr int kContentWidth = 520;
+constexpr int kIndent = metrics::kGrid * 3;
+
+QLabel* words(const QString& text, const QString& name) {
+  auto* label = new QLabel(text);
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  return label;
+}
+
+QLabel* quietWords(const QString& text, const QString& name = {}) {
+  QLabel* label = words(text, name);
+  label->setForegroundRole(QPalette::PlaceholderText);
+  return label;
+}
+
+QWidget* indented(QWidget* widget) {
+  widget->setContentsMargins(kIndent, 0, 0, 0);
+  return widget;
+}
+
+}  // namespace
+
+SetupController::SetupController(const WindowFrame& frame, ConnectionChecks& checks, ListSync& lists)
+    : AppWindow(frame, tr("Set Up Pendra")),
+      session_(frame.session),
+      flow_(frame.session, checks, lists, *this) {
+  session_.setupController = this;
+  setObjectName(QStringLiteral("SetupController"));
+  setContent(makeContent());
+  lookForVantor();
+}
+
+QWidget* SetupController::makeContent() {
+  auto* content = new QWidget;
+  content->setFixedWidth(kContentWidth);
+  auto* column = new QVBoxLayout(content);
+  column->setContentsMargins(metrics::kGrid * 4, metrics::kGrid * 3, metrics::kGrid * 4, metrics::kGrid * 3);
+  column->setSpacing(0);
+  standaloneRadioi_ = new QButtonGroup(this);
+  standaloneRadioi_->setObjectName(QStringLiteral("standaloneRadioi"));
+  const auto addMode = [&](int row, const QString& title, const QString& meaning) {
+    auto* radio = new QRadioButton(title);
+    radio->setChecked(row == 0);
+    standaloneRadioi_->addButton(radio, row);
+    column->addWidget(radio);
+    column->addSpacing(metrics::kGrid / 2);
+    column->addWidget(indented(quietWords(meaning)));
+  };
+  addMode(
+      0, tr("Link to Vantor"),
+      tr("Customers, jobs and service items come from the company that is open in Vantor, and your time is "
+         "sent to it."));
+  vtSettingsView_ = makeSettings();
+  column->addWidget(vtSettingsView_);
+  column->addSpacing(metrics::kGrid * 3);
+  addMode(1, tr("Work standalone"), tr("You keep the lists yourself. Nothing is sent anywhere."));
+  column->addWidget(makeStatus());
+  column->addStretch();
+  column->addWidget(makeButtons());
+  connect(standaloneRadioi_, &QButtonGroup::idToggled, this, [this](int, bool checked) {
+    if (checked) flow_.pickAMode();
+  });
+  return content;
+}
+
+QWidget* SetupController::makeSettings() {
+  myCompanyFile_ = new PathControl;
+  myCompanyFile_->setObjectName(QStringLiteral("myCompanyFile"));
+  myCompanyFile_->setAccessibleName(tr("Company file"));
+  connect(myCompanyFile_, &PathControl::pieceClicked, this,
+          [this](const QString& path) { flow_.pathControlHit(path); });
+  myNoFileOpenText_ = words({}, QStringLiteral("myNoFileOpenText"));
+  NoneText_ = words(tr("Vantor is not running."), QStringLiteral("NoneText"));
+  lookAgain_ = new QPushButton(tr("Look Again"));
+  lookAgain_->setAutoDefault(false);
+  makeQuiet(*lookAgain_);
+  connect(lookAgain_, &QPushButton::clicked, this, [this] { lookForVantor(); });
+  myNamePopup_ = new QComboBox;
+  myNamePopup_->setObjectName(QStringLiteral("myNamePopup"));
+  myNamePopup_->setAccessibleName(tr("Employee"));
+  myNamePopup_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+
+  auto* settings = new QWidget;
+  settings->setObjectName(QStringLiteral("vtSettingsView"));
+  auto* form = new QFormLayout(settings);
+  form->setContentsMargins(kIndent, metrics::kSide, 0, 0);
+  form->setVerticalSpacing(metrics::kGrid);
+  form->setLabelAlignment(Qt::AlignRight);
+  auto* company = new QWidget;
+  auto* row = new QVBoxLayout(company);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(metrics::kGrid / 2);
+  for (QWidget* each : {static_cast<QWidget*>(NoneText_), static_cast<QWidget*>(myNoFileOpenText_),
+                        static_cast<QWidget*>(myCompanyFile_)}) {
+    row->addWidget(each);
+  }
+  row->addWidget(lookAgain_, 0, Qt::AlignLeft);
+  form->addRow(tr("Company file:"), company);
+  form->addRow(tr("Employee:"), myNamePopup_);
+  return settings;
+}
+
+QWidget* SetupController::makeStatus() {
+  statusSpinner_ = new QProgressBar;
+  statusSpinner_->setObjectName(QStringLiteral("statusSpinner"));
+  statusSpinner_->setRange(0, 0);
+  statusSpinner_->setTextVisible(false);
+  statusSpinner_->setFixedSize(96, metrics::kGrid);
+  statusText_ = quietWords(tr("Loading customers, jobs and service items…"), QStringLiteral("statusText"));
+  auto* status = new QWidget;
+  auto* row = new QHBoxLayout(status);
+  row->setContentsMargins(0, metrics::kSide, 0, 0);
+  row->addWidget(statusSpinner_);
+  row->addWidget(statusText_, 1);
+  return status;
+}
+
+QWidget* SetupController::makeButtons() {
+  auto* cancelButton = new QPushButton(tr("Cancel"));
+  okButton_ = new QPushButton(tr("OK"));
+  okButton_->setObjectName(QStringLiteral("okButton"));
+  makePrimary(*okButton_);
+  connect(cancelButton, &QPushButton::clicked, this, [this] { flow_.cancel(); });
+  connect(okButton_, &QPushButton::clicked, this, [this] { save(); });
+  for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+    connect(new QShortcut(key, this), &QShortcut::activated, okButton_, &QPushButton::click);
+  }
+  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, cancelButton, &QPushButton::click);
+  auto* buttons = new QWidget;
+  auto* row = new QHBoxLayout(buttons);
+  row->setContentsMargins(0, metrics::kGrid * 3, 0, 0);
+  row->setSpacing(metrics::kGrid);
+  row->addStretch();
+  row->addWidget(cancelButton);
+  row->addWidget(okButton_);
+  return buttons;
+}
+
+void SetupController::lookForVantor() {
+  runCommand(session_, tr("Set Up Pendra"), [this] { flow_.awakeFromNib(); });
+}
+
+void SetupController::save() {
+  const QPointer<SetupController> alive(this);
+  saving_ = true;
+  runCommand(session_, tr("Set Up Pendra"), [this] { flow_.save(); });
+  if (alive) saving_ = false;
+}
+
+void SetupController::showDisplay(const SetupDisplay& display) {
+  NoneText_->setVisible(display.noneText);
+  myNoFileOpenText_->setVisible(display.noFileOpen && !display.noneText);
+  myNoFileOpenText_->setText(display.noFileOpenText.isEmpty() ? tr("No company is open in Vantor.")
+                                                              : display.noFileOpenText);
+  myCompanyFile_->setVisible(!display.noFileOpen);
+  myCompanyFile_->setPath(display.companyFile);
+  lookAgain_->setVisible(display.noFileOpen && display.noFileOpenText.isEmpty());
+  if (const QString chosen = selectedName(); display.employeeNames != employeeNames_) {
+    employeeNames_ = display.employeeNames;
+    myNamePopup_->clear();
+    myNamePopup_->addItems(employeeNames_);
+    myNamePopup_->setCurrentText(chosen);
+  }
+  myNamePopup_->setEnabled(display.linkedControls);
+  okButton_->setEnabled(display.ok);
+  statusSpinner_->setVisible(display.loading);
+  statusText_->setVisible(display.loading);
+  showSettings(display.settingsVisible);
+  // Nothing is drawn by itself while Vantor's answers are awaited.
+  if (display.loading) repaint();
+}
+
+void SetupController::showSettings(bool visible) {
+  if (vtSettingsView_->isVisibleTo(this) == visible) return;
+  const int change = vtSettingsView_->height();
+  vtSettingsView_->setVisible(visible);
+  vtSettingsView_->parentWidget()->layout()->activate();
+  resize(width(), height() + (visible ? change : -change));
+}
+
+int SetupController::selectedRow() const { return standaloneRadioi_->checkedId(); }
+
+QString SetupController::selectedName() const { return myNamePopup_->currentText(); }
+
+void SetupController::close() {
+  if (saving_) {
+    windowWillClose();
+  } else {
+    AppWindow::close();
+  }
+}
+
+void SetupController::finish() { AppWindow::close(); }
+
+void SetupController::windowWillClose() {
+  if (session_.setupController == this) session_.setupController = nullptr;
+}
+
+void SetupController::closeEvent(QCloseEvent* event) {
+  windowWillClose();
+  AppWindow::closeEvent(event);
+}
+
+}  // namespace pendra
