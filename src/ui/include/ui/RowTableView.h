@@ -43,8 +43,6 @@ class RowTableView : public QTableView, public TablePort {
   void pressCell(const QModelIndex& index);
   /// What stands in the middle while there are no rows; an empty title leaves the button out.
   void setEmptyState(const QString& sentence, const QString& buttonTitle = {});
-  /// What a press on the cell does.
-  void pressCell(const QModelIndex& index);
   /// Presses a cell, after selecting its row, or with row -1 the head of a column: the way in for assistive
   /// technology.
   void pressPlace(int row, int column);
