@@ -148,6 +148,10 @@ class Desktop:
         self.documents.mkdir()
         (self.home / ".config").mkdir()
         (self.home / ".config" / "user-dirs.dirs").write_text('XDG_DOCUMENTS_DIR="$HOME/Documents"\n')
+        # No test reaches a network: statistics are off before the first start.
+        defaults = self.home / ".config" / "com.corvel.pendra"
+        defaults.mkdir()
+        (defaults / "defaults.ini").write_text("[General]\nVTAnalyticsTracker=false\n")
         self.environment = {**os.environ, "HOME": str(self.home), "DISPLAY": display,
                             "XDG_CONFIG_HOME": str(self.home / ".config"), "XDG_CACHE_HOME": str(self.home / ".cache"),
                             "XDG_DATA_HOME": str(self.home / ".local"), "QT_QPA_PLATFORM": "xcb", "TZ": "Europe/Berlin",
