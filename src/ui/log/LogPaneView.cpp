@@ -10,10 +10,9 @@
 namespace pendra {
 
 LogPaneView::LogPaneView(Session& session, TimerState& window, QWidget* parent)
-    : QWidget(parent),
-      session_(session),
-      myTableView_(new RowTableView(this)),
-      logController_(std::make_unique<LogController>(session, window, *myTableView_)) {
+    : QWidget(parent), session_(session), myTableView_(std::make_unique<RowTableView>(this)) {
+  logController_ = std::make_unique<LogController>(session, window, *myTableView_);
+  filters_ = std::make_unique<LogFilterRow>(*logController_, session.ports().defaults, this);
   setObjectName(QStringLiteral("logView"));
   myTableView_->setObjectName(QStringLiteral("logTableView"));
   myTableView_->setAccessibleName(tr("Time log"));
@@ -23,17 +22,20 @@ LogPaneView::LogPaneView(Session& session, TimerState& window, QWidget* parent)
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
-  column->addWidget(new LogFilterRow(*logController_, session.ports().defaults, this));
-  column->addWidget(myTableView_, 1);
-  connect(myTableView_, &RowTableView::selectionDidChange, this,
+  column->addWidget(filters_.get());
+  column->addWidget(myTableView_.get(), 1);
+  connect(myTableView_.get(), &RowTableView::selectionDidChange, this,
           [this] { logController_->tableViewSelectionDidChange(); });
-  connect(myTableView_, &RowTableView::cellPressed, this, &LogPaneView::pressCell);
-  connect(myTableView_, &RowTableView::rowActivated, this, &LogPaneView::editTimePeriod);
-  connect(myTableView_, &RowTableView::emptyButtonClicked, this, [this] { logController_->clearFilters(); });
+  connect(myTableView_.get(), &RowTableView::cellPressed, this, &LogPaneView::pressCell);
+  connect(myTableView_.get(), &RowTableView::rowActivated, this, &LogPaneView::editTimePeriod);
+  connect(myTableView_.get(), &RowTableView::emptyButtonClicked, this,
+          [this] { logController_->clearFilters(); });
   contents_ = logController_->contentsChanges.observe([this] { showEmptiness(); });
   logController_->awakeFromNib();
   showEmptiness();
 }
+
+LogPaneView::~LogPaneView() = default;
 
 QWidget* LogPaneView::makeSummary() { return new LogSummaryView(*logController_); }
 

@@ -69,7 +69,7 @@ std::vector<LogRow> LogController::makeRows() const {
   }
   const bool hides = hidesSubmitted();
   const DayRange days(dateOf(startDateField), dateOf(endDateField));
-  rows.reserve(context()->all<TimePeriod>().size());
+  if (!filter) rows.reserve(context()->all<TimePeriod>().size());
   for (Activity* activity : context()->all<Activity>()) {
     if (filter && !filter->matches(*activity)) continue;
     const auto snapshot = snapshotOf(*activity);

@@ -6,6 +6,7 @@
 
 namespace pendra {
 
+class LogFilterRow;
 class RowTableView;
 
 /// The lower half of the timer window: the filters in one row, the log's table under them. It owns the log's
@@ -15,6 +16,8 @@ class LogPaneView final : public QWidget {
  public:
   /// The session and the window's logic must outlive it.
   LogPaneView(Session& session, TimerState& window, QWidget* parent = nullptr);
+
+  ~LogPaneView() override;
 
   [[nodiscard]] LogController& logController() { return *logController_; }
   [[nodiscard]] RowTableView& table() { return *myTableView_; }
@@ -32,8 +35,10 @@ class LogPaneView final : public QWidget {
   void pressCell(int row, const QString& identifier);
 
   Session& session_;
-  RowTableView* myTableView_;
+  // The controls look at the logic until they are gone, so they go first, before Qt's own turn.
   std::unique_ptr<LogController> logController_;
+  std::unique_ptr<RowTableView> myTableView_;
+  std::unique_ptr<LogFilterRow> filters_;
   Notifier::Subscription contents_;
 };
 

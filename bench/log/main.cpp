@@ -1,0 +1,207 @@
+#include <malloc.h>
+#include <stdio.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QScrollBar>
+
+#include "PlainLog.h"
+#include "sample/SampleDocument.h"
+#include "support/TestSession.h"
+#include "ui/LogPaneView.h"
+#include "ui/RowTableView.h"
+#include "ui/Theme.h"
+#include "ui_core/TimeLogExport.h"
+
+namespace pendra {
+namespace {
+
+constexpr int kRuns = 7;
+constexpr std::array kColumns{"customer", "job", "service", "date", "duration", "submitted"};
+
+class NoTable final : public TablePort {
+ public:
+  void reloadData() override {}
+  void redrawRow(int) override {}
+  [[nodiscard]] std::vector<int> selectedRows() const override { return {}; }
+  void selectRow(int) override {}
+  void clearSelection() override {}
+};
+
+class NoDisplay final : public TimerDisplay {
+ public:
+  void showElapsedTime(const QString&) override {}
+  void showCustomerJobLabel(const QString&) override {}
+  void showMainButton(bool) override {}
+  void hideSendTime() override {}
+  void showActivitySheet(bool) override {}
+};
+
+class NoProgress final : public ExportProgress {
+ public:
+  bool goOn(std::size_t, std::size_t) override { return true; }
+};
+
+double milliseconds(const std::function<void()>& work) {
+  QElapsedTimer watch;
+  watch.start();
+  work();
+  return static_cast<double>(watch.nsecsElapsed()) / 1e6;
+}
+
+double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+/// Bytes in use, those of large blocks too.
+std::size_t allocated() {
+  const auto info = mallinfo2();
+  return info.uordblks + info.hblkhd;
+}
+
+/// Runs both in turn, so that a load on the machine meets both, and prints the medians and their ratio.
+void compare(const char* name, const std::function<void()>& ours, const std::function<void()>& plain) {
+  std::vector<double> oursTook;
+  std::vector<double> plainTook;
+  for (int run = 0; run < kRuns; ++run) {
+    oursTook.push_back(milliseconds(ours));
+    plainTook.push_back(milliseconds(plain));
+  }
+  const double our = median(oursTook);
+  const double other = median(plainTook);
+  printf("  %-22s %9.2f ms %9.2f ms   %5.2f\n", name, our, other, our / other);
+}
+
+class LogBench {
+ public:
+  explicit LogBench(int entries) : context_(test_.openDocument()), entries_(entries) {
+    fillSample(context_,
+               {.customers = 200, .jobs = 500, .services = 20, .activities = 400, .entries = entries});
+  }
+
+  void run() {
+    printf("%d entries             ours      plain   ratio\n", entries_);
+    memory();
+    reload();
+    sorting();
+    tick();
+    exporting();
+    scrolling();
+  }
+
+ private:
+  void memory() {
+    const std::size_t before = allocated();
+    log_.reloadData();
+    const std::size_t after = allocated();
+    printf("  %-22s %9.0f bytes\n", "memory for each row",
+           static_cast<double>(after - before) / log_.tableDataArray().rowCount());
+  }
+
+  void reload() {
+    const Calendar& calendar = test_.calendar;
+    std::vector<plain::Row> rows;
+    log_.tableDataArray().sortBy({"date", false});
+    compare(
+        "reload", [&] { log_.reloadData(); },
+        [&] {
+          rows = plain::rowsOf(context_);
+          plain::sortBy(rows, "date", calendar);
+        });
+    log_.reloadComboxes();
+    const QString customer = log_.customerPopup.titles().at(1);
+    log_.startDateField = "1/1/2024";
+    log_.endDateField = "6/30/2026";
+    compare(
+        "change of filter",
+        [&] {
+          log_.customerPopup.selectItemWithTitle(customer);
+          log_.pickACustomer(log_.customerPopup);
+        },
+        [&] {
+          rows = plain::rowsOf(context_, customer, calendar.startOfDay({2024, 1, 1}),
+                               calendar.startOfDay({2026, 7, 1}));
+          plain::sortBy(rows, "date", calendar);
+        });
+    log_.clearFilters();
+  }
+
+  void sorting() {
+    std::vector<plain::Row> rows = plain::rowsOf(context_);
+    for (const char* column : kColumns) {
+      const QString key = QString::fromLatin1(column);
+      compare(("sort by " + std::string(column)).c_str(),
+              [&] {
+                log_.tableDataArray().sortBy({key, true});
+              },
+              [&] { plain::sortBy(rows, key, test_.calendar); });
+    }
+  }
+
+  void tick() {
+    context_.all<Activity>()[0]->startNewTimePeriod();
+    log_.reloadData();
+    std::vector<double> took;
+    for (int run = 0; run < 101; ++run) {
+      test_.clock.advance(1);
+      took.push_back(milliseconds([&] { log_.updateRunningPeriods(); }));
+    }
+    printf("  %-22s %9.4f ms\n", "a tick, one running", median(took));
+    context_.all<Activity>()[0]->stop();
+    log_.reloadData();
+  }
+
+  void exporting() {
+    const QString path = test_.places.path("log.txt");
+    NoProgress progress;
+    compare(
+        "export",
+        [&] {
+          test_.panels.willChoose(path);
+          exportTimeLog(log_, progress);
+        },
+        [&] { plain::write(path, plain::exported(context_)); });
+  }
+
+  /// Leaps of many pages down to the end, so that every frame paints rows that were never shown before.
+  void scrolling() {
+    LogPaneView pane(test_.session, window_);
+    pane.resize(1120, 600);
+    pane.show();
+    QCoreApplication::processEvents();
+    pane.logController().reloadData();
+    QScrollBar& bar = *pane.table().verticalScrollBar();
+    const int step = std::max(bar.pageStep(), bar.maximum() / 500);
+    QImage canvas(pane.table().viewport()->size(), QImage::Format_RGB32);
+    std::vector<double> frames;
+    for (int at = 0; at <= bar.maximum(); at += step) {
+      frames.push_back(milliseconds([&] {
+        bar.setValue(at);
+        pane.table().viewport()->render(&canvas);
+      }));
+    }
+    printf("  %-22s %9.2f ms, longest %.2f ms (60 a second: 16.67)\n", "a scrolled page", median(frames),
+           *std::max_element(frames.begin(), frames.end()));
+  }
+
+  TestSession test_;
+  ObjectContext& context_;
+  int entries_;
+  NoTable table_;
+  NoDisplay display_;
+  TimerState window_{test_.session, table_, display_};
+  LogController log_{test_.session, window_, table_};
+};
+
+}  // namespace
+}  // namespace pendra
+
+int main(int argc, char** argv) {
+  setvbuf(stdout, nullptr, _IOLBF, 0);
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  pendra::Theme::install(application);
+  for (const int entries : {60000, 200000}) pendra::LogBench(entries).run();
+  return 0;
+}
