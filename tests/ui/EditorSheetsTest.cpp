@@ -185,7 +185,7 @@ TEST_F(ActivitySheetInAWindow, TheAreaOfEntriesKeepsTheTopEdge) {
   const QRect shrunk = sheet->geometry();
   sheet->controller().setShouldDisplayPastTimeEntries(true);
   EXPECT_GT(sheet->height(), shrunk.height() + 150);
-  EXPECT_EQ(sheet->pos(), shrunk.topLeft());
+  EXPECT_EQ(sheet->geometry().topLeft(), shrunk.topLeft());
   sheet->controller().setShouldDisplayPastTimeEntries(false);
   EXPECT_EQ(sheet->geometry(), shrunk);
 }

@@ -63,6 +63,9 @@ ActivitySheet::ActivitySheet(Session& session, QWidget* window)
   form.littleSaveButton->setEnabled(false);
   connectControls();
   connectTimeEntries();
+  // As wide without the time entries as with them.
+  const QMargins margins = layout()->contentsMargins();
+  setMinimumWidth(form.pastTimeView->sizeHint().width() + margins.left() + margins.right());
   adjustSize();
 }
 
@@ -111,15 +114,15 @@ int ActivitySheet::runModal() {
   return SheetRunner(session_.ports().modals).runModal(*this);
 }
 
-int ActivitySheet::pastTimeViewHeight() const {
-  return findChild<QWidget*>("pastTimeView")->sizeHint().height() + layout()->spacing();
-}
-
 void ActivitySheet::setPastTimeViewShown(bool shown) {
-  const int change = shown ? pastTimeViewHeight() : -pastTimeViewHeight();
-  findChild<QWidget*>("pastTimeView")->setVisible(shown);
+  auto* pastTimeView = findChild<QWidget*>("pastTimeView");
+  if (pastTimeViewHeight_ == 0) {
+    pastTimeViewHeight_ = pastTimeView->sizeHint().height() + layout()->spacing();
+  }
+  const int wanted = height() + (shown ? pastTimeViewHeight_ : -pastTimeViewHeight_);
+  pastTimeView->setVisible(shown);
   layout()->activate();
-  resize(width(), height() + change);
+  resize(width(), wanted);
 }
 
 void ActivitySheet::reject() { parts_->controller.cancel(); }

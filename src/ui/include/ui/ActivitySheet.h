@@ -34,10 +34,9 @@ class ActivitySheet final : public QDialog, public ActivityEditorSheet {
   void connectTimeEntries();
   void pressReturn();
   void save();
-  /// By how much the area of the time entries makes the sheet taller.
-  [[nodiscard]] int pastTimeViewHeight() const;
 
   Session& session_;
+  int pastTimeViewHeight_ = 0;  ///< taken once, when it is first needed
   std::unique_ptr<Parts> parts_;
 };
 
