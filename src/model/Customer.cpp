@@ -25,7 +25,10 @@ CorvelDoc* Customer::document() const { return document_.get(); }
 void Customer::setDocument(CorvelDoc* document) { relate(document_, document); }
 
 int Customer::compare(const Customer& other) const {
-  return descriptionFunction().compare(other.descriptionFunction());
+  const auto view = [](const std::optional<QString>& name) {
+    return name ? QStringView(*name) : QStringView();
+  };
+  return view(name_).compare(view(other.name_));
 }
 
 }  // namespace pendra

@@ -21,7 +21,12 @@ const EntityDescriptor& Service::descriptor() {
 CorvelDoc* Service::document() const { return document_.get(); }
 void Service::setDocument(CorvelDoc* document) { relate(document_, document); }
 
-int Service::compare(const Service& other) const { return description().compare(other.description()); }
+int Service::compare(const Service& other) const {
+  const auto view = [](const std::optional<QString>& name) {
+    return name ? QStringView(*name) : QStringView();
+  };
+  return view(name_).compare(view(other.name_));
+}
 
 std::unique_ptr<Service> Service::copyWithZone() const {
   auto copy = std::make_unique<Service>();

@@ -104,7 +104,7 @@ TEST_F(Numbered, KilledAtAnyMomentOfASaveIsTheOldOrTheNewState) {
       }
     });
     ASSERT_EQ(saver.next(), last + 1);
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 8000));
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 4000));
     saver.kill();
     std::int64_t told = last + 1;
     while (const auto next = saver.next()) told = *next;
@@ -128,7 +128,7 @@ TEST_F(Numbered, KilledWhileItIsFirstWrittenIsADocumentAllTheSame) {
         }
       });
       ASSERT_EQ(maker.next(), 1);
-      std::this_thread::sleep_for(std::chrono::microseconds(random() % 8000));
+      std::this_thread::sleep_for(std::chrono::microseconds(random() % 4000));
       maker.kill();
       last = 1;
       while (const auto next = maker.next()) last = *next;

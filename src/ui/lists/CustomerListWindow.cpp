@@ -34,9 +34,9 @@ void CustomerListWindow::addNew() {
 }
 
 void CustomerListWindow::addJob() {
-  const int rows = customers_->numberOfRows();
+  const int rows = customers_->numberOfRowsInTableView();
   customers_->addNewJob();
-  if (customers_->numberOfRows() > rows) editName(table().selectedRow());
+  if (customers_->numberOfRowsInTableView() > rows) editName(table().selectedRow());
 }
 
 void loadCustomerList(Session& session, MenuModel& menus, CommandTarget& commands) {

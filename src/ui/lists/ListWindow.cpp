@@ -7,6 +7,7 @@
 
 #include "ui/Buttons.h"
 #include "ui/MenuBar.h"
+#include "ui/NoticeLine.h"
 #include "ui/RowTableView.h"
 #include "ui/Theme.h"
 #include "ui_ListWindow.h"
@@ -23,6 +24,7 @@ ListWindow::ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*plac
   auto* content = new QWidget(this);
   ui_->setupUi(content);
   setCentralWidget(content);
+  ui_->column->insertWidget(1, new NoticeLine(session_.notices(), content));
   setMenuBar(new MenuBar(parts.menus, parts.commands, this));
   resize(content->geometry().size());
   session_.*place_ = this;
@@ -100,7 +102,7 @@ void ListWindow::search(const QString& text) {
 }
 
 void ListWindow::showCounts() {
-  const int rows = controller_->numberOfRows();
+  const int rows = controller_->numberOfRowsInTableView();
   const bool searching = !controller_->searchString().isEmpty();
   ui_->countText->setText(rows == 0 ? QString() : tr("%n listed", nullptr, rows));
   if (searching) {
@@ -149,7 +151,8 @@ void ListWindow::editColumn(int column, int row) {
 void ListWindow::editName(int row) {
   const TableSource& source = controller_->source();
   for (int column = 0; column < source.columnCount(); ++column) {
-    if (controller_->shouldEdit(column, row)) return table().editCell(source.head(column).identifier, row);
+    if (controller_->shouldEditTableColumn(column, row))
+      return table().editCell(source.head(column).identifier, row);
   }
 }
 

@@ -13,7 +13,7 @@ namespace pendra {
 Error systemError(int code);
 
 /// `base` and `extension`, with the first number from 1 upward between them whose file does not exist
-/// when the plain name is taken.
+/// when the plain name is taken: "%@.pdr", "%@1.pdr", ... ("%@%d.pdr").
 QString firstFreePath(const QString& base, const QString& extension);
 
 /// The pattern of a passing name beside `path`, for what will get its name once it is whole.

@@ -4,7 +4,6 @@
 
 #include "ListColumns.h"
 #include "model/Queries.h"
-#include "platform/Log.h"
 #include "platform/Text.h"
 
 namespace pendra {
@@ -12,8 +11,6 @@ namespace pendra {
 namespace {
 
 using namespace lists;
-
-const QString kNoticeKey = QStringLiteral("delete");
 
 QString nameOfCustomer(const CustomerListRow& row) { return row.isJob ? QString() : row.name; }
 QString nameOfJob(const CustomerListRow& row) { return row.isJob ? row.name : QString(); }
@@ -98,6 +95,7 @@ void CustomerListController::reloadData() {
   if (context()) {
     auto customers = listedCustomers();
     sortByName(customers);
+    if (searchString().isEmpty()) rows.reserve(customers.size() + context()->all<Job>().size());
     const Customer* last = nullptr;
     for (Customer* customer : customers) {
       // Kept: of several customers of one name only the first is listed, with its own jobs.
@@ -164,6 +162,7 @@ bool CustomerListController::customerShouldEndEditing(const QString& name) {
 void CustomerListController::addNewCustomer() {
   if (!standalone() || !context()) return;
   auto& customer = insertLocal<Customer>(*context(), QStringLiteral("Customer"));
+  // "index == %@": nothing writes it, so all customers count, the new one too.
   const auto customers = context()->all<Customer>();
   const auto number = std::count_if(customers.begin(), customers.end(),
                                     [&](const Customer* one) { return one->index() == customer.index(); });
@@ -190,79 +189,6 @@ void CustomerListController::addNewJob() {
 void CustomerListController::setAllShown(bool shown) {
   tableDataArray_.changeRows([shown](CustomerListRow& row) { setShown(row, shown); });
   table().reloadData();
-}
-
-void CustomerListController::deleteRow() {
-  const auto row = selectedRow();
-  if (!row || !context()) return;
-  const Ref<Job> job(jobForRow(*row));
-  const Ref<Customer> customer(customerForRow(*row));
-  if (!job && !customer) return;
-  if (!confirmDelete(job ? queries::nameOf(job.get()) : queries::nameOf(customer.get()))) return;
-  if (job) {
-    deleteJob(*job);
-  } else if (customer) {
-    deleteCustomer(*customer);
-  }
-}
-
-/// Asks the activities by a text into which names were written. None when a name has broken the text: then
-/// nobody knows, which is not "not in use".
-std::optional<bool> CustomerListController::isInUse(const QString& predicateText, const QString& name) {
-  const auto predicate = Predicate::parse(predicateText);
-  Notices& notices = session().notices();
-  if (!predicate) {
-    logLine(predicate.error().text);
-    notices.post(
-        {.key = kNoticeKey,
-         .text = formatted(u"“%@” was not deleted: a name with a quotation mark cannot be looked for "
-                           "among the activities. Rename it first.",
-                           {name}),
-         .actions = {}});
-    return std::nullopt;
-  }
-  notices.withdraw(kNoticeKey);
-  const auto activities = context()->all<Activity>();
-  return std::any_of(activities.begin(), activities.end(),
-                     [&](Activity* activity) { return predicate.value().matches(*activity); });
-}
-
-void CustomerListController::deleteCustomer(Customer& customer) {
-  const QString name = queries::nameOf(&customer);
-  const auto inUse = isInUse(formatted(u"customer.name LIKE \"%@\" &&  completed ==NO", {name}), name);
-  if (inUse == true) {
-    session().ports().alerts.runAlert(
-        {.style = Alert::Style::Warning,
-         .message = QStringLiteral("Cannot Delete Customer"),
-         .informative = formatted(u"You cannot delete %@ because you have current activities for this "
-                                  "customer. Mark complete any activities for this customer and try again.",
-                                  {name}),
-         .buttons = {QStringLiteral("OK")}});
-  }
-  if (inUse != false) return;
-  context()->deleteObject(customer);
-  reloadData();
-}
-
-void CustomerListController::deleteJob(Job& job) {
-  const QString name = queries::nameOf(&job);
-  const auto inUse =
-      isInUse(formatted(u" job.name LIKE \"%@\" && customer.name LIKE \"%@\" && completed ==NO ",
-                        {name, queries::nameOf(job.customer())}),
-              name);
-  if (inUse == true) {
-    // Kept: the whole text is the message, unlike the customer's.
-    session().ports().alerts.runAlert(
-        {.style = Alert::Style::Critical,
-         .message = formatted(u"You cannot delete %@ because you have current activities for this job. Mark "
-                              "complete any activities for this job and try again.",
-                              {name}),
-         .informative = {},
-         .buttons = {QStringLiteral("OK")}});
-  }
-  if (inUse != false) return;
-  context()->deleteObject(job);
-  reloadData();
 }
 
 bool CustomerListController::validateMenuItem(ListCommand item) const {

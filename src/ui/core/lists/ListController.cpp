@@ -29,7 +29,7 @@ bool ListController::confirmDelete(const QString& name) {
 
 std::optional<int> ListController::selectedRow() const {
   const int row = table_.selectedRow();
-  return row >= 0 && row < numberOfRows() ? std::optional(row) : std::nullopt;
+  return row >= 0 && row < numberOfRowsInTableView() ? std::optional(row) : std::nullopt;
 }
 
 }  // namespace pendra

@@ -44,12 +44,18 @@ class ListController : public ListEditor {
 
   /// Rebuilds all rows from the document.
   virtual void reloadData() = 0;
-  [[nodiscard]] int numberOfRows() const { return source().rowCount(); }
+  [[nodiscard]] int numberOfRowsInTableView() const { return source().rowCount(); }
   /// What the table shows.
   [[nodiscard]] virtual TableSource& source() = 0;
   [[nodiscard]] virtual const TableSource& source() const = 0;
+  /// The text under the column's identifier; empty past the end.
+  [[nodiscard]] QString objectValueForTableColumn(int column, int row) const {
+    return source().text(row, column);
+  }
   /// Whether the cell's text may be typed over: in a standalone document where there is a text.
-  [[nodiscard]] bool shouldEdit(int column, int row) const { return source().isEditable(row, column); }
+  [[nodiscard]] bool shouldEditTableColumn(int column, int row) const {
+    return source().isEditable(row, column);
+  }
   virtual void setObjectValue(const CellValue& value, const QString& column, int row) = 0;
 
   void markAllShown() override { setAllShown(true); }

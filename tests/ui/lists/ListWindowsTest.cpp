@@ -1,0 +1,139 @@
+#include "ui/ListWindows.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+
+#include "support/TestSession.h"
+#include "ui/CommandTarget.h"
+#include "ui/RowTableView.h"
+#include "ui_core/ListEditor.h"
+
+namespace pendra {
+namespace {
+
+class NoCommands final : public CommandTarget {
+  void perform(Command, QWidget*) override {}
+  bool validate(const MenuItem&) const override { return false; }
+  QStringList recentDocuments() const override { return {}; }
+  void openRecent(const QString&) override {}
+  void clearRecent() override {}
+};
+
+class ListWindows : public testing::Test, protected TestSession {
+ protected:
+  ~ListWindows() override { const std::unique_ptr<QWidget> closed(window.data()); }
+
+  void open(bool standalone = true, bool services = false) {
+    openDocument(standalone);
+    for (const char* name : {"Acme", "Best", "Zed"}) {
+      addJob(addCustomer(QString::fromUtf8(name)), QString("Job of " + QString::fromUtf8(name)));
+      addService(QString::fromUtf8(name));
+    }
+    (services ? loadServicesList : loadCustomerList)(session, menus, commands);
+    window = dynamic_cast<QWidget*>(editor());
+    QTest::qWaitForWindowActive(window);
+  }
+  AuxiliaryWindow* editor() const {
+    return session.customerListController ? session.customerListController : session.servicesListController;
+  }
+  template <class T>
+  T* named(const char* accessibleName) const {
+    for (T* child : window->findChildren<T*>()) {
+      if (child->accessibleName() == QString::fromUtf8(accessibleName)) return child;
+    }
+    ADD_FAILURE() << "nothing is called " << accessibleName;
+    return nullptr;
+  }
+  RowTableView* table() const { return window->findChild<RowTableView*>(); }
+  QString cell(int row, int column) const { return table()->model()->index(row, column).data().toString(); }
+  /// Presses keys where the keyboard is.
+  void press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+  void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+
+  NoCommands commands;
+  MenuModel menus;
+  QPointer<QWidget> window;
+};
+
+TEST_F(ListWindows, AreKeptByKeyboardAlone) {
+  open();
+  QTest::mouseClick(named<QPushButton>("Add customer"), Qt::LeftButton);
+  type(QStringLiteral("Moon"));
+  press(Qt::Key_Return);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(queries::customersNamed(*session.myContext(), QStringLiteral("Moon")).size(), 1U);
+  table()->setFocus();
+  EXPECT_EQ(cell(table()->selectedRow(), 0), "Moon") << "the selection follows it to its place";
+  press(Qt::Key_Space);
+  EXPECT_EQ(queries::customersNamed(*session.myContext(), QStringLiteral("Moon"))[0]->shown(), false);
+  QTest::mouseClick(named<QPushButton>("Add job"), Qt::LeftButton);
+  type(QStringLiteral("Landing"));
+  press(Qt::Key_Return);
+  EXPECT_EQ(session.myContext()->all<Job>()[3]->name(), "Landing");
+  table()->setFocus();
+  press(Qt::Key_F2);
+  type(QStringLiteral("Start"));
+  press(Qt::Key_Return);
+  EXPECT_EQ(session.myContext()->all<Job>()[3]->name(), "Start");
+  alerts.willAnswer({"Delete"});
+  table()->setFocus();
+  press(Qt::Key_Delete);
+  EXPECT_EQ(session.myContext()->all<Job>().size(), 3U);
+}
+
+TEST_F(ListWindows, AskOnceAboutATakenNameAndNothingWhenTheEditorIsLeft) {
+  open();
+  table()->selectRow(0);
+  table()->setFocus();
+  press(Qt::Key_Return);
+  named<QLineEdit>("Search")->setFocus();
+  EXPECT_EQ(alerts.shown().size(), 0U) << "left unchanged";
+  table()->setFocus();
+  press(Qt::Key_Return);
+  type(QStringLiteral("Zed"));
+  press(Qt::Key_Return);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(alerts.messages(), QStringList("Zed already exists!"));
+  EXPECT_EQ(cell(0, 0), "Acme");
+  EXPECT_TRUE(qobject_cast<QLineEdit*>(QApplication::focusWidget())) << "the editor is open again";
+}
+
+TEST_F(ListWindows, SearchAsTypedAndSayWhenNothingMatches) {
+  open();
+  auto* search = named<QLineEdit>("Search");
+  search->setFocus();
+  type(QStringLiteral("be"));
+  EXPECT_EQ(table()->model()->rowCount(), 2);
+  type(QStringLiteral("x"));
+  EXPECT_EQ(table()->model()->rowCount(), 0);
+  press(Qt::Key_Escape);
+  press(Qt::Key_Down);
+  EXPECT_EQ(QApplication::focusWidget(), table());
+  EXPECT_EQ(table()->selectedRow(), 0);
+}
+
+TEST_F(ListWindows, OfALinkedDocumentOnlyOfferAndChoose) {
+  open(false, true);
+  EXPECT_FALSE(named<QPushButton>("Add service item")->isVisible());
+  EXPECT_TRUE(window->findChild<QLabel*>(QStringLiteral("linkedText"))->isVisible());
+  table()->selectRow(1);
+  table()->setFocus();
+  press(Qt::Key_Space);
+  EXPECT_EQ(queries::servicesNamed(*session.myContext(), QStringLiteral("Best"))[0]->shown(), false);
+  press(Qt::Key_F2);
+  EXPECT_EQ(QApplication::focusWidget(), table());
+  ASSERT_NE(listEditorOf(editor()), nullptr);
+  listEditorOf(editor())->markNoneShown();
+  EXPECT_TRUE(queries::shownServices(*session.myContext()).empty());
+  editor()->close();
+  EXPECT_EQ(session.servicesListController, nullptr);
+}
+
+}  // namespace
+}  // namespace pendra
