@@ -14,6 +14,8 @@ PageProcess::PageProcess(QString program, std::chrono::milliseconds startDelay)
   startTimer_.setSingleShot(true);
   startTimer_.setInterval(startDelay);
   QObject::connect(&startTimer_, &QTimer::timeout, &process_, [this] { start(); });
+  refusalTimer_.setSingleShot(true);
+  QObject::connect(&refusalTimer_, &QTimer::timeout, &process_, [this] { processEnded("no page is loaded"); });
   QObject::connect(&process_, &QProcess::readyReadStandardOutput, &process_, [this] { readAnswers(); });
   QObject::connect(&process_, &QProcess::errorOccurred, &process_,
                    [this] { processEnded(process_.errorString()); });
@@ -42,7 +44,7 @@ void PageProcess::evaluate(const QString& script, std::function<void(const QStri
   const int id = ++lastId_;
   pending_.emplace(id, std::move(done));
   if (process_.state() == QProcess::NotRunning) {
-    QTimer::singleShot(0, &process_, [this] { processEnded("no page is loaded"); });
+    refusalTimer_.start();  // an answer never comes from within the question
     return;
   }
   send({{"do", "evaluate"}, {"id", id}, {"script", script}});

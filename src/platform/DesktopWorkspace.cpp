@@ -77,7 +77,7 @@ Workspace::Subscription DesktopWorkspace::observeLaunches(std::function<void(con
 
 QString DesktopWorkspace::nameForPeople(const QString& identifier) const {
   for (const QString& folder : applicationFolders_) {
-    const QString name = nameInDesktopEntry(folder + u'/' + identifier + u".desktop");
+    QString name = nameInDesktopEntry(folder + u'/' + identifier + u".desktop");
     if (!name.isEmpty()) return name;
   }
   return identifier.mid(identifier.lastIndexOf(u'.') + 1);

@@ -17,6 +17,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.M)
+PRECOMPILED = re.compile(r"-include (\S+/cmake_pch\.hxx)")
 
 
 def project_headers() -> dict[str, pathlib.Path]:
@@ -45,19 +46,32 @@ def digest(source: pathlib.Path, headers: dict[str, pathlib.Path]) -> str:
     return total.hexdigest()
 
 
+def write_commands(build: pathlib.Path, folder: pathlib.Path) -> list[dict]:
+    """The build's commands with the precompiled headers as plain headers: clang cannot read those of gcc."""
+    commands = json.loads((build / "compile_commands.json").read_text())
+    for command in commands:
+        header = PRECOMPILED.search(command["command"])
+        if header:
+            plain = folder / str(pathlib.Path(header[1]).relative_to(build)).replace("/", "_")
+            plain.write_text(pathlib.Path(header[1]).read_text())
+            command["command"] = command["command"].replace(header[1], str(plain))
+    (folder / "compile_commands.json").write_text(json.dumps(commands))
+    return commands
+
+
 def main() -> int:
     build = pathlib.Path(sys.argv[1]).resolve()
     kept = build / "tidy"
     kept.mkdir(exist_ok=True)
     headers = project_headers()
-    sources = sorted({pathlib.Path(entry["file"]) for entry in json.loads((build / "compile_commands.json").read_text())})
+    sources = sorted({pathlib.Path(entry["file"]) for entry in write_commands(build, kept)})
     sources = [source for source in sources
                if source.is_relative_to(ROOT / "src") and not source.is_relative_to(build)]
     waiting = [(source, kept / digest(source, headers)) for source in sources]
     waiting = [(source, mark) for source, mark in waiting if not mark.exists()]
 
     def read(source: pathlib.Path) -> subprocess.CompletedProcess:
-        return subprocess.run(["clang-tidy", "--quiet", "-p", str(build), "--extra-arg=-Wno-everything", str(source)],
+        return subprocess.run(["clang-tidy", "--quiet", "-p", str(kept), "--extra-arg=-Wno-everything", str(source)],
                               capture_output=True, text=True, check=False)
 
     failed = 0

@@ -46,6 +46,7 @@ class PageProcess final : public ScriptHost {
   int lastId_ = 0;
   QProcess process_;
   QTimer startTimer_;
+  QTimer refusalTimer_;  ///< answers scripts that have no page to run in
 };
 
 }  // namespace pendra

@@ -12,7 +12,7 @@ namespace pendra {
 /// The user's calendar. A value; copying is cheap.
 class Calendar {
  public:
-  explicit Calendar(QTimeZone zone) : zone_(std::move(zone)) {}
+  explicit Calendar(const QTimeZone& zone) : zone_(zone) {}
   /// The calendar of the machine's zone at this moment.
   static Calendar ofSystem();
 
