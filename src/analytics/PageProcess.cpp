@@ -15,7 +15,8 @@ PageProcess::PageProcess(QString program, std::chrono::milliseconds startDelay)
   startTimer_.setInterval(startDelay);
   QObject::connect(&startTimer_, &QTimer::timeout, &process_, [this] { start(); });
   refusalTimer_.setSingleShot(true);
-  QObject::connect(&refusalTimer_, &QTimer::timeout, &process_, [this] { processEnded("no page is loaded"); });
+  QObject::connect(&refusalTimer_, &QTimer::timeout, &process_,
+                   [this] { processEnded("no page is loaded"); });
   QObject::connect(&process_, &QProcess::readyReadStandardOutput, &process_, [this] { readAnswers(); });
   QObject::connect(&process_, &QProcess::errorOccurred, &process_,
                    [this] { processEnded(process_.errorString()); });

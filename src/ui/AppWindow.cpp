@@ -9,8 +9,7 @@
 
 namespace pendra {
 
-AppWindow::AppWindow(const WindowFrame& frame, const QString& title)
-    : frame_(new QWidget) {
+AppWindow::AppWindow(const WindowFrame& frame, const QString& title) : frame_(new QWidget) {
   setPlainTitle(*this, title);
   setMenuBar(new MenuBar(frame.menus, frame.target, this));
   auto* column = new QVBoxLayout(frame_);

@@ -19,6 +19,7 @@ def set_up_standalone(desktop):
     expect("the proposed name stands in the panel", app.seen("File name:", "text") is not None)
     app.keys("Return")
     app.window("Pendra File")
+    app.press("Begin", "push button")
     return app
 
 

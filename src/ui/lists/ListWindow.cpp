@@ -57,10 +57,8 @@ void ListWindow::awakeFromNib(std::unique_ptr<ListController> controller) {
 void ListWindow::connectTable() {
   RowTableView& view = table();
   view.setSource(controller_->source());
-  view.tableModel().setEditRules(
-      {.setObjectValue = [this](const QString& value, const QString& identifier, int row) {
-        storeText(value, identifier, row);
-      }});
+  view.tableModel().setEditRules({.setObjectValue = [this](const QString& value, const QString& identifier,
+                                                           int row) { storeText(value, identifier, row); }});
   view.installEventFilter(this);
   connect(&view, &RowTableView::cellPressed, this, [this](int row, const QString& identifier) {
     const int column = table().tableModel().columnOf(identifier);

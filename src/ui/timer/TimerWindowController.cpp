@@ -113,12 +113,15 @@ void TimerWindowController::startUp() {
 
 void TimerWindowController::introduce() {
   if (!std::exchange(session_.showIntroSheet, false)) return;
-  QTimer::singleShot(kIntroDelay, window_.get(),
-                     [window = window_.get()] { (new IntroSheet(window))->showSheetForIntro(); });
+  QTimer::singleShot(kIntroDelay, window_.get(), [window = window_.get()] {
+    // Whoever has begun by then needs no introduction.
+    if (!QApplication::activeModalWidget()) (new IntroSheet(window))->showSheetForIntro();
+  });
   session_.notices().post(
       {.key = QStringLiteral("statistics"),
        .text = tr("Pendra sends usage statistics, without anything that you typed. You can switch them off."),
-       .actions = {{tr("Preferences…"), [&target = target_] { target.perform(Command::Preferences, nullptr); }}}});
+       .actions = {
+           {tr("Preferences…"), [&target = target_] { target.perform(Command::Preferences, nullptr); }}}});
 }
 
 void TimerWindowController::tick() {
