@@ -13,7 +13,8 @@ missing_packages() {
 # install_missing LIST...: installs what the lists name and the machine lacks.
 # The result is remembered until a list changes or the package database does.
 install_missing() {
-  local stamp=build/.packages-$(cat "$@" | cksum | cut -d' ' -f1)
+  local stamp
+  stamp=build/.packages-$(cat "$@" | cksum | cut -d' ' -f1)
   [ "$stamp" -nt /var/lib/dpkg/status ] && return 0
   local missing
   missing=$(missing_packages "$@")
@@ -33,7 +34,6 @@ install_missing() {
       'apt-get update -q && apt-get install -q -y --no-install-recommends "$@"' sh $missing \
       >build/packages.log 2>&1 || { tail -n 20 build/packages.log >&2; return 1; }
   fi
-  rm -f build/.packages-*
   touch "$stamp"
 }
 
