@@ -39,6 +39,8 @@ class RowTableView : public QTableView, public TablePort {
 
   /// Opens the cell's editor.
   void editCell(const QString& identifier, int row);
+  /// What a press on the cell does; the way in for the keyboard and for assistive technology.
+  void pressCell(const QModelIndex& index);
   /// What stands in the middle while there are no rows; an empty title leaves the button out.
   void setEmptyState(const QString& sentence, const QString& buttonTitle = {});
   /// Presses a cell, after selecting its row, or with row -1 the head of a column: the way in for assistive
