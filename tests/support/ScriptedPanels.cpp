@@ -26,7 +26,8 @@ std::optional<QString> ScriptedPanels::answer() {
     ADD_FAILURE() << "Nobody foresaw a panel";
     return std::nullopt;
   }
-  auto path = script_.front();
+  std::optional<QString> path;
+  path.swap(script_.front());
   script_.pop_front();
   return path;
 }
