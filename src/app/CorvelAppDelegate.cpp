@@ -37,7 +37,10 @@ CorvelAppDelegate::CorvelAppDelegate(SingleInstance& instance)
                    [this](QSessionManager& manager) { endOfSession(manager); });
 }
 
-CorvelAppDelegate::~CorvelAppDelegate() { delegate = nullptr; }
+CorvelAppDelegate::~CorvelAppDelegate() {
+  windows_.closeAll();
+  delegate = nullptr;
+}
 
 CorvelAppDelegate* CorvelAppDelegate::theAppDelegate() { return delegate; }
 

@@ -25,20 +25,21 @@ struct WindowLoader::Open {
   std::unique_ptr<AboutBox> about;
   std::unique_ptr<WelcomeWindow> welcome;
   std::unique_ptr<PreferencesWindow> preferences;
+  std::vector<std::shared_ptr<void>> closed;
 };
-
-namespace {
-
-/// Lets a window die when the events at hand are done.
-template <class Window>
-void retire(std::unique_ptr<Window>& window) {
-  if (window) QTimer::singleShot(0, [old = std::shared_ptr<Window>(std::move(window))] {});
-}
-
-}  // namespace
 
 WindowLoader::WindowLoader() : open_(std::make_unique<Open>()) {}
 WindowLoader::~WindowLoader() = default;
+
+void WindowLoader::closeAll() { open_ = std::make_unique<Open>(); }
+
+/// Lets a window that closed die when the events at hand are done.
+template <class Window>
+void WindowLoader::retire(std::unique_ptr<Window>& window) {
+  if (!window) return;
+  open_->closed.push_back(std::shared_ptr<Window>(std::move(window)));
+  QTimer::singleShot(0, this, [this] { open_->closed.clear(); });
+}
 
 void WindowLoader::connectTo(Session& session, MenuModel& menus, CommandTarget& target, LinkServices& link,
                              std::function<void()> terminate) {
@@ -56,7 +57,7 @@ template <class Window, class... Arguments>
 Window& WindowLoader::open(std::unique_ptr<Window>& place, Arguments&&... arguments) {
   if (!place) {
     place = std::make_unique<Window>(frame(), std::forward<Arguments>(arguments)...);
-    place->setClosed([&place] { retire(place); });
+    place->setClosed([this, &place] { retire(place); });
   }
   place->bringToFront();
   return *place;

@@ -28,6 +28,8 @@ class WindowLoader final : public QObject, public InterfaceLoader {
   void load(Interface interface) override;
   void showPreferences();
 
+  /// Lets every window go, while the session still stands.
+  void closeAll();
   /// The timer window; none while it is not open.
   [[nodiscard]] TimerWindowController* timerWindow() const;
 
@@ -36,6 +38,8 @@ class WindowLoader final : public QObject, public InterfaceLoader {
 
  private:
   struct Open;
+  template <class Window>
+  void retire(std::unique_ptr<Window>& window);
   void loadTimerWindow();
   void endWithoutWindows();
   bool helpFor(QObject* watched);

@@ -117,11 +117,10 @@ class Program:
         subprocess.run(["xdotool", "type", "--delay", "15", text], env=self.desktop.environment, check=True)
 
     def focus_window(self, title):
-        # Without a window manager the keyboard goes where the pointer's focus was set.
         found = wait_for(f"an X window titled {title!r}", lambda: subprocess.run(
             ["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], env=self.desktop.environment,
             capture_output=True, text=True).stdout.split())
-        subprocess.run(["xdotool", "windowfocus", "--sync", found[-1]], env=self.desktop.environment, check=False)
+        subprocess.run(["xdotool", "windowactivate", "--sync", found[-1]], env=self.desktop.environment, check=False)
 
     def picture(self, path):
         subprocess.run(["import", "-window", "root", str(path)], env=self.desktop.environment, check=False)
@@ -189,6 +188,8 @@ def run(test):
     os.close(write_end)
     display = ":" + os.read(read_end, 16).decode().strip()
     os.environ["DISPLAY"] = display
+    # Without a window manager the keyboard would not come back from a dialog that closes.
+    manager = subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     desktop = Desktop(os.path.abspath(sys.argv[1]), display)
     try:
         import gi
@@ -207,5 +208,7 @@ def run(test):
         sys.exit(1)
     finally:
         desktop.close()
+        manager.terminate()
+        manager.wait()
         server.terminate()
         server.wait()

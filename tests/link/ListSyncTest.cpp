@@ -218,7 +218,7 @@ TEST_F(ListSyncTest, AVantorThatGoesHalfWayIsToldTwiceAndTheEndStillShows) {
 TEST_F(ListSyncTest, WhatCouldNotBeSavedIsNotReadAnew) {
   desk.session.ports().interfaces.load(Interface::TimerWindow);
   vantor.customers = Rows{item("Acme", "c1")};
-  QFile::remove(desk.places.path("Test.pdr"));
+  desk.putAnotherFileInItsPlace();
   lists.updateLists();
   EXPECT_EQ(listed<Customer>(context()), QStringList{"Acme=c1"});
   EXPECT_EQ(desk.windows.loads(Interface::TimerWindow), 1);

@@ -100,7 +100,7 @@ TEST_F(SetupTest, AStandaloneDocumentMayReplaceTheOneThatIsOpen) {
   EXPECT_EQ(desk.session.myDoc()->standalone(), true);
   EXPECT_TRUE(context().all<Customer>().empty());
   EXPECT_FALSE(context().hasChanges());
-  EXPECT_THAT(desk.windows.calls(), testing::ElementsAre(QString("close"), QString("removeVTMenus")));
+  EXPECT_THAT(desk.windows.calls(), testing::ElementsAre(QString("close Setup"), QString("removeVTMenus")));
   EXPECT_EQ(desk.windows.loads(Interface::TimerWindow), 1);
   EXPECT_EQ(view.closed, 1);
 }
@@ -141,7 +141,7 @@ TEST_F(SetupTest, ARefusedCompanyBeginsSetupAnewBeforeAnyFileIsMade) {
   EXPECT_EQ(desk.alerts.messages(), QStringList{"Please start Vantor and try again"});
   EXPECT_FALSE(QFile::exists(path));
   EXPECT_EQ(view.closed, 1);
-  EXPECT_THAT(desk.windows.calls(), testing::Contains(QString("bringToFront")));
+  EXPECT_THAT(desk.windows.calls(), testing::Contains(QString("bringToFront Setup")));
 }
 
 TEST_F(SetupTest, AVantorThatGoesWhileTheListsLoadLeavesAUsableDocument) {

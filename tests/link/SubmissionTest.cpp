@@ -335,7 +335,7 @@ TEST_F(SubmissionTest, WhatArrivedAfterAllIsStampedAndACancelKeepsTheQuestion) {
 TEST_F(SubmissionTest, NothingLeavesThatCannotBeWrittenDownFirst) {
   TimePeriod& period = addRow(desk.addActivity(acme, design), "2026-11-24T08:00:00Z", 60);
   const LogCapture log;
-  QFile::remove(desk.places.path("Test.pdr"));
+  desk.putAnotherFileInItsPlace();
   submission.submitSelectedPeriods();
   EXPECT_EQ(vantor.timesAsked("submitTime"), 0);
   EXPECT_FALSE(period.sendingSince() || period.wasSubmitted());

@@ -37,7 +37,7 @@ class ListWindows : public testing::Test, protected TestSession {
     }
     (services ? loadServicesList : loadCustomerList)(session, menus, commands);
     window = dynamic_cast<QWidget*>(editor());
-    QTest::qWaitForWindowActive(window);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window));
   }
   AuxiliaryWindow* editor() const {
     return session.customerListController ? session.customerListController : session.servicesListController;

@@ -25,6 +25,13 @@ class TestSession {
     return *session.myContext();
   }
 
+  /// From now on no save of the document succeeds: another program's file lies where it was.
+  void putAnotherFileInItsPlace() {
+    QFile::remove(places.path("Test.pdr"));
+    QFile other(places.path("Test.pdr"));
+    if (other.open(QIODevice::WriteOnly)) other.write("another program's file");
+  }
+
   Customer& addCustomer(const QString& name, const QString& id = "0") {
     auto& customer = session.myContext()->insert<Customer>();
     customer.setName(name);
