@@ -34,7 +34,7 @@ Instant Calendar::instant(QDate day, QTime time) const {
   const auto offsetAt = [this](qint64 milliseconds) {
     return qint64{zone_.offsetFromUtc(QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC))} * 1000;
   };
-  constexpr qint64 kDay = 24 * 60 * 60 * 1000;
+  constexpr qint64 kDay = qint64{24} * 60 * 60 * 1000;
   const qint64 before = wall - offsetAt(wall - kDay);
   if (before + offsetAt(before) == wall) return fromUnixMilliseconds(before);
   const qint64 after = wall - offsetAt(wall + kDay);
