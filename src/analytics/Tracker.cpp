@@ -108,8 +108,8 @@ void Tracker::trackEvent(const QString&, const QString& action, const QString& f
   QJsonObject properties = commonProperties_;
   // Kept: only the feature is cleaned; another value with an apostrophe makes a script that fails.
   properties.insert("feature", QString(feature).remove(u'\''));
-  const QString script =
-      formatted(u"VTTRACKER.trackEvent('%@','%@')", {QString(u"Pendra_" + action), compactJson(properties)});
+  const QString script = formatted(u"VTTRACKER.trackEvent('%@','%@')",
+                                   {formatted(u"Pendra_%@", {action}), compactJson(properties)});
   webview_->evaluate(script, logging(u"error while sending event: %@"));
 }
 
