@@ -19,7 +19,7 @@ inline const QString kCommunity = QStringLiteral("https://community.corvel.examp
 /// Names Pendra to the statistics service.
 inline const QString kAnalyticsKey = QStringLiteral("3f9d0b6e1c7a48d2a5e0c4b19f6d2e87");
 /// Where the statistics page sends its events.
-inline const QString kAnalyticsAddress = QStringLiteral("https://api2.amplitude.com/2/httpapi");
+inline const QString kAnalyticsAddress = QStringLiteral("https://statistics.corvel.invalid/2/httpapi");
 /// The titles of Vantor's own windows whose opening is counted.
 inline const QStringList kAccountingWindows{QStringLiteral("Home Page"),
                                             QStringLiteral("Write Cheques"),
