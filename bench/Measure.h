@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
+#include <utility>
 #include <vector>
 
 namespace pendra {
@@ -14,6 +16,25 @@ double medianSeconds(int runs, const Code& code) {
     const auto start = std::chrono::steady_clock::now();
     code();
     times.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+  }
+  std::nth_element(times.begin(), times.begin() + runs / 2, times.end());
+  return times[static_cast<std::size_t>(runs / 2)];
+}
+
+/// The seconds of processor time that a piece of code takes, whatever else the machine does: the median of so
+/// many runs.
+template <class Code>
+double medianProcessorSeconds(int runs, const Code& code) {
+  const auto now = [] {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+  };
+  std::vector<double> times;
+  for (int i = 0; i < runs; ++i) {
+    const double start = now();
+    code();
+    times.push_back(now() - start);
   }
   std::nth_element(times.begin(), times.begin() + runs / 2, times.end());
   return times[static_cast<std::size_t>(runs / 2)];

@@ -36,12 +36,7 @@ class Numbering {
  public:
   static constexpr quint32 kArrayClass = 0;
 
-  Numbering() {
-    objects_.emplace_back(QStringView(u"$null"));
-    // Two classes are so common that they need not be looked for.
-    classes_ = {{.name = QStringLiteral("NSArray"), .keys = {QStringLiteral("NS.objects")}},
-                {.name = QStringLiteral("IPCNilArg"), .keys = {}}};
-  }
+  explicit Numbering(const ArchiveValue& root) : Numbering(countOf(root, 0)) {}
 
   /// False when the value cannot be archived; `failure` says why.
   [[nodiscard]] bool add(const ArchiveValue& value, int depth, quint32& number) {
@@ -55,7 +50,36 @@ class Numbering {
   const QString& failure() const { return failure_; }
 
  private:
+  struct Count {
+    std::size_t texts = 0;
+    std::size_t others = 0;
+  };
+
+  explicit Numbering(Count count) : texts_(count.texts) {
+    objects_.reserve(count.texts + count.others + 4);
+    parts_.reserve(count.texts + count.others);
+    objects_.emplace_back(QStringView(u"$null"));
+    // Two classes are so common that they need not be looked for.
+    classes_ = {{.name = QStringLiteral("NSArray"), .keys = {QStringLiteral("NS.objects")}},
+                {.name = QStringLiteral("IPCNilArg"), .keys = {}}};
+  }
+
   static constexpr quint32 kNilArgClass = 1;
+
+  /// How many values there are, so that no table has to grow. What is nested too deep fails later.
+  static Count countOf(const ArchiveValue& value, int depth) {
+    const QList<ArchiveValue>* values = value.as<ArchiveValue::Array>();
+    if (const auto* record = value.as<ArchiveRecord>()) values = &record->fields;
+    Count count;
+    ++(value.as<QString>() ? count.texts : count.others);
+    if (!values || depth >= kArchiveDepth) return count;
+    for (const ArchiveValue& part : *values) {
+      const Count inner = countOf(part, depth + 1);
+      count.texts += inner.texts;
+      count.others += inner.others;
+    }
+    return count;
+  }
 
   quint32 append(Object object) {
     objects_.push_back(object);

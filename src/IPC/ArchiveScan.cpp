@@ -60,6 +60,7 @@ bool ArchiveScan::run(qsizetype size) {
   const auto count = static_cast<quint32>(objects_.count);
   if (!spend(count * static_cast<qsizetype>(sizeof(ArchiveNode)), tableMemory_)) return false;
   nodes_.resize(count);
+  parts_.reserve(count);
   for (quint32 number = 1; number < count; ++number)
     if (!readNode(number)) return fail(QStringLiteral("the archive is damaged"));
   return follow(root_, 1) || fail(QStringLiteral("the archive is damaged"));

@@ -179,8 +179,7 @@ void IPCMgr::launchTask() {
   }
   task_ = std::move(task).value();
   const Deadline deadline = std::chrono::steady_clock::now() + limits_.launch;
-  while (!retObj_ && (takeInput() || (socket_ && socket_->wait(deadline)))) {
-  }
+  while (!retObj_ && awaitInput(deadline)) takeInput();
   if (!retObj_) logLine(QStringLiteral("task did not launch or report back in time"));
   if (taskPostLaunchHandler_) taskPostLaunchHandler_(task_.get());
 }
@@ -197,11 +196,17 @@ void IPCMgr::awaitReply(QStringView selector) {
     return name && *name == selector;
   };
   const Deadline deadline = std::chrono::steady_clock::now() + limits_.reply;
-  while (!answered() && std::chrono::steady_clock::now() < deadline)
-    if (!takeInput() && (!socket_ || !socket_->wait(deadline))) return;
+  while (!answered() && awaitInput(deadline)) takeInput();
 }
 
 // Receiving
+
+/// False when the deadline has come. In the middle of a message the next datagram is mostly there already, so
+/// it is looked for at once.
+bool IPCMgr::awaitInput(Deadline deadline) {
+  if (!fragmentBuffer().isNull() && std::chrono::steady_clock::now() < deadline && takeInput()) return true;
+  return socket_ && socket_->wait(deadline);
+}
 
 /// Takes one datagram if one is there.
 bool IPCMgr::takeInput() {
@@ -217,7 +222,7 @@ bool IPCMgr::takeInput() {
 
 void IPCMgr::serveInput() {
   const Deeper deeper(servingDepth_);
-  while (takeInput()) {
+  while (takeInput() && !fragmentBuffer().isNull()) {
   }
 }
 

@@ -34,7 +34,8 @@ std::optional<uid_t> senderOf(msghdr& message) {
 }
 
 bool isOurOwn(std::optional<uid_t> sender) {
-  if (sender == getuid()) return true;
+  static const uid_t ourselves = getuid();
+  if (sender == ourselves) return true;
   logLine(formatted(u"dropped a datagram from user %@",
                     {sender ? QString::number(*sender) : QStringLiteral("unknown")}));
   return false;

@@ -55,9 +55,11 @@ class ArchiveWriter {
     return names;
   }
 
+  /// Enough for everything when no text needs more than one byte a character.
   qsizetype expectedSize() const {
-    return 512 + numbering_.textLength() + count_ * 16 +
-           8 * static_cast<qsizetype>(numbering_.parts().size());
+    const qsizetype width = PropertyListWriter::referenceWidth(places_.back());
+    const auto parts = static_cast<qsizetype>(numbering_.parts().size());
+    return 1024 + numbering_.textLength() + 6 * places_.back() + width * (2 * parts + 3 * qsizetype{count_});
   }
 
   /// Where the reference object of each number stands, and last the count of all objects.
@@ -150,7 +152,7 @@ class ArchiveWriter {
 }  // namespace
 
 Result<QByteArray> archivedData(const ArchiveValue& root) {
-  Numbering numbering;
+  Numbering numbering(root);
   quint32 number = 0;
   if (!numbering.add(root, 0, number))
     return Error{.domain = QStringLiteral("archive"), .code = 0, .text = numbering.failure()};

@@ -55,6 +55,17 @@ std::optional<PropertyListReader> PropertyListReader::of(QByteArrayView bytes) {
 }
 
 quint64 PropertyListReader::number(qsizetype at, qsizetype width) const {
+  const char* bytes = bytes_.data() + at;
+  switch (width) {
+    case 1:
+      return static_cast<unsigned char>(*bytes);
+    case 2:
+      return qFromBigEndian<quint16>(bytes);
+    case 4:
+      return qFromBigEndian<quint32>(bytes);
+    default:
+      break;
+  }
   quint64 value = 0;
   for (qsizetype i = at; i < at + width; ++i) value = value << 8 | static_cast<unsigned char>(bytes_[i]);
   return value;

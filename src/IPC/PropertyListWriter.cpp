@@ -2,6 +2,7 @@
 
 #include <QtEndian>
 #include <bit>
+#include <cstring>
 
 namespace pendra {
 namespace {
@@ -20,27 +21,46 @@ bool isAscii(QStringView text) {
 }  // namespace
 
 PropertyListWriter::PropertyListWriter(quint32 objectCount, qsizetype expectedSize)
-    : objectCount_(objectCount), referenceWidth_(widthFor(objectCount)) {
-  bytes_.reserve(expectedSize + objectCount * 4);
+    : bytes_(expectedSize, Qt::Uninitialized),
+      objectCount_(objectCount),
+      referenceWidth_(widthFor(objectCount)) {
   offsets_.reserve(objectCount);
-  bytes_.append("bplist00");
+  std::memcpy(room(8), "bplist00", 8);
 }
 
-void PropertyListWriter::begin() { offsets_.push_back(static_cast<quint32>(bytes_.size())); }
+int PropertyListWriter::referenceWidth(quint32 objectCount) { return widthFor(objectCount); }
+
+char* PropertyListWriter::room(qsizetype size) {
+  if (used_ + size > bytes_.size()) bytes_.resize(2 * (used_ + size));
+  used_ += size;
+  return bytes_.data() + used_ - size;
+}
+
+void PropertyListWriter::begin() { offsets_.push_back(static_cast<quint32>(used_)); }
 
 void PropertyListWriter::integerBytes(quint64 number, int width) {
-  const quint64 big = qToBigEndian(number);
-  bytes_.append(std::bit_cast<std::array<char, 8>>(big).data() + 8 - width, width);
+  char* at = room(width);
+  switch (width) {
+    case 1:
+      *at = static_cast<char>(number);
+      return;
+    case 2:
+      return qToBigEndian(static_cast<quint16>(number), at);
+    case 4:
+      return qToBigEndian(static_cast<quint32>(number), at);
+    default:
+      return qToBigEndian(number, at);
+  }
 }
 
 void PropertyListWriter::sized(unsigned kind, quint64 count) {
   if (count < 15) {
-    bytes_.append(static_cast<char>(kind << 4 | count));
+    byte(kind << 4 | static_cast<unsigned>(count));
     return;
   }
   const int width = widthFor(count);
-  bytes_.append(static_cast<char>(kind << 4 | 15));
-  bytes_.append(static_cast<char>(0x10 | std::countr_zero(static_cast<unsigned>(width))));
+  byte(kind << 4 | 15);
+  byte(0x10 | std::countr_zero(static_cast<unsigned>(width)));
   integerBytes(count, width);
 }
 
@@ -48,40 +68,36 @@ void PropertyListWriter::text(QStringView text) {
   begin();
   if (isAscii(text)) {
     sized(5, static_cast<quint64>(text.size()));
-    const qsizetype at = bytes_.size();
-    bytes_.resize(at + text.size());
-    std::transform(text.begin(), text.end(), bytes_.data() + at, [](QChar c) { return c.toLatin1(); });
+    std::transform(text.begin(), text.end(), room(text.size()), [](QChar c) { return c.toLatin1(); });
     return;
   }
   sized(6, static_cast<quint64>(text.size()));
-  const qsizetype at = bytes_.size();
-  bytes_.resize(at + text.size() * 2);
-  qToBigEndian<quint16>(text.utf16(), text.size(), bytes_.data() + at);
+  qToBigEndian<quint16>(text.utf16(), text.size(), room(2 * text.size()));
 }
 
 void PropertyListWriter::integer(qint64 number) {
   begin();
   // Only eight bytes carry a sign.
   const int width = number < 0 ? 8 : widthFor(static_cast<quint64>(number));
-  bytes_.append(static_cast<char>(0x10 | std::countr_zero(static_cast<unsigned>(width))));
+  byte(0x10 | std::countr_zero(static_cast<unsigned>(width)));
   integerBytes(static_cast<quint64>(number), width);
 }
 
 void PropertyListWriter::real(double number) {
   begin();
-  bytes_.append('\x23');
+  byte(0x23);
   integerBytes(std::bit_cast<quint64>(number), 8);
 }
 
 void PropertyListWriter::boolean(bool truth) {
   begin();
-  bytes_.append(truth ? '\x09' : '\x08');
+  byte(truth ? 9 : 8);
 }
 
 void PropertyListWriter::uid(quint32 number) {
   begin();
   const int width = widthFor(number);
-  bytes_.append(static_cast<char>(0x80 | (width - 1)));
+  byte(0x80 | (width - 1));
   integerBytes(number, width);
 }
 
@@ -99,16 +115,16 @@ void PropertyListWriter::reference(quint32 object) { integerBytes(object, refere
 
 QByteArray PropertyListWriter::finish() {
   Q_ASSERT(offsets_.size() == objectCount_);
-  const auto table = static_cast<quint64>(bytes_.size());
+  const auto table = static_cast<quint64>(used_);
   const int width = widthFor(table);
   for (const quint32 offset : offsets_) integerBytes(offset, width);
-  bytes_.append(6, '\0');
-  bytes_.append(static_cast<char>(width));
-  bytes_.append(static_cast<char>(referenceWidth_));
+  std::memset(room(6), 0, 6);
+  byte(width);
+  byte(referenceWidth_);
   integerBytes(offsets_.size(), 8);
   integerBytes(0, 8);
   integerBytes(table, 8);
-  offsets_.clear();
+  bytes_.truncate(used_);
   return std::move(bytes_);
 }
 

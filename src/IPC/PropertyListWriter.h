@@ -13,6 +13,9 @@ class PropertyListWriter {
  public:
   PropertyListWriter(quint32 objectCount, qsizetype expectedSize);
 
+  /// How wide a reference is among so many objects.
+  static int referenceWidth(quint32 objectCount);
+
   void text(QStringView text);
   void integer(qint64 number);
   void real(double number);
@@ -29,9 +32,13 @@ class PropertyListWriter {
  private:
   void begin();
   void sized(unsigned kind, quint64 count);
+  void byte(unsigned value) { *room(1) = static_cast<char>(value); }
   void integerBytes(quint64 number, int width);
+  /// Where the next bytes go, as many as are asked for.
+  char* room(qsizetype size);
 
   QByteArray bytes_;
+  qsizetype used_ = 0;
   std::vector<quint32> offsets_;
   quint32 objectCount_;
   int referenceWidth_;

@@ -2,6 +2,7 @@
 
 #include <QHashFunctions>
 #include <QStringView>
+#include <bit>
 #include <vector>
 
 namespace pendra {
@@ -10,12 +11,14 @@ namespace pendra {
 /// customers is nothing but texts: looking them up is most of what writing it costs.
 class TextIndex {
  public:
+  explicit TextIndex(std::size_t expected) : slots_(std::bit_ceil(2 * expected + 16)) {}
+
   /// The place that holds the number of an equal text, or 0 in a place that is free for it. `textOf(number)`
   /// answers the text of a number. The place is good until the next call.
   template <class TextOf>
   quint32& find(QStringView text, const TextOf& textOf) {
     if (used_ * 2 >= slots_.size()) grow();
-    const size_t hash = qHash(text, seed_);
+    const auto hash = static_cast<quint32>(qHash(text, seed_));
     size_t at = hash & (slots_.size() - 1);
     while (slots_[at].number != 0) {
       if (slots_[at].hash == hash && textOf(slots_[at].number) == text) return slots_[at].number;
@@ -28,7 +31,7 @@ class TextIndex {
 
  private:
   struct Slot {
-    size_t hash = 0;
+    quint32 hash = 0;
     quint32 number = 0;
   };
 
@@ -43,7 +46,7 @@ class TextIndex {
     }
   }
 
-  std::vector<Slot> slots_ = std::vector<Slot>(64);
+  std::vector<Slot> slots_;
   size_t used_ = 0;
   size_t seed_ = QHashSeed::globalSeed();
 };

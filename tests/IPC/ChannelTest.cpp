@@ -17,6 +17,7 @@ TEST(Channel, LogsACallOnBothSides) {
   peer.send(header(2) + archiveOf({QStringLiteral("echo:"), IPCNilArg::nilArg()}), folder.bytes("server"));
   peer.send(header(2) + archiveOf({QStringLiteral("tell:"), QStringLiteral("x")}), folder.bytes("server"));
   server->serveInput();
+  server->serveInput();
   EXPECT_EQ(LogCollector::lines(),
             (Lines{"ipc <--  echo:", "ipc -> echo:", "ipc <--  tell:", "ipc oneway tell:"}));
   EXPECT_EQ(peer.receive(), header(3) + archiveOf({QStringLiteral("echo:"), IPCNilArg::nilArg()}));

@@ -53,7 +53,7 @@ class IPCMgr {
   ArchiveValue forwardInvocation(QStringView selector, const QList<ArchiveValue>& arguments);
   [[nodiscard]] const ProtocolMethod* methodSignatureForSelector(QStringView selector) const;
 
-  /// Performs and answers the calls that have arrived, without waiting for more.
+  /// Takes the next message as far as it has arrived, and performs and answers it when it is a call.
   void serveInput();
   /// Tells a client at a path that this side is ready.
   void notifyRemoteClientPath(const QString& path, qint64 readyWithProcessId);
@@ -84,6 +84,13 @@ class IPCMgr {
   /// The executable to launch when the peer is absent; empty launches nothing.
   [[nodiscard]] const QString& taskURL() const { return taskURL_; }
   void setTaskURL(QString executable) { taskURL_ = std::move(executable); }
+  [[nodiscard]] const std::function<bool()>& taskPreLaunchHandler() const { return taskPreLaunchHandler_; }
+  [[nodiscard]] const std::function<void(const IPCTask*)>& taskPostLaunchHandler() const {
+    return taskPostLaunchHandler_;
+  }
+  [[nodiscard]] const std::function<void(const IPCTask&)>& taskExitHandler() const {
+    return taskExitHandler_;
+  }
   /// Asked before a launch; false means do not.
   void setTaskPreLaunchHandler(std::function<bool()> handler) { taskPreLaunchHandler_ = std::move(handler); }
   /// Told when a launch attempt is over; null when it failed.
@@ -106,6 +113,7 @@ class IPCMgr {
   bool sendCall(QByteArrayView archive, const ProtocolMethod& method);
   void launchTask();
   void taskEnded();
+  bool awaitInput(Deadline deadline);
   bool takeInput();
   void awaitReply(QStringView selector);
   void handleMessage(QByteArrayView archive, bool isReply, const IPCAddress& fromAddress);
