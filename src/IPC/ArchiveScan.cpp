@@ -58,7 +58,8 @@ bool ArchiveScan::run(qsizetype size) {
   }
   if (!readTop()) return fail(QStringLiteral("not a keyed archive"));
   const auto count = static_cast<quint32>(objects_.count);
-  if (!spend(count * static_cast<qsizetype>(sizeof(ArchiveNode)), tableMemory_)) return false;
+  if (!spend(count * static_cast<qsizetype>(sizeof(ArchiveNode) + sizeof(quint32)), tableMemory_))
+    return false;
   nodes_.resize(count);
   parts_.reserve(count);
   for (quint32 number = 1; number < count; ++number)
@@ -161,11 +162,12 @@ bool ArchiveScan::readInstance(const Object& dictionary, const Shape& shape, Arc
   if (nodes_[*number].kind != NodeKind::Class) {
     const auto object = objectNumbered(*number);
     if (!object || object->kind != Kind::Dictionary) return false;
-    // A shape that is not kept lives until the next one is asked for.
-    const Shape own = shape;
     const Shape* classShape = shapeOf(*object);
-    if (!classShape || classShape->positions[kClassName] < 0) return false;
-    return readClass(*number, *object, *classShape) && readInstance(dictionary, own, node);
+    if (!classShape || classShape->positions[kClassName] < 0 || !readClass(*number, *object, *classShape))
+      return false;
+    // A shape is good until the next one is asked for.
+    const Shape* again = shapeOf(dictionary);
+    return again && readInstance(dictionary, *again, node);
   }
   switch (const quint32 meaning = nodes_[*number].first) {
     case kArrayClass:
@@ -208,7 +210,7 @@ bool ArchiveScan::readRecord(const Object& dictionary, const Shape& shape, Archi
   node.kind = NodeKind::Record;
   node.first = static_cast<quint32>(parts_.size());
   node.count = static_cast<quint32>(classes_.records[node.recordClass]->keys.size());
-  if (!spend(node.count * 2 * static_cast<qsizetype>(sizeof(quint32)), tableMemory_)) return false;
+  if (!spend(2 * qsizetype{node.count} * static_cast<qsizetype>(sizeof(quint32)), tableMemory_)) return false;
   parts_.resize(parts_.size() + node.count);
   for (quint32 i = 0; i < node.count; ++i) {
     const qsizetype position = shape.positions[firstKey + i];

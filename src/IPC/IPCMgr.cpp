@@ -12,7 +12,7 @@ namespace pendra {
 namespace {
 
 /// What may be held at once: a message being gathered, and what it and the reply before it are read into.
-constexpr qsizetype kMemoryLimit = 64 * 1024 * 1024;
+constexpr qsizetype kMemoryLimit = qsizetype{64} << 20;
 /// How deep calls may be served while an answer waits for room.
 constexpr int kServingDepth = 8;
 

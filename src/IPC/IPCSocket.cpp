@@ -15,7 +15,7 @@ namespace pendra {
 namespace {
 
 /// More than the system lets an ordinary user send in one datagram.
-constexpr std::size_t kReceiveSize = 256 * 1024;
+constexpr std::size_t kReceiveSize = std::size_t{256} << 10;
 
 template <class Value>
 int setOption(int descriptor, int option, Value value) {

@@ -59,7 +59,8 @@ class ArchiveWriter {
   qsizetype expectedSize() const {
     const qsizetype width = PropertyListWriter::referenceWidth(places_.back());
     const auto parts = static_cast<qsizetype>(numbering_.parts().size());
-    return 1024 + numbering_.textLength() + 6 * places_.back() + width * (2 * parts + 3 * qsizetype{count_});
+    return 1024 + numbering_.textLength() + 6 * qsizetype{places_.back()} +
+           width * (2 * parts + 3 * qsizetype{count_});
   }
 
   /// Where the reference object of each number stands, and last the count of all objects.

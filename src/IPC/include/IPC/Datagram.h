@@ -16,7 +16,7 @@ inline constexpr qsizetype kSliceSize = 30720;
 inline constexpr qsizetype kHeaderSize = 4;
 inline constexpr qsizetype kGatherCapacity = 307200;
 /// A message that grows beyond this is given up.
-inline constexpr qsizetype kMessageLimit = 16 * 1024 * 1024;
+inline constexpr qsizetype kMessageLimit = qsizetype{16} << 20;
 
 /// The header word, big-endian on the wire: the slice's index times 4, plus 2 on the last one, plus 1 in a
 /// reply or ready notice.

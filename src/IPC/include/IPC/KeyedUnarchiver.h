@@ -17,7 +17,7 @@ struct Unarchived {
 };
 
 /// What reading one archive may hold at once, tables and result together, unless told otherwise.
-inline constexpr qsizetype kUnarchiverMemory = 44 * 1024 * 1024;
+inline constexpr qsizetype kUnarchiverMemory = qsizetype{44} << 20;
 
 /// Reads a keyed archive, whatever the order and sharing of its objects, in linear time. Fails, in the domain
 /// "archive", on anything that is not of the layout, on a class outside of `classes` anywhere in it, on a
