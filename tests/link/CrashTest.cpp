@@ -1,0 +1,210 @@
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QJsonDocument>
+#include <QTemporaryDir>
+#include <csignal>
+#include <random>
+
+#include "IPC/IPCException.h"
+#include "Sender.h"
+#include "support/TestSession.h"
+
+namespace pendra {
+namespace {
+
+constexpr int kRecords = 50;
+constexpr double kSeconds = 5400;
+
+/// How many random moments are tried: a few by default, a hundred when everything is checked.
+int rounds() {
+  bool isNumber = false;
+  const int asked = qEnvironmentVariableIntValue("PENDRA_CRASH_ROUNDS", &isNumber);
+  return isNumber ? asked : 20;
+}
+
+/// A process that ends with its scope at the latest.
+class Process {
+ public:
+  explicit Process(const std::function<void()>& code) : id_(::fork()) {
+    if (id_ != 0) return;
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    ::dup2(nowhere, STDERR_FILENO);
+    code();
+    ::_exit(0);
+  }
+  ~Process() { kill(); }
+  Process(const Process&) = delete;
+  Process& operator=(const Process&) = delete;
+
+  void kill() {
+    if (id_ <= 0) return;
+    ::kill(id_, SIGKILL);
+    waitForEnd();
+  }
+  void waitForEnd() {
+    if (id_ > 0) ::waitpid(id_, nullptr, 0);
+    id_ = -1;
+  }
+  [[nodiscard]] bool hasEnded() {
+    if (id_ > 0 && ::waitpid(id_, nullptr, WNOHANG) == id_) id_ = -1;
+    return id_ <= 0;
+  }
+
+ private:
+  pid_t id_;
+};
+
+/// The stand-in for Vantor, once it serves.
+std::unique_ptr<Process> startVantor(const SendingPlace& place) {
+  std::array<int, 2> output{};
+  if (::pipe2(output.data(), O_CLOEXEC) != 0) return nullptr;
+  auto vantor = std::make_unique<Process>([&] {
+    ::dup2(output[1], STDOUT_FILENO);
+    const QByteArray company = (place.folder + u"/company.json").toLocal8Bit();
+    const QByteArray records = place.records().toLocal8Bit();
+    const QByteArray cache = place.places().caches.toLocal8Bit();
+    ::execl(PENDRA_VANTOR_SIM, "vantor-sim", "--no-bus", "--company", company.constData(), "--records",
+            records.constData(), "--cache", cache.constData(), nullptr);
+  });
+  ::close(output[1]);
+  char ready = 0;
+  EXPECT_EQ(::read(output[0], &ready, 1), 1) << "the stand-in does not serve";
+  ::close(output[0]);
+  return vantor;
+}
+
+std::unique_ptr<Process> startSender(const SendingPlace& place) {
+  return std::make_unique<Process>([place] {
+    try {
+      sendAll(place);
+    } catch (const IPCException&) {
+      // Vantor was killed before the sending began.
+    }
+  });
+}
+
+QByteArray companyFile() {
+  QByteArray jobs;
+  for (int i = 1; i <= kRecords; ++i) {
+    const QByteArray number = QByteArray::number(i);
+    jobs += (i > 1 ? ",{" : "{") +
+            ("\"name\":\"Job " + number + "\",\"id\":\"j" + number + "\",\"parent\":\"c1\"}");
+  }
+  return "{\"companyFileName\":\"/Books/"
+         "Acme.cmp\",\"employees\":[],\"services\":[{\"name\":\"Design\",\"id\":"
+         "\"s1\"}],\"customers\":[{\"name\":\"Acme\",\"id\":\"c1\"}],\"jobs\":[" +
+         jobs + "]}";
+}
+
+/// A document with an activity for each job, each with one entry, or with two that are merged.
+void makeDocument(const SendingPlace& place) {
+  TestSession desk;
+  desk.openDocument(false);
+  Customer& acme = desk.addCustomer("Acme", "c1");
+  Service& design = desk.addService("Design", "s1");
+  for (int i = 1; i <= kRecords; ++i) {
+    Job& job = desk.addJob(acme, "Job " + QString::number(i), "j" + QString::number(i));
+    Activity& activity = desk.addActivity(&acme, &design, &job);
+    if (place.merging) {
+      desk.addPeriod(activity, "2026-11-24T07:00:00Z", kSeconds / 3);
+      desk.addPeriod(activity, "2026-11-24T09:00:00Z", kSeconds * 2 / 3);
+    } else {
+      desk.addPeriod(activity, "2026-11-24T07:00:00Z", kSeconds);
+    }
+  }
+  ASSERT_TRUE(desk.session.myContext()->save());
+  ASSERT_TRUE(QFile::copy(desk.places.path("Test.pdr"), place.document()));
+}
+
+/// How often each job's record is in what Vantor received.
+std::map<QByteArray, int> received(const SendingPlace& place) {
+  std::map<QByteArray, int> counted;
+  const QByteArray file = contentsOf(place.records());
+  for (qsizetype at = 0; (at = file.indexOf("<job>", at)) >= 0; ++at) {
+    ++counted[file.mid(at + 5, file.indexOf("</job>", at) - at - 5)];
+  }
+  return counted;
+}
+
+struct InFile {
+  int entries = 0;
+  int sent = 0;
+  int inDoubt = 0;
+  double sentSeconds = 0;
+};
+
+InFile inFile(const SendingPlace& place) {
+  const ObjectModel model = testModel();
+  const SystemClock clock;
+  const Calendar calendar{QTimeZone("UTC")};
+  ObjectContext context(model, clock, calendar);
+  EXPECT_TRUE(context.open(place.document()));
+  InFile counted;
+  for (const TimePeriod* one : context.all<TimePeriod>()) {
+    ++counted.entries;
+    counted.inDoubt += one->sendingSince().has_value();
+    if (!one->wasSubmitted()) continue;
+    ++counted.sent;
+    counted.sentSeconds += one->storedDuration();
+  }
+  return counted;
+}
+
+/// Sends, kills one of the two at a random moment, and goes on as a user would until everything is sent.
+void playRound(const SendingPlace& place, std::minstd_rand& chance) {
+  const bool killsSender = chance() % 2 == 0;
+  const auto record = static_cast<qsizetype>(chance() % kRecords);
+  const auto delay = static_cast<useconds_t>(chance() % 6000);
+  auto vantor = startVantor(place);
+  auto sender = startSender(place);
+  while (contentsOf(place.records()).count('\n') < record && !sender->hasEnded()) ::usleep(200);
+  ::usleep(delay);
+  (killsSender ? *sender : *vantor).kill();
+  sender->waitForEnd();
+  if (!killsSender) vantor = startVantor(place);
+  // A machine under load may be too slow for the short time limit; the user then sends again.
+  const int entries = place.merging ? 2 * kRecords : kRecords;
+  for (int attempt = 0; attempt < 20 && inFile(place).sent < entries; ++attempt)
+    startSender(place)->waitForEnd();
+}
+
+void expectEverythingOnce(const SendingPlace& place) {
+  const auto counted = received(place);
+  EXPECT_EQ(counted.size(), static_cast<std::size_t>(kRecords)) << "lost";
+  for (const auto& [job, times] : counted) EXPECT_EQ(times, 1) << job.toStdString() << " was sent twice";
+  const InFile now = inFile(place);
+  EXPECT_EQ(now.entries, place.merging ? 2 * kRecords : kRecords) << "a phantom entry";
+  EXPECT_EQ(now.sent, now.entries);
+  EXPECT_EQ(now.inDoubt, 0);
+  EXPECT_EQ(contentsOf(place.records()).count("<duration>1.50</duration>"), kRecords);
+  EXPECT_DOUBLE_EQ(now.sentSeconds, kRecords * kSeconds);
+}
+
+TEST(CrashTest, WhoeverIsKilledWheneverEveryRecordArrivesOnce) {
+  std::minstd_rand chance(20261124);
+  QTemporaryDir root;
+  std::array<SendingPlace, 2> prepared{SendingPlace{root.path() + "/one", false},
+                                       SendingPlace{root.path() + "/merged", true}};
+  for (const SendingPlace& place : prepared) {
+    QDir().mkpath(place.folder);
+    makeDocument(place);
+  }
+  for (int round = 0; round < rounds() && !HasFailure(); ++round) {
+    SCOPED_TRACE("round " + std::to_string(round));
+    const SendingPlace& from = prepared[static_cast<std::size_t>(round % 2)];
+    const SendingPlace place{root.filePath("r" + QString::number(round)), from.merging};
+    QDir().mkpath(place.places().caches);
+    ASSERT_TRUE(QFile::copy(from.document(), place.document()));
+    ASSERT_TRUE(writeFile(place.folder + "/company.json", companyFile()));
+    playRound(place, chance);
+    expectEverythingOnce(place);
+    QDir(place.folder).removeRecursively();
+  }
+}
+
+}  // namespace
+}  // namespace pendra
