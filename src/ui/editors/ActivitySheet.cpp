@@ -82,13 +82,28 @@ void ActivitySheet::hideSendToVTLabel() { parts_->form.sendToVTLabel->hide(); }
 void ActivitySheet::connectControls() {
   Parts& parts = *parts_;
   NewActivityController& controller = parts.controller;
-  connectEntry(parts.entry, parts.guard, controller);
+  connectEntry(parts.entry, parts.guard, controller, true);
   guardField(parts.guard, parts.notesField, controller);
-  NameComboBox& service = parts.entry.servicePopup.widget();
-  connect(&service, &NameComboBox::picked, this, [&] { controller.pickAService(); });
+  connectService();
   connect(parts.form.notesField, &NotesEdit::returnPressed, this, &ActivitySheet::pressReturn);
   connect(parts.form.okButton, &QPushButton::clicked, this, &ActivitySheet::save);
   connect(parts.form.cancelButton, &QPushButton::clicked, this, &ActivitySheet::reject);
+}
+
+/// The service is looked at again whenever it is left, not only when it has changed: the customer, which OK
+/// waits for as well, may have come later.
+void ActivitySheet::connectService() {
+  NameComboControl& popup = parts_->entry.servicePopup;
+  NewActivityController& controller = parts_->controller;
+  const auto shouldEndEditing = [&] {
+    const bool may = controller.textShouldEndEditing(popup);
+    if (may) controller.pickAService();
+    return may;
+  };
+  popup.widget().setRules({.dataArray = [&] { return controller.dataArrayForCombobox(popup); },
+                           .shouldEndEditing = shouldEndEditing,
+                           .opensListWhileTyping = true});
+  connect(&popup.widget(), &NameComboBox::picked, this, [&] { controller.pickAService(); });
 }
 
 void ActivitySheet::connectTimeEntries() {

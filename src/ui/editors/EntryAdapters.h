@@ -43,9 +43,10 @@ struct EntryAdapters {
 
 /// Gives a combo box its list from a controller, which also decides whether it is left.
 template <class Controller>
-void connectNames(NameComboControl& popup, Controller& controller) {
+void connectNames(NameComboControl& popup, Controller& controller, bool opensListWhileTyping) {
   popup.widget().setRules({.dataArray = [&] { return controller.dataArrayForCombobox(popup); },
-                           .shouldEndEditing = [&] { return controller.textShouldEndEditing(popup); }});
+                           .shouldEndEditing = [&] { return controller.textShouldEndEditing(popup); },
+                           .opensListWhileTyping = opensListWhileTyping});
 }
 
 /// Lets the controller decide whether any other field is left.
@@ -56,9 +57,10 @@ void guardField(LeaveGuard& guard, WidgetControl<Widget>& field, Controller& con
 
 /// What both sheets do with the fields of an entry.
 template <class Controller>
-void connectEntry(EntryAdapters& entry, LeaveGuard& guard, Controller& controller) {
+void connectEntry(EntryAdapters& entry, LeaveGuard& guard, Controller& controller,
+                  bool opensListWhileTyping) {
   for (NameComboControl* popup : {&entry.customerPopup, &entry.jobPopup, &entry.servicePopup}) {
-    connectNames(*popup, controller);
+    connectNames(*popup, controller, opensListWhileTyping);
   }
   for (LineEditControl* field :
        {&entry.startDateField, &entry.startTimeField, &entry.startTimeFieldAMPM, &entry.durationField}) {

@@ -53,7 +53,7 @@ TimePeriodController& TimePeriodSheet::controller() { return parts_->controller;
 
 void TimePeriodSheet::connectControls() {
   Parts& parts = *parts_;
-  connectEntry(parts.entry, parts.guard, parts.controller);
+  connectEntry(parts.entry, parts.guard, parts.controller, false);
   for (NotesControl* notes : {&parts.notesField, &parts.activityNotesField}) {
     guardField(parts.guard, *notes, parts.controller);
     connect(&notes->widget(), &NotesEdit::returnPressed, this, [this] { parts_->controller.doSave(); });
@@ -65,6 +65,11 @@ void TimePeriodSheet::connectControls() {
 int TimePeriodSheet::runModal() {
   const TimePeriodController& controller = parts_->controller;
   parts_->form.serviceHint->setVisible(!session_.myStandalone() && controller.serviceDataArray().isEmpty());
+  // What is wrong with an entry is most often its length.
+  QLineEdit& duration = *parts_->form.durationField;
+  duration.selectAll();
+  QWidget* first = duration.isEnabled() ? static_cast<QWidget*>(&duration) : parts_->form.notesField;
+  first->setFocus();
   return SheetRunner(session_.ports().modals).runModal(*this);
 }
 

@@ -31,6 +31,7 @@ class ActivitySheet final : public QDialog, public ActivityEditorSheet {
  private:
   struct Parts;
   void connectControls();
+  void connectService();
   void connectTimeEntries();
   void pressReturn();
   void save();
