@@ -4,13 +4,10 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QSignalBlocker>
-#include <QStyle>
 
 #include "platform/Preferences.h"
-#include "platform/Text.h"
-#include "ui/Buttons.h"
+#include "ui/DateField.h"
 #include "ui/Theme.h"
 
 namespace pendra {
@@ -69,13 +66,15 @@ QComboBox* LogFilterRow::addPopUp(const QString& title, const QString& objectNam
   return control;
 }
 
-QLineEdit* LogFilterRow::addDateField(const QString& title, const QString& objectName, QString& field) {
-  auto* edit = new QLineEdit;
+DateField* LogFilterRow::addDateField(const QString& title, const QString& objectName, QString& field) {
+  auto* edit = new DateField;
   edit->setObjectName(objectName);
   edit->setFont(Theme::controlFont());
   edit->setMinimumWidth(kNarrowDate);
   edit->setMaximumWidth(kWideDate);
-  connect(edit, &QLineEdit::editingFinished, this, [this, edit, &field] { takeDate(*edit, field); });
+  edit->setPlaceholderText(tr("any day"));
+  edit->setReader([this](const QString& text) { return log_.isReadable(text); });
+  connect(edit, &QLineEdit::editingFinished, this, [this, edit, &field] { takeDate(edit->text(), field); });
   row_->addWidget(quietLabel(title, edit));
   row_->addWidget(edit, 2);
   dates_.push_back({edit, &field});
@@ -108,20 +107,11 @@ void LogFilterRow::choose(PopUp& popup, int index) {
   log_.updateRunningPeriods();  // at once, not at the next tick
 }
 
-void LogFilterRow::takeDate(QLineEdit& edit, QString& field) {
-  markReadable(edit);
-  if (edit.text() == field) return;
-  field = edit.text();
+void LogFilterRow::takeDate(const QString& text, QString& field) {
+  if (text == field) return;
+  field = text;
   log_.changeDateRange();
   log_.updateRunningPeriods();
-}
-
-void LogFilterRow::markReadable(QLineEdit& edit) {
-  const bool readable = log_.isReadable(edit.text());
-  edit.setProperty(kUnreadableProperty, !readable);
-  edit.setToolTip(readable ? tr("A day: 11/24/26, today, last monday, 3 days ago")
-                           : formatted(tr("“%@” is no date, so it does not limit the log"), {edit.text()}));
-  edit.update();
 }
 
 void LogFilterRow::showFilters() {
@@ -132,8 +122,7 @@ void LogFilterRow::showFilters() {
     control->setCurrentIndex(state->indexOfSelectedItem());
   }
   for (const auto& [control, state] : dates_) {
-    if (control->text() != *state && !control->hasFocus()) control->setText(*state);
-    markReadable(*control);
+    if (control->text() != *state) control->setText(*state);
   }
 }
 

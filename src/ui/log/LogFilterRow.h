@@ -7,9 +7,10 @@
 class QCheckBox;
 class QComboBox;
 class QHBoxLayout;
-class QLineEdit;
 
 namespace pendra {
+
+class DateField;
 
 /// The log's filters in one row. The logic holds their state; the controls show it and pass on what a person
 /// chooses.
@@ -20,11 +21,10 @@ class LogFilterRow final : public QWidget {
 
  private:
   QComboBox* addPopUp(const QString& title, const QString& objectName, PopUp& popup);
-  QLineEdit* addDateField(const QString& title, const QString& objectName, QString& field);
+  DateField* addDateField(const QString& title, const QString& objectName, QString& field);
   void addHideSubmitted(UserDefaults& defaults);
   void choose(PopUp& popup, int index);
-  void takeDate(QLineEdit& edit, QString& field);
-  void markReadable(QLineEdit& edit);
+  void takeDate(const QString& text, QString& field);
   void showFilters();
 
   struct ShownPopUp {
@@ -32,7 +32,7 @@ class LogFilterRow final : public QWidget {
     const PopUp* state;
   };
   struct ShownDate {
-    QLineEdit* control;
+    DateField* control;
     const QString* state;
   };
 

@@ -13,11 +13,11 @@ namespace pendra {
 /// How much a sample holds. What is not given is filled in sensibly; what is given is met exactly.
 struct SampleOptions {
   int customers = 12;
-  std::optional<int> jobs;  ///< else about two for each customer
+  std::optional<int> jobs{};  ///< else about two for each customer
   int services = 8;
-  std::optional<int> activities;  ///< the open ones; else 14, or none without customers
-  std::optional<int> entries;     ///< else 400, or none without activities
-  QDate today{2026, 11, 24};      ///< the day of the last entries
+  std::optional<int> activities{};  ///< the open ones; else 14, or none without customers
+  std::optional<int> entries{};     ///< else 400, or none without activities
+  QDate today{2026, 11, 24};        ///< the day of the last entries
   quint64 seed = 1;
   bool standalone = false;  ///< not linked to a company file
 };
