@@ -50,7 +50,8 @@ void CorvelAppDelegate::applicationDidFinishLaunching(const QString& file) {
 
 void CorvelAppDelegate::openFromOutside(const QString& path) {
   bringToFront();
-  if (path.isEmpty() || environment_.modals.isModal()) return;
+  // A panel on a window may be asking something of its own; its window cannot be closed under it.
+  if (path.isEmpty() || environment_.modals.isModal() || QApplication::activeModalWidget()) return;
   commands_.openRecent(path);
 }
 

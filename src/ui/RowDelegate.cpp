@@ -160,6 +160,11 @@ QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& 
   QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
   if (!editor) return nullptr;
   editor->setFont(option.font);
+  if (auto* line = qobject_cast<QLineEdit*>(editor)) {
+    // The words stay where they stood; a field adds two points of its own.
+    const QRect content = contentRect(option.rect, index.column(), index.model()->columnCount());
+    line->setTextMargins(content.left() - option.rect.left() - 2, 0, 0, 0);
+  }
   editor->setAccessibleName(
       index.model()->headerData(index.column(), Qt::Horizontal, Qt::AccessibleTextRole).toString());
   return editor;

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QTimer>
 
 #include "ui/Buttons.h"
 #include "ui/MenuBar.h"
@@ -126,24 +125,26 @@ void ListWindow::updateButtons() {
   ui_->addJobButton->setEnabled(controller_->validateMenuItem(ListCommand::AddNewJob));
 }
 
-/// A text that is only left, not changed, is no edit: leaving the editor must not ask anything.
-bool ListWindow::storeText(const QString& value, const QString& identifier, int row) {
+/// A text that is only left, not changed, is no edit: leaving the editor must not ask anything. What is an
+/// edit is stored once the editor has closed, because storing may sort the rows away under it, or ask.
+void ListWindow::storeText(const QString& value, const QString& identifier, int row) {
   const int column = table().tableModel().columnOf(identifier);
   const QWidget* focus = QApplication::focusWidget();
   const bool leaving = !focus || !table().viewport()->isAncestorOf(focus);
-  if (leaving && value == controller_->source().text(row, column)) return false;
-  controller_->setObjectValue(value, identifier, row);
-  return true;
+  if (leaving && value == controller_->source().text(row, column)) return;
+  const auto store = [this, value, identifier, row] { controller_->setObjectValue(value, identifier, row); };
+  QMetaObject::invokeMethod(this, store, Qt::QueuedConnection);
 }
 
 void ListWindow::editColumn(int column, int row) {
-  QTimer::singleShot(0, this, [this, column, row] {
+  const auto edit = [this, column, row] {
     const QModelIndex cell = table().model()->index(row, column);
     if (!cell.isValid() || !(cell.flags() & Qt::ItemIsEditable)) return;
     table().setFocus();
     table().setCurrentIndex(cell);
     table().edit(cell);
-  });
+  };
+  QMetaObject::invokeMethod(this, edit, Qt::QueuedConnection);
 }
 
 void ListWindow::editName(int row) {

@@ -79,7 +79,7 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
   void connectButtons();
   void search(const QString& text);
   void showCounts();
-  bool storeText(const QString& value, const QString& identifier, int row);
+  void storeText(const QString& value, const QString& identifier, int row);
   bool keyInTable(int key);
 
   Session& session_;

@@ -1,7 +1,5 @@
 #include "ui_core/CustomerListController.h"
 
-#include <QSet>
-
 #include "ListColumns.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
@@ -75,19 +73,14 @@ void CustomerListController::observeCustomers() {
 }
 
 std::vector<Customer*> CustomerListController::listedCustomers() const {
-  const auto found = [this](const auto& named) {
-    return queries::nameContains(named.name(), searchString());
-  };
   if (searchString().isEmpty()) return context()->fetch<Customer>();
-  auto customers = context()->fetch<Customer>(found);
-  QSet<const Customer*> listed(customers.begin(), customers.end());
-  for (Job* job : context()->all<Job>()) {
-    Customer* customer = job->customer();
-    if (!customer || listed.contains(customer) || !found(*job)) continue;
-    listed.insert(customer);
-    customers.push_back(customer);
-  }
-  return customers;
+  const auto found = [this](const auto* named) {
+    return queries::nameContains(named->name(), searchString());
+  };
+  return context()->fetch<Customer>([&](const Customer& customer) {
+    const auto jobs = customer.jobs();
+    return found(&customer) || std::any_of(jobs.begin(), jobs.end(), found);
+  });
 }
 
 void CustomerListController::reloadData() {
