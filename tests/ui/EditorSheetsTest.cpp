@@ -139,6 +139,24 @@ TEST_F(ActivitySheetInAWindow, ReturnIsOKOnlyWhereOKIsEnabled) {
   EXPECT_EQ(ended, EditorSheet::kAccepted);
 }
 
+TEST_F(ActivitySheetInAWindow, AServiceThatCameBeforeTheCustomerIsLookedAtAgain) {
+  sheet->controller().setLabels(true);
+  test.addCustomer("Without jobs");
+  sheet->controller().reloadComboxes();
+  show();
+  popup("Service").setText("Design");
+  popup("Customer").setFocus();
+  type("Without jobs");
+  key(Qt::Key_Tab);
+  settle();
+  EXPECT_FALSE(button("Add").isEnabled()) << "a customer without jobs does not look at the service";
+  popup("Service").setFocus();
+  settle();
+  key(Qt::Key_Tab);
+  settle();
+  EXPECT_TRUE(button("Add").isEnabled());
+}
+
 TEST_F(ActivitySheetInAWindow, OnlyAPersonsEditsEnableApply) {
   edit();
   auto& table = named<TimeEntriesTable>(*sheet, "Time entries");
@@ -196,7 +214,7 @@ TEST(NotesEdit, GivesBackToTheCharacterWhatNobodyEdited) {
   edit.setNote(note);
   EXPECT_EQ(edit.note(), note);
   QTest::keyClicks(&edit, "x");
-  EXPECT_EQ(edit.note(), u"xa\u00a0b\nc\td\ne"_qs);
+  EXPECT_EQ(edit.note(), u"a\u00a0b\nc\td\nex"_qs);
 }
 
 TEST(TimePeriodSheetInAWindow, EndsWithOKOrCancelByKeyboard) {

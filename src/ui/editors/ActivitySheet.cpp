@@ -53,6 +53,7 @@ ActivitySheet::ActivitySheet(Session& session, QWidget* window)
   layOutEntry(parts_->entry);
   const Form& form = parts_->form;
   showAsSecondary({form.serviceHint, form.sendToVTLabel});
+  form.serviceHint->hide();
   for (QPushButton* button : {form.okButton, form.cancelButton, form.littleSaveButton,
                               form.addTimeEntryButton, form.deleteTimeEntryButton}) {
     makeSheetButton(*button);

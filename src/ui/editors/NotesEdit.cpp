@@ -28,6 +28,7 @@ void NotesEdit::setNote(const QString& note) {
   const QScopedValueRollback setting(setting_, true);
   set_ = note;
   setPlainText(note);
+  moveCursor(QTextCursor::End);
   document()->setModified(false);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLineEdit>
 
 #include "ui/Theme.h"
 
@@ -35,7 +36,10 @@ void TimeEntriesTable::setController(NewActivityController& controller) {
 }
 
 void TimeEntriesTable::commitEditing() {
-  if (state() == EditingState) setFocus();
+  auto* editor = state() == EditingState ? viewport()->findChild<QLineEdit*>() : nullptr;
+  if (!editor) return;
+  commitData(editor);
+  closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
 QSize TimeEntriesTable::sizeHint() const {

@@ -41,6 +41,7 @@ TimePeriodSheet::TimePeriodSheet(Session& session, QWidget* window)
     : QDialog(window), session_(session), parts_(std::make_unique<Parts>(*this, session)) {
   layOutEntry(parts_->entry);
   showAsSecondary({parts_->form.serviceHint});
+  parts_->form.serviceHint->hide();
   makeSheetButton(*parts_->form.okButton);
   makeSheetButton(*parts_->form.cancelButton);
   connectControls();
