@@ -7,6 +7,7 @@
 #include "CorvelAppDelegate.h"
 #include "platform/Log.h"
 #include "platform/SingleInstance.h"
+#include "ui/Accessibility.h"
 #include "ui/Theme.h"
 
 namespace {
@@ -72,7 +73,6 @@ int main(int argc, char** argv) {
   pendra::installLog();
   Application application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("pendra"));
-  QApplication::setApplicationDisplayName(QStringLiteral("Pendra"));
   QApplication::setApplicationVersion(QStringLiteral(PENDRA_VERSION));
   QApplication::setQuitOnLastWindowClosed(false);
   const Arguments arguments = read(QApplication::arguments());
@@ -80,6 +80,7 @@ int main(int argc, char** argv) {
   pendra::SingleInstance instance;
   if (!instance.claim(arguments.file)) return 0;
   pendra::Theme::install(application);
+  pendra::installComboBoxAccessibility();
   if (!arguments.appearance.empty()) {
     pendra::Theme::force(arguments.appearance == "dark" ? pendra::Appearance::Dark
                                                         : pendra::Appearance::Light);

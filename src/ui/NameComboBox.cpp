@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QCompleter>
+#include <QScopedValueRollback>
 #include <QStringListModel>
 #include <QWheelEvent>
 
@@ -40,6 +41,7 @@ NameComboBox::NameComboBox(QWidget* parent)
 
 void NameComboBox::setRules(Rules rules) {
   rules_ = std::move(rules);
+  edit_->setAccessibleName(accessibleName());  // it has the focus, so it is what is read
   reloadItems();
 }
 
@@ -120,6 +122,13 @@ bool NameComboBox::mayLeave() {
     Q_EMIT picked();
   }
   return may;
+}
+
+bool NameComboBox::focusNextPrevChild(bool next) {
+  closeList();
+  if (!mayLeave()) return true;
+  const QScopedValueRollback lettingGo(lettingGo_, true);
+  return QComboBox::focusNextPrevChild(next);
 }
 
 /// The focus is gone to another field of this window. It comes back when the text may not stand.

@@ -8,12 +8,6 @@ namespace pendra {
 
 namespace {
 
-bool isTab(const QEvent& event) {
-  if (event.type() != QEvent::KeyPress) return false;
-  const int key = static_cast<const QKeyEvent&>(event).key();
-  return key == Qt::Key_Tab || key == Qt::Key_Backtab;
-}
-
 /// Whether the focus goes to another field, and not to a list, a menu or another window.
 bool endsEditing(Qt::FocusReason reason) {
   return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason &&
@@ -23,16 +17,6 @@ bool endsEditing(Qt::FocusReason reason) {
 }  // namespace
 
 NameEdit::NameEdit(NameComboBox& box) : QLineEdit(&box), box_(box) {}
-
-bool NameEdit::event(QEvent* event) {
-  if (!isTab(*event)) return QLineEdit::event(event);
-  box_.closeList();
-  if (!box_.mayLeave()) return true;
-  letGo_ = true;
-  const bool done = QLineEdit::event(event);
-  letGo_ = false;
-  return done;
-}
 
 void NameEdit::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
@@ -44,7 +28,7 @@ void NameEdit::keyPressEvent(QKeyEvent* event) {
 
 void NameEdit::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
-  if (letGo_ || !endsEditing(event->reason()) || !isVisible() || !isEnabled()) return;
+  if (box_.lettingGo_ || !endsEditing(event->reason()) || !isVisible() || !isEnabled()) return;
   // The focus has gone already; asking may open an alert, so it waits until the event is through.
   QMetaObject::invokeMethod(
       &box_, [this] { box_.leave(); }, Qt::QueuedConnection);

@@ -13,13 +13,11 @@ class NameEdit final : public QLineEdit {
   explicit NameEdit(NameComboBox& box);
 
  protected:
-  bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
   NameComboBox& box_;
-  bool letGo_ = false;  ///< the question was answered with yes; the focus may go
 };
 
 }  // namespace pendra

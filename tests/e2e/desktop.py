@@ -109,6 +109,11 @@ class Program:
         except Exception:  # a press that opens a modal window answers only when that has closed
             pass
 
+    def text(self, name, role=None, within=None):
+        """What stands in a field."""
+        from gi.repository import Atspi
+        return Atspi.Text.get_text(self.find(name, role, within), 0, -1)
+
     def keys(self, *keys):
         subprocess.run(["xdotool", "key", "--clearmodifiers", "--delay", "20", *keys],
                        env=self.desktop.environment, check=True)

@@ -36,10 +36,17 @@ def add_first_activity(app):
     app.keys("Tab")
     app.find('Add "Acme" to the Customers list?')
     app.keys("Return")
+    app.find("Job", "combo box", within=app.window("Add Activity"))
+    app.type("Roof")
+    app.keys("Tab")
+    app.find('Add "Roof" to the Jobs list?')
+    app.keys("Return")
     app.type("Design")
     app.keys("Tab")
     app.find('Add "Design" to the Services list?')
     app.keys("Return")
+    for name, text in (("Customer", "Acme"), ("Job", "Roof"), ("Service", "Design")):
+        expect(f"{name} shows its text", app.text(name, "combo box", within=app.window("Add Activity")) == text)
     app.type("Sketches")
     app.press("Add", "push button")
     app.find("Stop")  # the cell of the running activity says what a press does
@@ -51,7 +58,7 @@ def test(desktop):
     add_first_activity(app)
     window = app.window("Pendra File")
     for name in ("Activities", "Time log", "Elapsed time", "Selected activity", "Start or stop timer", "Add activity",
-                 "From date", "To date", "Hide sent",
+                 "Customer filter", "Job filter", "Service filter", "From date", "To date", "Hide sent",
                  "Document state", "Pendra", "File", "Edit", "Activity", "Lists", "Window", "Help"):
         app.find(name, within=window)
     expect("standalone hides sending", app.seen("Send time", within=window) is None)

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <memory>
 
+#include "ui/Accessibility.h"
 #include "ui/Theme.h"
 
 namespace {
@@ -13,6 +14,7 @@ class Application final : public testing::Environment {
   void SetUp() override {
     application_ = std::make_unique<QApplication>(argc_, argv_);
     pendra::Theme::install(*application_);
+    pendra::installComboBoxAccessibility();
     pendra::Theme::force(pendra::Appearance::Light);
   }
   void TearDown() override { application_.reset(); }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
@@ -36,8 +37,8 @@ class NameField : public testing::Test {
     std::ignore = QTest::qWaitForWindowActive(&sheet);
   }
   bool known() const { return box.text().isEmpty() || names.contains(box.text()); }
-  void type(const QString& text) { QTest::keyClicks(box.lineEdit(), text); }
-  void key(Qt::Key key) { QTest::keyClick(box.lineEdit(), key); }
+  void type(const QString& text) { QTest::keyClicks(sheet.focusWidget(), text); }
+  void key(Qt::Key key) { QTest::keyClick(sheet.focusWidget(), key); }
   void settle() { QCoreApplication::processEvents(); }
 
   QStringList names{u"Acme"_s, u"Ärger GmbH"_s, u"Bäckerei"_s};
@@ -77,6 +78,19 @@ TEST_F(NameField, AnAcceptedTabAsksOnceAndReportsTheName) {
   settle();
   EXPECT_EQ(asked, 1);
   EXPECT_EQ(picks.count(), 1);
+  EXPECT_TRUE(other.hasFocus());
+}
+
+TEST_F(NameField, TabReachesAFieldThatTheAnswerEnables) {
+  other.setEnabled(false);
+  box.setRules({.dataArray = [this] { return names; },
+                .shouldEndEditing =
+                    [this] {
+                      other.setEnabled(true);
+                      return true;
+                    }});
+  type(u"nobody"_s);
+  key(Qt::Key_Tab);
   EXPECT_TRUE(other.hasFocus());
 }
 
@@ -129,6 +143,18 @@ TEST_F(NameField, WritingATextTellsNobody) {
   key(Qt::Key_Tab);
   settle();
   EXPECT_EQ(edits.count() + picks.count(), 0);
+}
+
+TEST_F(NameField, IsKnownByItsNameAndReadByItsText) {
+  box.setAccessibleName(u"Customer"_s);
+  box.setText(u"Acme"_s);
+  QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(&box);
+  ASSERT_NE(seen, nullptr);
+  EXPECT_EQ(seen->text(QAccessible::Name), u"Customer"_s);
+  EXPECT_EQ(seen->text(QAccessible::Value), u"Acme"_s);
+  ASSERT_NE(seen->editableTextInterface(), nullptr);
+  seen->editableTextInterface()->replaceText(0, 4, u"Bäckerei"_s);
+  EXPECT_EQ(box.text(), u"Bäckerei"_s);
 }
 
 TEST_F(NameField, BackspaceOnTheLastCharacterClosesTheOpenList) {

@@ -39,6 +39,8 @@ class NameComboBox : public QComboBox {
 
  protected:
   void wheelEvent(QWheelEvent* event) override;
+  /// Asks before Tab moves the focus: the answer may enable the very field that comes next.
+  bool focusNextPrevChild(bool next) override;
 
  private:
   friend class NameEdit;
@@ -60,6 +62,7 @@ class NameComboBox : public QComboBox {
   QStringListModel* listItems_;
   QString pickedText_;
   bool asking_ = false;
+  bool lettingGo_ = false;  ///< the question was answered with yes; the focus may go
   bool deleting_ = false;
 };
 
