@@ -142,6 +142,23 @@ void drawRadio(QPainter& painter, const QStyleOption& option) {
   painter.restore();
 }
 
+/// An item of the menu bar, or what is left of the bar, over a line that runs through under all of them.
+void drawMenuBarPart(QPainter& painter, const QStyleOption& option) {
+  const Colours& colours = Theme::colours(option.palette);
+  const QRect& rect = option.rect;
+  painter.fillRect(rect, colours.window);
+  if (option.state & QStyle::State_Selected)
+    drawRounded(painter, rect.adjusted(0, 1, 0, -2), colours.line, {});
+  painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), colours.line);
+}
+
+void drawMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item) {
+  drawMenuBarPart(painter, item);
+  const int flags = Qt::AlignCenter | Qt::TextHideMnemonic | Qt::TextSingleLine;
+  painter.setPen(item.palette.color(QPalette::WindowText));
+  painter.drawText(item.rect, flags, item.text);
+}
+
 void drawScrollBar(QPainter& painter, const QStyleOptionSlider& bar, const QRect& handle) {
   const Colours& colours = Theme::colours(bar.palette);
   const bool active = bar.state & (QStyle::State_MouseOver | QStyle::State_Sunken);
@@ -199,7 +216,9 @@ void PendraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
       return drawRadio(*painter, *option);
     case PE_FrameFocusRect:
       // A push button draws its own ring around the panel; lists show their current item by its colour.
-      if (!qobject_cast<const QPushButton*>(widget) && !qobject_cast<const QAbstractItemView*>(widget)) {
+      // Others show where the keyboard is to those who use it.
+      if (!qobject_cast<const QPushButton*>(widget) && !qobject_cast<const QAbstractItemView*>(widget) &&
+          option->state & State_KeyboardFocusChange) {
         drawFocusRing(*painter, option->rect, Theme::colours(option->palette));
       }
       return;
@@ -210,6 +229,9 @@ void PendraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
 
 void PendraStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (element == CE_MenuBarItem && item) return drawMenuBarItem(*painter, *item);
+  if (element == CE_MenuBarEmptyArea) return drawMenuBarPart(*painter, *option);
   const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
   if (element != CE_PushButtonLabel || !button) {
     return QProxyStyle::drawControl(element, option, painter, widget);
@@ -282,6 +304,8 @@ QSize PendraStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
       return size.expandedTo({0, metrics::kControlHeight});
     case CT_ItemViewItem:
       return size.expandedTo({0, kListItemHeight});
+    case CT_MenuBarItem:
+      return size.expandedTo({0, metrics::kControlHeight});
     case CT_MenuItem:
       return size.expandedTo({0, size.height() > metrics::kGrid + 4 ? metrics::kControlHeight - 2 : 0});
     default:

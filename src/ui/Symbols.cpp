@@ -50,4 +50,6 @@ void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QCol
   painter.drawPixmap(rect, pixmap, QRectF(pixmap.rect()));
 }
 
+QIcon programIcon() { return QIcon(QStringLiteral(":/images/pendra.svg")); }
+
 }  // namespace pendra

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "PendraStyle.h"
+#include "ui/Symbols.h"
 
 namespace pendra {
 
@@ -54,6 +55,7 @@ void Theme::install(QApplication& application) {
   QApplication::setStyle(new PendraStyle);
   QApplication::setFont(controlFont());
   application.setPalette(QPalette());
+  QApplication::setWindowIcon(programIcon());
 }
 
 void Theme::force(Appearance appearance) {

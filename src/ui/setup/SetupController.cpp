@@ -117,6 +117,7 @@ QWidget* SetupController::makeSettings() {
   row->setSpacing(metrics::kGrid / 2);
   for (QWidget* each : {static_cast<QWidget*>(NoneText_), static_cast<QWidget*>(myNoFileOpenText_),
                         static_cast<QWidget*>(myCompanyFile_)}) {
+    each->setMinimumHeight(metrics::kControlHeight);
     row->addWidget(each);
   }
   row->addWidget(lookAgain_, 0, Qt::AlignLeft);

@@ -8,6 +8,7 @@
 #include "platform/Preferences.h"
 #include "ui/Buttons.h"
 #include "ui/CommandTarget.h"
+#include "ui/Symbols.h"
 #include "ui/Theme.h"
 
 namespace pendra {
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int kMargin = metrics::kGrid * 4;
 constexpr int kTextWidth = 440;
+constexpr int kSign = 56;
 
 QLabel* quietText(const QString& text) {
   auto* label = new QLabel(text);
@@ -44,10 +46,24 @@ struct Page {
     column->setSpacing(metrics::kSide);
     column->setSizeConstraint(QLayout::SetFixedSize);
   }
+  /// The program's sign, and beside it a title and what goes under that.
+  void addHeading(const QString& text, QLabel* under = nullptr) {
+    auto* sign = new QLabel;
+    sign->setPixmap(programIcon().pixmap(QSize(kSign, kSign), widget->devicePixelRatio()));
+    auto* words = new QVBoxLayout;
+    words->setSpacing(0);
+    words->addStretch();
+    words->addWidget(title(text));
+    if (under) words->addWidget(under);
+    words->addStretch();
+    auto* heading = new QHBoxLayout;
+    heading->setSpacing(metrics::kSide);
+    heading->addWidget(sign);
+    heading->addLayout(words, 1);
+    column->addLayout(heading);
+  }
   QPushButton* addButton(const QString& text) {
     auto* button = new QPushButton(text);
-    button->setDefault(true);
-    button->setAutoDefault(true);
     column->addWidget(button, 0, Qt::AlignRight);
     return button;
   }
@@ -57,27 +73,25 @@ struct Page {
 
 AboutBox::AboutBox(const WindowFrame& frame, const QString& version) : AppWindow(frame, tr("About Pendra")) {
   Page page;
-  page.column->addWidget(title(tr("Pendra")));
   auto* versionField = new QLabel(version);
   versionField->setObjectName(QStringLiteral("versionField"));
   versionField->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  page.column->addWidget(versionField);
+  page.addHeading(tr("Pendra"), versionField);
   page.column->addWidget(
       quietText(tr("Keeps track of the time you work for your customers, on its own or beside Vantor. Your "
-                   "data is one file "
-                   "that is yours to copy.")));
+                   "data is one file that is yours to copy.")));
   QPushButton* ok = page.addButton(tr("OK"));
+  ok->setDefault(true);
   connect(ok, &QPushButton::clicked, this, [this] { close(); });
   setContent(page.widget);
 }
 
 WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : AppWindow(frame, tr("Welcome to Pendra")) {
   Page page;
-  page.column->addWidget(title(tr("Welcome to Pendra")));
+  page.addHeading(tr("Welcome to Pendra"));
   page.column->addWidget(
       quietText(tr("Pick an activity, press play, and review the hours at the end of the day. Your time is "
-                   "saved every two "
-                   "minutes, and when you close the window.")));
+                   "saved every two minutes, and when you close the window.")));
   const auto addWay = [&](const QString& text, Command command) {
     auto* button = new QPushButton(text);
     connect(button, &QPushButton::clicked, this, [this, command, &target = frame.target] {
@@ -85,11 +99,13 @@ WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : AppWindow(frame, tr("We
       target.perform(command, this);
     });
     page.column->addWidget(button);
+    return button;
   };
-  addWay(tr("Set Up a New Document…"), Command::New);
+  makePrimary(*addWay(tr("Set Up a New Document…"), Command::New));
   addWay(tr("Open a Document…"), Command::Open);
   addWay(tr("Read How It Works"), Command::Help);
   QPushButton* done = page.addButton(tr("Close"));
+  makeQuiet(*done);
   connect(done, &QPushButton::clicked, this, [this] { close(); });
   setContent(page.widget);
 }
@@ -114,9 +130,10 @@ PreferencesWindow::PreferencesWindow(const WindowFrame& frame)
   add(preferences::kHideSubmitted, tr("Hide sent entries in the time log"),
       tr("Sent entries stay in the document and are left out of the list and of an export."), false);
   add(preferences::kAnalyticsTracker, tr("Send usage statistics"),
-      tr("Sends which windows and commands are used, the versions of Pendra and of the system, and the model "
-         "of the "
-         "computer; never a name, a note, a time or a path."),
+      tr("Counts starts of Pendra and Vantor, added activities and a few windows, with the versions of "
+         "Pendra "
+         "and the system, the computer's model, the screen's size and whether it is dark; nothing that you "
+         "type and no time that you work is ever sent."),
       true);
   setContent(page.widget);
 }

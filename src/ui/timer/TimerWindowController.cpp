@@ -54,6 +54,7 @@ TimerWindowController::TimerWindowController(Session& session, MenuModel& menus,
 }
 
 TimerWindowController::~TimerWindowController() {
+  window_->hide();  // before the rows go that its tables show
   if (session_.window == this) session_.window = nullptr;
 }
 

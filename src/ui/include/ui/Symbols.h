@@ -14,4 +14,7 @@ enum class Symbol { Play, Pause, CheckOn, CheckOff, Notes };
 /// Draws a sign in one colour, sharp at every scale.
 void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QColor& colour);
 
+/// The program's own sign.
+[[nodiscard]] QIcon programIcon();
+
 }  // namespace pendra

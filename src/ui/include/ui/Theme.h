@@ -49,7 +49,7 @@ inline constexpr int kButtonHeight = 32;
 /// The one look of the program.
 class Theme {
  public:
-  /// Gives the application its style, palette and fonts. Called once, before the first window.
+  /// Gives the application its style, palette, fonts and icon. Called once, before the first window.
   static void install(QApplication& application);
   /// Wears one look whatever the desktop wears; open windows follow with the next events.
   static void force(Appearance appearance);
