@@ -13,7 +13,7 @@ namespace pendra {
 
 namespace {
 
-/// Where events go: to the service, or to whatever a test of the whole program listens on.
+/// Where events go: to the service, or to whatever a test of the whole program listens on. Empty: nowhere.
 QString serviceAddress() {
   return qEnvironmentVariable("PENDRA_ANALYTICS_ADDRESS", identifiers::kAnalyticsAddress);
 }
@@ -21,6 +21,8 @@ QString serviceAddress() {
 }  // namespace
 
 std::unique_ptr<Tracker> startTracking(TrackerSources sources) {
+  const QString address = serviceAddress();
+  if (address.isEmpty()) return nullptr;
   const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
   auto tracker = std::make_unique<Tracker>(uuid, std::make_unique<PageProcess>(PageProcess::besideProgram()),
                                            sources, TrackerFacts::ofMachine(), resourceFolder());
@@ -32,7 +34,7 @@ std::unique_ptr<Tracker> startTracking(TrackerSources sources) {
     logLine("tracking started");
     center.post(tracker_notifications::kTracker, tracker_notifications::kAppLaunched);
   };
-  tracker->startTrackingCompletionHandler(started, serviceAddress());
+  tracker->startTrackingCompletionHandler(started, address);
   return tracker;
 }
 

@@ -8,7 +8,6 @@
 #include "document/RunningTimers.h"
 #include "model/Model.h"
 #include "platform/Resources.h"
-#include "platform/SingleInstance.h"
 
 namespace pendra {
 
@@ -16,23 +15,23 @@ namespace {
 
 CorvelAppDelegate* delegate = nullptr;
 
+}  // namespace
+
 ObjectModel loadManagedObjectModel() {
   QFile file(resourceFolder() + u"/Corvel.momd");
   if (!file.open(QIODevice::ReadOnly)) qFatal("Unable to find DataModel in main bundle");
   return managedObjectModel(file.readAll());
 }
 
-}  // namespace
-
-CorvelAppDelegate::CorvelAppDelegate(SingleInstance& instance)
-    : session_(environment_.ports(windows_, menus_), loadManagedObjectModel()),
+CorvelAppDelegate::CorvelAppDelegate(Environment& environment)
+    : environment_(environment),
+      session_(environment_.ports(windows_, menus_), loadManagedObjectModel()),
       link_(session_),
       launch_(session_),
       commands_(session_, menus_, windows_, link_, [this] { terminate(); }),
       signals_([this] { terminate(); }) {
   delegate = this;
   windows_.connectTo(session_, menus_, commands_, link_, [this] { terminate(); });
-  instance.setOpener([this](const QString& path) { openFromOutside(path); });
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
                    [this](QSessionManager& manager) { endOfSession(manager); });
 }

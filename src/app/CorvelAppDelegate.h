@@ -16,12 +16,14 @@ class QSessionManager;
 
 namespace pendra {
 
-class SingleInstance;
+/// The model of every document, out of the resources; the program cannot run without it.
+[[nodiscard]] ObjectModel loadManagedObjectModel();
 
-/// One for the program; made after the QApplication and gone before it.
+/// One at a time; made after the QApplication and gone before it.
 class CorvelAppDelegate {
  public:
-  explicit CorvelAppDelegate(SingleInstance& instance);
+  /// The environment must outlive it.
+  explicit CorvelAppDelegate(Environment& environment);
   ~CorvelAppDelegate();
   CorvelAppDelegate(const CorvelAppDelegate&) = delete;
   CorvelAppDelegate& operator=(const CorvelAppDelegate&) = delete;
@@ -30,6 +32,8 @@ class CorvelAppDelegate {
 
   /// Launches into the last document, or into `file` when one is given.
   void applicationDidFinishLaunching(const QString& file);
+  /// A second start handed its file over; an empty path only brings the windows to the front.
+  void openFromOutside(const QString& path);
 
   /// Asks for the end of the program: the menu, the last window, SIGTERM, SIGINT. Does nothing while a
   /// modal question is open or when the user cancels.
@@ -39,12 +43,14 @@ class CorvelAppDelegate {
   /// Stops what still runs and closes the connection to Vantor, just before the program ends.
   void applicationWillTerminate();
 
+  [[nodiscard]] CommandTarget& commands() { return commands_; }
+  [[nodiscard]] WindowLoader& windows() { return windows_; }
+
  private:
-  void openFromOutside(const QString& path);
   void endOfSession(QSessionManager& manager);
   void bringToFront();
 
-  Environment environment_;
+  Environment& environment_;
   MenuModel menus_;
   WindowLoader windows_;
   Session session_;

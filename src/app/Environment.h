@@ -7,20 +7,28 @@
 
 namespace pendra {
 
-/// The real side of every port, in the order in which they need each other. Lives as long as the program.
+/// Every port, in the order in which they need each other. Outlives the delegate.
 struct Environment {
-  Places places = Places::ofUser();
-  SystemClock clock;
-  Calendar calendar = Calendar::ofSystem();
+  /// The user's own folders, clock and desktop.
+  static Environment ofUser() {
+    return {.places = Places::ofUser(),
+            .clock = std::make_unique<SystemClock>(),
+            .calendar = Calendar::ofSystem(),
+            .workspace = DesktopWorkspace::ofUser()};
+  }
+
+  Places places;
+  std::unique_ptr<Clock> clock;
+  Calendar calendar;
+  std::unique_ptr<Workspace> workspace;
   UserDefaults defaults{places.defaultsFile()};
-  ModalDepth modals;
-  NotificationCenter notifications;
+  ModalDepth modals{};
+  NotificationCenter notifications{};
   QtAlerts alerts{modals};
   QtPanels panels{modals, places.documents};
-  std::unique_ptr<DesktopWorkspace> workspace = DesktopWorkspace::ofUser();
 
   [[nodiscard]] Ports ports(InterfaceLoader& interfaces, VTMenus& menus) {
-    return {clock,      calendar, places,        defaults,   alerts, panels,
+    return {*clock,     calendar, places,        defaults,   alerts, panels,
             *workspace, modals,   notifications, interfaces, menus};
   }
 };

@@ -7,6 +7,7 @@
 #include "CorvelAppDelegate.h"
 #include "platform/Log.h"
 #include "platform/SingleInstance.h"
+#include "tour/Tour.h"
 #include "ui/Accessibility.h"
 #include "ui/Theme.h"
 
@@ -14,14 +15,17 @@ namespace {
 
 constexpr std::string_view kUsage =
     "Usage: pendra [--appearance light|dark] [FILE]\n"
+    "       pendra --tour DIR\n"
     "Keeps track of the time you work for your customers.\n\n"
     "  FILE                  a document (.pdr) or a backup (.pdrbackup) to open\n"
     "  --appearance A        light or dark, whatever the desktop says\n"
+    "  --tour DIR            draw every window into a picture in that folder; needs no display\n"
     "  --version, --help     print and end\n";
 
 struct Arguments {
   std::string_view appearance;
   QString file;
+  QString tour;  ///< the folder for the pictures; empty: no tour
 };
 
 /// Answers what can be answered without a display; -1 to go on.
@@ -29,13 +33,15 @@ int answerWithoutDisplay(int argc, char** argv) {
   for (const std::string_view argument : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
     if (argument == "--version") return std::puts("pendra " PENDRA_VERSION) < 0;
     if (argument == "--help") return std::fputs(kUsage.data(), stdout) < 0;
+    if (argument == "--tour") qputenv("QT_QPA_PLATFORM", "offscreen");
   }
   const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
                           qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
                           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
   if (hasDisplay) return -1;
-  std::fputs("pendra: there is no display to open a window on; set DISPLAY, or run it under xvfb-run\n",
-             stderr);
+  std::fputs(
+      "pendra: there is no display to open a window on; ./pendra --tour DIR draws the windows into DIR\n",
+      stderr);
   return 2;
 }
 
@@ -44,6 +50,8 @@ Arguments read(const QStringList& list) {
   for (qsizetype i = 1; i < list.size(); ++i) {
     if (list[i] == u"--appearance" && i + 1 < list.size()) {
       arguments.appearance = list[++i] == u"dark" ? "dark" : "light";
+    } else if (list[i] == u"--tour" && i + 1 < list.size()) {
+      arguments.tour = list[++i];
     } else {
       arguments.file = QFileInfo(list[i]).absoluteFilePath();
     }
@@ -66,26 +74,33 @@ class Application final : public QApplication {
   }
 };
 
+int runProgram(const QString& file) {
+  pendra::SingleInstance instance;
+  if (!instance.claim(file)) return 0;
+  auto environment = pendra::Environment::ofUser();
+  pendra::CorvelAppDelegate delegate(environment);
+  instance.setOpener([&delegate](const QString& path) { delegate.openFromOutside(path); });
+  delegate.applicationDidFinishLaunching(file);
+  return QApplication::exec();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   if (const int status = answerWithoutDisplay(argc, argv); status >= 0) return status;
   pendra::installLog();
   Application application(argc, argv);
+  // Without a display name: it would stand behind the title of every window.
   QApplication::setApplicationName(QStringLiteral("pendra"));
   QApplication::setApplicationVersion(QStringLiteral(PENDRA_VERSION));
   QApplication::setQuitOnLastWindowClosed(false);
   const Arguments arguments = read(QApplication::arguments());
-
-  pendra::SingleInstance instance;
-  if (!instance.claim(arguments.file)) return 0;
   pendra::Theme::install(application);
   pendra::installComboBoxAccessibility();
+  if (!arguments.tour.isEmpty()) return pendra::drawTour(arguments.tour) ? 0 : 1;
   if (!arguments.appearance.empty()) {
     pendra::Theme::force(arguments.appearance == "dark" ? pendra::Appearance::Dark
                                                         : pendra::Appearance::Light);
   }
-  pendra::CorvelAppDelegate delegate(instance);
-  delegate.applicationDidFinishLaunching(arguments.file);
-  return QApplication::exec();
+  return runProgram(arguments.file);
 }

@@ -62,11 +62,13 @@ TEST_F(HelpBook, EveryLinkLeadsSomewhereInTheBook) {
 
 TEST_F(HelpBook, EveryPictureIsThereAndDescribed) {
   QStringList missing;
-  for (const QString& picture : valuesOf("src")) {
+  const QStringList pictures = valuesOf("src") + valuesOf("srcset");
+  for (const QString& picture : pictures) {
     if (!QFileInfo::exists(QFileInfo(page_).path() + u'/' + picture)) missing << picture;
   }
   EXPECT_THAT(missing, testing::IsEmpty());
   EXPECT_EQ(valuesOf("src").size(), valuesOf("alt").size());
+  EXPECT_GT(pictures.size(), 20);
 }
 
 }  // namespace

@@ -26,7 +26,10 @@ Instant beginOf(QDate day) { return {static_cast<double>(QDate(2001, 1, 1).daysT
 class Sample {
  public:
   Sample(ObjectContext& context, const SampleOptions& options)
-      : context_(context), options_(options), random_(options.seed) {}
+      : context_(context),
+        options_(options),
+        words_(options.everyday ? words::everyday() : words::trying()),
+        random_(options.seed) {}
 
   void fill() {
     makeSettings();
@@ -60,7 +63,7 @@ class Sample {
   void makeServices() {
     for (int number = 0; number < options_.services; ++number) {
       auto& service = context_.insert<Service>();
-      service.setName(words::service(number));
+      service.setName(words_.service(number));
       service.setVtObjectID(recordID(3000, number));
       service.setShown(number % 11 != 10);
       services_.push_back(&service);
@@ -70,7 +73,7 @@ class Sample {
   void makeCustomers() {
     for (int number = 0; number < options_.customers; ++number) {
       auto& customer = context_.insert<Customer>();
-      customer.setName(words::customer(number));
+      customer.setName(words_.customer(number));
       customer.setVtObjectID(recordID(100000, number));
       customer.setShown(number % 10 != 9);
       customers_.push_back(&customer);
@@ -83,7 +86,7 @@ class Sample {
     for (int number = 0; number < count; ++number) {
       auto& job = context_.insert<Job>();
       const int place = number % std::max(1, options_.customers);
-      job.setName(words::job(number));
+      job.setName(words_.job(number));
       job.setVtObjectID(recordID(500000, number));
       job.setShown(number % 13 != 12);
       if (!customers_.empty()) job.setCustomer(customers_[static_cast<size_t>(place - place % 3 / 2)]);
@@ -106,7 +109,7 @@ class Sample {
     activity.setCustomer(customer);
     if (customer && random_.percent(85)) activity.setJob(oneOf(customer->jobs().copy()));
     activity.setService(oneOf(services_));
-    activity.setNotes(random_.oneOf(words::activityNotes()));
+    activity.setNotes(random_.oneOf(words_.activityNotes));
     activity.setBillable(!random_.percent(10));
     activity.setShouldAutoStartTimer(true);
     activity.setCompleted(completed);
@@ -147,7 +150,7 @@ class Sample {
     entry.setStart(beginOf(day) + begin + random_.below(1000) / 1000.0);
     entry.setDuration(length + random_.below(1000) / 1000.0);
     entry.setDateSubmitted(sentAt(day));
-    if (random_.percent(30)) entry.setNotes(random_.oneOf(words::entryNotes()));
+    if (random_.percent(30)) entry.setNotes(random_.oneOf(words_.entryNotes));
   }
 
   /// What is older than a working week was sent, but for a few; on the Friday after it.
@@ -160,6 +163,7 @@ class Sample {
 
   ObjectContext& context_;
   const SampleOptions& options_;
+  const words::Words& words_;
   Random random_;
   std::vector<Customer*> customers_;
   std::vector<Service*> services_;

@@ -72,27 +72,62 @@ const std::array kEntryNotes{
     QStringLiteral("Mit Zoë abgestimmt"),
 };
 
+const std::array kPlainCustomers{
+    QStringLiteral("Hollins Architects"), QStringLiteral("Fernwood Clinic"),
+    QStringLiteral("Marsh & Lowe"),       QStringLiteral("Tidewater Press"),
+    QStringLiteral("Calder Energy"),      QStringLiteral("Juniper Studio"),
+    QStringLiteral("Northgate School"),   QStringLiteral("Brightside Bakery"),
+    QStringLiteral("Pell Instruments"),   QStringLiteral("Okafor Legal"),
+};
+const std::array kPlainJobs{
+    QStringLiteral("Website"),       QStringLiteral("Annual report"), QStringLiteral("Brochure"),
+    QStringLiteral("Spring issue"),  QStringLiteral("Migration"),     QStringLiteral("Exhibition"),
+    QStringLiteral("Summer course"), QStringLiteral("New menu"),      QStringLiteral("Handbook"),
+    QStringLiteral("Archive"),
+};
+const std::array kPlainServices{
+    QStringLiteral("Consulting"), QStringLiteral("Design"),  QStringLiteral("Development"),
+    QStringLiteral("Editing"),    QStringLiteral("Meeting"), QStringLiteral("Research"),
+    QStringLiteral("Travel"),
+};
+const std::array kPlainActivityNotes{
+    QStringLiteral("Weekly call"), QStringLiteral("Second draft"),         QStringLiteral("Sketches"),
+    QStringLiteral("Corrections"), QStringLiteral("Prepare the workshop"), QString(),
+};
+const std::array kPlainEntryNotes{
+    QStringLiteral("Call about the schedule"),
+    QStringLiteral("Changes after the review"),
+    QStringLiteral("On site"),
+    QStringLiteral("First three chapters"),
+};
+
 /// The number's choice of a list, and from the second round on the round as a number behind it.
-QString inRounds(std::span<const QString> names, int number) {
-  const int size = static_cast<int>(names.size());
-  const QString& name = names[static_cast<std::size_t>(number % size)];
+template <const auto& kNames>
+QString inRounds(int number) {
+  const int size = static_cast<int>(kNames.size());
+  const QString& name = kNames[static_cast<std::size_t>(number % size)];
   return number < size ? name : name + u' ' + QString::number(number / size + 1);
 }
 
-}  // namespace
-
-QString customer(int number) {
+QString tryingCustomer(int number) {
   const int known = static_cast<int>(kCustomers.size());
   if (number < known) return kCustomers[static_cast<std::size_t>(number)];
   const int composed = number - known;
   const auto trade = static_cast<std::size_t>(composed) % kTrades.size();
-  return inRounds(kFamilies, composed / static_cast<int>(kTrades.size())) + u' ' + kTrades[trade];
+  return inRounds<kFamilies>(composed / static_cast<int>(kTrades.size())) + u' ' + kTrades[trade];
 }
 
-QString job(int number) { return inRounds(kJobs, number); }
-QString service(int number) { return inRounds(kServices, number); }
+}  // namespace
 
-std::span<const QString> activityNotes() { return kActivityNotes; }
-std::span<const QString> entryNotes() { return kEntryNotes; }
+const Words& trying() {
+  static const Words words{tryingCustomer, inRounds<kJobs>, inRounds<kServices>, kActivityNotes, kEntryNotes};
+  return words;
+}
+
+const Words& everyday() {
+  static const Words words{inRounds<kPlainCustomers>, inRounds<kPlainJobs>, inRounds<kPlainServices>,
+                           kPlainActivityNotes, kPlainEntryNotes};
+  return words;
+}
 
 }  // namespace pendra::words

@@ -5,14 +5,19 @@
 
 namespace pendra::words {
 
-/// The name of the customer, job (of any customer) or service of that number; never twice the same.
-QString customer(int number);
-QString job(int number);
-QString service(int number);
+/// What things are called in a sample. The name of a number is never twice the same.
+struct Words {
+  QString (*customer)(int number);
+  QString (*job)(int number);
+  QString (*service)(int number);
+  std::span<const QString> activityNotes;
+  std::span<const QString> entryNotes;
+};
 
-/// Notes as people write them; the first of an activity's is longer than a note should be.
-std::span<const QString> activityNotes();
-/// Among them notes with tabs, quotes and line breaks.
-std::span<const QString> entryNotes();
+/// With whatever a program stumbles over: quotes, stars, other scripts' letters, tabs, a note that is too
+/// long.
+const Words& trying();
+/// As they are read without a second look.
+const Words& everyday();
 
 }  // namespace pendra::words

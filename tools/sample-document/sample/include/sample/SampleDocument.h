@@ -20,6 +20,7 @@ struct SampleOptions {
   QDate today{2026, 11, 24};        ///< the day of the last entries
   quint64 seed = 1;
   bool standalone = false;  ///< not linked to a company file
+  bool everyday = false;    ///< names and notes without anything to stumble over
 };
 
 /// Stands still at noon of the sample's day; the context of a sample needs a clock.

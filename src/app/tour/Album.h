@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QDir>
+#include <functional>
+
+class QWidget;
+
+namespace pendra {
+
+/// Takes pictures of windows into a folder, in both looks and at scale 1 and 2: "NAME-dark@2x.png".
+class Album {
+ public:
+  explicit Album(const QString& folder) : folder_(folder) {}
+
+  void take(const QString& name, QWidget& window);
+  /// The sheet that `open` opens and does not return from; it is cancelled.
+  void takeSheet(const QString& name, const std::function<void()>& open);
+  /// Whether every picture was written.
+  [[nodiscard]] bool isComplete() const { return isComplete_; }
+
+ private:
+  void save(const QString& name, QWidget& window);
+
+  QDir folder_;
+  bool isComplete_ = true;
+};
+
+}  // namespace pendra

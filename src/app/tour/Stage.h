@@ -1,0 +1,38 @@
+#pragma once
+// The tour shows the real program in a world of its own: folders that go with it, a clock that moves only
+// when it is told to, a desktop on which nothing runs.
+
+#include <QTemporaryDir>
+#include <optional>
+
+#include "CorvelAppDelegate.h"
+#include "sample/SampleDocument.h"
+
+namespace pendra {
+
+/// One run of the program, launched; it ends with the stage.
+class Stage {
+ public:
+  /// With a sample as its last document, or on a first run without any.
+  explicit Stage(const std::optional<SampleOptions>& sample);
+  ~Stage();
+  Stage(const Stage&) = delete;
+  Stage& operator=(const Stage&) = delete;
+
+  [[nodiscard]] TimerWindowController& timer() { return *delegate_.windows().timerWindow(); }
+  void perform(Command command) { delegate_.commands().perform(command, nullptr); }
+  /// Lets the clock go on by so many seconds.
+  void advance(double seconds) { now_ = now_ + seconds; }
+  [[nodiscard]] ModalDepth& modals() { return environment_.modals; }
+
+ private:
+  [[nodiscard]] Environment makeEnvironment();
+  void writeSample(const SampleOptions& options);
+
+  QTemporaryDir home_;
+  Instant now_;
+  Environment environment_;
+  CorvelAppDelegate delegate_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,114 @@
+#include "Tour.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QLoggingCategory>
+
+#include "Album.h"
+#include "Stage.h"
+#include "link/SubmissionRows.h"
+#include "ui/LogPaneView.h"
+#include "ui/RowTableView.h"
+#include "ui/SendTimeSheet.h"
+#include "ui/TimerWindowController.h"
+#include "ui_core/LogSubmissionRows.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr double kRunning = 47 * 60 + 12;
+constexpr QSize kTimerWindow(1024, 640);  // smaller than at first, to be read in a page
+
+/// What a window of its own is called in the menus and in its title, and what its picture is called.
+struct WindowOfItsOwn {
+  Command command;
+  QString title;
+  QString picture;
+};
+
+const std::initializer_list<WindowOfItsOwn> kWindows{
+    {Command::CustomerList, QStringLiteral("Customers and Jobs"), QStringLiteral("customers-and-jobs")},
+    {Command::ServicesList, QStringLiteral("Service Items"), QStringLiteral("service-items")},
+    {Command::Preferences, QStringLiteral("Preferences"), QStringLiteral("preferences")},
+    {Command::Welcome, QStringLiteral("Welcome to Pendra"), QStringLiteral("welcome")},
+    {Command::About, QStringLiteral("About Pendra"), QStringLiteral("about")},
+};
+
+QWidget& windowTitled(const QString& title) {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->windowTitle() == title) return *window;
+  }
+  qFatal("no window is titled %s", qPrintable(title));
+}
+
+/// Starts the timers of the first and the third activity; the first stays selected.
+void startTwoTimers(Stage& stage) {
+  TimerWindowController& timer = stage.timer();
+  QWidget& window = *timer.log().window();
+  auto& activities = *window.findChild<RowTableView*>(QStringLiteral("myTableView"));
+  for (const int row : {2, 0}) {
+    activities.selectRow(row);
+    timer.state().toggleTimer();
+    stage.advance(kRunning);
+  }
+  timer.updateTimeDisplay();
+  window.setFocus();
+}
+
+void drawFirstRun(Album& album) {
+  const Stage stage(std::nullopt);
+  album.take(QStringLiteral("setup"), windowTitled(QStringLiteral("Set Up Pendra")));
+}
+
+void drawEmptyDocument(Album& album) {
+  Stage stage(SampleOptions{.activities = 0, .entries = 0, .standalone = true});
+  album.take(QStringLiteral("timer-window-empty"), *stage.timer().log().window());
+}
+
+void drawSheets(Album& album, Stage& stage) {
+  TimerWindowController& timer = stage.timer();
+  LogPaneView& log = timer.log();
+  album.takeSheet(QStringLiteral("activity-editor"), [&] { timer.editActivity(); });
+  log.table().selectRow(3);
+  album.takeSheet(QStringLiteral("time-entry-editor"), [&] { timer.editTimePeriod(); });
+  log.table().clearSelection();
+  SendTimeSheet summary(stage.modals(), log.window());
+  const auto lines = summaryLines(LogSubmissionRows(log.logController()).consideredRows());
+  album.takeSheet(QStringLiteral("send-time"), [&] { std::ignore = summary.runModal(lines); });
+}
+
+void drawWork(Album& album) {
+  Stage stage(SampleOptions{.customers = 10,
+                            .jobs = 10,
+                            .services = 7,
+                            .activities = 6,
+                            .entries = 240,
+                            .seed = 4,
+                            .everyday = true});
+  startTwoTimers(stage);
+  stage.timer().log().window()->resize(kTimerWindow);
+  album.take(QStringLiteral("timer-window"), *stage.timer().log().window());
+  drawSheets(album, stage);
+  for (const WindowOfItsOwn& each : kWindows) {
+    stage.perform(each.command);
+    album.take(each.picture, windowTitled(each.title));
+  }
+}
+
+}  // namespace
+
+bool drawTour(const QString& folder) {
+  if (!QDir().mkpath(folder)) return false;
+  QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+  // The platform without a display mentions whatever it cannot do with a window.
+  QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
+  qputenv("PENDRA_ANALYTICS_ADDRESS", "");
+  Album album(folder);
+  drawFirstRun(album);
+  drawEmptyDocument(album);
+  drawWork(album);
+  return album.isComplete();
+}
+
+}  // namespace pendra

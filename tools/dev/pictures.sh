@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# Makes the pictures of the help book and of the README anew, from the windows as they are now.
+#
+#     tools/dev/pictures.sh [PROGRAM]
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/../.."
+most=$((150 * 1024)) # bytes; a window that is finer than that at scale 2 is shown at scale 1
+book=resources/Pendra.help/Contents/Resources/English.lproj/pictures
+readme=docs/images
+
+program=${1:-$(./pendra --build | tail -n 1)}
+album=$(mktemp -d)
+trap 'rm -rf "$album"' EXIT
+"$program" --tour "$album" 2>/dev/null
+
+mkdir -p "$book" "$readme"
+rm -f "$book"/*.png "$readme"/*.png
+cp "$album"/timer-window-{light,dark}.png "$readme"
+for plain in "$album"/*-light.png "$album"/*-dark.png; do
+  fine=${plain%.png}@2x.png
+  [ "$(stat -c %s "$fine")" -le $most ] || fine=$plain
+  cp "$fine" "$book/$(basename "$plain")"
+done
+du -ch "$book"/*.png | tail -n 1
