@@ -61,6 +61,24 @@ void Activity::deletTimePeriod(TimePeriod& period) {
   if (context()) context()->deleteObject(period);
 }
 
+ActivityTimes Activity::storedTimes(const Today& today) const {
+  if (!context()) return sumOfEntries(today);
+  const quint64 changeCount = context()->changeCount();
+  if (!storedTimes_ || storedTimes_->changeCount != changeCount || storedTimes_->today != today) {
+    storedTimes_ = {changeCount, today, sumOfEntries(today)};
+  }
+  return storedTimes_->times;
+}
+
+ActivityTimes Activity::sumOfEntries(const Today& today) const {
+  ActivityTimes times;
+  for (const TimePeriod* period : timePeriod_.get()) {
+    times.total += period->storedDuration();
+    if (period->start() && today.contains(*period->start())) times.today += period->storedDuration();
+  }
+  return times;
+}
+
 QString Activity::billableImage() const {
   return billable_.value_or(false) ? QStringLiteral("CheckBox_SmallControl_Selected")
                                    : QStringLiteral("CheckBox_SmallControl_Unselected");

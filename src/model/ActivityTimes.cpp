@@ -11,11 +11,7 @@ Today::Today(Instant now, const Calendar& calendar)
       end_(calendar.startOfDay(calendar.day(now).addDays(1))) {}
 
 ActivityTimes timesOf(const Activity& activity, const Today& today) {
-  ActivityTimes times;
-  for (const TimePeriod* period : activity.timePeriod()) {
-    times.total += period->storedDuration();
-    if (period->start() && today.contains(*period->start())) times.today += period->storedDuration();
-  }
+  ActivityTimes times = activity.storedTimes(today);
   // Kept: a running entry that already holds a duration counts both.
   const double elapsed = activity.isRunning() ? activity.runningTimePeriod()->curElapsedTime() : 0;
   times.total += elapsed;

@@ -76,6 +76,11 @@ Result<int> DocumentFile::layout(int newest) const {
   return layout;
 }
 
+void DocumentFile::markStored() const {
+  // A file whose time cannot be set is stored all the same.
+  [[maybe_unused]] const int ignored = ::futimens(descriptor_, nullptr);
+}
+
 Result<bool> DocumentFile::isStillThere() const {
   struct stat held {};
   struct stat named {};

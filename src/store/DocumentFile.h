@@ -24,6 +24,8 @@ class DocumentFile {
   /// True while the path names the file that is held, false when it names nothing any more; fails when
   /// another file has taken its place.
   [[nodiscard]] Result<bool> isStillThere() const;
+  /// Sets the file's time to now: until now everything is in it.
+  void markStored() const;
 
  private:
   DocumentFile(int descriptor, QString path);

@@ -54,9 +54,7 @@ void ObjectContext::close() { store_.reset(); }
 Result<void> ObjectContext::save() {
   if (!store_)
     return Error{QStringLiteral("document"), 0, QStringLiteral("the document has no readable file")};
-  if (hasChanges()) {
-    if (auto written = store_->write(*this); !written) return written;
-  }
+  if (auto written = store_->write(*this); !written) return written;
   forgetChanges();
   return {};
 }
@@ -112,6 +110,7 @@ void ObjectContext::deleteObject(ManagedObject& object) {
 }
 
 void ObjectContext::remove(ManagedObject& object) {
+  ++changeCount_;
   Table& home = table(object.entity());
   for (auto& [property, index] : home.index) {
     if (const auto& text = property->access.text(object)) eraseFrom(index[*text], object);
@@ -128,6 +127,7 @@ void ObjectContext::remove(ManagedObject& object) {
 }
 
 void ObjectContext::noteChange(ManagedObject& object) {
+  ++changeCount_;
   if (object.dirty_ || object.temporary_) return;
   object.dirty_ = true;
   changed_.push_back(&object);

@@ -58,7 +58,7 @@ auto guarded(const Work& work, sqlite3* connection = nullptr) -> Result<decltype
 
 void prepareConnection(SQLite::Database& database) {
   database.exec("PRAGMA journal_mode=DELETE");
-  database.exec("PRAGMA synchronous=FULL");
+  database.exec("PRAGMA synchronous=EXTRA");
   database.exec("PRAGMA temp_store=MEMORY");
 }
 
@@ -185,6 +185,10 @@ Result<void> PersistentStore::write(const ObjectContext& context) {
   const auto there = parts_->file.isStillThere();
   if (!there) return there.error();
   if (!there.value()) return writeAnew(context);
+  if (!context.hasChanges()) {
+    parts_->file.markStored();
+    return {};
+  }
   return guarded(
       [&] {
         SQLite::Transaction transaction(parts_->database, SQLite::TransactionBehavior::IMMEDIATE);

@@ -176,6 +176,32 @@ TEST_F(Entry, CountsTodayByItsStartButRunsToTodayWhateverItsDay) {
   EXPECT_EQ(getTimeStringsForActivity(activity, today).today, "00:10:00");
 }
 
+TEST_F(Entry, SumsFollowEveryChangeOfWhatTheySum) {
+  Activity& activity = *period.activity();
+  Activity& other = context.insert<Activity>();
+  const Today today(clock.now(), calendar);
+  const auto times = [&](double total, double ofToday) {
+    const ActivityTimes now = timesOf(activity, today);
+    return now.total == total && now.today == ofToday;
+  };
+  period.setStart(clock.now());
+  period.setDuration(100);
+  EXPECT_TRUE(times(100, 100));
+  period.setDuration(200);
+  EXPECT_TRUE(times(200, 200)) << "a length";
+  period.setStart(clock.now() + -86400);
+  EXPECT_TRUE(times(200, 0)) << "a day";
+  EXPECT_EQ(timesOf(activity, Today(clock.now() + -86400, calendar)).today, 200) << "another day's today";
+  TimePeriod& second = activity.addTimePeriod();
+  second.setDuration(50);
+  EXPECT_TRUE(times(250, 50)) << "a new entry";
+  second.setActivity(&other);
+  EXPECT_TRUE(times(200, 0)) << "one that moved away";
+  context.deleteObject(period);
+  EXPECT_TRUE(times(0, 0)) << "one that was deleted";
+  EXPECT_EQ(timesOf(other, today).total, 50);
+}
+
 TEST(Stopwatch, CountsOnAfterItWasStopped) {
   ManualClock clock;
   Timer timer(clock);

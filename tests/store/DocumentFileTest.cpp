@@ -135,6 +135,20 @@ TEST_F(DocumentFile, ThatVanishedIsMadeAnewWithEverything) {
   EXPECT_EQ(QDir(places.documents).entryList(QDir::Files).size(), 2);
 }
 
+TEST_F(DocumentFile, IsSeenToByASaveWithoutChanges) {
+  makeDocument();
+  const auto context = opened();
+  const QDateTime longAgo(QDate(2020, 1, 1), QTime(0, 0));
+  QFile file(path());
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.setFileTime(longAgo, QFile::FileModificationTime));
+  file.close();
+  ASSERT_TRUE(context->save());
+  EXPECT_GT(QFileInfo(path()).lastModified(), longAgo) << "its time says that it holds everything";
+  QFile::remove(path());
+  ASSERT_TRUE(context->save());
+  EXPECT_TRUE(QFile::exists(path()));
+}
+
 TEST_F(DocumentFile, WhosePlaceAnotherTookIsNotWrittenUntilThePlaceIsFree) {
   makeDocument();
   auto context = opened();

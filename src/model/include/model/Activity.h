@@ -2,6 +2,7 @@
 // What is being timed right now is held twice: `running` of an entry is in the file, `runningTimePeriod`
 // of its activity is not. They agree while the program runs; opening a document ends both.
 
+#include "model/ActivityTimes.h"
 #include "store/ManagedObject.h"
 
 namespace pendra {
@@ -54,10 +55,21 @@ class Activity final : public ManagedObject {
   /// Deletes an entry. Whoever deletes a running one stops it first.
   void deletTimePeriod(TimePeriod& period);
 
+  /// The sums of the entries' stored lengths, remembered until anything in the document changes. Without what
+  /// the running entry has gathered.
+  [[nodiscard]] ActivityTimes storedTimes(const Today& today) const;
+
   /// The name of the image that shows whether the activity is billable.
   [[nodiscard]] QString billableImage() const;
 
  private:
+  struct StoredTimes {
+    quint64 changeCount;
+    Today today;
+    ActivityTimes times;
+  };
+  [[nodiscard]] ActivityTimes sumOfEntries(const Today& today) const;
+
   ToOne<Customer> customer_;
   ToOne<Job> job_;
   ToOne<Service> service_;
@@ -69,6 +81,7 @@ class Activity final : public ManagedObject {
   std::optional<QString> submitError_;  // stands in the file; nothing reads or writes it
   ToMany<TimePeriod> timePeriod_;
   Ref<TimePeriod> runningTimePeriod_;
+  mutable std::optional<StoredTimes> storedTimes_;
 };
 
 }  // namespace pendra

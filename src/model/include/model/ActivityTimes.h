@@ -22,12 +22,14 @@ class Today {
   Today(Instant now, const Calendar& calendar);
   /// Whether an instant has this day's year, month and day.
   [[nodiscard]] bool contains(Instant instant) const { return begin_ <= instant && instant < end_; }
+  friend bool operator==(const Today&, const Today&) = default;
 
  private:
   Instant begin_;
   Instant end_;
 };
 
+/// With what runs at this moment; costs the same however many entries there are, unless something changed.
 [[nodiscard]] ActivityTimes timesOf(const Activity& activity, const Today& today);
 
 /// The two texts of an activity's row.

@@ -37,9 +37,11 @@ class ObjectContext {
   void close();
   [[nodiscard]] bool hasStore() const { return store_ != nullptr; }
   [[nodiscard]] bool hasChanges() const { return !changed_.empty() || !deleted_.empty(); }
+  /// Another number after every change of any object; what was derived from the objects holds while it stays.
+  [[nodiscard]] quint64 changeCount() const { return changeCount_; }
   /// Writes what changed in one transaction; durable when it returns. A file that has vanished from its
   /// path is made anew with everything. On failure the file holds its old state, and what changed stays
-  /// remembered for the next save.
+  /// remembered for the next save. Without changes only the file's time is set.
   Result<void> save();
 
   /// A new object; `awakeFromInsert` has run.
@@ -121,6 +123,7 @@ class ObjectContext {
   const Clock& clock_;
   const Calendar& calendar_;
   std::vector<Table> tables_;
+  quint64 changeCount_ = 0;
   std::vector<ManagedObject*> changed_;
   std::vector<DeletedRow> deleted_;
   std::vector<std::unique_ptr<ManagedObject>> graveyard_;  // deleted since the last save
