@@ -32,6 +32,7 @@ std::shared_ptr<CorvelFileDoc> makeDocument(Session& session) {
 
 bool readDocument(Session& session, const std::shared_ptr<CorvelFileDoc>& document, const QString& path,
                   const std::optional<QString>& ofType) {
+  const auto lastSave = timeOfLastSave(path);
   const auto read = document->readFromURL(path, ofType);
   session.setTheFileDoc(document);
   setLastOpenURL(session, path);
@@ -46,8 +47,9 @@ bool readDocument(Session& session, const std::shared_ptr<CorvelFileDoc>& docume
     return false;
   }
   session.notices().withdraw(kNoticeKey);
-  session.setSaveState({.savedAt = session.ports().clock.now(), .notSavedSince = {}, .reason = {}});
+  session.setSaveState({.savedAt = session.ports().clock.now()});
   session.setMyContext(document->managedObjectContext());
+  session.halted = haltedEntries(*session.myContext(), lastSave);
   haltAnyRunningPeriods(session);
   noteRecentDocument(session, path);
   return true;

@@ -19,6 +19,7 @@
 #include "ui/WindowTitle.h"
 #include "ui_core/DeletePrompts.h"
 #include "ui_core/DocumentState.h"
+#include "ui_core/HaltedNotice.h"
 
 namespace pendra {
 
@@ -108,6 +109,11 @@ void TimerWindowController::startUp() {
   tick_.start(kTick);
   show();
   introduce();
+  postHaltedNotice(session_, [this](TimePeriod& entry) {
+    state_.log().selectPeriod(&entry);
+    state_.setMyCurrentTimePeriod(&entry);
+    editors_->showTimePeriodSheet();
+  });
   tracker_ =
       startTracking({session_.ports().notifications, session_.ports().workspace, session_.ports().defaults});
 }

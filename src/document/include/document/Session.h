@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "document/CorvelFileDoc.h"
+#include "document/HaltedEntries.h"
 #include "document/Notices.h"
 #include "document/Windows.h"
 #include "model/CorvelDoc.h"
@@ -39,9 +40,10 @@ struct Ports {
 
 /// Since when the document's file holds all that was done.
 struct SaveState {
-  std::optional<Instant> savedAt;        ///< the last save that succeeded
-  std::optional<Instant> notSavedSince;  ///< the first that failed after it; none while all is well
-  QString reason;                        ///< why it failed
+  std::optional<Instant> savedAt{};        ///< the last save that succeeded
+  std::optional<Instant> notSavedSince{};  ///< the first that failed after it; none while all is well
+  QString reason{};                        ///< why it failed
+  bool closeWasRefused = false;            ///< the user tried to close it and was told what would be lost
 };
 
 /// The state of the application with respect to its document.
@@ -89,6 +91,8 @@ class Session {
   AuxiliaryWindow* customerListController = nullptr;
   AuxiliaryWindow* servicesListController = nullptr;
   AuxiliaryWindow* welcomeController = nullptr;
+  /// What was halted when the document was read; emptied once the user has been told.
+  HaltedEntries halted;
   /// The introduction of a first run is due.
   bool showIntroSheet = false;
 

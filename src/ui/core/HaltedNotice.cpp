@@ -1,0 +1,63 @@
+#include "ui_core/HaltedNotice.h"
+
+#include "document/Saving.h"
+#include "document/Session.h"
+#include "link/ActivityTitle.h"
+#include "platform/Text.h"
+
+namespace pendra {
+
+namespace {
+
+const QString kNoticeKey = QStringLiteral("halted");
+
+using Entries = std::vector<Ref<TimePeriod>>;
+
+QString sentence(const Entries& entries) {
+  const Activity* activity = entries.front()->activity();
+  if (entries.size() > 1 || !activity) {
+    return formatted(u"%@ entries were being timed when Pendra ended. Their lengths were not stored.",
+                     {QString::number(entries.size())});
+  }
+  return formatted(u"“%@” was being timed when Pendra ended. Its length was not stored.",
+                   {activityTitle(*activity)});
+}
+
+/// The time, with its day unless that is today.
+QString timeAndDay(const Session& session, Instant instant) {
+  const Calendar& calendar = session.ports().calendar;
+  const bool isToday = calendar.day(instant) == calendar.day(session.ports().clock.now());
+  return calendar.local(instant).toString(isToday ? QStringLiteral("HH:mm") : QStringLiteral("d MMM HH:mm"));
+}
+
+/// An entry that began after that moment has no length up to it and stays as it is.
+void setLengths(Session& session, const Entries& entries, Instant end) {
+  for (const Ref<TimePeriod>& entry : entries) {
+    if (entry && entry->start() && end - *entry->start() > 0) entry->setDuration(end - *entry->start());
+  }
+  saveContextOrLog(session);
+  session.myContextChanges().changed();  // the windows show everything anew
+}
+
+}  // namespace
+
+void postHaltedNotice(Session& session, std::function<void(TimePeriod&)> edit) {
+  session.notices().withdraw(kNoticeKey);  // of the document before
+  const HaltedEntries halted = std::exchange(session.halted, {});
+  Entries entries = halted.entries;
+  std::erase_if(entries, [](const Ref<TimePeriod>& entry) { return !entry; });
+  if (entries.empty()) return;
+  std::vector<NoticeAction> actions;
+  if (halted.lastSave) {
+    actions.push_back({formatted(u"Set to last save (%@)", {timeAndDay(session, *halted.lastSave)}),
+                       [&session, entries, end = *halted.lastSave] { setLengths(session, entries, end); }});
+  }
+  if (entries.size() == 1) {
+    actions.push_back({QStringLiteral("Type its length…"), [entry = entries.front(), edit = std::move(edit)] {
+                         if (entry) edit(*entry);
+                       }});
+  }
+  session.notices().post({.key = kNoticeKey, .text = sentence(entries), .actions = std::move(actions)});
+}
+
+}  // namespace pendra
