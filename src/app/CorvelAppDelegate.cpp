@@ -6,6 +6,7 @@
 
 #include "document/CorvelDocController.h"
 #include "document/RunningTimers.h"
+#include "document/Saving.h"
 #include "model/Model.h"
 #include "platform/Resources.h"
 
@@ -77,7 +78,7 @@ void CorvelAppDelegate::applicationWillTerminate() {
 }
 
 void CorvelAppDelegate::endOfSession(QSessionManager& manager) {
-  if (!manager.allowsInteraction()) return;
+  if (!manager.allowsInteraction()) return saveAction(session_);
   if (applicationShouldTerminate()) {
     manager.release();
     applicationWillTerminate();

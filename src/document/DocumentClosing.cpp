@@ -17,7 +17,7 @@ void forgetDocument(Session& session) {
 
 void closeDoc(Session& session) {
   if (session.myDoc()) session.setMyStandalone(session.myDoc()->standalone().value_or(false));
-  if (!checkForRunningTimers(session)) return;
+  if (!checkForRunningTimers(session) || !saveBeforeClosing(session)) return;
   if (AuxiliaryWindow* setup = std::exchange(session.setupController, nullptr)) setup->close();
   if (MainWindow* window = session.window) {
     saveAction(session);
@@ -28,7 +28,9 @@ void closeDoc(Session& session) {
   forgetDocument(session);
 }
 
-bool windowShouldClose(Session& session) { return checkForRunningTimers(session); }
+bool windowShouldClose(Session& session) {
+  return checkForRunningTimers(session) && saveBeforeClosing(session);
+}
 
 void windowWillClose(Session& session) {
   if (session.window) session.window->invalidateTracker();

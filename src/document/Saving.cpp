@@ -10,16 +10,21 @@ namespace {
 
 const QString kNoticeKey = QStringLiteral("save");
 
+QString pathOf(const Session& session) {
+  const CorvelFileDoc* document = session.theFileDoc();
+  return document ? document->fileURL().value_or(document->displayName()) : QString();
+}
+
+void say(Session& session, QStringView text, const QString& reason) {
+  session.notices().post(
+      {.key = kNoticeKey, .text = formatted(text, {pathOf(session), reason}), .actions = {}});
+}
+
 /// Says once why saving fails, not again at every try.
 void sayWhetherSaved(Session& session, const SaveState& before, const SaveState& now) {
   if (!now.notSavedSince) return session.notices().withdraw(kNoticeKey);
   if (before.notSavedSince && before.reason == now.reason) return;
-  const CorvelFileDoc* document = session.theFileDoc();
-  const QString path = document ? document->fileURL().value_or(document->displayName()) : QString();
-  session.notices().post(
-      {.key = kNoticeKey,
-       .text = formatted(u"“%@” could not be saved: %@. It is tried again.", {path, now.reason}),
-       .actions = {}});
+  say(session, u"“%@” could not be saved: %@. It is tried again.", now.reason);
 }
 
 }  // namespace
@@ -31,7 +36,7 @@ Result<void> saveContext(Session& session) {
   const SaveState before = session.saveState();
   SaveState state = before;
   if (saved) {
-    state = {.savedAt = now, .notSavedSince = {}, .reason = {}};
+    state = {.savedAt = now};
   } else {
     if (!state.notSavedSince) state.notSavedSince = state.savedAt.value_or(now);
     state.reason = saved.error().text;
@@ -45,6 +50,18 @@ void saveContextOrLog(Session& session) {
   if (const auto saved = saveContext(session); !saved) {
     logLine(formatted(u"PENDRA Save Error = %@", {saved.error().text}));
   }
+}
+
+bool saveBeforeClosing(Session& session) {
+  const auto context = session.myContext();
+  if (!context || !context->hasStore() || !session.window) return true;
+  saveContextOrLog(session);
+  SaveState state = session.saveState();
+  if (!state.notSavedSince || std::exchange(state.closeWasRefused, true)) return true;
+  session.setSaveState(state);
+  say(session, u"“%@” stays open, because it could not be saved: %@. Close again to lose what is not stored.",
+      state.reason);
+  return false;
 }
 
 void saveAction(Session& session) {

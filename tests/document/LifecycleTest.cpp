@@ -360,8 +360,28 @@ TEST_F(Lifecycle, ASaveThatFailsSaysSinceWhenAndWhyUntilOneSucceeds) {
   EXPECT_EQ(session.saveState().notSavedSince, std::nullopt);
   EXPECT_EQ(session.saveState().savedAt, clock.now());
   EXPECT_THAT(noticeKeys(), IsEmpty());
+}
+
+TEST_F(Lifecycle, WhatCannotBeStoredIsClosedOnlyAtTheSecondTry) {
+  ObjectContext& context = openDocument();
+  windows.load(Interface::TimerWindow);
+  addCustomer(QStringLiteral("Not stored"));
+  putAnotherFileInItsPlace();
+  const LogCapture log;
   closeDoc(session);
-  EXPECT_NE(session.notices().standing().size(), 1U);
+  EXPECT_EQ(session.myContext().get(), &context);
+  EXPECT_NE(session.window, nullptr);
+  EXPECT_TRUE(session.notices().standing()[0].text.contains("stays open"));
+  EXPECT_EQ(log.lines().size(), 1);
+  EXPECT_TRUE(windowShouldClose(session)) << "the second try knows";
+  QFile::remove(places.path("Test.pdr"));
+  EXPECT_TRUE(windowShouldClose(session)) << "and a save that succeeds";
+  EXPECT_THAT(noticeKeys(), IsEmpty());
+  putAnotherFileInItsPlace();
+  addCustomer(QStringLiteral("Not stored either"));
+  EXPECT_FALSE(windowShouldClose(session)) << "is the end of what the user knew";
+  closeDoc(session);
+  EXPECT_EQ(session.myContext(), nullptr);
 }
 
 }  // namespace

@@ -5,7 +5,8 @@ namespace pendra {
 class Session;
 
 /// Asks for running timers, saves and closes the document and its windows. Whether it closed is seen by
-/// the context: it is still set when the user cancelled.
+/// the context: it is still set when the user cancelled, or when it could not be saved and closing was
+/// refused once.
 void closeDoc(Session& session);
 /// Whether the user may close the timer window.
 [[nodiscard]] bool windowShouldClose(Session& session);
