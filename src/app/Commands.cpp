@@ -162,7 +162,7 @@ bool Commands::performForTimerWindow(Command command) {
   if (!timer) return false;
   switch (command) {
     case Command::AddActivity:
-      timer->addActivity();
+      createnewActivity();
       return true;
     case Command::EditActivity:
       timer->editActivity();
@@ -239,6 +239,10 @@ ListEditor* Commands::listInFront() const {
   return services && (!customerEditor() || dynamic_cast<const ListEditor*>(active) == services)
              ? services
              : customerEditor();
+}
+
+void Commands::createnewActivity() {
+  if (TimerWindowController* timer = windows_.timerWindow()) timer->addActivity();
 }
 
 void Commands::deleteActivity() {

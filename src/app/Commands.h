@@ -33,6 +33,7 @@ class Commands final : public CommandTarget {
   [[nodiscard]] bool performForTimerWindow(Command command);
   [[nodiscard]] bool performForLists(Command command);
   [[nodiscard]] bool performInFocus(Command command);
+  void createnewActivity();
   void deleteActivity();
   /// The list editors that are open; none otherwise.
   [[nodiscard]] ListEditor* customerEditor() const;

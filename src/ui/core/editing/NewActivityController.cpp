@@ -25,7 +25,7 @@ std::vector<Column<TimeEntryRow>> timeEntryColumns() {
                 .alignment = Alignment::Right,
                 .kind = CellKind::Time},
        .text = [](const TimeEntryRow& row) { return row.duration; }},
-      {.head = {.identifier = "notes", .title = "Notes", .weight = 1},
+      {.head = {.identifier = "notes", .title = "Notes", .kind = CellKind::Secondary, .weight = 1},
        .text = [](const TimeEntryRow& row) { return row.notes; },
        .editable = [](const TimeEntryRow&) { return true; }},
   };
