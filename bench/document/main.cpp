@@ -1,0 +1,162 @@
+// A document of 300 customers and 2,000 open activities, with 60,000 and with 200,000 entries: opening it
+// until the window is painted, the tick, the reload of the activities, and a save after one change. A disk
+// must be under the folder for temporary files for the save to mean anything.
+
+#include <QApplication>
+#include <QFile>
+
+#include "PlainDocument.h"
+#include "Ratio.h"
+#include "sample/SampleDocument.h"
+#include "support/TestSession.h"
+#include "ui/CommandTarget.h"
+#include "ui/Theme.h"
+#include "ui/TimerWindowController.h"
+#include "ui_core/Menus.h"
+
+namespace pendra {
+namespace {
+
+using bench::median;
+using bench::millisecondsOf;
+
+constexpr int kTimers = 5;
+
+class NoCommands final : public CommandTarget {
+ public:
+  void perform(Command, QWidget*) override {}
+  [[nodiscard]] bool validate(const MenuItem&) const override { return true; }
+  [[nodiscard]] QStringList recentDocuments() const override { return {}; }
+  void openRecent(const QString&) override {}
+  void clearRecent() override {}
+};
+
+class NoTable final : public TablePort {
+ public:
+  void reloadData() override {}
+  void redrawRow(int) override {}
+  [[nodiscard]] std::vector<int> selectedRows() const override { return {}; }
+  void selectRow(int) override {}
+  void clearSelection() override {}
+};
+
+class NoDisplay final : public TimerDisplay {
+ public:
+  void showElapsedTime(const QString&) override {}
+  void showCustomerJobLabel(const QString&) override {}
+  void showMainButton(bool) override {}
+  void hideSendTime() override {}
+  void showActivitySheet(bool) override {}
+};
+
+class DocumentBench {
+ public:
+  explicit DocumentBench(int entries) {
+    ObjectContext context(testModel(), test_.clock, test_.calendar);
+    if (!context.open(path_)) qFatal("no document");
+    fillSample(context, {.customers = 300, .activities = 2000, .entries = entries});
+    if (!context.save()) qFatal("no sample");
+    std::printf("%d entries\n", entries);
+  }
+
+  void run() {
+    opening();
+    loadURL(test_.session, path_);
+    context_ = test_.session.myContext().get();
+    reload();
+    saving();
+    tick();
+  }
+
+ private:
+  void opening() {
+    bench::compare(
+        "read", 3,
+        [&] {
+          ObjectContext context(testModel(), test_.clock, test_.calendar);
+          if (!context.open(path_)) qFatal("not read");
+        },
+        [&] { rows_ = plain::readAll(path_); }, 5);
+    bench::compare(
+        "open until painted", 3, [&] { openWindow(); }, [&] { rows_ = plain::readAll(path_); }, 5);
+  }
+
+  /// From the closed document to a window that is painted, and away again.
+  void openWindow() {
+    TestSession test;
+    loadURL(test.session, path_);
+    MenuModel menus;
+    NoCommands commands;
+    TimerWindowController window(test.session, menus, commands, [] {});
+    QCoreApplication::processEvents();
+    window.close();
+  }
+
+  void reload() {
+    TimerState state(test_.session, table_, display_);
+    std::vector<std::pair<QString, double>> sums;
+    bench::compare(
+        "reload of the activities", 2,
+        [&] {
+          test_.session.myContext()->all<Activity>()[0]->setNotes(QString::number(++changes_));
+          state.reloadData();
+        },
+        [&] {
+          sums.clear();
+          for (const Activity* activity : context_->all<Activity>()) {
+            if (activity->completed() != false) continue;
+            double total = 0;
+            for (const TimePeriod* period : activity->timePeriod()) total += period->storedDuration();
+            sums.emplace_back(queries::nameOf(activity->customer()), total);
+          }
+        });
+  }
+
+  void saving() {
+    const QString copy = test_.places.path("Plain.pdr");
+    if (!QFile::copy(path_, copy)) qFatal("no copy");
+    plain::Writer writer(copy);
+    TimePeriod& entry = *context_->all<TimePeriod>()[0];
+    bench::compare(
+        "save after one change", 1.5,
+        [&] {
+          entry.setDuration(++changes_);
+          if (!context_->save()) qFatal("not saved");
+        },
+        [&] { writer.commitOne(++changes_); }, 51);
+  }
+
+  void tick() {
+    TimerState state(test_.session, table_, display_);
+    for (int i = 0; i < kTimers; ++i)
+      context_->all<Activity>()[static_cast<std::size_t>(i)]->startNewTimePeriod();
+    state.reloadData();
+    std::vector<double> took;
+    for (int run = 0; run < 301; ++run) {
+      test_.clock.advance(1);
+      took.push_back(millisecondsOf([&] { state.updateTimeDisplay(); }));
+    }
+    std::printf("%-28s %9.4f ms\n", "a tick, five running", median(took));
+  }
+
+  TestSession test_;
+  QString path_ = test_.places.path("Sample.pdr");
+  ObjectContext* context_ = nullptr;
+  NoTable table_;
+  NoDisplay display_;
+  std::vector<plain::Row> rows_;
+  int changes_ = 0;
+};
+
+}  // namespace
+}  // namespace pendra
+
+int main(int argc, char** argv) {
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  pendra::Theme::install(application);
+  for (const int entries : {60000, 200000}) pendra::DocumentBench(entries).run();
+  return 0;
+}
