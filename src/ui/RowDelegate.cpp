@@ -129,7 +129,7 @@ int RowDelegate::naturalWidth(CellKind kind, const QString& text, const QFont& f
       return static_cast<int>(
           std::ceil(tabularWidth(heavy, text.isEmpty() ? QStringLiteral("000:00:00") : text)));
     default:
-      return QFontMetrics(font).horizontalAdvance(text) + 1;
+      return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(text))) + 1;
   }
 }
 

@@ -1,6 +1,7 @@
 #include "RowHeader.h"
 
 #include <QPainter>
+#include <cmath>
 
 #include "RowDelegate.h"
 #include "ui/TableModel.h"
@@ -51,7 +52,10 @@ const TableModel* RowHeader::tableModel() const { return qobject_cast<const Tabl
 
 int RowHeader::naturalWidth(int section) const {
   const QString title = model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
-  return QFontMetrics(headFont()).horizontalAdvance(title) + (title.isEmpty() ? 0 : kSignGap + kSignWidth);
+  if (title.isEmpty()) return 0;
+  // Rounded up: half a point too few would cut the last letters.
+  return static_cast<int>(std::ceil(QFontMetricsF(headFont()).horizontalAdvance(title))) + 1 + kSignGap +
+         kSignWidth;
 }
 
 QSize RowHeader::sizeHint() const {

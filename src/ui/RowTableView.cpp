@@ -72,8 +72,12 @@ void RowTableView::setSource(TableSource& source) {
   model_ = new TableModel(source, this);
   setModel(model_);
   weights_.clear();
-  for (int column = 0; column < source.columnCount(); ++column)
-    weights_.push_back(source.head(column).weight);
+  for (int column = 0; column < source.columnCount(); ++column) {
+    const int weight = source.head(column).weight;
+    weights_.push_back(weight);
+    // What has the width of its content would come back to it at the next reload.
+    if (weight == 0) horizontalHeader()->setSectionResizeMode(column, QHeaderView::Fixed);
+  }
   connect(model_, &QAbstractItemModel::modelAboutToBeReset, this, &RowTableView::rememberScroll);
   connect(model_, &QAbstractItemModel::modelReset, this, &RowTableView::restoreSelection);
   connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &RowTableView::rememberSelection);
@@ -204,11 +208,13 @@ void RowTableView::selectSilently(const std::vector<int>& rows, int current, int
 
 int RowTableView::contentWidth(int column) const {
   const ColumnHead& head = model_->source().head(column);
-  const QString widest = head.widest.isEmpty() ? model_->source().text(0, column) : head.widest;
-  const QString text =
-      head.kind == CellKind::Time || head.kind == CellKind::SecondaryTime ? head.widest : widest;
-  const int content = std::max(RowDelegate::naturalWidth(head.kind, text, font()),
-                               static_cast<RowHeader*>(horizontalHeader())->naturalWidth(column));
+  const bool isTime = head.kind == CellKind::Time || head.kind == CellKind::SecondaryTime;
+  QStringList texts = head.widest;
+  if (texts.isEmpty()) texts << (isTime ? QString() : model_->source().text(0, column));
+  int content = static_cast<RowHeader*>(horizontalHeader())->naturalWidth(column);
+  for (const QString& text : std::as_const(texts)) {
+    content = std::max(content, RowDelegate::naturalWidth(head.kind, text, font()));
+  }
   const QRect inner = RowDelegate::contentRect(QRect(0, 0, 100, 100), column, model_->columnCount());
   return content + 100 - inner.width();
 }

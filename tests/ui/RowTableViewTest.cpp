@@ -49,7 +49,7 @@ class Table : public testing::Test {
        {.head = {.identifier = u"name"_s, .title = u"Name"_s, .weight = 1},
         .text = [](const Row& row) { return row.name; },
         .editable = [](const Row&) { return true; }},
-       {.head = {.identifier = u"edit"_s, .kind = CellKind::Link, .sortable = false, .widest = u"Edit"_s},
+       {.head = {.identifier = u"edit"_s, .kind = CellKind::Link, .sortable = false, .widest = {u"Edit"_s}},
         .text = [](const Row&) { return u"Edit"_s; }}},
       {.identity = [](const Row& row) { return row.id; },
        .running = [](const Row& row) { return row.running; }}};

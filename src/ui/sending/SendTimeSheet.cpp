@@ -23,7 +23,7 @@ std::unique_ptr<RowTable<SummaryLine>> makeTable() {
   duration.head.alignment = Alignment::Right;
   duration.head.kind = CellKind::Time;
   duration.head.weight = 0;
-  duration.head.widest = QStringLiteral("0000:00:00");
+  duration.head.widest = {QStringLiteral("0000:00:00")};
   return std::make_unique<RowTable<SummaryLine>>(
       Lines{column(QStringLiteral("customer"), QDialog::tr("Customer"), &SummaryLine::customer),
             column(QStringLiteral("job"), QDialog::tr("Job"), &SummaryLine::job),

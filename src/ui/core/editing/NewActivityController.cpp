@@ -12,13 +12,13 @@ namespace {
 
 std::vector<Column<TimeEntryRow>> timeEntryColumns() {
   return {
-      {.head = {.identifier = "date", .title = "Date", .widest = "12/30/2026"},
+      {.head = {.identifier = "date", .title = "Date", .widest = {"12/30/2026"}},
        .text = [](const TimeEntryRow& row) { return row.date; }},
       {.head = {.identifier = "time",
                 .title = "Time",
                 .alignment = Alignment::Right,
                 .kind = CellKind::Time,
-                .widest = "00:00"},
+                .widest = {"00:00"}},
        .text = [](const TimeEntryRow& row) { return row.time; }},
       {.head = {.identifier = "duration",
                 .title = "Duration",

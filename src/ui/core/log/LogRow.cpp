@@ -18,8 +18,8 @@ ColumnHead head(const QString& identifier, const QString& title, CellKind kind, 
           .weight = weight};
 }
 
-/// A column as wide as this text.
-ColumnHead fixed(ColumnHead head, const QString& widest) {
+/// A column as wide as the widest of these texts.
+ColumnHead fixed(ColumnHead head, const QStringList& widest) {
   head.widest = widest;
   return head;
 }
@@ -31,14 +31,15 @@ QString dateText(const QDateTime& local, const QLocale& locale) {
          locale.toString(local.time(), QLocale::ShortFormat);
 }
 
-QString longestDateText(const QLocale& locale) {
-  QString longest;
-  for (int day = 1; day <= 365; ++day) {
-    const QDateTime evening(QDate(2026, 1, 1).addDays(day), QTime(22, 58, 58), Qt::UTC);
-    const QString text = dateText(evening, locale);
-    if (text.size() > longest.size()) longest = text;
+/// A day of every name in every month, late in the evening: one of them is the widest, whatever the font.
+QStringList wideDateTexts(const QLocale& locale) {
+  QStringList texts;
+  for (int month = 1; month <= 12; ++month) {
+    for (int day = 20; day < 27; ++day) {
+      texts << dateText(QDateTime({2026, month, day}, QTime(22, 48, 48), Qt::UTC), locale);
+    }
   }
-  return longest;
+  return texts;
 }
 
 QString submittedText(const LogRow& row, const Calendar& calendar) {
@@ -46,7 +47,7 @@ QString submittedText(const LogRow& row, const Calendar& calendar) {
 }
 
 Column<LogRow> editColumn() {
-  ColumnHead edit = fixed(head(QStringLiteral("edit"), {}, CellKind::Link, 0), QStringLiteral("Edit"));
+  ColumnHead edit = fixed(head(QStringLiteral("edit"), {}, CellKind::Link, 0), {QStringLiteral("Edit")});
   edit.accessibleName = QStringLiteral("Edit");
   edit.sortable = false;
   return {.head = std::move(edit), .text = [](const LogRow&) { return QStringLiteral("Edit"); }};
@@ -69,7 +70,7 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale) {
       {.head = head(QStringLiteral("service"), QStringLiteral("Service"), CellKind::Text, 4),
        .text = [](const LogRow& row) { return row.service(); }},
       {.head = fixed(head(QStringLiteral("date"), QStringLiteral("Date"), CellKind::Text, 0),
-                     longestDateText(locale)),
+                     wideDateTexts(locale)),
        .text =
            [&calendar, locale](const LogRow& row) {
              return row.start ? dateText(calendar.local(*row.start), locale) : QString();
@@ -78,7 +79,7 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale) {
       {.head = head(QStringLiteral("duration"), QStringLiteral("Duration"), CellKind::Time, 0),
        .text = [](const LogRow& row) { return durationText(row.duration); }},
       {.head = fixed(head(QStringLiteral("submitted"), QStringLiteral("Submitted"), CellKind::Secondary, 0),
-                     QStringLiteral("00/00/00")),
+                     {QStringLiteral("00/00/00")}),
        .text = [&calendar](const LogRow& row) { return submittedText(row, calendar); }},
       editColumn(),
   };

@@ -3,6 +3,7 @@
 // values and names for looks (CellKind); the widgets decide what a link or a running row looks like.
 
 #include <QString>
+#include <QStringList>
 #include <span>
 
 namespace pendra {
@@ -34,8 +35,9 @@ struct ColumnHead {
   Alignment alignment = Alignment::Left;
   CellKind kind = CellKind::Text;
   bool sortable = true;
-  int weight = 0;    ///< share of the width that is left; 0: as wide as its content needs
-  QString widest{};  ///< without a weight: the longest text to expect; empty: the kind's own
+  int weight = 0;  ///< share of the width that is left; 0: as wide as its content needs
+  /// Without a weight: texts among which is the widest to expect. None: the kind's own width.
+  QStringList widest{};
 };
 
 /// What the rows are ordered by. Without a key all rows are equal.
