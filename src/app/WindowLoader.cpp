@@ -17,15 +17,30 @@
 
 namespace pendra {
 
-/// The windows that are open. A window that closed is kept until the events at hand are done, because it may
-/// still stand on the call stack.
+namespace {
+
+/// Keeps a window that closed until the events at hand are done, because it may still stand on the call
+/// stack. By deferred deletion, which also waits for the loops of the alerts that are opened meanwhile.
+class Retired final : public QObject {
+ public:
+  Retired(std::shared_ptr<void> window, QObject* parent) : QObject(parent), window_(std::move(window)) {
+    deleteLater();
+  }
+
+ private:
+  std::shared_ptr<void> window_;
+};
+
+}  // namespace
+
+/// The windows that are open, and those that closed and have not gone yet.
 struct WindowLoader::Open {
   std::unique_ptr<TimerWindowController> timer;
   std::unique_ptr<SetupController> setup;
   std::unique_ptr<AboutBox> about;
   std::unique_ptr<WelcomeWindow> welcome;
   std::unique_ptr<PreferencesWindow> preferences;
-  std::vector<std::shared_ptr<void>> closed;
+  QObject retired;
 };
 
 WindowLoader::WindowLoader() : open_(std::make_unique<Open>()) {}
@@ -33,12 +48,9 @@ WindowLoader::~WindowLoader() = default;
 
 void WindowLoader::closeAll() { open_ = std::make_unique<Open>(); }
 
-/// Lets a window that closed die when the events at hand are done.
 template <class Window>
 void WindowLoader::retire(std::unique_ptr<Window>& window) {
-  if (!window) return;
-  open_->closed.push_back(std::shared_ptr<Window>(std::move(window)));
-  QTimer::singleShot(0, this, [this] { open_->closed.clear(); });
+  if (window) new Retired(std::shared_ptr<Window>(std::move(window)), &open_->retired);
 }
 
 void WindowLoader::connectTo(Session& session, MenuModel& menus, CommandTarget& target, LinkServices& link,
