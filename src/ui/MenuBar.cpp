@@ -30,7 +30,8 @@ void MenuBar::rebuild() {
   items_.clear();
   clear();
   for (const Menu& each : model_.menus()) {
-    QMenu* menu = addMenu(menuText(each.title));
+    // Alt with its first letter opens a menu; no two begin with the same one.
+    QMenu* menu = addMenu(u'&' + menuText(each.title));
     for (const MenuItem& item : each.items) addItem(*menu, item);
     connect(menu, &QMenu::aboutToShow, this, [this, menu] { validate(*menu); });
     connect(menu, &QMenu::aboutToHide, this, [this, menu] { enableShortcuts(*menu); });
