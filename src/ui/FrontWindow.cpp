@@ -1,13 +1,17 @@
 #include "ui/FrontWindow.h"
 
 #include <QApplication>
+#include <QPointer>
 #include <QWidget>
 
 namespace pendra {
 
 QWidget* frontWindow() {
   if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-  if (QWidget* active = QApplication::activeWindow()) return active;
+  // Just after an alert has closed no window is active; the one before it is meant.
+  static QPointer<QWidget> last;
+  if (QWidget* active = QApplication::activeWindow()) return last = active;
+  if (last && last->isVisible()) return last;
   for (QWidget* window : QApplication::topLevelWidgets()) {
     const Qt::WindowType type = window->windowType();
     if (window->isVisible() && (type == Qt::Window || type == Qt::Dialog)) return window;

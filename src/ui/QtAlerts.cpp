@@ -17,6 +17,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr int kIconSize = 32;
+constexpr int kWordsWidth = 340;
 
 QColor iconColour(Alert::Style style, const Colours& colours) {
   switch (style) {
@@ -89,6 +90,9 @@ void fill(QMessageBox& box, const Alert& alert) {
   }
   if (auto* words = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
     words->setTextFormat(Qt::PlainText);
+    // Else the words are squeezed under a short message.
+    words->setMinimumWidth(
+        std::min(kWordsWidth, words->fontMetrics().horizontalAdvance(alert.informative) + 1));
   }
   addButtons(box, alert);
 }
