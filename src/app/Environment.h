@@ -25,7 +25,7 @@ struct Environment {
   ModalDepth modals{};
   NotificationCenter notifications{};
   QtAlerts alerts{modals};
-  QtPanels panels{modals, places.documents};
+  QtPanels panels{modals, defaults, places.documents};
 
   [[nodiscard]] Ports ports(InterfaceLoader& interfaces, VTMenus& menus) {
     return {*clock,     calendar, places,        defaults,   alerts, panels,

@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "platform/Preferences.h"
 #include "platform/Text.h"
 #include "ui/FrontWindow.h"
 
@@ -57,18 +58,24 @@ QString withRequiredType(const QString& path, const QString& requiredType) {
   return path.endsWith(ending, Qt::CaseInsensitive) ? path : path + ending;
 }
 
+/// The folder chosen last, or the first one when that is gone.
+QString QtPanels::folder() const {
+  const QString last = defaults_.text(preferences::kLastFolder).value_or(QString());
+  return QFileInfo(last).isDir() ? last : firstFolder_;
+}
+
 void QtPanels::fill(QFileDialog& dialog, const SavePanel& panel) const {
   if (!panel.title.isEmpty()) dialog.setWindowTitle(panel.title);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
-  dialog.setDirectory(panel.folder.isEmpty() ? folder_ : panel.folder);
+  dialog.setDirectory(panel.folder.isEmpty() ? folder() : panel.folder);
   dialog.selectFile(fileNameFor(panel.proposedName));
 }
 
 QString QtPanels::chosenIn(const QFileDialog& dialog, const QString& requiredType) {
   const QString path = withRequiredType(dialog.selectedFiles().value(0), requiredType);
-  folder_ = QFileInfo(path).absolutePath();
+  defaults_.setText(preferences::kLastFolder, QFileInfo(path).absolutePath());
   return path;
 }
 
@@ -83,7 +90,7 @@ std::optional<QString> QtPanels::runSavePanel(const SavePanel& panel) {
 std::optional<QString> QtPanels::runOpenPanel() {
   QFileDialog dialog(frontWindow());
   dialog.setFileMode(QFileDialog::ExistingFile);
-  dialog.setDirectory(folder_);
+  dialog.setDirectory(folder());
   const ModalDepth::Run run(modals_);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return chosenIn(dialog, {});

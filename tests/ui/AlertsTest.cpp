@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
 #include "support/Rows.h"
+#include "support/TestPlaces.h"
 #include "ui/QtAlerts.h"
 #include "ui/QtPanels.h"
 
@@ -102,6 +104,37 @@ TEST(Panels, NamesFitAFile) {
   EXPECT_EQ(withRequiredType(u"/a/Dr. Who"_s, u"pdr"_s), u"/a/Dr. Who.pdr"_s);
   EXPECT_EQ(withRequiredType(u"/a/b.PDR"_s, u"pdr"_s), u"/a/b.PDR"_s);
   EXPECT_EQ(withRequiredType(u"/a/b"_s, {}), u"/a/b"_s);
+}
+
+QFileDialog& openPanel(QtPanels& panels, std::optional<QString>& chosen) {
+  panels.beginSavePanel({.title = {}, .proposedName = u"a"_s, .folder = {}, .requiredType = {}},
+                        [&chosen](const std::optional<QString>& path) { chosen = path; });
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (auto* panel = qobject_cast<QFileDialog*>(window); panel && panel->isVisible()) return *panel;
+  }
+  throw std::runtime_error("no panel is open");
+}
+
+TEST(Panels, OpenInTheFolderThatWasChosenLastAlsoInALaterRun) {
+  const TestPlaces places;
+  UserDefaults defaults(places.defaultsFile());
+  ModalDepth modals;
+  std::optional<QString> chosen;
+  QtPanels panels(modals, defaults, places.documents);
+  QFileDialog& first = openPanel(panels, chosen);
+  EXPECT_EQ(first.directory().path(), places.documents);
+  first.setDirectory(places.caches);
+  static_cast<QDialog&>(first).accept();
+  EXPECT_EQ(chosen, places.caches + u"/a");
+
+  QtPanels later(modals, defaults, places.documents);
+  QFileDialog& second = openPanel(later, chosen);
+  EXPECT_EQ(second.directory().path(), places.caches);
+  second.reject();
+  QDir(places.caches).removeRecursively();
+  QFileDialog& third = openPanel(later, chosen);
+  EXPECT_EQ(third.directory().path(), places.documents) << "a folder that is gone is forgotten";
+  third.reject();
 }
 
 }  // namespace

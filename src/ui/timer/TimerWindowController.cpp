@@ -16,6 +16,7 @@
 #include "ui/LogPaneView.h"
 #include "ui/MenuBar.h"
 #include "ui/RowTableView.h"
+#include "ui/WindowPlace.h"
 #include "ui/WindowTitle.h"
 #include "ui_core/DeletePrompts.h"
 #include "ui_core/DocumentState.h"
@@ -29,8 +30,10 @@ constexpr std::chrono::milliseconds kTick{1000};
 constexpr std::chrono::milliseconds kIntroDelay{500};
 
 std::unique_ptr<TimerWindow> makeWindow(Session& session, std::function<void()> closed) {
-  return std::make_unique<TimerWindow>(
+  auto window = std::make_unique<TimerWindow>(
       session.notices(), [&session] { return windowShouldClose(session); }, std::move(closed));
+  new WindowPlace(*window, session.ports().defaults, preferences::kTimerWindowPlace);
+  return window;
 }
 
 }  // namespace

@@ -21,5 +21,11 @@ inline const QString kSortOrderWindow = QStringLiteral("sortOrderCorvelWindow");
 inline const QString kAnalyticsTracker = QStringLiteral("VTAnalyticsTracker");
 /// Paths of the documents that were open, newest first.
 inline const QString kRecentDocuments = QStringLiteral("PendraRecentDocuments");
+/// Path of the folder in which a file was chosen last.
+inline const QString kLastFolder = QStringLiteral("PendraLastFolder");
+/// Where each window stood when it was closed, in a form of the toolkit's.
+inline const QString kTimerWindowPlace = QStringLiteral("PendraTimerWindowPlace");
+inline const QString kCustomerListPlace = QStringLiteral("PendraCustomerListPlace");
+inline const QString kServicesListPlace = QStringLiteral("PendraServicesListPlace");
 
 }  // namespace pendra::preferences

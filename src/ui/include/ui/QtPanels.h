@@ -2,6 +2,7 @@
 
 #include "platform/ModalDepth.h"
 #include "platform/Panels.h"
+#include "platform/UserDefaults.h"
 
 class QFileDialog;
 
@@ -13,12 +14,13 @@ namespace pendra {
 [[nodiscard]] QString withRequiredType(const QString& path, const QString& requiredType);
 
 /// Panels as Qt's file dialogs, or the desktop's own where it has some. A panel opens in the folder that was
-/// chosen last.
+/// chosen last, in this run or an earlier one.
 class QtPanels final : public Panels {
  public:
-  /// Panels open in `folder` at first. Application-modal panels are counted in `modals`, which must
-  /// outlive this.
-  QtPanels(ModalDepth& modals, QString folder) : modals_(modals), folder_(std::move(folder)) {}
+  /// Panels open in `firstFolder` until one was chosen. Application-modal panels are counted in `modals`.
+  /// Both references must outlive this.
+  QtPanels(ModalDepth& modals, UserDefaults& defaults, QString firstFolder)
+      : modals_(modals), defaults_(defaults), firstFolder_(std::move(firstFolder)) {}
 
   std::optional<QString> runSavePanel(const SavePanel& panel) override;
   std::optional<QString> runOpenPanel() override;
@@ -26,10 +28,12 @@ class QtPanels final : public Panels {
 
  private:
   void fill(QFileDialog& dialog, const SavePanel& panel) const;
+  [[nodiscard]] QString folder() const;
   [[nodiscard]] QString chosenIn(const QFileDialog& dialog, const QString& requiredType);
 
   ModalDepth& modals_;
-  QString folder_;
+  UserDefaults& defaults_;
+  QString firstFolder_;
 };
 
 }  // namespace pendra
