@@ -1,5 +1,6 @@
 #include "RowDelegate.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <cmath>
@@ -153,6 +154,18 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->restore();
 }
 
+/// Return hands the text in at once. The base class does so a turn later, by when the next key may have
+/// closed the editor and thrown the text away.
+bool RowDelegate::eventFilter(QObject* watched, QEvent* event) {
+  auto* editor = qobject_cast<QLineEdit*>(watched);
+  const bool isKey = editor && event->type() == QEvent::KeyPress;
+  const int key = isKey ? static_cast<QKeyEvent*>(event)->key() : 0;
+  if (key != Qt::Key_Return && key != Qt::Key_Enter) return QStyledItemDelegate::eventFilter(watched, event);
+  Q_EMIT commitData(editor);
+  if (!editor->isHidden()) Q_EMIT closeEditor(editor, SubmitModelCache);
+  return true;
+}
+
 QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                    const QModelIndex& index) const {
   const auto* model = qobject_cast<const TableModel*>(index.model());
@@ -161,6 +174,7 @@ QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& 
   if (!editor) return nullptr;
   editor->setFont(option.font);
   if (auto* line = qobject_cast<QLineEdit*>(editor)) {
+    line->setFrame(true);
     // The words stay where they stood; a field adds two points of its own.
     const QRect content = contentRect(option.rect, index.column(), index.model()->columnCount());
     line->setTextMargins(content.left() - option.rect.left() - 2, 0, 0, 0);

@@ -89,6 +89,11 @@ void RowTableView::setSource(TableSource& source) {
   placeEmptyState();
 }
 
+void RowTableView::dropSource() {
+  model_ = nullptr;
+  setModel(nullptr);
+}
+
 void RowTableView::reloadData() { model_->reloadData(); }
 
 void RowTableView::redrawRow(int row) { model_->updateRow(row); }
@@ -147,6 +152,13 @@ void RowTableView::editCell(const QString& identifier, int row) {
   edit(index);
 }
 
+void RowTableView::commitEditing() {
+  QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+  if (!editor) return;
+  commitData(editor);
+  closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
 void RowTableView::setEmptyState(const QString& sentence, const QString& buttonTitle) {
   empty_->say(sentence, buttonTitle);
   placeEmptyState();
@@ -166,6 +178,7 @@ void RowTableView::pressCell(const QModelIndex& index) {
 // Selection over a reload.
 
 void RowTableView::rememberSelection() {
+  if (!model_) return;
   const TableSource& source = model_->source();
   remembered_.selected.clear();
   for (const int row : selectedRows()) remembered_.selected.push_back(source.identity(row));
@@ -286,7 +299,7 @@ void RowTableView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bo
 void RowTableView::setHovered(int row) {
   if (row == hovered_) return;
   for (const int changed : {hovered_, row}) {
-    if (changed >= 0 && changed < model_->rowCount()) redrawRect(changed);
+    if (model_ && changed >= 0 && changed < model_->rowCount()) redrawRect(changed);
   }
   hovered_ = row;
 }
@@ -334,6 +347,12 @@ void RowTableView::keyPressEvent(QKeyEvent* event) {
     return;
   }
   QTableView::keyPressEvent(event);
+}
+
+/// Home and End lead to the first and the last row: to a row it makes no difference in which column one is.
+QModelIndex RowTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  const bool toAnEnd = action == MoveHome || action == MoveEnd;
+  return QTableView::moveCursor(action, toAnEnd ? modifiers | Qt::ControlModifier : modifiers);
 }
 
 bool RowTableView::viewportEvent(QEvent* event) {

@@ -2,7 +2,6 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLineEdit>
 
 #include "ui/Theme.h"
 
@@ -33,13 +32,6 @@ void TimeEntriesTable::setController(NewActivityController& controller) {
            }});
   connect(this, &RowTableView::selectionDidChange, this, [&] { controller.tableViewSelectionDidChange(); });
   connect(this, &RowTableView::rowActivated, this, [this](int row) { editCell("notes", row); });
-}
-
-void TimeEntriesTable::commitEditing() {
-  auto* editor = state() == EditingState ? viewport()->findChild<QLineEdit*>() : nullptr;
-  if (!editor) return;
-  commitData(editor);
-  closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
 QSize TimeEntriesTable::sizeHint() const {

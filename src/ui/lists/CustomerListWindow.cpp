@@ -2,6 +2,7 @@
 
 #include <QPushButton>
 
+#include "platform/Preferences.h"
 #include "ui/ListWindows.h"
 #include "ui/RowTableView.h"
 
@@ -14,12 +15,11 @@ CustomerListWindow::CustomerListWindow(const WindowParts& parts)
                   .add = tr("Add &Customer"),
                   .addAccessible = tr("Add customer"),
                   .empty = tr("No customers yet. Add the ones that you work for."),
-                  .emptyLinked = tr("No customers yet. “Update Lists from Vantor” brings them.")}) {
+                  .emptyLinked = tr("No customers yet. “Update Lists from Vantor” brings them."),
+                  .place = preferences::kCustomerListPlace}) {
   auto controller = std::make_unique<CustomerListController>(session(), table(), *this);
   customers_ = controller.get();
-  addJobButton().setText(tr("Add &Job"));
-  addJobButton().setAccessibleName(tr("Add job"));
-  connect(&addJobButton(), &QPushButton::clicked, this, &CustomerListWindow::addJob);
+  setUpAdding(addJobButton(), tr("Add &Job"), tr("Add job"), [this] { addJob(); });
   awakeFromNib(std::move(controller));
 }
 
@@ -34,6 +34,7 @@ void CustomerListWindow::addNew() {
 }
 
 void CustomerListWindow::addJob() {
+  if (!takeEdit()) return;
   const int rows = customers_->numberOfRowsInTableView();
   customers_->addNewJob();
   if (customers_->numberOfRowsInTableView() > rows) editName(table().selectedRow());

@@ -3,12 +3,15 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QShortcut>
 
 #include "ui/Buttons.h"
 #include "ui/MenuBar.h"
 #include "ui/NoticeLine.h"
 #include "ui/RowTableView.h"
 #include "ui/Theme.h"
+#include "ui/WindowPlace.h"
 #include "ui_ListWindow.h"
 
 namespace pendra {
@@ -26,19 +29,19 @@ ListWindow::ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*plac
   ui_->column->insertWidget(1, new NoticeLine(session_.notices(), content));
   setMenuBar(new MenuBar(parts.menus, parts.commands, this));
   resize(content->geometry().size());
+  new WindowPlace(*this, session_.ports().defaults, words_.place);
   session_.*place_ = this;
 }
 
 ListWindow::~ListWindow() {
-  table().setModel(nullptr);  // the rows go before the view
+  table().dropSource();  // the rows go before the view
   if (session_.*place_ == this) session_.*place_ = nullptr;
 }
 
 void ListWindow::awakeFromNib(std::unique_ptr<ListController> controller) {
   controller_ = std::move(controller);
   ui_->myTableView->setAccessibleName(words_.table);
-  ui_->plusButton->setText(words_.add);
-  ui_->plusButton->setAccessibleName(words_.addAccessible);
+  setUpAdding(*ui_->plusButton, words_.add, words_.addAccessible, [this] { add(); });
   makePrimary(*ui_->plusButton);
   makeQuiet(*ui_->markAllButton);
   makeQuiet(*ui_->markNoneButton);
@@ -46,7 +49,7 @@ void ListWindow::awakeFromNib(std::unique_ptr<ListController> controller) {
     quiet->setFont(Theme::quietFont());
     quiet->setForegroundRole(QPalette::PlaceholderText);
   }
-  ui_->linkedText->setContentsMargins(0, -metrics::kSide, 0, 0);
+  ui_->linkedText->setContentsMargins(metrics::kSide, 0, metrics::kSide, metrics::kGrid);
   connectTable();
   connectButtons();
   controller_->awakeFromNib();
@@ -57,7 +60,7 @@ void ListWindow::connectTable() {
   RowTableView& view = table();
   view.setSource(controller_->source());
   view.tableModel().setEditRules({.setObjectValue = [this](const QString& value, const QString& identifier,
-                                                           int row) { storeText(value, identifier, row); }});
+                                                           int row) { takeText(value, identifier, row); }});
   view.installEventFilter(this);
   connect(&view, &RowTableView::cellPressed, this, [this](int row, const QString& identifier) {
     const int column = table().tableModel().columnOf(identifier);
@@ -65,16 +68,32 @@ void ListWindow::connectTable() {
   });
   connect(&view, &RowTableView::rowActivated, this, &ListWindow::editName);
   connect(&view, &RowTableView::selectionDidChange, this, &ListWindow::updateButtons);
-  connect(&view, &RowTableView::emptyButtonClicked, this, &ListWindow::addNew);
+  connect(&view, &RowTableView::emptyButtonClicked, this, &ListWindow::add);
   connect(view.model(), &QAbstractItemModel::modelReset, this, &ListWindow::showCounts);
 }
 
 void ListWindow::connectButtons() {
-  connect(ui_->plusButton, &QPushButton::clicked, this, &ListWindow::addNew);
   connect(ui_->markAllButton, &QPushButton::clicked, this, &ListWindow::markAllShown);
   connect(ui_->markNoneButton, &QPushButton::clicked, this, &ListWindow::markNoneShown);
   connect(ui_->searchString, &QLineEdit::textChanged, this, &ListWindow::search);
   ui_->searchString->installEventFilter(this);
+  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, ui_->searchString, [this] {
+    ui_->searchString->setFocus();
+    ui_->searchString->selectAll();
+  });
+}
+
+/// The button's letter acts at once. By Qt's own way a button waits for a tenth of a second, and what is
+/// typed meanwhile goes astray.
+void ListWindow::setUpAdding(QPushButton& button, const QString& text, const QString& accessibleName,
+                             const std::function<void()>& act) {
+  button.setText(text);
+  button.setAccessibleName(accessibleName);
+  button.setShortcut({});
+  connect(&button, &QPushButton::clicked, this, act);
+  connect(new QShortcut(QKeySequence::mnemonic(text), this), &QShortcut::activated, &button, [&button, act] {
+    if (button.isVisible() && button.isEnabled()) act();
+  });
 }
 
 RowTableView& ListWindow::table() const { return *ui_->myTableView; }
@@ -89,6 +108,7 @@ void ListWindow::bringToFront() {
 }
 
 void ListWindow::closeEvent(QCloseEvent* event) {
+  std::ignore = takeEdit();
   session_.*place_ = nullptr;
   event->accept();
 }
@@ -100,9 +120,13 @@ void ListWindow::search(const QString& text) {
 
 void ListWindow::showCounts() {
   const int rows = controller_->numberOfRowsInTableView();
+  const bool open = session_.myContext() != nullptr;
+  ui_->plusButton->setEnabled(open);
   const bool searching = !controller_->searchString().isEmpty();
   ui_->countText->setText(rows == 0 ? QString() : tr("%n listed", nullptr, rows));
-  if (searching) {
+  if (!open) {
+    table().setEmptyState(tr("No document is open."));
+  } else if (searching) {
     table().setEmptyState(tr("Nothing here contains “%1”.").arg(controller_->searchString()));
   } else if (controller_->standalone()) {
     table().setEmptyState(words_.empty, QString(words_.add).remove(u'&'));
@@ -125,15 +149,59 @@ void ListWindow::updateButtons() {
   ui_->addJobButton->setEnabled(controller_->validateMenuItem(ListCommand::AddNewJob));
 }
 
+void ListWindow::add() {
+  if (takeEdit()) addNew();
+}
+
+void ListWindow::deleteRow() {
+  if (!takeEdit()) return;
+  const int row = table().selectedRow();
+  controller_->deleteRow();
+  // The next one moves up, so that the keyboard goes on where it was.
+  const int last = controller_->numberOfRowsInTableView() - 1;
+  if (row >= 0 && last >= 0 && table().selectedRow() < 0) table().selectRow(std::min(row, last));
+}
+
+void ListWindow::markAllShown() {
+  if (takeEdit()) controller_->markAllShown();
+}
+
+void ListWindow::markNoneShown() {
+  if (takeEdit()) controller_->markNoneShown();
+}
+
 /// A text that is only left, not changed, is no edit: leaving the editor must not ask anything. What is an
 /// edit is stored once the editor has closed, because storing may sort the rows away under it, or ask.
-void ListWindow::storeText(const QString& value, const QString& identifier, int row) {
+void ListWindow::takeText(const QString& value, const QString& identifier, int row) {
   const int column = table().tableModel().columnOf(identifier);
   const QWidget* focus = QApplication::focusWidget();
-  const bool leaving = !focus || !table().viewport()->isAncestorOf(focus);
+  const bool leaving = leaving_ || !focus || !table().viewport()->isAncestorOf(focus);
   if (leaving && value == controller_->source().text(row, column)) return;
-  const auto store = [this, value, identifier, row] { controller_->setObjectValue(value, identifier, row); };
-  QMetaObject::invokeMethod(this, store, Qt::QueuedConnection);
+  taken_ = {value, identifier, controller_->source().identity(row)};
+  QMetaObject::invokeMethod(
+      this, [this] { std::ignore = storeTaken(); }, Qt::QueuedConnection);
+}
+
+bool ListWindow::storeTaken() {
+  if (!taken_) return true;
+  const Taken taken = *std::exchange(taken_, std::nullopt);
+  const TableSource& source = controller_->source();
+  const int column = table().tableModel().columnOf(taken.identifier);
+  for (int row = 0; row < source.rowCount(); ++row) {
+    if (source.identity(row) != taken.identity) continue;
+    controller_->setObjectValue(taken.value, taken.identifier, row);
+    table().scrollTo(table().currentIndex());
+    // A refused name leaves the rows as they were; a stored one may have moved its row.
+    return row >= source.rowCount() || source.identity(row) != taken.identity ||
+           source.text(row, column) == taken.value;
+  }
+  return true;
+}
+
+bool ListWindow::takeEdit() {
+  const QScopedValueRollback leaving(leaving_, true);
+  table().commitEditing();
+  return storeTaken();
 }
 
 void ListWindow::editColumn(int column, int row) {
@@ -176,7 +244,7 @@ bool ListWindow::keyInTable(int key) {
 bool ListWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
-    if (watched == &table() && keyInTable(key)) return true;
+    if (watched == &table() && (!storeTaken() || keyInTable(key))) return true;
     if (watched == ui_->searchString && key == Qt::Key_Down) {
       table().setFocus();
       if (table().selectedRow() < 0) table().selectRow(0);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <functional>
 #include <memory>
 
 #include "ui_core/ListController.h"
@@ -32,6 +33,7 @@ struct ListWords {
   QString addAccessible;
   QString empty;        ///< what an empty list says when names can be typed
   QString emptyLinked;  ///< and when they come from Vantor
+  QString place;        ///< the preference in which the window's place is kept
 };
 
 /// A window with a searchable list, kept by keyboard or mouse. It belongs to itself from its making to its
@@ -45,10 +47,10 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
   void bringToFront() override;
   [[nodiscard]] bool isVisible() const override { return QMainWindow::isVisible(); }
 
-  void deleteRow() override { controller_->deleteRow(); }
+  void deleteRow() override;
   [[nodiscard]] bool isDeleteOK() const override { return controller_->isDeleteOK(); }
-  void markAllShown() override { controller_->markAllShown(); }
-  void markNoneShown() override { controller_->markNoneShown(); }
+  void markAllShown() override;
+  void markNoneShown() override;
   [[nodiscard]] bool validateMenuItem(ListCommand item) const override {
     return controller_->validateMenuItem(item);
   }
@@ -64,22 +66,36 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
 
   virtual void addNew() = 0;
 
+  void setUpAdding(QPushButton& button, const QString& text, const QString& accessibleName,
+                   const std::function<void()>& act);
+
   [[nodiscard]] Session& session() const { return session_; }
   [[nodiscard]] RowTableView& table() const;
   [[nodiscard]] QPushButton& addJobButton() const;
   /// Opens the editor of the row's name.
   void editName(int row);
+  /// Ends the editing of a name and stores it. False when the name was refused: then nothing else is done.
+  [[nodiscard]] bool takeEdit();
   void updateButtons();
 
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  /// A name that was typed and is yet to be stored. Its row may have moved by then.
+  struct Taken {
+    QString value;
+    QString identifier;
+    quint64 identity;
+  };
+
   void connectTable();
   void connectButtons();
   void search(const QString& text);
   void showCounts();
-  void storeText(const QString& value, const QString& identifier, int row);
+  void add();
+  void takeText(const QString& value, const QString& identifier, int row);
+  [[nodiscard]] bool storeTaken();
   bool keyInTable(int key);
 
   Session& session_;
@@ -87,6 +103,8 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
   ListWords words_;
   std::unique_ptr<Ui::ListWindow> ui_;
   std::unique_ptr<ListController> controller_;
+  std::optional<Taken> taken_;
+  bool leaving_ = false;
 };
 
 }  // namespace pendra

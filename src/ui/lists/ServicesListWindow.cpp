@@ -2,6 +2,7 @@
 
 #include <QPushButton>
 
+#include "platform/Preferences.h"
 #include "ui/ListWindows.h"
 #include "ui/RowTableView.h"
 
@@ -14,7 +15,8 @@ ServicesListWindow::ServicesListWindow(const WindowParts& parts)
                   .add = tr("Add &Service Item"),
                   .addAccessible = tr("Add service item"),
                   .empty = tr("No service items yet. Add the kinds of work that you bill."),
-                  .emptyLinked = tr("No service items yet. “Update Lists from Vantor” brings them.")}) {
+                  .emptyLinked = tr("No service items yet. “Update Lists from Vantor” brings them."),
+                  .place = preferences::kServicesListPlace}) {
   auto controller = std::make_unique<ServicesListController>(session(), table(), *this);
   services_ = controller.get();
   addJobButton().hide();

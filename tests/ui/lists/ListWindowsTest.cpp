@@ -86,6 +86,53 @@ TEST_F(ListWindows, AreKeptByKeyboardAlone) {
   EXPECT_EQ(session.myContext()->all<Job>()[3]->name(), "Start");
 }
 
+TEST_F(ListWindows, TakeEveryNameHoweverFastTheKeysCome) {
+  open();
+  const auto key = [](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+  };
+  key(Qt::Key_C, Qt::AltModifier);
+  type(QStringLiteral("Moon"));
+  key(Qt::Key_Return);
+  key(Qt::Key_C, Qt::AltModifier);
+  type(QStringLiteral("Aster"));
+  key(Qt::Key_C, Qt::AltModifier);  // with the editor still open
+  type(QStringLiteral("Nova"));
+  key(Qt::Key_Return);
+  key(Qt::Key_J, Qt::AltModifier);
+  type(QStringLiteral("Landing"));
+  editor()->close();
+  QStringList names;
+  for (const Customer* customer : session.myContext()->all<Customer>()) names << *customer->name();
+  EXPECT_EQ(names, QStringList({"Acme", "Best", "Zed", "Moon", "Aster", "Nova"}));
+  EXPECT_EQ(session.myContext()->all<Job>().back()->name(), "Landing");
+  EXPECT_EQ(session.myContext()->all<Job>().back()->customer()->name(), "Nova");
+}
+
+TEST_F(ListWindows, ANameThatIsRefusedHoldsUpWhatWasToFollow) {
+  open();
+  table()->selectRow(1);
+  table()->setFocus();
+  press(Qt::Key_F2);
+  type(QStringLiteral("Zed"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::AltModifier);
+  press(Qt::Key_Shift);
+  EXPECT_EQ(alerts.messages(), QStringList("Zed already exists!"));
+  EXPECT_EQ(session.myContext()->all<Customer>().size(), 3U) << "none was added";
+}
+
+TEST_F(ListWindows, GoOnAtTheNextRowAfterADeletion) {
+  open();
+  table()->selectRow(0);
+  table()->setFocus();
+  alerts.willAnswer({"Delete", "Delete"});
+  press(Qt::Key_Delete);
+  EXPECT_EQ(cell(table()->selectedRow(), 0), "Best");
+  table()->selectRow(3);
+  press(Qt::Key_Delete);
+  EXPECT_EQ(table()->selectedRow(), 2) << "the last one";
+}
+
 TEST_F(ListWindows, AskOnceAboutATakenNameAndNothingWhenTheEditorIsLeft) {
   open();
   table()->selectRow(0);

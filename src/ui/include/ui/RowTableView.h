@@ -21,6 +21,8 @@ class RowTableView : public QTableView, public TablePort {
   explicit RowTableView(QWidget* parent = nullptr);
   /// Shows the source, which must outlive the view.
   void setSource(TableSource& source);
+  /// Shows nothing from now on; for a source that goes before the view.
+  void dropSource();
   [[nodiscard]] TableModel& tableModel() const { return *model_; }
 
   void reloadData() override;
@@ -39,6 +41,8 @@ class RowTableView : public QTableView, public TablePort {
 
   /// Opens the cell's editor.
   void editCell(const QString& identifier, int row);
+  /// Takes over what is being typed into a cell, and closes its editor.
+  void commitEditing();
   /// What a press on the cell does; the way in for the keyboard and for assistive technology.
   void pressCell(const QModelIndex& index);
   /// What stands in the middle while there are no rows; an empty title leaves the button out.
@@ -57,6 +61,7 @@ class RowTableView : public QTableView, public TablePort {
   void emptyButtonClicked();
 
  protected:
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   bool viewportEvent(QEvent* event) override;
   void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                    const QList<int>& roles) override;

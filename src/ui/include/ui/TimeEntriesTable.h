@@ -12,8 +12,6 @@ class TimeEntriesTable final : public RowTableView {
   explicit TimeEntriesTable(QWidget* parent = nullptr);
   /// The controller must outlive the table.
   void setController(NewActivityController& controller);
-  /// Takes over what is being typed into a cell.
-  void commitEditing();
   [[nodiscard]] QSize sizeHint() const override;
 
  protected:
