@@ -5,6 +5,7 @@
 #include "document/DocumentLoading.h"
 #include "document/Saving.h"
 #include "support/FileSizeLimit.h"
+#include "support/OrdinaryUser.h"
 #include "support/Rows.h"
 #include "support/TestSession.h"
 
@@ -128,16 +129,33 @@ TEST_F(Backup, OnADiskThatFillsUpAtAnyWriteLeavesNoHalf) {
   EXPECT_EQ(customersIn(path("Noon.pdrbackup")), 1U);
 }
 
-TEST_F(Backup, OfWhatCannotBeSavedKeepsItOpen) {
+struct Replacement {
+  const char* name;
+  bool (*put)(const QString& path);
+  const char* reason;
+};
+
+class BackupOfAReplacedFile : public Backup, public testing::WithParamInterface<Replacement> {};
+
+TEST_P(BackupOfAReplacedFile, KeepsOpenWhatCannotBeSaved) {
   QFile::remove(path("Work.pdr"));
-  ASSERT_TRUE(writeFile(path("Work.pdr"), "somebody else's"));
+  ASSERT_TRUE(GetParam().put(path("Work.pdr")));
   addCustomer(QStringLiteral("Only in memory"));
   backUpTo("Noon.pdrbackup");
-  EXPECT_THAT(noticeText(), HasSubstr("another file has taken its place"));
+  EXPECT_THAT(noticeText(), HasSubstr(GetParam().reason));
   EXPECT_EQ(session.myContext()->all<Customer>().size(), 2U);
-  EXPECT_THAT(files(), ElementsAre("Work.pdr"));
-  EXPECT_EQ(contentsOf(path("Work.pdr")), "somebody else's");
+  EXPECT_FALSE(files().contains(QStringLiteral("Noon.pdrbackup")));
+  EXPECT_THAT(contentsOf(path("Work.pdr")), testing::AnyOf("", "somebody else's"));
+  EXPECT_THAT(windows.loaded(), IsEmpty()) << "the window stays open";
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    By, BackupOfAReplacedFile,
+    testing::Values(Replacement{"File", [](const QString& at) { return writeFile(at, "somebody else's"); },
+                                "another file has taken its place"},
+                    Replacement{"Folder", [](const QString& at) { return QDir().mkpath(at); },
+                                "another file has taken its place"}),
+    RowName());
 
 TEST_F(Backup, OfADocumentWhoseFileVanishedHoldsEverything) {
   QFile::remove(path("Work.pdr"));
@@ -147,10 +165,33 @@ TEST_F(Backup, OfADocumentWhoseFileVanishedHoldsEverything) {
   EXPECT_EQ(session.myContext()->all<Customer>().size(), 2U);
 }
 
-TEST_F(Backup, IntoAFolderThatIsNotThereSaysWhere) {
-  backUpTo("No/Such/Noon.pdrbackup");
-  EXPECT_THAT(noticeText(), HasSubstr("No/Such/Noon.pdrbackup”: No such file or directory"));
+struct Place {
+  const char* name;
+  const char* target;
+  const char* notice;
+};
+
+class BackupTo : public Backup, public testing::WithParamInterface<Place> {};
+
+TEST_P(BackupTo, APlaceThatTakesNoneSaysWhereAndWhy) {
+  QDir().mkpath(path("folder.pdrbackup"));
+  QDir().mkpath(path("locked"));
+  QFile::setPermissions(path("locked"), QFile::ReadOwner | QFile::ExeOwner);
+  const OrdinaryUser user;
+  backUpTo(GetParam().target);
+  EXPECT_THAT(noticeText(), HasSubstr(GetParam().notice));
+  EXPECT_THAT(files(), ElementsAre("Work.pdr"));
+  EXPECT_EQ(session.myContext()->all<Customer>().size(), 1U) << "the document is open again";
 }
+
+INSTANTIATE_TEST_SUITE_P(Targets, BackupTo,
+                         testing::Values(Place{"NoSuchFolder", "No/Such/Noon.pdrbackup",
+                                               "No/Such/Noon.pdrbackup”: No such file or directory"},
+                                         Place{"ReadOnlyFolder", "locked/Noon.pdrbackup",
+                                               "locked/Noon.pdrbackup”: Permission denied"},
+                                         Place{"FolderOfThatName", "folder.pdrbackup",
+                                               "folder.pdrbackup” exists already and was left alone"}),
+                         RowName());
 
 // ---- restoring
 
@@ -226,6 +267,11 @@ TEST_P(FailedRestore, SaysWhyAndOpensNothing) {
   QDir().mkpath(path("x.pdrbackup"));
   QFile::copy(backup(), path("x.pdrbackup/inside.pdrbackup"));
   ASSERT_TRUE(writeFile(path("letter.pdrbackup"), "Dear all") && writeFile(path("old.pdr"), "precious"));
+  QFile::copy(backup(), path("secret.pdrbackup"));
+  QFile::setPermissions(path("secret.pdrbackup"), QFile::WriteOwner);
+  QDir().mkpath(path("locked"));
+  QFile::setPermissions(path("locked"), QFile::ReadOwner | QFile::ExeOwner);
+  const OrdinaryUser user;
   alerts.forget();
   panels.willChoose(path(GetParam().target));
   EXPECT_EQ(copyBackup(session, path(GetParam().backup)), std::nullopt);
@@ -241,6 +287,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Failure{"FolderWithTheSuffix", "x.pdrbackup/inside.pdrbackup", "old.pdr", "No such file"},
                     Failure{"NotADocument", "letter.pdrbackup", "old.pdr", "not a document of Pendra"},
                     Failure{"FolderInItsPlace", "Work 01-02-2026.pdrbackup", "folder.pdr", "Is a directory"},
+                    Failure{"UnreadableBackup", "secret.pdrbackup", "old.pdr", "Permission denied"},
+                    Failure{"ReadOnlyFolder", "Work 01-02-2026.pdrbackup", "locked/new.pdr",
+                            "Permission denied"},
                     Failure{"NoSuchFolder", "Work 01-02-2026.pdrbackup", "no/new.pdr", "No such file"}),
     RowName());
 
