@@ -175,9 +175,9 @@ QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& 
   editor->setFont(option.font);
   if (auto* line = qobject_cast<QLineEdit*>(editor)) {
     line->setFrame(true);
-    // The words stay where they stood; a field adds two points of its own.
+    // The words stay where they stood; a field with a frame adds seven points of its own.
     const QRect content = contentRect(option.rect, index.column(), index.model()->columnCount());
-    line->setTextMargins(content.left() - option.rect.left() - 2, 0, 0, 0);
+    line->setTextMargins(content.left() - option.rect.left() - 7, 0, 0, 0);
   }
   editor->setAccessibleName(
       index.model()->headerData(index.column(), Qt::Horizontal, Qt::AccessibleTextRole).toString());

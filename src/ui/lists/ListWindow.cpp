@@ -242,8 +242,15 @@ bool ListWindow::keyInTable(int key) {
 }
 
 bool ListWindow::eventFilter(QObject* watched, QEvent* event) {
+  const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+  const int key = isKey ? static_cast<QKeyEvent*>(event)->key() : 0;
+  if (event->type() == QEvent::ShortcutOverride && watched == &table() && key == Qt::Key_Delete) {
+    // In this table the key means this list, while the menu's command means the customers' when both are
+    // open.
+    event->accept();
+    return true;
+  }
   if (event->type() == QEvent::KeyPress) {
-    const int key = static_cast<QKeyEvent*>(event)->key();
     if (watched == &table() && (!storeTaken() || keyInTable(key))) return true;
     if (watched == ui_->searchString && key == Qt::Key_Down) {
       table().setFocus();
