@@ -90,6 +90,7 @@ void RowTableView::setSource(TableSource& source) {
 }
 
 void RowTableView::dropSource() {
+  if (QWidget* editor = indexWidget(currentIndex())) closeEditor(editor, QAbstractItemDelegate::NoHint);
   model_ = nullptr;
   setModel(nullptr);
 }
