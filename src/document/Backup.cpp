@@ -104,11 +104,10 @@ std::optional<QString> copyBackup(Session& session, const QString& path) {
   const QString base = QString(path).remove(kBackupSuffix);
   const QString suggestion = firstFreePath(base, QStringLiteral("pdr"));
   const QString source = base + kBackupSuffix;
-  const auto target =
-      session.ports().panels.runSavePanel({.title = QStringLiteral("Save the restored backup"),
-                                           .proposedName = QFileInfo(suggestion).fileName(),
-                                           .folder = {},
-                                           .requiredType = QStringLiteral("pdr")});
+  auto target = session.ports().panels.runSavePanel({.title = QStringLiteral("Save the restored backup"),
+                                                     .proposedName = QFileInfo(suggestion).fileName(),
+                                                     .folder = {},
+                                                     .requiredType = QStringLiteral("pdr")});
   if (!target) return std::nullopt;
   if (const auto copied = copyDocument(session, source, *target, Existing::Replace); !copied) {
     session.notices().post(

@@ -31,7 +31,7 @@ void sayWhetherSaved(Session& session, const SaveState& before, const SaveState&
 
 Result<void> saveContext(Session& session) {
   if (!session.myContext()) return {};
-  const auto saved = session.myContext()->save();
+  auto saved = session.myContext()->save();
   const Instant now = session.ports().clock.now();
   const SaveState before = session.saveState();
   SaveState state = before;
