@@ -1,0 +1,151 @@
+// Taking over Vantor's lists, against decoding them: the same archives are read in both, once to throw the
+// rows away and once to bring a document in line with them.
+
+#include "Desk.h"
+#include "IPC/KeyedArchiver.h"
+#include "IPC/KeyedUnarchiver.h"
+#include "IPC/PDToVTProtocol.h"
+#include "Ratio.h"
+#include "model/Customer.h"
+#include "model/Job.h"
+#include "model/Service.h"
+
+namespace pendra::bench {
+namespace {
+
+using Rows = std::vector<NameAndRecNumber>;
+
+/// The three lists of a company, as the archives that travel.
+class Company {
+ public:
+  Company(int customers, int jobs, int services)
+      : customers_(archiveOf("Customer", 'c', customers, 0)),
+        jobs_(archiveOf("Job", 'j', jobs, customers)),
+        services_(archiveOf("Service", 's', services, 0)) {}
+
+  [[nodiscard]] Rows customers() const { return decoded(customers_); }
+  [[nodiscard]] Rows jobs() const { return decoded(jobs_); }
+  [[nodiscard]] Rows services() const { return decoded(services_); }
+  void decodeAll() const {
+    if (customers().empty() || jobs().empty() || services().empty()) std::abort();
+  }
+
+ private:
+  static QByteArray archiveOf(const char* name, char kind, int count, int parents) {
+    ArchiveValue::Array rows;
+    for (int i = 0; i < count; ++i) {
+      NameAndRecNumber row{QStringLiteral("%1 %2").arg(QLatin1StringView(name)).arg(i),
+                           QStringLiteral("%1%2").arg(QChar::fromLatin1(kind)).arg(i),
+                           {}};
+      if (parents > 0) row.parentObjectID = QStringLiteral("c%1").arg(i % parents);
+      rows.push_back(archivedRow(row));
+    }
+    return archivedData(rows).value();
+  }
+  static Rows decoded(const QByteArray& archive) {
+    const auto read = unarchivedValue(archive, supportedClassesOfPDToVT());
+    const auto elements = answers::array(read.value().value).value();
+    Rows rows;
+    rows.reserve(static_cast<std::size_t>(elements.size()));
+    for (const ArchiveValue& value : elements) {
+      const auto& fields = answers::record(value).fields;
+      rows.push_back({answers::text(fields[0]), answers::text(fields[1]), answers::text(fields[2])});
+    }
+    return rows;
+  }
+
+  QByteArray customers_;
+  QByteArray jobs_;
+  QByteArray services_;
+};
+
+class Vantor final : public RemoteServer {
+ public:
+  explicit Vantor(const Company& company) : company_(company) {}
+  std::optional<QString> companyFileName() override { return std::nullopt; }
+  QStringList getEmployeeNamesArray() override { return {}; }
+  std::optional<Rows> getServicesArray() override { return company_.services(); }
+  std::optional<Rows> getCustomersArray() override { return company_.customers(); }
+  std::optional<Rows> getJobsArray() override { return company_.jobs(); }
+  bool canTalkToPendra() override { return true; }
+  void submitTime(const QString&) override {}
+
+ private:
+  const Company& company_;
+};
+
+class Synchronising {
+ public:
+  explicit Synchronising(const Company& company)
+      : checks_(desk_.session, [&](const auto&, const auto&) { return std::make_unique<Vantor>(company); }) {}
+
+  void emptyDocument() {
+    desk_.session.setMyContext(
+        std::make_shared<ObjectContext>(desk_.session.managedObjectModel(), desk_.clock, desk_.calendar));
+  }
+  void synchronise() {
+    lists_.updateServicesList();
+    lists_.updateCustomersAndJobs();
+  }
+  [[nodiscard]] ObjectContext& context() { return *desk_.session.myContext(); }
+
+ private:
+  Desk desk_;
+  ConnectionChecks checks_;
+  ListSync lists_{desk_.session, checks_, desk_.progress, desk_.affected};
+};
+
+/// Whether a repeated synchronisation leaves a saved document as it is.
+bool repeatedChangesNothing(const Company& company, const QString& path) {
+  Synchronising one(company);
+  one.emptyDocument();
+  if (!one.context().open(path)) std::abort();
+  one.synchronise();
+  if (!one.context().save()) std::abort();
+  one.synchronise();
+  return !one.context().hasChanges();
+}
+
+double firstMilliseconds(int jobs) {
+  const Company company(1000, jobs, 500);
+  std::vector<double> times;
+  for (int turn = 0; turn < 9; ++turn) {
+    Synchronising one(company);
+    one.emptyDocument();
+    times.push_back(millisecondsOf([&] { one.synchronise(); }));
+  }
+  return median(times);
+}
+
+}  // namespace
+
+void measureLists() {
+  const Company company(5000, 20000, 500);
+  std::vector<double> decoding;
+  std::vector<double> first;
+  std::vector<double> repeated;
+  for (int turn = 0; turn < 9; ++turn) {
+    Synchronising one(company);
+    one.emptyDocument();
+    decoding.push_back(millisecondsOf([&] { company.decodeAll(); }));
+    first.push_back(millisecondsOf([&] { one.synchronise(); }));
+    repeated.push_back(millisecondsOf([&] { one.synchronise(); }));
+  }
+  const double plain = median(decoding);
+  std::printf("5,000 customers, 20,000 jobs, 500 services: decoding %.1f ms\n", plain);
+  std::printf("  first synchronisation      %8.1f ms  ratio %.2f  (aim 3.0)\n", median(first),
+              median(first) / plain);
+  std::printf("  repeated synchronisation   %8.1f ms  ratio %.2f  (aim 3.0)\n", median(repeated),
+              median(repeated) / plain);
+  const QTemporaryDir folder;
+  std::printf("  repeated changes nothing   %s\n",
+              repeatedChangesNothing(company, folder.filePath(QStringLiteral("a.pdr"))) ? "yes" : "NO");
+  // The lists beside the jobs are the same in both; what is compared is what the added jobs cost.
+  const double none = firstMilliseconds(1);
+  const double few = firstMilliseconds(1000) - none;
+  const double many = firstMilliseconds(20000) - none;
+  std::printf("  1,000 to 20,000 jobs       %8.2f us a job, then %.2f us  ratio %.2f  (aim 1.2)\n", few,
+              many / 20, many / 20 / few);
+}
+
+}  // namespace pendra::bench

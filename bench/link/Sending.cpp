@@ -1,0 +1,178 @@
+// Sending 1,000 entries one by one, against the least that it can be: as many calls of the same size, and as
+// many durable commits of one changed row.
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "Desk.h"
+#include "IPC/PDToVTProtocol.h"
+#include "Ratio.h"
+#include "document/DocumentLoading.h"
+#include "link/ChannelServer.h"
+#include "link/Submission.h"
+#include "link/TimeRecord.h"
+#include "model/Queries.h"
+#include "platform/Preferences.h"
+
+namespace pendra::bench {
+namespace {
+
+constexpr int kEntries = 1000;
+constexpr int kTurns = 5;
+
+/// Takes every record and has empty lists to give.
+class Vantor final : public VendedObject {
+ public:
+  const ProtocolMethod* methodSignatureForSelector(QStringView selector) const override {
+    return PDToVTProtocol.methodSignatureForSelector(selector);
+  }
+  ArchiveValue perform(const ProtocolMethod& method, const QList<ArchiveValue>&) override {
+    return method.selector == u"companyFileName" ? ArchiveValue() : ArchiveValue(QStringLiteral("yes"));
+  }
+};
+
+/// Vantor in a process of its own, until the end of the scope.
+class Serving {
+ public:
+  explicit Serving(const QString& path) {
+    std::array<int, 2> ready{};
+    if (::pipe(ready.data()) != 0) std::abort();
+    process_ = ::fork();
+    if (process_ == 0) serve(path, ready[1]);
+    char byte = 0;
+    if (::read(ready[0], &byte, 1) != 1) std::abort();
+  }
+  ~Serving() {
+    ::kill(process_, SIGKILL);
+    ::waitpid(process_, nullptr, 0);
+  }
+  Q_DISABLE_COPY_MOVE(Serving)
+
+ private:
+  [[noreturn]] static void serve(const QString& path, int ready) {
+    Vantor vantor;
+    auto made = IPCMgr::initVendedProxy(vantor, path, PDToVTProtocol, supportedClassesOfPDToVT());
+    if (!made || ::write(ready, "r", 1) != 1) ::_exit(1);
+    for (;;) {
+      pollfd one{.fd = made.value()->runLoopSource(), .events = POLLIN, .revents = 0};
+      ::poll(&one, 1, -1);
+      made.value()->serveInput();
+    }
+  }
+
+  pid_t process_ = -1;
+};
+
+class AllEntries final : public SubmissionRows {
+ public:
+  explicit AllEntries(ObjectContext& context) {
+    for (TimePeriod* period : context.all<TimePeriod>()) {
+      rows_.push_back({period, period->activity(), QStringLiteral("Acme"), {}, QStringLiteral("Design")});
+    }
+  }
+  std::vector<SubmissionRow> consideredRows() const override { return rows_; }
+  std::vector<SubmissionRow> allRows() const override { return rows_; }
+  void clearSelection() override {}
+  void reloadData() override {}
+
+ private:
+  std::vector<SubmissionRow> rows_;
+};
+
+class NoSummary final : public SummarySheet {
+  int runModal(const std::vector<SummaryLine>&) override { return 1; }
+  void close() override {}
+};
+
+void fill(Session& session) {
+  ObjectContext& context = *session.myContext();
+  auto& customer = context.insert<Customer>();
+  customer.setVtObjectID(QStringLiteral("c1"));
+  auto& service = context.insert<Service>();
+  service.setVtObjectID(QStringLiteral("s1"));
+  auto& activity = context.insert<Activity>();
+  activity.setCustomer(&customer);
+  activity.setService(&service);
+  activity.setNotes(QStringLiteral("Measure on site; bring the laser"));
+  for (int i = 0; i < kEntries; ++i) activity.addTimePeriod().setDuration(60.0 * i);
+}
+
+void callBarely(const Places& places, const QString& record) {
+  const QString folder = places.caches + u'/' + identifiers::kPendra;
+  auto made = IPCMgr::initForPath(folder + u"/vtserver.socket", PDToVTProtocol, folder + u"/pdclient.socket",
+                                  supportedClassesOfPDToVT());
+  if (!made) std::abort();
+  for (int i = 0; i < kEntries; ++i) made.value()->forwardInvocation(u"submitTime:", {record});
+  made.value()->invalidate();
+}
+
+/// As many durable commits of one row, in a file with the document's own settings and table.
+class Commits {
+ public:
+  explicit Commits(const QString& path)
+      : database_(path.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE) {
+    database_.exec("PRAGMA journal_mode=DELETE");
+    database_.exec("PRAGMA synchronous=FULL");
+    database_.exec(modelOfDocuments().schema.toStdString());
+    SQLite::Transaction transaction(database_);
+    for (int i = 0; i < kEntries; ++i)
+      database_.exec("INSERT INTO TimePeriod (start, duration) VALUES (1, 2)");
+    transaction.commit();
+  }
+  void commit() {
+    SQLite::Statement update(database_, "UPDATE TimePeriod SET dateSubmitted=dateSubmitted+1 WHERE id=?");
+    for (int i = 1; i <= kEntries; ++i) {
+      SQLite::Transaction transaction(database_, SQLite::TransactionBehavior::IMMEDIATE);
+      update.reset();
+      update.bind(1, i);
+      update.exec();
+      transaction.commit();
+    }
+  }
+
+ private:
+  SQLite::Database database_;
+};
+
+}  // namespace
+
+void measureSending() {
+  Desk desk;
+  QDir().mkpath(desk.places.caches);
+  const Serving serving(desk.places.caches + u'/' + identifiers::kPendra + u"/vtserver.socket");
+  desk.defaults.setBoolean(preferences::kMergeSubmissions, false);
+  loadURL(desk.session, desk.places.documents + u"/bench.pdr");
+  fill(desk.session);
+  ConnectionChecks checks(desk.session, connectOverChannel());
+  ListSync lists(desk.session, checks, desk.progress, desk.affected);
+  ObjectContext& context = *desk.session.myContext();
+  AllEntries rows(context);
+  NoSummary summary;
+  Submission submission({desk.session, checks, lists, desk.progress, desk.affected, rows, summary});
+  const TimePeriod& sample = *context.all<TimePeriod>()[kEntries / 2];
+  const QString record = kTimeRecordDeclaration + createActivityXML(*sample.activity(), sample, nullptr);
+  Commits commits(desk.places.documents + u"/plain.sqlite");
+
+  std::vector<double> sending;
+  std::vector<double> calling;
+  std::vector<double> committing;
+  for (int turn = 0; turn < kTurns; ++turn) {
+    for (TimePeriod* period : context.all<TimePeriod>()) period->setDateSubmitted(kReferenceInstant);
+    if (!context.save()) std::abort();
+    calling.push_back(millisecondsOf([&] { callBarely(desk.places, record); }));
+    committing.push_back(millisecondsOf([&] { commits.commit(); }));
+    sending.push_back(millisecondsOf([&] {
+      if (!submission.sendPeriodsToVT()) std::abort();
+    }));
+  }
+  const double plain = median(calling) + median(committing);
+  std::printf(
+      "sending 1,000 records        %8.1f ms  calls %.1f ms + commits %.1f ms  ratio %.2f  (aim 1.5)\n",
+      median(sending), median(calling), median(committing), median(sending) / plain);
+}
+
+}  // namespace pendra::bench
