@@ -8,9 +8,9 @@ namespace pendra {
 
 QWidget* frontWindow() {
   if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-  // Just after an alert has closed no window is active; the one before it is meant.
+  // Just after an alert has closed no window is active, or it still is; the one before it is meant.
   static QPointer<QWidget> last;
-  if (QWidget* active = QApplication::activeWindow()) return last = active;
+  if (QWidget* active = QApplication::activeWindow(); active && active->isVisible()) return last = active;
   if (last && last->isVisible()) return last;
   for (QWidget* window : QApplication::topLevelWidgets()) {
     const Qt::WindowType type = window->windowType();

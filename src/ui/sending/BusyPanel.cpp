@@ -44,9 +44,10 @@ void BusyPanel::showProgress(int position, int total) {
   panel_->setAccessibleDescription(words_->text());
   bar_->setRange(0, total);
   bar_->setValue(position);
-  place();
+  panel_->repaint();  // only the panel: a thousand records must not paint a thousand windows
 }
 
+/// Stands in the middle of its window, and is drawn at once.
 void BusyPanel::place() {
   panel_->adjustSize();
   const QRect window = panel_->parentWidget()->rect();
