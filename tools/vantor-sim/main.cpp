@@ -4,6 +4,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDir>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <cstdio>
@@ -112,6 +113,7 @@ int main(int argc, char** argv) {
   if (!records) return giveUp(records.error().text);
 
   VantorServer server(std::move(company).value(), std::move(records).value(), *options.fault);
+  QDir().mkpath(options.cache);  // on a first start nobody else has made it
   const QString folder = options.cache + u'/' + identifiers::kPendra;
   const auto channel = IPCMgr::initVendedProxy(server, folder + u"/vtserver.socket", PDToVTProtocol,
                                                supportedClassesOfPDToVT());
