@@ -60,7 +60,6 @@ struct Desk {
   NotificationCenter notifications;
   NoWindows windows;
   NoProgress progress;
-  AffectedActivities affected;
   Session session{
       {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows, windows},
       modelOfDocuments()};

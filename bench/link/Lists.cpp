@@ -92,7 +92,7 @@ class Synchronising {
  private:
   Desk desk_;
   ConnectionChecks checks_;
-  ListSync lists_{desk_.session, checks_, desk_.progress, desk_.affected};
+  ListSync lists_{desk_.session, checks_, desk_.progress};
 };
 
 /// Whether a repeated synchronisation leaves a saved document as it is.

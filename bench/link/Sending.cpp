@@ -148,11 +148,11 @@ void measureSending() {
   loadURL(desk.session, desk.places.documents + u"/bench.pdr");
   fill(desk.session);
   ConnectionChecks checks(desk.session, connectOverChannel());
-  ListSync lists(desk.session, checks, desk.progress, desk.affected);
+  ListSync lists(desk.session, checks, desk.progress);
   ObjectContext& context = *desk.session.myContext();
   AllEntries rows(context);
   NoSummary summary;
-  Submission submission({desk.session, checks, lists, desk.progress, desk.affected, rows, summary});
+  Submission submission({desk.session, checks, lists, desk.progress, rows, summary});
   const TimePeriod& sample = *context.all<TimePeriod>()[kEntries / 2];
   const QString record = kTimeRecordDeclaration + createActivityXML(*sample.activity(), sample, nullptr);
   Commits commits(desk.places.documents + u"/plain.sqlite");

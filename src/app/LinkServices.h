@@ -1,6 +1,5 @@
 #pragma once
 
-#include "link/AffectedActivities.h"
 #include "link/ChannelServer.h"
 #include "link/ConnectionChecks.h"
 #include "link/ListSync.h"
@@ -20,9 +19,8 @@ struct LinkServices {
 
   Session& session;
   ConnectionChecks checks{session, connectOverChannel()};
-  AffectedActivities affected;
   BusyPanel progress;
-  ListSync lists{session, checks, progress, affected};
+  ListSync lists{session, checks, progress};
 
  private:
   template <class Send>

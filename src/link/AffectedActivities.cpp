@@ -11,11 +11,6 @@ namespace {
 const QString kNoticeKey = QStringLiteral("affected activities");
 constexpr qsizetype kNamedAtMost = 3;
 
-QString fileOf(const Session& session) {
-  const CorvelFileDoc* document = session.theFileDoc();
-  return document ? document->fileURL().value_or(QString()) : QString();
-}
-
 bool needsNothing(const Activity& activity) {
   const auto periods = activity.timePeriod();
   return activity.completed().value_or(false) &&
@@ -23,53 +18,65 @@ bool needsNothing(const Activity& activity) {
                      [](const TimePeriod* one) { return one->wasSubmitted(); });
 }
 
+Activity::Loss namesOf(const Activity& activity) {
+  return {.customer = activity.customer() != nullptr,
+          .job = activity.job() != nullptr,
+          .service = activity.service() != nullptr};
+}
+
+/// "customer, job and service".
+QString listed(const Activity::Loss& loss) {
+  QStringList names;
+  if (loss.customer) names << QStringLiteral("customer");
+  if (loss.job) names << QStringLiteral("job");
+  if (loss.service) names << QStringLiteral("service");
+  const QString last = names.takeLast();
+  return names.isEmpty() ? last : formatted(u"%@ and %@", {names.join(u", "), last});
+}
+
 }  // namespace
 
-bool AffectedActivities::contains(const Activity& activity) const {
-  const auto found = losses_.constFind(activity.objectID());
-  if (found == losses_.constEnd()) return false;
-  return (found->customer && !activity.customer()) || (found->job && !activity.job()) ||
-         (found->service && !activity.service());
+QString lossText(const Activity& activity) {
+  const Activity::Loss loss = activity.loss();
+  if (!loss.any()) return {};
+  const bool several = loss.customer + loss.job + loss.service > 1;
+  return formatted(several ? u"Its %@ are no longer in Vantor and were cleared. "
+                             "Edit the activity before you send its time."
+                           : u"Its %@ is no longer in Vantor and was cleared. "
+                             "Edit the activity before you send its time.",
+                   {listed(loss)});
 }
 
-void AffectedActivities::forget(const Activity& activity) {
-  const Notifier::Change change(changes_);
-  losses_.remove(activity.objectID());
-}
-
-void AffectedActivities::add(const Session& session, qint64 activity, Loss loss) {
-  if (const QString file = fileOf(session); file != document_) {
-    document_ = file;
-    losses_.clear();
+void forgetLoss(Session& session, Activity& activity) {
+  activity.forgetLoss();
+  const auto activities = activity.context()->all<Activity>();
+  if (std::none_of(activities.begin(), activities.end(),
+                   [](const Activity* one) { return one->loss().any() && !needsNothing(*one); })) {
+    session.notices().withdraw(kNoticeKey);
   }
-  Loss& known = losses_[activity];
-  known = {known.customer || loss.customer, known.job || loss.job, known.service || loss.service};
 }
 
-LossWatch::LossWatch(Session& session, AffectedActivities& affected)
-    : session_(session), affected_(affected) {
+LossWatch::LossWatch(Session& session) : session_(session) {
   if (!session_.myContext()) return;
   for (Activity* activity : session_.myContext()->all<Activity>()) {
-    before_.push_back({activity, activity->customer() != nullptr, activity->job() != nullptr,
-                       activity->service() != nullptr, activityTitle(*activity)});
+    before_.push_back({activity, namesOf(*activity), activityTitle(*activity)});
   }
 }
 
 LossWatch::~LossWatch() {
   QStringList titles;
   for (const Before& before : before_) {
-    const Activity* activity = before.activity.get();
+    Activity* activity = before.activity.get();
     if (!activity || needsNothing(*activity)) continue;
-    const AffectedActivities::Loss loss{.customer = before.hadCustomer && !activity->customer(),
-                                        .job = before.hadJob && !activity->job(),
-                                        .service = before.hadService && !activity->service()};
-    if (!loss.any()) continue;
-    affected_.add(session_, activity->objectID(), loss);
+    const Activity::Loss has = namesOf(*activity);
+    const Activity::Loss lost{.customer = before.had.customer && !has.customer,
+                              .job = before.had.job && !has.job,
+                              .service = before.had.service && !has.service};
+    if (!lost.any()) continue;
+    activity->addLoss(lost);
     titles.push_back(before.title);
   }
-  if (titles.isEmpty()) return;
-  affected_.changes().changed();
-  tell(titles);
+  if (!titles.isEmpty()) tell(titles);
 }
 
 void LossWatch::tell(const QStringList& titles) const {

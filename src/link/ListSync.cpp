@@ -1,5 +1,6 @@
 #include "link/ListSync.h"
 
+#include "RefreshedWindow.h"
 #include "document/DocumentLoading.h"
 #include "document/RunningTimers.h"
 #include "document/Saving.h"
@@ -26,9 +27,10 @@ void ListSync::updateLists() {
 }
 
 void ListSync::fetchLists() {
+  const RefreshedWindow refreshed(session_);
   const Spinning spinning(progress_);
   const ConnectionChecks::Closing closing(checks_);
-  const LossWatch watch(session_, affected_);
+  const LossWatch watch(session_);
   updateServicesList();
   updateCustomersAndJobs();
 }

@@ -1,5 +1,6 @@
 #include "link/Submission.h"
 
+#include "RefreshedWindow.h"
 #include "document/RunningTimers.h"
 #include "document/Saving.h"
 #include "link/UnknownFates.h"
@@ -7,26 +8,6 @@
 #include "platform/Preferences.h"
 
 namespace pendra {
-
-namespace {
-
-/// Shows the timer window anew when the lists have been fetched, also when fetching them failed.
-class RefreshedWindow {
- public:
-  explicit RefreshedWindow(Session& session) : session_(session) {}
-  ~RefreshedWindow() {
-    if (!session_.window) return;
-    session_.window->reloadData();
-    session_.window->updateMainButton();
-  }
-  RefreshedWindow(const RefreshedWindow&) = delete;
-  RefreshedWindow& operator=(const RefreshedWindow&) = delete;
-
- private:
-  Session& session_;
-};
-
-}  // namespace
 
 void Submission::submitAllTime() {
   if (!parts_.session.myContext()) return;
@@ -47,7 +28,7 @@ void Submission::submitSelectedPeriods() {
 
 void Submission::refreshLists() {
   const RefreshedWindow refreshed(parts_.session);
-  const LossWatch watch(parts_.session, parts_.affected);
+  const LossWatch watch(parts_.session);
   const Spinning spinning(parts_.progress);
   parts_.lists.updateCustomersAndJobs();
   parts_.lists.updateServicesList();

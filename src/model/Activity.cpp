@@ -20,6 +20,9 @@ const EntityDescriptor& Activity::descriptor() {
       boolean<&Activity::billable_>("billable"),
       boolean<&Activity::shouldAutoStartTimer_>("shouldAutoStartTimer"),
       boolean<&Activity::completed_>("completed"),
+      boolean<&Activity::lostCustomer_>("lostCustomer"),
+      boolean<&Activity::lostJob_>("lostJob"),
+      boolean<&Activity::lostService_>("lostService"),
       text<&Activity::submitError_>("submitError"),
       toMany<&Activity::timePeriod_, TimePeriod>("timePeriod", "activity", DeleteRule::Cascade),
   };
@@ -35,6 +38,24 @@ Service* Activity::service() const { return service_.get(); }
 void Activity::setService(Service* service) { relate(service_, service); }
 CorvelDoc* Activity::document() const { return document_.get(); }
 void Activity::setDocument(CorvelDoc* document) { relate(document_, document); }
+
+Activity::Loss Activity::loss() const {
+  return {.customer = lostCustomer_ == true && !customer(),
+          .job = lostJob_ == true && !job(),
+          .service = lostService_ == true && !service()};
+}
+
+void Activity::addLoss(const Loss& loss) {
+  if (loss.customer) assign(lostCustomer_, std::optional(true));
+  if (loss.job) assign(lostJob_, std::optional(true));
+  if (loss.service) assign(lostService_, std::optional(true));
+}
+
+void Activity::forgetLoss() {
+  assign(lostCustomer_, std::optional<bool>());
+  assign(lostJob_, std::optional<bool>());
+  assign(lostService_, std::optional<bool>());
+}
 
 TimePeriod* Activity::runningTimePeriod() const { return runningTimePeriod_.get(); }
 

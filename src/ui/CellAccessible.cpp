@@ -14,7 +14,10 @@ QWindow* CellAccessible::window() const { return isValid() ? view_->window()->wi
 QAccessibleInterface* CellAccessible::parent() const { return QAccessible::queryAccessibleInterface(view_); }
 
 QString CellAccessible::text(QAccessible::Text what) const {
-  if (what != QAccessible::Name || !isValid() || column_ < 0) return {};
+  if (!isValid() || column_ < 0) return {};
+  if (what == QAccessible::Description && isCell())
+    return index().data(Qt::AccessibleDescriptionRole).toString();
+  if (what != QAccessible::Name) return {};
   return isHead() ? view_->model()->headerData(column_, Qt::Horizontal, Qt::AccessibleTextRole).toString()
                   : index().data(Qt::AccessibleTextRole).toString();
 }

@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kSign = 18;
 constexpr int kBox = 16;
+constexpr int kWarning = 15;
 
 /// What the cells of one row have in common.
 struct RowLook {
@@ -46,6 +47,14 @@ void drawWords(QPainter& painter, const QRect& content, const QModelIndex& index
       painter.fontMetrics().elidedText(index.data().toString().simplified(), Qt::ElideRight, content.width());
   painter.setPen(ink);
   painter.drawText(content, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine, text);
+}
+
+/// The sign of a marked cell at its left; the words give way to it.
+QRect drawWarning(QPainter& painter, const QRect& content, const RowLook& look) {
+  QRectF sign(content.left(), 0, kWarning, kWarning);
+  sign.moveCenter(QPointF(sign.center().x(), QRectF(content).center().y()));
+  drawSymbol(painter, sign, Symbol::Warning, look.ink(look.colours.notice));
+  return content.adjusted(kWarning + metrics::kGrid, 0, 0, 0);
 }
 
 void drawTime(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
@@ -144,7 +153,9 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->setClipRect(option.rect);
   drawBackground(*painter, option.rect, look);
   painter->setFont(option.font);
-  const QRect content = contentRect(option.rect, index.column(), index.model()->columnCount());
+  QRect content = contentRect(option.rect, index.column(), index.model()->columnCount());
+  if (!index.data(TableModel::kWarningRole).toString().isEmpty())
+    content = drawWarning(*painter, content, look);
   drawContent(*painter, content, index, look, hovered_ == index);
   if (option.state & QStyle::State_HasFocus && actsOnPress(kindOf(index))) {
     painter->setRenderHint(QPainter::Antialiasing);

@@ -364,15 +364,17 @@ bool RowTableView::viewportEvent(QEvent* event) {
   if (event->type() == QEvent::ToolTip) {
     const auto* help = static_cast<QHelpEvent*>(event);
     const QModelIndex index = indexAt(help->pos());
-    QToolTip::showText(help->globalPos(), textThatIsCut(index), this);
+    QToolTip::showText(help->globalPos(), toolTipFor(index), this);
     return true;
   }
   return QTableView::viewportEvent(event);
 }
 
-/// A cell's words when they do not fit, for a tool tip; empty when they do.
-QString RowTableView::textThatIsCut(const QModelIndex& index) const {
+/// Why a cell is marked, or its words when they do not fit; empty when there is nothing to say.
+QString RowTableView::toolTipFor(const QModelIndex& index) const {
   if (!index.isValid()) return {};
+  const QString warning = index.data(TableModel::kWarningRole).toString();
+  if (!warning.isEmpty()) return QStringLiteral("<span>%1</span>").arg(warning.toHtmlEscaped());
   const QString text = index.data().toString();
   const QRect content = RowDelegate::contentRect(visualRect(index), index.column(), model_->columnCount());
   if (fontMetrics().horizontalAdvance(text.simplified()) <= content.width()) return {};

@@ -22,6 +22,8 @@ QString fileOf(Symbol symbol) {
       return QStringLiteral(":/images/CheckBox_SmallControl_Unselected.svg");
     case Symbol::Notes:
       return QStringLiteral(":/images/Notesbox.svg");
+    case Symbol::Warning:
+      return QStringLiteral(":/images/warning.svg");
   }
   return {};
 }

@@ -67,6 +67,9 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
       return source_.isChecked(index.row(), index.column()) ? Qt::Checked : Qt::Unchecked;
     case Qt::AccessibleTextRole:
       return accessibleText(index);
+    case kWarningRole:
+    case Qt::AccessibleDescriptionRole:
+      return source_.warning(index.row(), index.column());
     case kKindRole:
       return static_cast<int>(head.kind);
     case kRunningRole:

@@ -148,23 +148,24 @@ TEST_F(ListSyncTest, WhatGoesClearsItsActivitiesAndKeepsTheirTime) {
   vantor.customers = Rows{item("Zed", "c2")};
   vantor.jobs = Rows{jobItem("Barn", "j2", "c2")};
   {
-    const LossWatch watch(desk.session, affected);
+    const LossWatch watch(desk.session);
     synchronise();
   }
   EXPECT_EQ(acme.customer(), nullptr);
   EXPECT_EQ(acme.job(), nullptr);
   EXPECT_EQ(acme.timePeriod().size(), 1u);
-  EXPECT_TRUE(affected.contains(acme));
-  EXPECT_FALSE(affected.contains(zed));
-  EXPECT_FALSE(affected.contains(done)) << "nothing of it is left to send";
+  EXPECT_TRUE(lossText(acme).startsWith("Its customer and job are no longer in Vantor"));
+  EXPECT_EQ(lossText(zed), "");
+  EXPECT_EQ(lossText(done), "") << "nothing of it is left to send";
   ASSERT_EQ(desk.session.notices().standing().size(), 1u);
   EXPECT_TRUE(
       desk.session.notices().standing()[0].text.startsWith("“Acme - Roof - Design”: a customer, job"));
 
   acme.setCustomer(zed.customer());
-  EXPECT_TRUE(affected.contains(acme)) << "the job is still missing";
-  acme.setJob(zed.job());
-  EXPECT_FALSE(affected.contains(acme));
+  EXPECT_TRUE(lossText(acme).startsWith("Its job is no longer in Vantor")) << "the job is still missing";
+  forgetLoss(desk.session, acme);
+  EXPECT_EQ(lossText(acme), "") << "it is meant to have none";
+  EXPECT_TRUE(desk.session.notices().standing().empty());
 }
 
 TEST_F(ListSyncTest, TheCommandRebuildsTheWindowsFromTheFile) {

@@ -104,9 +104,8 @@ class LinkTest : public testing::Test {
   TestSession desk;
   ScriptedVantor vantor;
   NotedProgress progress;
-  AffectedActivities affected;
   ConnectionChecks checks{desk.session, vantor.connector()};
-  ListSync lists{desk.session, checks, progress, affected};
+  ListSync lists{desk.session, checks, progress};
 };
 
 }  // namespace pendra

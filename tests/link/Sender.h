@@ -71,13 +71,12 @@ inline void sendAll(const SendingPlace& place) {
   loadURL(session, place.document());
 
   NoProgress progress;
-  AffectedActivities affected;
   ConnectionChecks checks{session, connectOverChannel({.reply = std::chrono::milliseconds(500)})};
-  ListSync lists{session, checks, progress, affected};
+  ListSync lists{session, checks, progress};
   ListedRows rows;
   ScriptedSummary summary;
   for (TimePeriod* period : session.myContext()->all<TimePeriod>()) rows.add(*period);
-  Submission({session, checks, lists, progress, affected, rows, summary}).submitSelectedPeriods();
+  Submission({session, checks, lists, progress, rows, summary}).submitSelectedPeriods();
 }
 
 }  // namespace pendra

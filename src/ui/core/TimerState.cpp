@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "document/DocumentLoading.h"
+#include "link/AffectedActivities.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/DateTexts.h"
@@ -41,12 +42,15 @@ std::vector<Column<ActivityRow>> activityColumns() {
   const auto startStop = [](const ActivityRow& row) {
     return row.running ? QStringLiteral("Stop") : QStringLiteral("Start");
   };
+  Column<ActivityRow> customer =
+      column(head(QStringLiteral("customer"), QStringLiteral("Customer"), CellKind::Text, 4),
+             &ActivityRow::customer);
+  customer.warning = [](const ActivityRow& row) { return row.warning; };
   return {
       {.head = silent(head(QStringLiteral("startstop"), {}, CellKind::StartStop, 0),
                       QStringLiteral("Start/Stop")),
        .text = startStop},
-      column(head(QStringLiteral("customer"), QStringLiteral("Customer"), CellKind::Text, 4),
-             &ActivityRow::customer),
+      std::move(customer),
       column(head(QStringLiteral("job"), QStringLiteral("Job"), CellKind::Text, 3), &ActivityRow::job),
       column(head(QStringLiteral("service"), QStringLiteral("Service"), CellKind::Text, 4),
              &ActivityRow::service),
@@ -93,7 +97,8 @@ ActivityRow TimerState::rowOf(Activity& activity, const Today& today) const {
           .notes = activity.notes().value_or(QString()),
           .total = times.total,
           .today = times.today,
-          .running = activity.isRunning()};
+          .running = activity.isRunning(),
+          .warning = lossText(activity)};
 }
 
 void TimerState::reloadData() {

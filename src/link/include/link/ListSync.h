@@ -12,15 +12,15 @@
 namespace pendra {
 
 /// Brings the document's customers, jobs and services in line with Vantor's; a list that Vantor does not
-/// give is left alone. Nothing is saved here. What
-/// the channel throws passes through; what was changed until then stays.
+/// give is left alone. Nothing is saved here. What the channel throws passes through; what was changed until
+/// then stays.
 class ListSync {
  public:
   using Rows = std::span<const NameAndRecNumber>;
 
   /// All must outlive it.
-  ListSync(Session& session, ConnectionChecks& checks, ProgressSink& progress, AffectedActivities& affected)
-      : session_(session), checks_(checks), progress_(progress), affected_(affected) {}
+  ListSync(Session& session, ConnectionChecks& checks, ProgressSink& progress)
+      : session_(session), checks_(checks), progress_(progress) {}
 
   /// Fills the lists of a document that was just linked, and shows its timer window.
   void loadVTData();
@@ -51,7 +51,6 @@ class ListSync {
   Session& session_;
   ConnectionChecks& checks_;
   ProgressSink& progress_;
-  AffectedActivities& affected_;
 };
 
 }  // namespace pendra

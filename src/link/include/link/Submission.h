@@ -22,7 +22,6 @@ class Submission {
     ConnectionChecks& checks;
     ListSync& lists;
     ProgressSink& progress;
-    AffectedActivities& affected;
     SubmissionRows& rows;
     SummarySheet& summary;
   };

@@ -39,6 +39,20 @@ class Activity final : public ManagedObject {
   /// A completed activity has left the list; its entries have not.
   [[nodiscard]] std::optional<bool> completed() const { return completed_; }
   void setCompleted(std::optional<bool> completed) { assign(completed_, completed); }
+  /// The names that an activity had until the list of a company no longer held them.
+  struct Loss {
+    bool customer = false;
+    bool job = false;
+    bool service = false;
+    [[nodiscard]] bool any() const { return customer || job || service; }
+  };
+  /// What it lost and still lacks.
+  [[nodiscard]] Loss loss() const;
+  /// Adds to what it is known to have lost.
+  void addLoss(const Loss& loss);
+  /// Whatever it names now is meant.
+  void forgetLoss();
+
   /// The time entries, in the order in which they were made.
   [[nodiscard]] Objects<TimePeriod> timePeriod() const { return timePeriod_.get(); }
 
@@ -78,6 +92,9 @@ class Activity final : public ManagedObject {
   std::optional<bool> billable_;
   std::optional<bool> shouldAutoStartTimer_;
   std::optional<bool> completed_ = false;
+  std::optional<bool> lostCustomer_;
+  std::optional<bool> lostJob_;
+  std::optional<bool> lostService_;
   std::optional<QString> submitError_;  // stands in the file; nothing reads or writes it
   ToMany<TimePeriod> timePeriod_;
   Ref<TimePeriod> runningTimePeriod_;

@@ -1,3 +1,4 @@
+#include "link/AffectedActivities.h"
 #include "model/Queries.h"
 #include "ui_core/EditorFlows.h"
 #include "ui_core/NameLookups.h"
@@ -109,6 +110,7 @@ void ActivitySheetFlow::applyTo(Activity& activity, bool isNew) {
 
 void ActivitySheetFlow::applyRest(Activity& activity, bool isNew) {
   const ActivityEditorControls& controls = editor_.controls();
+  forgetLoss(timer_.session(), activity);
   activity.setNotes(controls.notesField.stringValue());
   activity.setBillable(controls.billableCheckbox.isChecked());
   activity.setShouldAutoStartTimer(controls.autoStartCheckbox.isChecked());

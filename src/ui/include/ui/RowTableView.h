@@ -94,7 +94,7 @@ class RowTableView : public QTableView, public TablePort {
   void placeEmptyState();
   void setHovered(int row);
   void redrawRect(int row);
-  [[nodiscard]] QString textThatIsCut(const QModelIndex& index) const;
+  [[nodiscard]] QString toolTipFor(const QModelIndex& index) const;
 
   TableModel* model_ = nullptr;
   EmptyState* empty_ = nullptr;

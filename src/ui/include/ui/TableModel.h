@@ -13,7 +13,7 @@ namespace pendra {
 class TableModel : public QAbstractTableModel {
   Q_OBJECT
  public:
-  enum Role { kKindRole = Qt::UserRole, kRunningRole, kQuietRole, kIdentityRole };
+  enum Role { kKindRole = Qt::UserRole, kRunningRole, kQuietRole, kIdentityRole, kWarningRole };
 
   /// What the owner of the rows says about typing over a cell. Any part may be left out.
   struct EditRules {

@@ -23,6 +23,7 @@ struct Column {
   std::function<std::optional<Instant>(const Row&)> time{};
   std::function<bool(const Row&)> checked{};
   std::function<bool(const Row&)> editable{};
+  std::function<QString(const Row&)> warning{};
 };
 
 /// What a RowTable asks of every row, whatever the column.
@@ -114,6 +115,9 @@ class RowTable final : public TableSource {
   }
   [[nodiscard]] bool isChecked(int row, int column) const override {
     return ask(row, column, &Column<Row>::checked);
+  }
+  [[nodiscard]] QString warning(int row, int column) const override {
+    return ask(row, column, &Column<Row>::warning);
   }
   [[nodiscard]] bool isEditable(int row, int column) const override {
     return ask(row, column, &Column<Row>::editable);

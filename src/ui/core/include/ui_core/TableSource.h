@@ -61,6 +61,8 @@ class TableSource {
   /// Whether the row is done with and all of its words are secondary.
   [[nodiscard]] virtual bool isQuiet(int row) const = 0;
   [[nodiscard]] virtual bool isChecked(int row, int column) const = 0;
+  /// Why the cell is marked as needing attention, as a sentence; empty when it is not.
+  [[nodiscard]] virtual QString warning(int row, int column) const = 0;
   /// Whether the text of the cell can be typed over in the table.
   [[nodiscard]] virtual bool isEditable(int row, int column) const = 0;
   virtual void sortBy(const SortDescriptor& descriptor) = 0;

@@ -25,6 +25,7 @@ struct ActivityRow {
   QString total;
   QString today;
   bool running = false;  ///< shows the pause sign, else the play sign
+  QString warning{};     ///< why the row is marked; empty when it is not
 };
 
 /// What the logic asks of the timer window's own controls.

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "document/Session.h"
+
+namespace pendra {
+
+/// Shows the timer window anew when the lists have been fetched, also when fetching them failed half-way.
+class [[nodiscard]] RefreshedWindow {
+ public:
+  explicit RefreshedWindow(Session& session) : session_(session) {}
+  ~RefreshedWindow() {
+    if (!session_.window) return;
+    session_.window->reloadData();
+    session_.window->updateMainButton();
+  }
+  RefreshedWindow(const RefreshedWindow&) = delete;
+  RefreshedWindow& operator=(const RefreshedWindow&) = delete;
+
+ private:
+  Session& session_;
+};
+
+}  // namespace pendra
