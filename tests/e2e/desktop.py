@@ -48,6 +48,7 @@ class Program:
     def root(self):
         from gi.repository import Atspi
         desktop = Atspi.get_desktop(0)
+        desktop.clear_cache()  # or a program that has just started stays unknown
         for index in range(desktop.get_child_count()):
             child = desktop.get_child_at_index(index)
             if child and child.get_process_id() == self.process.pid:

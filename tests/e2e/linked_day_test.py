@@ -1,0 +1,240 @@
+"""A day beside Vantor: setup, services to offer, timers, sending; then Vantor's lists change and the activity that
+lost its customer is repaired and sent. What Vantor received and what the document calls sent are the same time."""
+import json
+import pathlib
+import re
+import signal
+import sqlite3
+import subprocess
+
+from desktop import Failure, run, wait_for
+
+COMPANY = {
+    "companyFileName": "/Books/Acme Ltd.cmp",
+    "employees": ["Ann", "Ben"],
+    "services": [{"name": "Design", "id": "s1"}, {"name": "Travel", "id": "s2"}],
+    "customers": [{"name": "Baker", "id": "c1"}, {"name": "Miller", "id": "c2"}],
+    "jobs": [{"name": "Roof", "id": "j1", "parent": "c1"}, {"name": "Barn", "id": "j2", "parent": "c2"}],
+}
+TITLE = "Acme Ltd-Ann"
+
+
+def expect(what, held):
+    if not held:
+        raise Failure(what)
+
+
+class Vantor:
+    """The stand-in for Vantor, beside the program."""
+
+    def __init__(self, desktop):
+        self.company = desktop.home / "company.json"
+        self.records = desktop.home / "records"
+        self.write(COMPANY)
+        program = pathlib.Path(desktop.program).with_name("vantor-sim")
+        self.process = subprocess.Popen([program, "--company", self.company, "--records", self.records],
+                                        env=desktop.environment, stdout=subprocess.PIPE, text=True)
+        expect("the stand-in serves", self.process.stdout.readline() == "ready\n")
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.kill()
+        self.process.wait()
+
+    def write(self, company):
+        self.company.write_text(json.dumps(company))
+
+    def change(self, company):
+        self.write(company)
+        self.process.send_signal(signal.SIGHUP)
+
+    def received(self):
+        """(job, hours) of every record, in the order of arrival."""
+        texts = [json.loads(line)["text"] for line in self.records.read_text().splitlines()]
+        one = lambda text, key: re.search(f"<{key}>(.*)</{key}>", text)[1]
+        return [(one(text, "job"), float(one(text, "duration"))) for text in texts]
+
+
+class Day:
+    """The person at the desk."""
+
+    def __init__(self, desktop):
+        self.desktop = desktop
+        self.document = desktop.documents / "Pendra" / f"{TITLE}.pdr"
+        self.app = None
+
+    def rows(self, query):
+        return self.desktop.rows(self.document, query)
+
+    def choose(self, item):
+        """Chooses a menu item, wherever its menu is."""
+        for node in self.app.walk(self.app.window(TITLE)):
+            if node.get_name() == item and node.get_role_name() == "menu item":
+                return self.act(node)
+        raise Failure(f"no menu item {item!r}")
+
+    @staticmethod
+    def act(node, action=0):
+        try:
+            node.get_action_iface().do_action(action)
+        except Exception:  # what opens a modal window answers only when that has closed
+            pass
+
+    def set_up(self):
+        self.app = self.desktop.start()
+        self.app.window("Set Up Pendra")
+        self.app.focus_window("Set Up Pendra")
+        self.app.find("Acme Ltd.cmp")
+        self.app.press("OK", "push button")
+        self.app.find("File name:")
+        self.app.keys("Return")
+        self.app.window(TITLE)
+        self.app.press("Begin", "push button")
+
+    def offer_all_services(self):
+        self.choose("Service Items…")
+        services = self.app.window("Service Items")
+        self.app.find("Travel", "table cell", within=services)
+        self.app.press("Mark all shown", within=services)
+        wait_for("all services are offered", lambda: all(
+            one.get_state_set().contains(self.checked()) for one in self.app.walk(services)
+            if one.get_role_name() == "table cell" and one.get_name() == "Shown"))
+        self.app.focus_window("Service Items")
+        self.app.keys("ctrl+w")
+
+    @staticmethod
+    def checked():
+        from gi.repository import Atspi
+        return Atspi.StateType.CHECKED
+
+    def add_activity(self, customer, job, service):
+        self.app.focus_window(TITLE)
+        self.app.keys("ctrl+shift+n")
+        sheet = self.app.window("Add Activity")
+        for name in (customer, job, service):
+            self.app.type(name)
+            self.app.keys("Tab")
+        self.app.press("Add", "push button", within=sheet)
+        wait_for("the sheet is gone", lambda: not self.app.seen("Add Activity", "dialog"))
+
+    def come_back_later(self, lengths):
+        """Quits, which stops all timers; what they timed becomes `lengths`, in seconds. Starts again."""
+        self.app.focus_window(TITLE)
+        self.app.keys("ctrl+q")
+        self.app.find("Pendra needs to stop all timers")
+        self.app.press("OK", "push button")
+        expect("it ends well", self.app.ended() == 0)
+        with sqlite3.connect(self.document) as database:
+            unsent = database.execute("SELECT id FROM TimePeriod WHERE NOT dateSubmitted > 1 ORDER BY id").fetchall()
+            expect("an entry for each timer", len(unsent) == len(lengths))
+            for (entry,), seconds in zip(unsent, lengths):
+                database.execute("UPDATE TimePeriod SET duration = ? WHERE id = ?", (seconds, entry))
+        self.app = self.desktop.start()
+        self.app.window(TITLE)
+        self.app.find("Activities")
+
+    def cell(self, name, table):
+        return self.app.find(name, "table cell", within=self.app.find(table, "table"))
+
+    def cells(self, table):
+        return [one for one in self.app.walk(self.app.find(table, "table")) if one.get_role_name() == "table cell"]
+
+    def marks(self):
+        """What the marked activities say."""
+        return [one.get_description() for one in self.cells("Activities") if one.get_description()]
+
+    def toggle_row(self, cell):
+        # The last action of a cell is to select its row.
+        self.act(cell, cell.get_action_iface().get_n_actions() - 1)
+
+    def send(self):
+        """Presses "Send Time" and confirms the summary; gives its lines."""
+        self.app.press("Send time", "push button")
+        sheet = self.app.window("Send Time")
+        cells = [one.get_name() for one in self.app.walk(sheet) if one.get_role_name() == "table cell"]
+        self.app.press("Send", "push button", within=sheet)
+        return [tuple(cells[at:at + 4]) for at in range(0, len(cells), 4)]
+
+    def dismiss(self, message):
+        self.app.find(message)
+        self.app.press("OK", "push button")
+        wait_for(f"{message!r} is gone", lambda: not self.app.seen(message))
+
+    def stamped_hours(self):
+        ((seconds,),) = self.rows("SELECT total(duration) FROM TimePeriod WHERE dateSubmitted > 1")
+        return seconds / 3600
+
+
+def a_day_of_timers(day):
+    day.set_up()
+    expect("it is linked to the company", day.rows("SELECT employeeName, companyFileName FROM Identity")
+           == [("Ann", "/Books/Acme Ltd.cmp")])
+    day.offer_all_services()
+    day.add_activity("Baker", "Roof", "Design")
+    day.add_activity("Miller", "Barn", "Design")
+    day.add_activity("Baker", "", "Travel")
+    day.come_back_later([9000, 5400, 1800])
+
+
+def send_a_selection_then_all(day, vantor):
+    day.toggle_row(day.cell("01:30:00", "Time log"))
+    expect("the summary shows the selection", day.send() == [("Miller", "Barn", "Design", "01:30:00")])
+    day.dismiss("Time Sent")
+    expect("only the selection went out", vantor.received() == [("j2", 1.5)])
+    expect("the summary shows the rest", sorted(day.send()) == [("Baker", "", "Travel", "00:30:00"),
+                                                                ("Baker", "Roof", "Design", "02:30:00")])
+    day.dismiss("Time Sent")
+    expect("the rest went out", sorted(vantor.received()) == [("(null)", 0.5), ("j1", 2.5), ("j2", 1.5)])
+
+
+def work_on(day, lengths):
+    for _ in lengths:
+        day.app.press("Start", "table cell")
+    day.come_back_later(lengths)
+
+
+def lists_change(day, vantor):
+    vantor.change({**COMPANY, "customers": COMPANY["customers"][:1],
+                   "jobs": [{"name": "Roof and gutter", "id": "j1", "parent": "c1"}]})
+    day.choose("Update Lists from Vantor")
+    day.dismiss("Your lists are now up to date")
+    day.cell("Roof and gutter", "Activities")
+    wait_for("the activity that lost its customer is marked", lambda: day.marks() == [
+        "Its customer and job are no longer in Vantor and were cleared. Edit the activity before you send its time."])
+
+
+def repair(day):
+    day.send()
+    day.dismiss("A customer, job, or service is inactive or deleted in Vantor")
+    day.toggle_row(next(one for one in day.cells("Activities") if one.get_description()))
+    day.choose("Edit Activity…")
+    sheet = day.app.window("Edit Activity")
+    day.app.focus_window("Edit Activity")
+    day.app.keys("shift+Tab", "shift+Tab", "shift+Tab")  # from the notes to the customer
+    day.app.type("Baker")
+    day.app.keys("Tab")
+    day.app.press("Save", "push button", within=sheet)
+    wait_for("the mark is gone", lambda: not day.marks())
+
+
+def test(desktop):
+    (desktop.home / ".cache").mkdir()
+    with Vantor(desktop) as vantor:
+        day = Day(desktop)
+        a_day_of_timers(day)
+        send_a_selection_then_all(day, vantor)
+        work_on(day, [3600, 7200, 900])
+        lists_change(day, vantor)
+        repair(day)
+        day.send()
+        day.dismiss("Time Sent")
+        expect("every entry is sent once", len(vantor.received()) == 6
+               and day.rows("SELECT count(*) FROM TimePeriod WHERE dateSubmitted > 1") == [(6,)]
+               and day.rows("SELECT count(*) FROM TimePeriod") == [(6,)])
+        expect("what arrived is what is stamped",
+               sum(hours for _, hours in vantor.received()) == day.stamped_hours() == 4.5 + 3.25)
+
+
+run(test)
