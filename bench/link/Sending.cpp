@@ -120,7 +120,7 @@ class Commits {
     database_.exec(modelOfDocuments().schema.toStdString());
     SQLite::Transaction transaction(database_);
     for (int i = 0; i < kEntries; ++i)
-      database_.exec("INSERT INTO TimePeriod (start, duration) VALUES (1, 2)");
+      database_.exec("INSERT INTO TimePeriod (start, duration, dateSubmitted) VALUES (1, 2, 3)");
     transaction.commit();
   }
   void commit() {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <vector>
 
 namespace pendra::bench {
@@ -14,6 +15,19 @@ double millisecondsOf(const Work& work) {
   const auto start = std::chrono::steady_clock::now();
   work();
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Of the processor, whatever else the machine does.
+template <class Work>
+double processorMillisecondsOf(const Work& work) {
+  const auto now = [] {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+  };
+  const double start = now();
+  work();
+  return now() - start;
 }
 
 inline double median(std::vector<double> times) {
