@@ -121,21 +121,22 @@ void ListSync::updateJobs(Rows list) {
 }
 
 void ListSync::removeJobsNotInList(Rows list) {
-  QHash<std::pair<QString, QString>, std::optional<QString>> names;
-  for (const NameAndRecNumber& item : list) {
-    if (item.vtObjectID && item.parentObjectID)
-      names.insert({*item.vtObjectID, *item.parentObjectID}, item.name);
-  }
   ObjectContext& context = *session_.myContext();
+  QHash<const Job*, const NameAndRecNumber*> kept;  // the last item wins
+  kept.reserve(std::ssize(list));
+  for (const NameAndRecNumber& item : list) {
+    if (!item.vtObjectID || !item.parentObjectID) continue;
+    for (const Job* job : queries::jobsWithRecord(context, *item.vtObjectID)) {
+      const Customer* customer = job->customer();
+      if (customer && customer->vtObjectID() == item.parentObjectID) kept.insert(job, &item);
+    }
+  }
   for (const Customer* customer : context.all<Customer>()) {
     for (Job* job : customer->jobs().copy()) {
-      const auto found = job->vtObjectID() && customer->vtObjectID()
-                             ? names.constFind({*job->vtObjectID(), *customer->vtObjectID()})
-                             : names.constEnd();
-      if (found == names.constEnd()) {
-        context.deleteObject(*job);
+      if (const NameAndRecNumber* item = kept.value(job)) {
+        job->setName(item->name);
       } else {
-        job->setName(*found);
+        context.deleteObject(*job);
       }
     }
   }

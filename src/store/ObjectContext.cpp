@@ -1,5 +1,7 @@
 #include "store/ObjectContext.h"
 
+#include <cstring>
+
 #include "store/PersistentStore.h"
 #include "store/RelationshipKeeper.h"
 
@@ -160,10 +162,12 @@ std::span<ManagedObject* const> ObjectContext::objectsOf(const EntityDescriptor&
 
 std::span<ManagedObject* const> ObjectContext::lookUp(const EntityDescriptor& entity, const char* key,
                                                       const QString& text) const {
-  const PropertyDescriptor* property = entity.property(QLatin1StringView(key));
-  const auto& index = table(entity).index.at(property);
-  const auto found = index.constFind(text);
-  return found == index.constEnd() ? std::span<ManagedObject* const>() : std::span(*found);
+  const auto& indexes = table(entity).index;
+  const auto index = std::find_if(indexes.begin(), indexes.end(),
+                                  [key](const auto& one) { return std::strcmp(one.first->name, key) == 0; });
+  Q_ASSERT_X(index != indexes.end(), key, "no index of this property");
+  const auto found = index->second.constFind(text);
+  return found == index->second.constEnd() ? std::span<ManagedObject* const>() : std::span(*found);
 }
 
 ManagedObject* ObjectContext::objectWithID(const EntityDescriptor& entity, qint64 id) const {
