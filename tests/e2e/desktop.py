@@ -20,7 +20,7 @@ class Failure(AssertionError):
     """What the test wanted to see and did not."""
 
 
-def wait_for(what, condition, seconds=15.0):
+def wait_for(what, condition, seconds=40.0):
     """The first true value of `condition`; a Failure that names `what` when there is none in time."""
     deadline = time.monotonic() + seconds
     while True:
@@ -84,10 +84,10 @@ class Program:
                 continue
         return None
 
-    def find(self, name, role=None, within=None, seconds=15.0):
+    def find(self, name, role=None, within=None, seconds=40.0):
         return wait_for(f"{role or 'something'} named {name!r}", lambda: self.seen(name, role, within), seconds)
 
-    def window(self, title, seconds=15.0):
+    def window(self, title, seconds=40.0):
         def look():
             root = self.root()
             for index in range(root.get_child_count() if root else 0):
@@ -131,7 +131,7 @@ class Program:
     def picture(self, path):
         subprocess.run(["import", "-window", "root", str(path)], env=self.desktop.environment, check=False)
 
-    def ended(self, seconds=15.0):
+    def ended(self, seconds=40.0):
         try:
             return self.process.wait(seconds)
         except subprocess.TimeoutExpired as expired:
