@@ -114,7 +114,7 @@ Result<void> PersistentStore::Parts::bringToNewestLayout() {
   if (file.isEmpty()) return guarded([&] { createTables(database, model); }, database.getHandle());
   const int layout = layoutOf(database);
   if (layout >= model.newestLayout()) return {};
-  const auto kept = copyFile(file.path(), pathOfLayoutCopy(file.path(), layout), Existing::Keep);
+  auto kept = copyFile(file.path(), pathOfLayoutCopy(file.path(), layout), Existing::Keep);
   if (!kept) return kept;
   return guarded([&] { upgrade(database, model); }, database.getHandle());
 }
@@ -208,7 +208,7 @@ Result<void> PersistentStore::writeAnew(const ObjectContext& context) {
   draft.setPermissions(kUsualPermissions);
   auto made = open(draft.fileName(), parts_->model);
   if (!made) return made.error();
-  const auto written =
+  auto written =
       guarded([&] { made.value()->writeAll(context); }, made.value()->parts_->database.getHandle());
   if (!written) return written;
   made.value().reset();

@@ -74,7 +74,7 @@ void QtPanels::fill(QFileDialog& dialog, const SavePanel& panel) const {
 }
 
 QString QtPanels::chosenIn(const QFileDialog& dialog, const QString& requiredType) {
-  const QString path = withRequiredType(dialog.selectedFiles().value(0), requiredType);
+  QString path = withRequiredType(dialog.selectedFiles().value(0), requiredType);
   defaults_.setText(preferences::kLastFolder, QFileInfo(path).absolutePath());
   return path;
 }
