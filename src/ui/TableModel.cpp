@@ -87,7 +87,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
 QString TableModel::accessibleText(const QModelIndex& index) const {
   const ColumnHead& head = source_.head(index.column());
   if (head.kind == CellKind::StartStop) return source_.isRunning(index.row()) ? tr("Stop") : tr("Start");
-  const QString text = source_.text(index.row(), index.column());
+  QString text = source_.text(index.row(), index.column());
   if (head.kind == CellKind::Check && text.isEmpty()) {
     return head.accessibleName.isEmpty() ? head.title : head.accessibleName;
   }
