@@ -30,8 +30,8 @@ bool movesFocus(const QEvent& event) {
 
 LeaveGuard::LeaveGuard(QWidget& window) : QObject(&window), window_(window) {}
 
-void LeaveGuard::watch(QWidget& field, std::function<bool()> mayLeave) {
-  questions_.insert(&field, std::move(mayLeave));
+void LeaveGuard::watch(QWidget& field, const std::function<bool()>& mayLeave) {
+  questions_.insert(&field, mayLeave);
   field.installEventFilter(this);
 }
 

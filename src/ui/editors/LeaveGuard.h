@@ -15,7 +15,7 @@ class LeaveGuard final : public QObject {
  public:
   explicit LeaveGuard(QWidget& window);
   /// Watches a field. `mayLeave` is asked once for each attempt.
-  void watch(QWidget& field, std::function<bool()> mayLeave);
+  void watch(QWidget& field, const std::function<bool()>& mayLeave);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
