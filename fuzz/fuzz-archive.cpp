@@ -27,12 +27,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const auto classes = pendra::supportedClassesOfPDToVT();
   const QByteArrayView bytes(data, static_cast<qsizetype>(size));
   const auto read = pendra::unarchivedValue(bytes, classes);
-  if (!read || spelledOut(read.value().value, 100000) >= 100000) return 0;
-  const auto written = pendra::archivedData(read.value().value);
+  if (!read || spelledOut(read.value(), 100000) >= 100000) return 0;
+  const auto written = pendra::archivedData(read.value());
   if (!written) std::abort();
   const auto again = pendra::unarchivedValue(written.value(), classes);
   if (!again) std::abort();
   // A number that is not one differs from itself, so the archives are compared.
-  if (pendra::archivedData(again.value().value).value() != written.value()) std::abort();
+  if (pendra::archivedData(again.value()).value() != written.value()) std::abort();
   return 0;
 }

@@ -7,7 +7,6 @@ namespace pendra {
 namespace {
 
 using Kind = PropertyListReader::Kind;
-using NodeKind = ArchiveNode::Kind;
 
 // The keys that mean something to the reader. Those of the permitted records follow.
 enum Key : std::size_t { kClass, kClassName, kObjects, kString, kFirstRecordKey };
@@ -36,9 +35,9 @@ bool ArchiveScan::fail(const QString& why) {
   return false;
 }
 
-bool ArchiveScan::spend(qsizetype bytes, qsizetype& account) {
-  account += bytes;
-  return tableMemory_ + valueMemory_ <= memoryLimit_ || fail(QStringLiteral("the archive is too large"));
+bool ArchiveScan::spend(qsizetype bytes) {
+  table_.memory += bytes;
+  return table_.memory <= memoryLimit_ || fail(QStringLiteral("the archive is too large"));
 }
 
 /// Objects of an honest list do not overlap, so their parts together are no more than its bytes.
@@ -58,13 +57,13 @@ bool ArchiveScan::run(qsizetype size) {
   }
   if (!readTop()) return fail(QStringLiteral("not a keyed archive"));
   const auto count = static_cast<quint32>(objects_.count);
-  if (!spend(count * static_cast<qsizetype>(sizeof(ArchiveNode) + sizeof(quint32)), tableMemory_))
-    return false;
-  nodes_.resize(count);
-  parts_.reserve(count);
+  if (!spend(count * static_cast<qsizetype>(sizeof(ArchiveNode) + 2 * sizeof(quint32)))) return false;
+  table_.nodes.resize(count);
+  table_.parts.reserve(2 * std::size_t{count});
+  shapes_.reserve(kKeptShapes);
   for (quint32 number = 1; number < count; ++number)
     if (!readNode(number)) return fail(QStringLiteral("the archive is damaged"));
-  return follow(root_, 1) || fail(QStringLiteral("the archive is damaged"));
+  return follow(table_.root, 1) || fail(QStringLiteral("the archive is damaged"));
 }
 
 std::optional<PropertyListReader::Object> ArchiveScan::valueFor(const Object& dictionary, QStringView key) {
@@ -94,7 +93,7 @@ bool ArchiveScan::readTop() {
   if (!root || root->kind != Kind::Uid) return false;
   const auto number = list_.uid(*root);
   if (!number || *number >= objects_.count) return false;
-  root_ = *number;
+  table_.root = *number;
   return true;
 }
 
@@ -104,9 +103,7 @@ std::optional<PropertyListReader::Object> ArchiveScan::objectNumbered(quint32 nu
 
 /// The number that a reference object holds; none when it is no reference or leads out of the archive.
 std::optional<quint32> ArchiveScan::numberAt(quint64 reference) const {
-  const auto object = list_.object(reference);
-  if (!object || object->kind != Kind::Uid) return {};
-  const auto number = list_.uid(*object);
+  const auto number = list_.uidAt(reference);
   if (!number || *number >= objects_.count) return {};
   return number;
 }
@@ -130,21 +127,23 @@ const ArchiveScan::Shape* ArchiveScan::shapeOf(const Object& dictionary) {
 }
 
 bool ArchiveScan::readNode(quint32 number) {
-  ArchiveNode& node = nodes_[number];
+  ArchiveNode& node = table_.nodes[number];
   if (node.kind == NodeKind::Class) return true;
-  const quint64 place = list_.reference(objects_, number);
-  const auto object = list_.object(place);
+  const quint64 index = list_.reference(objects_, number);
+  const auto object = list_.object(index);
   if (!object) return false;
-  node.first = static_cast<quint32>(place);
-  if (object->kind == Kind::Text) node.kind = NodeKind::Text;
+  if (object->kind == Kind::Dictionary) {
+    const Shape* shape = shapeOf(*object);
+    if (!shape) return false;
+    if (shape->positions[kClassName] >= 0) return readClass(number, *object, *shape);
+    return shape->positions[kClass] < 0 || readInstance(*object, *shape, node);
+  }
+  node.first = static_cast<quint32>(index);
+  if (object->kind == Kind::Text) readText(*object, node);
   if (object->kind == Kind::Real || object->kind == Kind::Boolean ||
       (object->kind == Kind::Integer && list_.integer(*object)))
     node.kind = NodeKind::Number;
-  if (object->kind != Kind::Dictionary) return true;
-  const Shape* shape = shapeOf(*object);
-  if (!shape) return false;
-  if (shape->positions[kClassName] >= 0) return readClass(number, *object, *shape);
-  return shape->positions[kClass] < 0 || readInstance(*object, *shape, node);
+  return true;
 }
 
 bool ArchiveScan::readClass(quint32 number, const Object& dictionary, const Shape& shape) {
@@ -152,14 +151,15 @@ bool ArchiveScan::readClass(quint32 number, const Object& dictionary, const Shap
   if (!name || name->kind != Kind::Text) return false;
   const auto meaning = meaningOf(list_, *name, classes_);
   if (!meaning) return fail(formatted(u"class %@ is not permitted", {list_.text(*name).left(100)}));
-  nodes_[number] = {.kind = NodeKind::Class, .first = *meaning};
+  table_.nodes[number].kind = NodeKind::Class;
+  table_.nodes[number].first = *meaning;
   return true;
 }
 
 bool ArchiveScan::readInstance(const Object& dictionary, const Shape& shape, ArchiveNode& node) {
   const auto number = numberAt(list_.reference(dictionary, dictionary.count + shape.positions[kClass]));
   if (!number) return false;
-  if (nodes_[*number].kind != NodeKind::Class) {
+  if (table_.nodes[*number].kind != NodeKind::Class) {
     const auto object = objectNumbered(*number);
     if (!object || object->kind != Kind::Dictionary) return false;
     const Shape* classShape = shapeOf(*object);
@@ -169,7 +169,7 @@ bool ArchiveScan::readInstance(const Object& dictionary, const Shape& shape, Arc
     const Shape* again = shapeOf(dictionary);
     return again && readInstance(dictionary, *again, node);
   }
-  switch (const quint32 meaning = nodes_[*number].first) {
+  switch (const quint32 meaning = table_.nodes[*number].first) {
     case kArrayClass:
       return readArray(dictionary, shape, node);
     case kTextClass:
@@ -183,11 +183,14 @@ bool ArchiveScan::readInstance(const Object& dictionary, const Shape& shape, Arc
   }
 }
 
-bool ArchiveScan::readPart(quint64 reference, quint32& number) {
-  const auto found = numberAt(reference);
-  if (!found) return false;
-  number = *found;
-  return true;
+/// Room for the numbers of a node's parts; null when it costs too much.
+quint32* ArchiveScan::addParts(ArchiveNode& node, NodeKind kind, qsizetype count) {
+  if (!spend(2 * count * static_cast<qsizetype>(sizeof(quint32)))) return nullptr;
+  node.kind = kind;
+  node.first = static_cast<quint32>(table_.parts.size());
+  node.count = static_cast<quint32>(count);
+  table_.parts.resize(table_.parts.size() + node.count);
+  return table_.parts.data() + node.first;
 }
 
 bool ArchiveScan::readArray(const Object& dictionary, const Shape& shape, ArchiveNode& node) {
@@ -195,30 +198,35 @@ bool ArchiveScan::readArray(const Object& dictionary, const Shape& shape, Archiv
   const auto elements =
       list_.object(list_.reference(dictionary, dictionary.count + shape.positions[kObjects]));
   if (!elements || elements->kind != Kind::Array || !work(elements->count)) return false;
-  if (!spend(elements->count * 2 * static_cast<qsizetype>(sizeof(quint32)), tableMemory_)) return false;
-  node.kind = NodeKind::Array;
-  node.first = static_cast<quint32>(parts_.size());
-  node.count = static_cast<quint32>(elements->count);
-  parts_.resize(parts_.size() + node.count);
-  for (quint32 i = 0; i < node.count; ++i)
-    if (!readPart(list_.reference(*elements, i), parts_[node.first + i])) return false;
+  quint32* part = addParts(node, NodeKind::Array, elements->count);
+  if (!part) return false;
+  for (qsizetype i = 0; i < elements->count; ++i) {
+    const auto number = numberAt(list_.reference(*elements, i));
+    if (!number) return false;
+    *part++ = *number;
+  }
   return true;
 }
 
 bool ArchiveScan::readRecord(const Object& dictionary, const Shape& shape, ArchiveNode& node) {
-  const std::size_t firstKey = recordKeys_[node.recordClass];
-  node.kind = NodeKind::Record;
-  node.first = static_cast<quint32>(parts_.size());
-  node.count = static_cast<quint32>(classes_.records[node.recordClass]->keys.size());
-  if (!spend(2 * qsizetype{node.count} * static_cast<qsizetype>(sizeof(quint32)), tableMemory_)) return false;
-  parts_.resize(parts_.size() + node.count);
-  for (quint32 i = 0; i < node.count; ++i) {
-    const qsizetype position = shape.positions[firstKey + i];
-    if (position >= 0 &&
-        !readPart(list_.reference(dictionary, dictionary.count + position), parts_[node.first + i]))
-      return false;
+  const qsizetype keyCount = classes_.records[node.recordClass]->keys.size();
+  const qsizetype* position = shape.positions.data() + recordKeys_[node.recordClass];
+  quint32* part = addParts(node, NodeKind::Record, keyCount);
+  if (!part) return false;
+  for (qsizetype i = 0; i < keyCount; ++i, ++part) {
+    if (position[i] < 0) continue;
+    const auto number = numberAt(list_.reference(dictionary, dictionary.count + position[i]));
+    if (!number) return false;
+    *part = *number;
   }
   return true;
+}
+
+void ArchiveScan::readText(const Object& text, ArchiveNode& node) {
+  node.kind = NodeKind::Text;
+  node.wide = text.wide;
+  node.first = static_cast<quint32>(text.content);
+  node.count = static_cast<quint32>(text.count);
 }
 
 /// The plain text of a text object stands in it, or is an object of its own.
@@ -228,33 +236,39 @@ bool ArchiveScan::readTextObject(const Object& dictionary, const Shape& shape, A
   if (const auto number = numberAt(place)) place = list_.reference(objects_, *number);
   const auto text = list_.object(place);
   if (!text || text->kind != Kind::Text) return false;
-  node.kind = NodeKind::Text;
-  node.first = static_cast<quint32>(place);
+  readText(*text, node);
   return true;
 }
 
 /// Walks what the root reaches, and finds cycles, depths, and objects that are no value.
 bool ArchiveScan::follow(quint32 number, int depth) {
   if (number == 0) return true;
-  ArchiveNode& node = nodes_[number];
+  ArchiveNode& node = table_.nodes[number];
   if (node.onPath) return fail(QStringLiteral("the archive holds a cycle"));
   if (depth - 1 + node.height > kArchiveDepth) return fail(QStringLiteral("the archive is nested too deep"));
-  if (node.uses++ > 0)
-    return node.uses > 2 || spend(2 * static_cast<qsizetype>(sizeof(ArchiveValue)), valueMemory_);
+  if (node.seen) return node.shared > 0 || share(node);
+  node.seen = true;
   switch (node.kind) {
     case NodeKind::Text:
       if (!classes_.strings) return fail(QStringLiteral("class NSString is not permitted"));
-      return count(node);
+      return spend(kBlockOverhead + qsizetype{node.count} * 2);
     case NodeKind::Number:
       return classes_.numbers || fail(QStringLiteral("class NSNumber is not permitted"));
     case NodeKind::NilArg:
       return true;
     case NodeKind::Array:
     case NodeKind::Record:
-      return count(node) && followParts(node, depth);
+      return spend(kBlockOverhead + node.count * static_cast<qsizetype>(sizeof(ArchiveValue))) &&
+             followParts(node, depth);
     default:
       return fail(QStringLiteral("the archive holds an object that is no value"));
   }
+}
+
+/// A value that several hold is kept once more while building.
+bool ArchiveScan::share(ArchiveNode& node) {
+  node.shared = ++table_.sharedCount;
+  return spend(2 * static_cast<qsizetype>(sizeof(ArchiveValue)));
 }
 
 bool ArchiveScan::followParts(ArchiveNode& node, int depth) {
@@ -262,21 +276,13 @@ bool ArchiveScan::followParts(ArchiveNode& node, int depth) {
   node.onPath = true;
   quint8 height = 0;
   for (quint32 i = 0; i < node.count; ++i) {
-    const quint32 part = parts_[node.first + i];
+    const quint32 part = table_.parts[node.first + i];
     if (!follow(part, depth + 1)) return false;
-    height = std::max(height, nodes_[part].height);
+    height = std::max(height, table_.nodes[part].height);
   }
   node.onPath = false;
   node.height = static_cast<quint8>(height + 1);
   return true;
-}
-
-/// Adds what the value of a node will hold. A value that several hold is kept once more while building.
-bool ArchiveScan::count(const ArchiveNode& node) {
-  constexpr auto each = static_cast<qsizetype>(sizeof(ArchiveValue));
-  if (node.kind != NodeKind::Text) return spend(kBlockOverhead + node.count * each, valueMemory_);
-  const auto text = list_.object(node.first);
-  return text && spend(kBlockOverhead + text->count * 2, valueMemory_);
 }
 
 }  // namespace pendra

@@ -16,12 +16,24 @@ struct ArchiveNode {
   enum class Kind : quint8 { Unusable, Text, Number, NilArg, Array, Record, Class };
 
   Kind kind = Kind::Unusable;
-  bool onPath = false;     ///< being looked at, so that a way back to it is a cycle
-  quint8 height = 0;       ///< how many arrays and records stand within each other from here down
-  quint8 recordClass = 0;  ///< of a record: which of the permitted ones
-  quint32 uses = 0;        ///< how many references lead to it from the root
-  quint32 first = 0;  ///< of an array or record: where its parts begin; of other kinds: its place in the list
-  quint32 count = 0;  ///< how many parts it has
+  bool wide : 1 = false;    ///< of a text: in UTF-16
+  bool onPath : 1 = false;  ///< being looked at, so that a way back to it is a cycle
+  bool seen : 1 = false;    ///< reached from the root
+  quint8 height = 0;        ///< how many arrays and records stand within each other from here down
+  quint8 recordClass = 0;   ///< of a record: which of the permitted ones
+  quint32 shared = 0;       ///< a number of its own among the nodes that several references lead to; else 0
+  quint32 first = 0;  ///< of an array or record: where its parts begin; of a text: where its content begins;
+                      ///< of other kinds: its index in the list
+  quint32 count = 0;  ///< how many parts or characters it has
+};
+
+/// What a scan leaves: the nodes by their numbers, and the numbers of the parts of arrays and records.
+struct ArchiveTable {
+  std::vector<ArchiveNode> nodes;
+  std::vector<quint32> parts;
+  quint32 root = 0;
+  quint32 sharedCount = 0;
+  qsizetype memory = 0;  ///< of the table and of what is built from it, in bytes, rounded up
 };
 
 /// Everything about an archive that is known before anything is built.
@@ -34,14 +46,12 @@ class ArchiveScan {
   [[nodiscard]] bool run(qsizetype size);
 
   [[nodiscard]] const QString& failure() const { return failure_; }
-  [[nodiscard]] quint32 root() const { return root_; }
-  [[nodiscard]] std::vector<ArchiveNode>& nodes() { return nodes_; }
-  [[nodiscard]] const std::vector<quint32>& parts() const { return parts_; }
-  /// What the built value will hold, in bytes, rounded up.
-  [[nodiscard]] qsizetype valueMemory() const { return valueMemory_; }
+  /// The table, once the scan has succeeded. It can be taken once.
+  [[nodiscard]] ArchiveTable takeTable() { return std::move(table_); }
 
  private:
   using Object = PropertyListReader::Object;
+  using NodeKind = ArchiveNode::Kind;
   /// Where the keys that matter stand in a dictionary, by their number; -1 for one that it lacks.
   struct Shape {
     QByteArray keys;
@@ -49,7 +59,7 @@ class ArchiveScan {
   };
 
   bool fail(const QString& why);
-  bool spend(qsizetype bytes, qsizetype& account);
+  bool spend(qsizetype bytes);
   bool work(qsizetype steps);
 
   bool readTop();
@@ -57,27 +67,24 @@ class ArchiveScan {
   bool readInstance(const Object& dictionary, const Shape& shape, ArchiveNode& node);
   bool readArray(const Object& dictionary, const Shape& shape, ArchiveNode& node);
   bool readRecord(const Object& dictionary, const Shape& shape, ArchiveNode& node);
+  void readText(const Object& text, ArchiveNode& node);
   bool readTextObject(const Object& dictionary, const Shape& shape, ArchiveNode& node);
   bool readClass(quint32 number, const Object& dictionary, const Shape& shape);
-  bool readPart(quint64 reference, quint32& number);
+  quint32* addParts(ArchiveNode& node, ArchiveNode::Kind kind, qsizetype count);
   std::optional<quint32> numberAt(quint64 reference) const;
   std::optional<Object> objectNumbered(quint32 number) const;
   const Shape* shapeOf(const Object& dictionary);
   std::optional<Object> valueFor(const Object& dictionary, QStringView key);
   bool follow(quint32 number, int depth);
   bool followParts(ArchiveNode& node, int depth);
-  bool count(const ArchiveNode& node);
+  bool share(ArchiveNode& node);
 
   const PropertyListReader& list_;
   const SupportedClasses& classes_;
   qsizetype memoryLimit_;
   qsizetype workLeft_ = 0;
-  qsizetype tableMemory_ = 0;
-  qsizetype valueMemory_ = 0;
   Object objects_;
-  quint32 root_ = 0;
-  std::vector<ArchiveNode> nodes_;
-  std::vector<quint32> parts_;
+  ArchiveTable table_;
   std::vector<Shape> shapes_;
   Shape otherShape_;
   std::vector<QString> keys_;

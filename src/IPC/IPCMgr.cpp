@@ -97,11 +97,6 @@ const ProtocolMethod* IPCMgr::methodSignatureForSelector(QStringView selector) c
   return protocol_.methodSignatureForSelector(selector);
 }
 
-void IPCMgr::clearRetObj() {
-  retObj_.reset();
-  retObjMemory_ = 0;
-}
-
 // Sending
 
 int IPCMgr::sendWhenWritable(const Datagram& datagram, const IPCAddress& toAddress) {
@@ -134,27 +129,34 @@ void IPCMgr::notifyRemoteClientPath(const QString& path, qint64 readyWithProcess
 
 // Calling
 
-ArchiveValue IPCMgr::forwardInvocation(QStringView selector, const QList<ArchiveValue>& arguments) {
+const KeyedUnarchiver* IPCMgr::replyToInvocation(QStringView selector, const QList<ArchiveValue>& arguments) {
   const ProtocolMethod* method = methodSignatureForSelector(selector);
   Q_ASSERT(method && method->argumentCount == arguments.size());
   logLine(formatted(u"ipc -> %@", {selector}));
-  if (!sendCall(archivedMessage(selector, arguments), *method)) return {};
+  if (!sendCall(archivedMessage(selector, arguments), *method)) return nullptr;
   if (method->oneWay) {
     logLine(formatted(u"ipc oneway %@", {selector}));
-    return {};
+    return nullptr;
   }
   awaitReply(selector);
   // Kept: a reply that is held at the deadline is taken whatever its name.
-  if (!retObj_ || retObj_->size() < 2 || (*retObj_)[1].isNil())
+  if (!retObj_ || retObj_->isNil(1))
     raise(kVTIPCTimeout, u"timeout waiting for return result for %@", selector);
   logLine(formatted(u"ipc <- %@", {selector}));
-  return method->returns == ProtocolMethod::Returns::Void ? ArchiveValue() : unmarkedNil((*retObj_)[1]);
+  return &*retObj_;
+}
+
+ArchiveValue IPCMgr::forwardInvocation(QStringView selector, const QList<ArchiveValue>& arguments) {
+  const KeyedUnarchiver* reply = replyToInvocation(selector, arguments);
+  const ProtocolMethod* method = methodSignatureForSelector(selector);
+  if (!reply || method->returns == ProtocolMethod::Returns::Void) return {};
+  return unmarkedNil(reply->element(1));
 }
 
 /// False when the call is given up without a word.
 bool IPCMgr::sendCall(QByteArrayView archive, const ProtocolMethod& method) {
   for (int launches = 0;; ++launches) {
-    clearRetObj();
+    retObj_.reset();
     const auto sent = fragmentAndSendArchive(archive, remoteAddress_, false);
     if (sent) return true;
     const int code = sent.error().code;
@@ -170,7 +172,7 @@ bool IPCMgr::sendCall(QByteArrayView archive, const ProtocolMethod& method) {
 
 /// Starts the peer and waits for its ready notice, in vain or not.
 void IPCMgr::launchTask() {
-  clearRetObj();
+  retObj_.reset();
   auto task = IPCTask::launch(taskURL_, [this] { taskEnded(); });
   if (!task) {
     task_.reset();
@@ -190,11 +192,7 @@ void IPCMgr::taskEnded() {
 }
 
 void IPCMgr::awaitReply(QStringView selector) {
-  const auto answered = [&] {
-    if (!retObj_ || retObj_->isEmpty()) return false;
-    const auto* name = retObj_->front().as<QString>();
-    return name && *name == selector;
-  };
+  const auto answered = [&] { return retObj_ && retObj_->isText(0, selector); };
   const Deadline deadline = std::chrono::steady_clock::now() + limits_.reply;
   while (!answered() && awaitInput(deadline)) takeInput();
 }
@@ -228,20 +226,21 @@ void IPCMgr::serveInput() {
 
 void IPCMgr::receivedData(QByteArrayView data, quint32 sequence, bool isReply, const IPCAddress& fromAddress,
                           bool lastDatagram) {
-  const auto message = gatherer_.add(data, sequence, lastDatagram);
+  auto message = gatherer_.add(data, sequence, lastDatagram);
   if (!message) raiseUnArchiverFailure(message.error().text);
-  if (message.value()) handleMessage(*message.value(), isReply, fromAddress);
+  if (message.value()) handleMessage(*std::move(message.value()), isReply, fromAddress);
 }
 
-void IPCMgr::handleMessage(QByteArrayView archive, bool isReply, const IPCAddress& fromAddress) {
-  const qsizetype room = kMemoryLimit - archive.size() - fragmentBuffer().capacity() - retObjMemory_;
-  const auto read = unarchivedValue(archive, supportedClasses_, std::min(room, kUnarchiverMemory));
+void IPCMgr::handleMessage(QByteArray archive, bool isReply, const IPCAddress& fromAddress) {
+  const qsizetype room =
+      kMemoryLimit - archive.size() - fragmentBuffer().capacity() - (retObj_ ? retObj_->memory() : 0);
+  auto read = KeyedUnarchiver::initForReadingFromData(std::move(archive), supportedClasses_,
+                                                      std::min(room, kUnarchiverMemory));
   if (!read) raiseUnArchiverFailure(read.error().text);
-  const auto* message = read.value().value.as<ArchiveValue::Array>();
-  if (!message) raiseUnArchiverFailure(QStringLiteral("the message is not an array"));
-  if (!isReply) return performCall(*message, fromAddress);
-  retObj_ = *message;
-  retObjMemory_ = read.value().memory;
+  KeyedUnarchiver& message = read.value();
+  if (!message.isArray()) raiseUnArchiverFailure(QStringLiteral("the message is not an array"));
+  if (!isReply) return performCall(*message.value().as<ArchiveValue::Array>(), fromAddress);
+  retObj_ = std::move(message);
 }
 
 void IPCMgr::performCall(const ArchiveValue::Array& call, const IPCAddress& fromAddress) {

@@ -46,10 +46,10 @@ std::optional<QString> text(const ArchiveValue& answer) {
   return *text;
 }
 
-const ArchiveRecord& record(const ArchiveValue& answer) {
-  const auto* record = answer.as<ArchiveRecord>();
-  if (!record || record->archiveClass != &kNameAndRecNumberClass) raiseWrongAnswer();
-  return *record;
+bool takeRecords(const KeyedUnarchiver& reply, RecordTaker& taker) {
+  if (reply.isNil(1) || reply.isNilArg(1)) return false;
+  if (!reply.takeRecords(1, kNameAndRecNumberClass, taker)) raiseWrongAnswer();
+  return true;
 }
 
 }  // namespace answers

@@ -1,12 +1,10 @@
 #include "PropertyListReader.h"
 
-#include <QtEndian>
 #include <bit>
 
 namespace pendra {
 namespace {
 
-constexpr qsizetype kHeader = 8;
 constexpr qsizetype kTrailer = 32;
 
 PropertyListReader::Kind kindOf(unsigned marker) {
@@ -52,23 +50,6 @@ std::optional<PropertyListReader> PropertyListReader::of(QByteArrayView bytes) {
   if (list.objectCount_ > room || list.top_ >= list.objectCount_) return {};
   list.table_ = static_cast<qsizetype>(table);
   return list;
-}
-
-quint64 PropertyListReader::number(qsizetype at, qsizetype width) const {
-  const char* bytes = bytes_.data() + at;
-  switch (width) {
-    case 1:
-      return static_cast<unsigned char>(*bytes);
-    case 2:
-      return qFromBigEndian<quint16>(bytes);
-    case 4:
-      return qFromBigEndian<quint32>(bytes);
-    default:
-      break;
-  }
-  quint64 value = 0;
-  for (qsizetype i = at; i < at + width; ++i) value = value << 8 | static_cast<unsigned char>(bytes_[i]);
-  return value;
 }
 
 std::optional<PropertyListReader::Object> PropertyListReader::object(quint64 index) const {
@@ -123,10 +104,6 @@ bool PropertyListReader::fits(const Object& object) const {
   if (object.kind == Kind::Array) unit = referenceWidth_;
   if (object.kind == Kind::Dictionary) unit = 2 * qsizetype{referenceWidth_};
   return object.count <= (table_ - object.content) / unit;
-}
-
-quint64 PropertyListReader::reference(const Object& object, qsizetype i) const {
-  return number(object.content + i * referenceWidth_, referenceWidth_);
 }
 
 QByteArrayView PropertyListReader::keyBytes(const Object& dictionary) const {

@@ -2,6 +2,7 @@
 
 #include <QByteArrayView>
 #include <QString>
+#include <QtEndian>
 #include <optional>
 
 namespace pendra {
@@ -29,7 +30,11 @@ class PropertyListReader {
   /// None when the object does not exist or does not lie within the list.
   [[nodiscard]] std::optional<Object> object(quint64 index) const;
   /// The i-th reference of an array, or of a dictionary: its keys come first, then its values.
-  [[nodiscard]] quint64 reference(const Object& object, qsizetype i) const;
+  [[nodiscard]] quint64 reference(const Object& object, qsizetype i) const {
+    return number(object.content + i * referenceWidth_, referenceWidth_);
+  }
+  /// The number of the object at an index if it is of kind `Uid`, as `object` and `uid` would give it.
+  [[nodiscard]] std::optional<quint32> uidAt(quint64 index) const;
   /// The references of a dictionary's keys as they stand; equal bytes mean the same keys in the same order.
   [[nodiscard]] QByteArrayView keyBytes(const Object& dictionary) const;
 
@@ -39,19 +44,38 @@ class PropertyListReader {
   [[nodiscard]] std::optional<qint64> integer(const Object& object) const;
   [[nodiscard]] double real(const Object& object) const;
   [[nodiscard]] QString text(const Object& object) const;
+  [[nodiscard]] const char* bytesAt(qsizetype content) const { return bytes_.data() + content; }
   [[nodiscard]] bool isText(const Object& object, QStringView text) const;
 
  private:
-  quint64 number(qsizetype at, qsizetype width) const;
+  /// A number of up to eight bytes. Every number is followed by the trailer at least, so eight can be read.
+  quint64 number(qsizetype at, qsizetype width) const {
+    return qFromBigEndian<quint64>(bytes_.data() + at) >> (64 - 8 * width);
+  }
   bool readCount(Object& object, qsizetype& at) const;
   bool fits(const Object& object) const;
 
+  static constexpr qsizetype kHeader = 8;
+
   QByteArrayView bytes_;
   qsizetype table_ = 0;
-  int offsetWidth_ = 0;
-  int referenceWidth_ = 0;
+  qsizetype offsetWidth_ = 0;
+  qsizetype referenceWidth_ = 0;
   quint64 objectCount_ = 0;
   quint64 top_ = 0;
 };
+
+inline std::optional<quint32> PropertyListReader::uidAt(quint64 index) const {
+  if (index >= objectCount_) return {};
+  const quint64 offset = number(table_ + static_cast<qsizetype>(index) * offsetWidth_, offsetWidth_);
+  if (offset < kHeader || offset >= static_cast<quint64>(table_)) return {};
+  const auto at = static_cast<qsizetype>(offset) + 1;
+  const unsigned marker = static_cast<unsigned char>(bytes_[at - 1]);
+  const qsizetype width = (marker & 15) + 1;
+  if (marker >> 4 != 8 || width > 8 || width > table_ - at) return {};
+  const quint64 value = number(at, width);
+  if (value > 0xffffffff) return {};
+  return static_cast<quint32>(value);
+}
 
 }  // namespace pendra

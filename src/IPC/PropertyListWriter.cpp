@@ -1,6 +1,6 @@
 #include "PropertyListWriter.h"
 
-#include <QtEndian>
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -14,43 +14,27 @@ int widthFor(quint64 greatest) {
   return greatest <= 0xffffffff ? 4 : 8;
 }
 
-bool isAscii(QStringView text) {
-  return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
-}
+unsigned powerOf(int width) { return static_cast<unsigned>(std::countr_zero(static_cast<unsigned>(width))); }
 
 }  // namespace
 
-PropertyListWriter::PropertyListWriter(quint32 objectCount, qsizetype expectedSize)
+PropertyListWriter::PropertyListWriter(quint32 greatestCount, qsizetype expectedSize)
     : bytes_(expectedSize, Qt::Uninitialized),
-      objectCount_(objectCount),
-      referenceWidth_(widthFor(objectCount)) {
-  offsets_.reserve(objectCount);
+      at_(bytes_.data()),
+      end_(at_ + bytes_.size()),
+      offsets_(greatestCount),
+      referenceWidth_(widthFor(greatestCount)) {
   std::memcpy(room(8), "bplist00", 8);
+  at_ += 8;
 }
 
-int PropertyListWriter::referenceWidth(quint32 objectCount) { return widthFor(objectCount); }
+int PropertyListWriter::referenceWidth(quint32 count) { return widthFor(count); }
 
-char* PropertyListWriter::room(qsizetype size) {
-  if (used_ + size > bytes_.size()) bytes_.resize(2 * (used_ + size));
-  used_ += size;
-  return bytes_.data() + used_ - size;
-}
-
-void PropertyListWriter::begin() { offsets_.push_back(static_cast<quint32>(used_)); }
-
-void PropertyListWriter::integerBytes(quint64 number, int width) {
-  char* at = room(width);
-  switch (width) {
-    case 1:
-      *at = static_cast<char>(number);
-      return;
-    case 2:
-      return qToBigEndian(static_cast<quint16>(number), at);
-    case 4:
-      return qToBigEndian(static_cast<quint32>(number), at);
-    default:
-      return qToBigEndian(number, at);
-  }
+void PropertyListWriter::grow(qsizetype size) {
+  const qsizetype used = at_ - bytes_.constData();
+  bytes_.resize(2 * (used + size));
+  at_ = bytes_.data() + used;
+  end_ = bytes_.data() + bytes_.size();
 }
 
 void PropertyListWriter::sized(unsigned kind, quint64 count) {
@@ -60,71 +44,59 @@ void PropertyListWriter::sized(unsigned kind, quint64 count) {
   }
   const int width = widthFor(count);
   byte(kind << 4 | 15);
-  byte(0x10 | std::countr_zero(static_cast<unsigned>(width)));
+  byte(0x10 | powerOf(width));
   integerBytes(count, width);
 }
 
 void PropertyListWriter::text(QStringView text) {
-  begin();
-  if (isAscii(text)) {
-    sized(5, static_cast<quint64>(text.size()));
-    std::transform(text.begin(), text.end(), room(text.size()), [](QChar c) { return c.toLatin1(); });
-    return;
+  const qsizetype length = text.size();
+  char* const head = room(length + 16);
+  sized(5, static_cast<quint64>(length));
+  // Taken for ASCII at first, as most texts are.
+  const char16_t* const from = text.utf16();
+  char* const to = at_;
+  char16_t bits = 0;
+  for (qsizetype i = 0; i < length; ++i) {
+    bits |= from[i];
+    to[i] = static_cast<char>(from[i]);
   }
-  sized(6, static_cast<quint64>(text.size()));
-  qToBigEndian<quint16>(text.utf16(), text.size(), room(2 * text.size()));
+  at_ += length;
+  if (bits < 0x80) return;
+  at_ = head;
+  sized(6, static_cast<quint64>(length));
+  qToBigEndian<quint16>(from, length, room(2 * length));
+  at_ += 2 * length;
 }
 
 void PropertyListWriter::integer(qint64 number) {
-  begin();
   // Only eight bytes carry a sign.
   const int width = number < 0 ? 8 : widthFor(static_cast<quint64>(number));
-  byte(0x10 | std::countr_zero(static_cast<unsigned>(width)));
+  byte(0x10 | powerOf(width));
   integerBytes(static_cast<quint64>(number), width);
 }
 
 void PropertyListWriter::real(double number) {
-  begin();
   byte(0x23);
   integerBytes(std::bit_cast<quint64>(number), 8);
 }
 
-void PropertyListWriter::boolean(bool truth) {
-  begin();
-  byte(truth ? 9 : 8);
-}
-
 void PropertyListWriter::uid(quint32 number) {
-  begin();
   const int width = widthFor(number);
-  byte(0x80 | (width - 1));
+  byte(0x80 | static_cast<unsigned>(width - 1));
   integerBytes(number, width);
 }
 
-void PropertyListWriter::arrayHead(quint32 count) {
-  begin();
-  sized(10, count);
-}
-
-void PropertyListWriter::dictionaryHead(quint32 count) {
-  begin();
-  sized(13, count);
-}
-
-void PropertyListWriter::reference(quint32 object) { integerBytes(object, referenceWidth_); }
-
-QByteArray PropertyListWriter::finish() {
-  Q_ASSERT(offsets_.size() == objectCount_);
-  const auto table = static_cast<quint64>(used_);
+QByteArray PropertyListWriter::finish(quint32 count) {
+  const auto table = static_cast<quint64>(at_ - bytes_.constData());
   const int width = widthFor(table);
-  for (const quint32 offset : offsets_) integerBytes(offset, width);
-  std::memset(room(6), 0, 6);
-  byte(width);
-  byte(referenceWidth_);
-  integerBytes(offsets_.size(), 8);
-  integerBytes(0, 8);
-  integerBytes(table, 8);
-  bytes_.truncate(used_);
+  room((count + 1) * qsizetype{width} + 32);
+  for (quint32 i = 0; i < count; ++i) integerBytes(offsets_[i], width);
+  std::fill_n(room(6), 6, '\0');
+  at_ += 6;
+  byte(static_cast<unsigned>(width));
+  byte(static_cast<unsigned>(referenceWidth_));
+  for (const quint64 number : {quint64{count}, quint64{0}, table}) integerBytes(number, 8);
+  bytes_.truncate(at_ - bytes_.constData());
   return std::move(bytes_);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QHashFunctions>
 #include <QStringView>
+#include <array>
 #include <bit>
 #include <vector>
 
@@ -11,43 +12,56 @@ namespace pendra {
 /// customers is nothing but texts: looking them up is most of what writing it costs.
 class TextIndex {
  public:
-  explicit TextIndex(std::size_t expected) : slots_(std::bit_ceil(2 * expected + 16)) {}
+  /// Room for so many different texts; more must not be put.
+  explicit TextIndex(std::size_t greatestCount) : slots_(std::bit_ceil(greatestCount * 4 / 3 + 2)) {}
+
+  /// Says that a text will be looked for soon, in the order of these calls. Looking for a text in a large
+  /// table is mostly waiting for memory, which is so done beforehand.
+  void expect(QStringView text) {
+    const size_t hash = qHash(text, seed_);
+    __builtin_prefetch(&slots_[hash & (slots_.size() - 1)]);
+    if (pushed_ - popped_ == expected_.size()) popped_ = pushed_;
+    expected_[pushed_++ % expected_.size()] = {text, hash};
+  }
 
   /// The place that holds the number of an equal text, or 0 in a place that is free for it. `textOf(number)`
-  /// answers the text of a number. The place is good until the next call.
+  /// answers the text of a number.
   template <class TextOf>
   quint32& find(QStringView text, const TextOf& textOf) {
-    if (used_ * 2 >= slots_.size()) grow();
-    const auto hash = static_cast<quint32>(qHash(text, seed_));
+    const size_t hash = hashOf(text);
+    const auto mark = static_cast<quint32>(hash >> 32);
     size_t at = hash & (slots_.size() - 1);
     while (slots_[at].number != 0) {
-      if (slots_[at].hash == hash && textOf(slots_[at].number) == text) return slots_[at].number;
+      if (slots_[at].mark == mark && textOf(slots_[at].number) == text) return slots_[at].number;
       at = (at + 1) & (slots_.size() - 1);
     }
-    ++used_;
-    slots_[at].hash = hash;
+    slots_[at].mark = mark;
     return slots_[at].number;
   }
 
  private:
   struct Slot {
-    quint32 hash = 0;
+    quint32 mark = 0;  ///< a part of the hash that did not choose the slot
     quint32 number = 0;
   };
 
-  void grow() {
-    std::vector<Slot> old(slots_.size() * 2);
-    old.swap(slots_);
-    for (const Slot& slot : old) {
-      if (slot.number == 0) continue;
-      size_t at = slot.hash & (slots_.size() - 1);
-      while (slots_[at].number != 0) at = (at + 1) & (slots_.size() - 1);
-      slots_[at] = slot;
-    }
+  struct Expected {
+    QStringView text;
+    size_t hash = 0;
+  };
+
+  size_t hashOf(QStringView text) {
+    const Expected& next = expected_[popped_ % expected_.size()];
+    if (popped_ == pushed_ || next.text.data() != text.data() || next.text.size() != text.size())
+      return qHash(text, seed_);
+    ++popped_;
+    return next.hash;
   }
 
   std::vector<Slot> slots_;
-  size_t used_ = 0;
+  std::array<Expected, 64> expected_;
+  size_t pushed_ = 0;
+  size_t popped_ = 0;
   size_t seed_ = QHashSeed::globalSeed();
 };
 

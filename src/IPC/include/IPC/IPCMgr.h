@@ -51,6 +51,9 @@ class IPCMgr {
   /// Calls the peer and waits for its answer; nil for a nil or void one. A nil argument is passed as a nil
   /// value.
   ArchiveValue forwardInvocation(QStringView selector, const QList<ArchiveValue>& arguments);
+  /// The same for whoever builds the answer, element 1, from the reply; null for a one-way call. The reply is
+  /// good until the next call.
+  const KeyedUnarchiver* replyToInvocation(QStringView selector, const QList<ArchiveValue>& arguments);
   [[nodiscard]] const ProtocolMethod* methodSignatureForSelector(QStringView selector) const;
 
   /// Takes the next message as far as it has arrived, and performs and answers it when it is a call.
@@ -76,7 +79,7 @@ class IPCMgr {
   [[nodiscard]] VendedObject* vendedProxy() const { return vendedProxy_; }
   [[nodiscard]] const SupportedClasses& supportedClasses() const { return supportedClasses_; }
   [[nodiscard]] const QByteArray& fragmentBuffer() const { return gatherer_.fragmentBuffer(); }
-  [[nodiscard]] const std::optional<ArchiveValue::Array>& retObj() const { return retObj_; }
+  [[nodiscard]] const std::optional<KeyedUnarchiver>& retObj() const { return retObj_; }
   [[nodiscard]] const Protocol& protocol() const { return protocol_; }
   [[nodiscard]] const IPCAddress& remoteAddress() const { return remoteAddress_; }
   [[nodiscard]] const IPCTask* task() const { return task_.get(); }
@@ -116,10 +119,9 @@ class IPCMgr {
   bool awaitInput(Deadline deadline);
   bool takeInput();
   void awaitReply(QStringView selector);
-  void handleMessage(QByteArrayView archive, bool isReply, const IPCAddress& fromAddress);
+  void handleMessage(QByteArray archive, bool isReply, const IPCAddress& fromAddress);
   void performCall(const ArchiveValue::Array& call, const IPCAddress& fromAddress);
   [[nodiscard]] int sendWhenWritable(const Datagram& datagram, const IPCAddress& toAddress);
-  void clearRetObj();
 
   std::unique_ptr<IPCSocket> socket_;
   Protocol protocol_;
@@ -130,8 +132,7 @@ class IPCMgr {
   bool socketWritable_ = false;
   int servingDepth_ = 0;
   DatagramGatherer gatherer_;
-  std::optional<ArchiveValue::Array> retObj_;
-  qsizetype retObjMemory_ = 0;
+  std::optional<KeyedUnarchiver> retObj_;
 
   QString taskURL_;
   std::function<bool()> taskPreLaunchHandler_;

@@ -43,8 +43,21 @@ ArchiveValue archivedRow(const Row& row) {
 namespace answers {
 std::optional<ArchiveValue::Array> array(const ArchiveValue& answer);
 std::optional<QString> text(const ArchiveValue& answer);
-const ArchiveRecord& record(const ArchiveValue& answer);
+/// False when the answer of the reply is nil.
+bool takeRecords(const KeyedUnarchiver& reply, RecordTaker& taker);
 }  // namespace answers
+
+/// Makes rows of the records of a list.
+template <NamedRow Row>
+class RowTaker final : public RecordTaker {
+ public:
+  void expect(qsizetype count) override { rows.reserve(static_cast<std::size_t>(count)); }
+  void take(std::span<std::optional<QString>> fields) override {
+    rows.push_back(Row{std::move(fields[0]), std::move(fields[1]), std::move(fields[2])});
+  }
+
+  std::vector<Row> rows;
+};
 
 /// Vantor as its caller sees it. Throws what the channel throws.
 template <NamedRow Row>
@@ -62,11 +75,9 @@ class PDToVTProxy {
     for (const ArchiveValue& name : *elements) names.push_back(answers::text(name).value_or(QString()));
     return names;
   }
-  [[nodiscard]] std::optional<std::vector<Row>> getServicesArray() { return rows(call(u"getServicesArray")); }
-  [[nodiscard]] std::optional<std::vector<Row>> getCustomersArray() {
-    return rows(call(u"getCustomersArray"));
-  }
-  [[nodiscard]] std::optional<std::vector<Row>> getJobsArray() { return rows(call(u"getJobsArray")); }
+  [[nodiscard]] std::optional<std::vector<Row>> getServicesArray() { return rows(u"getServicesArray"); }
+  [[nodiscard]] std::optional<std::vector<Row>> getCustomersArray() { return rows(u"getCustomersArray"); }
+  [[nodiscard]] std::optional<std::vector<Row>> getJobsArray() { return rows(u"getJobsArray"); }
   /// Whether Vantor accepts this version of Pendra.
   [[nodiscard]] bool canTalkToPendra() { return !call(u"canTalkToPendra").isNil(); }
   /// Vantor's answer for one time record; nil when it has none.
@@ -77,16 +88,10 @@ class PDToVTProxy {
     return channel_.forwardInvocation(selector, arguments);
   }
 
-  static std::optional<std::vector<Row>> rows(const ArchiveValue& answer) {
-    const auto records = answers::array(answer);
-    if (!records) return {};
-    std::vector<Row> rows;
-    rows.reserve(static_cast<std::size_t>(records->size()));
-    for (const ArchiveValue& value : *records) {
-      const auto& fields = answers::record(value).fields;
-      rows.push_back(Row{answers::text(fields[0]), answers::text(fields[1]), answers::text(fields[2])});
-    }
-    return rows;
+  std::optional<std::vector<Row>> rows(QStringView selector) {
+    RowTaker<Row> taker;
+    if (!answers::takeRecords(*channel_.replyToInvocation(selector, {}), taker)) return {};
+    return std::move(taker.rows);
   }
 
   IPCMgr& channel_;
