@@ -66,46 +66,44 @@ bool ArchiveScan::run(qsizetype size) {
   return follow(table_.root, 1) || fail(QStringLiteral("the archive is damaged"));
 }
 
-std::optional<PropertyListReader::Object> ArchiveScan::valueFor(const Object& dictionary, QStringView key) {
-  for (qsizetype i = 0; i < dictionary.count; ++i) {
-    const auto name = list_.object(list_.reference(dictionary, i));
-    if (name && list_.isText(*name, key))
-      return list_.object(list_.reference(dictionary, dictionary.count + i));
-  }
-  return {};
+/// The reference of a key's value; one that leads nowhere when the dictionary lacks the key.
+quint64 ArchiveScan::referenceFor(const Object& dictionary, QStringView key) const {
+  for (qsizetype i = 0; i < dictionary.count; ++i)
+    if (list_.isText(list_.object(list_.reference(dictionary, i)), key))
+      return list_.reference(dictionary, dictionary.count + i);
+  return list_.objectCount();
+}
+
+PropertyListReader::Object ArchiveScan::valueFor(const Object& dictionary, QStringView key) const {
+  return list_.object(referenceFor(dictionary, key));
 }
 
 bool ArchiveScan::readTop() {
   const auto dictionary = list_.object(list_.top());
-  if (!dictionary || dictionary->kind != Kind::Dictionary || !work(dictionary->count)) return false;
-  const auto version = valueFor(*dictionary, u"$version");
-  const auto archiver = valueFor(*dictionary, u"$archiver");
-  const auto top = valueFor(*dictionary, u"$top");
-  const auto objects = valueFor(*dictionary, u"$objects");
-  if (!version || version->kind != Kind::Integer || list_.integer(*version) != 100000) return false;
-  if (!archiver || !list_.isText(*archiver, u"NSKeyedArchiver")) return false;
-  if (!objects || objects->kind != Kind::Array || objects->count < 1) return false;
-  if (!top || top->kind != Kind::Dictionary || !work(top->count)) return false;
-  objects_ = *objects;
+  if (dictionary.kind != Kind::Dictionary || !work(dictionary.count)) return false;
+  const auto version = valueFor(dictionary, u"$version");
+  const auto archiver = valueFor(dictionary, u"$archiver");
+  const auto top = valueFor(dictionary, u"$top");
+  const auto objects = valueFor(dictionary, u"$objects");
+  if (version.kind != Kind::Integer || list_.integer(version) != 100000) return false;
+  if (!list_.isText(archiver, u"NSKeyedArchiver")) return false;
+  if (objects.kind != Kind::Array || objects.count < 1) return false;
+  if (top.kind != Kind::Dictionary || !work(top.count)) return false;
+  objects_ = objects;
   const auto null = objectNumbered(0);
-  if (!null || !list_.isText(*null, u"$null")) return false;
-  const auto root = valueFor(*top, u"root");
-  if (!root || root->kind != Kind::Uid) return false;
-  const auto number = list_.uid(*root);
-  if (!number || *number >= objects_.count) return false;
-  table_.root = *number;
-  return true;
+  if (!list_.isText(null, u"$null")) return false;
+  table_.root = numberAt(referenceFor(top, u"root"));
+  return table_.root != kNoNumber;
 }
 
-std::optional<PropertyListReader::Object> ArchiveScan::objectNumbered(quint32 number) const {
+PropertyListReader::Object ArchiveScan::objectNumbered(quint32 number) const {
   return list_.object(list_.reference(objects_, number));
 }
 
 /// The number that a reference object holds; none when it is no reference or leads out of the archive.
-std::optional<quint32> ArchiveScan::numberAt(quint64 reference) const {
-  const auto number = list_.uidAt(reference);
-  if (!number || *number >= objects_.count) return {};
-  return number;
+quint32 ArchiveScan::numberAt(quint64 reference) const {
+  const quint64 number = list_.uidAt(reference);
+  return number < static_cast<quint64>(objects_.count) ? static_cast<quint32>(number) : kNoNumber;
 }
 
 /// Records of one class mostly have their keys in one order, so the last shapes are kept.
@@ -117,9 +115,9 @@ const ArchiveScan::Shape* ArchiveScan::shapeOf(const Object& dictionary) {
   Shape shape{.keys = bytes.toByteArray(), .positions = std::vector<qsizetype>(keys_.size(), -1)};
   for (qsizetype i = dictionary.count; i-- > 0;) {
     const auto name = list_.object(list_.reference(dictionary, i));
-    if (!name || name->kind != Kind::Text) return nullptr;
+    if (name.kind != Kind::Text) return nullptr;
     for (std::size_t key = 0; key < keys_.size(); ++key)
-      if (list_.isText(*name, keys_[key])) shape.positions[key] = i;
+      if (list_.isText(name, keys_[key])) shape.positions[key] = i;
   }
   if (shapes_.size() < kKeptShapes && bytes.size() <= 1024) return &shapes_.emplace_back(std::move(shape));
   otherShape_ = std::move(shape);
@@ -132,25 +130,25 @@ bool ArchiveScan::readNode(quint32 number) {
   const quint64 index = list_.reference(objects_, number);
   const auto object = list_.object(index);
   if (!object) return false;
-  if (object->kind == Kind::Dictionary) {
-    const Shape* shape = shapeOf(*object);
+  if (object.kind == Kind::Dictionary) {
+    const Shape* shape = shapeOf(object);
     if (!shape) return false;
-    if (shape->positions[kClassName] >= 0) return readClass(number, *object, *shape);
-    return shape->positions[kClass] < 0 || readInstance(*object, *shape, node);
+    if (shape->positions[kClassName] >= 0) return readClass(number, object, *shape);
+    return shape->positions[kClass] < 0 || readInstance(object, *shape, node);
   }
   node.first = static_cast<quint32>(index);
-  if (object->kind == Kind::Text) readText(*object, node);
-  if (object->kind == Kind::Real || object->kind == Kind::Boolean ||
-      (object->kind == Kind::Integer && list_.integer(*object)))
+  if (object.kind == Kind::Text) readText(object, node);
+  if (object.kind == Kind::Real || object.kind == Kind::Boolean ||
+      (object.kind == Kind::Integer && list_.integer(object)))
     node.kind = NodeKind::Number;
   return true;
 }
 
 bool ArchiveScan::readClass(quint32 number, const Object& dictionary, const Shape& shape) {
   const auto name = list_.object(list_.reference(dictionary, dictionary.count + shape.positions[kClassName]));
-  if (!name || name->kind != Kind::Text) return false;
-  const auto meaning = meaningOf(list_, *name, classes_);
-  if (!meaning) return fail(formatted(u"class %@ is not permitted", {list_.text(*name).left(100)}));
+  if (name.kind != Kind::Text) return false;
+  const auto meaning = meaningOf(list_, name, classes_);
+  if (!meaning) return fail(formatted(u"class %@ is not permitted", {list_.text(name).left(100)}));
   table_.nodes[number].kind = NodeKind::Class;
   table_.nodes[number].first = *meaning;
   return true;
@@ -158,18 +156,18 @@ bool ArchiveScan::readClass(quint32 number, const Object& dictionary, const Shap
 
 bool ArchiveScan::readInstance(const Object& dictionary, const Shape& shape, ArchiveNode& node) {
   const auto number = numberAt(list_.reference(dictionary, dictionary.count + shape.positions[kClass]));
-  if (!number) return false;
-  if (table_.nodes[*number].kind != NodeKind::Class) {
-    const auto object = objectNumbered(*number);
-    if (!object || object->kind != Kind::Dictionary) return false;
-    const Shape* classShape = shapeOf(*object);
-    if (!classShape || classShape->positions[kClassName] < 0 || !readClass(*number, *object, *classShape))
+  if (number == kNoNumber) return false;
+  if (table_.nodes[number].kind != NodeKind::Class) {
+    const auto object = objectNumbered(number);
+    if (object.kind != Kind::Dictionary) return false;
+    const Shape* classShape = shapeOf(object);
+    if (!classShape || classShape->positions[kClassName] < 0 || !readClass(number, object, *classShape))
       return false;
     // A shape is good until the next one is asked for.
     const Shape* again = shapeOf(dictionary);
     return again && readInstance(dictionary, *again, node);
   }
-  switch (const quint32 meaning = table_.nodes[*number].first) {
+  switch (const quint32 meaning = table_.nodes[number].first) {
     case kArrayClass:
       return readArray(dictionary, shape, node);
     case kTextClass:
@@ -197,13 +195,13 @@ bool ArchiveScan::readArray(const Object& dictionary, const Shape& shape, Archiv
   if (shape.positions[kObjects] < 0) return false;
   const auto elements =
       list_.object(list_.reference(dictionary, dictionary.count + shape.positions[kObjects]));
-  if (!elements || elements->kind != Kind::Array || !work(elements->count)) return false;
-  quint32* part = addParts(node, NodeKind::Array, elements->count);
+  if (elements.kind != Kind::Array || !work(elements.count)) return false;
+  quint32* part = addParts(node, NodeKind::Array, elements.count);
   if (!part) return false;
-  for (qsizetype i = 0; i < elements->count; ++i) {
-    const auto number = numberAt(list_.reference(*elements, i));
-    if (!number) return false;
-    *part++ = *number;
+  for (qsizetype i = 0; i < elements.count; ++i) {
+    const auto number = numberAt(list_.reference(elements, i));
+    if (number == kNoNumber) return false;
+    *part++ = number;
   }
   return true;
 }
@@ -216,8 +214,8 @@ bool ArchiveScan::readRecord(const Object& dictionary, const Shape& shape, Archi
   for (qsizetype i = 0; i < keyCount; ++i, ++part) {
     if (position[i] < 0) continue;
     const auto number = numberAt(list_.reference(dictionary, dictionary.count + position[i]));
-    if (!number) return false;
-    *part = *number;
+    if (number == kNoNumber) return false;
+    *part = number;
   }
   return true;
 }
@@ -233,10 +231,10 @@ void ArchiveScan::readText(const Object& text, ArchiveNode& node) {
 bool ArchiveScan::readTextObject(const Object& dictionary, const Shape& shape, ArchiveNode& node) {
   if (shape.positions[kString] < 0) return false;
   quint64 place = list_.reference(dictionary, dictionary.count + shape.positions[kString]);
-  if (const auto number = numberAt(place)) place = list_.reference(objects_, *number);
+  if (const auto number = numberAt(place); number != kNoNumber) place = list_.reference(objects_, number);
   const auto text = list_.object(place);
-  if (!text || text->kind != Kind::Text) return false;
-  readText(*text, node);
+  if (text.kind != Kind::Text) return false;
+  readText(text, node);
   return true;
 }
 

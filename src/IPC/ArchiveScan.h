@@ -3,7 +3,6 @@
 // is anything built from the table, which cannot fail any more.
 
 #include <QByteArrayView>
-#include <optional>
 #include <vector>
 
 #include "IPC/SupportedClasses.h"
@@ -71,10 +70,12 @@ class ArchiveScan {
   bool readTextObject(const Object& dictionary, const Shape& shape, ArchiveNode& node);
   bool readClass(quint32 number, const Object& dictionary, const Shape& shape);
   quint32* addParts(ArchiveNode& node, ArchiveNode::Kind kind, qsizetype count);
-  std::optional<quint32> numberAt(quint64 reference) const;
-  std::optional<Object> objectNumbered(quint32 number) const;
+  static constexpr quint32 kNoNumber = ~quint32{0};
+  [[nodiscard]] quint32 numberAt(quint64 reference) const;
+  [[nodiscard]] Object objectNumbered(quint32 number) const;
   const Shape* shapeOf(const Object& dictionary);
-  std::optional<Object> valueFor(const Object& dictionary, QStringView key);
+  [[nodiscard]] quint64 referenceFor(const Object& dictionary, QStringView key) const;
+  [[nodiscard]] Object valueFor(const Object& dictionary, QStringView key) const;
   bool follow(quint32 number, int depth);
   bool followParts(ArchiveNode& node, int depth);
   bool share(ArchiveNode& node);

@@ -194,6 +194,8 @@ void IPCMgr::taskEnded() {
 void IPCMgr::awaitReply(QStringView selector) {
   const auto answered = [&] { return retObj_ && retObj_->isText(0, selector); };
   const Deadline deadline = std::chrono::steady_clock::now() + limits_.reply;
+  // Mostly one datagram is the answer, and for one it takes one system call to wait and to receive.
+  takeInput(limits_.reply);
   while (!answered() && awaitInput(deadline)) takeInput();
 }
 
@@ -206,10 +208,10 @@ bool IPCMgr::awaitInput(Deadline deadline) {
   return socket_ && socket_->wait(deadline);
 }
 
-/// Takes one datagram if one is there.
-bool IPCMgr::takeInput() {
+/// Takes one datagram if one is there, or comes within the limit.
+bool IPCMgr::takeInput(std::chrono::milliseconds limit) {
   if (!socket_) return false;
-  const auto received = socket_->receive();
+  const auto received = socket_->receive(limit);
   if (!received) raiseUnArchiverFailure(received.error().text);
   const auto& datagram = received.value();
   if (!datagram) return false;

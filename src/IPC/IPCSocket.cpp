@@ -62,15 +62,20 @@ int IPCSocket::setBufferSizes() const {
   return error ? error : setOption(descriptor(), SO_RCVBUF, size);
 }
 
+/// Sets how long the system waits, unless that is known already.
+int IPCSocket::setLimit(int option, std::chrono::milliseconds limit, std::chrono::milliseconds& known) const {
+  if (limit == known) return 0;
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limit);
+  const timeval time{.tv_sec = seconds.count(),
+                     .tv_usec = std::chrono::microseconds(limit - seconds).count()};
+  if (const int error = setOption(descriptor(), option, time)) return error;
+  known = limit;
+  return 0;
+}
+
 int IPCSocket::send(const Datagram& datagram, IPCAddress to, std::chrono::milliseconds limit) {
   if (to.isNobody()) return EDESTADDRREQ;
-  if (limit != sendLimit_) {
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limit);
-    const timeval time{.tv_sec = seconds.count(),
-                       .tv_usec = std::chrono::microseconds(limit - seconds).count()};
-    if (const int error = setOption(descriptor(), SO_SNDTIMEO, time)) return error;
-    sendLimit_ = limit;
-  }
+  if (const int error = setLimit(SO_SNDTIMEO, limit, sendLimit_)) return error;
   auto header = datagram.header.bytes();
   std::array<iovec, 2> parts{iovec{.iov_base = header.data(), .iov_len = header.size()},
                              iovec{.iov_base = const_cast<char*>(datagram.payload.data()),
@@ -85,8 +90,9 @@ int IPCSocket::send(const Datagram& datagram, IPCAddress to, std::chrono::millis
   return sent < 0 ? MoreUNIXErrno(-1) : 0;
 }
 
-Result<std::optional<IPCSocket::Received>> IPCSocket::receive() {
-  while (true) {
+Result<std::optional<IPCSocket::Received>> IPCSocket::receive(std::chrono::milliseconds limit) {
+  const bool waits = limit.count() > 0 && setLimit(SO_RCVTIMEO, limit, receiveLimit_) == 0;
+  for (int flags = waits ? 0 : MSG_DONTWAIT;; flags = MSG_DONTWAIT) {
     iovec part{.iov_base = buffer_.data(), .iov_len = buffer_.size()};
     alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(ucred))> control{};
     msghdr message{};
@@ -96,7 +102,7 @@ Result<std::optional<IPCSocket::Received>> IPCSocket::receive() {
     message.msg_controllen = control.size();
     Received received;
     received.from.prepareReceive(message);
-    const ssize_t size = recvmsg(descriptor(), &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
+    const ssize_t size = recvmsg(descriptor(), &message, flags | MSG_CMSG_CLOEXEC);
     if (size < 0 && errno == EINTR) continue;
     if (size < 0) return std::optional<Received>();
     if (!isOurOwn(senderOf(message))) continue;

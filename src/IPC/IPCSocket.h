@@ -33,17 +33,21 @@ class IPCSocket {
   /// 0 or an errno value. Waits while the receiver has no room, for at most the limit.
   [[nodiscard]] int send(const Datagram& datagram, IPCAddress to, std::chrono::milliseconds limit);
   /// The next datagram that is there; none when there is none. A datagram from another user is dropped and
-  /// logged, one that cannot be a datagram of the channel is a failure.
-  Result<std::optional<Received>> receive();
+  /// logged, one that cannot be a datagram of the channel is a failure. With a limit, one that is not there
+  /// yet is waited for; a signal or a dropped datagram ends that early.
+  Result<std::optional<Received>> receive(std::chrono::milliseconds limit = {});
   /// Sleeps until a datagram is there (true) or the deadline has come (false).
   [[nodiscard]] bool wait(Deadline deadline) const;
 
  private:
   explicit IPCSocket(Descriptor descriptor);
   [[nodiscard]] int setBufferSizes() const;
+  [[nodiscard]] int setLimit(int option, std::chrono::milliseconds limit,
+                             std::chrono::milliseconds& known) const;
 
   Descriptor descriptor_;
   std::chrono::milliseconds sendLimit_{0};
+  std::chrono::milliseconds receiveLimit_{0};
   std::vector<char> buffer_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <algorithm>
+#include <memory>
 #include <span>
 #include <type_traits>
 
@@ -73,7 +74,7 @@ class ArchiveWriter {
         firstNumbered_(nextInnerArray_ + static_cast<quint32>(census.arrays + census.classes())),
         writer_(firstNumbered_ + 2 * static_cast<quint32>(census.objects()), expectedSize(census)),
         index_(census.texts),
-        texts_(census.objects()) {
+        texts_(std::make_unique_for_overwrite<const QString*[]>(census.objects())) {
     for (const ClassEntry& entry : classes_) {
       writer_.begin(entry.nameAt).text(entry.name);
       quint32 at = entry.nameAt;
@@ -259,8 +260,8 @@ class ArchiveWriter {
   quint32 count_ = 0;
   PropertyListWriter writer_;
   TextIndex index_;
-  std::vector<const QString*> texts_;  ///< by their numbers
-  std::vector<quint32> parts_;         ///< of the arrays and records that are being written
+  std::unique_ptr<const QString*[]> texts_;  ///< by their numbers
+  std::vector<quint32> parts_;               ///< of the arrays and records that are being written
   QHash<qint64, quint32> integers_;
   QHash<double, quint32> reals_;
   QHash<bool, quint32> booleans_;

@@ -73,7 +73,7 @@ class ValueBuilder {
       case NodeKind::Text:
         return texts_.build(node);
       case NodeKind::Number:
-        return number(*content_.list.object(node.first));
+        return number(content_.list.object(node.first));
       case NodeKind::Array:
         return parts(node);
       case NodeKind::Record:

@@ -52,49 +52,56 @@ std::optional<PropertyListReader> PropertyListReader::of(QByteArrayView bytes) {
   return list;
 }
 
-std::optional<PropertyListReader::Object> PropertyListReader::object(quint64 index) const {
-  if (index >= objectCount_) return {};
+PropertyListReader::Object PropertyListReader::object(quint64 index) const {
+  Object object;
+  if (index >= objectCount_) return object;
   const quint64 offset = number(table_ + static_cast<qsizetype>(index) * offsetWidth_, offsetWidth_);
-  if (offset < kHeader || offset >= static_cast<quint64>(table_)) return {};
-  auto at = static_cast<qsizetype>(offset);
-  const unsigned marker = static_cast<unsigned char>(bytes_[at++]);
-  Object object{.kind = kindOf(marker), .wide = false, .content = at, .count = marker & 15};
-  switch (object.kind) {
-    case Kind::Other:
-      return object;
-    case Kind::Boolean:
-      object.wide = marker == 9;
-      object.count = 0;
-      return object;
-    case Kind::Integer:
-    case Kind::Real:
-      if (object.count > 4 || (object.kind == Kind::Real && (object.count < 2 || object.count > 3)))
-        return {};
-      object.count = qsizetype{1} << object.count;
-      break;
-    case Kind::Uid:
-      object.count += 1;
-      break;
-    default:
-      object.wide = marker >> 4 == 6;
-      if (object.count == 15 && !readCount(object, at)) return {};
-      object.content = at;
-  }
-  if (!fits(object)) return {};
+  if (offset < kHeader || offset >= static_cast<quint64>(table_)) return object;
+  object.content = static_cast<qsizetype>(offset) + 1;
+  const unsigned marker = static_cast<unsigned char>(bytes_[object.content - 1]);
+  object.kind = kindOf(marker);
+  if (!readSize(object, marker) || !fits(object)) object.kind = Kind::None;
   return object;
 }
 
+/// Reads how much content there is, which the lower half of the marker tells in a way of each kind.
+bool PropertyListReader::readSize(Object& object, unsigned marker) const {
+  object.count = marker & 15;
+  switch (object.kind) {
+    case Kind::Other:
+      object.count = 0;
+      return true;
+    case Kind::Boolean:
+      object.wide = marker == 9;
+      object.count = 0;
+      return true;
+    case Kind::Integer:
+    case Kind::Real:
+      if (object.count > 4 || (object.kind == Kind::Real && (object.count < 2 || object.count > 3)))
+        return false;
+      object.count = qsizetype{1} << object.count;
+      return true;
+    case Kind::Uid:
+      object.count += 1;
+      return true;
+    default:
+      object.wide = marker >> 4 == 6;
+      return object.count < 15 || readCount(object);
+  }
+}
+
 /// Reads a count of 15 and more, which is a whole number of its own behind the marker.
-bool PropertyListReader::readCount(Object& object, qsizetype& at) const {
+bool PropertyListReader::readCount(Object& object) const {
+  qsizetype at = object.content;
   if (at >= table_) return false;
   const unsigned marker = static_cast<unsigned char>(bytes_[at++]);
   if (marker >> 4 != 1 || (marker & 15) > 3) return false;
   const qsizetype width = qsizetype{1} << (marker & 15);
   if (width > table_ - at) return false;
   const quint64 count = number(at, width);
-  at += width;
   if (count > static_cast<quint64>(table_)) return false;
   object.count = static_cast<qsizetype>(count);
+  object.content = at + width;
   return true;
 }
 
@@ -102,19 +109,13 @@ bool PropertyListReader::fits(const Object& object) const {
   qsizetype unit = 1;
   if (object.kind == Kind::Text && object.wide) unit = 2;
   if (object.kind == Kind::Array) unit = referenceWidth_;
-  if (object.kind == Kind::Dictionary) unit = 2 * qsizetype{referenceWidth_};
-  return object.count <= (table_ - object.content) / unit;
+  if (object.kind == Kind::Dictionary) unit = 2 * referenceWidth_;
+  // Neither can overflow: a count is no greater than the list, and a unit no greater than 16.
+  return object.count * unit <= table_ - object.content;
 }
 
 QByteArrayView PropertyListReader::keyBytes(const Object& dictionary) const {
   return bytes_.sliced(dictionary.content, dictionary.count * referenceWidth_);
-}
-
-std::optional<quint32> PropertyListReader::uid(const Object& object) const {
-  if (object.count > 8) return {};
-  const quint64 value = number(object.content, object.count);
-  if (value > 0xffffffff) return {};
-  return static_cast<quint32>(value);
 }
 
 std::optional<qint64> PropertyListReader::integer(const Object& object) const {

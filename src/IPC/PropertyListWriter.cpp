@@ -22,7 +22,7 @@ PropertyListWriter::PropertyListWriter(quint32 greatestCount, qsizetype expected
     : bytes_(expectedSize, Qt::Uninitialized),
       at_(bytes_.data()),
       end_(at_ + bytes_.size()),
-      offsets_(greatestCount),
+      offsets_(std::make_unique_for_overwrite<quint32[]>(greatestCount)),
       referenceWidth_(widthFor(greatestCount)) {
   std::memcpy(room(8), "bplist00", 8);
   at_ += 8;

@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QStringView>
 #include <QtEndian>
-#include <vector>
+#include <memory>
 
 namespace pendra {
 
@@ -56,7 +56,7 @@ class PropertyListWriter {
   QByteArray bytes_;
   char* at_;
   char* end_;
-  std::vector<quint32> offsets_;
+  std::unique_ptr<quint32[]> offsets_;
   int referenceWidth_;
 };
 

@@ -117,7 +117,7 @@ class IPCMgr {
   void launchTask();
   void taskEnded();
   bool awaitInput(Deadline deadline);
-  bool takeInput();
+  bool takeInput(std::chrono::milliseconds limit = {});
   void awaitReply(QStringView selector);
   void handleMessage(QByteArray archive, bool isReply, const IPCAddress& fromAddress);
   void performCall(const ArchiveValue::Array& call, const IPCAddress& fromAddress);
