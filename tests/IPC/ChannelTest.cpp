@@ -172,6 +172,19 @@ TEST(Channel, DropsWhatAnotherUserSends) {
   EXPECT_EQ(LogCollector::lines(), Lines{"dropped a datagram from user 65534"});
 }
 
+/// A peer that never reads holds up a long call, until its end makes a failure of it.
+TEST(Channel, IsFreedByTheEndOfAPeerThatNeverReads) {
+  const SocketFolder folder;
+  const auto client = clientOf(folder);
+  auto deaf = std::make_unique<RawPeer>(folder.bytes("server"));
+  Beside ending([&] {
+    deaf->awaitInput();
+    deaf.reset();
+  });
+  EXPECT_EQ(failureOf([&] { client->forwardInvocation(u"echo:", {QString(300000, u'x')}); }),
+            "VTIPCSend: error occurred trying to send datagram, error: Connection refused (POSIX 111)");
+}
+
 TEST(Channel, WaitsForRoomAsLongAsItTakes) {
   const SocketFolder folder;
   const auto client = clientOf(folder);

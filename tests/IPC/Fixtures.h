@@ -1,6 +1,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -62,6 +63,12 @@ class RawPeer {
     EXPECT_EQ(IPCAddress::forPath(path).bind(socket_.get()), 0);
     const timeval patience{.tv_sec = 20, .tv_usec = 0};
     setsockopt(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+  }
+
+  /// Returns when there is something to read.
+  void awaitInput() const {
+    pollfd waiting{.fd = socket_.get(), .events = POLLIN, .revents = 0};
+    EXPECT_EQ(poll(&waiting, 1, 20000), 1);
   }
 
   QByteArray receive() {

@@ -24,8 +24,11 @@ inline QCoreApplication& application() {
 /// Another program that says "ready" on its standard output.
 class Peer {
  public:
-  Peer(const QString& program, const QStringList& arguments) {
+  Peer(const QString& program, const QStringList& arguments, const QString& bus = {}) {
     application();
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus);
+    process_.setProcessEnvironment(environment);
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     process_.start(program, arguments);
@@ -34,11 +37,15 @@ class Peer {
   ~Peer() { end(); }
   Q_DISABLE_COPY_MOVE(Peer)
 
+  /// Sends it a signal.
+  void tell(int signal) const { ::kill(static_cast<pid_t>(process_.processId()), signal); }
+  QByteArray said() { return process_.readLine(); }
   void waitForItsEnd() { EXPECT_TRUE(process_.waitForFinished(20000)); }
   void end() {
     process_.kill();
     process_.waitForFinished();
   }
+  int exitCode() const { return process_.exitCode(); }
 
  private:
   QProcess process_;
