@@ -1,7 +1,6 @@
 #include "Commands.h"
 
 #include <QApplication>
-#include <QHash>
 #include <QMetaObject>
 
 #include "LinkServices.h"
@@ -11,6 +10,7 @@
 #include "platform/Resources.h"
 #include "ui/LogPaneView.h"
 #include "ui/TimerWindowController.h"
+#include "ui_core/HelpAnchors.h"
 #include "ui_core/ListEditor.h"
 #include "ui_core/RunCommand.h"
 #include "ui_core/ShellCommands.h"
@@ -29,21 +29,13 @@ QString spokenName(const MenuModel& menus, Command command) {
   return {};
 }
 
-/// The place in the help book that a window stands for.
+/// The place in the help book for a window, or for the one that it belongs to.
 QString anchorOf(const QWidget* sender) {
-  static const QHash<QString, QString> kAnchors{
-      {QStringLiteral("Set Up Pendra"), QStringLiteral("setup")},
-      {QStringLiteral("Customers and Jobs"), QStringLiteral("customers-and-jobs")},
-      {QStringLiteral("Service Items"), QStringLiteral("service-items")},
-      {QStringLiteral("Preferences"), QStringLiteral("preferences")},
-      {QStringLiteral("About Pendra"), QStringLiteral("about")},
-      {QStringLiteral("Welcome to Pendra"), QStringLiteral("welcome")},
-      {QStringLiteral("Add Activity"), QStringLiteral("activity-editor")},
-      {QStringLiteral("Edit Activity"), QStringLiteral("activity-editor")},
-      {QStringLiteral("Edit Time Entry"), QStringLiteral("time-entry-editor")},
-      {QStringLiteral("Send Time"), QStringLiteral("send-time")},
-  };
-  return kAnchors.value(sender ? sender->window()->windowTitle() : QString(), QStringLiteral("timer-window"));
+  for (; sender; sender = sender->parentWidget()) {
+    if (!sender->isWindow()) continue;
+    if (const auto anchor = help::anchorOfWindow(sender->windowTitle())) return *anchor;
+  }
+  return help::kTimerWindow;
 }
 
 /// Hands an edit command to the field that has the keyboard focus.

@@ -97,6 +97,14 @@ class Program:
             return None
         return wait_for(f"a window titled {title!r}", look, seconds)
 
+    def titles(self):
+        """The titles of the windows that are shown; a sheet that closed is still there, hidden."""
+        from gi.repository import Atspi
+        root = self.root()
+        children = [root.get_child_at_index(index) for index in range(root.get_child_count())] if root else []
+        return [child.get_name() for child in children
+                if child and child.get_state_set().contains(Atspi.StateType.SHOWING)]
+
     def names(self, within=None):
         return [node.get_name() for node in self.walk(within) if node.get_name()]
 
@@ -109,6 +117,13 @@ class Program:
             action.do_action(0)
         except Exception:  # a press that opens a modal window answers only when that has closed
             pass
+
+    def choose(self, item, window):
+        """Chooses an item from the menus of a window, as assistive technology does."""
+        found = wait_for(f"a menu item {item!r}", lambda: next(
+            (node for node in self.walk(self.window(window))
+             if node.get_name() == item and node.get_role_name() == "menu item"), None))
+        found.get_action_iface().do_action(0)
 
     def text(self, name, role=None, within=None):
         """What stands in a field."""
@@ -153,20 +168,31 @@ class Desktop:
         self.documents.mkdir()
         (self.home / ".config").mkdir()
         (self.home / ".config" / "user-dirs.dirs").write_text('XDG_DOCUMENTS_DIR="$HOME/Documents"\n')
-        # No test reaches a network: statistics are off before the first start.
+        # No test reaches a network: statistics are off before the first start, and go to a closed port.
         defaults = self.home / ".config" / "com.corvel.pendra"
         defaults.mkdir()
         (defaults / "defaults.ini").write_text("[General]\nVTAnalyticsTracker=false\n")
         self.environment = {**os.environ, "HOME": str(self.home), "DISPLAY": display,
                             "XDG_CONFIG_HOME": str(self.home / ".config"), "XDG_CACHE_HOME": str(self.home / ".cache"),
                             "XDG_DATA_HOME": str(self.home / ".local"), "QT_QPA_PLATFORM": "xcb", "TZ": "Europe/Berlin",
-                            "LC_ALL": "C.UTF-8", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_ACCESSIBILITY": "1"}
+                            "LC_ALL": "C.UTF-8", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_ACCESSIBILITY": "1",
+                            "PENDRA_ANALYTICS_ADDRESS": "http://127.0.0.1:9/"}
         self.programs = []
 
     def start(self, *arguments):
         program = Program(self, *arguments)
         self.programs.append(program)
         return program
+
+    def sample(self, name, *options):
+        """A new document with sample data."""
+        document = self.documents / f"{name}.pdr"
+        subprocess.run([pathlib.Path(self.program).with_name("sample-document"), document, *options], check=True)
+        return document
+
+    def forget_defaults(self):
+        """As on a first run, statistics included."""
+        (self.home / ".config" / "com.corvel.pendra" / "defaults.ini").unlink()
 
     def defaults(self):
         path = self.home / ".config" / "com.corvel.pendra" / "defaults.ini"

@@ -88,11 +88,12 @@ void LogFilterRow::addHideSubmitted(UserDefaults& defaults) {
   hideSubmitted_->setFont(Theme::controlFont());
   hideSubmitted_->setChecked(log_.hidesSubmitted());
   row_->addWidget(hideSubmitted_);
-  connect(hideSubmitted_, &QCheckBox::clicked, this, [this](bool checked) {
+  connect(hideSubmitted_, &QCheckBox::toggled, this, [this](bool checked) {
     log_.setHidesSubmitted(checked);
     log_.updateRunningPeriods();
   });
   hideChanges_ = defaults.changesOf(preferences::kHideSubmitted).observe([this] {
+    const QSignalBlocker silent(hideSubmitted_);
     hideSubmitted_->setChecked(log_.hidesSubmitted());
   });
 }

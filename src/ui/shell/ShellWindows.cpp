@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include "platform/Preferences.h"
@@ -145,10 +146,12 @@ QCheckBox* PreferencesWindow::addPreference(const QString& key, const QString& t
   box->setAccessibleDescription(explanation);
   box->setObjectName(key);
   const auto show = [this, box, key, byDefault] {
+    const QSignalBlocker silent(box);
     box->setChecked(defaults_.contains(key) ? defaults_.boolean(key) : byDefault);
   };
   show();
-  connect(box, &QCheckBox::clicked, this, [this, key](bool checked) { defaults_.setBoolean(key, checked); });
+  // Assistive technology toggles a box and does not click it.
+  connect(box, &QCheckBox::toggled, this, [this, key](bool checked) { defaults_.setBoolean(key, checked); });
   observations_.push_back(defaults_.changesOf(key).observe(show));
   return box;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <optional>
 
 /// Where in the help book each window stands; F1 in it opens the book there. A menu item's anchor is its tag.
 namespace pendra::help {
@@ -27,5 +28,9 @@ inline const QStringList kAll{
     kTimerWindow,      kTimeLog,      kActivityEditor, kTimeEntryEditor, kSetup,
     kCustomersAndJobs, kServiceItems, kSendTime,       kPreferences,     kAbout,
     kWelcome,          kFirstDay,     kFirstSending,   kBackups,         kVantorNotFound};
+
+/// Where the window of that title stands; none for the timer window, which is titled as its document, and for
+/// alerts and panels.
+[[nodiscard]] std::optional<QString> anchorOfWindow(const QString& title);
 
 }  // namespace pendra::help

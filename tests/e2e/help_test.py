@@ -1,0 +1,73 @@
+"""Help lands where the person is: F1 in every window, and on an item of a menu, opens the book at that place."""
+import pathlib
+import re
+import urllib.parse
+
+from desktop import Failure, run, wait_for
+
+
+class Browser:
+    """Stands where the desktop's own opener would be, and notes what it is asked to open."""
+
+    def __init__(self, desktop):
+        folder = desktop.home / "bin"
+        folder.mkdir()
+        self.notes = desktop.home / "opened"
+        self.notes.touch()
+        opener = folder / "xdg-open"
+        opener.write_text(f'#!/bin/sh\necho "$1" >>"{self.notes}"\n')
+        opener.chmod(0o755)
+        desktop.environment["PATH"] = f"{folder}:{desktop.environment['PATH']}"
+
+    def opened(self):
+        return self.notes.read_text().splitlines()
+
+    def next(self, count):
+        return wait_for("the browser is asked to open something",
+                        lambda: self.opened()[count] if len(self.opened()) > count else None)
+
+
+def help_at(browser, app, *keys):
+    """The anchor at which the book opens; the anchor must stand in it."""
+    count = len(browser.opened())
+    app.keys(*keys)
+    page, _, anchor = browser.next(count).partition("#")
+    book = pathlib.Path(urllib.parse.unquote(urllib.parse.urlparse(page).path)).read_text()
+    if f'id="{anchor}"' not in book:
+        raise Failure(f"the book has no place named {anchor!r}")
+    return anchor
+
+
+def expect_help(browser, app, title, anchor, *keys):
+    app.focus_window(re.escape(title))
+    found = help_at(browser, app, *(keys or ["F1"]))
+    if found != anchor:
+        raise Failure(f"help in {title} opens at {found!r}, not at {anchor!r}")
+
+
+def test(desktop):
+    browser = Browser(desktop)
+    app = desktop.start()
+    app.window("Set Up Pendra")
+    expect_help(browser, app, "Set Up Pendra", "setup")
+    app.kill()
+
+    app = desktop.start(str(desktop.sample("Hours", "--standalone", "--entries", "20")))
+    app.window("Hours")
+    expect_help(browser, app, "Hours", "timer-window")
+    for table, title, anchor in (("Activities", "Edit Activity", "activity-editor"),
+                                 ("Time log", "Edit Time Entry", "time-entry-editor")):
+        app.press("Edit", "table cell", within=app.find(table, "table"))
+        expect_help(browser, app, title, anchor)
+        app.keys("Escape")
+    for item, title, anchor in (("Customers and Jobs…", "Customers and Jobs", "customers-and-jobs"),
+                                ("Service Items…", "Service Items", "service-items"),
+                                ("Preferences…", "Preferences", "preferences"),
+                                ("About Pendra", "About Pendra", "about"),
+                                ("Welcome to Pendra", "Welcome to Pendra", "welcome")):
+        app.choose(item, "Hours")
+        app.window(title)
+        expect_help(browser, app, title, anchor)
+
+
+run(test)
