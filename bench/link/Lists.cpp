@@ -40,18 +40,15 @@ class Company {
       if (parents > 0) row.parentObjectID = QStringLiteral("c%1").arg(i % parents);
       rows.push_back(archivedRow(row));
     }
-    return archivedData(rows).value();
+    ArchiveValue::Array reply;
+    reply.push_back(ArchiveValue(rows));
+    return archivedData(ArchiveValue(reply)).value();
   }
   static Rows decoded(const QByteArray& archive) {
-    const auto read = unarchivedValue(archive, supportedClassesOfPDToVT());
-    const auto elements = answers::array(read.value().value).value();
-    Rows rows;
-    rows.reserve(static_cast<std::size_t>(elements.size()));
-    for (const ArchiveValue& value : elements) {
-      const auto& fields = answers::record(value).fields;
-      rows.push_back({answers::text(fields[0]), answers::text(fields[1]), answers::text(fields[2])});
-    }
-    return rows;
+    const auto read = KeyedUnarchiver::initForReadingFromData(archive, supportedClassesOfPDToVT());
+    RowTaker<NameAndRecNumber> taker;
+    if (!read || !read.value().takeRecords(0, kNameAndRecNumberClass, taker)) std::abort();
+    return std::move(taker.rows);
   }
 
   QByteArray customers_;
