@@ -15,7 +15,9 @@ ObjectModel managedObjectModel(QByteArray schema) {
                        &Activity::descriptor(), &TimePeriod::descriptor(), &Identity::descriptor(),
                        &CorvelDoc::descriptor()},
           .schema = std::move(schema),
-          .upgrades = {}};
+          .upgrades = {"ALTER TABLE Activity ADD COLUMN lostCustomer INTEGER;"
+                       "ALTER TABLE Activity ADD COLUMN lostJob INTEGER;"
+                       "ALTER TABLE Activity ADD COLUMN lostService INTEGER;"}};
 }
 
 }  // namespace pendra

@@ -178,21 +178,35 @@ TEST_F(DocumentFile, IsKeptAsACopyBeforeItsLayoutChanges) {
   makeDocument();
   const QByteArray before = contentsOf(path());
   ObjectModel next = testModel();
-  next.upgrades = {"UPDATE Customer SET name = name || ' Ltd'"};
+  next.upgrades.push_back("UPDATE Customer SET name = name || ' Ltd'");
   ObjectContext context(next, clock, calendar);
   ASSERT_TRUE(context.open(path()));
   EXPECT_EQ(queries::nameOf(context.all<Customer>()[0]), "Acme Ltd");
-  EXPECT_EQ(contentsOf(path("Work (layout 1).pdrbackup")), before);
-  EXPECT_EQ(pathOfLayoutCopy(path(), 1), path("Work (layout 1)1.pdrbackup")) << "never over an older copy";
+  EXPECT_EQ(contentsOf(path("Work (layout 2).pdrbackup")), before);
+  EXPECT_EQ(pathOfLayoutCopy(path(), 2), path("Work (layout 2)1.pdrbackup")) << "never over an older copy";
   context.close();
   EXPECT_THAT(failureOf(emptyContext()->open(path())), HasSubstr("newer version"));
+}
+
+TEST_F(DocumentFile, OfTheFirstLayoutIsReadAndSavedInTheNewest) {
+  makeDocument();
+  alter(path(),
+        "ALTER TABLE Activity DROP COLUMN lostCustomer; ALTER TABLE Activity DROP COLUMN lostJob;"
+        "ALTER TABLE Activity DROP COLUMN lostService; INSERT INTO Activity (id, notes) VALUES (1, 'kept');"
+        "PRAGMA user_version=1");
+  auto context = opened();
+  EXPECT_EQ(context->all<Activity>()[0]->notes(), "kept");
+  context->insert<Activity>();
+  ASSERT_TRUE(context->save());
+  context.reset();
+  EXPECT_EQ(opened()->all<Activity>().size(), 2U);
 }
 
 TEST_F(DocumentFile, WhoseCopyCannotBeKeptStaysInItsLayout) {
   makeDocument();
   const QByteArray before = contentsOf(path());
   ObjectModel next = testModel();
-  next.upgrades = {"THIS IS NOT SQL"};
+  next.upgrades.push_back("THIS IS NOT SQL");
   ObjectContext context(next, clock, calendar);
   EXPECT_FALSE(context.open(path()));
   EXPECT_EQ(contentsOf(path()), before);
