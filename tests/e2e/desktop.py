@@ -53,6 +53,7 @@ class Program:
             child = desktop.get_child_at_index(index)
             if child and child.get_process_id() == self.process.pid:
                 return child
+        desktop.clear_cache()  # what was remembered of the desktop may be from before the program came
         return None
 
     def walk(self, node=None, depth=0):
