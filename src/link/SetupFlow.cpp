@@ -2,7 +2,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
+#include <QFileInfo>
 
 #include "IPC/IPCException.h"
 #include "document/DocumentFiles.h"
@@ -12,6 +12,7 @@
 #include "model/Queries.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
+#include "store/PersistentStore.h"
 
 namespace pendra {
 
@@ -20,6 +21,7 @@ namespace {
 /// How long the company's name is asked for again, counted from the first repeat.
 constexpr qint64 kCompanyMilliseconds = 4000;
 const QString kLink = QStringLiteral("vtmac://");
+const QString kNoticeKey = QStringLiteral("setup");
 
 template <class T>
 T& firstOrNew(ObjectContext& context, T* first) {
@@ -85,7 +87,7 @@ void SetupFlow::save() {
     newDoc(session);
     return;
   }
-  makeDocument(*path);
+  if (!makeDocument(*path)) return;
   const bool standalone = view_.selectedRow() != 0;
   writeIdentity(standalone);
   if (standalone) {
@@ -110,16 +112,25 @@ QString SetupFlow::proposedName() const {
   return documentNameFor(company.value_or(QStringLiteral("(null)")), view_.selectedName());
 }
 
-void SetupFlow::makeDocument(const QString& path) {
+/// False when there is no such document now; the notice line has said why, and the window stays.
+bool SetupFlow::makeDocument(const QString& path) {
   // The document that setup was opened for goes first: it may be the very file that is chosen.
   const CorvelFileDoc* open = session_.theFileDoc();
-  if (open && open->fileURL() != path) saveAction(session_);
+  if (session_.hasReadDocument() && open->fileURL() != path) saveAction(session_);
   session_.clearDoc();
   session_.setMyContext(nullptr);
   session_.setMyDoc(nullptr);
-  QFile(path).open(QIODevice::WriteOnly | QIODevice::Truncate);
+  if (const auto made = PersistentStore::makeEmptyFile(path); !made) {
+    session_.notices().post({.key = kNoticeKey,
+                             .text = formatted(u"“%@” could not be created: %@.",
+                                               {QFileInfo(path).fileName(), made.error().text}),
+                             .actions = {}});
+    return false;
+  }
+  session_.notices().withdraw(kNoticeKey);
   loadURL(session_, path);
   saveAction(session_);
+  return session_.hasReadDocument();
 }
 
 void SetupFlow::writeIdentity(bool standalone) {
@@ -152,7 +163,7 @@ void SetupFlow::beginLinked() {
     // The document stands all the same; its lists can be fetched later.
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
     session_.notices().post(
-        {.key = QStringLiteral("setup"),
+        {.key = kNoticeKey,
          .text = QStringLiteral("The lists could not be fetched, because Vantor did not "
                                 "answer. Choose “Update Lists from Vantor” to try again."),
          .actions = {}});

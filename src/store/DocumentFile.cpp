@@ -59,6 +59,12 @@ bool DocumentFile::isEmpty() const {
   return ::fstat(descriptor_, &status) == 0 && status.st_size == 0;
 }
 
+Result<void> DocumentFile::makeEmpty() const {
+  // By name: what is held may not be written through.
+  if (::truncate(QFile::encodeName(path_).constData(), 0) != 0) return posixError();
+  return {};
+}
+
 Result<int> DocumentFile::layout(int newest) const {
   std::array<char, kHeaderSize> header{};
   const ssize_t length = ::pread(descriptor_, header.data(), header.size(), 0);

@@ -18,6 +18,8 @@ class DocumentFile {
 
   [[nodiscard]] const QString& path() const { return path_; }
   [[nodiscard]] bool isEmpty() const;
+  /// Takes everything out of the file.
+  [[nodiscard]] Result<void> makeEmpty() const;
   /// The layout of the document, read from the file's first bytes without the database. Fails when it is
   /// no document of ours, or of a layout after `newest`.
   [[nodiscard]] Result<int> layout(int newest) const;

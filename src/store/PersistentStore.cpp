@@ -159,6 +159,11 @@ Result<void> PersistentStore::check(const QString& path, const ObjectModel& mode
   });
 }
 
+Result<void> PersistentStore::makeEmptyFile(const QString& path) {
+  auto held = DocumentFile::hold(path);
+  return held ? held.value().makeEmpty() : Result<void>(held.error());
+}
+
 QString pathOfLayoutCopy(const QString& document, int layout) {
   const QFileInfo file(document);
   return firstFreePath(

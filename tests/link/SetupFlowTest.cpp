@@ -125,6 +125,33 @@ TEST_F(SetupTest, ALinkedDocumentHasItsIdentityAndItsLists) {
   EXPECT_EQ(view.closed, 1);
 }
 
+TEST_F(SetupTest, AFileThatCannotBeTakenIsLeftAloneAndTheWindowStays) {
+  flow.awakeFromNib();
+  view.row = 1;
+  const QString held = chosen("Held.pdr");
+  QDir().mkpath(desk.places.documents + "/Pendra");
+  ObjectContext another(testModel(), desk.clock, desk.calendar);
+  ASSERT_TRUE(another.open(held));
+  another.insert<Customer>().setName("Acme");
+  ASSERT_TRUE(another.save());
+  const qint64 size = QFileInfo(held).size();
+  flow.save();
+  EXPECT_EQ(QFileInfo(held).size(), size);
+  EXPECT_EQ(view.closed, 0);
+  EXPECT_NE(desk.session.setupController, nullptr);
+  ASSERT_EQ(desk.session.notices().standing().size(), 1u);
+  EXPECT_EQ(desk.session.notices().standing()[0].text,
+            QString("“Held.pdr” could not be created: another program has this document open."));
+  desk.panels.willChoose(desk.places.documents + "/no such folder/New.pdr");
+  flow.save();
+  EXPECT_EQ(view.closed, 0);
+  (void)chosen("Free.pdr");
+  flow.save();
+  EXPECT_EQ(view.closed, 1);
+  EXPECT_EQ(storedIdentity().employeeName(), QString("Me"));
+  EXPECT_THAT(desk.session.notices().standing(), testing::IsEmpty());
+}
+
 TEST_F(SetupTest, ACancelledPanelLeavesTheWindow) {
   flow.awakeFromNib();
   desk.panels.willCancel();

@@ -59,7 +59,7 @@ class SetupFlow {
   void showCompany();
   [[nodiscard]] std::optional<QString> chooseFile();
   [[nodiscard]] QString proposedName() const;
-  void makeDocument(const QString& path);
+  [[nodiscard]] bool makeDocument(const QString& path);
   void writeIdentity(bool standalone);
   void beginStandalone();
   void beginLinked();

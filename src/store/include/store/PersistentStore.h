@@ -21,6 +21,8 @@ class PersistentStore {
   static Result<std::unique_ptr<PersistentStore>> open(const QString& path, const ObjectModel& model);
   /// Reads the whole file without changing it: whether it is an undamaged document that `open` would take.
   static Result<void> check(const QString& path, const ObjectModel& model);
+  /// Makes an empty file, or empties the one that is there; one that another process holds is left alone.
+  static Result<void> makeEmptyFile(const QString& path);
   ~PersistentStore();
   PersistentStore(const PersistentStore&) = delete;
   PersistentStore& operator=(const PersistentStore&) = delete;
