@@ -16,7 +16,7 @@ void NewActivityController::updateSelectedPeriod() {
   const EntryTexts texts = textsOf(controls_.entry, session_, period != nullptr);
   if (!passes(selectedPeriodChecks(), texts, session_.ports().alerts)) return;
   // An unreadable start, like three empty fields, leaves the entry's own: nothing can do without one.
-  if (const auto start = startInstant(texts)) period->setStart(start);
+  if (const auto start = startInstant(texts, period->start())) period->setStart(start);
   period->setDuration(durationInSeconds(texts.duration));
 
   const int index = controls_.myTableView.selectedRow();

@@ -1,9 +1,25 @@
 #include "ui_core/EntryTexts.h"
 
+#include <cmath>
+
 #include "platform/DateTexts.h"
 #include "platform/NaturalDate.h"
 
 namespace pendra {
+
+namespace {
+
+constexpr double kMinute = 60;
+
+/// Whether two instants have the same date and time of day, which in the night when the clock is set back two
+/// instants have that lie an hour apart.
+bool looksLike(Instant one, Instant other, const Calendar& calendar) {
+  const QDateTime local = calendar.local(one);
+  const QDateTime otherLocal = calendar.local(other);
+  return local.date() == otherLocal.date() && local.time() == otherLocal.time();
+}
+
+}  // namespace
 
 EntryTexts textsOf(const EntryFields& fields, const Session& session, bool periodIsSelected) {
   return {.startTime = fields.startTimeField.stringValue(),
@@ -34,9 +50,12 @@ double durationInSeconds(const QString& text) {
   return static_cast<double>((integerValue(pieces[0]) * 60 + minutes) * 60);
 }
 
-std::optional<Instant> startInstant(const EntryTexts& texts) {
+std::optional<Instant> startInstant(const EntryTexts& texts, std::optional<Instant> before) {
   const QString joined = texts.startTime + texts.startTimeAMPM + texts.startDate;
-  return dateWithNaturalLanguageString(joined, texts.now, texts.calendar);
+  const auto typed = dateWithNaturalLanguageString(joined, texts.now, texts.calendar);
+  if (!typed || !before) return typed;
+  const Instant minuteBefore{std::floor(before->seconds / kMinute) * kMinute};
+  return looksLike(*typed, minuteBefore, texts.calendar) ? minuteBefore : typed;
 }
 
 void showStart(const EntryFields& fields, std::optional<Instant> start, const Calendar& calendar) {

@@ -58,7 +58,7 @@ void TimePeriodController::saveValues() {
   period.setNotes(controls_.notesField.stringValue());
   activity.setNotes(controls_.activityNotesField.stringValue());
   // An unreadable start leaves the entry's own: nothing can do without one.
-  if (const auto start = startInstant(texts)) period.setStart(start);
+  if (const auto start = startInstant(texts, period.start())) period.setStart(start);
   period.setDuration(durationInSeconds(texts.duration));
 
   const EntryFields& entry = controls_.entry;

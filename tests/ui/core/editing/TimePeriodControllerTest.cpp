@@ -69,6 +69,21 @@ TEST_F(TimeEntryEditor, SavingAnUnchangedEntryDropsItsSeconds) {
   EXPECT_EQ(activity->job(), roof);
 }
 
+TEST_F(TimeEntryEditor, AnEntryOfTheRepeatedHourStaysWhereItIsUntilItsTimeIsTyped) {
+  for (const char* start : {"2026-10-25T00:30:15Z", "2026-10-25T01:30:15Z"}) {
+    TimePeriod& night = test.addPeriod(*activity, start, 60);
+    const Instant minute = instantOf(start) + -15;
+    sheet.edit(night);
+    EXPECT_EQ(sheet.fields.startTimeField.text, "2:30") << "both are shown alike";
+    sheet.fields.durationField.text = "2:00";
+    sheet.editor.saveValues();
+    EXPECT_EQ(night.start(), minute) << start;
+    sheet.fields.startTimeField.text = "2:31";
+    sheet.editor.saveValues();
+    EXPECT_EQ(night.start(), instantOf("2026-10-25T00:31:00Z")) << "what is typed is the first of the two";
+  }
+}
+
 TEST_F(TimeEntryEditor, SavingWritesNamesToTheActivityAndClearsUnknownOnes) {
   sheet.edit(*period);
   sheet.notesField.text = "Call";

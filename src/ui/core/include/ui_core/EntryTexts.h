@@ -28,7 +28,8 @@ struct EntryTexts {
 /// The seconds that "hours:minutes" means. Minutes are not limited; whatever follows them is ignored.
 [[nodiscard]] double durationInSeconds(const QString& text);
 /// The instant that time, marker and date name when they are joined without blanks; none when unreadable.
-[[nodiscard]] std::optional<Instant> startInstant(const EntryTexts& texts);
+/// A text that still shows the minute of the start `before` means that minute, without its seconds.
+[[nodiscard]] std::optional<Instant> startInstant(const EntryTexts& texts, std::optional<Instant> before);
 
 /// Puts an entry's start into the three fields, each of which shows its part; none empties them.
 void showStart(const EntryFields& fields, std::optional<Instant> start, const Calendar& calendar);
