@@ -343,6 +343,11 @@ void RowTableView::keyPressEvent(QKeyEvent* event) {
   const QModelIndex index = currentIndex();
   if (event->key() == Qt::Key_Space && acts(index)) return pressCell(index);
   const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  // The table comes with a current row that is not selected; the first key takes that one, not its neighbour.
+  const bool takesRow = isReturn || event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+  if (takesRow && model_ && model_->rowCount() > 0 && !selectionModel()->hasSelection()) {
+    return selectRow(std::max(0, index.row()));
+  }
   if (isReturn && index.isValid() && state() != EditingState) {
     Q_EMIT rowActivated(index.row());
     return;

@@ -119,6 +119,21 @@ TEST_F(Table, TheKeyboardPressesAndActivates) {
   EXPECT_EQ(activations.count(), 1);
 }
 
+TEST_F(Table, TheFirstKeyTakesTheFirstRowAndNothingMore) {
+  QSignalSpy activated(&view, &RowTableView::rowActivated);
+  for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return}) {
+    view.clearSelection();
+    view.setCurrentIndex({});
+    view.clearFocus();
+    view.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&view, key);
+    EXPECT_THAT(view.selectedRows(), ElementsAre(0));
+  }
+  EXPECT_EQ(activated.count(), 0);
+  QTest::keyClick(&view, Qt::Key_Down);
+  EXPECT_THAT(view.selectedRows(), ElementsAre(1));
+}
+
 TEST_F(Table, AsksBeforeTypingAndPassesTheTextOn) {
   QStringList log;
   bool allowed = false;
