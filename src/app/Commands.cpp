@@ -100,7 +100,7 @@ bool Commands::performForDocument(Command command) {
     case Command::TimerWindow:
       if (session_.window) {
         session_.window->show();
-      } else if (session_.myDoc()) {
+      } else if (session_.hasReadDocument()) {
         createNewTimer(session_);
       }
       return true;
@@ -251,6 +251,7 @@ void Commands::deleteActivity() {
 void Commands::openRecent(const QString& path) {
   runCommand(session_, path,
              [&] { [[maybe_unused]] const auto opened = documents_.openDocumentWithContentsOfURL(path); });
+  ensureAWindow(session_);
 }
 
 bool Commands::validate(const MenuItem& item) const { return validateMenuItem(item, state()); }

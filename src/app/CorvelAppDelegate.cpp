@@ -5,6 +5,7 @@
 #include <QSessionManager>
 
 #include "document/CorvelDocController.h"
+#include "document/DocumentLoading.h"
 #include "document/RunningTimers.h"
 #include "document/Saving.h"
 #include "model/Model.h"
@@ -15,6 +16,9 @@ namespace pendra {
 namespace {
 
 CorvelAppDelegate* delegate = nullptr;
+
+/// How often a request that came while something was asked looks whether it has been answered.
+constexpr std::chrono::milliseconds kBetweenLooks{200};
 
 }  // namespace
 
@@ -30,8 +34,10 @@ CorvelAppDelegate::CorvelAppDelegate(Environment& environment)
       link_(session_),
       launch_(session_),
       commands_(session_, menus_, windows_, link_, [this] { terminate(); }),
-      signals_([this] { terminate(); }) {
+      signals_([this] { whenNothingIsAsked([this] { terminate(); }); }) {
   delegate = this;
+  waiting_.setInterval(kBetweenLooks);
+  QObject::connect(&waiting_, &QTimer::timeout, &waiting_, [this] { performWhatWaits(); });
   windows_.connectTo(session_, menus_, commands_, link_, [this] { terminate(); });
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
                    [this](QSessionManager& manager) { endOfSession(manager); });
@@ -50,12 +56,28 @@ void CorvelAppDelegate::applicationDidFinishLaunching(const QString& file) {
 
 void CorvelAppDelegate::openFromOutside(const QString& path) {
   bringToFront();
+  if (!path.isEmpty()) whenNothingIsAsked([this, path] { commands_.openRecent(path); });
+}
+
+bool CorvelAppDelegate::isAsking() const {
   // A panel on a window may be asking something of its own; its window cannot be closed under it.
-  if (path.isEmpty() || environment_.modals.isModal() || QApplication::activeModalWidget()) return;
-  commands_.openRecent(path);
+  return environment_.modals.isModal() || QApplication::activeModalWidget();
+}
+
+void CorvelAppDelegate::whenNothingIsAsked(std::function<void()> request) {
+  if (!isAsking()) return request();
+  waits_.push_back(std::move(request));
+  waiting_.start();
+}
+
+void CorvelAppDelegate::performWhatWaits() {
+  if (isAsking()) return;
+  waiting_.stop();
+  for (auto& request : std::exchange(waits_, {})) whenNothingIsAsked(std::move(request));
 }
 
 void CorvelAppDelegate::bringToFront() {
+  if (!isAsking()) ensureAWindow(session_);
   for (QWidget* window : QApplication::topLevelWidgets()) {
     if (!window->isVisible() || !window->isWindow()) continue;
     window->raise();
@@ -78,8 +100,11 @@ void CorvelAppDelegate::applicationWillTerminate() {
 }
 
 void CorvelAppDelegate::endOfSession(QSessionManager& manager) {
-  if (!manager.allowsInteraction()) return saveAction(session_);
-  if (applicationShouldTerminate()) {
+  if (!manager.allowsInteraction()) {
+    stopAllActivities(session_);
+    return saveAction(session_);
+  }
+  if (!isAsking() && applicationShouldTerminate()) {
     manager.release();
     applicationWillTerminate();
   } else {

@@ -2,7 +2,10 @@
 // The delegate owns what lives as long as the program and decides about its end. It does nothing for a
 // document: those operations are functions over the session.
 
+#include <QTimer>
+#include <functional>
 #include <memory>
+#include <vector>
 
 #include "Commands.h"
 #include "Environment.h"
@@ -49,6 +52,10 @@ class CorvelAppDelegate {
  private:
   void endOfSession(QSessionManager& manager);
   void bringToFront();
+  [[nodiscard]] bool isAsking() const;
+  /// Carries out what the world asks for, a signal or a second start, once the open question is answered.
+  void whenNothingIsAsked(std::function<void()> request);
+  void performWhatWaits();
 
   Environment& environment_;
   MenuModel menus_;
@@ -58,6 +65,8 @@ class CorvelAppDelegate {
   Launch launch_;
   Commands commands_;
   SignalWatcher signals_;
+  std::vector<std::function<void()>> waits_;  ///< these requests, in the order in which they came
+  QTimer waiting_;
   bool isTerminating_ = false;
 };
 

@@ -131,14 +131,14 @@ bool WindowLoader::helpFor(QObject* watched) {
   return true;
 }
 
-/// Ends the program when neither a document nor a window is left, after the events at hand: opening, backing
-/// up and updating lists close windows and open them again in one go.
+/// Ends the program when no window is left, after the events at hand: opening, backing up and updating lists
+/// close windows and open them again in one go.
 void WindowLoader::endWithoutWindows() {
   QTimer::singleShot(0, qApp, [this] {
     const auto windows = QApplication::topLevelWidgets();
     const bool anyVisible = std::any_of(windows.begin(), windows.end(),
                                         [](const QWidget* window) { return window->isVisible(); });
-    if (!anyVisible && !session_->myContext()) terminate_();
+    if (!anyVisible && !session_->window) terminate_();
   });
 }
 

@@ -53,9 +53,8 @@ void reopenDocument(Session& session) {
     session.window = nullptr;
   }
   loadData(session);
-  if (CorvelFileDoc* document = session.theFileDoc()) {
-    makeWindowControllers(session, document->shared_from_this());
-  }
+  if (session.hasReadDocument()) makeWindowControllers(session, session.theFileDoc()->shared_from_this());
+  ensureAWindow(session);
 }
 
 }  // namespace

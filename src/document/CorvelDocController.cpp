@@ -26,7 +26,7 @@ Error declined() {
 
 Result<void> CorvelDocController::openDocumentWithContentsOfURL(const QString& url) {
   const QString path = changeXMLtoPDR(url);
-  if (session_.theFileDoc()) {
+  if (session_.hasReadDocument()) {
     if (!showFileOpenWarning(session_)) return declined();
     saveAction(session_);
     closeDoc(session_);
@@ -38,7 +38,7 @@ Result<void> CorvelDocController::openDocumentWithContentsOfURL(const QString& u
 }
 
 std::shared_ptr<CorvelFileDoc> CorvelDocController::initWithType(const QString& type) {
-  if (session_.theFileDoc()) {
+  if (session_.hasReadDocument()) {
     if (!showFileOpenWarning(session_)) return nullptr;
     closeDoc(session_);
     if (session_.myContext()) return nullptr;

@@ -105,13 +105,15 @@ bool makeRoomForAnother(Session& session) {
 }  // namespace
 
 void openFile(Session& session) {
-  if (session.myDoc() && !makeRoomForAnother(session)) return;
+  if (session.hasReadDocument() && !makeRoomForAnother(session)) return;
   if (const auto chosen = session.ports().panels.runOpenPanel()) loadURL(session, chosen);
-  if (session.myDoc()) {
-    session.ports().interfaces.load(Interface::TimerWindow);
-  } else if (!session.setupController) {
-    session.ports().interfaces.load(Interface::WelcomeController);  // never a program without a window
-  }
+  if (session.hasReadDocument()) session.ports().interfaces.load(Interface::TimerWindow);
+  ensureAWindow(session);
+}
+
+void ensureAWindow(Session& session) {
+  if (session.window || session.setupController) return;
+  session.ports().interfaces.load(Interface::WelcomeController);
 }
 
 void newDoc(Session& session) {

@@ -16,6 +16,7 @@ namespace {
 const QString kNoticeKey = QStringLiteral("document");
 
 void sayUnreadable(Session& session, const QString& path, const Error& error) {
+  session.setSaveState({.notSavedSince = session.ports().clock.now(), .reason = error.text});
   session.notices().post(
       {.key = kNoticeKey,
        .text = formatted(u"“%@” could not be opened: %@.", {QFileInfo(path).fileName(), error.text}),
@@ -38,13 +39,13 @@ bool readDocument(Session& session, const std::shared_ptr<CorvelFileDoc>& docume
   setLastOpenURL(session, path);
   session.setMyContext(document->managedObjectContext());
   checkStandalone(session);
+  if (!read) {
+    sayUnreadable(session, path, read.error());  // in the setup window too, which therefore stays
+    return false;
+  }
   if (session.setupController) {
     closeDoc(session);
     session.setTheFileDoc(document);
-  }
-  if (!read) {
-    sayUnreadable(session, path, read.error());
-    return false;
   }
   session.notices().withdraw(kNoticeKey);
   session.setSaveState({.savedAt = session.ports().clock.now()});

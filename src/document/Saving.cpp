@@ -54,10 +54,11 @@ void saveContextOrLog(Session& session) {
 
 bool saveBeforeClosing(Session& session) {
   const auto context = session.myContext();
-  if (!context || !context->hasStore() || !session.window) return true;
+  if (!context || !session.window) return true;
   saveContextOrLog(session);
   SaveState state = session.saveState();
-  if (!state.notSavedSince || std::exchange(state.closeWasRefused, true)) return true;
+  const quint64 changes = context->changeCount();
+  if (!state.notSavedSince || std::exchange(state.closeRefusedAt, changes) == changes) return true;
   session.setSaveState(state);
   say(session, u"“%@” stays open, because it could not be saved: %@. Close again to lose what is not stored.",
       state.reason);

@@ -201,6 +201,40 @@ TEST_F(Lifecycle, ReadingClosesTheSetupWindowAndKeepsTheNewDocumentOpen) {
   EXPECT_EQ(session.myContext()->all<CorvelDoc>().size(), 1U);
 }
 
+TEST_F(Lifecycle, SetupStaysOverAFileThatCannotBeRead) {
+  ASSERT_TRUE(writeFile(path("Letter.pdr"), "Dear all"));
+  windows.load(Interface::Setup);
+  loadURL(session, path("Letter.pdr"));
+  EXPECT_NE(session.setupController, nullptr);
+  EXPECT_NE(session.myContext(), nullptr);
+}
+
+TEST_F(Lifecycle, AFileThatCannotBeReadOpensNoWindowToWorkIn) {
+  ASSERT_TRUE(writeFile(path("Letter.pdr"), "Dear all"));
+  for (const bool fromOutside : {false, true}) {
+    makeDocument(path("Work.pdr"));
+    loadURL(session, path("Work.pdr"));
+    windows.load(Interface::TimerWindow);
+    windows.forget();
+    alerts.willAnswer({"Continue"});
+    if (fromOutside) {
+      EXPECT_TRUE(CorvelDocController(session).openDocumentWithContentsOfURL(path("Letter.pdr")));
+    } else {
+      panels.willChoose(path("Letter.pdr"));
+      openFile(session);
+      EXPECT_THAT(windows.loaded(), ElementsAre(Interface::WelcomeController));
+    }
+    EXPECT_EQ(session.window, nullptr);
+    EXPECT_EQ(session.saveState().notSavedSince, clock.now()) << "not what the document before was";
+    EXPECT_TRUE(session.saveState().reason.contains(u"not a document"));
+    panels.willChoose(path("Work.pdr"));
+    openFile(session);
+    EXPECT_EQ(openCustomer(), "Acme") << "without a question: nothing is open";
+    QFile::remove(path("Work.pdr"));
+    closeDoc(session);
+  }
+}
+
 TEST_F(Lifecycle, TheOpenDocumentCanBeLoadedOnceMore) {
   makeDocument(path("Work.pdr"));
   loadURL(session, path("Work.pdr"));
@@ -380,6 +414,8 @@ TEST_F(Lifecycle, WhatCannotBeStoredIsClosedOnlyAtTheSecondTry) {
   putAnotherFileInItsPlace();
   addCustomer(QStringLiteral("Not stored either"));
   EXPECT_FALSE(windowShouldClose(session)) << "is the end of what the user knew";
+  addCustomer(QStringLiteral("Typed after that"));
+  EXPECT_FALSE(windowShouldClose(session)) << "and so is new work";
   closeDoc(session);
   EXPECT_EQ(session.myContext(), nullptr);
 }

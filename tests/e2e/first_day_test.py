@@ -89,8 +89,12 @@ def test(desktop):
     again.find("Close current file?")
     again.press("Cancel", "push button")
     again.focus_window("Pendra File")
-    again.keys("ctrl+q")
-    expect("it quits without a question when nothing runs", again.ended() == 0)
+    again.keys("ctrl+shift+n")
+    again.window("Add Activity")
+    again.process.send_signal(signal.SIGTERM)
+    expect("a signal waits for the open sheet", again.process.poll() is None)
+    again.keys("Escape")
+    expect("and then ends it without a question when nothing runs", again.ended() == 0)
 
 
 run(test)

@@ -26,6 +26,8 @@ bool checkIdentity(Session& session);
 
 /// File > Open.
 void openFile(Session& session);
+/// Shows the welcome window where neither a document nor setup has one: there is no program without windows.
+void ensureAWindow(Session& session);
 /// File > New.
 void newDoc(Session& session);
 /// "Close current file?"; true to continue.

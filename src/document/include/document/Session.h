@@ -43,7 +43,8 @@ struct SaveState {
   std::optional<Instant> savedAt{};        ///< the last save that succeeded
   std::optional<Instant> notSavedSince{};  ///< the first that failed after it; none while all is well
   QString reason{};                        ///< why it failed
-  bool closeWasRefused = false;            ///< the user tried to close it and was told what would be lost
+  /// How many changes there had been when the user tried to close and was told that they would be lost.
+  std::optional<quint64> closeRefusedAt{};
 };
 
 /// The state of the application with respect to its document.
@@ -59,6 +60,8 @@ class Session {
   /// The open document's context; none when no document is open.
   [[nodiscard]] const std::shared_ptr<ObjectContext>& myContext() const { return myContext_; }
   void setMyContext(std::shared_ptr<ObjectContext> context);
+  /// Whether a document is open that was read; one that could not be read leaves a context without a file.
+  [[nodiscard]] bool hasReadDocument() const { return myContext_ && myContext_->hasStore(); }
   /// Announces the changes of `myContext`.
   [[nodiscard]] Notifier& myContextChanges() { return myContextChanges_; }
 
