@@ -175,7 +175,7 @@ void SetupController::save() {
 
 void SetupController::showDisplay(const SetupDisplay& display) {
   NoneText_->setVisible(display.noneText);
-  myNoFileOpenText_->setVisible(display.noFileOpen && !display.noneText);
+  myNoFileOpenText_->setVisible(display.noFileOpen);
   myNoFileOpenText_->setText(display.noFileOpenText.isEmpty() ? tr("No company is open in Vantor.")
                                                               : display.noFileOpenText);
   myCompanyFile_->setVisible(!display.noFileOpen);
