@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Runs clang-tidy over the sources of a build and remembers what was clean.
 
-    tools/dev/tidy.py BUILD-FOLDER [--quick]
+    tools/dev/tidy.py BUILD-FOLDER [--quick [--record]]
 
---quick leaves out what takes longest and finds least. A source is read again only when it, a project header that it can reach, or the configuration has
-changed: the result is kept under a digest of these.
+--quick leaves out what takes longest and finds least. A source is read again only when it, a project header that it
+can reach, or the configuration has changed: the result is kept under a digest of these. The quick results of the
+sources that were clean are in the repository too, so that a fresh clone reads what has changed since --record.
 """
 import concurrent.futures
 import hashlib
@@ -17,6 +18,7 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+RECORD = ROOT / "tools" / "dev" / "tidy-clean.txt"
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.M)
 PRECOMPILED = re.compile(r"-include (\S+/cmake_pch\.hxx)")
 QUICK = ",".join((
@@ -44,10 +46,10 @@ def reach(source: pathlib.Path, headers: dict[str, pathlib.Path], seen: set[path
             reach(header, headers, seen)
 
 
-def digest(source: pathlib.Path, headers: dict[str, pathlib.Path]) -> str:
-    files: set[pathlib.Path] = {ROOT / ".clang-tidy", pathlib.Path(__file__).resolve()}
+def digest(source: pathlib.Path, headers: dict[str, pathlib.Path], checks: list[str]) -> str:
+    files: set[pathlib.Path] = {ROOT / ".clang-tidy"}
     reach(source, headers, files)
-    total = hashlib.sha256()
+    total = hashlib.sha256("".join(checks).encode())
     for path in sorted(files):
         total.update(str(path.relative_to(ROOT)).encode())
         total.update(path.read_bytes())
@@ -90,8 +92,9 @@ def main() -> int:
     checks = [f"--checks={QUICK}"] if quick else []
     headers = project_headers()
     sources = sorted({pathlib.Path(entry["file"]) for entry in write_commands(build, kept)})
-    waiting = [(source, kept / digest(source, headers)) for source in sources]
-    waiting = [(source, mark) for source, mark in waiting if not mark.exists()]
+    recorded = set(RECORD.read_text().split()) if quick and RECORD.exists() else set()
+    marks = {source: kept / digest(source, headers, checks) for source in sources}
+    waiting = [(source, mark) for source, mark in marks.items() if not mark.exists() and mark.name not in recorded]
 
     def read(source: pathlib.Path) -> subprocess.CompletedProcess:
         return subprocess.run(["clang-tidy", "--quiet", "-p", str(kept), "--extra-arg=-Wno-everything", *checks,
@@ -109,6 +112,8 @@ def main() -> int:
                 failed += 1
                 print(done.result().stdout, done.result().stderr[-2000:], sep="\n")
     print(f"clang-tidy: {len(waiting)} of {len(sources)} sources read, {failed} with findings")
+    if "--record" in sys.argv and quick and not failed:
+        RECORD.write_text("".join(f"{mark.name}\n" for mark in sorted(marks.values())))
     return 1 if failed else 0
 
 
