@@ -60,6 +60,11 @@ def test(desktop):
         app.press("Edit", "table cell", within=app.find(table, "table"))
         expect_help(browser, app, title, anchor)
         app.keys("Escape")
+    app.focus_window("Hours")
+    app.keys("ctrl+shift+n")
+    app.window("Add Activity")
+    expect_help(browser, app, "Add Activity", "activity-editor")
+    app.keys("Escape")
     for item, title, anchor in (("Customers and Jobs…", "Customers and Jobs", "customers-and-jobs"),
                                 ("Service Items…", "Service Items", "service-items"),
                                 ("Preferences…", "Preferences", "preferences"),
