@@ -50,7 +50,7 @@ void Submission::showSummary() {
   const bool confirmed = parts_.summary.runModal(summaryLines(parts_.rows.consideredRows())) == 1;
   const bool sentAll = confirmed && sendPeriodsToVT();
   parts_.summary.close();
-  if (!sentAll) return;
+  if (!sentAll) return parts_.rows.reloadData();  // an answer about an earlier record may have changed rows
   parts_.session.ports().alerts.beginSheet(
       {.style = Alert::Style::Informational,
        .message = QStringLiteral("Time Sent"),

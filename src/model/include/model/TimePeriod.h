@@ -47,6 +47,8 @@ class TimePeriod final : public ManagedObject {
   [[nodiscard]] double submittedSeconds() const { return dateSubmitted_.value_or(kReferenceInstant).seconds; }
   /// Whether it was sent more than a second after the reference instant.
   [[nodiscard]] bool wasSubmitted() const { return submittedSeconds() > 1.0; }
+  /// Whether it was sent, or left without an answer: its time may be in Vantor and must stay what it was.
+  [[nodiscard]] bool timeIsFixed() const { return wasSubmitted() || sendingSince_; }
 
   [[nodiscard]] QString startString() const;  ///< "09:05AM"
   [[nodiscard]] QString stopString() const;   ///< the start plus the duration, in the same form

@@ -85,7 +85,7 @@ void NewActivityController::tableViewSelectionDidChange() {
   }
   const TimePeriod* period = selectedTimePeriod();
   // Kept: past the end there is no entry, and no entry counts as not sent.
-  enableTimeEditFields(selected >= 0 && !(period && period->wasSubmitted()));
+  enableTimeEditFields(selected >= 0 && !(period && period->timeIsFixed()));
 }
 
 void NewActivityController::clearTableSelection() {

@@ -23,7 +23,7 @@ void TimePeriodController::updateUI() {
   if (activityNotes) controls_.activityNotesField.setStringValue(*activityNotes);
   showStart(entry, period.start(), session_.ports().calendar);
   entry.durationField.setStringValue(durationText(period.storedDuration()));
-  const bool open = !period.wasSubmitted();
+  const bool open = !period.timeIsFixed();
   for (Control* popup : {&entry.customerPopup, &entry.jobPopup, &entry.servicePopup}) {
     popup->setEnabled(open);
   }

@@ -35,7 +35,11 @@ TEST_F(TimeEntryEditor, ShowsTheEntryAndItsActivity) {
   EXPECT_TRUE(sheet.fields.jobPopup.enabled);
 }
 
-TEST_F(TimeEntryEditor, ASentEntryTakesNothingButNotes) {
+TEST_F(TimeEntryEditor, AnEntryThatMayBeInVantorTakesNothingButNotes) {
+  period->setSendingSince(instantOf("2026-11-23T18:00:00Z"));
+  sheet.edit(*period);
+  EXPECT_FALSE(sheet.fields.durationField.enabled);
+  period->setSendingSince(std::nullopt);
   period->setDateSubmitted(instantOf("2026-11-23T18:00:00Z"));
   sheet.edit(*period);
   for (const ControlOfTest* field :
