@@ -17,7 +17,7 @@
 
 #include "IPC/KeyedArchiver.h"
 #include "IPC/PDToVTProtocol.h"
-#include "Measure.h"
+#include "Ratio.h"
 
 using namespace pendra;
 
@@ -168,7 +168,7 @@ void Bench::shortCalls() {
   const auto channel = client();
   PDToVTProxy<Row> remoteServer(*channel);
   const std::vector<char> kibibyte(1024);
-  const auto [call, pingPong] = medianSeconds(
+  const auto [call, pingPong] = bench::mediansInTurn(
       31,
       [&] {
         for (int i = 0; i < kCalls; ++i) (void)remoteServer.companyFileName();
@@ -179,8 +179,8 @@ void Bench::shortCalls() {
           bare.receive();
         }
       });
-  std::printf("short call / bare 1 KiB ping-pong: %.1f us / %.1f us = %.2f (aim 1.5)\n", call / kCalls * 1e6,
-              pingPong / kCalls * 1e6, call / pingPong);
+  std::printf("short call / bare 1 KiB ping-pong: %.1f us / %.1f us = %.2f (aim 1.5)\n", call / kCalls * 1e3,
+              pingPong / kCalls * 1e3, call / pingPong);
   unlink(path("server").toLocal8Bit().constData());
   unlink(path("bare-server").toLocal8Bit().constData());
 }
@@ -196,7 +196,7 @@ void Bench::longList() {
   const auto channel = client();
   PDToVTProxy<Row> remoteServer(*channel);
   unsigned sum = 0;
-  const auto [call, transfer] = medianSeconds(
+  const auto [call, transfer] = bench::mediansInTurn(
       21, [&] { (void)remoteServer.getCustomersArray(); },
       [&] {
         bare.send("x", 1, address("bare-server"));
@@ -206,12 +206,12 @@ void Bench::longList() {
           at += size;
         }
       });
-  const double encoding = medianSeconds(11, [&, rows = customers(kCustomers)] {
+  const double encoding = bench::medianMilliseconds(11, [&, rows = customers(kCustomers)] {
     (void)archivedData(ArchiveValue::Array{QStringLiteral("getCustomersArray"), rows});
   });
   std::printf("list of %d rows, %.2f MiB / bare transfer: %.1f ms / %.1f ms = %.2f (aim 2)\n", kCustomers,
-              static_cast<double>(archive.size()) / 1048576, call * 1e3, transfer * 1e3, call / transfer);
-  std::printf("  of these, the serving side's encoding: %.1f ms; without it: %.2f (%u)\n", encoding * 1e3,
+              static_cast<double>(archive.size()) / 1048576, call, transfer, call / transfer);
+  std::printf("  of these, the serving side's encoding: %.1f ms; without it: %.2f (%u)\n", encoding,
               (call - encoding) / transfer, sum % 10);
 }
 
@@ -224,9 +224,10 @@ void Bench::growth() {
     const ArchiveValue rows = customers(counts[i]);
     const QByteArray archive = archivedData(rows).value();
     const int runs = 200000 / counts[i] + 9;
-    encoding[i] = medianProcessorSeconds(runs, [&] { (void)archivedData(rows); }) / counts[i] * 1e9;
-    decoding[i] =
-        medianProcessorSeconds(runs, [&] { (void)unarchivedValue(archive, classes); }) / counts[i] * 1e9;
+    encoding[i] =
+        bench::medianProcessorMilliseconds(runs, [&] { (void)archivedData(rows); }) / counts[i] * 1e6;
+    decoding[i] = bench::medianProcessorMilliseconds(runs, [&] { (void)unarchivedValue(archive, classes); }) /
+                  counts[i] * 1e6;
   }
   const auto print = [](const char* what, const std::array<double, 3>& each) {
     std::printf(
@@ -249,14 +250,14 @@ void Bench::waiting() {
            static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
   };
   const double before = processTime();
-  const double waited = medianSeconds(1, [&] {
+  const double waited = bench::medianMilliseconds(1, [&] {
     try {
       channel->forwardInvocation(u"companyFileName", {});
     } catch (const IPCException&) {
     }
   });
   std::printf("processor time of a waiting caller: %.2f ms in %.2f s (aim none)\n",
-              (processTime() - before) * 1e3, waited);
+              (processTime() - before) * 1e3, waited / 1e3);
 }
 
 }  // namespace

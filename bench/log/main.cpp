@@ -2,10 +2,10 @@
 #include <stdio.h>
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QScrollBar>
 
 #include "PlainLog.h"
+#include "Ratio.h"
 #include "sample/SampleDocument.h"
 #include "support/TestSession.h"
 #include "ui/LogPaneView.h"
@@ -42,35 +42,16 @@ class NoProgress final : public ExportProgress {
   bool goOn(std::size_t, std::size_t) override { return true; }
 };
 
-double milliseconds(const std::function<void()>& work) {
-  QElapsedTimer watch;
-  watch.start();
-  work();
-  return static_cast<double>(watch.nsecsElapsed()) / 1e6;
-}
-
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
 /// Bytes in use, those of large blocks too.
 std::size_t allocated() {
   const auto info = mallinfo2();
   return info.uordblks + info.hblkhd;
 }
 
-/// Runs both in turn, so that a load on the machine meets both, and prints the medians and their ratio.
-void compare(const char* name, const std::function<void()>& ours, const std::function<void()>& plain) {
-  std::vector<double> oursTook;
-  std::vector<double> plainTook;
-  for (int run = 0; run < kRuns; ++run) {
-    oursTook.push_back(milliseconds(ours));
-    plainTook.push_back(milliseconds(plain));
-  }
-  const double our = median(oursTook);
-  const double other = median(plainTook);
-  printf("  %-22s %9.2f ms %9.2f ms   %5.2f\n", name, our, other, our / other);
+/// Compares with an aim of twice the plain code.
+template <class Ours, class Plain>
+void compare(const char* name, const Ours& ours, const Plain& plain) {
+  bench::compare(name, 2, ours, plain, kRuns);
 }
 
 class LogBench {
@@ -81,7 +62,7 @@ class LogBench {
   }
 
   void run() {
-    printf("%d entries             ours      plain   ratio\n", entries_);
+    std::printf("%d entries\n", entries_);
     memory();
     reload();
     sorting();
@@ -95,8 +76,8 @@ class LogBench {
     const std::size_t before = allocated();
     log_.reloadData();
     const std::size_t after = allocated();
-    printf("  %-22s %9.0f bytes\n", "memory for each row",
-           static_cast<double>(after - before) / log_.tableDataArray().rowCount());
+    std::printf("%-28s %9.0f bytes\n", "memory for each row",
+                static_cast<double>(after - before) / log_.tableDataArray().rowCount());
   }
 
   void reload() {
@@ -145,9 +126,9 @@ class LogBench {
     std::vector<double> took;
     for (int run = 0; run < 101; ++run) {
       test_.clock.advance(1);
-      took.push_back(milliseconds([&] { log_.updateRunningPeriods(); }));
+      took.push_back(bench::millisecondsOf([&] { log_.updateRunningPeriods(); }));
     }
-    printf("  %-22s %9.4f ms\n", "a tick, one running", median(took));
+    std::printf("%-28s %9.4f ms\n", "a tick, one running", bench::median(took));
     context_.all<Activity>()[0]->stop();
     log_.reloadData();
   }
@@ -176,13 +157,13 @@ class LogBench {
     QImage canvas(pane.table().viewport()->size(), QImage::Format_RGB32);
     std::vector<double> frames;
     for (int at = 0; at <= bar.maximum(); at += step) {
-      frames.push_back(milliseconds([&] {
+      frames.push_back(bench::millisecondsOf([&] {
         bar.setValue(at);
         pane.table().viewport()->render(&canvas);
       }));
     }
-    printf("  %-22s %9.2f ms, longest %.2f ms (60 a second: 16.67)\n", "a scrolled page", median(frames),
-           *std::max_element(frames.begin(), frames.end()));
+    std::printf("%-28s %9.2f ms, longest %.2f ms (60 a second: 16.67)\n", "a scrolled page",
+                bench::median(frames), *std::max_element(frames.begin(), frames.end()));
   }
 
   TestSession test_;

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <utility>
 #include <vector>
 
 namespace pendra::bench {
@@ -36,18 +37,40 @@ inline double median(std::vector<double> times) {
   return *middle;
 }
 
-/// Prints "name  work ms  plain ms  ratio (aim)". `work` and `plain` take turns.
+/// The median of so many runs.
+template <class Work>
+double medianMilliseconds(int runs, const Work& work) {
+  std::vector<double> times;
+  for (int run = 0; run < runs; ++run) times.push_back(millisecondsOf(work));
+  return median(std::move(times));
+}
+
+template <class Work>
+double medianProcessorMilliseconds(int runs, const Work& work) {
+  std::vector<double> times;
+  for (int run = 0; run < runs; ++run) times.push_back(processorMillisecondsOf(work));
+  return median(std::move(times));
+}
+
+/// The medians of a work and of a plain one that take turns.
 template <class Work, class Plain>
-void compare(const char* name, double aim, const Work& work, const Plain& plain, int turns = 15) {
+std::pair<double, double> mediansInTurn(int turns, const Work& work, const Plain& plain) {
   std::vector<double> working;
   std::vector<double> plainly;
   for (int turn = 0; turn < turns; ++turn) {
     plainly.push_back(millisecondsOf(plain));
     working.push_back(millisecondsOf(work));
   }
-  const double ratio = median(working) / median(plainly);
-  std::printf("%-28s %9.3f ms  plain %9.3f ms  ratio %5.2f  (aim %.1f)%s\n", name, median(working),
-              median(plainly), ratio, aim, ratio <= aim ? "" : "  MISSED");
+  return {median(std::move(working)), median(std::move(plainly))};
+}
+
+/// Prints "name  work ms  plain ms  ratio (aim)".
+template <class Work, class Plain>
+void compare(const char* name, double aim, const Work& work, const Plain& plain, int turns = 15) {
+  const auto [ours, plains] = mediansInTurn(turns, work, plain);
+  const double ratio = ours / plains;
+  std::printf("%-28s %9.3f ms  plain %9.3f ms  ratio %5.2f  (aim %.1f)%s\n", name, ours, plains, ratio, aim,
+              ratio <= aim ? "" : "  MISSED");
 }
 
 }  // namespace pendra::bench

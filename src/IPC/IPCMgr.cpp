@@ -220,6 +220,14 @@ bool IPCMgr::takeInput(std::chrono::milliseconds limit) {
   return true;
 }
 
+void IPCMgr::discardInput() {
+  while (socket_) {
+    const auto received = socket_->receive({});
+    if (!received || !received.value()) break;
+  }
+  gatherer_ = {};
+}
+
 void IPCMgr::serveInput() {
   const Deeper deeper(servingDepth_);
   while (takeInput() && !fragmentBuffer().isNull()) {

@@ -34,7 +34,7 @@ CorvelAppDelegate::CorvelAppDelegate(Environment& environment)
       link_(session_),
       launch_(session_),
       commands_(session_, menus_, windows_, link_, [this] { terminate(); }),
-      signals_([this] { whenNothingIsAsked([this] { terminate(); }); }) {
+      signals_([this] { askedToEnd(); }) {
   delegate = this;
   waiting_.setInterval(kBetweenLooks);
   QObject::connect(&waiting_, &QTimer::timeout, &waiting_, [this] { performWhatWaits(); });
@@ -57,6 +57,11 @@ void CorvelAppDelegate::applicationDidFinishLaunching(const QString& file) {
 void CorvelAppDelegate::openFromOutside(const QString& path) {
   bringToFront();
   if (!path.isEmpty()) whenNothingIsAsked([this, path] { commands_.openRecent(path); });
+}
+
+void CorvelAppDelegate::askedToEnd() {
+  saveAction(session_);  // who sends a signal may not wait for the answer to a question
+  whenNothingIsAsked([this] { terminate(); });
 }
 
 bool CorvelAppDelegate::isAsking() const {

@@ -55,6 +55,8 @@ class CorvelAppDelegate {
   [[nodiscard]] bool isAsking() const;
   /// Carries out what the world asks for, a signal or a second start, once the open question is answered.
   void whenNothingIsAsked(std::function<void()> request);
+  /// A signal came.
+  void askedToEnd();
   void performWhatWaits();
 
   Environment& environment_;

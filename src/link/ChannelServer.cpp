@@ -24,7 +24,11 @@ class ChannelServer final : public RemoteServer {
   }
   std::optional<std::vector<NameAndRecNumber>> getJobsArray() override { return proxy_.getJobsArray(); }
   bool canTalkToPendra() override { return proxy_.canTalkToPendra(); }
-  void submitTime(const QString& record) override { proxy_.submitTime(record); }
+  void submitTime(const QString& record) override {
+    // A late answer to a record given up must not vouch for this one.
+    channel_->discardInput();
+    proxy_.submitTime(record);
+  }
 
  private:
   std::unique_ptr<IPCMgr> channel_;

@@ -16,9 +16,7 @@ void ListSync::loadVTData() {
 }
 
 void ListSync::updateLists() {
-  if (!session_.myContext()) return;
-  if (!checks_.checkVTCompanyFile() || !checkForRunningTimers(session_)) return;
-  fetchLists();
+  if (!session_.myContext() || !fetchLists()) return;
   session_.ports().alerts.runAlert({.style = Alert::Style::Informational,
                                     .message = QStringLiteral("Your lists are now up to date"),
                                     .informative = QStringLiteral("Click OK to continue"),
@@ -26,13 +24,15 @@ void ListSync::updateLists() {
   rebuildWindows();
 }
 
-void ListSync::fetchLists() {
+bool ListSync::fetchLists() {
+  const ConnectionChecks::Closing closing(checks_);
+  if (!checks_.checkVTCompanyFile() || !checkForRunningTimers(session_)) return false;
   const RefreshedWindow refreshed(session_);
   const Spinning spinning(progress_);
-  const ConnectionChecks::Closing closing(checks_);
   const LossWatch watch(session_);
   updateServicesList();
   updateCustomersAndJobs();
+  return true;
 }
 
 namespace {

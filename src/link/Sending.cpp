@@ -2,6 +2,7 @@
 #include "document/Saving.h"
 #include "link/ActivityTitle.h"
 #include "link/MergedRecords.h"
+#include "link/PlainReason.h"
 #include "link/Submission.h"
 #include "link/TimeRecord.h"
 #include "link/UnknownFates.h"
@@ -13,8 +14,6 @@
 namespace pendra {
 
 namespace {
-
-const QString kNoticeKey = QStringLiteral("send");
 
 /// Whether the failure came before anything could reach Vantor.
 bool neverLeft(const IPCException& failure) {
@@ -98,13 +97,14 @@ bool Submission::sendMerged(const MergedRecord& record, std::vector<TimePeriod*>
     myJobSet_.reset();
     return false;
   }
+  if (!hasCustomerAndService(activity)) return false;
   TemporaryEntry temporary(*parts_.session.myContext());
   temporary.period().setActivity(&activity);
   temporary.period().setDuration(record.duration);
   temporary.period().setStart(record.start);
   // Kept: the list is never emptied, so entries merged earlier get a later stamp with every record.
   mergedEntries.insert(mergedEntries.end(), record.entries.begin() + 1, record.entries.end());
-  if (!submit(temporary.period(), activity, record.entries)) return false;
+  if (!transmit(temporary.period(), activity, record.entries)) return false;
   const Instant now = parts_.session.ports().clock.now();
   markSent(base, now);
   for (TimePeriod* entry : mergedEntries) markSent(*entry, now);
@@ -112,23 +112,22 @@ bool Submission::sendMerged(const MergedRecord& record, std::vector<TimePeriod*>
 }
 
 bool Submission::submitOnePeriodToVT(TimePeriod& period, Activity& activity) {
-  TimePeriod* const entries[] = {&period};
-  return submit(period, activity, entries);
-}
-
-bool Submission::submit(TimePeriod& period, Activity& activity, Entries entries) {
-  if (!activity.customer() || !activity.service()) {
-    alert(QStringLiteral("A customer, job, or service is inactive or deleted in Vantor"),
-          QStringLiteral("The affected customer, job, or service has been cleared in Pendra and any "
-                         "activities for it remain unsent. Ask your Vantor administrator what customer, job, "
-                         "or service to use for these activities. Then update the activities and send them "
-                         "to Vantor."));
-    return false;
-  }
+  if (!hasCustomerAndService(activity)) return false;
   if (period.submittedSeconds() >= 1.0) return true;
+  TimePeriod* const entries[] = {&period};
   if (!transmit(period, activity, entries)) return false;
   markSent(period, parts_.session.ports().clock.now());
   return true;
+}
+
+bool Submission::hasCustomerAndService(const Activity& activity) const {
+  if (activity.customer() && activity.service()) return true;
+  alert(QStringLiteral("A customer, job, or service is inactive or deleted in Vantor"),
+        QStringLiteral("The affected customer, job, or service has been cleared in Pendra and any "
+                       "activities for it remain unsent. Ask your Vantor administrator what customer, job, "
+                       "or service to use for these activities. Then update the activities and send them "
+                       "to Vantor."));
+  return false;
 }
 
 bool Submission::transmit(const TimePeriod& period, const Activity& activity, Entries entries) {
@@ -147,7 +146,7 @@ bool Submission::transmit(const TimePeriod& period, const Activity& activity, En
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
     if (neverLeft(failure)) {
       unmarkSending(entries);
-      run_.stopped = QStringLiteral("Vantor could not be reached");
+      run_.stopped = plainReason(failure);
     } else {
       run_.stopped =
           formatted(u"Vantor did not answer for “%@”, which will be asked about before the next sending",
@@ -161,8 +160,9 @@ bool Submission::transmit(const TimePeriod& period, const Activity& activity, En
 
 void Submission::finish(bool sentAll) {
   Notices& notices = parts_.session.notices();
+  const QString key = kSendNoticeKey.toString();
   if (sentAll) {
-    notices.withdraw(kNoticeKey);
+    notices.withdraw(key);
     return;
   }
   const QString count =
@@ -170,7 +170,7 @@ void Submission::finish(bool sentAll) {
   const QString why = run_.stopped.isEmpty()
                           ? QStringLiteral("the rest lacks a customer, job or service that Vantor knows")
                           : run_.stopped;
-  notices.post({.key = kNoticeKey, .text = formatted(u"%@; %@.", {count, why}), .actions = {}});
+  notices.post({.key = key, .text = formatted(u"%@; %@.", {count, why}), .actions = {}});
 }
 
 }  // namespace pendra

@@ -20,6 +20,7 @@ void Submission::submitSelectedPeriods() {
   if (!parts_.session.myContext() || !pendra::checkForRunningTimers(parts_.session)) return;
   const ConnectionChecks::Closing closing(parts_.checks);
   if (!parts_.checks.checkVTCompanyFile() || !settleUnknownFates(parts_.session)) return;
+  parts_.session.notices().withdraw(kSendNoticeKey.toString());  // it told of the sending before
   saveAccountsWithJobSet();
   refreshLists();
   showSummary();

@@ -46,7 +46,8 @@ int ask(Session& session, const Entries& entries) {
        .informative = formatted(u"It was sent (%@), but no answer came. Please look in Vantor: if it did not "
                                 "arrive, it can be sent again.",
                                 {timeOf(entries, session.ports().calendar)}),
-       .buttons = {QStringLiteral("It Arrived"), QStringLiteral("Send Again"), QStringLiteral("Cancel")}});
+       .buttons = {QStringLiteral("It Arrived"), QStringLiteral("Send Again"), QStringLiteral("Cancel")},
+       .returnCancels = true});
 }
 
 }  // namespace

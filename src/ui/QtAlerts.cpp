@@ -70,7 +70,7 @@ void addButtons(QMessageBox& box, const Alert& alert) {
     button->setProperty(kAnswerProperty, kFirstButton + index);
     button->setAccessibleName(title);
     if (title == u"Cancel" || count == 1) box.setEscapeButton(button);
-    if (index == (destroys ? count - 1 : 0)) box.setDefaultButton(button);
+    if (index == (destroys || alert.returnCancels ? count - 1 : 0)) box.setDefaultButton(button);
     if (!destroys) continue;
     button->setProperty(kPrimaryProperty, false);
     if (index == 0) button->setProperty(kDestructiveProperty, true);

@@ -115,6 +115,25 @@ INSTANTIATE_TEST_SUITE_P(
                "VTIPCNoMethod: no matching method for call"}),
     RowName());
 
+TEST(Channel, TakesNoAnswerThatCameBeforeItsCallWhenAskedNotTo) {
+  const SocketFolder folder;
+  RawPeer peer(folder.bytes("server"));
+  const auto client = clientOf(folder);
+  client->setTimeLimits(kShortLimits);
+  const QByteArray halfAMessage = header(1) + QByteArray("x");
+  for (const QByteArray& late : {reply("echo:", "yes"), halfAMessage})
+    ASSERT_TRUE(peer.send(late, folder.bytes("client")));
+  client->discardInput();
+  EXPECT_EQ(failureOf([&] { client->forwardInvocation(u"echo:", {true}); }), kTimeout);
+
+  ASSERT_TRUE(peer.send(halfAMessage, folder.bytes("client")));
+  EXPECT_EQ(failureOf([&] { client->forwardInvocation(u"echo:", {true}); }), kTimeout);
+  client->discardInput();
+  ASSERT_TRUE(peer.send(reply("echo:", "no"), folder.bytes("client")));
+  EXPECT_EQ(client->forwardInvocation(u"echo:", {true}), ArchiveValue(QStringLiteral("no")))
+      << "half a message is forgotten, too";
+}
+
 /// What the serving side makes of calls that nobody should make, and that it goes on afterwards.
 struct BadCall {
   const char* name;

@@ -66,6 +66,9 @@ def test(desktop):
 
     app.process.send_signal(signal.SIGTERM)
     app.find("Pendra needs to stop all timers")
+    expect("a signal stores what there is before it asks",
+           desktop.rows(document, "SELECT running, Activity.notes FROM TimePeriod JOIN Activity ON Activity.id = activity")
+           == [(1, "Sketches")])
     app.press("Cancel", "push button")
     wait_for("the timer runs on", lambda: elapsed(app) >= "00:00:05")
     app.process.send_signal(signal.SIGTERM)

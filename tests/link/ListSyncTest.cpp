@@ -1,3 +1,4 @@
+#include "IPC/IPCException.h"
 #include "ScriptedVantor.h"
 
 namespace pendra {
@@ -198,6 +199,11 @@ TEST_F(ListSyncTest, ARunningTimerIsAskedAboutAfterTheCompany) {
   lists.updateLists();
   EXPECT_EQ(desk.alerts.messages(), QStringList{"Pendra needs to stop all timers"});
   EXPECT_EQ(vantor.timesAsked("services"), 0);
+  EXPECT_EQ(vantor.openChannels, 0);
+
+  vantor.whenAsked = [](const QString&) { throw IPCException(kVTIPCTimeout, "scripted"); };
+  EXPECT_THROW(lists.updateLists(), IPCException);
+  EXPECT_EQ(vantor.openChannels, 0) << "a late answer must not answer a later call";
 }
 
 TEST_F(ListSyncTest, AVantorThatGoesHalfWayIsToldTwiceAndTheEndStillShows) {

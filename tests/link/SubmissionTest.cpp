@@ -293,7 +293,9 @@ TEST_F(SubmissionTest, WhatArrivedAfterAllIsStampedAndACancelKeepsTheQuestion) {
 
   desk.clock.advance(600);
   desk.alerts.willAnswer({"It Arrived"});
+  EXPECT_TRUE(notice().contains("asked about before the next sending"));
   submission.submitSelectedPeriods();
+  EXPECT_EQ(notice(), QString()) << "it has been asked";
   EXPECT_EQ(period.dateSubmitted(), instantOf("2026-11-24T09:00:00Z")) << "when it left";
   EXPECT_THAT(vantor.records, testing::IsEmpty());
   EXPECT_EQ(inFile(), (std::array{1, 1, 0}));

@@ -1,7 +1,7 @@
 #include "ui_core/RunCommand.h"
 
-#include "IPC/IPCException.h"
 #include "document/Session.h"
+#include "link/PlainReason.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
 
@@ -13,7 +13,7 @@ void runCommand(Session& session, const QString& name, const std::function<void(
   } catch (const IPCException& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
     session.notices().post({.key = QStringLiteral("command"),
-                            .text = formatted(u"“%@” was not finished: %@", {name, failure.reason()}),
+                            .text = formatted(u"“%@” was not finished: %@.", {name, plainReason(failure)}),
                             .actions = {}});
   }
 }

@@ -25,13 +25,14 @@ void BusyPanel::startSpinner() {
   panel_->setAutoFillBackground(true);
   panel_->setBackgroundRole(QPalette::Base);
   words_ = new QLabel(QFrame::tr("Fetching the lists from Vantor…"));
+  words_->setAlignment(Qt::AlignCenter);
   bar_ = new QProgressBar;
   bar_->setRange(0, 0);
   bar_->setTextVisible(false);
   auto* column = new QVBoxLayout(panel_);
   column->setContentsMargins(metrics::kGrid * 3, metrics::kGrid * 2, metrics::kGrid * 3, metrics::kGrid * 2);
   column->setSpacing(metrics::kGrid);
-  column->addWidget(words_, 0, Qt::AlignHCenter);
+  column->addWidget(words_);
   column->addWidget(bar_);
   panel_->setMinimumWidth(280);
   place();

@@ -33,7 +33,7 @@ std::unique_ptr<RowTable<SummaryLine>> makeTable() {
 }  // namespace
 
 SendTimeSheet::SendTimeSheet(ModalDepth& modals, QWidget* window)
-    : runner_(modals), mySummarySheet_(window), mySummaryController_(makeTable()) {
+    : modals_(modals), mySummarySheet_(window), mySummaryController_(makeTable()) {
   build();
 }
 
@@ -55,6 +55,8 @@ void SendTimeSheet::build() {
   makePrimary(*send);
   QObject::connect(send, &QPushButton::clicked, &mySummarySheet_, [this] { finishSumitting(); });
   QObject::connect(cancel, &QPushButton::clicked, &mySummarySheet_, [this] { cancelSubmitting(); });
+  // Escape and the close box end it, too.
+  QObject::connect(&mySummarySheet_, &QDialog::finished, &modalSession_, &QEventLoop::exit);
   auto* buttons = new QHBoxLayout;
   buttons->setSpacing(metrics::kGrid);
   buttons->addStretch();
@@ -71,7 +73,15 @@ void SendTimeSheet::build() {
 int SendTimeSheet::runModal(const std::vector<SummaryLine>& lines) {
   mySummaryController_->setRows(lines);
   mySummarySheet_.findChild<RowTableView*>()->reloadData();
-  return runner_.runModal(mySummarySheet_);
+  mySummarySheet_.setWindowModality(Qt::ApplicationModal);
+  mySummarySheet_.show();
+  const ModalDepth::Run run(modals_);
+  return modalSession_.exec(QEventLoop::DialogExec);
+}
+
+void SendTimeSheet::finishSumitting() {
+  for (auto* button : mySummarySheet_.findChildren<QPushButton*>()) button->setEnabled(false);
+  modalSession_.exit(SheetRunner::kAccepted);
 }
 
 }  // namespace pendra

@@ -56,6 +56,9 @@ class IPCMgr {
   const KeyedUnarchiver* replyToInvocation(QStringView selector, const QList<ArchiveValue>& arguments);
   [[nodiscard]] const ProtocolMethod* methodSignatureForSelector(QStringView selector) const;
 
+  /// Forgets what has arrived and was not looked at: late answers to calls that were given up, here or at an
+  /// endpoint that had this path before.
+  void discardInput();
   /// Takes the next message as far as it has arrived, and performs and answers it when it is a call.
   void serveInput();
   /// Tells a client at a path that this side is ready.

@@ -43,7 +43,7 @@ class ListSync {
   void importCustomerList(const QString& path);
 
  private:
-  void fetchLists();
+  bool fetchLists();
   void rebuildWindows();
   void updateCustomers(Rows list);
   void updateJobs(Rows list);

@@ -13,6 +13,9 @@ namespace pendra {
 
 struct MergedRecord;
 
+/// The key of the notice that says how a sending ended.
+inline constexpr QStringView kSendNoticeKey = u"send";
+
 /// Sends the time of one timer window's log to Vantor.
 class Submission {
  public:
@@ -59,7 +62,8 @@ class Submission {
   void refreshLists();
   bool sendOneByOne();
   bool sendMerged(const MergedRecord& record, std::vector<TimePeriod*>& mergedEntries);
-  bool submit(TimePeriod& period, Activity& activity, Entries entries);
+  /// False after an alert.
+  [[nodiscard]] bool hasCustomerAndService(const Activity& activity) const;
   bool transmit(const TimePeriod& period, const Activity& activity, Entries entries);
   [[nodiscard]] bool lostItsJob(const Activity& activity) const;
   void finish(bool sentAll);

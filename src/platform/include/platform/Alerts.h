@@ -14,8 +14,9 @@ struct Alert {
 
   Style style = Style::Warning;
   QString message;
-  QString informative;        ///< empty when the alert has none
-  QStringList buttons{"OK"};  ///< the affirmative one first
+  QString informative;         ///< empty when the alert has none
+  QStringList buttons{"OK"};   ///< the affirmative one first
+  bool returnCancels = false;  ///< whether Return answers the last button instead of the first
 };
 
 /// What an alert answers for its first button; the next ones count up from it.

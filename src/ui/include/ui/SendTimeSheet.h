@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QEventLoop>
 #include <memory>
 
 #include "link/SubmissionRows.h"
@@ -11,7 +12,8 @@ namespace pendra {
 template <class Row>
 class RowTable;
 
-/// "Send Time": the summary of what will be sent. Made anew for each sending.
+/// "Send Time": the summary of what will be sent. Made anew for each sending, and it stays on the screen,
+/// without its buttons, while the sending goes on.
 class SendTimeSheet final : public SummarySheet {
  public:
   /// A sheet of `window`; both must outlive it.
@@ -21,14 +23,15 @@ class SendTimeSheet final : public SummarySheet {
   [[nodiscard]] int runModal(const std::vector<SummaryLine>& lines) override;
   void close() override { mySummarySheet_.close(); }
   /// "Send" was pressed.
-  void finishSumitting() { mySummarySheet_.done(SheetRunner::kAccepted); }
+  void finishSumitting();
   void cancelSubmitting() { mySummarySheet_.done(SheetRunner::kCancelled); }
 
  private:
   void build();
 
-  SheetRunner runner_;
+  ModalDepth& modals_;
   QDialog mySummarySheet_;
+  QEventLoop modalSession_;
   std::unique_ptr<RowTable<SummaryLine>> mySummaryController_;
 };
 

@@ -8,7 +8,7 @@ namespace pendra {
 class Session;
 
 /// Runs a command of the user. What the channel throws ends here: it is logged as its name, a colon, a
-/// blank and its reason, and said in the notice line under the command's name; the program goes on.
+/// blank and its reason, and said plainly in the notice line under the command's name; the program goes on.
 void runCommand(Session& session, const QString& name, const std::function<void()>& command);
 
 }  // namespace pendra

@@ -1,0 +1,13 @@
+#include "link/PlainReason.h"
+
+namespace pendra {
+
+QString plainReason(const IPCException& failure) {
+  if (failure.name() == kVTIPCTimeout) return QStringLiteral("Vantor did not answer in time");
+  if (failure.name() == kVTIPCSend) return QStringLiteral("Vantor could not be reached");
+  if (failure.name() == kVTIPCUnArchiverFailure)
+    return QStringLiteral("the answer of Vantor could not be read");
+  return failure.reason();
+}
+
+}  // namespace pendra

@@ -1,0 +1,61 @@
+#include "ui/SendTimeSheet.h"
+
+#include <gtest/gtest.h>
+
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "ui/BusyPanel.h"
+
+namespace pendra {
+namespace {
+
+QWidget& openSheet() {
+  QWidget* sheet = QApplication::activeModalWidget();
+  if (!sheet) throw std::runtime_error("no sheet is open");
+  return *sheet;
+}
+
+void press(const char* title) {
+  for (auto* button : openSheet().findChildren<QPushButton*>()) {
+    if (button->text() == title) button->click();
+  }
+}
+
+TEST(SendTime, StaysWithoutItsButtonsUntilItIsClosed) {
+  ModalDepth modals;
+  QWidget window;
+  window.show();
+  SendTimeSheet summary(modals, &window);
+  QTimer::singleShot(0, [&] {
+    EXPECT_TRUE(modals.isModal());
+    press("Send");
+  });
+  EXPECT_EQ(summary.runModal({}), 1);
+  EXPECT_FALSE(modals.isModal());
+  for (const auto* button : openSheet().findChildren<QPushButton*>()) EXPECT_FALSE(button->isEnabled());
+
+  BusyPanel progress;
+  progress.startSpinner();
+  const auto* panel = openSheet().findChild<QWidget*>(QStringLiteral("spinner"));
+  ASSERT_TRUE(panel) << "the sending is shown where it was agreed to";
+  EXPECT_TRUE(panel->isVisible());
+  summary.close();
+  EXPECT_FALSE(QApplication::activeModalWidget());
+}
+
+TEST(SendTime, EndsWithCancelAndEscape) {
+  ModalDepth modals;
+  QWidget window;
+  window.show();
+  SendTimeSheet summary(modals, &window);
+  QTimer::singleShot(0, [] { press("Cancel"); });
+  EXPECT_EQ(summary.runModal({}), 0);
+  QTimer::singleShot(0, [] { QTest::keyClick(&openSheet(), Qt::Key_Escape); });
+  EXPECT_EQ(summary.runModal({}), 0);
+  EXPECT_FALSE(QApplication::activeModalWidget());
+}
+
+}  // namespace
+}  // namespace pendra
