@@ -16,7 +16,7 @@ PageProcess::PageProcess(QString program, std::chrono::milliseconds startDelay)
   QObject::connect(&startTimer_, &QTimer::timeout, &process_, [this] { start(); });
   refusalTimer_.setSingleShot(true);
   QObject::connect(&refusalTimer_, &QTimer::timeout, &process_,
-                   [this] { processEnded("no page is loaded"); });
+                   [this] { answerPending("no page is loaded"); });
   QObject::connect(&process_, &QProcess::readyReadStandardOutput, &process_, [this] { readAnswers(); });
   QObject::connect(&process_, &QProcess::errorOccurred, &process_,
                    [this] { processEnded(process_.errorString()); });
@@ -74,10 +74,14 @@ void PageProcess::handle(const QJsonObject& answer) {
     delegate_->didReceiveScriptMessage(answer["name"].toString(), answer["body"].toString());
 }
 
-void PageProcess::processEnded(const QString& reason) {
+void PageProcess::answerPending(const QString& reason) {
   for (const auto& [id, done] : std::exchange(pending_, {})) {
     if (done) done(reason);
   }
+}
+
+void PageProcess::processEnded(const QString& reason) {
+  answerPending(reason);
   if (delegate_) delegate_->didFailNavigation(reason);
 }
 

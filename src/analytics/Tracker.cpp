@@ -103,7 +103,7 @@ void Tracker::toggleTrackingState(bool state, Done completionHandler) {
 }
 
 void Tracker::trackEvent(const QString&, const QString& action, const QString& feature) {
-  if (masterDoNotTrackEvents_) return;
+  if (sources_.masterDoNotTrackEvents) return;
   logLine(formatted(u"\nAmplitude Event name: %@ detected\n", {action}));
   QJsonObject properties = commonProperties_;
   // Kept: only the feature is cleaned; another value with an apostrophe makes a script that fails.
@@ -145,7 +145,7 @@ void Tracker::handleNotificationOfWindowDidBecomeVisible(const QString& title) {
 }
 
 void Tracker::handleTrackerNotification(const QString& key) {
-  if (key == kUpgradeDoNotTrack) masterDoNotTrackEvents_ = true;
+  if (key == kUpgradeDoNotTrack) sources_.masterDoNotTrackEvents = true;
   trackListed(key);
 }
 

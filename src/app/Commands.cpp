@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QMetaObject>
 
 #include "LinkServices.h"
@@ -29,10 +30,13 @@ QString spokenName(const MenuModel& menus, Command command) {
   return {};
 }
 
-/// The place in the help book for a window, or for the one that it belongs to.
+/// The place in the help book for a window or an alert, or for the window that it belongs to.
 QString anchorOf(const QWidget* sender) {
   for (; sender; sender = sender->parentWidget()) {
     if (!sender->isWindow()) continue;
+    if (const auto* alert = qobject_cast<const QMessageBox*>(sender)) {
+      if (const auto anchor = help::anchorOfAlert(alert->text())) return *anchor;
+    }
     if (const auto anchor = help::anchorOfWindow(sender->windowTitle())) return *anchor;
   }
   return help::kTimerWindow;
@@ -280,7 +284,7 @@ CommandState Commands::state() const {
           .canDelete = canDelete(),
           .editable = timer && timer->state().editable(),
           .exportable = timer && timer->state().exportable(),
-          .canSendToVT = timer && timer->state().canSendToVT(),
+          .canSendToVT = timer && !session_.myStandalone() && timer->state().canSendToVT(),
           .activitySelected = timer && timer->state().myCurrentActivity(),
           .timePeriodSelected = timer && timer->state().myCurrentTimePeriod()};
 }

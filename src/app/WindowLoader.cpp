@@ -102,6 +102,7 @@ void WindowLoader::loadTimerWindow() {
   retire(open_->timer);
   open_->timer =
       std::make_unique<TimerWindowController>(*session_, *menus_, *target_, [this] { retire(open_->timer); });
+  if (open_->welcome) open_->welcome->close();  // where to begin has been found
 }
 
 void WindowLoader::showPreferences() { open(open_->preferences); }
@@ -121,8 +122,8 @@ bool WindowLoader::eventFilter(QObject* watched, QEvent* event) {
 bool WindowLoader::helpFor(QObject* watched) {
   if (const auto* menu = qobject_cast<QMenu*>(watched)) {
     const QAction* item = menu->activeAction();
-    showHelp({.tag = item ? item->property("tag").toInt() : 0}, session_->ports().workspace,
-             resourceFolder());
+    showHelp({.text = item ? item->property("helpAnchor").toString() : QString()},
+             session_->ports().workspace, resourceFolder());
     return true;
   }
   QWidget* sheet = QApplication::activeModalWidget();

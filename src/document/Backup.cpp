@@ -46,6 +46,15 @@ void sayWhetherBackedUp(Session& session, const QString& target, const Result<vo
        .actions = {}});
 }
 
+/// Another document may have been opened beside the panel.
+void sayThatAnotherIsOpen(Session& session, const QString& chosen) {
+  session.notices().post(
+      {.key = kBackupNotice,
+       .text =
+           formatted(u"No backup was made at “%@”: the document that it was meant for is closed.", {chosen}),
+       .actions = {}});
+}
+
 /// Shuts the document with its window and opens the same one again.
 void reopenDocument(Session& session) {
   if (MainWindow* window = session.window) {
@@ -67,8 +76,13 @@ void saveDocumentAs(Session& session) {
       {.title = {},
        .proposedName = formatted(u"%@ %@.pdrbackup", {session.theFileDoc()->displayName(), today}),
        .folder = {},
-       .requiredType = {}},
-      [&session](const std::optional<QString>& chosen) { savePanelDidEnd(session, chosen); });
+       .requiredType = {},
+       .replaces = false},
+      [&session, asked = session.theFileDoc()->fileURL()](const std::optional<QString>& chosen) {
+        const CorvelFileDoc* document = session.theFileDoc();
+        if (document && document->fileURL() == asked) return savePanelDidEnd(session, chosen);
+        if (chosen) sayThatAnotherIsOpen(session, *chosen);
+      });
 }
 
 void savePanelDidEnd(Session& session, const std::optional<QString>& chosen) {
@@ -78,8 +92,11 @@ void savePanelDidEnd(Session& session, const std::optional<QString>& chosen) {
   const QString target = backupPath(*chosen);
   if (const auto saved = saveContext(session); !saved) {
     // What could not be saved is only in memory: closing the document now would lose it.
-    sayWhetherBackedUp(session, target, saved);
-    return;
+    return session.notices().post(
+        {.key = kBackupNotice,
+         .text = formatted(u"No backup was made, because the document could not be saved: %@.",
+                           {saved.error().text}),
+         .actions = {}});
   }
   sayWhetherBackedUp(session, target, copyDocument(session, *document->fileURL(), target, Existing::Keep));
   reopenDocument(session);

@@ -8,6 +8,14 @@ namespace pendra {
 
 namespace {
 
+/// What is being typed in a list editor is stored; false when it was refused.
+bool finishEditing(const Session& session) {
+  for (AuxiliaryWindow* editor : {session.customerListController, session.servicesListController}) {
+    if (editor && !editor->finishEditing()) return false;
+  }
+  return true;
+}
+
 void forgetDocument(Session& session) {
   session.setMyContext(nullptr);
   session.setMyDoc(nullptr);
@@ -17,7 +25,7 @@ void forgetDocument(Session& session) {
 
 void closeDoc(Session& session) {
   if (session.myDoc()) session.setMyStandalone(session.myDoc()->standalone().value_or(false));
-  if (!checkForRunningTimers(session) || !saveBeforeClosing(session)) return;
+  if (!finishEditing(session) || !checkForRunningTimers(session) || !saveBeforeClosing(session)) return;
   if (AuxiliaryWindow* setup = std::exchange(session.setupController, nullptr)) setup->close();
   if (MainWindow* window = session.window) {
     saveAction(session);
@@ -29,7 +37,7 @@ void closeDoc(Session& session) {
 }
 
 bool windowShouldClose(Session& session) {
-  return checkForRunningTimers(session) && saveBeforeClosing(session);
+  return finishEditing(session) && checkForRunningTimers(session) && saveBeforeClosing(session);
 }
 
 void windowWillClose(Session& session) {

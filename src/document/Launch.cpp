@@ -38,7 +38,12 @@ void Launch::applicationDidFinishLaunching(const QString& file) {
   loadData(session_);
   if (session_.myDoc()) haltAnyRunningPeriods(session_);
   saveTimer_.start(kSaveInterval);
-  if (!checkIdentity(session_) || session_.showIntroSheet || session_.window) return;
+  if (!checkIdentity(session_)) {
+    // Whoever gave setup up the first time has still seen nothing.
+    session_.showIntroSheet = !defaults.boolean(preferences::kIntroduced);
+    return;
+  }
+  if (session_.showIntroSheet || session_.window) return;
   session_.ports().interfaces.load(Interface::TimerWindow);
 }
 

@@ -20,20 +20,45 @@ Customer* customerWithRecord(const ObjectContext& context, const std::optional<Q
   return found.empty() ? nullptr : found[0];
 }
 
-/// The first of that identifier and that name.
-Job* jobWithRecord(const ObjectContext& context, const NameAndRecNumber& item) {
-  for (Job* job : queries::jobsWithRecord(context, *item.vtObjectID)) {
-    if (job->name() == item.name) return job;
+/// The first of that name.
+Job* jobNamed(const Objects<Job>& jobs, const std::optional<QString>& name) {
+  for (Job* job : jobs) {
+    if (job->name() == name) return job;
   }
   return nullptr;
 }
 
-void insertJob(ObjectContext& context, const NameAndRecNumber& item) {
+Job& insertJob(ObjectContext& context, const NameAndRecNumber& item) {
   auto& job = context.insert<Job>();
   job.setName(item.name);
   job.setVtObjectID(item.vtObjectID);
   job.setCustomer(customerWithRecord(context, item.parentObjectID));
+  return job;
 }
+
+/// Watches over a list that is merged whether each of its items stands for one job and each job for one item,
+/// in the order of both. Nearly every list is so, and then a job that none stands for is found by counting.
+class OneForOne {
+ public:
+  /// `others`: how many further jobs have the item's identifier.
+  void add(const Job& job, std::size_t others) {
+    holds_ = holds_ && others == 0 && job.objectID() > last_;
+    last_ = job.objectID();
+    underCustomers_ += job.customer() != nullptr;
+  }
+  void addNothing() { holds_ = false; }
+  [[nodiscard]] bool leavesNone(const Objects<Customer>& customers) const {
+    if (!holds_) return false;
+    std::size_t all = 0;
+    for (const Customer* customer : customers) all += customer->jobs().size();
+    return all == underCustomers_;
+  }
+
+ private:
+  bool holds_ = true;
+  qint64 last_ = 0;
+  std::size_t underCustomers_ = 0;
+};
 
 void moveJob(const ObjectContext& context, Job& job, const NameAndRecNumber& item) {
   const Customer* current = job.customer();
@@ -70,10 +95,14 @@ void ListSync::removeServicesNotInList(Rows list) {
 
 void ListSync::updateCustomers(Rows list) {
   ObjectContext& context = *session_.myContext();
+  context.expect<Customer>(list.size());
   // Both sets are as they were at the start: a list that names one identifier twice inserts two customers.
+  const auto known = context.all<Customer>();
   QSet<QString> names;
   QSet<QString> identifiers;
-  for (const Customer* customer : context.all<Customer>()) {
+  names.reserve(std::ssize(known));
+  identifiers.reserve(std::ssize(known));
+  for (const Customer* customer : known) {
     if (isEmpty(customer->name())) continue;
     names.insert(*customer->name());
     if (customer->vtObjectID()) identifiers.insert(*customer->vtObjectID());
@@ -87,7 +116,7 @@ void ListSync::updateCustomers(Rows list) {
       customer.setShown(true);
     } else if (!names.contains(*item.name)) {
       // Kept: a customer is not renamed to a name that stands here already, so swapped names stay swapped.
-      if (Customer* known = customerWithRecord(context, item.vtObjectID)) known->setName(item.name);
+      if (Customer* renamed = customerWithRecord(context, item.vtObjectID)) renamed->setName(item.name);
     }
   }
   removeCustomersNotInList(list);
@@ -95,6 +124,7 @@ void ListSync::updateCustomers(Rows list) {
 
 void ListSync::removeCustomersNotInList(Rows list) {
   QSet<QString> identifiers;
+  identifiers.reserve(std::ssize(list));
   for (const NameAndRecNumber& item : list) {
     if (!isEmpty(item.name) && item.vtObjectID) identifiers.insert(*item.vtObjectID);
   }
@@ -109,15 +139,23 @@ void ListSync::removeCustomersNotInList(Rows list) {
 
 void ListSync::updateJobs(Rows list) {
   ObjectContext& context = *session_.myContext();
+  context.expect<Job>(list.size());
+  OneForOne oneForOne;
   for (const NameAndRecNumber& item : list) {
     if (!item.vtObjectID) continue;  // nothing could ever find such a job again
-    if (Job* job = jobWithRecord(context, item)) {
+    const auto known = queries::jobsWithRecord(context, *item.vtObjectID);
+    const std::size_t count = known.size();
+    if (Job* job = jobNamed(known, item.name)) {
       moveJob(context, *job, item);
+      oneForOne.add(*job, count - 1);
     } else if (!isEmpty(item.name)) {
-      insertJob(context, item);
+      oneForOne.add(insertJob(context, item), count);
+    } else {
+      oneForOne.addNothing();
     }
   }
-  removeJobsNotInList(list);
+  // Every job has the name of its item then, too.
+  if (!oneForOne.leavesNone(context.all<Customer>())) removeJobsNotInList(list);
 }
 
 void ListSync::removeJobsNotInList(Rows list) {
@@ -131,15 +169,17 @@ void ListSync::removeJobsNotInList(Rows list) {
       if (customer && customer->vtObjectID() == item.parentObjectID) kept.insert(job, &item);
     }
   }
+  std::vector<Job*> gone;
   for (const Customer* customer : context.all<Customer>()) {
-    for (Job* job : customer->jobs().copy()) {
+    for (Job* job : customer->jobs()) {
       if (const NameAndRecNumber* item = kept.value(job)) {
         job->setName(item->name);
       } else {
-        context.deleteObject(*job);
+        gone.push_back(job);
       }
     }
   }
+  for (Job* job : gone) context.deleteObject(*job);
 }
 
 }  // namespace pendra

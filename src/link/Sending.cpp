@@ -15,6 +15,9 @@ namespace pendra {
 
 namespace {
 
+const QString kNextLacksAPart =
+    QStringLiteral("the next lacks a customer, job or service that Vantor knows, and the rest was not tried");
+
 /// Whether the failure came before anything could reach Vantor.
 bool neverLeft(const IPCException& failure) {
   return failure.name() == kVTIPCSend || failure.name() == kVTIPCArchiverFailure ||
@@ -95,9 +98,13 @@ bool Submission::sendMerged(const MergedRecord& record, std::vector<TimePeriod*>
                          "or service to use for these activities. Then update the activities  and send them "
                          "to Vantor."));
     myJobSet_.reset();
+    run_.stopped = kNextLacksAPart;
     return false;
   }
-  if (!hasCustomerAndService(activity)) return false;
+  if (!hasCustomerAndService(activity)) {
+    run_.stopped = kNextLacksAPart;
+    return false;
+  }
   TemporaryEntry temporary(*parts_.session.myContext());
   temporary.period().setActivity(&activity);
   temporary.period().setDuration(record.duration);
@@ -168,7 +175,7 @@ void Submission::finish(bool sentAll) {
   const QString count =
       formatted(u"%@ of %@ records were sent", {QString::number(run_.sent), QString::number(run_.total)});
   const QString why = run_.stopped.isEmpty()
-                          ? QStringLiteral("the rest lacks a customer, job or service that Vantor knows")
+                          ? QStringLiteral("the others lack a customer, job or service that Vantor knows")
                           : run_.stopped;
   notices.post({.key = key, .text = formatted(u"%@; %@.", {count, why}), .actions = {}});
 }

@@ -30,22 +30,40 @@ T& firstOrNew(ObjectContext& context, T* first) {
 
 }  // namespace
 
-void SetupFlow::awakeFromNib() {
-  standalone_ = false;
+void SetupFlow::showLooking() {
   display_ = SetupDisplay();
-  display_.noneText = display_.noFileOpen = true;
+  display_.noFileOpen = true;
+  display_.noFileOpenText = QStringLiteral("Looking for Vantor…");
   display_.linkedControls = display_.ok = false;
-  show();  // so that the window is usable when a question below fails
+  show();
+}
+
+void SetupFlow::awakeFromNib() {
+  standalone_ = view_.selectedRow() != 0;
   checks_.closeVTConnection();
   checks_.openVTConenction();
   const VTServer* vantor = checks_.myVTConnection();
-  if (!vantor || !vantor->isVantorRunning()) return;
-  display_.noneText = display_.noFileOpen = false;
-  display_.linkedControls = display_.ok = true;
-  awaitCompany();
-  showCompany();
-  display_.employeeNames = vantor->getEmployeeNamesArray();
+  const bool running = vantor && vantor->isVantorRunning();
+  display_ = SetupDisplay();
+  display_.settingsVisible = !standalone_;
+  display_.noneText = display_.noFileOpen = display_.canLookAgain = !running;
+  display_.linkedControls = running;
+  display_.ok = running || standalone_;
+  if (running) askVantor();
   show();
+}
+
+void SetupFlow::askVantor() {
+  try {
+    awaitCompany();
+    showCompany();
+    display_.employeeNames = checks_.myVTConnection()->getEmployeeNamesArray();
+  } catch (const IPCException&) {
+    display_.noFileOpen = display_.canLookAgain = true;
+    display_.noFileOpenText = QStringLiteral("Vantor does not answer.");
+    show();
+    throw;
+  }
 }
 
 void SetupFlow::awaitCompany() {
@@ -64,7 +82,7 @@ void SetupFlow::showCompany() {
   } else if (company_) {
     display_.companyFile = *company_;
   } else {
-    display_.noFileOpen = true;
+    display_.noFileOpen = display_.canLookAgain = true;
   }
 }
 
@@ -101,8 +119,22 @@ void SetupFlow::save() {
 std::optional<QString> SetupFlow::chooseFile() {
   const QString folder = applicationSupportFolder(session_.ports().places);
   QDir().mkpath(folder);
-  return session_.ports().panels.runSavePanel(
-      {.title = {}, .proposedName = proposedName(), .folder = folder, .requiredType = QStringLiteral("pdr")});
+  return session_.ports().panels.runSavePanel({.title = {},
+                                               .proposedName = proposedName(),
+                                               .folder = folder,
+                                               .requiredType = QStringLiteral("pdr"),
+                                               .unasked = documentWithoutOwner()});
+}
+
+/// The path of the open document while nobody has set it up: the program made it and nothing is in it.
+QString SetupFlow::documentWithoutOwner() const {
+  const CorvelFileDoc* document = session_.theFileDoc();
+  if (!session_.hasReadDocument()) return {};
+  const ObjectContext& context = *document->managedObjectContext();
+  const Identity* owner = queries::firstIdentity(context);
+  const bool isNobodys = !owner || owner->employeeName().value_or(QString()).isEmpty();
+  const bool isEmpty = context.all<Activity>().empty() && context.all<Customer>().empty();
+  return isNobodys && isEmpty ? document->fileURL().value_or(QString()) : QString();
 }
 
 QString SetupFlow::proposedName() const {
@@ -162,12 +194,12 @@ void SetupFlow::beginLinked() {
   } catch (const IPCException& failure) {
     // The document stands all the same; its lists can be fetched later.
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
+    createNewTimer(session_);
     session_.notices().post(
         {.key = kNoticeKey,
          .text = QStringLiteral("The lists could not be fetched, because Vantor did not "
                                 "answer. Choose “Update Lists from Vantor” to try again."),
          .actions = {}});
-    createNewTimer(session_);
   }
   display_.loading = false;
   show();

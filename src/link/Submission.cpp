@@ -6,8 +6,13 @@
 #include "link/UnknownFates.h"
 #include "model/Activity.h"
 #include "platform/Preferences.h"
+#include "platform/Text.h"
 
 namespace pendra {
+
+namespace {
+const QString kAgainNoticeKey = QStringLiteral("send again");
+}
 
 void Submission::submitAllTime() {
   if (!parts_.session.myContext()) return;
@@ -19,12 +24,33 @@ void Submission::submitAllTime() {
 void Submission::submitSelectedPeriods() {
   if (!parts_.session.myContext() || !pendra::checkForRunningTimers(parts_.session)) return;
   const ConnectionChecks::Closing closing(parts_.checks);
-  if (!parts_.checks.checkVTCompanyFile() || !settleUnknownFates(parts_.session)) return;
+  if (!parts_.checks.checkVTCompanyFile()) return;
+  const auto again = settleUnknownFates(parts_.session);
+  if (!again) return parts_.rows.reloadData();                   // some may have been answered
   parts_.session.notices().withdraw(kSendNoticeKey.toString());  // it told of the sending before
+  sayWhatIsLeftOut(*again);
   saveAccountsWithJobSet();
   refreshLists();
   showSummary();
   parts_.rows.clearSelection();
+}
+
+/// Only the rows that are considered go out, whatever the user has just been asked about.
+void Submission::sayWhatIsLeftOut(const std::vector<Ref<TimePeriod>>& again) const {
+  const auto rows = parts_.rows.consideredRows();
+  const auto isLeftOut = [&rows](const Ref<TimePeriod>& entry) {
+    return std::none_of(rows.begin(), rows.end(),
+                        [&entry](const SubmissionRow& row) { return entry == row.period; });
+  };
+  const auto leftOut = std::count_if(again.begin(), again.end(), isLeftOut);
+  Notices& notices = parts_.session.notices();
+  if (leftOut == 0) return notices.withdraw(kAgainNoticeKey);
+  notices.post(
+      {.key = kAgainNoticeKey,
+       .text = formatted(u"Of the entries to be sent again, %@ are not selected or not shown, and stay "
+                         "unsent.",
+                         {QString::number(leftOut)}),
+       .actions = {}});
 }
 
 void Submission::refreshLists() {

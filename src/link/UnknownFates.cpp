@@ -26,7 +26,7 @@ std::vector<Entries> recordsInDoubt(const ObjectContext& context) {
   return records;
 }
 
-/// "11/24/26 9:05 AM, 01:30:00": the earliest start and the length of all.
+/// "01:30:00, begun at 11/24/26 9:05 AM": the length of all and the earliest start.
 QString timeOf(const Entries& entries, const Calendar& calendar) {
   double seconds = 0;
   Instant start = entries.front()->start().value_or(kReferenceInstant);
@@ -34,8 +34,8 @@ QString timeOf(const Entries& entries, const Calendar& calendar) {
     seconds += entry->storedDuration();
     start = std::min(start, entry->start().value_or(start));
   }
-  return formatted(u"%@ %@, %@",
-                   {shortDate(start, calendar), timeWithMarker(start, calendar), durationText(seconds)});
+  return formatted(u"%@, begun at %@ %@",
+                   {durationText(seconds), shortDate(start, calendar), timeWithMarker(start, calendar)});
 }
 
 int ask(Session& session, const Entries& entries) {
@@ -43,8 +43,8 @@ int ask(Session& session, const Entries& entries) {
       {.style = Alert::Style::Warning,
        .message = formatted(u"Did the time for “%@” arrive in Vantor?",
                             {activityTitle(*entries.front()->activity())}),
-       .informative = formatted(u"It was sent (%@), but no answer came. Please look in Vantor: if it did not "
-                                "arrive, it can be sent again.",
+       .informative = formatted(u"This time (%@) was sent, but no answer came. Please look in Vantor: if it "
+                                "did not arrive, it can be sent again.",
                                 {timeOf(entries, session.ports().calendar)}),
        .buttons = {QStringLiteral("It Arrived"), QStringLiteral("Send Again"), QStringLiteral("Cancel")},
        .returnCancels = true});
@@ -69,19 +69,38 @@ void markSent(TimePeriod& entry, Instant now) {
   entry.setSendingSince(std::nullopt);
 }
 
-bool settleUnknownFates(Session& session) {
+void postUnknownFates(Session& session) {
+  const auto records = recordsInDoubt(*session.myContext());
+  if (records.empty()) return;
+  const QString one = activityTitle(*records.front().front()->activity());
+  session.notices().post(
+      {.key = kSendNoticeKey.toString(),
+       .text =
+           records.size() == 1
+               ? formatted(u"Vantor has not confirmed the time for “%@”. You are asked about it before the "
+                           "next sending.",
+                           {one})
+               : formatted(u"Vantor has not confirmed %@ records. You are asked about them before the next "
+                           "sending.",
+                           {QString::number(records.size())}),
+       .actions = {}});
+}
+
+std::optional<std::vector<Ref<TimePeriod>>> settleUnknownFates(Session& session) {
+  std::vector<Ref<TimePeriod>> again;
   for (const Entries& entries : recordsInDoubt(*session.myContext())) {
     const int answer = ask(session, entries);
     if (answer == kFirstButton) {
       for (TimePeriod* entry : entries) markSent(*entry, *entry->sendingSince());
     } else if (answer == kSecondButton) {
       unmarkSending(entries);
+      again.insert(again.end(), entries.begin(), entries.end());
     } else {
-      return false;
+      return std::nullopt;
     }
     saveContextOrLog(session);
   }
-  return true;
+  return again;
 }
 
 }  // namespace pendra

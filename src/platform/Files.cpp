@@ -95,7 +95,7 @@ Result<void> copyFile(const QString& from, const QString& to, Existing existing,
   QTemporaryFile draft(draftFor(to));
   if (!draft.open()) return fileError(draft);
   if (auto copied = copyBytes(source, draft); !copied) return copied;
-  draft.setPermissions(source.permissions());
+  draft.setPermissions(source.permissions() | QFileDevice::ReadOwner | QFileDevice::WriteOwner);
   const QString name = draft.fileName();
   if (isWhole) {
     if (auto whole = isWhole(name); !whole) return whole;

@@ -2,25 +2,11 @@
 
 #include <cstring>
 
+#include "InOrder.h"
 #include "store/PersistentStore.h"
 #include "store/RelationshipKeeper.h"
 
 namespace pendra {
-
-namespace {
-
-constexpr auto kByID = [](const auto& object, qint64 id) { return object->objectID() < id; };
-
-std::vector<ManagedObject*>::iterator placeIn(std::vector<ManagedObject*>& objects, qint64 id) {
-  return std::lower_bound(objects.begin(), objects.end(), id, kByID);
-}
-
-void eraseFrom(std::vector<ManagedObject*>& objects, const ManagedObject& object) {
-  const auto place = placeIn(objects, object.objectID());
-  if (place != objects.end() && *place == &object) objects.erase(place);
-}
-
-}  // namespace
 
 ObjectContext::ObjectContext(const ObjectModel& model, const Clock& clock, const Calendar& calendar)
     : model_(model), clock_(clock), calendar_(calendar) {
@@ -35,9 +21,17 @@ void ObjectContext::makeTables() {
     Table& made = tables_.emplace_back();
     made.entity = entity;
     for (const PropertyDescriptor& property : entity->properties) {
-      if (property.indexed) made.index.try_emplace(&property);
+      if (property.indexed) made.indexes.push_back({&property, {}});
     }
   }
+}
+
+void ObjectContext::makeRoom(const EntityDescriptor& entity, std::size_t count) {
+  Table& home = table(entity);
+  if (count <= home.objects.size()) return;
+  home.objects.reserve(count);
+  home.owned.reserve(count);
+  for (auto& [property, index] : home.indexes) index.reserve(count);
 }
 
 Result<void> ObjectContext::open(const QString& path) {
@@ -85,8 +79,8 @@ ManagedObject& ObjectContext::adopt(std::unique_ptr<ManagedObject> object, qint6
   adopted.context_ = this;
   home.objects.push_back(&adopted);
   home.owned.push_back(std::move(object));
-  for (auto& [property, index] : home.index) {
-    if (const auto& text = property->access.text(adopted)) index[*text].push_back(&adopted);
+  for (auto& [property, index] : home.indexes) {
+    if (const auto& text = property->access.text(adopted)) index.add(*text, adopted);
   }
   return adopted;
 }
@@ -114,10 +108,10 @@ void ObjectContext::deleteObject(ManagedObject& object) {
 void ObjectContext::remove(ManagedObject& object) {
   ++changeCount_;
   Table& home = table(object.entity());
-  for (auto& [property, index] : home.index) {
-    if (const auto& text = property->access.text(object)) eraseFrom(index[*text], object);
+  for (auto& [property, index] : home.indexes) {
+    if (const auto& text = property->access.text(object)) index.remove(*text, object);
   }
-  const auto place = placeIn(home.objects, object.id_);
+  const auto place = placeInOrder(home.objects, object.id_);
   const auto at = home.owned.begin() + (place - home.objects.begin());
   home.objects.erase(place);
   graveyard_.push_back(std::move(*at));
@@ -138,11 +132,11 @@ void ObjectContext::noteChange(ManagedObject& object) {
 void ObjectContext::textChanged(ManagedObject& object, const PropertyDescriptor& property,
                                 const std::optional<QString>& from, const std::optional<QString>& to) {
   if (!property.indexed) return;
-  auto& index = table(object.entity()).index.at(&property);
-  if (from) eraseFrom(index[*from], object);
-  if (!to) return;
-  auto& objects = index[*to];
-  objects.insert(placeIn(objects, object.id_), &object);
+  auto& indexes = table(object.entity()).indexes;
+  const auto found =
+      std::find_if(indexes.begin(), indexes.end(), [&](const auto& one) { return one.first == &property; });
+  if (from) found->second.remove(*from, object);
+  if (to) found->second.add(*to, object);
 }
 
 const ObjectContext::Table& ObjectContext::table(const EntityDescriptor& entity) const {
@@ -162,18 +156,22 @@ std::span<ManagedObject* const> ObjectContext::objectsOf(const EntityDescriptor&
 
 std::span<ManagedObject* const> ObjectContext::lookUp(const EntityDescriptor& entity, const char* key,
                                                       const QString& text) const {
-  const auto& indexes = table(entity).index;
+  const auto& indexes = table(entity).indexes;
   const auto index = std::find_if(indexes.begin(), indexes.end(),
                                   [key](const auto& one) { return std::strcmp(one.first->name, key) == 0; });
   Q_ASSERT_X(index != indexes.end(), key, "no index of this property");
-  const auto found = index->second.constFind(text);
-  return found == index->second.constEnd() ? std::span<ManagedObject* const>() : std::span(*found);
+  return index->second.find(text);
 }
 
 ManagedObject* ObjectContext::objectWithID(const EntityDescriptor& entity, qint64 id) const {
+  if (id <= 0) return nullptr;
   const auto& objects = table(entity).objects;
-  const auto found = std::lower_bound(objects.begin(), objects.end(), id, kByID);
-  return found != objects.end() && (*found)->objectID() == id ? *found : nullptr;
+  // Identifiers ascend from 1, so an object stands at most as far on as its own says, and just there as
+  // long as nothing before it was deleted.
+  const auto reach = objects.begin() + std::min<qint64>(id, std::ssize(objects));
+  if (reach != objects.begin() && (*std::prev(reach))->objectID() == id) return *std::prev(reach);
+  const auto found = std::lower_bound(objects.begin(), reach, id, standsBefore);
+  return found != reach && (*found)->objectID() == id ? *found : nullptr;
 }
 
 }  // namespace pendra

@@ -29,6 +29,9 @@ QString reasonOf(const SQLite::Exception& failure, sqlite3* connection) {
       return systemError(ENOSPC).text;
     case SQLITE_READONLY:
       return QStringLiteral("the file may not be written to");
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+      return QStringLiteral("the file is damaged");
     case SQLITE_BUSY:
       return QStringLiteral("another program is using the file");
     case SQLITE_IOERR:

@@ -1,21 +1,20 @@
 #include "store/RelationshipKeeper.h"
 
-#include "store/ManagedObject.h"
+#include <cstring>
+
+#include "InOrder.h"
 
 namespace pendra {
 
 namespace {
 
 const PropertyDescriptor& inverseOf(const PropertyDescriptor& property) {
-  const PropertyDescriptor* inverse = property.target().property(QLatin1StringView(property.inverse));
-  Q_ASSERT_X(inverse, property.name, "a relationship without its inverse");
+  const auto& candidates = property.target().properties;
+  const auto inverse = std::find_if(candidates.begin(), candidates.end(), [&](const auto& candidate) {
+    return std::strcmp(candidate.name, property.inverse) == 0;
+  });
+  Q_ASSERT_X(inverse != candidates.end(), property.name, "a relationship without its inverse");
   return *inverse;
-}
-
-auto placeOf(std::vector<ManagedObject*>& targets, const ManagedObject& object) {
-  return std::lower_bound(
-      targets.begin(), targets.end(), &object,
-      [](const ManagedObject* a, const ManagedObject* b) { return a->objectID() < b->objectID(); });
 }
 
 }  // namespace
@@ -24,10 +23,7 @@ void RelationshipKeeper::relate(ManagedObject& owner, const PropertyDescriptor& 
                                 ManagedObject* target) {
   ToOneBase& end = property.access.toOne(owner);
   if (ManagedObject* old = std::exchange(end.target_, nullptr)) {
-    auto& targets = inverseOf(property).access.toMany(*old).targets_;
-    const auto place = placeOf(targets, owner);
-    Q_ASSERT(place != targets.end() && *place == &owner);
-    targets.erase(place);
+    eraseInOrder(inverseOf(property).access.toMany(*old).targets_, owner);
   }
   if (target) link(owner, property, *target);
   owner.noteChange();
@@ -36,8 +32,7 @@ void RelationshipKeeper::relate(ManagedObject& owner, const PropertyDescriptor& 
 void RelationshipKeeper::link(ManagedObject& owner, const PropertyDescriptor& property,
                               ManagedObject& target) {
   property.access.toOne(owner).target_ = &target;
-  auto& targets = inverseOf(property).access.toMany(target).targets_;
-  targets.insert(placeOf(targets, owner), &owner);
+  insertInOrder(inverseOf(property).access.toMany(target).targets_, owner);
 }
 
 void RelationshipKeeper::detach(ManagedObject& object) {

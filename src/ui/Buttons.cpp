@@ -44,7 +44,8 @@ void BigButton::setRunning(bool running) {
   if (running == running_) return;
   running_ = running;
   setAccessibleDescription(running ? tr("Stop") : tr("Start"));
-  setToolTip(accessibleDescription());
+  setToolTip(running ? tr("Stop the selected activity (Ctrl+T)")
+                     : tr("Start the selected activity (Ctrl+T)"));
   update();
 }
 

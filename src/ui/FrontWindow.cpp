@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPointer>
 #include <QWidget>
+#include <algorithm>
 
 namespace pendra {
 
@@ -17,6 +18,17 @@ QWidget* frontWindow() {
     if (window->isVisible() && (type == Qt::Window || type == Qt::Dialog)) return window;
   }
   return nullptr;
+}
+
+bool isBlocked(const QWidget& window) {
+  const auto windows = QApplication::topLevelWidgets();
+  return std::any_of(windows.begin(), windows.end(), [&window](const QWidget* other) {
+    if (!other->isVisible() || !other->isModal() || other->isAncestorOf(&window) || other == &window)
+      return false;
+    if (other->windowModality() == Qt::ApplicationModal) return true;
+    const QWidget* blocked = other->parentWidget();
+    return blocked && blocked->window() == window.window();
+  });
 }
 
 }  // namespace pendra

@@ -4,12 +4,30 @@
 #include <QFileInfo>
 #include <QMenu>
 
+#include "ui/FrontWindow.h"
+#include "ui_core/HelpAnchors.h"
+
 namespace pendra {
 
 namespace {
 
 /// A title as a menu shows it: an ampersand that is meant is doubled.
 QString menuText(QString title) { return title.replace(u'&', QStringLiteral("&&")); }
+
+/// The title with the letter that chooses the item in its open menu: the first of a word that no item
+/// before it has, else the first letter that none has.
+QString withLetter(const QString& title, QSet<QChar>& taken) {
+  for (const bool anywhere : {false, true}) {
+    for (qsizetype at = 0; at < title.size(); ++at) {
+      const QChar letter = title[at].toLower();
+      const bool beginsWord = at == 0 || title[at - 1].isSpace();
+      if (!letter.isLetter() || taken.contains(letter) || !(anywhere || beginsWord)) continue;
+      taken.insert(letter);
+      return menuText(title.first(at)) + u'&' + menuText(title.sliced(at));
+    }
+  }
+  return menuText(title);
+}
 
 QList<QKeySequence> sequences(const QStringList& keys) {
   QList<QKeySequence> all;
@@ -32,16 +50,18 @@ void MenuBar::rebuild() {
   for (const Menu& each : model_.menus()) {
     // Alt with its first letter opens a menu; no two begin with the same one.
     QMenu* menu = addMenu(u'&' + menuText(each.title));
-    for (const MenuItem& item : each.items) addItem(*menu, item);
+    QSet<QChar> letters;
+    for (const MenuItem& item : each.items) addItem(*menu, item, letters);
     connect(menu, &QMenu::aboutToShow, this, [this, menu] { validate(*menu); });
     connect(menu, &QMenu::aboutToHide, this, [this, menu] { enableShortcuts(*menu); });
   }
 }
 
-void MenuBar::addItem(QMenu& menu, const MenuItem& item) {
+void MenuBar::addItem(QMenu& menu, const MenuItem& item, QSet<QChar>& letters) {
   if (item.startsGroup) menu.addSeparator();
   if (item.command == Command::OpenRecent) {
-    QMenu* recent = menu.addMenu(menuText(item.title));
+    QMenu* recent = menu.addMenu(withLetter(item.title, letters));
+    recent->menuAction()->setProperty("helpAnchor", help::anchorOfItem(item));
     connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecent(*recent); });
     fillRecent(*recent);
     return;
@@ -50,14 +70,15 @@ void MenuBar::addItem(QMenu& menu, const MenuItem& item) {
     connect(&menu, &QMenu::aboutToShow, this, [this, &menu] { fillWindows(menu); });
     return;
   }
-  QAction* action = menu.addAction(menuText(item.title));
+  QAction* action = menu.addAction(withLetter(item.title, letters));
   action->setShortcuts(sequences(item.keys));
   action->setEnabled(item.enabled);
   action->setMenuRole(QAction::NoRole);
   connect(action, &QAction::triggered, this, [this, item] {
-    if (target_.validate(item)) target_.perform(item.command, window_);
+    // Assistive technology reaches the items of a window that mouse and keyboard cannot reach.
+    if (!isBlocked(*window_) && target_.validate(item)) target_.perform(item.command, window_);
   });
-  action->setProperty("tag", item.tag);
+  action->setProperty("helpAnchor", help::anchorOfItem(item));
   items_.insert(action, item);
 }
 
@@ -79,7 +100,10 @@ void MenuBar::enableShortcuts(const QMenu& menu) {
 void MenuBar::fillRecent(QMenu& menu) {
   menu.clear();
   for (const QString& path : target_.recentDocuments()) {
-    QAction* action = menu.addAction(menuText(QFileInfo(path).completeBaseName()));
+    const QFileInfo file(path);
+    const bool isBackup = file.suffix() == u"pdrbackup";
+    const QString name = menuText(file.completeBaseName());
+    QAction* action = menu.addAction(isBackup ? tr("%1 (backup)").arg(name) : name);
     action->setToolTip(path);
     connect(action, &QAction::triggered, this, [this, path] { target_.openRecent(path); });
   }

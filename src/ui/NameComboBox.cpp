@@ -49,6 +49,7 @@ void NameComboBox::setText(const QString& text) {
   const QSignalBlocker silent(this);
   const QSignalBlocker silentEdit(edit_);
   setEditText(text);
+  edit_->setCursorPosition(0);  // a long name shows its beginning
   pickedText_ = text;
 }
 

@@ -18,19 +18,21 @@ constexpr int kSlideMs = 140;
 constexpr int kBarHeight = 32;
 }  // namespace
 
-NoticeLine::NoticeLine(Notices& notices, QWidget* parent)
-    : QFrame(parent), notices_(notices), words_(new QLabel(this)), more_(new QLabel(this)) {
+NoticeLine::NoticeLine(Notices& notices, In where, QWidget* parent)
+    : QFrame(parent), notices_(notices), where_(where), words_(new QLabel(this)) {
   setObjectName(QStringLiteral("noticeLine"));
   setAccessibleName(tr("Notice"));
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
   auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(metrics::kSide + 12, 2, metrics::kSide + 4, metrics::kGrid + 2);
+  row->setContentsMargins(metrics::kSide + 12, gapAbove() + 2, metrics::kSide + 4, metrics::kGrid + 2);
   row->setSpacing(2);
   words_->setTextFormat(Qt::PlainText);
   words_->setWordWrap(true);
   words_->setMinimumHeight(kBarHeight - 4);
   row->addWidget(words_, 1);
-  row->addWidget(more_);
+  more_ = newButton(*row);
+  more_->setToolTip(tr("Show the next notice"));
+  connect(more_, &QPushButton::clicked, this, &NoticeLine::showOlder);
   for (int action = 0; action < kMostActions; ++action) {
     actions_.push_back(newButton(*row));
     connect(actions_.back(), &QPushButton::clicked, this, [this, action] { press(action); });
@@ -49,6 +51,9 @@ NoticeLine::NoticeLine(Notices& notices, QWidget* parent)
   showNewest();
 }
 
+/// Under a menu bar it needs room that the timer window's header has already.
+int NoticeLine::gapAbove() const { return where_ == In::TimerWindow ? 0 : metrics::kGrid; }
+
 QPushButton* NoticeLine::newButton(QHBoxLayout& row) {
   auto* button = new QPushButton(this);
   makeQuiet(*button);
@@ -62,19 +67,36 @@ QPushButton* NoticeLine::newButton(QHBoxLayout& row) {
 
 QString NoticeLine::text() const { return key_.isNull() ? QString() : words_->text(); }
 
-void NoticeLine::showNewest() {
-  const auto& standing = notices_.standing();
-  if (standing.empty()) {
-    key_ = QString();
-    return hide();
+std::vector<const Notice*> NoticeLine::standing() const {
+  std::vector<const Notice*> all;
+  for (const Notice& notice : notices_.standing()) {
+    if (where_ == In::TimerWindow || !notice.onlyInTimerWindow) all.insert(all.begin(), &notice);
   }
-  const Notice& notice = standing.back();
+  return all;
+}
+
+void NoticeLine::showNewest() {
+  back_ = 0;
+  if (!standing().empty()) return showChosen();
+  key_ = QString();
+  hide();
+}
+
+void NoticeLine::showOlder() {
+  back_ = (back_ + 1) % standing().size();
+  showChosen();
+}
+
+void NoticeLine::showChosen() {
+  const auto standing = this->standing();
+  const Notice& notice = *standing[back_];
   const bool isNew = isHidden() || key_ != notice.key || words_->text() != notice.text;
   key_ = notice.key.isNull() ? QStringLiteral("") : notice.key;
   showText(*words_, notice.text);
   setAccessibleDescription(notice.text);
   more_->setVisible(standing.size() > 1);
-  more_->setText(tr("%n more", nullptr, static_cast<int>(standing.size()) - 1) + u"  ");
+  more_->setText(tr("%n more", nullptr, static_cast<int>(standing.size()) - 1));
+  more_->setAccessibleName(more_->text());
   showButtons(notice);
   if (isHidden()) slideIn();
   if (!isNew) return;
@@ -102,9 +124,9 @@ void NoticeLine::slideIn() {
 }
 
 void NoticeLine::press(int action) {
-  const auto& standing = notices_.standing();
-  if (standing.empty() || static_cast<size_t>(action) >= standing.back().actions.size()) return;
-  const auto run = standing.back().actions[static_cast<size_t>(action)].run;
+  const auto standing = this->standing();
+  if (standing.empty() || static_cast<size_t>(action) >= standing[back_]->actions.size()) return;
+  const auto run = standing[back_]->actions[static_cast<size_t>(action)].run;
   dismiss();
   if (run) run();
 }
@@ -117,8 +139,8 @@ void NoticeLine::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(colours.noticeLine);
   painter.setBrush(colours.noticeBack);
-  const QRectF bar =
-      QRectF(rect()).adjusted(metrics::kSide + 0.5, 0.5, -metrics::kSide - 0.5, -metrics::kGrid - 0.5);
+  const QRectF bar = QRectF(rect()).adjusted(metrics::kSide + 0.5, gapAbove() + 0.5, -metrics::kSide - 0.5,
+                                             -metrics::kGrid - 0.5);
   painter.drawRoundedRect(bar, metrics::kRadius, metrics::kRadius);
 }
 

@@ -67,11 +67,11 @@ void drawRounded(QPainter& painter, const QRect& rect, const QColor& fill, const
   painter.restore();
 }
 
-void drawFocusRing(QPainter& painter, const QRect& rect, const Colours& colours) {
+void drawFocusRing(QPainter& painter, const QRect& rect, const QColor& colour) {
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(colours.link, 2));
+  painter.setPen(QPen(colour, 2));
   painter.drawRoundedRect(QRectF(rect).adjusted(1, 1, -1, -1), metrics::kRadius, metrics::kRadius);
   painter.restore();
 }
@@ -90,7 +90,7 @@ void drawButtonPanel(QPainter& painter, const QStyleOption& option, const QWidge
     drawRounded(painter, option.rect, shade, controlLine(colours));
   }
   if (option.state & QStyle::State_HasFocus && option.state & QStyle::State_KeyboardFocusChange) {
-    drawFocusRing(painter, option.rect, colours);
+    drawFocusRing(painter, option.rect, colours.link);
   }
 }
 
@@ -100,7 +100,9 @@ void drawFieldPanel(QPainter& painter, const QStyleOption& option, const QWidget
   const bool enabled = option.state & QStyle::State_Enabled;
   drawRounded(painter, option.rect, enabled ? colours.base : colours.window,
               unreadable ? colours.warning : controlLine(colours));
-  if (option.state & QStyle::State_HasFocus && enabled) drawFocusRing(painter, option.rect, colours);
+  if (option.state & QStyle::State_HasFocus && enabled) {
+    drawFocusRing(painter, option.rect, unreadable ? colours.warning : colours.link);
+  }
 }
 
 void drawChevron(QPainter& painter, const QPointF& centre, const QColor& colour) {
@@ -140,6 +142,17 @@ void drawRadio(QPainter& painter, const QStyleOption& option) {
     painter.drawEllipse(ring.center(), 2.5, 2.5);
   }
   painter.restore();
+}
+
+/// How far a work has come, in a trough that can be seen on any ground.
+void drawProgress(QPainter& painter, const QStyleOptionProgressBar& bar) {
+  const Colours& colours = Theme::colours(bar.palette);
+  drawRounded(painter, bar.rect, mixed(colours.window, colours.quiet, 0.25), {});
+  if (bar.maximum <= bar.minimum || bar.progress <= bar.minimum) return;
+  const double part = double(bar.progress - bar.minimum) / (bar.maximum - bar.minimum);
+  QRect done = bar.rect;
+  done.setWidth(qRound(part * bar.rect.width()));
+  drawRounded(painter, done, colours.link, {});
 }
 
 /// An item of the menu bar, or what is left of the bar, over a line that runs through under all of them.
@@ -219,7 +232,7 @@ void PendraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
       // Others show where the keyboard is to those who use it.
       if (!qobject_cast<const QPushButton*>(widget) && !qobject_cast<const QAbstractItemView*>(widget) &&
           option->state & State_KeyboardFocusChange) {
-        drawFocusRing(*painter, option->rect, Theme::colours(option->palette));
+        drawFocusRing(*painter, option->rect, Theme::colours(option->palette).link);
       }
       return;
     default:
@@ -232,6 +245,9 @@ void PendraStyle::drawControl(ControlElement element, const QStyleOption* option
   const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
   if (element == CE_MenuBarItem && item) return drawMenuBarItem(*painter, *item);
   if (element == CE_MenuBarEmptyArea) return drawMenuBarPart(*painter, *option);
+  // A bar without an end runs, and is the base style's to move.
+  const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
+  if (element == CE_ProgressBar && bar && bar->maximum > bar->minimum) return drawProgress(*painter, *bar);
   const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
   if (element != CE_PushButtonLabel || !button) {
     return QProxyStyle::drawControl(element, option, painter, widget);

@@ -71,8 +71,9 @@ void addButtons(QMessageBox& box, const Alert& alert) {
     button->setAccessibleName(title);
     if (title == u"Cancel" || count == 1) box.setEscapeButton(button);
     if (index == (destroys || alert.returnCancels ? count - 1 : 0)) box.setDefaultButton(button);
+    // What stands out is what people came for, and neither destroying nor turning back is that.
+    if (destroys || alert.returnCancels) button->setProperty(kPrimaryProperty, false);
     if (!destroys) continue;
-    button->setProperty(kPrimaryProperty, false);
     if (index == 0) button->setProperty(kDestructiveProperty, true);
   }
 }

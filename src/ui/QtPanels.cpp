@@ -1,48 +1,55 @@
 #include "ui/QtPanels.h"
 
 #include <QFileDialog>
-#include <QMessageBox>
-#include <QPushButton>
 
 #include "platform/Preferences.h"
 #include "platform/Text.h"
 #include "ui/FrontWindow.h"
+#include "ui/QtAlerts.h"
 
 namespace pendra {
 
 namespace {
 
 /// Asks, when the path that a name leads to is taken; the dialog itself does not know that path yet.
-bool mayReplace(QWidget* panel, const QString& path) {
+bool mayReplace(ModalDepth& modals, const QString& path) {
   const QFileInfo file(path);
   if (!file.exists()) return true;
-  QMessageBox box(panel);
-  box.setTextFormat(Qt::PlainText);
-  box.setIcon(QMessageBox::Warning);
-  box.setText(formatted(QObject::tr("“%@” already exists. Do you want to replace it?"), {file.fileName()}));
-  QPushButton* cancel = box.addButton(QObject::tr("Cancel"), QMessageBox::RejectRole);
-  QPushButton* replace = box.addButton(QObject::tr("Replace"), QMessageBox::AcceptRole);
-  box.setDefaultButton(cancel);
-  box.exec();
-  return box.clickedButton() == static_cast<QAbstractButton*>(replace);
+  const Alert question{
+      .style = Alert::Style::Warning,
+      .message = formatted(QObject::tr("“%@” already exists. Do you want to replace it?"), {file.fileName()}),
+      .informative = {},
+      .buttons = {QObject::tr("Replace"), QObject::tr("Cancel")},
+      .returnCancels = true};
+  return QtAlerts(modals).runAlert(question) == kFirstButton;
 }
 
 /// A save dialog that is accepted only with a path that may be written to.
 class SaveDialog final : public QFileDialog {
  public:
-  SaveDialog(QWidget* parent, QString requiredType) : QFileDialog(parent), type_(std::move(requiredType)) {}
+  SaveDialog(QWidget* parent, ModalDepth& modals, const SavePanel& panel)
+      : QFileDialog(parent),
+        modals_(modals),
+        type_(panel.requiredType),
+        unasked_(panel.unasked),
+        replaces_(panel.replaces) {}
 
  protected:
   void done(int result) override {
     if (result == Accepted) {
       const QStringList files = selectedFiles();
-      if (files.isEmpty() || !mayReplace(this, withRequiredType(files.front(), type_))) return;
+      if (files.isEmpty()) return;
+      const QString path = withRequiredType(files.front(), type_);
+      if (replaces_ && path != unasked_ && !mayReplace(modals_, path)) return;
     }
     QFileDialog::done(result);
   }
 
  private:
+  ModalDepth& modals_;
   QString type_;
+  QString unasked_;
+  bool replaces_;
 };
 
 }  // namespace
@@ -69,6 +76,9 @@ void QtPanels::fill(QFileDialog& dialog, const SavePanel& panel) const {
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  if (!panel.requiredType.isEmpty()) {
+    dialog.setNameFilter(QObject::tr("Pendra documents") + u" (*." + panel.requiredType + u')');
+  }
   dialog.setDirectory(panel.folder.isEmpty() ? folder() : panel.folder);
   dialog.selectFile(fileNameFor(panel.proposedName));
 }
@@ -80,7 +90,7 @@ QString QtPanels::chosenIn(const QFileDialog& dialog, const QString& requiredTyp
 }
 
 std::optional<QString> QtPanels::runSavePanel(const SavePanel& panel) {
-  SaveDialog dialog(frontWindow(), panel.requiredType);
+  SaveDialog dialog(frontWindow(), modals_, panel);
   fill(dialog, panel);
   const ModalDepth::Run run(modals_);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
@@ -97,7 +107,7 @@ std::optional<QString> QtPanels::runOpenPanel() {
 }
 
 void QtPanels::beginSavePanel(const SavePanel& panel, std::function<void(std::optional<QString>)> ended) {
-  auto* dialog = new SaveDialog(frontWindow(), panel.requiredType);
+  auto* dialog = new SaveDialog(frontWindow(), modals_, panel);
   fill(*dialog, panel);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setWindowModality(Qt::WindowModal);

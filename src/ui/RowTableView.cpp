@@ -53,6 +53,7 @@ RowTableView::RowTableView(QWidget* parent) : QTableView(parent), empty_(new Emp
   setItemDelegate(new RowDelegate(this));
   empty_->hide();
   connect(&empty_->button(), &QPushButton::clicked, this, &RowTableView::emptyButtonClicked);
+  connect(&empty_->helpButton(), &QPushButton::clicked, this, &RowTableView::emptyHelpClicked);
   makeHeads();
 }
 
@@ -160,8 +161,14 @@ void RowTableView::commitEditing() {
   closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
-void RowTableView::setEmptyState(const QString& sentence, const QString& buttonTitle) {
-  empty_->say(sentence, buttonTitle);
+void RowTableView::showSelectionOrTop() {
+  if (selectedRow() < 0) return scrollToTop();
+  scrollTo(model_->index(selectedRow(), 0));
+}
+
+void RowTableView::setEmptyState(const QString& sentence, const QString& buttonTitle,
+                                 const QString& helpTitle) {
+  empty_->say(sentence, buttonTitle, helpTitle);
   placeEmptyState();
 }
 
@@ -309,16 +316,22 @@ void RowTableView::mousePressEvent(QMouseEvent* event) {
   QTableView::mousePressEvent(event);
   const QModelIndex index = indexAt(event->pos());
   const bool plain = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
-  pressed_ = plain && acts(index) ? index : QModelIndex();
+  pressed_ = {};
+  if (plain && acts(index))
+    pressed_ = {model_->source().identity(index.row()), index.column(), visualRect(index)};
   if (plain && !index.isValid()) clearSelection();
 }
 
 void RowTableView::mouseReleaseEvent(QMouseEvent* event) {
   QTableView::mouseReleaseEvent(event);
-  const QModelIndex index = pressed_;
-  pressed_ = QModelIndex();
+  const Pressed pressed = std::exchange(pressed_, {});
+  if (!model_ || !pressed.cell.contains(event->pos())) return;
+  // The row meant is the one that was pressed, also when storing what was typed has moved it meanwhile.
+  const TableSource& source = model_->source();
+  int row = 0;
+  while (row < source.rowCount() && source.identity(row) != pressed.identity) ++row;
   // Last: whoever answers a press may open a sheet or close the window.
-  if (index.isValid() && indexAt(event->pos()) == index) pressCell(index);
+  if (row < source.rowCount()) pressCell(model_->index(row, pressed.column));
 }
 
 void RowTableView::mouseDoubleClickEvent(QMouseEvent* event) {

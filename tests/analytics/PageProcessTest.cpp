@@ -25,9 +25,10 @@ using namespace tracker_notifications;
 class PageTest : public testing::Test {
  protected:
   std::unique_ptr<Tracker> trackerOver(const QString& program) {
-    return std::make_unique<Tracker>(
-        "UUID", std::make_unique<PageProcess>(program, std::chrono::milliseconds(0)),
-        TrackerSources{center_, workspace_, defaults_}, TrackerFacts::ofMachine(), resourceFolder());
+    return std::make_unique<Tracker>("UUID",
+                                     std::make_unique<PageProcess>(program, std::chrono::milliseconds(0)),
+                                     TrackerSources{center_, workspace_, defaults_, doNotTrack_},
+                                     TrackerFacts::ofMachine(), resourceFolder());
   }
 
   /// Starts a tracker and waits for how that ends.
@@ -48,6 +49,7 @@ class PageTest : public testing::Test {
   TestPlaces places_;
   UserDefaults defaults_{places_.defaultsFile()};
   NotificationCenter center_;
+  bool doNotTrack_ = false;
   ScriptedWorkspace workspace_;
   WindowWatch windows_{center_};
   Recorder recorder_;

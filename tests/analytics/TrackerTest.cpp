@@ -36,7 +36,8 @@ class TrackerTest : public testing::Test {
     if (!changed.model.isEmpty()) facts.model = changed.model;
     if (!changed.shortVersion.isEmpty()) facts.shortVersion = changed.shortVersion;
     tracker_ = std::make_unique<Tracker>("UUID", std::move(host),
-                                         TrackerSources{center_, workspace_, defaults_}, facts, kResources);
+                                         TrackerSources{center_, workspace_, defaults_, doNotTrack_}, facts,
+                                         kResources);
   }
 
   /// Starts the tracker up to the page's "initHandler", and forgets the scripts up to there.
@@ -58,6 +59,7 @@ class TrackerTest : public testing::Test {
   TestPlaces places_;
   UserDefaults defaults_{places_.defaultsFile()};
   NotificationCenter center_;
+  bool doNotTrack_ = false;
   ScriptedWorkspace workspace_;
   LogCapture log_;
   bool dark_ = false;

@@ -4,6 +4,7 @@
 
 #include "document/DocumentLoading.h"
 #include "document/Saving.h"
+#include "platform/Preferences.h"
 #include "support/FileSizeLimit.h"
 #include "support/OrdinaryUser.h"
 #include "support/Rows.h"
@@ -106,6 +107,14 @@ TEST_F(Backup, StopsTimersFirstOrDoesNothing) {
   backUpTo("Noon.pdrbackup");
   EXPECT_EQ(session.myContext()->all<TimePeriod>()[0]->duration(), 60);
   EXPECT_EQ(session.myContext()->all<TimePeriod>()[1]->duration(), 0) << "not lost: stopped, not halted";
+}
+
+TEST_F(Backup, IsOfTheDocumentForWhichThePanelWasOpened) {
+  panels.whileOpen([&] { loadURL(session, path("Other.pdr")); });
+  backUpTo("Noon.pdrbackup");
+  EXPECT_FALSE(files().contains(QStringLiteral("Noon.pdrbackup")));
+  EXPECT_THAT(noticeText(), HasSubstr("the document that it was meant for is closed"));
+  EXPECT_EQ(session.theFileDoc()->fileURL(), path("Other.pdr"));
 }
 
 TEST_F(Backup, ThatIsCancelledChangesNothing) {
@@ -225,6 +234,16 @@ TEST_F(Restore, WarnsNumbersAsksAndOpensTheCopy) {
   addCustomer(QStringLiteral("Zed"));
   ASSERT_TRUE(saveContext(session));
   EXPECT_EQ(contentsOf(backup()), before);
+}
+
+TEST_F(Restore, OfABackupThatMayNotBeWrittenToMakesADocumentThatMay) {
+  QFile::setPermissions(backup(), QFile::ReadOwner | QFile::ReadGroup);
+  alerts.willAnswer({"Continue"});
+  panels.willChoose(path("Restored.pdr"));
+  loadURL(session, backup());
+  EXPECT_TRUE(QFileInfo(path("Restored.pdr")).permissions() & QFile::WriteOwner);
+  EXPECT_EQ(session.ports().defaults.texts(preferences::kRecentDocuments).mid(0, 2),
+            QStringList({path("Restored.pdr"), backup()}));
 }
 
 TEST_F(Restore, DeclinedOrCancelledMakesNothing) {

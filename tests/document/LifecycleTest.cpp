@@ -85,7 +85,17 @@ TEST_F(Lifecycle, TheFirstLaunchMakesADocumentThatTheSecondRenames) {
   Launch(again.session).applicationDidFinishLaunching();
   EXPECT_EQ(getLastOpenURL(again.session), inFolder("Pendra File.pdr"));
   EXPECT_FALSE(QFile::exists(inFolder("Pendra File.xml")));
-  EXPECT_FALSE(again.session.showIntroSheet);
+}
+
+TEST_F(Lifecycle, TheIntroductionIsDueUntilItWasGiven) {
+  Launch(session).applicationDidFinishLaunching();
+  closeDoc(session);  // setup was cancelled
+  Launch(session).applicationDidFinishLaunching();
+  EXPECT_TRUE(session.showIntroSheet);
+  closeDoc(session);
+  defaults.setBoolean(preferences::kIntroduced, true);
+  Launch(session).applicationDidFinishLaunching();
+  EXPECT_FALSE(session.showIntroSheet);
 }
 
 TEST_F(Lifecycle, LaunchOpensTheLastDocumentAndHaltsWhatRan) {

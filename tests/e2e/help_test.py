@@ -65,6 +65,10 @@ def test(desktop):
     app.window("Add Activity")
     expect_help(browser, app, "Add Activity", "activity-editor")
     app.keys("Escape")
+    app.focus_window("Hours")
+    if (found := help_at(browser, app, "alt+a", "F1")) != "add-activity":
+        raise Failure(f"help on the menu's first item opens at {found!r}")
+    app.keys("Escape", "Escape")
     for item, title, anchor in (("Customers and Jobs…", "Customers and Jobs", "customers-and-jobs"),
                                 ("Service Items…", "Service Items", "service-items"),
                                 ("Preferences…", "Preferences", "preferences"),

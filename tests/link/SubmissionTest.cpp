@@ -228,7 +228,7 @@ TEST_F(SubmissionTest, AnActivityWithoutACustomerIsToldInTheOtherWords) {
   submission.submitSelectedPeriods();
   EXPECT_EQ(desk.alerts.messages(), QStringList{kInactive});
   EXPECT_TRUE(desk.alerts.last().informative.endsWith("update the activities and send them to Vantor."));
-  EXPECT_TRUE(notice().startsWith("0 of 1 records were sent; the rest lacks")) << notice().toStdString();
+  EXPECT_TRUE(notice().startsWith("0 of 1 records were sent; the others lack")) << notice().toStdString();
 }
 
 struct Failure {
@@ -288,7 +288,7 @@ TEST_F(SubmissionTest, WhatArrivedAfterAllIsStampedAndACancelKeepsTheQuestion) {
   submission.submitSelectedPeriods();
   EXPECT_EQ(desk.alerts.last().message, QString("Did the time for “Acme - Roof - Design” arrive in Vantor?"));
   EXPECT_EQ(desk.alerts.last().buttons, (QStringList{"It Arrived", "Send Again", "Cancel"}));
-  EXPECT_TRUE(desk.alerts.last().informative.contains("(11/24/26 9:00 AM, 01:30:00)"));
+  EXPECT_TRUE(desk.alerts.last().informative.contains("(01:30:00, begun at 11/24/26 9:00 AM)"));
   EXPECT_FALSE(period.wasSubmitted());
 
   desk.clock.advance(600);
@@ -299,6 +299,22 @@ TEST_F(SubmissionTest, WhatArrivedAfterAllIsStampedAndACancelKeepsTheQuestion) {
   EXPECT_EQ(period.dateSubmitted(), instantOf("2026-11-24T09:00:00Z")) << "when it left";
   EXPECT_THAT(vantor.records, testing::IsEmpty());
   EXPECT_EQ(inFile(), (std::array{1, 1, 0}));
+}
+
+TEST_F(SubmissionTest, WhatIsToBeSentAgainButIsNotSelectedStaysUnsentAndIsSaid) {
+  Activity& activity = desk.addActivity(acme, design, roof);
+  TimePeriod& first = addRow(activity, "2026-11-24T08:00:00Z", 5400);
+  failAt(1, kVTIPCTimeout);
+  const LogCapture log;
+  submission.submitSelectedPeriods();
+  vantor.whenSubmitted = {};
+  addRow(activity, "2026-11-24T12:00:00Z", 60);
+  rows.selected = 1;
+  desk.alerts.willAnswer({"Send Again"});
+  submission.submitSelectedPeriods();
+  EXPECT_FALSE(first.wasSubmitted() || first.sendingSince());
+  EXPECT_EQ(vantor.records.size(), 1);
+  EXPECT_EQ(notice(), "Of the entries to be sent again, 1 are not selected or not shown, and stay unsent.");
 }
 
 TEST_F(SubmissionTest, NothingLeavesThatCannotBeWrittenDownFirst) {

@@ -65,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(
                    "newer version of Pendra"},
         Unreadable{"NoLayout", [](const QString& path) { alter(path, "PRAGMA user_version=0"); },
                    "layout is unknown"},
-        Unreadable{"CutShort", [](const QString& path) { QFile::resize(path, 4096 * 3 + 100); }, "malformed"},
+        Unreadable{"CutShort", [](const QString& path) { QFile::resize(path, 4096 * 3 + 100); }, "damaged"},
         Unreadable{"OnlyItsHead", [](const QString& path) { QFile::resize(path, 60); }, "not a document"},
         Unreadable{"OverwrittenInside",
                    [](const QString& path) {

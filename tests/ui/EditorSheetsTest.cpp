@@ -208,6 +208,14 @@ TEST_F(ActivitySheetInAWindow, TheAreaOfEntriesKeepsTheTopEdge) {
   EXPECT_EQ(sheet->geometry(), shrunk);
 }
 
+TEST(NotesEdit, BreaksLinesAlikeHoweverTheyWereTyped) {
+  NotesEdit edit;
+  edit.setNote("one");
+  QTest::keyClick(&edit, Qt::Key_Return, Qt::ShiftModifier);
+  QTest::keyClicks(&edit, "two");
+  EXPECT_EQ(edit.note(), "one\ntwo");
+}
+
 TEST(NotesEdit, GivesBackToTheCharacterWhatNobodyEdited) {
   NotesEdit edit;
   const QString note = u"a\u00a0b\r\nc\td\u2029e"_qs;

@@ -29,7 +29,7 @@ class Line : public testing::Test {
 
   Notices notices;
   QWidget window;
-  NoticeLine line{notices};
+  NoticeLine line{notices, NoticeLine::In::TimerWindow};
   QWidget below;
 };
 
@@ -51,6 +51,10 @@ TEST_F(Line, PushesDownWhatIsBelow) {
 TEST_F(Line, ShowsTheNewestAndComesBackToTheOlder) {
   notices.post({u"a"_s, u"first"_s, {}});
   notices.post({u"b"_s, u"second"_s, {}});
+  EXPECT_EQ(line.text(), u"second"_s);
+  button(u"1 more"_s)->click();
+  EXPECT_EQ(line.text(), u"first"_s);
+  button(u"1 more"_s)->click();
   EXPECT_EQ(line.text(), u"second"_s);
   button(u"Dismiss"_s)->click();
   EXPECT_EQ(line.text(), u"first"_s);

@@ -22,4 +22,24 @@ std::optional<QString> anchorOfWindow(const QString& title) {
   return known == kAnchors.constEnd() ? std::nullopt : std::optional(*known);
 }
 
+std::optional<QString> anchorOfAlert(const QString& message) {
+  static const std::vector<std::pair<QString, QString>> kBeginnings{
+      {QStringLiteral("Please start Vantor"), kVantorNotFound},
+      {QStringLiteral("Pendra can’t work with this version"), kVantorNotFound},
+      {QStringLiteral("Please open the correct company"), kVantorNotFound},
+      {QStringLiteral("A customer, job, or service "), kHeldBack},
+      {QStringLiteral("Did the time for "), kUnknownFate},
+      {QStringLiteral("Time Sent"), kFirstSending},
+  };
+  for (const auto& [beginning, anchor] : kBeginnings) {
+    if (message.startsWith(beginning)) return anchor;
+  }
+  return std::nullopt;
+}
+
+QString anchorOfItem(const MenuItem& item) {
+  if (item.tag != 0) return QString::number(item.tag);
+  return QString(item.title).remove(u'…').toLower().replace(u' ', u'-');
+}
+
 }  // namespace pendra::help

@@ -8,11 +8,13 @@
 namespace pendra {
 
 void runCommand(Session& session, const QString& name, const std::function<void()>& command) {
+  const QString key = u"command " + name;
   try {
     command();
+    session.notices().withdraw(key);
   } catch (const IPCException& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
-    session.notices().post({.key = QStringLiteral("command"),
+    session.notices().post({.key = key,
                             .text = formatted(u"“%@” was not finished: %@.", {name, plainReason(failure)}),
                             .actions = {}});
   }

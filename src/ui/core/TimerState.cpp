@@ -238,6 +238,7 @@ void TimerState::toggleTimer() {
   }
   log_->reloadPopupsToSameChoice();
   reloadData();
+  log_->updateRunningPeriods();  // at once, not at the next tick
 }
 
 void TimerState::restartSelected() {
@@ -272,7 +273,8 @@ void TimerState::deleteSelectedActivity() {
 }
 
 void TimerState::deleteSelectedTimeEntries() {
-  for (const Ref<TimePeriod>& period : log_->deleteSelectedRows()) {
+  const auto periods = log_->deleteSelectedRows();
+  for (const Ref<TimePeriod>& period : periods) {
     if (!period) break;
     Activity* activity = period->activity();
     ObjectContext& context = *period->context();
@@ -280,11 +282,12 @@ void TimerState::deleteSelectedTimeEntries() {
     TimePeriod& entry = *period;
     if (activity) activity->deletTimePeriod(entry);
     context.deleteObject(entry);
-    reloadData();
-    clearTableSelection();
-    log_->reloadData();
-    log_->reloadComboxes();
   }
+  if (periods.empty()) return;
+  reloadData();
+  clearTableSelection();
+  log_->reloadComboxes();
+  log_->reloadData();  // the filters say “All” again
 }
 
 void TimerState::markSelectedCompleted() {
@@ -293,8 +296,8 @@ void TimerState::markSelectedCompleted() {
   selected->stop();
   selected->setCompleted(true);
   reloadData();
-  log_->reloadData();
   log_->reloadComboxes();
+  log_->reloadData();  // the filters say “All” again
   clearTableSelection();
 }
 

@@ -21,7 +21,10 @@ NotesEdit::NotesEdit(QWidget* parent) : QPlainTextEdit(parent) {
 QString NotesEdit::note() const {
   if (!document()->isModified()) return set_;
   // The raw text keeps hard blanks, which the plain text does not.
-  return document()->toRawText().replace(QChar::ParagraphSeparator, u'\n');
+  return document()
+      ->toRawText()
+      .replace(QChar::ParagraphSeparator, u'\n')
+      .replace(QChar::LineSeparator, u'\n');
 }
 
 void NotesEdit::setNote(const QString& note) {

@@ -18,6 +18,7 @@ namespace pendra {
 
 ListWindow::ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*place, ListWords words)
     : session_(parts.session),
+      target_(parts.commands),
       place_(place),
       words_(std::move(words)),
       ui_(std::make_unique<Ui::ListWindow>()) {
@@ -26,7 +27,7 @@ ListWindow::ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*plac
   auto* content = new QWidget(this);
   ui_->setupUi(content);
   setCentralWidget(content);
-  ui_->column->insertWidget(1, new NoticeLine(session_.notices(), content));
+  ui_->column->insertWidget(1, new NoticeLine(session_.notices(), NoticeLine::In::OtherWindow, content));
   setMenuBar(new MenuBar(parts.menus, parts.commands, this));
   resize(content->geometry().size());
   new WindowPlace(*this, session_.ports().defaults, words_.place);
@@ -68,7 +69,11 @@ void ListWindow::connectTable() {
   });
   connect(&view, &RowTableView::rowActivated, this, &ListWindow::editName);
   connect(&view, &RowTableView::selectionDidChange, this, &ListWindow::updateButtons);
-  connect(&view, &RowTableView::emptyButtonClicked, this, &ListWindow::add);
+  connect(&view, &RowTableView::emptyButtonClicked, this, [this] {
+    if (controller_->standalone()) return add();
+    target_.perform(Command::UpdateLists, this);
+  });
+  connect(&view, &RowTableView::emptyHelpClicked, this, [this] { target_.perform(Command::Help, this); });
   connect(view.model(), &QAbstractItemModel::modelReset, this, &ListWindow::showCounts);
 }
 
@@ -99,7 +104,10 @@ void ListWindow::setUpAdding(QPushButton& button, const QString& text, const QSt
 RowTableView& ListWindow::table() const { return *ui_->myTableView; }
 QPushButton& ListWindow::addJobButton() const { return *ui_->addJobButton; }
 
-void ListWindow::close() { QMainWindow::close(); }
+void ListWindow::close() {
+  closesAnyway_ = true;
+  QMainWindow::close();
+}
 
 void ListWindow::bringToFront() {
   show();
@@ -108,13 +116,19 @@ void ListWindow::bringToFront() {
 }
 
 void ListWindow::closeEvent(QCloseEvent* event) {
-  std::ignore = takeEdit();
+  // A user whose name was refused goes on editing it.
+  if (!takeEdit() && !closesAnyway_) return event->ignore();
   session_.*place_ = nullptr;
   event->accept();
 }
 
+void ListWindow::reloadData() {
+  if (session_.myContext()) controller_->reloadData();
+}
+
 void ListWindow::search(const QString& text) {
   controller_->setSearchString(text);
+  table().showSelectionOrTop();
   showCounts();
 }
 
@@ -129,9 +143,9 @@ void ListWindow::showCounts() {
   } else if (searching) {
     table().setEmptyState(tr("Nothing here contains “%1”.").arg(controller_->searchString()));
   } else if (controller_->standalone()) {
-    table().setEmptyState(words_.empty, QString(words_.add).remove(u'&'));
+    table().setEmptyState(words_.empty, QString(words_.add).remove(u'&'), tr("Read How It Works"));
   } else {
-    table().setEmptyState(words_.emptyLinked);
+    table().setEmptyState(words_.emptyLinked, tr("Update Lists"), tr("Read How It Works"));
   }
   ui_->markAllButton->setEnabled(rows > 0);
   ui_->markNoneButton->setEnabled(rows > 0);
@@ -224,7 +238,7 @@ void ListWindow::editName(int row) {
 }
 
 bool ListWindow::keyInTable(int key) {
-  const int row = table().currentIndex().row();
+  const int row = table().selectedRow();
   if (row < 0) return false;
   switch (key) {
     case Qt::Key_Space:

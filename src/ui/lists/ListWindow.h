@@ -55,6 +55,9 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
     return controller_->validateMenuItem(item);
   }
 
+  [[nodiscard]] bool finishEditing() override { return takeEdit(); }
+  void reloadData() override;
+
   void editColumn(int column, int row) override;
   void standaloneDidChange() override;
 
@@ -99,12 +102,14 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
   bool keyInTable(int key);
 
   Session& session_;
+  CommandTarget& target_;
   AuxiliaryWindow* Session::*place_;
   ListWords words_;
   std::unique_ptr<Ui::ListWindow> ui_;
   std::unique_ptr<ListController> controller_;
   std::optional<Taken> taken_;
   bool leaving_ = false;
+  bool closesAnyway_ = false;  ///< the program closes the window, not the user
 };
 
 }  // namespace pendra

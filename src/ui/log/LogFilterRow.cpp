@@ -1,5 +1,6 @@
 #include "LogFilterRow.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int kNarrowPopUp = 76;
 constexpr int kWidePopUp = 168;
+constexpr int kWidestList = 480;
 constexpr int kNarrowDate = 76;
 constexpr int kWideDate = 116;
 constexpr int kHeight = 44;
@@ -31,8 +33,9 @@ QLabel* quietLabel(const QString& text, QWidget* of) {
 
 }  // namespace
 
-LogFilterRow::LogFilterRow(LogController& log, UserDefaults& defaults, QWidget* parent)
-    : QWidget(parent), log_(log), row_(new QHBoxLayout(this)) {
+LogFilterRow::LogFilterRow(LogController& log, UserDefaults& defaults, std::function<void()> chosen,
+                           QWidget* parent)
+    : QWidget(parent), log_(log), chosen_(std::move(chosen)), row_(new QHBoxLayout(this)) {
   setFixedHeight(kHeight);
   row_->setContentsMargins(metrics::kSide, 0, metrics::kSide, 0);
   row_->setSpacing(metrics::kGrid);
@@ -56,6 +59,7 @@ QComboBox* LogFilterRow::addPopUp(const QString& title, const QString& objectNam
   control->setFont(Theme::controlFont());
   control->setMinimumWidth(kNarrowPopUp);
   control->setMaximumWidth(kWidePopUp);
+  control->setPlaceholderText(tr("All"));  // nothing chosen filters nothing
   control->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   control->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   connect(control, &QComboBox::activated, this, [this, &popup](int index) { choose(popup, index); });
@@ -91,6 +95,7 @@ void LogFilterRow::addHideSubmitted(UserDefaults& defaults) {
   connect(hideSubmitted_, &QCheckBox::toggled, this, [this](bool checked) {
     log_.setHidesSubmitted(checked);
     log_.updateRunningPeriods();
+    chosen_();
   });
   hideChanges_ = defaults.changesOf(preferences::kHideSubmitted).observe([this] {
     const QSignalBlocker silent(hideSubmitted_);
@@ -106,6 +111,7 @@ void LogFilterRow::choose(PopUp& popup, int index) {
     log_.changeFilter();
   }
   log_.updateRunningPeriods();  // at once, not at the next tick
+  chosen_();
 }
 
 void LogFilterRow::takeDate(const QString& text, QString& field) {
@@ -113,6 +119,7 @@ void LogFilterRow::takeDate(const QString& text, QString& field) {
   field = text;
   log_.changeDateRange();
   log_.updateRunningPeriods();
+  chosen_();
 }
 
 void LogFilterRow::showFilters() {
@@ -121,9 +128,12 @@ void LogFilterRow::showFilters() {
     control->clear();
     control->addItems(state->titles());
     control->setCurrentIndex(state->indexOfSelectedItem());
+    const int widest = control->view()->sizeHintForColumn(0) + 2 * metrics::kGrid;
+    control->view()->setMinimumWidth(std::min(widest, kWidestList));
   }
   for (const auto& [control, state] : dates_) {
-    if (control->text() != *state) control->setText(*state);
+    const bool isBeingTyped = control->hasFocus() && control->isModified();
+    if (control->text() != *state && !isBeingTyped) control->setText(*state);
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 
 #include "ui_core/LogController.h"
 
@@ -16,8 +17,8 @@ class DateField;
 /// chooses.
 class LogFilterRow final : public QWidget {
  public:
-  /// The logic must outlive it.
-  LogFilterRow(LogController& log, UserDefaults& defaults, QWidget* parent);
+  /// The logic must outlive it. `chosen` is told after each choice of the user's.
+  LogFilterRow(LogController& log, UserDefaults& defaults, std::function<void()> chosen, QWidget* parent);
 
  private:
   QComboBox* addPopUp(const QString& title, const QString& objectName, PopUp& popup);
@@ -37,6 +38,7 @@ class LogFilterRow final : public QWidget {
   };
 
   LogController& log_;
+  std::function<void()> chosen_;
   QHBoxLayout* row_;
   std::vector<ShownPopUp> popups_;
   std::vector<ShownDate> dates_;

@@ -12,7 +12,8 @@ namespace pendra {
 LogPaneView::LogPaneView(Session& session, TimerState& window, QWidget* parent)
     : QWidget(parent), session_(session), myTableView_(std::make_unique<RowTableView>(this)) {
   logController_ = std::make_unique<LogController>(session, window, *myTableView_);
-  filters_ = std::make_unique<LogFilterRow>(*logController_, session.ports().defaults, this);
+  filters_ = std::make_unique<LogFilterRow>(
+      *logController_, session.ports().defaults, [this] { myTableView_->showSelectionOrTop(); }, this);
   setObjectName(QStringLiteral("logView"));
   myTableView_->setObjectName(QStringLiteral("logTableView"));
   myTableView_->setAccessibleName(tr("Time log"));

@@ -1,7 +1,6 @@
 #include "ui/BusyPanel.h"
 
 #include <QFrame>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QVBoxLayout>
@@ -17,7 +16,7 @@ BusyPanel::~BusyPanel() { stopSpinner(); }
 void BusyPanel::startSpinner() {
   QWidget* window = frontWindow();
   if (panel_ || !window) return;
-  QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+  window->setCursor(Qt::BusyCursor);  // only here: an alert that comes up meanwhile can be answered
   panel_ = new QFrame(window);
   panel_->setObjectName(QStringLiteral("spinner"));
   panel_->setAccessibleName(QFrame::tr("Progress"));
@@ -60,10 +59,10 @@ void BusyPanel::place() {
 
 void BusyPanel::stopSpinner() {
   if (!panel_) return;
+  panel_->parentWidget()->unsetCursor();
   panel_->hide();
   panel_->deleteLater();
   panel_.clear();
-  QGuiApplication::restoreOverrideCursor();
 }
 
 }  // namespace pendra

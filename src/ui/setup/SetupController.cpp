@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShortcut>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "ui/Buttons.h"
@@ -23,6 +24,8 @@ namespace {
 
 constexpr int kContentWidth = 520;
 constexpr int kIndent = metrics::kGrid * 3;
+/// From opening to the first question, in milliseconds: what is shown meanwhile is on the screen by then.
+constexpr int kUntilQuestions = 50;
 
 QLabel* words(const QString& text, const QString& name) {
   auto* label = new QLabel(text);
@@ -51,8 +54,11 @@ SetupController::SetupController(const WindowFrame& frame, ConnectionChecks& che
       flow_(frame.session, checks, lists, *this) {
   session_.setupController = this;
   setObjectName(QStringLiteral("SetupController"));
-  setContent(makeContent());
-  lookForVantor();
+  content_ = makeContent();
+  setContent(content_);
+  flow_.showLooking();
+  resize(minimumSizeHint());
+  QTimer::singleShot(kUntilQuestions, this, [this] { lookForVantor(); });
 }
 
 QWidget* SetupController::makeContent() {
@@ -78,7 +84,7 @@ QWidget* SetupController::makeContent() {
   vtSettingsView_ = makeSettings();
   column->addWidget(vtSettingsView_);
   column->addSpacing(metrics::kGrid * 3);
-  addMode(1, tr("Work standalone"), tr("You keep the lists yourself. Nothing is sent anywhere."));
+  addMode(1, tr("Work standalone"), tr("You keep the lists yourself. Your time stays in your document."));
   column->addWidget(makeStatus());
   column->addStretch();
   column->addWidget(makeButtons());
@@ -142,22 +148,22 @@ QWidget* SetupController::makeStatus() {
 }
 
 QWidget* SetupController::makeButtons() {
-  auto* cancelButton = new QPushButton(tr("Cancel"));
+  cancelButton_ = new QPushButton(tr("Cancel"));
   okButton_ = new QPushButton(tr("OK"));
   okButton_->setObjectName(QStringLiteral("okButton"));
   makePrimary(*okButton_);
-  connect(cancelButton, &QPushButton::clicked, this, [this] { flow_.cancel(); });
+  connect(cancelButton_, &QPushButton::clicked, this, [this] { flow_.cancel(); });
   connect(okButton_, &QPushButton::clicked, this, [this] { save(); });
   for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
     connect(new QShortcut(key, this), &QShortcut::activated, okButton_, &QPushButton::click);
   }
-  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, cancelButton, &QPushButton::click);
+  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, cancelButton_, &QPushButton::click);
   auto* buttons = new QWidget;
   auto* row = new QHBoxLayout(buttons);
   row->setContentsMargins(0, metrics::kGrid * 3, 0, 0);
   row->setSpacing(metrics::kGrid);
   row->addStretch();
-  row->addWidget(cancelButton);
+  row->addWidget(cancelButton_);
   row->addWidget(okButton_);
   return buttons;
 }
@@ -180,7 +186,7 @@ void SetupController::showDisplay(const SetupDisplay& display) {
                                                               : display.noFileOpenText);
   myCompanyFile_->setVisible(!display.noFileOpen);
   myCompanyFile_->setPath(display.companyFile);
-  lookAgain_->setVisible(display.noFileOpen && display.noFileOpenText.isEmpty());
+  lookAgain_->setVisible(display.canLookAgain);
   if (const QString chosen = selectedName(); display.employeeNames != employeeNames_) {
     employeeNames_ = display.employeeNames;
     myNamePopup_->clear();
@@ -188,20 +194,25 @@ void SetupController::showDisplay(const SetupDisplay& display) {
     myNamePopup_->setCurrentText(chosen);
   }
   myNamePopup_->setEnabled(display.linkedControls);
-  okButton_->setEnabled(display.ok);
+  okButton_->setEnabled(display.ok && !display.loading);
+  cancelButton_->setEnabled(!display.loading);
   statusSpinner_->setVisible(display.loading);
   statusText_->setVisible(display.loading);
-  showSettings(display.settingsVisible);
+  vtSettingsView_->setVisible(display.settingsVisible);
+  fitToContent();
   // Nothing is drawn by itself while Vantor's answers are awaited.
   if (display.loading) repaint();
 }
 
-void SetupController::showSettings(bool visible) {
-  if (vtSettingsView_->isVisibleTo(this) == visible) return;
-  const int change = vtSettingsView_->height();
-  vtSettingsView_->setVisible(visible);
-  vtSettingsView_->parentWidget()->layout()->activate();
-  resize(width(), height() + (visible ? change : -change));
+/// The top edge stays; what the content needs more or less, the window is higher or lower.
+void SetupController::fitToContent() {
+  content_->layout()->activate();
+  const int needed = content_->layout()->totalHeightForWidth(kContentWidth);
+  const int change = needed - content_->minimumHeight();
+  content_->setMinimumHeight(needed);
+  content_->parentWidget()->layout()->activate();
+  layout()->activate();
+  if (change != 0) resize(width(), height() + change);
 }
 
 int SetupController::selectedRow() const { return standaloneRadioi_->checkedId(); }

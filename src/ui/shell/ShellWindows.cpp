@@ -2,15 +2,20 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include "platform/Preferences.h"
+#include "platform/Resources.h"
 #include "ui/Buttons.h"
 #include "ui/CommandTarget.h"
 #include "ui/Symbols.h"
 #include "ui/Theme.h"
+#include "ui_core/HelpAnchors.h"
+#include "ui_core/ShellCommands.h"
 
 namespace pendra {
 
@@ -28,6 +33,18 @@ QLabel* quietText(const QString& text) {
   label->setForegroundRole(QPalette::PlaceholderText);
   return label;
 }
+
+/// The program's sign, sharp on whatever screen the window is.
+class Sign final : public QWidget {
+ public:
+  Sign() { setFixedSize(kSign, kSign); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    programIcon().paint(&painter, rect());
+  }
+};
 
 QLabel* title(const QString& text) {
   auto* label = new QLabel(text);
@@ -49,8 +66,6 @@ struct Page {
   }
   /// The program's sign, and beside it a title and what goes under that.
   void addHeading(const QString& text, QLabel* under = nullptr) {
-    auto* sign = new QLabel;
-    sign->setPixmap(programIcon().pixmap(QSize(kSign, kSign), widget->devicePixelRatio()));
     auto* words = new QVBoxLayout;
     words->setSpacing(0);
     words->addStretch();
@@ -59,7 +74,7 @@ struct Page {
     words->addStretch();
     auto* heading = new QHBoxLayout;
     heading->setSpacing(metrics::kSide);
-    heading->addWidget(sign);
+    heading->addWidget(new Sign);
     heading->addLayout(words, 1);
     column->addLayout(heading);
   }
@@ -72,7 +87,13 @@ struct Page {
 
 }  // namespace
 
-AboutBox::AboutBox(const WindowFrame& frame, const QString& version) : AppWindow(frame, tr("About Pendra")) {
+ShellWindow::ShellWindow(const WindowFrame& frame, const QString& title) : AppWindow(frame, title) {
+  layout()->setSizeConstraint(QLayout::SetFixedSize);
+  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] { close(); });
+}
+
+AboutBox::AboutBox(const WindowFrame& frame, const QString& version)
+    : ShellWindow(frame, tr("About Pendra")) {
   Page page;
   auto* versionField = new QLabel(version);
   versionField->setObjectName(QStringLiteral("versionField"));
@@ -87,24 +108,29 @@ AboutBox::AboutBox(const WindowFrame& frame, const QString& version) : AppWindow
   setContent(page.widget);
 }
 
-WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : AppWindow(frame, tr("Welcome to Pendra")) {
+WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : ShellWindow(frame, tr("Welcome to Pendra")) {
   Page page;
   page.addHeading(tr("Welcome to Pendra"));
   page.column->addWidget(
       quietText(tr("Pick an activity, press play, and review the hours at the end of the day. Your time is "
                    "saved every two minutes, and when you close the window.")));
-  const auto addWay = [&](const QString& text, Command command) {
+  const auto addWay = [&](const QString& text, const std::function<void()>& act) {
     auto* button = new QPushButton(text);
-    connect(button, &QPushButton::clicked, this, [this, command, &target = frame.target] {
-      close();
-      target.perform(command, this);
-    });
+    connect(button, &QPushButton::clicked, this, act);
     page.column->addWidget(button);
     return button;
   };
-  makePrimary(*addWay(tr("Set Up a New Document…"), Command::New));
-  addWay(tr("Open a Document…"), Command::Open);
-  addWay(tr("Read How It Works"), Command::Help);
+  const auto insteadOfThis = [this, &target = frame.target](Command command) {
+    return [this, &target, command] {
+      close();
+      target.perform(command, this);
+    };
+  };
+  makePrimary(*addWay(tr("Set Up a New Document…"), insteadOfThis(Command::New)));
+  addWay(tr("Open a Document…"), insteadOfThis(Command::Open));
+  addWay(tr("Read How It Works"), [&workspace = frame.session.ports().workspace] {
+    showHelp({.text = help::kFirstDay}, workspace, resourceFolder());
+  });
   QPushButton* done = page.addButton(tr("Close"));
   makeQuiet(*done);
   connect(done, &QPushButton::clicked, this, [this] { close(); });
@@ -112,7 +138,7 @@ WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : AppWindow(frame, tr("We
 }
 
 PreferencesWindow::PreferencesWindow(const WindowFrame& frame)
-    : AppWindow(frame, tr("Preferences")), defaults_(frame.session.ports().defaults) {
+    : ShellWindow(frame, tr("Preferences")), defaults_(frame.session.ports().defaults) {
   Page page;
   const auto add = [&](const QString& key, const QString& text, const QString& explanation, bool byDefault) {
     auto* group = new QVBoxLayout;

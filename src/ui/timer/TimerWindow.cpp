@@ -2,10 +2,12 @@
 
 #include <QCloseEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "ui/Buttons.h"
+#include "ui/ChromeViews.h"
 #include "ui/GradientDividerSplitView.h"
 #include "ui/NoticeLine.h"
 #include "ui/RowTableView.h"
@@ -17,7 +19,8 @@ namespace {
 
 constexpr QSize kFirstSize{1120, 800};
 
-/// A label of the window that exposes its text to assistive technology as its description.
+/// A label of the window that exposes its text to assistive technology as its description. Where it lacks
+/// room it is cut with an ellipsis, and never makes the window wider.
 class ShownText final : public QLabel {
  public:
   ShownText(const QString& objectName, const QString& accessibleName, const QFont& font) {
@@ -25,6 +28,16 @@ class ShownText final : public QLabel {
     setAccessibleName(accessibleName);
     setFont(font);
     setTextFormat(Qt::PlainText);
+  }
+
+  [[nodiscard]] QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const QRect room = contentsRect();
+    style()->drawItemText(&painter, room, static_cast<int>(alignment()), palette(), isEnabled(),
+                          fontMetrics().elidedText(text(), Qt::ElideRight, room.width()), foregroundRole());
   }
 };
 
@@ -42,28 +55,26 @@ TimerWindow::TimerWindow(Notices& notices, std::function<bool()> shouldClose, st
     : shouldClose_(std::move(shouldClose)), closed_(std::move(closed)) {
   setObjectName(QStringLiteral("timerWindow"));
   resize(kFirstSize);
-  setMinimumSize(kFirstSize.width() * 2 / 3, metrics::kHeader * 4);
+  setMinimumWidth(kFirstSize.width() * 2 / 3);
 
   myTableView = new RowTableView;
   myTableView->setObjectName(QStringLiteral("myTableView"));
   myTableView->setAccessibleName(tr("Activities"));
-  myTableView->setEmptyState(tr("Add an activity to start timing"), tr("Add Activity…"));
+  myTableView->setEmptyState(tr("Add an activity to start timing"), tr("Add Activity…"),
+                             tr("Read How It Works"));
 
   splitView = new GradientDividerSplitView;
   splitView->setObjectName(QStringLiteral("splitView"));
   splitView->addWidget(myTableView);
-  auto* logPlace = new QWidget;
-  log_ = place(logPlace);
-  splitView->addWidget(logPlace);
+  splitView->addWidget(makeFooter());
   splitView->setChildrenCollapsible(false);
-  splitView->setSizes({kFirstSize.height() * 2 / 5, kFirstSize.height() * 3 / 5});
+  splitView->setSizes({kFirstSize.height() * 3 / 8, kFirstSize.height() * 5 / 8});
 
   auto* content = new QWidget;
   QVBoxLayout* column = place(content);
   column->addWidget(makeHeader());
-  column->addWidget(new NoticeLine(notices));
+  column->addWidget(new NoticeLine(notices, NoticeLine::In::TimerWindow));
   column->addWidget(splitView, 1);
-  column->addWidget(makeFooter());
   setCentralWidget(content);
 }
 
@@ -71,7 +82,6 @@ QWidget* TimerWindow::makeHeader() {
   startStopButton = new BigButton;
   startStopButton->setObjectName(QStringLiteral("startStopButton"));
   startStopButton->setAccessibleName(tr("Start or stop timer"));
-  startStopButton->setToolTip(tr("Start or stop the selected activity (Ctrl+T)"));
   elapsedTimeDisplay =
       new ShownText(QStringLiteral("elapsedTimeDisplay"), tr("Elapsed time"), Theme::timeFont());
   customerJobLabel =
@@ -92,35 +102,48 @@ QWidget* TimerWindow::makeHeader() {
   texts->addWidget(customerJobLabel);
   texts->addStretch();
 
-  auto* header = new QWidget;
-  header->setFixedHeight(metrics::kHeader);
-  auto* row = new QHBoxLayout(header);
+  auto* container = new QWidget;
+  container->setFixedHeight(qRound(kTopViewHeight));
+  auto* row = new QHBoxLayout(new PendraTopView(container));
   row->setContentsMargins(metrics::kSide + metrics::kGrid, 0, metrics::kSide + metrics::kGrid, 0);
   row->setSpacing(metrics::kSide + metrics::kGrid / 2);
   row->addWidget(startStopButton);
   row->addLayout(texts, 1);
   row->addWidget(addActivityButton);
   row->addWidget(submitTimeButton);
-  return header;
+  return container;
 }
 
+/// The log with the line below it.
 QWidget* TimerWindow::makeFooter() {
+  auto* container = new QWidget;
+  container->setMinimumHeight(qRound(kBottomViewHeight));
+  QVBoxLayout* column = place(new PendraBottomView(container));
+  auto* logPlace = new QWidget;
+  log_ = place(logPlace);
+  column->addWidget(logPlace, 1);
+  column->addWidget(makeStatusLine());
+  return container;
+}
+
+QWidget* TimerWindow::makeStatusLine() {
   documentState = new ShownText(QStringLiteral("documentState"), tr("Document state"), Theme::quietFont());
   documentState->setForegroundRole(QPalette::PlaceholderText);
-  auto* footer = new QWidget;
-  footer->setFixedHeight(metrics::kFooter);
-  auto* row = new QHBoxLayout(footer);
+  auto* line = new QWidget;
+  line->setFixedHeight(metrics::kFooter);
+  auto* row = new QHBoxLayout(line);
   row->setContentsMargins(metrics::kSide, 0, metrics::kSide, 0);
   auto* summaryPlace = new QWidget;
   summary_ = place(summaryPlace);
   row->addWidget(summaryPlace);
   row->addStretch();
   row->addWidget(documentState);
-  return footer;
+  return line;
 }
 
 void TimerWindow::setLog(QWidget* pane, QWidget* summary) {
   log_->addWidget(pane);
+  setMinimumWidth(std::max(minimumWidth(), pane->minimumSizeHint().width()));
   if (summary) summary_->addWidget(summary);
 }
 

@@ -38,6 +38,7 @@ class TimerWindow final : public QMainWindow {
  private:
   QWidget* makeHeader();
   QWidget* makeFooter();
+  QWidget* makeStatusLine();
 
   std::function<bool()> shouldClose_;
   std::function<void()> closed_;

@@ -8,7 +8,9 @@
 #include "analytics/StartTracking.h"
 #include "document/CorvelFileDoc.h"
 #include "document/DocumentClosing.h"
+#include "link/UnknownFates.h"
 #include "platform/Preferences.h"
+#include "platform/Resources.h"
 #include "ui/Buttons.h"
 #include "ui/EditorSheets.h"
 #include "ui/GradientDividerSplitView.h"
@@ -21,6 +23,8 @@
 #include "ui_core/DeletePrompts.h"
 #include "ui_core/DocumentState.h"
 #include "ui_core/HaltedNotice.h"
+#include "ui_core/HelpAnchors.h"
+#include "ui_core/ShellCommands.h"
 
 namespace pendra {
 
@@ -71,6 +75,8 @@ void TimerWindowController::connectControls() {
   connect(window_->addActivityButton, &QPushButton::clicked, this, perform(Command::AddActivity));
   connect(window_->submitTimeButton, &QPushButton::clicked, this, perform(Command::SendSelected));
   connect(table, &RowTableView::emptyButtonClicked, this, perform(Command::AddActivity));
+  connect(table, &RowTableView::emptyHelpClicked, this,
+          [this] { showHelp({.text = help::kFirstDay}, session_.ports().workspace, resourceFolder()); });
   connect(table, &RowTableView::selectionDidChange, this, [this] { state_.tableViewSelectionDidChange(); });
   connect(table, &RowTableView::cellPressed, this, &TimerWindowController::pressCell);
   connect(table, &RowTableView::rowActivated, this, perform(Command::EditActivity));
@@ -117,8 +123,9 @@ void TimerWindowController::startUp() {
     state_.setMyCurrentTimePeriod(&entry);
     editors_->showTimePeriodSheet();
   });
-  tracker_ =
-      startTracking({session_.ports().notifications, session_.ports().workspace, session_.ports().defaults});
+  if (session_.myContext()) postUnknownFates(session_);
+  tracker_ = startTracking({session_.ports().notifications, session_.ports().workspace,
+                            session_.ports().defaults, session_.masterDoNotTrackEvents});
 }
 
 void TimerWindowController::introduce() {
@@ -127,11 +134,17 @@ void TimerWindowController::introduce() {
     // Whoever has begun by then needs no introduction.
     if (!QApplication::activeModalWidget()) (new IntroSheet(window))->showSheetForIntro();
   });
+  UserDefaults& defaults = session_.ports().defaults;
+  defaults.setBoolean(preferences::kIntroduced, true);
+  const bool isRefused =
+      defaults.contains(preferences::kAnalyticsTracker) && !defaults.boolean(preferences::kAnalyticsTracker);
+  if (isRefused) return;
   session_.notices().post(
       {.key = QStringLiteral("statistics"),
        .text = tr("Pendra sends usage statistics, without anything that you typed. You can switch them off."),
-       .actions = {
-           {tr("Preferences…"), [&target = target_] { target.perform(Command::Preferences, nullptr); }}}});
+       .actions = {{tr("Preferences…"),
+                    [&target = target_] { target.perform(Command::Preferences, nullptr); }}},
+       .onlyInTimerWindow = true});
 }
 
 void TimerWindowController::tick() {

@@ -9,21 +9,14 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "../NoCommands.h"
+#include "document/DocumentClosing.h"
 #include "support/TestSession.h"
-#include "ui/CommandTarget.h"
 #include "ui/RowTableView.h"
 #include "ui_core/ListEditor.h"
 
 namespace pendra {
 namespace {
-
-class NoCommands final : public CommandTarget {
-  void perform(Command, QWidget*) override {}
-  bool validate(const MenuItem&) const override { return false; }
-  QStringList recentDocuments() const override { return {}; }
-  void openRecent(const QString&) override {}
-  void clearRecent() override {}
-};
 
 class ListWindows : public testing::Test, protected TestSession {
  protected:
@@ -120,6 +113,36 @@ TEST_F(ListWindows, ANameThatIsRefusedHoldsUpWhatWasToFollow) {
   press(Qt::Key_Shift);
   EXPECT_EQ(alerts.messages(), QStringList("Zed already exists!"));
   EXPECT_EQ(session.myContext()->all<Customer>().size(), 3U) << "none was added";
+}
+
+TEST_F(ListWindows, StoreWhatIsBeingTypedBeforeTheDocumentCloses) {
+  open();
+  const std::shared_ptr<ObjectContext> context = session.myContext();
+  table()->selectRow(0);
+  table()->setFocus();
+  press(Qt::Key_F2);
+  type(QStringLiteral("Zed"));
+  closeDoc(session);
+  EXPECT_EQ(alerts.messages(), QStringList("Zed already exists!"));
+  EXPECT_EQ(session.myContext(), context) << "the name is yet to be mended";
+  press(Qt::Key_Shift);
+  type(QStringLiteral("Moon"));
+  closeDoc(session);
+  EXPECT_EQ(session.myContext(), nullptr);
+  EXPECT_EQ(queries::customersNamed(*context, QStringLiteral("Moon")).size(), 1U);
+}
+
+TEST_F(ListWindows, TickTheBoxThatWasPressedThoughANameIsStoredMeanwhile) {
+  open();
+  QTest::mouseClick(named<QPushButton>("Add customer"), Qt::LeftButton);
+  type(QStringLiteral("Moon"));
+  const QPoint box = table()->visualRect(table()->model()->index(1, 2)).center();
+  const QString pressed = cell(1, 0);
+  QTest::mousePress(table()->viewport(), Qt::LeftButton, {}, box);
+  for (int turn = 0; turn < 3; ++turn) QCoreApplication::processEvents();
+  QTest::mouseRelease(table()->viewport(), Qt::LeftButton, {}, box);
+  EXPECT_EQ(queries::customersNamed(*session.myContext(), QStringLiteral("Moon")).size(), 1U);
+  EXPECT_EQ(queries::customersNamed(*session.myContext(), pressed)[0]->shown(), false);
 }
 
 TEST_F(ListWindows, GoOnAtTheNextRowAfterADeletion) {

@@ -36,6 +36,8 @@ class PageProcess final : public ScriptHost {
   void send(const QJsonObject& request);
   void readAnswers();
   void handle(const QJsonObject& answer);
+  /// Ends every script that waits for its answer; the page may yet come.
+  void answerPending(const QString& reason);
   void processEnded(const QString& reason);
 
   QString program_;

@@ -19,6 +19,7 @@ struct TrackerSources {
   NotificationCenter& center;
   Workspace& workspace;
   UserDefaults& defaults;
+  bool& masterDoNotTrackEvents;  ///< set by the notice, never cleared: it holds for later trackers, too
 };
 
 /// Reports what is done with the program to the statistics page. Owned by the timer window. Whatever fails
@@ -37,7 +38,7 @@ class Tracker final : private ScriptHost::Delegate {
   Tracker& operator=(const Tracker&) = delete;
 
   [[nodiscard]] bool observersEnabled() const { return observersEnabled_; }
-  [[nodiscard]] bool masterDoNotTrackEvents() const { return masterDoNotTrackEvents_; }
+  [[nodiscard]] bool masterDoNotTrackEvents() const { return sources_.masterDoNotTrackEvents; }
   [[nodiscard]] const QString& userUUID() const { return userUUID_; }
   [[nodiscard]] const QJsonObject& userProperties() const { return userProperties_; }
   [[nodiscard]] const QJsonObject& commonProperties() const { return commonProperties_; }
@@ -81,7 +82,6 @@ class Tracker final : private ScriptHost::Delegate {
   QMap<QString, QString> eventList_;
   StartHandler startTrackingCompletionHandler_;
   bool observersEnabled_ = false;
-  bool masterDoNotTrackEvents_ = false;
 
   std::vector<std::shared_ptr<void>> observers_;  ///< those between the page's start and invalidate()
   NotificationCenter::Subscription appearance_;

@@ -20,6 +20,7 @@ struct Notice {
   QString key;  ///< the subject, "save", "backup"; a later notice of one subject replaces the earlier
   QString text;
   std::vector<NoticeAction> actions;
+  bool onlyInTimerWindow = false;  ///< it is of no use beside another window
 };
 
 /// The notices that stand at this moment, the oldest first.

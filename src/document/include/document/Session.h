@@ -98,6 +98,8 @@ class Session {
   HaltedEntries halted;
   /// The introduction of a first run is due.
   bool showIntroSheet = false;
+  /// Set when the user has said no to usage statistics for as long as the program runs.
+  bool masterDoNotTrackEvents = false;
 
  private:
   Ports ports_;

@@ -40,6 +40,10 @@ class AuxiliaryWindow {
   virtual void close() = 0;
   virtual void bringToFront() = 0;
   [[nodiscard]] virtual bool isVisible() const = 0;
+  /// Stores what is being typed; false when it was refused, which the user has been told. Called by closing.
+  [[nodiscard]] virtual bool finishEditing() { return true; }
+  /// Shows the document's objects anew. Called by list synchronisation.
+  virtual void reloadData() {}
 };
 
 /// The menu bar's commands for Vantor. Called when a document turns out, or is set up, to be standalone.

@@ -11,6 +11,7 @@ struct SetupDisplay {
   bool noneText = false;        ///< `NoneText`: Vantor is not running
   bool noFileOpen = false;      ///< `myNoFileOpenText` is shown in place of the path control
   QString noFileOpenText;       ///< what it says; empty for its own text
+  bool canLookAgain = false;    ///< Vantor can be looked for once more
   QString companyFile;          ///< the path in `myCompanyFile`; empty when there is none to show
   QStringList employeeNames;    ///< the titles of `myNamePopup`
   bool linkedControls = true;   ///< the pop-up can be used
@@ -39,6 +40,8 @@ class SetupFlow {
   SetupFlow(Session& session, ConnectionChecks& checks, ListSync& lists, SetupView& view)
       : session_(session), checks_(checks), lists_(lists), view_(view) {}
 
+  /// What is shown until Vantor has been looked for.
+  void showLooking();
   /// Prepares the window over a fresh connection. Throws what the channel throws; what is shown then still
   /// lets the user work standalone.
   void awakeFromNib();
@@ -55,9 +58,11 @@ class SetupFlow {
   [[nodiscard]] bool standalone() const { return standalone_; }
 
  private:
+  void askVantor();
   void awaitCompany();
   void showCompany();
   [[nodiscard]] std::optional<QString> chooseFile();
+  [[nodiscard]] QString documentWithoutOwner() const;
   [[nodiscard]] QString proposedName() const;
   [[nodiscard]] bool makeDocument(const QString& path);
   void writeIdentity(bool standalone);

@@ -13,9 +13,6 @@ namespace pendra {
 
 struct MergedRecord;
 
-/// The key of the notice that says how a sending ended.
-inline constexpr QStringView kSendNoticeKey = u"send";
-
 /// Sends the time of one timer window's log to Vantor.
 class Submission {
  public:
@@ -59,6 +56,7 @@ class Submission {
   };
   using Entries = std::span<TimePeriod* const>;
 
+  void sayWhatIsLeftOut(const std::vector<Ref<TimePeriod>>& again) const;
   void refreshLists();
   bool sendOneByOne();
   bool sendMerged(const MergedRecord& record, std::vector<TimePeriod*>& mergedEntries);

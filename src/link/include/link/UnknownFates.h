@@ -10,6 +10,9 @@
 
 namespace pendra {
 
+/// The key of the notice that says how a sending ended, or what of it is not known.
+inline constexpr QStringView kSendNoticeKey = u"send";
+
 /// Marks the entries as being sent, durable when it returns; on failure nothing is marked.
 Result<void> markSending(Session& session, std::span<TimePeriod* const> entries);
 /// The entries are unsent as before.
@@ -18,7 +21,10 @@ void unmarkSending(std::span<TimePeriod* const> entries);
 void markSent(TimePeriod& entry, Instant now);
 
 /// Asks the user about every record of the open document whose fate is unknown. What arrived counts as sent
-/// when it left; what did not is unsent. False when the user cancelled.
-[[nodiscard]] bool settleUnknownFates(Session& session);
+/// when it left; what did not is unsent, and returned: the user wants it to be sent again. None when the user
+/// cancelled.
+[[nodiscard]] std::optional<std::vector<Ref<TimePeriod>>> settleUnknownFates(Session& session);
+/// Says in a notice that there are such records, until they are settled; called when a document has opened.
+void postUnknownFates(Session& session);
 
 }  // namespace pendra

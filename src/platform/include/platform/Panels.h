@@ -12,6 +12,8 @@ struct SavePanel {
   QString proposedName;  ///< the exact text, slashes included; a panel shows them as it can
   QString folder;        ///< empty: the panel's own
   QString requiredType;  ///< an extension without its dot that the chosen path always gets; empty: any
+  QString unasked = {};  ///< a file that may be replaced without a question; empty: none
+  bool replaces = true;  ///< whether a file at the path would be replaced, which the panel then asks about
 };
 
 /// Asks for files. A panel that is cancelled answers none.

@@ -2,8 +2,6 @@
 // The whole document is in memory, and the context owns it: every object of it, what has changed since
 // the last save, and the file to which a save writes exactly that.
 
-#include <QHash>
-#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -13,6 +11,7 @@
 #include "platform/Result.h"
 #include "store/ManagedObject.h"
 #include "store/Predicate.h"
+#include "store/TextIndex.h"
 
 namespace pendra {
 
@@ -58,6 +57,13 @@ class ObjectContext {
   /// readable, out of every relationship, until the next save.
   void deleteObject(ManagedObject& object);
 
+  /// Makes room for so many objects of a class in all, which voids the views of them. Only a hint: fewer or
+  /// more may come.
+  template <class T>
+  void expect(std::size_t count) {
+    makeRoom(T::descriptor(), count);
+  }
+
   /// All objects of a class in the order of insertion. The view is void once an object of the class
   /// comes or goes; `fetch` copies.
   template <class T>
@@ -93,7 +99,7 @@ class ObjectContext {
     std::vector<std::unique_ptr<ManagedObject>> owned;  // ascending by id
     std::vector<ManagedObject*> objects;                // the same, for views
     qint64 lastID = 0;
-    std::map<const PropertyDescriptor*, QHash<QString, std::vector<ManagedObject*>>> index;
+    std::vector<std::pair<const PropertyDescriptor*, TextIndex>> indexes;  // one for each indexed property
   };
   struct DeletedRow {
     const EntityDescriptor* entity;
@@ -101,6 +107,7 @@ class ObjectContext {
   };
 
   void makeTables();
+  void makeRoom(const EntityDescriptor& entity, std::size_t count);
   ManagedObject& insertObject(const EntityDescriptor& entity, bool temporary);
   ManagedObject& adopt(std::unique_ptr<ManagedObject> object, qint64 id);
   /// Ties a link that was read to its target; a target that is not there leaves none.

@@ -15,8 +15,7 @@ void NewActivityController::updateSelectedPeriod() {
   TimePeriod* period = selectedTimePeriod();
   const EntryTexts texts = textsOf(controls_.entry, session_, period != nullptr);
   if (!passes(selectedPeriodChecks(), texts, session_.ports().alerts)) return;
-  // An unreadable start, like three empty fields, leaves the entry's own: nothing can do without one.
-  if (const auto start = startInstant(texts, period->start())) period->setStart(start);
+  takeStart(*period, texts, session_.notices());
   period->setDuration(durationInSeconds(texts.duration));
 
   const int index = controls_.myTableView.selectedRow();

@@ -2,14 +2,17 @@
 
 #include <cmath>
 
+#include "model/TimePeriod.h"
 #include "platform/DateTexts.h"
 #include "platform/NaturalDate.h"
+#include "platform/Text.h"
 
 namespace pendra {
 
 namespace {
 
 constexpr double kMinute = 60;
+const QString kStartNoticeKey = QStringLiteral("start");
 
 /// Whether two instants have the same date and time of day, which in the night when the clock is set back two
 /// instants have that lie an hour apart.
@@ -56,6 +59,21 @@ std::optional<Instant> startInstant(const EntryTexts& texts, std::optional<Insta
   if (!typed || !before) return typed;
   const Instant minuteBefore{std::floor(before->seconds / kMinute) * kMinute};
   return looksLike(*typed, minuteBefore, texts.calendar) ? minuteBefore : typed;
+}
+
+void takeStart(TimePeriod& period, const EntryTexts& texts, Notices& notices) {
+  if (const auto start = startInstant(texts, period.start())) {
+    period.setStart(start);
+    notices.withdraw(kStartNoticeKey);
+    return;
+  }
+  const QString typed =
+      QStringList{texts.startDate, texts.startTime, texts.startTimeAMPM}.join(u' ').trimmed();
+  if (typed.isEmpty()) return;
+  notices.post(
+      {.key = kStartNoticeKey,
+       .text = formatted(u"“%@” could not be read as a start; the entry keeps the one it has.", {typed}),
+       .actions = {}});
 }
 
 void showStart(const EntryFields& fields, std::optional<Instant> start, const Calendar& calendar) {

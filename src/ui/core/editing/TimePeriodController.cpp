@@ -57,8 +57,7 @@ void TimePeriodController::saveValues() {
   const EntryTexts texts = textsOf(controls_.entry, session_);
   period.setNotes(controls_.notesField.stringValue());
   activity.setNotes(controls_.activityNotesField.stringValue());
-  // An unreadable start leaves the entry's own: nothing can do without one.
-  if (const auto start = startInstant(texts, period.start())) period.setStart(start);
+  takeStart(period, texts, session_.notices());
   period.setDuration(durationInSeconds(texts.duration));
 
   const EntryFields& entry = controls_.entry;

@@ -35,8 +35,8 @@ std::optional<bool> CustomerListController::isInUse(const QString& predicateText
     logLine(predicate.error().text);
     notices.post(
         {.key = kNoticeKey,
-         .text = formatted(u"“%@” was not deleted: a name with a quotation mark cannot be looked for "
-                           "among the activities. Rename it first.",
+         .text = formatted(u"“%@” was not deleted: a quotation mark in its name, or in its customer's, "
+                           "cannot be looked for among the activities. Rename that one first.",
                            {name}),
          .actions = {}});
     return std::nullopt;

@@ -84,7 +84,7 @@ void LogController::reloadComboxes() {
 void LogController::fillJobs(const std::optional<QString>& customer) {
   const Notifier::Change change(filtersChanges);
   jobPopup.reset(kAll);
-  if (!context() || !customer) return;
+  if (!context() || !customer || *customer == kAll) return;
   for (const Customer* found : queries::customersNamed(*context(), *customer)) {
     for (const Job* job : found->jobs()) {
       const QString name = queries::nameOf(job);

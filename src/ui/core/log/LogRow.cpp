@@ -46,6 +46,12 @@ QString submittedText(const LogRow& row, const Calendar& calendar) {
   return row.showsAsSent() ? shortDate({row.submittedSeconds}, calendar) : QStringLiteral("-");
 }
 
+QString doubtText(const LogRow& row) {
+  if (!row.period || !row.period->sendingSince()) return {};
+  return QStringLiteral(
+      "Vantor has not confirmed this entry. You are asked about it before the next sending.");
+}
+
 Column<LogRow> editColumn() {
   ColumnHead edit = fixed(head(QStringLiteral("edit"), {}, CellKind::Link, 0), {QStringLiteral("Edit")});
   edit.accessibleName = QStringLiteral("Edit");
@@ -80,7 +86,8 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale) {
        .text = [](const LogRow& row) { return durationText(row.duration); }},
       {.head = fixed(head(QStringLiteral("submitted"), QStringLiteral("Submitted"), CellKind::Secondary, 0),
                      {QStringLiteral("00/00/00")}),
-       .text = [&calendar](const LogRow& row) { return submittedText(row, calendar); }},
+       .text = [&calendar](const LogRow& row) { return submittedText(row, calendar); },
+       .warning = doubtText},
       editColumn(),
   };
   return RowTable<LogRow>(std::move(columns), {.identity = identityOf,

@@ -2,7 +2,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <filesystem>
 
+#include "document/CorvelFileDoc.h"
 #include "document/RunningTimers.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
@@ -15,6 +17,7 @@ namespace pendra {
 namespace {
 
 const QString kNoticeKey = QStringLiteral("export");
+const QString kIsOpenDocument = QStringLiteral("it is the document that is open");
 constexpr qsizetype kChunk = 1 << 20;
 constexpr std::size_t kRowsBetweenQuestions = 256;
 constexpr QByteArrayView kHeader =
@@ -86,21 +89,34 @@ Outcome writeRows(QFile& file, const std::vector<LogRow>& rows, const QString& e
   return writer.flush() ? Outcome::Written : Outcome::Failed;
 }
 
+void sayFailed(Notices& notices, const QString& path, const QString& reason) {
+  notices.post({.key = kNoticeKey,
+                .text = formatted(u"The time log could not be exported to “%@”: %@.",
+                                  {QFileInfo(path).fileName(), reason}),
+                .actions = {}});
+}
+
 void writeFile(Notices& notices, const QString& path, const std::vector<LogRow>& rows,
                const QString& employee, ExportProgress& progress) {
   QFile file(path);
   const Outcome outcome = file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)
                               ? writeRows(file, rows, employee, progress)
                               : Outcome::Failed;
-  if (outcome == Outcome::Failed) {
-    notices.post({.key = kNoticeKey,
-                  .text = formatted(u"The time log could not be exported to “%@”: %@.",
-                                    {QFileInfo(path).fileName(), file.errorString()}),
-                  .actions = {}});
-    return;
-  }
+  if (outcome == Outcome::Failed) return sayFailed(notices, path, file.errorString());
   notices.withdraw(kNoticeKey);
   if (outcome == Outcome::Ended) file.remove();
+}
+
+bool isSameFile(const QString& one, const QString& other) {
+  std::error_code none;
+  return std::filesystem::equivalent(QFile::encodeName(one).constData(), QFile::encodeName(other).constData(),
+                                     none);
+}
+
+/// The open document must not be written over, whatever the user has answered to the panel.
+bool isOpenDocument(const Session& session, const QString& path) {
+  const CorvelFileDoc* document = session.theFileDoc();
+  return document && document->fileURL() && isSameFile(path, *document->fileURL());
 }
 
 QString proposedName(const std::optional<QString>& employee, const QString& date) {
@@ -128,7 +144,9 @@ void exportTimeLog(LogController& log, ExportProgress& progress) {
   const QString today = shortDate(ports.clock.now(), ports.calendar);
   const auto path = ports.panels.runSavePanel(
       {.title = {}, .proposedName = proposedName(employee, today), .folder = {}, .requiredType = {}});
-  if (!path || !checkForRunningTimers(session)) return;
+  if (!path) return;
+  if (isOpenDocument(session, *path)) return sayFailed(session.notices(), *path, kIsOpenDocument);
+  if (!checkForRunningTimers(session)) return;
   stopTiming(log.windowController());
   writeFile(session.notices(), *path, log.consideredRows(), employee.value_or(QString()), progress);
 }

@@ -17,6 +17,9 @@ class DateField : public QLineEdit {
   void setReader(Reader canRead);
   [[nodiscard]] bool isUnreadable() const;
 
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
  private:
   [[nodiscard]] bool canRead() const;
   void setUnreadable(bool unreadable);

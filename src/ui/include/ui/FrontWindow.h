@@ -8,4 +8,7 @@ namespace pendra {
 /// that is shown. None when there is no window.
 [[nodiscard]] QWidget* frontWindow();
 
+/// Whether a dialog or a sheet must be answered before anything can be done in `window`.
+[[nodiscard]] bool isBlocked(const QWidget& window);
+
 }  // namespace pendra

@@ -15,7 +15,8 @@ class MenuBar final : public QMenuBar {
 
  private:
   void rebuild();
-  void addItem(QMenu& menu, const MenuItem& item);
+  /// Adds the letter that it takes to `letters`.
+  void addItem(QMenu& menu, const MenuItem& item, QSet<QChar>& letters);
   void fillRecent(QMenu& menu);
   void fillWindows(QMenu& menu);
   void validate(const QMenu& menu);

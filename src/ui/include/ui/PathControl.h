@@ -3,6 +3,7 @@
 #include <QWidget>
 
 class QHBoxLayout;
+class QPushButton;
 
 namespace pendra {
 
@@ -19,8 +20,12 @@ class PathControl final : public QWidget {
  Q_SIGNALS:
   void pieceClicked(const QString& path);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
-  void addPiece(const QString& title, const QString& path, bool isLast);
+  void showPieces();
+  [[nodiscard]] QPushButton* makePiece(const QString& title, const QString& path);
 
   QString path_;
   QHBoxLayout* row_;

@@ -45,8 +45,10 @@ class RowTableView : public QTableView, public TablePort {
   void commitEditing();
   /// What a press on the cell does; the way in for the keyboard and for assistive technology.
   void pressCell(const QModelIndex& index);
-  /// What stands in the middle while there are no rows; an empty title leaves the button out.
-  void setEmptyState(const QString& sentence, const QString& buttonTitle = {});
+  /// Scrolls to the row that is selected, or to the first.
+  void showSelectionOrTop();
+  /// What stands in the middle while there are no rows; an empty title leaves its button out.
+  void setEmptyState(const QString& sentence, const QString& buttonTitle = {}, const QString& helpTitle = {});
   /// Presses a cell, after selecting its row, or with row -1 the head of a column: the way in for assistive
   /// technology.
   void pressPlace(int row, int column);
@@ -59,6 +61,7 @@ class RowTableView : public QTableView, public TablePort {
   void headClicked(const QString& identifier);
   void sortDescriptorsDidChange();
   void emptyButtonClicked();
+  void emptyHelpClicked();
 
  protected:
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
@@ -100,7 +103,13 @@ class RowTableView : public QTableView, public TablePort {
   EmptyState* empty_ = nullptr;
   Remembered remembered_;
   std::vector<double> weights_;
-  QPersistentModelIndex pressed_;
+  /// A cell that acts and on which the button of the mouse is held.
+  struct Pressed {
+    quint64 identity = 0;
+    int column = 0;
+    QRect cell;  ///< where it stood; empty when none is held
+  };
+  Pressed pressed_;
   int hovered_ = -1;
   bool distributing_ = false;
 };

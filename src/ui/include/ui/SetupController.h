@@ -19,8 +19,8 @@ class PathControl;
 class SetupController final : public AppWindow, public SetupView {
   Q_OBJECT
  public:
-  /// Both must outlive it. Questions to Vantor are asked here; one that fails leaves a window in which
-  /// standalone can be chosen.
+  /// Both must outlive it. Vantor is asked soon after the window has come up; a question that fails leaves
+  /// a window in which standalone can be chosen.
   SetupController(const WindowFrame& frame, ConnectionChecks& checks, ListSync& lists);
 
   void close() override;
@@ -40,13 +40,14 @@ class SetupController final : public AppWindow, public SetupView {
   void windowWillClose();
   void lookForVantor();
   void save();
-  void showSettings(bool visible);
+  void fitToContent();
 
   Session& session_;
   SetupFlow flow_;
   bool saving_ = false;
   QStringList employeeNames_;
 
+  QWidget* content_ = nullptr;
   QButtonGroup* standaloneRadioi_ = nullptr;
   QWidget* vtSettingsView_ = nullptr;
   PathControl* myCompanyFile_ = nullptr;
@@ -55,6 +56,7 @@ class SetupController final : public AppWindow, public SetupView {
   QPushButton* lookAgain_ = nullptr;
   QComboBox* myNamePopup_ = nullptr;
   QPushButton* okButton_ = nullptr;
+  QPushButton* cancelButton_ = nullptr;
   QProgressBar* statusSpinner_ = nullptr;
   QLabel* statusText_ = nullptr;
 };

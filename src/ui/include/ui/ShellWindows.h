@@ -6,21 +6,27 @@ class QCheckBox;
 
 namespace pendra {
 
+/// A window of words and a few buttons: as large as they need, gone with Escape.
+class ShellWindow : public AppWindow {
+ public:
+  ShellWindow(const WindowFrame& frame, const QString& title);
+};
+
 /// "About Pendra": what this is and which version.
-class AboutBox final : public AppWindow {
+class AboutBox final : public ShellWindow {
  public:
   /// `version` is shown as it stands.
   AboutBox(const WindowFrame& frame, const QString& version);
 };
 
 /// "Welcome to Pendra": where to begin.
-class WelcomeWindow final : public AppWindow {
+class WelcomeWindow final : public ShellWindow {
  public:
   explicit WelcomeWindow(const WindowFrame& frame);
 };
 
 /// "Preferences": three check boxes that act at once.
-class PreferencesWindow final : public AppWindow {
+class PreferencesWindow final : public ShellWindow {
  public:
   explicit PreferencesWindow(const WindowFrame& frame);
 

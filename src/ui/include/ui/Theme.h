@@ -38,7 +38,6 @@ inline constexpr int kGrid = 8;
 inline constexpr int kSide = 16;
 inline constexpr int kRowHeight = 32;
 inline constexpr int kHeadHeight = 28;
-inline constexpr int kHeader = 124;
 inline constexpr int kFooter = 42;
 inline constexpr int kCellPadding = 10;
 inline constexpr int kRadius = 5;

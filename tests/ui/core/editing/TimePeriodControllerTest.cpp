@@ -110,6 +110,8 @@ TEST_F(TimeEntryEditor, AnEmptyDateMeansTodayAndAnUnreadableStartKeepsThePreviou
   sheet.fields.write("soon", "PM", "11/23/26", "1");
   sheet.editor.saveValues();
   EXPECT_EQ(period->start(), instantOf("2026-11-24T18:15:00Z"));
+  ASSERT_EQ(test.session.notices().standing().size(), 1U);
+  EXPECT_TRUE(test.session.notices().standing()[0].text.contains(u"“11/23/26 soon PM”"));
 }
 
 TEST_F(TimeEntryEditor, AFailedCheckKeepsTheSheetOpen) {

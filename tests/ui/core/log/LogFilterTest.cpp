@@ -148,6 +148,13 @@ TEST_F(TimeLog, PopUpsListEachNameOnceWhateverItsCase) {
   EXPECT_EQ(log.jobPopup.titles(), (QStringList{"All", "Attic"})) << "not the customer's pop-up";
 }
 
+TEST_F(TimeLog, ACustomerNamedAllOffersNoJobs) {
+  activityOf("All", "Roof");
+  log.awakeFromNib();
+  pickCustomer("All");
+  EXPECT_EQ(log.jobPopup.titles(), QStringList("All"));
+}
+
 TEST_F(TimeLog, TheSameChoiceIsAllWithTheJobsIndexLeftOver) {
   test.addPeriod(activityOf("Acme", "Roof"), "2026-11-24T08:00:00Z", 60);
   test.addPeriod(activityOf("Bob"), "2026-11-24T08:00:00Z", 60);

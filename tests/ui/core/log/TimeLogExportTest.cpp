@@ -35,6 +35,19 @@ class TimeLogExport : public TimeLog {
   ProgressOfTest progress;
 };
 
+TEST_F(TimeLogExport, NeverGoesOverTheOpenDocument) {
+  const QString document = *test.session.theFileDoc()->fileURL();
+  const QByteArray before = contentsOf(document);
+  const QString link = test.places.path("link.txt");
+  ASSERT_TRUE(QFile::link(document, link));
+  for (const QString& path : {document, link}) {
+    exportedTo(path);
+    EXPECT_EQ(contentsOf(document), before);
+    ASSERT_EQ(test.session.notices().standing().size(), 1U);
+    EXPECT_TRUE(test.session.notices().standing()[0].text.endsWith(u"it is the document that is open."));
+  }
+}
+
 TEST_F(TimeLogExport, WithoutRowsIsTheHeaderAlone) {
   log.reloadData();
   EXPECT_EQ(exported(), kHeader);

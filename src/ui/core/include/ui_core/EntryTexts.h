@@ -10,6 +10,9 @@
 
 namespace pendra {
 
+class Notices;
+class TimePeriod;
+
 /// The texts of an entry's fields, and what they are judged by.
 struct EntryTexts {
   QString startTime;
@@ -30,6 +33,9 @@ struct EntryTexts {
 /// The instant that time, marker and date name when they are joined without blanks; none when unreadable.
 /// A text that still shows the minute of the start `before` means that minute, without its seconds.
 [[nodiscard]] std::optional<Instant> startInstant(const EntryTexts& texts, std::optional<Instant> before);
+/// Gives the entry the start that its fields name. Where they name none it keeps its own, because nothing can
+/// do without one; a notice says so of a text that was typed.
+void takeStart(TimePeriod& period, const EntryTexts& texts, Notices& notices);
 
 /// Puts an entry's start into the three fields, each of which shows its part; none empties them.
 void showStart(const EntryFields& fields, std::optional<Instant> start, const Calendar& calendar);

@@ -3,7 +3,9 @@
 #include <QStringList>
 #include <optional>
 
-/// Where in the help book each window stands; F1 in it opens the book there. A menu item's anchor is its tag.
+#include "ui_core/Menus.h"
+
+/// Where in the help book each window, menu item and alert stands; F1 in it opens the book there.
 namespace pendra::help {
 
 inline const QString kTimerWindow = QStringLiteral("timer-window");
@@ -18,19 +20,25 @@ inline const QString kPreferences = QStringLiteral("preferences");
 inline const QString kAbout = QStringLiteral("about");
 inline const QString kWelcome = QStringLiteral("welcome");
 
-/// What the windows' empty states and notices point to.
+/// What the windows' empty states and the alerts point to.
 inline const QString kFirstDay = QStringLiteral("first-day");
 inline const QString kFirstSending = QStringLiteral("first-sending");
 inline const QString kBackups = QStringLiteral("backups");
 inline const QString kVantorNotFound = QStringLiteral("vantor-not-found");
+inline const QString kHeldBack = QStringLiteral("held-back");
+inline const QString kUnknownFate = QStringLiteral("did-it-arrive");
 
 inline const QStringList kAll{
-    kTimerWindow,      kTimeLog,      kActivityEditor, kTimeEntryEditor, kSetup,
-    kCustomersAndJobs, kServiceItems, kSendTime,       kPreferences,     kAbout,
-    kWelcome,          kFirstDay,     kFirstSending,   kBackups,         kVantorNotFound};
+    kTimerWindow,  kTimeLog,  kActivityEditor, kTimeEntryEditor, kSetup,      kCustomersAndJobs,
+    kServiceItems, kSendTime, kPreferences,    kAbout,           kWelcome,    kFirstDay,
+    kFirstSending, kBackups,  kVantorNotFound, kHeldBack,        kUnknownFate};
 
 /// Where the window of that title stands; none for the timer window, which is titled as its document, and for
 /// alerts and panels.
 [[nodiscard]] std::optional<QString> anchorOfWindow(const QString& title);
+/// Where an alert with that message is explained; none for an alert that says all there is.
+[[nodiscard]] std::optional<QString> anchorOfAlert(const QString& message);
+/// A menu item's tag; for one without, its title in small letters with hyphens ("add-activity").
+[[nodiscard]] QString anchorOfItem(const MenuItem& item);
 
 }  // namespace pendra::help
