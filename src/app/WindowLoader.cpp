@@ -85,6 +85,10 @@ void WindowLoader::load(Interface interface) {
       break;
     case Interface::WelcomeController:
       session_->welcomeController = &open(open_->welcome);
+      open_->welcome->setClosed([this] {
+        session_->welcomeController = nullptr;
+        retire(open_->welcome);
+      });
       break;
     case Interface::CustomerList:
       loadCustomerList(*session_, *menus_, *target_);

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QMenu>
+#include <QTimer>
 
 #include "ui/FrontWindow.h"
 #include "ui_core/HelpAnchors.h"
@@ -10,6 +11,9 @@
 namespace pendra {
 
 namespace {
+
+/// Longer than a button that is pressed for somebody stays down.
+constexpr std::chrono::milliseconds kClosingTime{300};
 
 /// A title as a menu shows it: an ampersand that is meant is doubled.
 QString menuText(QString title) { return title.replace(u'&', QStringLiteral("&&")); }
@@ -75,11 +79,19 @@ void MenuBar::addItem(QMenu& menu, const MenuItem& item, QSet<QChar>& letters) {
   action->setEnabled(item.enabled);
   action->setMenuRole(QAction::NoRole);
   connect(action, &QAction::triggered, this, [this, item] {
-    // Assistive technology reaches the items of a window that mouse and keyboard cannot reach.
-    if (!isBlocked(*window_) && target_.validate(item)) target_.perform(item.command, window_);
+    if (!isBlocked(*window_)) return perform(item);
+    // Assistive technology reaches what mouse and keyboard cannot reach. A sheet may be about to close,
+    // because its button takes a moment to be released; while one stays, its window does nothing else.
+    QTimer::singleShot(kClosingTime, this, [this, item] {
+      if (!isBlocked(*window_)) perform(item);
+    });
   });
   action->setProperty("helpAnchor", help::anchorOfItem(item));
   items_.insert(action, item);
+}
+
+void MenuBar::perform(const MenuItem& item) {
+  if (target_.validate(item)) target_.perform(item.command, window_);
 }
 
 void MenuBar::validate(const QMenu& menu) {
@@ -118,9 +130,13 @@ void MenuBar::fillRecent(QMenu& menu) {
 void MenuBar::fillWindows(QMenu& menu) {
   // The first item is the timer window; below it stand the windows that are open at this moment.
   const QList<QAction*> stale = menu.actions().mid(1);
-  for (QAction* action : stale) menu.removeAction(action);
+  qDeleteAll(stale);
   menu.addSeparator();
-  for (QWidget* window : QApplication::topLevelWidgets()) {
+  QWidgetList windows = QApplication::topLevelWidgets();
+  std::sort(windows.begin(), windows.end(), [](const QWidget* one, const QWidget* other) {
+    return one->windowTitle().localeAwareCompare(other->windowTitle()) < 0;
+  });
+  for (QWidget* window : std::as_const(windows)) {
     if (!window->isWindow() || !window->isVisible() || window->windowTitle().isEmpty()) continue;
     if (window->windowType() == Qt::Popup || window->windowType() == Qt::ToolTip) continue;
     QAction* action = menu.addAction(menuText(window->windowTitle()));

@@ -3,28 +3,7 @@ import pathlib
 import re
 import urllib.parse
 
-from desktop import Failure, run, wait_for
-
-
-class Browser:
-    """Stands where the desktop's own opener would be, and notes what it is asked to open."""
-
-    def __init__(self, desktop):
-        folder = desktop.home / "bin"
-        folder.mkdir()
-        self.notes = desktop.home / "opened"
-        self.notes.touch()
-        opener = folder / "xdg-open"
-        opener.write_text(f'#!/bin/sh\necho "$1" >>"{self.notes}"\n')
-        opener.chmod(0o755)
-        desktop.environment["PATH"] = f"{folder}:{desktop.environment['PATH']}"
-
-    def opened(self):
-        return self.notes.read_text().splitlines()
-
-    def next(self, count):
-        return wait_for("the browser is asked to open something",
-                        lambda: self.opened()[count] if len(self.opened()) > count else None)
+from desktop import Browser, Failure, run
 
 
 def help_at(browser, app, *keys):

@@ -7,7 +7,7 @@ import signal
 import sqlite3
 import subprocess
 
-from desktop import Failure, run, wait_for
+from desktop import Browser, Failure, run, wait_for
 
 COMPANY = {
     "companyFileName": "/Books/Acme Ltd.cmp",
@@ -178,6 +178,26 @@ def a_day_of_timers(day):
     day.come_back_later([9000, 5400, 1800])
 
 
+def look_up(day, vantor, browser):
+    """F1 in the summary and in an alert opens the book where that is explained."""
+    def help_is_at(anchor):
+        count = len(browser.opened())
+        day.app.keys("F1")
+        expect(f"help opens at {anchor}", browser.next(count).endswith(f"#{anchor}"))
+
+    day.app.press("Send time", "push button")
+    day.app.window("Send Time")
+    day.app.focus_window("Send Time")
+    help_is_at("send-time")
+    day.app.keys("Escape")
+    vantor.change({**COMPANY, "companyFileName": "/Books/Other.cmp"})
+    day.choose("Update Lists from Vantor")
+    day.app.find("Please open the correct company and try again")
+    help_is_at("vantor-not-found")
+    day.dismiss("Please open the correct company and try again")
+    vantor.change(COMPANY)
+
+
 def send_a_selection_then_all(day, vantor):
     day.toggle_row(day.cell("01:30:00", "Time log"))
     expect("the summary shows the selection", day.send() == [("Miller", "Barn", "Design", "01:30:00")])
@@ -221,9 +241,11 @@ def repair(day):
 
 def test(desktop):
     (desktop.home / ".cache").mkdir()
+    browser = Browser(desktop)
     with Vantor(desktop) as vantor:
         day = Day(desktop)
         a_day_of_timers(day)
+        look_up(day, vantor, browser)
         send_a_selection_then_all(day, vantor)
         work_on(day, [3600, 7200, 900])
         lists_change(day, vantor)

@@ -31,12 +31,15 @@ QLabel* words(const QString& text, const QString& name) {
   auto* label = new QLabel(text);
   label->setObjectName(name);
   label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
+  // One line, as wide as there is room: what wraps would need a height that nobody knows beforehand.
+  label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   return label;
 }
 
-QLabel* quietWords(const QString& text, const QString& name = {}) {
-  QLabel* label = words(text, name);
+QLabel* quietWords(const QString& text) {
+  auto* label = new QLabel(text);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
   label->setForegroundRole(QPalette::PlaceholderText);
   return label;
 }
@@ -126,7 +129,10 @@ QWidget* SetupController::makeSettings() {
     each->setMinimumHeight(metrics::kControlHeight);
     row->addWidget(each);
   }
-  row->addWidget(lookAgain_, 0, Qt::AlignLeft);
+  auto* again = new QHBoxLayout;
+  again->setContentsMargins(-metrics::kGrid, 0, 0, 0);  // its words stand under those above
+  again->addWidget(lookAgain_, 0, Qt::AlignLeft);
+  row->addLayout(again);
   form->addRow(tr("Company file:"), company);
   form->addRow(tr("Employee:"), myNamePopup_);
   return settings;
@@ -138,7 +144,8 @@ QWidget* SetupController::makeStatus() {
   statusSpinner_->setRange(0, 0);
   statusSpinner_->setTextVisible(false);
   statusSpinner_->setFixedSize(96, metrics::kGrid);
-  statusText_ = quietWords(tr("Loading customers, jobs and service items…"), QStringLiteral("statusText"));
+  statusText_ = words(tr("Loading customers, jobs and service items…"), QStringLiteral("statusText"));
+  statusText_->setForegroundRole(QPalette::PlaceholderText);
   auto* status = new QWidget;
   auto* row = new QHBoxLayout(status);
   row->setContentsMargins(0, metrics::kSide, 0, 0);
@@ -184,6 +191,7 @@ void SetupController::showDisplay(const SetupDisplay& display) {
   myNoFileOpenText_->setVisible(display.noFileOpen);
   myNoFileOpenText_->setText(display.noFileOpenText.isEmpty() ? tr("No company is open in Vantor.")
                                                               : display.noFileOpenText);
+  myNoFileOpenText_->setToolTip(display.noFileOpenText);
   myCompanyFile_->setVisible(!display.noFileOpen);
   myCompanyFile_->setPath(display.companyFile);
   lookAgain_->setVisible(display.canLookAgain);
@@ -209,10 +217,11 @@ void SetupController::fitToContent() {
   content_->layout()->activate();
   const int needed = content_->layout()->totalHeightForWidth(kContentWidth);
   const int change = needed - content_->minimumHeight();
+  const int wanted = height() + change;  // before the layout makes room by itself
   content_->setMinimumHeight(needed);
   content_->parentWidget()->layout()->activate();
   layout()->activate();
-  if (change != 0) resize(width(), height() + change);
+  if (change != 0) resize(width(), wanted);
 }
 
 int SetupController::selectedRow() const { return standaloneRadioi_->checkedId(); }

@@ -116,6 +116,7 @@ void TimerWindowController::startUp() {
   state_.log().reloadData();
   state_.log().reloadComboxes();
   tick_.start(kTick);
+  window_->myTableView->setFocus();
   show();
   introduce();
   postHaltedNotice(session_, [this](TimePeriod& entry) {
