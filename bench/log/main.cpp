@@ -152,6 +152,7 @@ class LogBench {
     pane.show();
     QCoreApplication::processEvents();
     pane.logController().reloadData();
+    pane.table().scrollToBottom();  // which lays the rows out, so that the bar knows how many there are
     QScrollBar& bar = *pane.table().verticalScrollBar();
     const int step = std::max(bar.pageStep(), bar.maximum() / 500);
     QImage canvas(pane.table().viewport()->size(), QImage::Format_RGB32);

@@ -7,6 +7,7 @@
 #include "LinkServices.h"
 #include "WindowLoader.h"
 #include "document/Backup.h"
+#include "document/DocumentClosing.h"
 #include "document/DocumentLoading.h"
 #include "platform/Resources.h"
 #include "ui/LogPaneView.h"
@@ -71,7 +72,7 @@ void Commands::perform(Command command, QWidget* sender) {
 bool Commands::performForProgram(Command command, QWidget* sender) {
   switch (command) {
     case Command::Quit:
-      terminate_();
+      if (finishEditing(session_)) terminate_();
       return true;
     case Command::Close:
       if (sender) sender->window()->close();

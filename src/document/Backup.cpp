@@ -133,6 +133,7 @@ std::optional<QString> copyBackup(Session& session, const QString& path) {
     return std::nullopt;
   }
   QFile::remove(*target + u"-journal");  // of the document that was replaced
+  noteRecentDocument(session, source);
   session.notices().withdraw(kRestoreNotice);
   session.ports().alerts.runAlert(
       {.style = Alert::Style::Informational,

@@ -8,14 +8,6 @@ namespace pendra {
 
 namespace {
 
-/// What is being typed in a list editor is stored; false when it was refused.
-bool finishEditing(const Session& session) {
-  for (AuxiliaryWindow* editor : {session.customerListController, session.servicesListController}) {
-    if (editor && !editor->finishEditing()) return false;
-  }
-  return true;
-}
-
 void forgetDocument(Session& session) {
   session.setMyContext(nullptr);
   session.setMyDoc(nullptr);
@@ -23,9 +15,17 @@ void forgetDocument(Session& session) {
 
 }  // namespace
 
+bool finishEditing(const Session& session) {
+  for (AuxiliaryWindow* editor : {session.customerListController, session.servicesListController}) {
+    if (editor && !editor->finishEditing()) return false;
+  }
+  return true;
+}
+
 void closeDoc(Session& session) {
   if (session.myDoc()) session.setMyStandalone(session.myDoc()->standalone().value_or(false));
-  if (!finishEditing(session) || !checkForRunningTimers(session) || !saveBeforeClosing(session)) return;
+  std::ignore = finishEditing(session);  // whoever could still mend a refused name has asked before
+  if (!checkForRunningTimers(session) || !saveBeforeClosing(session)) return;
   if (AuxiliaryWindow* setup = std::exchange(session.setupController, nullptr)) setup->close();
   if (MainWindow* window = session.window) {
     saveAction(session);

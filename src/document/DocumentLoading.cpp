@@ -41,7 +41,6 @@ void loadURL(Session& session, const std::optional<QString>& url) {
   if (path.endsWith(u".pdrbackup")) {
     const auto restored = copyBackup(session, path);
     if (!restored) return;
-    noteRecentDocument(session, path);
     path = *restored;
   }
   session.clearDoc();

@@ -36,6 +36,7 @@ bool readDocument(Session& session, const std::shared_ptr<CorvelFileDoc>& docume
   const auto lastSave = timeOfLastSave(path);
   const auto read = document->readFromURL(path, ofType);
   session.setTheFileDoc(document);
+  if (getLastOpenURL(session) != path) session.notices().withdrawOfDocument();
   setLastOpenURL(session, path);
   session.setMyContext(document->managedObjectContext());
   checkStandalone(session);

@@ -11,10 +11,17 @@ void Notices::post(Notice notice) {
 }
 
 void Notices::withdraw(const QString& key) {
-  const auto same = [&](const Notice& one) { return one.key == key; };
-  if (std::none_of(standing_.begin(), standing_.end(), same)) return;
+  withdrawWhere([&](const Notice& one) { return one.key == key; });
+}
+
+void Notices::withdrawOfDocument() {
+  withdrawWhere([](const Notice& one) { return one.ofDocument; });
+}
+
+void Notices::withdrawWhere(const std::function<bool(const Notice&)>& goes) {
+  if (std::none_of(standing_.begin(), standing_.end(), goes)) return;
   const Notifier::Change change(changes_);
-  std::erase_if(standing_, same);
+  std::erase_if(standing_, goes);
 }
 
 }  // namespace pendra

@@ -15,8 +15,8 @@ namespace pendra {
 
 namespace {
 
-const QString kNextLacksAPart =
-    QStringLiteral("the next lacks a customer, job or service that Vantor knows, and the rest was not tried");
+const QString kOneLacksAPart =
+    QStringLiteral("one lacks a customer, job or service that Vantor knows, and none was sent after it");
 
 /// Whether the failure came before anything could reach Vantor.
 bool neverLeft(const IPCException& failure) {
@@ -98,11 +98,11 @@ bool Submission::sendMerged(const MergedRecord& record, std::vector<TimePeriod*>
                          "or service to use for these activities. Then update the activities  and send them "
                          "to Vantor."));
     myJobSet_.reset();
-    run_.stopped = kNextLacksAPart;
+    run_.stopped = kOneLacksAPart;
     return false;
   }
   if (!hasCustomerAndService(activity)) {
-    run_.stopped = kNextLacksAPart;
+    run_.stopped = kOneLacksAPart;
     return false;
   }
   TemporaryEntry temporary(*parts_.session.myContext());
@@ -177,7 +177,7 @@ void Submission::finish(bool sentAll) {
   const QString why = run_.stopped.isEmpty()
                           ? QStringLiteral("the others lack a customer, job or service that Vantor knows")
                           : run_.stopped;
-  notices.post({.key = key, .text = formatted(u"%@; %@.", {count, why}), .actions = {}});
+  notices.post({.key = key, .text = formatted(u"%@; %@.", {count, why}), .actions = {}, .ofDocument = true});
 }
 
 }  // namespace pendra

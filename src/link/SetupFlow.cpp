@@ -59,6 +59,11 @@ void SetupFlow::askVantor() {
     showCompany();
     display_.employeeNames = checks_.myVTConnection()->getEmployeeNamesArray();
   } catch (const IPCException&) {
+    // Without all answers there is nobody to link to.
+    company_.reset();
+    display_.companyFile.clear();
+    display_.linkedControls = false;
+    display_.ok = standalone_;
     display_.noFileOpen = display_.canLookAgain = true;
     display_.noFileOpenText = QStringLiteral("Vantor does not answer.");
     show();
@@ -133,7 +138,8 @@ QString SetupFlow::documentWithoutOwner() const {
   const ObjectContext& context = *document->managedObjectContext();
   const Identity* owner = queries::firstIdentity(context);
   const bool isNobodys = !owner || owner->employeeName().value_or(QString()).isEmpty();
-  const bool isEmpty = context.all<Activity>().empty() && context.all<Customer>().empty();
+  const bool isEmpty = context.all<Activity>().empty() && context.all<Customer>().empty() &&
+                       context.all<Job>().empty() && context.all<Service>().empty();
   return isNobodys && isEmpty ? document->fileURL().value_or(QString()) : QString();
 }
 

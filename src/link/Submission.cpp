@@ -50,7 +50,8 @@ void Submission::sayWhatIsLeftOut(const std::vector<Ref<TimePeriod>>& again) con
        .text = formatted(u"Of the entries to be sent again, %@ are not selected or not shown, and stay "
                          "unsent.",
                          {QString::number(leftOut)}),
-       .actions = {}});
+       .actions = {},
+       .ofDocument = true});
 }
 
 void Submission::refreshLists() {

@@ -12,6 +12,8 @@ namespace {
 
 using Entries = std::vector<TimePeriod*>;
 
+const QString kDoubtNoticeKey = QStringLiteral("unknown fates");
+
 /// The entries of each record that has no known fate: those of one activity that left at one instant.
 std::vector<Entries> recordsInDoubt(const ObjectContext& context) {
   std::vector<Entries> records;
@@ -71,10 +73,10 @@ void markSent(TimePeriod& entry, Instant now) {
 
 void postUnknownFates(Session& session) {
   const auto records = recordsInDoubt(*session.myContext());
-  if (records.empty()) return;
+  if (records.empty()) return session.notices().withdraw(kDoubtNoticeKey);
   const QString one = activityTitle(*records.front().front()->activity());
   session.notices().post(
-      {.key = kSendNoticeKey.toString(),
+      {.key = kDoubtNoticeKey,
        .text =
            records.size() == 1
                ? formatted(u"Vantor has not confirmed the time for “%@”. You are asked about it before the "
@@ -83,7 +85,8 @@ void postUnknownFates(Session& session) {
                : formatted(u"Vantor has not confirmed %@ records. You are asked about them before the next "
                            "sending.",
                            {QString::number(records.size())}),
-       .actions = {}});
+       .actions = {},
+       .ofDocument = true});
 }
 
 std::optional<std::vector<Ref<TimePeriod>>> settleUnknownFates(Session& session) {
@@ -100,6 +103,7 @@ std::optional<std::vector<Ref<TimePeriod>>> settleUnknownFates(Session& session)
     }
     saveContextOrLog(session);
   }
+  session.notices().withdraw(kDoubtNoticeKey);
   return again;
 }
 

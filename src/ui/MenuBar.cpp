@@ -79,19 +79,21 @@ void MenuBar::addItem(QMenu& menu, const MenuItem& item, QSet<QChar>& letters) {
   action->setEnabled(item.enabled);
   action->setMenuRole(QAction::NoRole);
   connect(action, &QAction::triggered, this, [this, item] {
-    if (!isBlocked(*window_)) return perform(item);
-    // Assistive technology reaches what mouse and keyboard cannot reach. A sheet may be about to close,
-    // because its button takes a moment to be released; while one stays, its window does nothing else.
-    QTimer::singleShot(kClosingTime, this, [this, item] {
-      if (!isBlocked(*window_)) perform(item);
+    whenFree([this, item] {
+      if (target_.validate(item)) target_.perform(item.command, window_);
     });
   });
   action->setProperty("helpAnchor", help::anchorOfItem(item));
   items_.insert(action, item);
 }
 
-void MenuBar::perform(const MenuItem& item) {
-  if (target_.validate(item)) target_.perform(item.command, window_);
+/// Assistive technology reaches what mouse and keyboard cannot reach. A sheet may be about to close, because
+/// its button takes a moment to be released; while one stays, its window does nothing else.
+void MenuBar::whenFree(const std::function<void()>& act) {
+  if (!isBlocked(*window_)) return act();
+  QTimer::singleShot(kClosingTime, this, [this, act] {
+    if (!isBlocked(*window_)) act();
+  });
 }
 
 void MenuBar::validate(const QMenu& menu) {
@@ -117,7 +119,8 @@ void MenuBar::fillRecent(QMenu& menu) {
     const QString name = menuText(file.completeBaseName());
     QAction* action = menu.addAction(isBackup ? tr("%1 (backup)").arg(name) : name);
     action->setToolTip(path);
-    connect(action, &QAction::triggered, this, [this, path] { target_.openRecent(path); });
+    connect(action, &QAction::triggered, this,
+            [this, path] { whenFree([this, path] { target_.openRecent(path); }); });
   }
   if (menu.isEmpty()) {
     menu.addAction(tr("No recent documents"))->setEnabled(false);

@@ -143,6 +143,11 @@ void NameComboBox::takeFocusBack() {
   edit_->selectAll();
 }
 
+void NameComboBox::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down) reloadItems();  // through the names of now
+  QComboBox::keyPressEvent(event);
+}
+
 /// Turning the wheel over a sheet must not change whom the time is billed to.
 void NameComboBox::wheelEvent(QWheelEvent* event) { event->ignore(); }
 

@@ -22,7 +22,6 @@ void NameEdit::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
   if ((key == Qt::Key_Return || key == Qt::Key_Enter) && !box_.mayLeave()) return event->accept();
   if (key == Qt::Key_Backspace && text().size() == 1) box_.closeList();
-  if (key == Qt::Key_Up || key == Qt::Key_Down) box_.reloadItems();  // they go through the names of now
   box_.deleting_ = key == Qt::Key_Backspace || key == Qt::Key_Delete;
   QLineEdit::keyPressEvent(event);
 }

@@ -73,6 +73,14 @@ class Program:
             if child:
                 yield from self.walk(child, depth + 1)
 
+    @staticmethod
+    def ask(node, what):
+        """The node's name, role_name or description; none when it has gone meanwhile."""
+        try:
+            return getattr(node, f"get_{what}")()
+        except Exception:
+            return None
+
     def seen(self, name, role=None, within=None):
         for node in self.walk(within):
             try:

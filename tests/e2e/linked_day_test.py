@@ -139,11 +139,13 @@ class Day:
         return self.app.find(name, "table cell", within=self.app.find(table, "table"))
 
     def cells(self, table):
-        return [one for one in self.app.walk(self.app.find(table, "table")) if one.get_role_name() == "table cell"]
+        return [one for one in self.app.walk(self.app.find(table, "table"))
+                if self.app.ask(one, "role_name") == "table cell"]
 
     def marks(self):
         """What the marked activities say."""
-        return [one.get_description() for one in self.cells("Activities") if one.get_description()]
+        told = (self.app.ask(one, "description") for one in self.cells("Activities"))
+        return [one for one in told if one]
 
     def toggle_row(self, cell):
         # The last action of a cell is to select its row.

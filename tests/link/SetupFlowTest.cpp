@@ -82,6 +82,24 @@ TEST_F(SetupTest, ACompanyThatIsNotOpenYetIsAskedForAgain) {
   EXPECT_EQ(view.display.companyFile, QString("/Books/Late.cmp"));
 }
 
+TEST_F(SetupTest, WhoDoesNotAnswerWhollyCannotBeLinkedTo) {
+  vantor.whenAsked = [](const QString& what) {
+    if (what == "employees") throw IPCException(kVTIPCTimeout, "scripted");
+  };
+  EXPECT_THROW(flow.awakeFromNib(), IPCException);
+  EXPECT_FALSE(view.display.ok || view.display.linkedControls);
+  EXPECT_EQ(view.display.companyFile, QString());
+  EXPECT_TRUE(view.display.canLookAgain);
+  view.row = 1;
+  flow.pickAMode();
+  EXPECT_TRUE(view.display.ok) << "standalone needs no Vantor";
+  vantor.whenAsked = {};
+  view.row = 0;
+  flow.awakeFromNib();
+  EXPECT_TRUE(view.display.ok && view.display.linkedControls);
+  EXPECT_EQ(view.display.companyFile, QString("/Books/Acme Ltd.cmp"));
+}
+
 TEST_F(SetupTest, AStandaloneDocumentMayReplaceTheOneThatIsOpen) {
   desk.workspace.setRunning(identifiers::kVantor, false);
   flow.awakeFromNib();

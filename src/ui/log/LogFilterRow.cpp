@@ -23,6 +23,12 @@ constexpr int kWideDate = 116;
 constexpr int kHeight = 44;
 constexpr int kGapBetweenFilters = 12;
 
+QStringList titlesOf(const QComboBox& popup) {
+  QStringList titles;
+  for (int index = 0; index < popup.count(); ++index) titles << popup.itemText(index);
+  return titles;
+}
+
 QLabel* quietLabel(const QString& text, QWidget* of) {
   auto* label = new QLabel(text);
   label->setFont(Theme::controlFont());
@@ -78,7 +84,10 @@ DateField* LogFilterRow::addDateField(const QString& title, const QString& objec
   edit->setMaximumWidth(kWideDate);
   edit->setPlaceholderText(tr("any day"));
   edit->setReader([this](const QString& text) { return log_.isReadable(text); });
-  connect(edit, &QLineEdit::editingFinished, this, [this, edit, &field] { takeDate(edit->text(), field); });
+  connect(edit, &QLineEdit::editingFinished, this, [this, edit, &field] {
+    edit->setModified(false);
+    takeDate(edit->text(), field);
+  });
   row_->addWidget(quietLabel(title, edit));
   row_->addWidget(edit, 2);
   dates_.push_back({edit, &field});
@@ -125,11 +134,13 @@ void LogFilterRow::takeDate(const QString& text, QString& field) {
 void LogFilterRow::showFilters() {
   for (const auto& [control, state] : popups_) {
     const QSignalBlocker silent(control);
-    control->clear();
-    control->addItems(state->titles());
+    if (titlesOf(*control) != state->titles()) {
+      control->clear();
+      control->addItems(state->titles());
+      const int widest = control->view()->sizeHintForColumn(0) + 2 * metrics::kGrid;
+      control->view()->setMinimumWidth(std::min(widest, kWidestList));
+    }
     control->setCurrentIndex(state->indexOfSelectedItem());
-    const int widest = control->view()->sizeHintForColumn(0) + 2 * metrics::kGrid;
-    control->view()->setMinimumWidth(std::min(widest, kWidestList));
   }
   for (const auto& [control, state] : dates_) {
     const bool isBeingTyped = control->hasFocus() && control->isModified();

@@ -122,9 +122,8 @@ TEST_F(ListWindows, StoreWhatIsBeingTypedBeforeTheDocumentCloses) {
   table()->setFocus();
   press(Qt::Key_F2);
   type(QStringLiteral("Zed"));
-  closeDoc(session);
+  EXPECT_FALSE(windowShouldClose(session)) << "the name is yet to be mended";
   EXPECT_EQ(alerts.messages(), QStringList("Zed already exists!"));
-  EXPECT_EQ(session.myContext(), context) << "the name is yet to be mended";
   press(Qt::Key_Shift);
   type(QStringLiteral("Moon"));
   closeDoc(session);

@@ -20,6 +20,7 @@ struct Notice {
   QString key;  ///< the subject, "save", "backup"; a later notice of one subject replaces the earlier
   QString text;
   std::vector<NoticeAction> actions;
+  bool ofDocument = false;         ///< it goes when another document is opened
   bool onlyInTimerWindow = false;  ///< it is of no use beside another window
 };
 
@@ -29,11 +30,15 @@ class Notices {
   void post(Notice notice);
   /// Removes the notice of that subject, if it stands.
   void withdraw(const QString& key);
+  /// Removes those that are about a document.
+  void withdrawOfDocument();
   [[nodiscard]] const std::vector<Notice>& standing() const { return standing_; }
   /// Announces every change of what stands.
   [[nodiscard]] Notifier& changes() { return changes_; }
 
  private:
+  void withdrawWhere(const std::function<bool(const Notice&)>& goes);
+
   std::vector<Notice> standing_;
   Notifier changes_;
 };

@@ -13,6 +13,9 @@ namespace pendra {
 
 struct MergedRecord;
 
+/// The key of the notice that says how a sending ended.
+inline constexpr QStringView kSendNoticeKey = u"send";
+
 /// Sends the time of one timer window's log to Vantor.
 class Submission {
  public:

@@ -10,9 +10,6 @@
 
 namespace pendra {
 
-/// The key of the notice that says how a sending ended, or what of it is not known.
-inline constexpr QStringView kSendNoticeKey = u"send";
-
 /// Marks the entries as being sent, durable when it returns; on failure nothing is marked.
 Result<void> markSending(Session& session, std::span<TimePeriod* const> entries);
 /// The entries are unsent as before.

@@ -67,13 +67,14 @@ void takeStart(TimePeriod& period, const EntryTexts& texts, Notices& notices) {
     notices.withdraw(kStartNoticeKey);
     return;
   }
+  if (texts.startDate.isEmpty() && texts.startTime.isEmpty()) return notices.withdraw(kStartNoticeKey);
   const QString typed =
       QStringList{texts.startDate, texts.startTime, texts.startTimeAMPM}.join(u' ').trimmed();
-  if (typed.isEmpty()) return;
   notices.post(
       {.key = kStartNoticeKey,
        .text = formatted(u"“%@” could not be read as a start; the entry keeps the one it has.", {typed}),
-       .actions = {}});
+       .actions = {},
+       .ofDocument = true});
 }
 
 void showStart(const EntryFields& fields, std::optional<Instant> start, const Calendar& calendar) {

@@ -17,7 +17,7 @@ class MenuBar final : public QMenuBar {
   void rebuild();
   /// Adds the letter that it takes to `letters`.
   void addItem(QMenu& menu, const MenuItem& item, QSet<QChar>& letters);
-  void perform(const MenuItem& item);
+  void whenFree(const std::function<void()>& act);
   void fillRecent(QMenu& menu);
   void fillWindows(QMenu& menu);
   void validate(const QMenu& menu);

@@ -38,6 +38,7 @@ class NameComboBox : public QComboBox {
   void picked();
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   /// Asks before Tab moves the focus: the answer may enable the very field that comes next.
   bool focusNextPrevChild(bool next) override;
