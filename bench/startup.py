@@ -50,6 +50,8 @@ def measure(program, document, env):
     begin = time.monotonic()
     process = subprocess.Popen([program, document], env=env, stderr=subprocess.DEVNULL)
     while not is_shown(env):
+        if process.poll() is not None:
+            sys.exit(f"{program} ended before its window came")
         time.sleep(0.002)
     shown = time.monotonic() - begin
     time.sleep(max(0.0, begin + OBSERVED - time.monotonic()))
@@ -62,7 +64,8 @@ def measure(program, document, env):
 def main():
     programs, rounds = pathlib.Path(sys.argv[1]).resolve(), int(sys.argv[2]) if len(sys.argv) > 2 else 11
     read_end, write_end = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1000x24", "-nolisten", "tcp"],
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1000x24", "-nolisten", "tcp",
+                               "-noreset"],
                               pass_fds=[write_end], stderr=subprocess.DEVNULL)
     os.environ["DISPLAY"] = ":" + os.read(read_end, 16).decode().strip()
     with tempfile.TemporaryDirectory(prefix="pendra-startup-") as scratch:

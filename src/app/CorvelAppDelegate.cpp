@@ -10,6 +10,7 @@
 #include "document/Saving.h"
 #include "model/Model.h"
 #include "platform/Resources.h"
+#include "ui/IntroSheet.h"
 
 namespace pendra {
 
@@ -65,8 +66,10 @@ void CorvelAppDelegate::askedToEnd() {
 }
 
 bool CorvelAppDelegate::isAsking() const {
-  // A panel on a window may be asking something of its own; its window cannot be closed under it.
-  return environment_.modals.isModal() || QApplication::activeModalWidget();
+  // A panel on a window may be asking something of its own; its window cannot be closed under it. The
+  // introduction asks nothing.
+  const QWidget* panel = QApplication::activeModalWidget();
+  return environment_.modals.isModal() || (panel && !dynamic_cast<const IntroSheet*>(panel));
 }
 
 void CorvelAppDelegate::whenNothingIsAsked(std::function<void()> request) {
