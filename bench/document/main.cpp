@@ -61,8 +61,8 @@ class DocumentBench {
 
   void run() {
     opening();
-    loadURL(test_.session, path_);
-    context_ = test_.session.myContext().get();
+    loadDocument(test_.session, path_);
+    context_ = test_.session.context().get();
     reload();
     saving();
     tick();
@@ -84,7 +84,7 @@ class DocumentBench {
   /// From the closed document to a window that is painted, and away again.
   void openWindow() {
     TestSession test;
-    loadURL(test.session, path_);
+    loadDocument(test.session, path_);
     MenuModel menus;
     NoCommands commands;
     TimerWindowController window(test.session, menus, commands, [] {});
@@ -98,7 +98,7 @@ class DocumentBench {
     bench::compare(
         "reload of the activities", 2,
         [&] {
-          test_.session.myContext()->all<Activity>()[0]->setNotes(QString::number(++changes_));
+          test_.session.context()->all<Activity>()[0]->setNotes(QString::number(++changes_));
           state.reloadData();
         },
         [&] {
@@ -106,7 +106,7 @@ class DocumentBench {
           for (const Activity* activity : context_->all<Activity>()) {
             if (activity->completed() != false) continue;
             double total = 0;
-            for (const TimePeriod* period : activity->timePeriod()) total += period->storedDuration();
+            for (const TimeEntry* period : activity->entries()) total += period->storedDuration();
             sums.emplace_back(queries::nameOf(activity->customer()), total);
           }
         });
@@ -116,7 +116,7 @@ class DocumentBench {
     const QString copy = test_.places.path("Plain.pdr");
     if (!QFile::copy(path_, copy)) qFatal("no copy");
     plain::Writer writer(copy);
-    TimePeriod& entry = *context_->all<TimePeriod>()[0];
+    TimeEntry& entry = *context_->all<TimeEntry>()[0];
     bench::compare(
         "save after one change", 1.5,
         [&] {
@@ -128,8 +128,7 @@ class DocumentBench {
 
   void tick() {
     TimerState state(test_.session, table_, display_);
-    for (int i = 0; i < kTimers; ++i)
-      context_->all<Activity>()[static_cast<std::size_t>(i)]->startNewTimePeriod();
+    for (int i = 0; i < kTimers; ++i) context_->all<Activity>()[static_cast<std::size_t>(i)]->startEntry();
     state.reloadData();
     std::vector<double> took;
     for (int run = 0; run < 301; ++run) {

@@ -30,9 +30,9 @@ class Running final : public Workspace {
   void reveal(const QString&) override {}
   Subscription observeLaunches(std::function<void(const QString&)>) override { return {}; }
 };
-class NoWindows final : public InterfaceLoader, public VTMenus {
+class NoWindows final : public InterfaceLoader, public VantorMenus {
   void load(Interface) override {}
-  void removeVTMenus() override {}
+  void hideVantorItems() override {}
 };
 class NoProgress final : public ProgressSink {
   void startSpinner() override {}
@@ -43,7 +43,7 @@ class NoProgress final : public ProgressSink {
 inline ObjectModel modelOfDocuments() {
   QFile schema(QStringLiteral(PENDRA_RESOURCES "/Corvel.momd"));
   if (!schema.open(QIODevice::ReadOnly)) std::abort();
-  return managedObjectModel(schema.readAll());
+  return objectModel(schema.readAll());
 }
 
 /// A session in a folder of its own, with nobody before it.

@@ -77,14 +77,14 @@ class Synchronising {
       : checks_(desk_.session, [&](const auto&, const auto&) { return std::make_unique<Vantor>(company); }) {}
 
   void emptyDocument() {
-    desk_.session.setMyContext(
-        std::make_shared<ObjectContext>(desk_.session.managedObjectModel(), desk_.clock, desk_.calendar));
+    desk_.session.setContext(
+        std::make_shared<ObjectContext>(desk_.session.objectModel(), desk_.clock, desk_.calendar));
   }
   void synchronise() {
     lists_.updateServicesList();
     lists_.updateCustomersAndJobs();
   }
-  [[nodiscard]] ObjectContext& context() { return *desk_.session.myContext(); }
+  [[nodiscard]] ObjectContext& context() { return *desk_.session.context(); }
 
  private:
   Desk desk_;

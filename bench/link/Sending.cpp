@@ -70,7 +70,7 @@ class Serving {
 class AllEntries final : public SubmissionRows {
  public:
   explicit AllEntries(ObjectContext& context) {
-    for (TimePeriod* period : context.all<TimePeriod>()) {
+    for (TimeEntry* period : context.all<TimeEntry>()) {
       rows_.push_back({period, period->activity(), QStringLiteral("Acme"), {}, QStringLiteral("Design")});
     }
   }
@@ -84,12 +84,12 @@ class AllEntries final : public SubmissionRows {
 };
 
 class NoSummary final : public SummarySheet {
-  int runModal(const std::vector<SummaryLine>&) override { return 1; }
+  int run(const std::vector<SummaryLine>&) override { return 1; }
   void close() override {}
 };
 
 void fill(Session& session) {
-  ObjectContext& context = *session.myContext();
+  ObjectContext& context = *session.context();
   auto& customer = context.insert<Customer>();
   customer.setVtObjectID(QStringLiteral("c1"));
   auto& service = context.insert<Service>();
@@ -98,7 +98,7 @@ void fill(Session& session) {
   activity.setCustomer(&customer);
   activity.setService(&service);
   activity.setNotes(QStringLiteral("Measure on site; bring the laser"));
-  for (int i = 0; i < kEntries; ++i) activity.addTimePeriod().setDuration(60.0 * i);
+  for (int i = 0; i < kEntries; ++i) activity.addEntry().setDuration(60.0 * i);
 }
 
 void callBarely(const Places& places, const QString& record) {
@@ -145,28 +145,28 @@ void measureSending() {
   QDir().mkpath(desk.places.caches);
   const Serving serving(desk.places.caches + u'/' + identifiers::kPendra + u"/vtserver.socket");
   desk.defaults.setBoolean(preferences::kMergeSubmissions, false);
-  loadURL(desk.session, desk.places.documents + u"/bench.pdr");
+  loadDocument(desk.session, desk.places.documents + u"/bench.pdr");
   fill(desk.session);
   ConnectionChecks checks(desk.session, connectOverChannel());
   ListSync lists(desk.session, checks, desk.progress);
-  ObjectContext& context = *desk.session.myContext();
+  ObjectContext& context = *desk.session.context();
   AllEntries rows(context);
   NoSummary summary;
   Submission submission({desk.session, checks, lists, desk.progress, rows, summary});
-  const TimePeriod& sample = *context.all<TimePeriod>()[kEntries / 2];
-  const QString record = kTimeRecordDeclaration + createActivityXML(*sample.activity(), sample, nullptr);
+  const TimeEntry& sample = *context.all<TimeEntry>()[kEntries / 2];
+  const QString record = kTimeRecordDeclaration + timeRecord(*sample.activity(), sample, nullptr);
   Commits commits(desk.places.documents + u"/plain.sqlite");
 
   std::vector<double> sending;
   std::vector<double> calling;
   std::vector<double> committing;
   for (int turn = 0; turn < kTurns; ++turn) {
-    for (TimePeriod* period : context.all<TimePeriod>()) period->setDateSubmitted(kReferenceInstant);
+    for (TimeEntry* period : context.all<TimeEntry>()) period->setDateSubmitted(kReferenceInstant);
     if (!context.save()) std::abort();
     calling.push_back(millisecondsOf([&] { callBarely(desk.places, record); }));
     committing.push_back(millisecondsOf([&] { commits.commit(); }));
     sending.push_back(millisecondsOf([&] {
-      if (!submission.sendPeriodsToVT()) std::abort();
+      if (!submission.sendEntries()) std::abort();
     }));
   }
   const double plain = median(calling) + median(committing);

@@ -35,9 +35,9 @@ class NoWorkspace final : public Workspace {
   void reveal(const QString&) override {}
   Subscription observeLaunches(std::function<void(const QString&)>) override { return {}; }
 };
-class NoWindows final : public InterfaceLoader, public VTMenus {
+class NoWindows final : public InterfaceLoader, public VantorMenus {
   void load(Interface) override { std::abort(); }
-  void removeVTMenus() override {}
+  void hideVantorItems() override {}
 };
 class NoTable final : public TablePort, public ListView {
  public:
@@ -47,7 +47,7 @@ class NoTable final : public TablePort, public ListView {
   void selectRow(int) override {}
   void clearSelection() override {}
   void editColumn(int, int) override {}
-  void standaloneDidChange() override {}
+  void standaloneChanged() override {}
 };
 
 struct Line {
@@ -121,10 +121,10 @@ void run() {
   if (!schema.open(QIODevice::ReadOnly)) std::abort();
   Session session(
       {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows, windows},
-      managedObjectModel(schema.readAll()));
-  auto context = std::make_shared<ObjectContext>(session.managedObjectModel(), clock, calendar);
+      objectModel(schema.readAll()));
+  auto context = std::make_shared<ObjectContext>(session.objectModel(), clock, calendar);
   fill(*context);
-  session.setMyContext(context);
+  session.setContext(context);
 
   NoTable table;
   Plain plain(*context);
@@ -132,11 +132,11 @@ void run() {
       "open the editor", 2,
       [&] {
         CustomerListController list(session, table, table);
-        list.awakeFromNib();
+        list.start();
       },
       [&] { plain.list({}); });
   CustomerListController list(session, table, table);
-  list.awakeFromNib();
+  list.start();
   for (const char* text : {"j", "jo", "c", "42", "0042", "xyz"}) {
     const QString typed = QString::fromUtf8(text);
     const std::string name = std::string("type \"") + text + "\"";

@@ -11,7 +11,7 @@ namespace pendra::plain {
 
 namespace {
 
-Row rowOf(const Activity& activity, const TimePeriod& period) {
+Row rowOf(const Activity& activity, const TimeEntry& period) {
   return {queries::nameOf(activity.customer()),
           queries::nameOf(activity.job()),
           queries::nameOf(activity.service()),
@@ -37,7 +37,7 @@ void sortByKey(std::vector<Row>& rows, const KeyOf& keyOf) {
 std::vector<Row> rowsOf(const ObjectContext& context) {
   std::vector<Row> rows;
   for (const Activity* activity : context.all<Activity>()) {
-    for (const TimePeriod* period : activity->timePeriod()) rows.push_back(rowOf(*activity, *period));
+    for (const TimeEntry* period : activity->entries()) rows.push_back(rowOf(*activity, *period));
   }
   return rows;
 }
@@ -46,7 +46,7 @@ std::vector<Row> rowsOf(const ObjectContext& context, const QString& customer, I
   std::vector<Row> rows;
   for (const Activity* activity : context.all<Activity>()) {
     if (queries::nameOf(activity->customer()) != customer) continue;
-    for (const TimePeriod* period : activity->timePeriod()) {
+    for (const TimeEntry* period : activity->entries()) {
       if (*period->start() >= from && *period->start() < to) rows.push_back(rowOf(*activity, *period));
     }
   }
@@ -70,17 +70,16 @@ QByteArray exported(const ObjectContext& context) {
   QByteArray bytes;
   const QString employee = queries::firstIdentity(context)->employeeName().value_or(QString());
   for (const Activity* activity : context.all<Activity>()) {
-    for (const TimePeriod* period : activity->timePeriod()) {
-      const QStringList fields{
-          universalDateTime(*period->start()),
-          queries::nameOf(activity->customer()),
-          queries::nameOf(activity->job()),
-          queries::nameOf(activity->service()),
-          durationText(period->storedDuration()),
-          period->wasSubmitted() ? universalDateTime(*period->dateSubmitted()) : QString(),
-          activity->notes().value_or(QString()),
-          period->notes().value_or(QString()),
-          employee};
+    for (const TimeEntry* period : activity->entries()) {
+      const QStringList fields{universalDateTime(*period->start()),
+                               queries::nameOf(activity->customer()),
+                               queries::nameOf(activity->job()),
+                               queries::nameOf(activity->service()),
+                               durationText(period->storedDuration()),
+                               period->wasSent() ? universalDateTime(*period->dateSubmitted()) : QString(),
+                               activity->notes().value_or(QString()),
+                               period->notes().value_or(QString()),
+                               employee};
       bytes += u'"' + fields.join(u"\"\t\"").toUtf8() + "\"\n";
     }
   }

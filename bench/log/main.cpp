@@ -77,20 +77,20 @@ class LogBench {
     log_.reloadData();
     const std::size_t after = allocated();
     std::printf("%-28s %9.0f bytes\n", "memory for each row",
-                static_cast<double>(after - before) / log_.tableDataArray().rowCount());
+                static_cast<double>(after - before) / log_.rows().rowCount());
   }
 
   void reload() {
     const Calendar& calendar = test_.calendar;
     std::vector<plain::Row> rows;
-    log_.tableDataArray().sortBy({"date", false});
+    log_.rows().sortBy({"date", false});
     compare(
         "reload", [&] { log_.reloadData(); },
         [&] {
           rows = plain::rowsOf(context_);
           plain::sortBy(rows, "date", calendar);
         });
-    log_.reloadComboxes();
+    log_.reloadNames();
     const QString customer = log_.customerPopup.titles().at(1);
     log_.startDateField = "1/1/2024";
     log_.endDateField = "6/30/2026";
@@ -98,7 +98,7 @@ class LogBench {
         "change of filter",
         [&] {
           log_.customerPopup.selectItemWithTitle(customer);
-          log_.pickACustomer(log_.customerPopup);
+          log_.customerPicked(log_.customerPopup);
         },
         [&] {
           rows = plain::rowsOf(context_, customer, calendar.startOfDay({2024, 1, 1}),
@@ -114,19 +114,19 @@ class LogBench {
       const QString key = QString::fromLatin1(column);
       compare(("sort by " + std::string(column)).c_str(),
               [&] {
-                log_.tableDataArray().sortBy({key, true});
+                log_.rows().sortBy({key, true});
               },
               [&] { plain::sortBy(rows, key, test_.calendar); });
     }
   }
 
   void tick() {
-    context_.all<Activity>()[0]->startNewTimePeriod();
+    context_.all<Activity>()[0]->startEntry();
     log_.reloadData();
     std::vector<double> took;
     for (int run = 0; run < 101; ++run) {
       test_.clock.advance(1);
-      took.push_back(bench::millisecondsOf([&] { log_.updateRunningPeriods(); }));
+      took.push_back(bench::millisecondsOf([&] { log_.updateRunningEntries(); }));
     }
     std::printf("%-28s %9.4f ms\n", "a tick, one running", bench::median(took));
     context_.all<Activity>()[0]->stop();

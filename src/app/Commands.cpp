@@ -100,7 +100,7 @@ bool Commands::performForDocument(Command command) {
       openFile(session_);
       return true;
     case Command::BackUp:
-      saveDocumentAs(session_);
+      backUpDocument(session_);
       return true;
     case Command::TimerWindow:
       if (session_.window) {
@@ -118,16 +118,16 @@ bool Commands::performForVantor(Command command) {
   TimerWindowController* timer = windows_.timerWindow();
   switch (command) {
     case Command::SendAllTime:
-      if (timer) link_.submitAllTime(*timer);
+      if (timer) link_.sendAllTime(*timer);
       return true;
     case Command::SendSelected:
-      if (timer) link_.submitSelectedPeriods(*timer);
+      if (timer) link_.sendSelectedTime(*timer);
       return true;
     case Command::UpdateLists:
       link_.lists.updateLists();
       return true;
     case Command::ImportCustomers:
-      link_.lists.importCustomerIIFFile();
+      link_.lists.importCustomers();
       return true;
     default:
       return false;
@@ -147,7 +147,7 @@ bool Commands::performForShell(Command command, QWidget* sender) {
       showCommunity(workspace);
       return true;
     case Command::Components:
-      showThirdPartyPDF(workspace, resourceFolder());
+      showComponents(workspace, resourceFolder());
       return true;
     default:
       return false;
@@ -159,7 +159,7 @@ bool Commands::performForTimerWindow(Command command) {
   if (!timer) return false;
   switch (command) {
     case Command::AddActivity:
-      createnewActivity();
+      addActivity();
       return true;
     case Command::EditActivity:
       timer->editActivity();
@@ -174,10 +174,10 @@ bool Commands::performForTimerWindow(Command command) {
       timer->state().markSelectedCompleted();
       return true;
     case Command::MakeCurrent:
-      timer->state().addPeriodToCurrentActiivities();
+      timer->state().makeCurrent();
       return true;
     case Command::MarkUnsent:
-      timer->state().log().markSelectedForResend();
+      timer->state().log().markSelectedUnsent();
       return true;
     case Command::ExportLog:
       timer->log().exportTimeLog();
@@ -190,10 +190,10 @@ bool Commands::performForTimerWindow(Command command) {
 bool Commands::performForLists(Command command) {
   switch (command) {
     case Command::CustomerList:
-      customerList(session_);
+      showCustomerList(session_);
       return true;
     case Command::ServicesList:
-      editServicesList(session_);
+      showServicesList(session_);
       return true;
     case Command::Delete:
       deleteActivity();
@@ -238,7 +238,7 @@ ListEditor* Commands::listInFront() const {
              : customerEditor();
 }
 
-void Commands::createnewActivity() {
+void Commands::addActivity() {
   if (TimerWindowController* timer = windows_.timerWindow()) timer->addActivity();
 }
 
@@ -254,8 +254,7 @@ void Commands::deleteActivity() {
 }
 
 void Commands::openRecent(const QString& path) {
-  runCommand(session_, path,
-             [&] { [[maybe_unused]] const auto opened = documents_.openDocumentWithContentsOfURL(path); });
+  runCommand(session_, path, [&] { [[maybe_unused]] const auto opened = documents_.open(path); });
   ensureAWindow(session_);
 }
 
@@ -277,7 +276,7 @@ bool Commands::canDelete() const {
 CommandState Commands::state() const {
   TimerWindowController* timer = windows_.timerWindow();
   const auto* customers = customerEditor();
-  return {.documentOpen = session_.myDoc() != nullptr,
+  return {.documentOpen = session_.settings() != nullptr,
           .timerWindowOpen = timer != nullptr,
           .customerListOpen = customers != nullptr,
           .customerDeleteOK = customers && customers->isDeleteOK(),
@@ -285,9 +284,9 @@ CommandState Commands::state() const {
           .canDelete = canDelete(),
           .editable = timer && timer->state().editable(),
           .exportable = timer && timer->state().exportable(),
-          .canSendToVT = timer && !session_.myStandalone() && timer->state().canSendToVT(),
-          .activitySelected = timer && timer->state().myCurrentActivity(),
-          .timePeriodSelected = timer && timer->state().myCurrentTimePeriod()};
+          .canSend = timer && !session_.isStandalone() && timer->state().canSend(),
+          .activitySelected = timer && timer->state().currentActivity(),
+          .entrySelected = timer && timer->state().currentEntry()};
 }
 
 }  // namespace pendra

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "document/CorvelDocController.h"
+#include "document/Documents.h"
 #include "document/Session.h"
 #include "ui/CommandTarget.h"
 
@@ -33,7 +33,7 @@ class Commands final : public CommandTarget {
   [[nodiscard]] bool performForTimerWindow(Command command);
   [[nodiscard]] bool performForLists(Command command);
   [[nodiscard]] bool performInFocus(Command command);
-  void createnewActivity();
+  void addActivity();
   void deleteActivity();
   /// The list editors that are open; none otherwise.
   [[nodiscard]] ListEditor* customerEditor() const;
@@ -48,7 +48,7 @@ class Commands final : public CommandTarget {
   WindowLoader& windows_;
   LinkServices& link_;
   std::function<void()> terminate_;
-  CorvelDocController documents_;
+  Documents documents_;
 };
 
 }  // namespace pendra

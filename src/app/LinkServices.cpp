@@ -16,12 +16,12 @@ void LinkServices::send(TimerWindowController& timer, const Send& how) {
   how(submission);
 }
 
-void LinkServices::submitSelectedPeriods(TimerWindowController& timer) {
-  send(timer, [](Submission& submission) { submission.submitSelectedPeriods(); });
+void LinkServices::sendSelectedTime(TimerWindowController& timer) {
+  send(timer, [](Submission& submission) { submission.sendSelectedTime(); });
 }
 
-void LinkServices::submitAllTime(TimerWindowController& timer) {
-  send(timer, [](Submission& submission) { submission.submitAllTime(); });
+void LinkServices::sendAllTime(TimerWindowController& timer) {
+  send(timer, [](Submission& submission) { submission.sendAllTime(); });
 }
 
 }  // namespace pendra

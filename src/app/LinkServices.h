@@ -11,11 +11,11 @@ class TimerWindowController;
 
 /// Everything that talks to Vantor; one for the program.
 struct LinkServices {
-  explicit LinkServices(Session& theSession) : session(theSession) {}
+  explicit LinkServices(Session& aSession) : session(aSession) {}
 
   /// The log's send command, and the menu's, for the entries that the timer window's log considers.
-  void submitSelectedPeriods(TimerWindowController& timer);
-  void submitAllTime(TimerWindowController& timer);
+  void sendSelectedTime(TimerWindowController& timer);
+  void sendAllTime(TimerWindowController& timer);
 
   Session& session;
   ConnectionChecks checks{session, connectOverChannel()};

@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "CorvelAppDelegate.h"
+#include "Program.h"
 #include "platform/Log.h"
 #include "platform/SingleInstance.h"
 #include "tour/Tour.h"
@@ -78,9 +78,9 @@ int runProgram(const QString& file) {
   pendra::SingleInstance instance;
   if (!instance.claim(file)) return 0;
   auto environment = pendra::Environment::ofUser();
-  pendra::CorvelAppDelegate delegate(environment);
+  pendra::Program delegate(environment);
   instance.setOpener([&delegate](const QString& path) { delegate.openFromOutside(path); });
-  delegate.applicationDidFinishLaunching(file);
+  delegate.launch(file);
   return QApplication::exec();
 }
 

@@ -4,8 +4,8 @@
 #include <QFileInfo>
 #include <cerrno>
 
-#include "document/CorvelDocController.h"
 #include "document/DocumentLoading.h"
+#include "document/Documents.h"
 #include "document/RunningTimers.h"
 #include "document/Saving.h"
 #include "document/Session.h"
@@ -32,7 +32,7 @@ QString backupPath(const QString& chosen) {
 
 Result<void> copyDocument(const Session& session, const QString& from, const QString& to, Existing existing) {
   return copyFile(from, to, existing, [&session](const QString& copy) {
-    return PersistentStore::check(copy, session.managedObjectModel());
+    return PersistentStore::check(copy, session.objectModel());
   });
 }
 
@@ -61,33 +61,33 @@ void reopenDocument(Session& session) {
     window->close();
     session.window = nullptr;
   }
-  loadData(session);
-  if (session.hasReadDocument()) makeWindowControllers(session, session.theFileDoc()->shared_from_this());
+  loadLastDocument(session);
+  if (session.hasReadDocument()) showDocument(session, session.document()->shared_from_this());
   ensureAWindow(session);
 }
 
 }  // namespace
 
-void saveDocumentAs(Session& session) {
-  if (!session.theFileDoc() || !checkForRunningTimers(session)) return;
+void backUpDocument(Session& session) {
+  if (!session.document() || !checkForRunningTimers(session)) return;
   const Ports& ports = session.ports();
   const QString today = dashedDate(ports.clock.now(), ports.calendar);
   ports.panels.beginSavePanel(
       {.title = {},
-       .proposedName = formatted(u"%@ %@.pdrbackup", {session.theFileDoc()->displayName(), today}),
+       .proposedName = formatted(u"%@ %@.pdrbackup", {session.document()->displayName(), today}),
        .folder = {},
        .requiredType = {},
        .replaces = false},
-      [&session, asked = session.theFileDoc()->fileURL()](const std::optional<QString>& chosen) {
-        const CorvelFileDoc* document = session.theFileDoc();
-        if (document && document->fileURL() == asked) return savePanelDidEnd(session, chosen);
+      [&session, asked = session.document()->path()](const std::optional<QString>& chosen) {
+        const OpenDocument* document = session.document();
+        if (document && document->path() == asked) return backUpTo(session, chosen);
         if (chosen) sayThatAnotherIsOpen(session, *chosen);
       });
 }
 
-void savePanelDidEnd(Session& session, const std::optional<QString>& chosen) {
-  const CorvelFileDoc* document = session.theFileDoc();
-  if (!chosen || !document || !document->fileURL()) return;
+void backUpTo(Session& session, const std::optional<QString>& chosen) {
+  const OpenDocument* document = session.document();
+  if (!chosen || !document || !document->path()) return;
   stopAllActivities(session);  // one may have been started while the panel stood open
   const QString target = backupPath(*chosen);
   if (const auto saved = saveContext(session); !saved) {
@@ -98,7 +98,7 @@ void savePanelDidEnd(Session& session, const std::optional<QString>& chosen) {
                            {saved.error().text}),
          .actions = {}});
   }
-  sayWhetherBackedUp(session, target, copyDocument(session, *document->fileURL(), target, Existing::Keep));
+  sayWhetherBackedUp(session, target, copyDocument(session, *document->path(), target, Existing::Keep));
   reopenDocument(session);
 }
 
@@ -116,7 +116,7 @@ bool showBackupFileWarning(Session& session) {
               .buttons = {QStringLiteral("Continue"), QStringLiteral("Cancel")}}) == kFirstButton;
 }
 
-std::optional<QString> copyBackup(Session& session, const QString& path) {
+std::optional<QString> restoreBackup(Session& session, const QString& path) {
   const QString base = QString(path).remove(kBackupSuffix);
   const QString suggestion = firstFreePath(base, QStringLiteral("pdr"));
   const QString source = base + kBackupSuffix;

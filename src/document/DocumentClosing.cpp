@@ -9,8 +9,8 @@ namespace pendra {
 namespace {
 
 void forgetDocument(Session& session) {
-  session.setMyContext(nullptr);
-  session.setMyDoc(nullptr);
+  session.setContext(nullptr);
+  session.setSettings(nullptr);
 }
 
 }  // namespace
@@ -23,7 +23,7 @@ bool finishEditing(const Session& session) {
 }
 
 void closeDoc(Session& session) {
-  if (session.myDoc()) session.setMyStandalone(session.myDoc()->standalone().value_or(false));
+  if (session.settings()) session.setStandalone(session.settings()->standalone().value_or(false));
   std::ignore = finishEditing(session);  // whoever could still mend a refused name has asked before
   if (!checkForRunningTimers(session) || !saveBeforeClosing(session)) return;
   if (AuxiliaryWindow* setup = std::exchange(session.setupController, nullptr)) setup->close();
@@ -36,20 +36,16 @@ void closeDoc(Session& session) {
   forgetDocument(session);
 }
 
-bool windowShouldClose(Session& session) {
+bool mayCloseWindow(Session& session) {
   return finishEditing(session) && checkForRunningTimers(session) && saveBeforeClosing(session);
 }
 
-void windowWillClose(Session& session) {
+void closeAfterWindow(Session& session) {
   if (session.window) session.window->invalidateTracker();
   saveAction(session);
   session.clearDoc();
   session.window = nullptr;
   forgetDocument(session);
-}
-
-void documentShouldClose(Session& session, bool shouldClose) {
-  if (shouldClose) forgetDocument(session);
 }
 
 }  // namespace pendra

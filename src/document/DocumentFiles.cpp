@@ -7,19 +7,13 @@
 
 namespace pendra {
 
-QString applicationSupportFolder(const Places& places) { return places.documents + u"/Pendra"; }
+QString documentFolder(const Places& places) { return places.documents + u"/Pendra"; }
 
-QString cacheURL(const Places& places) {
-  const QString folder = applicationSupportFolder(places);
-  QDir().mkpath(folder);
-  return folder + u"/Pendra File.pdr";
-}
-
-QString tempURL(const Places& places) {
+QString untitledPath(const Places& places) {
   return firstFreePath(places.documents + u"/Untitled", QStringLiteral("pdr"));
 }
 
-QString changeXMLtoPDR(const QString& path) {
+QString movedFromOlderName(const QString& path) {
   if (!path.endsWith(u".xml")) return path;
   // Kept: every ".xml" of the path is replaced, a folder's too; the move then fails and the path stays.
   const QString renamed = QString(path).replace(QStringLiteral(".xml"), QStringLiteral(".pdr"));

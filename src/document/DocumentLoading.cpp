@@ -5,77 +5,77 @@
 
 #include "DocumentReading.h"
 #include "document/Backup.h"
-#include "document/CorvelDocController.h"
 #include "document/DocumentClosing.h"
 #include "document/DocumentFiles.h"
+#include "document/Documents.h"
 #include "document/Session.h"
 #include "model/Queries.h"
 #include "platform/Preferences.h"
 
 namespace pendra {
 
-std::optional<QString> getLastOpenURL(const Session& session) {
-  const auto path = session.ports().defaults.text(preferences::kLastURL);
+std::optional<QString> lastDocumentPath(const Session& session) {
+  const auto path = session.ports().defaults.text(preferences::kLastDocument);
   return path && !path->isEmpty() ? path : std::nullopt;
 }
 
-void setLastOpenURL(Session& session, const QString& path) {
-  session.ports().defaults.setText(preferences::kLastURL, path);
+void setLastDocumentPath(Session& session, const QString& path) {
+  session.ports().defaults.setText(preferences::kLastDocument, path);
 }
 
-void loadData(Session& session) {
-  if (session.myDoc()) return;
-  if (const auto last = getLastOpenURL(session); last && QFileInfo(*last).isFile()) {
-    loadURL(session, last);
+void loadLastDocument(Session& session) {
+  if (session.settings()) return;
+  if (const auto last = lastDocumentPath(session); last && QFileInfo(*last).isFile()) {
+    loadDocument(session, last);
     return;
   }
-  const QString folder = applicationSupportFolder(session.ports().places);
+  const QString folder = documentFolder(session.ports().places);
   QDir().mkpath(folder);
   // Kept: the default document is always asked for under its older name.
-  loadURL(session, folder + u"/Pendra File.xml");
+  loadDocument(session, folder + u"/Pendra File.xml");
 }
 
-void loadURL(Session& session, const std::optional<QString>& url) {
-  QString path = changeXMLtoPDR(url ? *url : tempURL(session.ports().places));
+void loadDocument(Session& session, const std::optional<QString>& url) {
+  QString path = movedFromOlderName(url ? *url : untitledPath(session.ports().places));
   if (!checkForBackupFile(session, path)) return;
   if (path.endsWith(u".pdrbackup")) {
-    const auto restored = copyBackup(session, path);
+    const auto restored = restoreBackup(session, path);
     if (!restored) return;
     path = *restored;
   }
   session.clearDoc();
   // The document may be the very one that is open; nobody can hold its file twice.
-  if (session.myContext()) session.myContext()->close();
+  if (session.context()) session.context()->close();
   auto document = makeDocument(session);
-  if (!readDocument(session, document, path, std::nullopt)) return;
-  session.setMyContext(document->managedObjectContext());
+  if (!readDocument(session, document, path)) return;
+  session.setContext(document->context());
   checkStandalone(session);
 }
 
 void reloadData(Session& session) {
-  session.setMyDoc(nullptr);
-  loadData(session);
+  session.setSettings(nullptr);
+  loadLastDocument(session);
 }
 
 void checkStandalone(Session& session) {
-  ObjectContext& context = *session.myContext();
-  if (CorvelDoc* first = queries::firstDocument(context)) {
-    session.setMyDoc(first);
-    session.setMyStandalone(first->standalone().value_or(false));
-    if (session.myStandalone()) session.ports().menus.removeVTMenus();
+  ObjectContext& context = *session.context();
+  if (DocumentSettings* first = queries::firstDocument(context)) {
+    session.setSettings(first);
+    session.setStandalone(first->standalone().value_or(false));
+    if (session.isStandalone()) session.ports().menus.hideVantorItems();
     return;
   }
   auto& identity = context.insert<Identity>();
-  auto& document = context.insert<CorvelDoc>();
-  session.setMyDoc(&document);
+  auto& document = context.insert<DocumentSettings>();
+  session.setSettings(&document);
   document.setIdentity(&identity);
 }
 
 bool checkIdentity(Session& session) {
-  if (const CorvelFileDoc* document = session.theFileDoc()) {
-    session.setMyContext(document->managedObjectContext());
-    if (Identity* identity = queries::firstIdentity(*session.myContext())) {
-      if (session.myDoc()) session.myDoc()->setIdentity(identity);
+  if (const OpenDocument* document = session.document()) {
+    session.setContext(document->context());
+    if (Identity* identity = queries::firstIdentity(*session.context())) {
+      if (session.settings()) session.settings()->setIdentity(identity);
       if (!identity->employeeName().value_or(QString()).isEmpty()) return true;
     }
   }
@@ -99,14 +99,14 @@ namespace {
 bool makeRoomForAnother(Session& session) {
   if (!showFileOpenWarning(session)) return false;
   closeDoc(session);
-  return !session.myContext();
+  return !session.context();
 }
 
 }  // namespace
 
 void openFile(Session& session) {
   if (session.hasReadDocument() && !makeRoomForAnother(session)) return;
-  if (const auto chosen = session.ports().panels.runOpenPanel()) loadURL(session, chosen);
+  if (const auto chosen = session.ports().panels.runOpenPanel()) loadDocument(session, chosen);
   if (session.hasReadDocument()) session.ports().interfaces.load(Interface::TimerWindow);
   ensureAWindow(session);
 }

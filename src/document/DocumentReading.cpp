@@ -2,9 +2,9 @@
 
 #include <QFileInfo>
 
-#include "document/CorvelDocController.h"
 #include "document/DocumentClosing.h"
 #include "document/DocumentLoading.h"
+#include "document/Documents.h"
 #include "document/RunningTimers.h"
 #include "document/Session.h"
 #include "platform/Text.h"
@@ -25,20 +25,19 @@ void sayUnreadable(Session& session, const QString& path, const Error& error) {
 
 }  // namespace
 
-std::shared_ptr<CorvelFileDoc> makeDocument(Session& session) {
+std::shared_ptr<OpenDocument> makeDocument(Session& session) {
   const Ports& ports = session.ports();
-  return std::make_shared<CorvelFileDoc>(
-      std::make_shared<ObjectContext>(session.managedObjectModel(), ports.clock, ports.calendar));
+  return std::make_shared<OpenDocument>(
+      std::make_shared<ObjectContext>(session.objectModel(), ports.clock, ports.calendar));
 }
 
-bool readDocument(Session& session, const std::shared_ptr<CorvelFileDoc>& document, const QString& path,
-                  const std::optional<QString>& ofType) {
+bool readDocument(Session& session, const std::shared_ptr<OpenDocument>& document, const QString& path) {
   const auto lastSave = timeOfLastSave(path);
-  const auto read = document->readFromURL(path, ofType);
-  session.setTheFileDoc(document);
-  if (getLastOpenURL(session) != path) session.notices().withdrawOfDocument();
-  setLastOpenURL(session, path);
-  session.setMyContext(document->managedObjectContext());
+  const auto read = document->read(path);
+  session.setDocument(document);
+  if (lastDocumentPath(session) != path) session.notices().withdrawOfDocument();
+  setLastDocumentPath(session, path);
+  session.setContext(document->context());
   checkStandalone(session);
   if (!read) {
     sayUnreadable(session, path, read.error());  // in the setup window too, which therefore stays
@@ -46,13 +45,13 @@ bool readDocument(Session& session, const std::shared_ptr<CorvelFileDoc>& docume
   }
   if (session.setupController) {
     closeDoc(session);
-    session.setTheFileDoc(document);
+    session.setDocument(document);
   }
   session.notices().withdraw(kNoticeKey);
   session.setSaveState({.savedAt = session.ports().clock.now()});
-  session.setMyContext(document->managedObjectContext());
-  session.halted = haltedEntries(*session.myContext(), lastSave);
-  haltAnyRunningPeriods(session);
+  session.setContext(document->context());
+  session.halted = haltedEntries(*session.context(), lastSave);
+  haltRunningEntries(session);
   noteRecentDocument(session, path);
   return true;
 }

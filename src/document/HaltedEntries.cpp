@@ -15,7 +15,7 @@ std::optional<Instant> timeOfLastSave(const QString& path) {
 
 HaltedEntries haltedEntries(const ObjectContext& context, std::optional<Instant> lastSave) {
   HaltedEntries halted{.entries = {}, .lastSave = lastSave};
-  for (TimePeriod* period : context.all<TimePeriod>()) {
+  for (TimeEntry* period : context.all<TimeEntry>()) {
     if (period->running() == true && period->storedDuration() == 0) halted.entries.emplace_back(period);
   }
   return halted;

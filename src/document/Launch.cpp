@@ -2,10 +2,10 @@
 
 #include <QFileInfo>
 
-#include "document/CorvelDocController.h"
 #include "document/DocumentClosing.h"
 #include "document/DocumentFiles.h"
 #include "document/DocumentLoading.h"
+#include "document/Documents.h"
 #include "document/RunningTimers.h"
 #include "document/Session.h"
 #include "platform/Preferences.h"
@@ -21,10 +21,10 @@ constexpr std::chrono::seconds kAfterModalLoop{1};
 }  // namespace
 
 Launch::Launch(Session& session) : session_(session) {
-  QObject::connect(&saveTimer_, &QTimer::timeout, &saveTimer_, [this] { timerFireMethod(); });
+  QObject::connect(&saveTimer_, &QTimer::timeout, &saveTimer_, [this] { saveTimerFired(); });
 }
 
-void Launch::applicationDidFinishLaunching(const QString& file) {
+void Launch::launch(const QString& file) {
   session_.showIntroSheet = false;
   // Kept: a stored boolean is not a data value, so the preference is true after every launch.
   UserDefaults& defaults = session_.ports().defaults;
@@ -33,10 +33,10 @@ void Launch::applicationDidFinishLaunching(const QString& file) {
   }
   session_.showIntroSheet = introductionIsDue();
   if (!file.isEmpty()) {
-    [[maybe_unused]] const auto opened = CorvelDocController(session_).openDocumentWithContentsOfURL(file);
+    [[maybe_unused]] const auto opened = Documents(session_).open(file);
   }
-  loadData(session_);
-  if (session_.myDoc()) haltAnyRunningPeriods(session_);
+  loadLastDocument(session_);
+  if (session_.settings()) haltRunningEntries(session_);
   saveTimer_.start(kSaveInterval);
   if (!checkIdentity(session_)) {
     // Whoever gave setup up the first time has still seen nothing.
@@ -48,12 +48,12 @@ void Launch::applicationDidFinishLaunching(const QString& file) {
 }
 
 bool Launch::introductionIsDue() const {
-  const QString folder = applicationSupportFolder(session_.ports().places);
-  return !getLastOpenURL(session_) && !QFileInfo::exists(folder + u"/Pendra File.xml") &&
+  const QString folder = documentFolder(session_.ports().places);
+  return !lastDocumentPath(session_) && !QFileInfo::exists(folder + u"/Pendra File.xml") &&
          !QFileInfo::exists(folder + u"/Pendra File.pdr");
 }
 
-void Launch::timerFireMethod() {
+void Launch::saveTimerFired() {
   // What the user is about to confirm in a modal sheet is half made; the save waits until it is settled.
   if (session_.ports().modals.isModal()) {
     saveTimer_.start(kAfterModalLoop);
@@ -63,9 +63,9 @@ void Launch::timerFireMethod() {
   periodicSave(session_);
 }
 
-bool Launch::applicationShouldTerminate() {
+bool Launch::mayEnd() {
   closeDoc(session_);
-  if (session_.myContext()) return false;
+  if (session_.context()) return false;
   saveTimer_.stop();
   return true;
 }

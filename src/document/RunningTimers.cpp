@@ -3,7 +3,7 @@
 #include "document/Saving.h"
 #include "document/Session.h"
 #include "model/Activity.h"
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 
 namespace pendra {
 
@@ -26,13 +26,13 @@ void refreshMainWindow(Session& session) {
 
 }  // namespace
 
-void haltAnyRunningPeriods(Session& session) {
-  if (!session.myContext()) return;
-  for (TimePeriod* period : session.myContext()->all<TimePeriod>()) period->setRunning(false);
+void haltRunningEntries(Session& session) {
+  if (!session.context()) return;
+  for (TimeEntry* period : session.context()->all<TimeEntry>()) period->setRunning(false);
 }
 
 bool checkForRunningTimers(Session& session) {
-  const auto context = session.myContext();
+  const auto context = session.context();
   if (!context) return true;
   const auto activities = context->all<Activity>();
   const auto isRunning = [](const Activity* activity) { return activity->isRunning(); };
@@ -44,8 +44,8 @@ bool checkForRunningTimers(Session& session) {
 }
 
 void stopAllActivities(Session& session) {
-  if (!session.myContext()) return;
-  for (Activity* activity : session.myContext()->all<Activity>()) activity->stop();
+  if (!session.context()) return;
+  for (Activity* activity : session.context()->all<Activity>()) activity->stop();
 }
 
 void periodicSave(Session& session) { saveAction(session); }

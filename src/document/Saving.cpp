@@ -11,8 +11,8 @@ namespace {
 const QString kNoticeKey = QStringLiteral("save");
 
 QString pathOf(const Session& session) {
-  const CorvelFileDoc* document = session.theFileDoc();
-  return document ? document->fileURL().value_or(document->displayName()) : QString();
+  const OpenDocument* document = session.document();
+  return document ? document->path().value_or(document->displayName()) : QString();
 }
 
 void say(Session& session, QStringView text, const QString& reason) {
@@ -30,8 +30,8 @@ void sayWhetherSaved(Session& session, const SaveState& before, const SaveState&
 }  // namespace
 
 Result<void> saveContext(Session& session) {
-  if (!session.myContext()) return {};
-  auto saved = session.myContext()->save();
+  if (!session.context()) return {};
+  auto saved = session.context()->save();
   const Instant now = session.ports().clock.now();
   const SaveState before = session.saveState();
   SaveState state = before;
@@ -53,7 +53,7 @@ void saveContextOrLog(Session& session) {
 }
 
 bool saveBeforeClosing(Session& session) {
-  const auto context = session.myContext();
+  const auto context = session.context();
   if (!context || !session.window) return true;
   saveContextOrLog(session);
   SaveState state = session.saveState();
@@ -67,7 +67,7 @@ bool saveBeforeClosing(Session& session) {
 
 void saveAction(Session& session) {
   saveContextOrLog(session);
-  if (CorvelFileDoc* document = session.theFileDoc()) document->save();
+  if (OpenDocument* document = session.document()) document->save();
 }
 
 }  // namespace pendra

@@ -2,20 +2,20 @@
 
 namespace pendra {
 
-void Session::setMyContext(std::shared_ptr<ObjectContext> context) {
-  const Notifier::Change change(myContextChanges_);
-  myContext_ = std::move(context);
+void Session::setContext(std::shared_ptr<ObjectContext> context) {
+  const Notifier::Change change(documentChanges_);
+  context_ = std::move(context);
 }
 
-void Session::setMyStandalone(bool standalone) {
-  if (standalone == myStandalone_) return;
-  const Notifier::Change change(myStandaloneChanges_);
-  myStandalone_ = standalone;
+void Session::setStandalone(bool standalone) {
+  if (standalone == standalone_) return;
+  const Notifier::Change change(standaloneChanges_);
+  standalone_ = standalone;
 }
 
 void Session::clearDoc() {
   if (window) window->stopTimer();
-  theFileDoc_.reset();
+  document_.reset();
 }
 
 void Session::setSaveState(SaveState state) {

@@ -1,7 +1,7 @@
 #include "link/AffectedActivities.h"
 
 #include "link/ActivityTitle.h"
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 #include "platform/Text.h"
 
 namespace pendra {
@@ -12,10 +12,9 @@ const QString kNoticeKey = QStringLiteral("affected activities");
 constexpr qsizetype kNamedAtMost = 3;
 
 bool needsNothing(const Activity& activity) {
-  const auto periods = activity.timePeriod();
+  const auto periods = activity.entries();
   return activity.completed().value_or(false) &&
-         std::all_of(periods.begin(), periods.end(),
-                     [](const TimePeriod* one) { return one->wasSubmitted(); });
+         std::all_of(periods.begin(), periods.end(), [](const TimeEntry* one) { return one->wasSent(); });
 }
 
 Activity::Loss namesOf(const Activity& activity) {
@@ -57,8 +56,8 @@ void forgetLoss(Session& session, Activity& activity) {
 }
 
 LossWatch::LossWatch(Session& session) : session_(session) {
-  if (!session_.myContext()) return;
-  for (Activity* activity : session_.myContext()->all<Activity>()) {
+  if (!session_.context()) return;
+  for (Activity* activity : session_.context()->all<Activity>()) {
     before_.push_back({activity, namesOf(*activity), activityTitle(*activity)});
   }
 }

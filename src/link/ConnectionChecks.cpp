@@ -5,20 +5,20 @@
 
 namespace pendra {
 
-void ConnectionChecks::openVTConenction() {
+void ConnectionChecks::openConnection() {
   const Ports& ports = session_.ports();
-  myVTConnection_ = VTServer::init(ports.places, ports.workspace, connect_);
+  connection_ = VantorConnection::init(ports.places, ports.workspace, connect_);
 }
 
 RemoteServer& ConnectionChecks::remoteServer() const {
   static Unreachable nobody;
-  RemoteServer* remote = myVTConnection_ ? myVTConnection_->remoteServer() : nullptr;
+  RemoteServer* remote = connection_ ? connection_->remoteServer() : nullptr;
   return remote ? *remote : nobody;
 }
 
-bool ConnectionChecks::checkVTCompanyFile() {
-  if (!myVTConnection_ || !myVTConnection_->remoteServer()) openVTConenction();
-  if (!myVTConnection_ || !myVTConnection_->isVantorRunning()) {
+bool ConnectionChecks::checkCompany() {
+  if (!connection_ || !connection_->remoteServer()) openConnection();
+  if (!connection_ || !connection_->isVantorRunning()) {
     return refuse(QStringLiteral("Please start Vantor and try again"),
                   QStringLiteral("You need to have Vantor running to update your lists and submit time."));
   }
@@ -27,7 +27,7 @@ bool ConnectionChecks::checkVTCompanyFile() {
         QStringLiteral("Pendra can’t work with this version of Vantor."),
         QStringLiteral("In Vantor, choose Vantor>Check for Vantor Updates to get the latest version."));
   }
-  if (!isOfThisDocument(myVTConnection_->getCompanyFileName())) {
+  if (!isOfThisDocument(connection_->getCompanyFileName())) {
     return refuse(QStringLiteral("Please open the correct company and try again"),
                   QStringLiteral("You need to open a company in Vantor to submit time."));
   }
@@ -39,12 +39,12 @@ bool ConnectionChecks::refuse(const QString& message, const QString& informative
                                     .message = message,
                                     .informative = informative,
                                     .buttons = {QStringLiteral("OK")}});
-  closeVTConnection();
+  closeConnection();
   return false;
 }
 
 bool ConnectionChecks::isOfThisDocument(const std::optional<QString>& company) const {
-  const CorvelDoc* document = session_.myDoc();
+  const DocumentSettings* document = session_.settings();
   const Identity* identity = document ? document->identity() : nullptr;
   if (!identity || !identity->companyFileName()) return true;
   return company && lastPathComponent(*company) == lastPathComponent(*identity->companyFileName());

@@ -81,7 +81,7 @@ void ListSync::removeServicesNotInList(Rows list) {
   for (const NameAndRecNumber& item : list) {
     if (!isEmpty(item.name) && item.vtObjectID) names.insert(*item.vtObjectID, *item.name);
   }
-  ObjectContext& context = *session_.myContext();
+  ObjectContext& context = *session_.context();
   for (Service* service : context.fetch<Service>()) {
     const auto& id = service->vtObjectID();
     const auto found = id ? names.constFind(*id) : names.constEnd();
@@ -94,7 +94,7 @@ void ListSync::removeServicesNotInList(Rows list) {
 }
 
 void ListSync::updateCustomers(Rows list) {
-  ObjectContext& context = *session_.myContext();
+  ObjectContext& context = *session_.context();
   context.expect<Customer>(list.size());
   // Both sets are as they were at the start: a list that names one identifier twice inserts two customers.
   const auto known = context.all<Customer>();
@@ -128,7 +128,7 @@ void ListSync::removeCustomersNotInList(Rows list) {
   for (const NameAndRecNumber& item : list) {
     if (!isEmpty(item.name) && item.vtObjectID) identifiers.insert(*item.vtObjectID);
   }
-  ObjectContext& context = *session_.myContext();
+  ObjectContext& context = *session_.context();
   for (Customer* customer : context.fetch<Customer>()) {
     const auto& id = customer->vtObjectID();
     if (!id || !identifiers.contains(*id)) context.deleteObject(*customer);
@@ -138,7 +138,7 @@ void ListSync::removeCustomersNotInList(Rows list) {
 }
 
 void ListSync::updateJobs(Rows list) {
-  ObjectContext& context = *session_.myContext();
+  ObjectContext& context = *session_.context();
   context.expect<Job>(list.size());
   OneForOne oneForOne;
   for (const NameAndRecNumber& item : list) {
@@ -159,7 +159,7 @@ void ListSync::updateJobs(Rows list) {
 }
 
 void ListSync::removeJobsNotInList(Rows list) {
-  ObjectContext& context = *session_.myContext();
+  ObjectContext& context = *session_.context();
   QHash<const Job*, const NameAndRecNumber*> kept;  // the last item wins
   kept.reserve(std::ssize(list));
   for (const NameAndRecNumber& item : list) {

@@ -8,7 +8,7 @@
 
 namespace pendra {
 
-void ListSync::loadVTData() {
+void ListSync::loadLists() {
   const ConnectionChecks::Closing closing(checks_);
   updateServicesList();
   updateCustomersAndJobs();
@@ -16,7 +16,7 @@ void ListSync::loadVTData() {
 }
 
 void ListSync::updateLists() {
-  if (!session_.myContext() || !fetchLists()) return;
+  if (!session_.context() || !fetchLists()) return;
   session_.ports().alerts.runAlert({.style = Alert::Style::Informational,
                                     .message = QStringLiteral("Your lists are now up to date"),
                                     .informative = QStringLiteral("Click OK to continue"),
@@ -26,7 +26,7 @@ void ListSync::updateLists() {
 
 bool ListSync::fetchLists() {
   const ConnectionChecks::Closing closing(checks_);
-  if (!checks_.checkVTCompanyFile() || !checkForRunningTimers(session_)) return false;
+  if (!checks_.checkCompany() || !checkForRunningTimers(session_)) return false;
   const RefreshedWindow refreshed(session_);
   const Spinning spinning(progress_);
   const LossWatch watch(session_);
@@ -55,16 +55,16 @@ void ListSync::rebuildWindows() {
       window->close();
       session_.window = nullptr;
     }
-    loadData(session_);
-    if (session_.myContext()) session_.ports().interfaces.load(Interface::TimerWindow);
+    loadLastDocument(session_);
+    if (session_.context()) session_.ports().interfaces.load(Interface::TimerWindow);
   }
   rebuild(session_, session_.customerListController, Interface::CustomerList);
   rebuild(session_, session_.servicesListController, Interface::ServicesList);
 }
 
 void ListSync::updateServicesList() {
-  if (!checks_.checkVTCompanyFile()) return;
-  ObjectContext& context = *session_.myContext();
+  if (!checks_.checkCompany()) return;
+  ObjectContext& context = *session_.context();
   const auto list = checks_.remoteServer().getServicesArray();
   if (!list) return;
   for (const NameAndRecNumber& item : *list) {
@@ -78,12 +78,12 @@ void ListSync::updateServicesList() {
 }
 
 void ListSync::updateCustomersAndJobs() {
-  if (!checks_.checkVTCompanyFile()) return;
+  if (!checks_.checkCompany()) return;
   if (const auto customers = checks_.remoteServer().getCustomersArray()) updateCustomers(*customers);
   if (const auto jobs = checks_.remoteServer().getJobsArray()) updateJobs(*jobs);
 }
 
-void ListSync::importCustomerIIFFile() {
+void ListSync::importCustomers() {
   if (const auto path = session_.ports().panels.runOpenPanel()) importCustomerList(*path);
 }
 

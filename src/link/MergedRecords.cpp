@@ -9,7 +9,7 @@ namespace pendra {
 
 namespace {
 
-void merge(MergedRecord& record, TimePeriod& match) {
+void merge(MergedRecord& record, TimeEntry& match) {
   if (match.start() && (!record.start || match.start() < record.start)) record.start = match.start();
   record.duration = std::trunc(record.duration.value_or(0)) + std::trunc(match.storedDuration());
   record.entries.push_back(&match);
@@ -21,7 +21,7 @@ std::vector<MergedRecord> mergedRecords(const std::vector<SubmissionRow>& rows, 
   std::vector<MergedRecord> records;
   QHash<std::pair<qint64, int>, std::size_t> known;  // by activity and day
   for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-    TimePeriod* period = row->period.get();
+    TimeEntry* period = row->period.get();
     if (!period || !period->activity() || period->submittedSeconds() > 1.0) continue;
     const int day = period->start() ? calendar.day(*period->start()).day() : 0;
     const std::pair key(period->activity()->objectID(), day);

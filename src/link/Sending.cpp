@@ -6,7 +6,7 @@
 #include "link/Submission.h"
 #include "link/TimeRecord.h"
 #include "link/UnknownFates.h"
-#include "model/CorvelDoc.h"
+#include "model/DocumentSettings.h"
 #include "platform/Log.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
@@ -28,31 +28,31 @@ bool neverLeft(const IPCException& failure) {
 class TemporaryEntry {
  public:
   explicit TemporaryEntry(ObjectContext& context)
-      : context_(context), period_(context.insertTemporary<TimePeriod>()) {}
+      : context_(context), period_(context.insertTemporary<TimeEntry>()) {}
   ~TemporaryEntry() { context_.deleteObject(period_); }
   TemporaryEntry(const TemporaryEntry&) = delete;
   TemporaryEntry& operator=(const TemporaryEntry&) = delete;
 
-  [[nodiscard]] TimePeriod& period() { return period_; }
+  [[nodiscard]] TimeEntry& period() { return period_; }
 
  private:
   ObjectContext& context_;
-  TimePeriod& period_;
+  TimeEntry& period_;
 };
 
 }  // namespace
 
-bool Submission::sendPeriodsToVT() {
-  if (!parts_.checks.checkVTCompanyFile()) return false;
+bool Submission::sendEntries() {
+  if (!parts_.checks.checkCompany()) return false;
   run_ = {};
   bool sentAll = false;
   {
     const Spinning spinning(parts_.progress);
     const bool merging = parts_.session.ports().defaults.boolean(preferences::kMergeSubmissions);
-    sentAll = merging ? sendMergedPeriodsToVT() : sendOneByOne();
+    sentAll = merging ? sendMergedEntries() : sendOneByOne();
   }
-  myJobSet_.reset();
-  parts_.checks.closeVTConnection();
+  jobsBefore_.reset();
+  parts_.checks.closeConnection();
   saveAction(parts_.session);
   parts_.rows.reloadData();
   finish(sentAll);
@@ -72,7 +72,7 @@ bool Submission::sendOneByOne() {
             QStringLiteral(" How you fix this depends on why the change was made. Check with your Vantor "
                            "administrator to figure out your next steps."));
       sentAll = false;
-    } else if (!submitOnePeriodToVT(*row.period, *row.activity)) {
+    } else if (!sendOneEntry(*row.period, *row.activity)) {
       sentAll = false;
     }
     if (!run_.stopped.isEmpty()) break;
@@ -80,16 +80,16 @@ bool Submission::sendOneByOne() {
   return sentAll;
 }
 
-bool Submission::sendMergedPeriodsToVT() {
+bool Submission::sendMergedEntries() {
   const auto records = mergedRecords(parts_.rows.consideredRows(), parts_.session.ports().calendar);
   run_.total = static_cast<int>(records.size());
-  std::vector<TimePeriod*> mergedEntries;
+  std::vector<TimeEntry*> mergedEntries;
   return std::all_of(records.begin(), records.end(),
                      [&](const MergedRecord& record) { return sendMerged(record, mergedEntries); });
 }
 
-bool Submission::sendMerged(const MergedRecord& record, std::vector<TimePeriod*>& mergedEntries) {
-  TimePeriod& base = *record.entries.front();
+bool Submission::sendMerged(const MergedRecord& record, std::vector<TimeEntry*>& mergedEntries) {
+  TimeEntry& base = *record.entries.front();
   Activity& activity = *base.activity();
   if (lostItsJob(activity)) {
     alert(QStringLiteral("A customer, job, or service is inactive or deleted in Vantor"),
@@ -97,7 +97,7 @@ bool Submission::sendMerged(const MergedRecord& record, std::vector<TimePeriod*>
                          "activities for it remain unsent. Ask your Vantor administrator what customer, job, "
                          "or service to use for these activities. Then update the activities  and send them "
                          "to Vantor."));
-    myJobSet_.reset();
+    jobsBefore_.reset();
     run_.stopped = kOneLacksAPart;
     return false;
   }
@@ -105,7 +105,7 @@ bool Submission::sendMerged(const MergedRecord& record, std::vector<TimePeriod*>
     run_.stopped = kOneLacksAPart;
     return false;
   }
-  TemporaryEntry temporary(*parts_.session.myContext());
+  TemporaryEntry temporary(*parts_.session.context());
   temporary.period().setActivity(&activity);
   temporary.period().setDuration(record.duration);
   temporary.period().setStart(record.start);
@@ -114,14 +114,14 @@ bool Submission::sendMerged(const MergedRecord& record, std::vector<TimePeriod*>
   if (!transmit(temporary.period(), activity, record.entries)) return false;
   const Instant now = parts_.session.ports().clock.now();
   markSent(base, now);
-  for (TimePeriod* entry : mergedEntries) markSent(*entry, now);
+  for (TimeEntry* entry : mergedEntries) markSent(*entry, now);
   return true;
 }
 
-bool Submission::submitOnePeriodToVT(TimePeriod& period, Activity& activity) {
+bool Submission::sendOneEntry(TimeEntry& period, Activity& activity) {
   if (!hasCustomerAndService(activity)) return false;
   if (period.submittedSeconds() >= 1.0) return true;
-  TimePeriod* const entries[] = {&period};
+  TimeEntry* const entries[] = {&period};
   if (!transmit(period, activity, entries)) return false;
   markSent(period, parts_.session.ports().clock.now());
   return true;
@@ -137,17 +137,17 @@ bool Submission::hasCustomerAndService(const Activity& activity) const {
   return false;
 }
 
-bool Submission::transmit(const TimePeriod& period, const Activity& activity, Entries entries) {
+bool Submission::transmit(const TimeEntry& period, const Activity& activity, Entries entries) {
   parts_.progress.showProgress(++run_.position, run_.total);
   // This writes the stamps of the record before, too.
   if (const auto marked = markSending(parts_.session, entries); !marked) {
     run_.stopped = formatted(u"the document could not be saved: %@", {marked.error().text});
     return false;
   }
-  const CorvelDoc* document = parts_.session.myDoc();
+  const DocumentSettings* document = parts_.session.settings();
   const Identity* identity = document ? document->identity() : nullptr;
   try {
-    const QString record = kTimeRecordDeclaration + createActivityXML(activity, period, identity);
+    const QString record = kTimeRecordDeclaration + timeRecord(activity, period, identity);
     parts_.checks.remoteServer().submitTime(record);
   } catch (const IPCException& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));

@@ -38,11 +38,11 @@ void SetupFlow::showLooking() {
   show();
 }
 
-void SetupFlow::awakeFromNib() {
+void SetupFlow::start() {
   standalone_ = view_.selectedRow() != 0;
-  checks_.closeVTConnection();
-  checks_.openVTConenction();
-  const VTServer* vantor = checks_.myVTConnection();
+  checks_.closeConnection();
+  checks_.openConnection();
+  const VantorConnection* vantor = checks_.connection();
   const bool running = vantor && vantor->isVantorRunning();
   display_ = SetupDisplay();
   display_.settingsVisible = !standalone_;
@@ -57,7 +57,7 @@ void SetupFlow::askVantor() {
   try {
     awaitCompany();
     showCompany();
-    display_.employeeNames = checks_.myVTConnection()->getEmployeeNamesArray();
+    display_.employeeNames = checks_.connection()->getEmployeeNamesArray();
   } catch (const IPCException&) {
     // Without all answers there is nobody to link to.
     company_.reset();
@@ -72,11 +72,11 @@ void SetupFlow::askVantor() {
 }
 
 void SetupFlow::awaitCompany() {
-  company_ = checks_.myVTConnection()->getCompanyFileName();
+  company_ = checks_.connection()->getCompanyFileName();
   QElapsedTimer repeating;
   repeating.start();
   while (!company_ && repeating.elapsed() < kCompanyMilliseconds) {
-    company_ = checks_.myVTConnection()->getCompanyFileName();
+    company_ = checks_.connection()->getCompanyFileName();
   }
 }
 
@@ -91,7 +91,7 @@ void SetupFlow::showCompany() {
   }
 }
 
-void SetupFlow::pickAMode() {
+void SetupFlow::modePicked() {
   const bool chosen = view_.selectedRow() != 0;
   display_.settingsVisible = !chosen;
   // Kept: going back to linked does not take the button away again.
@@ -104,7 +104,7 @@ void SetupFlow::save() {
   standalone_ = view_.selectedRow() != 0;
   const auto path = chooseFile();
   if (!path) return;
-  if (!standalone_ && !checks_.checkVTCompanyFile()) {
+  if (!standalone_ && !checks_.checkCompany()) {
     Session& session = session_;  // the window, and this with it, may be gone while newDoc asks something
     view_.finish();
     newDoc(session);
@@ -122,7 +122,7 @@ void SetupFlow::save() {
 }
 
 std::optional<QString> SetupFlow::chooseFile() {
-  const QString folder = applicationSupportFolder(session_.ports().places);
+  const QString folder = documentFolder(session_.ports().places);
   QDir().mkpath(folder);
   return session_.ports().panels.runSavePanel({.title = {},
                                                .proposedName = proposedName(),
@@ -133,19 +133,19 @@ std::optional<QString> SetupFlow::chooseFile() {
 
 /// The path of the open document while nobody has set it up: the program made it and nothing is in it.
 QString SetupFlow::documentWithoutOwner() const {
-  const CorvelFileDoc* document = session_.theFileDoc();
+  const OpenDocument* document = session_.document();
   if (!session_.hasReadDocument()) return {};
-  const ObjectContext& context = *document->managedObjectContext();
+  const ObjectContext& context = *document->context();
   const Identity* owner = queries::firstIdentity(context);
   const bool isNobodys = !owner || owner->employeeName().value_or(QString()).isEmpty();
   const bool isEmpty = context.all<Activity>().empty() && context.all<Customer>().empty() &&
                        context.all<Job>().empty() && context.all<Service>().empty();
-  return isNobodys && isEmpty ? document->fileURL().value_or(QString()) : QString();
+  return isNobodys && isEmpty ? document->path().value_or(QString()) : QString();
 }
 
 QString SetupFlow::proposedName() const {
   if (standalone_) return QStringLiteral("Pendra File.pdr");
-  const VTServer* vantor = checks_.myVTConnection();
+  const VantorConnection* vantor = checks_.connection();
   const auto company = vantor ? vantor->getCompanyFileName() : std::nullopt;
   return documentNameFor(company.value_or(QStringLiteral("(null)")), view_.selectedName());
 }
@@ -153,11 +153,11 @@ QString SetupFlow::proposedName() const {
 /// False when there is no such document now; the notice line has said why, and the window stays.
 bool SetupFlow::makeDocument(const QString& path) {
   // The document that setup was opened for goes first: it may be the very file that is chosen.
-  const CorvelFileDoc* open = session_.theFileDoc();
-  if (session_.hasReadDocument() && open->fileURL() != path) saveAction(session_);
+  const OpenDocument* open = session_.document();
+  if (session_.hasReadDocument() && open->path() != path) saveAction(session_);
   session_.clearDoc();
-  session_.setMyContext(nullptr);
-  session_.setMyDoc(nullptr);
+  session_.setContext(nullptr);
+  session_.setSettings(nullptr);
   if (const auto made = PersistentStore::makeEmptyFile(path); !made) {
     session_.notices().post({.key = kNoticeKey,
                              .text = formatted(u"“%@” could not be created: %@.",
@@ -166,13 +166,13 @@ bool SetupFlow::makeDocument(const QString& path) {
     return false;
   }
   session_.notices().withdraw(kNoticeKey);
-  loadURL(session_, path);
+  loadDocument(session_, path);
   saveAction(session_);
   return session_.hasReadDocument();
 }
 
 void SetupFlow::writeIdentity(bool standalone) {
-  ObjectContext& context = *session_.myContext();
+  ObjectContext& context = *session_.context();
   auto& document = firstOrNew(context, queries::firstDocument(context));
   auto& identity = firstOrNew(context, queries::firstIdentity(context));
   identity.setEmployeeName(standalone ? QStringLiteral("Me") : view_.selectedName());
@@ -180,8 +180,8 @@ void SetupFlow::writeIdentity(bool standalone) {
   identity.setCompanyFileName(standalone ? std::optional(QStringLiteral("")) : company_);
   document.setStandalone(standalone);
   document.setIdentity(&identity);
-  session_.setMyStandalone(standalone);
-  session_.setMyDoc(&document);
+  session_.setStandalone(standalone);
+  session_.setSettings(&document);
   if (const auto saved = saveContext(session_); !saved) {
     logLine(formatted(u"Save Error = %@", {saved.error().text}));
   }
@@ -189,14 +189,14 @@ void SetupFlow::writeIdentity(bool standalone) {
 
 void SetupFlow::beginStandalone() {
   createNewTimer(session_);
-  session_.ports().menus.removeVTMenus();
+  session_.ports().menus.hideVantorItems();
 }
 
 void SetupFlow::beginLinked() {
   display_.loading = true;
   show();
   try {
-    lists_.loadVTData();
+    lists_.loadLists();
   } catch (const IPCException& failure) {
     // The document stands all the same; its lists can be fetched later.
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));

@@ -14,31 +14,31 @@ namespace {
 const QString kAgainNoticeKey = QStringLiteral("send again");
 }
 
-void Submission::submitAllTime() {
-  if (!parts_.session.myContext()) return;
+void Submission::sendAllTime() {
+  if (!parts_.session.context()) return;
   const ConnectionChecks::Closing closing(parts_.checks);
-  if (!parts_.checks.checkVTCompanyFile() || !pendra::checkForRunningTimers(parts_.session)) return;
-  submitSelectedPeriods();
+  if (!parts_.checks.checkCompany() || !pendra::checkForRunningTimers(parts_.session)) return;
+  sendSelectedTime();
 }
 
-void Submission::submitSelectedPeriods() {
-  if (!parts_.session.myContext() || !pendra::checkForRunningTimers(parts_.session)) return;
+void Submission::sendSelectedTime() {
+  if (!parts_.session.context() || !pendra::checkForRunningTimers(parts_.session)) return;
   const ConnectionChecks::Closing closing(parts_.checks);
-  if (!parts_.checks.checkVTCompanyFile()) return;
+  if (!parts_.checks.checkCompany()) return;
   const auto again = settleUnknownFates(parts_.session);
   if (!again) return parts_.rows.reloadData();                   // some may have been answered
   parts_.session.notices().withdraw(kSendNoticeKey.toString());  // it told of the sending before
   sayWhatIsLeftOut(*again);
-  saveAccountsWithJobSet();
+  noteJobs();
   refreshLists();
   showSummary();
   parts_.rows.clearSelection();
 }
 
 /// Only the rows that are considered go out, whatever the user has just been asked about.
-void Submission::sayWhatIsLeftOut(const std::vector<Ref<TimePeriod>>& again) const {
+void Submission::sayWhatIsLeftOut(const std::vector<Ref<TimeEntry>>& again) const {
   const auto rows = parts_.rows.consideredRows();
-  const auto isLeftOut = [&rows](const Ref<TimePeriod>& entry) {
+  const auto isLeftOut = [&rows](const Ref<TimeEntry>& entry) {
     return std::none_of(rows.begin(), rows.end(),
                         [&entry](const SubmissionRow& row) { return entry == row.period; });
   };
@@ -62,21 +62,21 @@ void Submission::refreshLists() {
   parts_.lists.updateServicesList();
 }
 
-void Submission::saveAccountsWithJobSet() {
-  myJobSet_.emplace();
+void Submission::noteJobs() {
+  jobsBefore_.emplace();
   for (const SubmissionRow& row : parts_.rows.consideredRows()) {
     if (!row.period || !row.activity || row.period->submittedSeconds() >= 1.0) continue;
-    if (row.activity->job()) myJobSet_->insert(row.activity->objectID());
+    if (row.activity->job()) jobsBefore_->insert(row.activity->objectID());
   }
 }
 
 bool Submission::lostItsJob(const Activity& activity) const {
-  return myJobSet_ && !activity.job() && myJobSet_->contains(activity.objectID());
+  return jobsBefore_ && !activity.job() && jobsBefore_->contains(activity.objectID());
 }
 
 void Submission::showSummary() {
-  const bool confirmed = parts_.summary.runModal(summaryLines(parts_.rows.consideredRows())) == 1;
-  const bool sentAll = confirmed && sendPeriodsToVT();
+  const bool confirmed = parts_.summary.run(summaryLines(parts_.rows.consideredRows())) == 1;
+  const bool sentAll = confirmed && sendEntries();
   parts_.summary.close();
   if (!sentAll) return parts_.rows.reloadData();  // an answer about an earlier record may have changed rows
   parts_.session.ports().alerts.beginSheet(

@@ -21,7 +21,7 @@ std::vector<SummaryLine> summaryLines(const std::vector<SubmissionRow>& rows) {
       totals[*found] += row.period->storedDuration();
     }
   }
-  for (std::size_t at = 0; at < lines.size(); ++at) lines[at].totalduration = durationText(totals[at]);
+  for (std::size_t at = 0; at < lines.size(); ++at) lines[at].duration = durationText(totals[at]);
   return lines;
 }
 

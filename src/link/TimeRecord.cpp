@@ -5,7 +5,7 @@
 #include "model/Identity.h"
 #include "model/Job.h"
 #include "model/Service.h"
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 #include "platform/Text.h"
 
 namespace pendra {
@@ -23,7 +23,7 @@ QString recordOf(const Item* item) {
 
 }  // namespace
 
-QString createActivityXML(const Activity& activity, const TimePeriod& forPeriod, const Identity* identity) {
+QString timeRecord(const Activity& activity, const TimeEntry& forPeriod, const Identity* identity) {
   const double start = forPeriod.start() ? forPeriod.start()->seconds + kUnixToReference : 0.0;
   // Kept: the empty customer stands in addition to the filled one, and a job's parent is the job itself.
   return formatted(

@@ -10,7 +10,7 @@ namespace pendra {
 
 namespace {
 
-using Entries = std::vector<TimePeriod*>;
+using Entries = std::vector<TimeEntry*>;
 
 const QString kDoubtNoticeKey = QStringLiteral("unknown fates");
 
@@ -18,7 +18,7 @@ const QString kDoubtNoticeKey = QStringLiteral("unknown fates");
 std::vector<Entries> recordsInDoubt(const ObjectContext& context) {
   std::vector<Entries> records;
   std::map<std::pair<double, qint64>, std::size_t> known;
-  for (TimePeriod* entry : context.all<TimePeriod>()) {
+  for (TimeEntry* entry : context.all<TimeEntry>()) {
     if (!entry->sendingSince() || !entry->activity()) continue;
     const std::pair key(entry->sendingSince()->seconds, entry->activity()->objectID());
     const auto [found, isNew] = known.emplace(key, records.size());
@@ -32,7 +32,7 @@ std::vector<Entries> recordsInDoubt(const ObjectContext& context) {
 QString timeOf(const Entries& entries, const Calendar& calendar) {
   double seconds = 0;
   Instant start = entries.front()->start().value_or(kReferenceInstant);
-  for (const TimePeriod* entry : entries) {
+  for (const TimeEntry* entry : entries) {
     seconds += entry->storedDuration();
     start = std::min(start, entry->start().value_or(start));
   }
@@ -54,25 +54,25 @@ int ask(Session& session, const Entries& entries) {
 
 }  // namespace
 
-Result<void> markSending(Session& session, std::span<TimePeriod* const> entries) {
+Result<void> markSending(Session& session, std::span<TimeEntry* const> entries) {
   const Instant now = session.ports().clock.now();
-  for (TimePeriod* entry : entries) entry->setSendingSince(now);
+  for (TimeEntry* entry : entries) entry->setSendingSince(now);
   auto saved = saveContext(session);
   if (!saved) unmarkSending(entries);
   return saved;
 }
 
-void unmarkSending(std::span<TimePeriod* const> entries) {
-  for (TimePeriod* entry : entries) entry->setSendingSince(std::nullopt);
+void unmarkSending(std::span<TimeEntry* const> entries) {
+  for (TimeEntry* entry : entries) entry->setSendingSince(std::nullopt);
 }
 
-void markSent(TimePeriod& entry, Instant now) {
+void markSent(TimeEntry& entry, Instant now) {
   entry.setDateSubmitted(now);
   entry.setSendingSince(std::nullopt);
 }
 
 void postUnknownFates(Session& session) {
-  const auto records = recordsInDoubt(*session.myContext());
+  const auto records = recordsInDoubt(*session.context());
   if (records.empty()) return session.notices().withdraw(kDoubtNoticeKey);
   const QString one = activityTitle(*records.front().front()->activity());
   session.notices().post(
@@ -89,12 +89,12 @@ void postUnknownFates(Session& session) {
        .ofDocument = true});
 }
 
-std::optional<std::vector<Ref<TimePeriod>>> settleUnknownFates(Session& session) {
-  std::vector<Ref<TimePeriod>> again;
-  for (const Entries& entries : recordsInDoubt(*session.myContext())) {
+std::optional<std::vector<Ref<TimeEntry>>> settleUnknownFates(Session& session) {
+  std::vector<Ref<TimeEntry>> again;
+  for (const Entries& entries : recordsInDoubt(*session.context())) {
     const int answer = ask(session, entries);
     if (answer == kFirstButton) {
-      for (TimePeriod* entry : entries) markSent(*entry, *entry->sendingSince());
+      for (TimeEntry* entry : entries) markSent(*entry, *entry->sendingSince());
     } else if (answer == kSecondButton) {
       unmarkSending(entries);
       again.insert(again.end(), entries.begin(), entries.end());

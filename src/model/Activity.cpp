@@ -1,10 +1,10 @@
 #include "model/Activity.h"
 
-#include "model/CorvelDoc.h"
 #include "model/Customer.h"
+#include "model/DocumentSettings.h"
 #include "model/Job.h"
 #include "model/Service.h"
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 #include "store/ObjectContext.h"
 
 namespace pendra {
@@ -15,7 +15,7 @@ const EntityDescriptor& Activity::descriptor() {
       toOne<&Activity::customer_, Customer>("customer", "activities"),
       toOne<&Activity::job_, Job>("job", "activities"),
       toOne<&Activity::service_, Service>("service", "activity"),
-      toOne<&Activity::document_, CorvelDoc>("document", "activities"),
+      toOne<&Activity::document_, DocumentSettings>("document", "activities"),
       text<&Activity::notes_>("notes"),
       boolean<&Activity::billable_>("billable"),
       boolean<&Activity::shouldAutoStartTimer_>("shouldAutoStartTimer"),
@@ -24,7 +24,7 @@ const EntityDescriptor& Activity::descriptor() {
       boolean<&Activity::lostJob_>("lostJob"),
       boolean<&Activity::lostService_>("lostService"),
       text<&Activity::submitError_>("submitError"),
-      toMany<&Activity::timePeriod_, TimePeriod>("timePeriod", "activity", DeleteRule::Cascade),
+      toMany<&Activity::entries_, TimeEntry>("timePeriod", "activity", DeleteRule::Cascade),
   };
   static constexpr EntityDescriptor kDescriptor{"Activity", kProperties, &make<Activity>};
   return kDescriptor;
@@ -36,8 +36,8 @@ Job* Activity::job() const { return job_.get(); }
 void Activity::setJob(Job* job) { relate(job_, job); }
 Service* Activity::service() const { return service_.get(); }
 void Activity::setService(Service* service) { relate(service_, service); }
-CorvelDoc* Activity::document() const { return document_.get(); }
-void Activity::setDocument(CorvelDoc* document) { relate(document_, document); }
+DocumentSettings* Activity::document() const { return document_.get(); }
+void Activity::setDocument(DocumentSettings* document) { relate(document_, document); }
 
 Activity::Loss Activity::loss() const {
   return {.customer = lostCustomer_ == true && !customer(),
@@ -57,29 +57,25 @@ void Activity::forgetLoss() {
   assign(lostService_, std::optional<bool>());
 }
 
-TimePeriod* Activity::runningTimePeriod() const { return runningTimePeriod_.get(); }
+TimeEntry* Activity::runningEntry() const { return runningEntry_.get(); }
 
 void Activity::stop() {
-  if (TimePeriod* running = runningTimePeriod()) running->stopTimer();
-  runningTimePeriod_ = {};
+  if (TimeEntry* running = runningEntry()) running->stopTimer();
+  runningEntry_ = {};
 }
 
-TimePeriod& Activity::addTimePeriod() {
-  auto& period = context()->insert<TimePeriod>();
+TimeEntry& Activity::addEntry() {
+  auto& period = context()->insert<TimeEntry>();
   period.setStart(context()->clock().now());
   period.setActivity(this);
   return period;
 }
 
-TimePeriod& Activity::startNewTimePeriod() {
-  TimePeriod& period = addTimePeriod();
+TimeEntry& Activity::startEntry() {
+  TimeEntry& period = addEntry();
   period.startTimer();
-  runningTimePeriod_ = &period;
+  runningEntry_ = &period;
   return period;
-}
-
-void Activity::deletTimePeriod(TimePeriod& period) {
-  if (context()) context()->deleteObject(period);
 }
 
 ActivityTimes Activity::storedTimes(const Today& today) const {
@@ -93,16 +89,11 @@ ActivityTimes Activity::storedTimes(const Today& today) const {
 
 ActivityTimes Activity::sumOfEntries(const Today& today) const {
   ActivityTimes times;
-  for (const TimePeriod* period : timePeriod_.get()) {
+  for (const TimeEntry* period : entries_.get()) {
     times.total += period->storedDuration();
     if (period->start() && today.contains(*period->start())) times.today += period->storedDuration();
   }
   return times;
-}
-
-QString Activity::billableImage() const {
-  return billable_.value_or(false) ? QStringLiteral("CheckBox_SmallControl_Selected")
-                                   : QStringLiteral("CheckBox_SmallControl_Unselected");
 }
 
 }  // namespace pendra

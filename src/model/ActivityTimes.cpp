@@ -2,7 +2,7 @@
 
 #include "model/Activity.h"
 #include "model/DurationText.h"
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 
 namespace pendra {
 
@@ -13,13 +13,13 @@ Today::Today(Instant now, const Calendar& calendar)
 ActivityTimes timesOf(const Activity& activity, const Today& today) {
   ActivityTimes times = activity.storedTimes(today);
   // Kept: a running entry that already holds a duration counts both.
-  const double elapsed = activity.isRunning() ? activity.runningTimePeriod()->curElapsedTime() : 0;
+  const double elapsed = activity.isRunning() ? activity.runningEntry()->elapsed() : 0;
   times.total += elapsed;
   times.today += elapsed;
   return times;
 }
 
-TimeStrings getTimeStringsForActivity(const Activity& activity, const Today& today) {
+TimeTexts timeTextsOf(const Activity& activity, const Today& today) {
   const ActivityTimes times = timesOf(activity, today);
   return {.total = durationText(times.total), .today = durationText(times.today)};
 }

@@ -1,7 +1,7 @@
 #include "model/Customer.h"
 
 #include "model/Activity.h"
-#include "model/CorvelDoc.h"
+#include "model/DocumentSettings.h"
 #include "model/Job.h"
 
 namespace pendra {
@@ -15,20 +15,13 @@ const EntityDescriptor& Customer::descriptor() {
       number<&Customer::index_>("index"),
       toMany<&Customer::jobs_, Job>("jobs", "customer", DeleteRule::Cascade),
       toMany<&Customer::activities_, Activity>("activities", "customer"),
-      toOne<&Customer::document_, CorvelDoc>("document", "customers"),
+      toOne<&Customer::document_, DocumentSettings>("document", "customers"),
   };
   static constexpr EntityDescriptor kDescriptor{"Customer", kProperties, &make<Customer>};
   return kDescriptor;
 }
 
-CorvelDoc* Customer::document() const { return document_.get(); }
-void Customer::setDocument(CorvelDoc* document) { relate(document_, document); }
-
-int Customer::compare(const Customer& other) const {
-  const auto view = [](const std::optional<QString>& name) {
-    return name ? QStringView(*name) : QStringView();
-  };
-  return view(name_).compare(view(other.name_));
-}
+DocumentSettings* Customer::document() const { return document_.get(); }
+void Customer::setDocument(DocumentSettings* document) { relate(document_, document); }
 
 }  // namespace pendra

@@ -1,6 +1,6 @@
 #include "model/Identity.h"
 
-#include "model/CorvelDoc.h"
+#include "model/DocumentSettings.h"
 
 namespace pendra {
 
@@ -9,7 +9,7 @@ const EntityDescriptor& Identity::descriptor() {
   static constexpr PropertyDescriptor kProperties[] = {
       text<&Identity::companyFileName_>("companyFileName"),
       text<&Identity::employeeName_>("employeeName"),
-      toMany<&Identity::documents_, CorvelDoc>("documents", "identity"),
+      toMany<&Identity::documents_, DocumentSettings>("documents", "identity"),
   };
   static constexpr EntityDescriptor kDescriptor{"Identity", kProperties, &make<Identity>};
   return kDescriptor;

@@ -39,9 +39,16 @@ Identity* firstIdentity(const ObjectContext& context) {
   return all.empty() ? nullptr : all[0];
 }
 
-CorvelDoc* firstDocument(const ObjectContext& context) {
-  const auto all = context.all<CorvelDoc>();
+DocumentSettings* firstDocument(const ObjectContext& context) {
+  const auto all = context.all<DocumentSettings>();
   return all.empty() ? nullptr : all[0];
+}
+
+int compareNames(const std::optional<QString>& one, const std::optional<QString>& other) {
+  const auto view = [](const std::optional<QString>& name) {
+    return name ? QStringView(*name) : QStringView();
+  };
+  return view(one).compare(view(other));
 }
 
 void sortIgnoringCase(QStringList& names) {

@@ -21,14 +21,12 @@ ContainedView::ContainedView(QWidget* parent) : QWidget(parent) {
 
 bool ContainedView::eventFilter(QObject* watched, QEvent* event) {
   if (watched == parent() && event->type() == QEvent::Resize) {
-    resizeWithOldSuperviewSize(static_cast<QResizeEvent*>(event)->oldSize());
+    followContainer(static_cast<QResizeEvent*>(event)->oldSize());
   }
   return QWidget::eventFilter(watched, event);
 }
 
-void ContainedView::resizeWithOldSuperviewSize(const QSize&) {
-  setGeometry(frameIn(parentWidget()->size()).toRect());
-}
+void ContainedView::followContainer(const QSize&) { setGeometry(frameIn(parentWidget()->size()).toRect()); }
 
 QRectF PendraTopView::frameIn(const QSizeF& container) const { return topViewFrame(x(), container); }
 

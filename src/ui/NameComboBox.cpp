@@ -58,11 +58,11 @@ void NameComboBox::reloadItems() {
   const QSignalBlocker silent(this);
   const QSignalBlocker silentEdit(edit_);
   const QString text = this->text();
-  const QStringList names = rules_.dataArray ? rules_.dataArray() : QStringList();
+  const QStringList names = rules_.names ? rules_.names() : QStringList();
   clear();
   addItems(names);
   listItems_->setStringList(names);
-  const qint64 index = indexOfItemWithStringValue(names, text);
+  const qint64 index = indexOfName(names, text);
   setCurrentIndex(index == kNotFound ? -1 : static_cast<int>(index));
   setEditText(text);
 }
@@ -81,8 +81,8 @@ void NameComboBox::typed(const QString& text) {
 /// Puts the rest of the first fitting name behind what was typed, selected, so that typing goes over it.
 void NameComboBox::complete(const QString& typedText) {
   if (typedText.isEmpty()) return;
-  const QStringList names = rules_.dataArray ? rules_.dataArray() : QStringList();
-  const QString whole = completedString(names, typedText);
+  const QStringList names = rules_.names ? rules_.names() : QStringList();
+  const QString whole = completedName(names, typedText);
   if (rules_.opensListWhileTyping) openList(typedText);
   if (whole.size() <= typedText.size()) return;
   edit_->setText(whole);
@@ -116,7 +116,7 @@ void NameComboBox::pick() {
 bool NameComboBox::mayLeave() {
   if (asking_) return false;
   asking_ = true;
-  const bool may = !rules_.shouldEndEditing || rules_.shouldEndEditing();
+  const bool may = !rules_.mayLeave || rules_.mayLeave();
   asking_ = false;
   if (may && text() != pickedText_) {
     pickedText_ = text();

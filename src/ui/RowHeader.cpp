@@ -23,7 +23,7 @@ void drawSortSign(QPainter& painter, const QPointF& middle, bool ascending, cons
       QPolygonF{middle + QPointF(-4, -tip), middle + QPointF(4, -tip), middle + QPointF(0, tip)});
 }
 
-void drawHead(QPainter& painter, const QRect& content, const ColumnHead& head, const SortDescriptor& sort) {
+void drawHead(QPainter& painter, const QRect& content, const ColumnHead& head, const SortOrder& sort) {
   const bool sorted = head.sortable && sort.key == head.identifier && !head.title.isEmpty();
   const int sign = sorted ? kSignGap + kSignWidth : 0;
   const QString title = painter.fontMetrics().elidedText(head.title, Qt::ElideRight, content.width() - sign);
@@ -72,7 +72,7 @@ void RowHeader::paintSection(QPainter* painter, const QRect& rect, int section) 
   painter->setFont(headFont());
   painter->setPen(colours.quiet);
   drawHead(*painter, RowDelegate::contentRect(rect, section, source.columnCount()), source.head(section),
-           source.sortDescriptor());
+           source.sortOrder());
   painter->restore();
 }
 

@@ -84,7 +84,7 @@ void RowTableView::setSource(TableSource& source) {
   connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &RowTableView::rememberSelection);
   connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
     rememberSelection();
-    Q_EMIT selectionDidChange();
+    Q_EMIT selectionChanged();
   });
   distributeWidths();
   placeEmptyState();
@@ -122,16 +122,16 @@ void RowTableView::selectRows(const std::vector<int>& rows) {
   if (present.empty()) return clearSelection();
   selectSilently(present, present.front(), std::max(0, currentIndex().column()));
   scrollTo(model_->index(present.front(), currentIndex().column()));
-  Q_EMIT selectionDidChange();
+  Q_EMIT selectionChanged();
 }
 
 void RowTableView::clearSelection() { QTableView::clearSelection(); }
 
-QString RowTableView::sortKey() const { return model_ ? model_->source().sortDescriptor().key : QString(); }
+QString RowTableView::sortKey() const { return model_ ? model_->source().sortOrder().key : QString(); }
 
-bool RowTableView::sortAscending() const { return !model_ || model_->source().sortDescriptor().ascending; }
+bool RowTableView::sortAscending() const { return !model_ || model_->source().sortOrder().ascending; }
 
-void RowTableView::setSortDescriptor(const SortDescriptor& descriptor) {
+void RowTableView::setSortOrder(const SortOrder& descriptor) {
   model_->sortBy(descriptor);
   horizontalHeader()->viewport()->update();
 }
@@ -140,8 +140,8 @@ void RowTableView::clickHead(int section) {
   const ColumnHead& head = model_->source().head(section);
   if (head.sortable) {
     const bool again = sortKey() == head.identifier;
-    setSortDescriptor({head.identifier, again ? !sortAscending() : true});
-    Q_EMIT sortDescriptorsDidChange();
+    setSortOrder({head.identifier, again ? !sortAscending() : true});
+    Q_EMIT sortChanged();
   }
   Q_EMIT headClicked(head.identifier);
 }
@@ -212,7 +212,7 @@ void RowTableView::restoreSelection() {
   selectSilently(rows, current, before.currentColumn);
   verticalScrollBar()->setValue(before.scroll);
   placeEmptyState();
-  if (rows.size() < before.selected.size()) Q_EMIT selectionDidChange();
+  if (rows.size() < before.selected.size()) Q_EMIT selectionChanged();
 }
 
 void RowTableView::selectSilently(const std::vector<int>& rows, int current, int column) {

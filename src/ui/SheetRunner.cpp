@@ -6,7 +6,7 @@ namespace pendra {
 
 static_assert(SheetRunner::kAccepted == QDialog::Accepted && SheetRunner::kCancelled == QDialog::Rejected);
 
-int SheetRunner::runModal(QDialog& sheet) {
+int SheetRunner::run(QDialog& sheet) {
   sheet.setWindowModality(Qt::ApplicationModal);
   const ModalDepth::Run run(modals_);
   return sheet.exec();

@@ -30,7 +30,7 @@ void TableModel::updateRow(int row) {
   Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
 }
 
-void TableModel::sortBy(const SortDescriptor& descriptor) {
+void TableModel::sortBy(const SortOrder& descriptor) {
   beginResetModel();
   source_.sortBy(descriptor);
   endResetModel();
@@ -118,8 +118,8 @@ Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {
 }
 
 bool TableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-  if (role != Qt::EditRole || !index.isValid() || !edits_.setObjectValue) return false;
-  edits_.setObjectValue(value.toString(), source_.head(index.column()).identifier, index.row());
+  if (role != Qt::EditRole || !index.isValid() || !edits_.setValue) return false;
+  edits_.setValue(value.toString(), source_.head(index.column()).identifier, index.row());
   return true;
 }
 

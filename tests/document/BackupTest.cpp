@@ -21,7 +21,7 @@ using testing::IsEmpty;
 class Backup : public testing::Test, protected TestSession {
  protected:
   Backup() {
-    loadURL(session, path("Work.pdr"));
+    loadDocument(session, path("Work.pdr"));
     windows.load(Interface::TimerWindow);
     addCustomer(QStringLiteral("Acme"));
     saveAction(session);
@@ -32,7 +32,7 @@ class Backup : public testing::Test, protected TestSession {
   }
   void backUpTo(const char* name) {
     panels.willChoose(path(name));
-    saveDocumentAs(session);
+    backUpDocument(session);
   }
   std::string noticeText() {
     const auto& standing = session.notices().standing();
@@ -53,8 +53,8 @@ TEST_F(Backup, IsACopyOfWhatWasJustSavedAndTheDocumentGoesOn) {
   EXPECT_EQ(contentsOf(path("Noon.pdrbackup")), contentsOf(path("Work.pdr")));
   EXPECT_EQ(customersIn(path("Noon.pdrbackup")), 2U);
   EXPECT_THAT(windows.loaded(), ElementsAre(Interface::TimerWindow)) << "the same document, opened again";
-  EXPECT_EQ(session.theFileDoc()->fileURL(), path("Work.pdr"));
-  EXPECT_EQ(getLastOpenURL(session), path("Work.pdr"));
+  EXPECT_EQ(session.document()->path(), path("Work.pdr"));
+  EXPECT_EQ(lastDocumentPath(session), path("Work.pdr"));
   addCustomer(QStringLiteral("Afternoon"));
   ASSERT_TRUE(saveContext(session));
   EXPECT_EQ(customersIn(path("Noon.pdrbackup")), 2U) << "nothing writes to a backup";
@@ -96,30 +96,30 @@ TEST_F(Backup, LeavesAFileThatHasTheNameAlone) {
 
 TEST_F(Backup, StopsTimersFirstOrDoesNothing) {
   auto& activity = addActivity(nullptr, nullptr);
-  activity.startNewTimePeriod();
+  activity.startEntry();
   clock.advance(60);
   alerts.willAnswer({"Cancel"});
-  saveDocumentAs(session);
+  backUpDocument(session);
   EXPECT_THAT(panels.savePanels(), IsEmpty());
   EXPECT_TRUE(activity.isRunning());
   alerts.willAnswer({"OK"});
-  panels.whileOpen([&] { activity.startNewTimePeriod(); });
+  panels.whileOpen([&] { activity.startEntry(); });
   backUpTo("Noon.pdrbackup");
-  EXPECT_EQ(session.myContext()->all<TimePeriod>()[0]->duration(), 60);
-  EXPECT_EQ(session.myContext()->all<TimePeriod>()[1]->duration(), 0) << "not lost: stopped, not halted";
+  EXPECT_EQ(session.context()->all<TimeEntry>()[0]->duration(), 60);
+  EXPECT_EQ(session.context()->all<TimeEntry>()[1]->duration(), 0) << "not lost: stopped, not halted";
 }
 
 TEST_F(Backup, IsOfTheDocumentForWhichThePanelWasOpened) {
-  panels.whileOpen([&] { loadURL(session, path("Other.pdr")); });
+  panels.whileOpen([&] { loadDocument(session, path("Other.pdr")); });
   backUpTo("Noon.pdrbackup");
   EXPECT_FALSE(files().contains(QStringLiteral("Noon.pdrbackup")));
   EXPECT_THAT(noticeText(), HasSubstr("the document that it was meant for is closed"));
-  EXPECT_EQ(session.theFileDoc()->fileURL(), path("Other.pdr"));
+  EXPECT_EQ(session.document()->path(), path("Other.pdr"));
 }
 
 TEST_F(Backup, ThatIsCancelledChangesNothing) {
   panels.willCancel();
-  saveDocumentAs(session);
+  backUpDocument(session);
   EXPECT_THAT(files(), ElementsAre("Work.pdr"));
   EXPECT_THAT(windows.loaded(), IsEmpty());
 }
@@ -132,7 +132,7 @@ TEST_F(Backup, OnADiskThatFillsUpAtAnyWriteLeavesNoHalf) {
     }
     EXPECT_THAT(noticeText(), HasSubstr("File too large")) << room;
     ASSERT_THAT(files(), ElementsAre("Work.pdr")) << room;
-    ASSERT_EQ(session.myContext()->all<Customer>().size(), 1U);
+    ASSERT_EQ(session.context()->all<Customer>().size(), 1U);
   }
   backUpTo("Noon.pdrbackup");
   EXPECT_EQ(customersIn(path("Noon.pdrbackup")), 1U);
@@ -152,7 +152,7 @@ TEST_P(BackupOfAReplacedFile, KeepsOpenWhatCannotBeSaved) {
   addCustomer(QStringLiteral("Only in memory"));
   backUpTo("Noon.pdrbackup");
   EXPECT_THAT(noticeText(), HasSubstr(GetParam().reason));
-  EXPECT_EQ(session.myContext()->all<Customer>().size(), 2U);
+  EXPECT_EQ(session.context()->all<Customer>().size(), 2U);
   EXPECT_FALSE(files().contains(QStringLiteral("Noon.pdrbackup")));
   EXPECT_THAT(contentsOf(path("Work.pdr")), testing::AnyOf("", "somebody else's"));
   EXPECT_THAT(windows.loaded(), IsEmpty()) << "the window stays open";
@@ -171,7 +171,7 @@ TEST_F(Backup, OfADocumentWhoseFileVanishedHoldsEverything) {
   addCustomer(QStringLiteral("Zed"));
   backUpTo("Noon.pdrbackup");
   EXPECT_EQ(customersIn(path("Noon.pdrbackup")), 2U);
-  EXPECT_EQ(session.myContext()->all<Customer>().size(), 2U);
+  EXPECT_EQ(session.context()->all<Customer>().size(), 2U);
 }
 
 struct Place {
@@ -190,7 +190,7 @@ TEST_P(BackupTo, APlaceThatTakesNoneSaysWhereAndWhy) {
   backUpTo(GetParam().target);
   EXPECT_THAT(noticeText(), HasSubstr(GetParam().notice));
   EXPECT_THAT(files(), ElementsAre("Work.pdr"));
-  EXPECT_EQ(session.myContext()->all<Customer>().size(), 1U) << "the document is open again";
+  EXPECT_EQ(session.context()->all<Customer>().size(), 1U) << "the document is open again";
 }
 
 INSTANTIATE_TEST_SUITE_P(Targets, BackupTo,
@@ -230,7 +230,7 @@ TEST_F(Restore, WarnsNumbersAsksAndOpensTheCopy) {
   EXPECT_EQ(panel.proposedName, "Work 01-02-20262.pdr");
   EXPECT_EQ(alerts.last().message, "File restored");
   EXPECT_EQ(alerts.last().informative, "Your restored file is named Restored.pdr");
-  EXPECT_EQ(getLastOpenURL(session), path("Restored.pdr"));
+  EXPECT_EQ(lastDocumentPath(session), path("Restored.pdr"));
   addCustomer(QStringLiteral("Zed"));
   ASSERT_TRUE(saveContext(session));
   EXPECT_EQ(contentsOf(backup()), before);
@@ -240,7 +240,7 @@ TEST_F(Restore, OfABackupThatMayNotBeWrittenToMakesADocumentThatMay) {
   QFile::setPermissions(backup(), QFile::ReadOwner | QFile::ReadGroup);
   alerts.willAnswer({"Continue"});
   panels.willChoose(path("Restored.pdr"));
-  loadURL(session, backup());
+  loadDocument(session, backup());
   EXPECT_TRUE(QFileInfo(path("Restored.pdr")).permissions() & QFile::WriteOwner);
   EXPECT_EQ(session.ports().defaults.texts(preferences::kRecentDocuments).mid(0, 2),
             QStringList({path("Restored.pdr"), backup()}));
@@ -252,7 +252,7 @@ TEST_F(Restore, DeclinedOrCancelledMakesNothing) {
   EXPECT_FALSE(checkForBackupFile(session, backup()));
   EXPECT_TRUE(checkForBackupFile(session, path("Work.pdr")));
   panels.willCancel();
-  EXPECT_EQ(copyBackup(session, backup()), std::nullopt);
+  EXPECT_EQ(restoreBackup(session, backup()), std::nullopt);
   EXPECT_EQ(files(), before);
 }
 
@@ -261,12 +261,12 @@ TEST_F(Restore, ReplacesTheChosenFileOnlyByAWholeCopy) {
   for (rlim_t room = 0; room < 32'768; room += 2048) {
     const FileSizeLimit limit(room);
     panels.willChoose(path("Old.pdr"));
-    ASSERT_EQ(copyBackup(session, backup()), std::nullopt);
+    ASSERT_EQ(restoreBackup(session, backup()), std::nullopt);
     ASSERT_EQ(contentsOf(path("Old.pdr")), "precious") << room;
   }
   EXPECT_THAT(noticeText(), HasSubstr(path("Old.pdr").toStdString() + "”: File too large"));
   panels.willChoose(path("Old.pdr"));
-  EXPECT_EQ(copyBackup(session, backup()), path("Old.pdr"));
+  EXPECT_EQ(restoreBackup(session, backup()), path("Old.pdr"));
   EXPECT_EQ(contentsOf(path("Old.pdr")), contentsOf(backup()));
   EXPECT_FALSE(QFile::exists(path("Old.pdr-journal")));
   EXPECT_EQ(noticeText(), "");
@@ -293,7 +293,7 @@ TEST_P(FailedRestore, SaysWhyAndOpensNothing) {
   const OrdinaryUser user;
   alerts.forget();
   panels.willChoose(path(GetParam().target));
-  EXPECT_EQ(copyBackup(session, path(GetParam().backup)), std::nullopt);
+  EXPECT_EQ(restoreBackup(session, path(GetParam().backup)), std::nullopt);
   EXPECT_THAT(noticeText(), HasSubstr(GetParam().reason));
   EXPECT_THAT(alerts.messages(), IsEmpty());
   EXPECT_EQ(contentsOf(path("old.pdr")), "precious");

@@ -27,8 +27,8 @@ TEST_P(ChecksTest, RefusesOnceAndCloses) {
   identity().setCompanyFileName(GetParam().stored);
 
   const bool passes = !GetParam().refusal;
-  EXPECT_EQ(checks.checkVTCompanyFile(), passes);
-  EXPECT_EQ(checks.myVTConnection() != nullptr, passes);
+  EXPECT_EQ(checks.checkCompany(), passes);
+  EXPECT_EQ(checks.connection() != nullptr, passes);
   EXPECT_EQ(vantor.openChannels, passes ? 1 : 0);
   EXPECT_EQ(desk.alerts.messages(), passes ? QStringList() : QStringList(GetParam().refusal));
   if (!GetParam().running) {
@@ -58,25 +58,25 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(LinkTest, AMissingChannelIsAWrongVersionAndIsTriedAgain) {
   vantor.hasChannel = false;
-  EXPECT_FALSE(checks.checkVTCompanyFile());
+  EXPECT_FALSE(checks.checkCompany());
   EXPECT_EQ(desk.alerts.last().message, QString(kVersion));
   EXPECT_EQ(desk.alerts.last().informative,
             QString("In Vantor, choose Vantor>Check for Vantor Updates to get the latest version."));
   vantor.hasChannel = true;
-  EXPECT_TRUE(checks.checkVTCompanyFile());
+  EXPECT_TRUE(checks.checkCompany());
 }
 
 TEST_F(LinkTest, TheSocketsLieInPendrasFolderOfTheCaches) {
-  checks.openVTConenction();
+  checks.openConnection();
   const QString folder = desk.places.caches + "/com.corvel.pendra/";
   EXPECT_EQ(vantor.socketPaths, (QStringList{folder + "vtserver.socket", folder + "pdclient.socket"}));
 }
 
 TEST_F(LinkTest, AFreshConnectionReplacesTheOldOne) {
-  checks.openVTConenction();
-  checks.openVTConenction();
+  checks.openConnection();
+  checks.openConnection();
   EXPECT_EQ(vantor.openChannels, 1);
-  checks.closeVTConnection();
+  checks.closeConnection();
   EXPECT_EQ(vantor.openChannels, 0);
 }
 
@@ -84,7 +84,7 @@ TEST_F(LinkTest, WithoutACachesFolderThereIsNoServer) {
   desk.places.caches = desk.places.path("file");
   ASSERT_TRUE(writeFile(desk.places.caches, "x"));
   const LogCapture log;
-  EXPECT_FALSE(checks.checkVTCompanyFile());
+  EXPECT_FALSE(checks.checkCompany());
   EXPECT_EQ(desk.alerts.last().message, QString(kStart));
   EXPECT_THAT(log.lines(),
               testing::ElementsAre(testing::ResultOf(

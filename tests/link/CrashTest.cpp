@@ -116,7 +116,7 @@ void makeDocument(const SendingPlace& place) {
       desk.addPeriod(activity, "2026-11-24T07:00:00Z", kSeconds);
     }
   }
-  ASSERT_TRUE(desk.session.myContext()->save());
+  ASSERT_TRUE(desk.session.context()->save());
   ASSERT_TRUE(QFile::copy(desk.places.path("Test.pdr"), place.document()));
 }
 
@@ -144,10 +144,10 @@ InFile inFile(const SendingPlace& place) {
   ObjectContext context(model, clock, calendar);
   EXPECT_TRUE(context.open(place.document()));
   InFile counted;
-  for (const TimePeriod* one : context.all<TimePeriod>()) {
+  for (const TimeEntry* one : context.all<TimeEntry>()) {
     ++counted.entries;
     counted.inDoubt += one->sendingSince().has_value();
-    if (!one->wasSubmitted()) continue;
+    if (!one->wasSent()) continue;
     ++counted.sent;
     counted.sentSeconds += one->storedDuration();
   }

@@ -154,7 +154,7 @@ TEST_F(ListSyncTest, WhatGoesClearsItsActivitiesAndKeepsTheirTime) {
   }
   EXPECT_EQ(acme.customer(), nullptr);
   EXPECT_EQ(acme.job(), nullptr);
-  EXPECT_EQ(acme.timePeriod().size(), 1u);
+  EXPECT_EQ(acme.entries().size(), 1u);
   EXPECT_TRUE(lossText(acme).startsWith("Its customer and job are no longer in Vantor"));
   EXPECT_EQ(lossText(zed), "");
   EXPECT_EQ(lossText(done), "") << "nothing of it is left to send";
@@ -187,7 +187,7 @@ TEST_F(ListSyncTest, TheCommandRebuildsTheWindowsFromTheFile) {
 }
 
 TEST_F(ListSyncTest, ARunningTimerIsAskedAboutAfterTheCompany) {
-  desk.addActivity(nullptr, nullptr).startNewTimePeriod();
+  desk.addActivity(nullptr, nullptr).startEntry();
   vantor.accepts = false;
   lists.updateLists();
   EXPECT_THAT(desk.alerts.messages(),
@@ -211,7 +211,7 @@ TEST_F(ListSyncTest, AVantorThatGoesHalfWayIsToldTwiceAndTheEndStillShows) {
   int checked = 0;
   // The command's own check passes; then Vantor is gone.
   desk.workspace.setRunning(identifiers::kVantor, true);
-  desk.addActivity(nullptr, nullptr).startNewTimePeriod();
+  desk.addActivity(nullptr, nullptr).startEntry();
   desk.alerts.willAnswer({"OK"});
   vantor.whenAsked = [&](const QString& what) {
     if (what == "companyFileName" && ++checked == 1) desk.workspace.setRunning(identifiers::kVantor, false);
@@ -234,7 +234,7 @@ TEST_F(ListSyncTest, WhatCouldNotBeSavedIsNotReadAnew) {
 TEST_F(ListSyncTest, ChoosingACustomerFileChangesNothing) {
   ASSERT_TRUE(context().save());
   desk.panels.willChoose(desk.places.path("customers.zlf"));
-  lists.importCustomerIIFFile();
+  lists.importCustomers();
   EXPECT_EQ(desk.panels.openPanels(), 1);
   EXPECT_FALSE(context().hasChanges());
 }

@@ -15,7 +15,7 @@ class ListedRows final : public SubmissionRows {
   std::optional<std::size_t> selected;
   int reloads = 0;
 
-  void add(TimePeriod& period) {
+  void add(TimeEntry& period) {
     Activity& activity = *period.activity();
     rows.push_back({&period, &activity, queries::nameOf(activity.customer()), queries::nameOf(activity.job()),
                     queries::nameOf(activity.service())});
@@ -34,7 +34,7 @@ class ScriptedSummary final : public SummarySheet {
   std::vector<SummaryLine> lines;
   bool open = false;
 
-  [[nodiscard]] int runModal(const std::vector<SummaryLine>& shown) override {
+  [[nodiscard]] int run(const std::vector<SummaryLine>& shown) override {
     lines = shown;
     open = true;
     return answer;

@@ -98,8 +98,8 @@ class LinkTest : public testing::Test {
     desk.openDocument(false);
     desk.workspace.setRunning(identifiers::kVantor, true);
   }
-  ObjectContext& context() { return *desk.session.myContext(); }
-  Identity& identity() { return *desk.session.myDoc()->identity(); }
+  ObjectContext& context() { return *desk.session.context(); }
+  Identity& identity() { return *desk.session.settings()->identity(); }
 
   TestSession desk;
   ScriptedVantor vantor;

@@ -68,15 +68,15 @@ inline void sendAll(const SendingPlace& place) {
   windows.setSession(session);
   workspace.setRunning(identifiers::kVantor, true);
   defaults.setBoolean(preferences::kMergeSubmissions, place.merging);
-  loadURL(session, place.document());
+  loadDocument(session, place.document());
 
   NoProgress progress;
   ConnectionChecks checks{session, connectOverChannel({.reply = std::chrono::milliseconds(500)})};
   ListSync lists{session, checks, progress};
   ListedRows rows;
   ScriptedSummary summary;
-  for (TimePeriod* period : session.myContext()->all<TimePeriod>()) rows.add(*period);
-  Submission({session, checks, lists, progress, rows, summary}).submitSelectedPeriods();
+  for (TimeEntry* period : session.context()->all<TimeEntry>()) rows.add(*period);
+  Submission({session, checks, lists, progress, rows, summary}).sendSelectedTime();
 }
 
 }  // namespace pendra

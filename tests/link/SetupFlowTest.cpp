@@ -29,7 +29,7 @@ class ScriptedSetup final : public SetupView {
 class SetupTest : public LinkTest {
  protected:
   SetupTest() {
-    loadURL(desk.session, desk.places.documents + "/Pendra File.pdr");
+    loadDocument(desk.session, desk.places.documents + "/Pendra File.pdr");
     desk.session.ports().interfaces.load(Interface::Setup);
   }
   [[nodiscard]] QString chosen(const char* name) {
@@ -45,29 +45,29 @@ class SetupTest : public LinkTest {
 
 TEST_F(SetupTest, WithoutVantorOnlyStandaloneCanBeSaved) {
   desk.workspace.setRunning(identifiers::kVantor, false);
-  flow.awakeFromNib();
+  flow.start();
   EXPECT_TRUE(view.display.noneText && view.display.noFileOpen);
   EXPECT_FALSE(view.display.ok || view.display.linkedControls);
   EXPECT_THAT(vantor.asked, testing::IsEmpty());
 
   view.row = 1;
-  flow.pickAMode();
+  flow.modePicked();
   EXPECT_TRUE(view.display.ok && !view.display.settingsVisible);
   view.row = 0;
-  flow.pickAMode();
+  flow.modePicked();
   EXPECT_TRUE(view.display.ok) << "going back does not take the button away";
   EXPECT_TRUE(view.display.settingsVisible && !flow.standalone());
 }
 
 TEST_F(SetupTest, ACompanyIsShownAsAPathOrAsADecodedLink) {
-  flow.awakeFromNib();
+  flow.start();
   EXPECT_EQ(view.display.companyFile, QString("/Books/Acme Ltd.cmp"));
   EXPECT_EQ(view.display.employeeNames, (QStringList{"Clerk 1", "Clerk 2"}));
   EXPECT_FALSE(view.display.noFileOpen || view.display.noneText);
   EXPECT_TRUE(view.display.ok);
 
   vantor.company = "vtmac://Acme%20Ltd";
-  flow.awakeFromNib();
+  flow.start();
   EXPECT_EQ(view.display.noFileOpenText, QString("vtmac://Acme Ltd"));
   EXPECT_EQ(view.display.companyFile, QString());
   EXPECT_EQ(vantor.openChannels, 1) << "a fresh connection each time, and one only";
@@ -78,7 +78,7 @@ TEST_F(SetupTest, ACompanyThatIsNotOpenYetIsAskedForAgain) {
   vantor.whenAsked = [this](const QString&) {
     if (vantor.timesAsked("companyFileName") == 3) vantor.company = "/Books/Late.cmp";
   };
-  flow.awakeFromNib();
+  flow.start();
   EXPECT_EQ(view.display.companyFile, QString("/Books/Late.cmp"));
 }
 
@@ -86,26 +86,26 @@ TEST_F(SetupTest, WhoDoesNotAnswerWhollyCannotBeLinkedTo) {
   vantor.whenAsked = [](const QString& what) {
     if (what == "employees") throw IPCException(kVTIPCTimeout, "scripted");
   };
-  EXPECT_THROW(flow.awakeFromNib(), IPCException);
+  EXPECT_THROW(flow.start(), IPCException);
   EXPECT_FALSE(view.display.ok || view.display.linkedControls);
   EXPECT_EQ(view.display.companyFile, QString());
   EXPECT_TRUE(view.display.canLookAgain);
   view.row = 1;
-  flow.pickAMode();
+  flow.modePicked();
   EXPECT_TRUE(view.display.ok) << "standalone needs no Vantor";
   vantor.whenAsked = {};
   view.row = 0;
-  flow.awakeFromNib();
+  flow.start();
   EXPECT_TRUE(view.display.ok && view.display.linkedControls);
   EXPECT_EQ(view.display.companyFile, QString("/Books/Acme Ltd.cmp"));
 }
 
 TEST_F(SetupTest, AStandaloneDocumentMayReplaceTheOneThatIsOpen) {
   desk.workspace.setRunning(identifiers::kVantor, false);
-  flow.awakeFromNib();
+  flow.start();
   desk.addCustomer("Left over");
   view.row = 1;
-  desk.panels.willChoose(*desk.session.theFileDoc()->fileURL());
+  desk.panels.willChoose(*desk.session.document()->path());
   flow.save();
   ASSERT_EQ(desk.panels.savePanels().size(), 1u);
   EXPECT_EQ(desk.panels.savePanels()[0].proposedName, QString("Pendra File.pdr"));
@@ -114,8 +114,8 @@ TEST_F(SetupTest, AStandaloneDocumentMayReplaceTheOneThatIsOpen) {
 
   EXPECT_EQ(storedIdentity().employeeName(), QString("Me"));
   EXPECT_EQ(storedIdentity().companyFileName(), QString(""));
-  EXPECT_TRUE(desk.session.myStandalone());
-  EXPECT_EQ(desk.session.myDoc()->standalone(), true);
+  EXPECT_TRUE(desk.session.isStandalone());
+  EXPECT_EQ(desk.session.settings()->standalone(), true);
   EXPECT_TRUE(context().all<Customer>().empty());
   EXPECT_FALSE(context().hasChanges());
   EXPECT_THAT(desk.windows.calls(), testing::ElementsAre(QString("close Setup"), QString("removeVTMenus")));
@@ -126,15 +126,15 @@ TEST_F(SetupTest, AStandaloneDocumentMayReplaceTheOneThatIsOpen) {
 TEST_F(SetupTest, ALinkedDocumentHasItsIdentityAndItsLists) {
   vantor.company = "vtmac://Acme%20Ltd";
   vantor.customers = std::vector{item("Acme", "c1")};
-  flow.awakeFromNib();
+  flow.start();
   view.name = "Clerk 2";
   const QString path = chosen("Acme.pdr");
   flow.save();
   EXPECT_EQ(desk.panels.savePanels()[0].proposedName, QString("Acme Ltd-Clerk 2.pdr"));
-  EXPECT_EQ(desk.session.theFileDoc()->fileURL(), path);
+  EXPECT_EQ(desk.session.document()->path(), path);
   EXPECT_EQ(storedIdentity().employeeName(), QString("Clerk 2"));
   EXPECT_EQ(storedIdentity().companyFileName(), QString("vtmac://Acme%20Ltd")) << "not decoded";
-  EXPECT_FALSE(desk.session.myStandalone());
+  EXPECT_FALSE(desk.session.isStandalone());
   EXPECT_EQ(context().all<Customer>().size(), 1u);
   EXPECT_TRUE(view.wasLoading && !view.display.loading);
   EXPECT_EQ(desk.windows.loads(Interface::TimerWindow), 1);
@@ -144,7 +144,7 @@ TEST_F(SetupTest, ALinkedDocumentHasItsIdentityAndItsLists) {
 }
 
 TEST_F(SetupTest, AFileThatCannotBeTakenIsLeftAloneAndTheWindowStays) {
-  flow.awakeFromNib();
+  flow.start();
   view.row = 1;
   const QString held = chosen("Held.pdr");
   QDir().mkpath(desk.places.documents + "/Pendra");
@@ -171,15 +171,15 @@ TEST_F(SetupTest, AFileThatCannotBeTakenIsLeftAloneAndTheWindowStays) {
 }
 
 TEST_F(SetupTest, ACancelledPanelLeavesTheWindow) {
-  flow.awakeFromNib();
+  flow.start();
   desk.panels.willCancel();
   flow.save();
   EXPECT_EQ(view.closed, 0);
-  EXPECT_EQ(desk.session.theFileDoc()->displayName(), QString("Pendra File"));
+  EXPECT_EQ(desk.session.document()->displayName(), QString("Pendra File"));
 }
 
 TEST_F(SetupTest, ARefusedCompanyBeginsSetupAnewBeforeAnyFileIsMade) {
-  flow.awakeFromNib();
+  flow.start();
   const QString path = chosen("Acme.pdr");
   desk.panels.whileOpen([this] { desk.workspace.setRunning(identifiers::kVantor, false); });
   flow.save();
@@ -190,7 +190,7 @@ TEST_F(SetupTest, ARefusedCompanyBeginsSetupAnewBeforeAnyFileIsMade) {
 }
 
 TEST_F(SetupTest, AVantorThatGoesWhileTheListsLoadLeavesAUsableDocument) {
-  flow.awakeFromNib();
+  flow.start();
   (void)chosen("Acme.pdr");
   vantor.whenAsked = [](const QString& what) {
     if (what == "customers") throw IPCException(kVTIPCTimeout, "timeout");

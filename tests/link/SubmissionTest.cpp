@@ -29,8 +29,8 @@ class SubmissionTest : public LinkTest {
     vantor.asked.clear();
   }
   void merge(bool on) { desk.defaults.setBoolean(preferences::kMergeSubmissions, on); }
-  TimePeriod& addRow(Activity& activity, const char* start, double seconds) {
-    TimePeriod& period = desk.addPeriod(activity, start, seconds);
+  TimeEntry& addRow(Activity& activity, const char* start, double seconds) {
+    TimeEntry& period = desk.addPeriod(activity, start, seconds);
     rows.add(period);
     return period;
   }
@@ -47,14 +47,14 @@ class SubmissionTest : public LinkTest {
   /// What the file holds: how many entries, how many stamped, how many marked as being sent.
   [[nodiscard]] std::array<int, 3> inFile() {
     ManualClock clock;
-    ObjectContext read(desk.session.managedObjectModel(), clock, desk.calendar);
+    ObjectContext read(desk.session.objectModel(), clock, desk.calendar);
     QFile::copy(desk.places.path("Test.pdr"), desk.places.path("copy.pdr"));
     EXPECT_TRUE(read.open(desk.places.path("copy.pdr")));
     QFile::remove(desk.places.path("copy.pdr"));
     std::array<int, 3> counted{};
-    for (const TimePeriod* one : read.all<TimePeriod>()) {
+    for (const TimeEntry* one : read.all<TimeEntry>()) {
       ++counted[0];
-      counted[1] += one->wasSubmitted();
+      counted[1] += one->wasSent();
       counted[2] += one->sendingSince().has_value();
     }
     return counted;
@@ -71,8 +71,8 @@ class SubmissionTest : public LinkTest {
 
 TEST_F(SubmissionTest, ARecordIsTheseBytes) {
   Activity& activity = desk.addActivity(acme, design, roof, "Sketches & <notes>, 50 %@");
-  TimePeriod& period = desk.addPeriod(activity, "1970-01-01T00:00:10Z", 5400);
-  EXPECT_EQ(createActivityXML(activity, period, &identity()),
+  TimeEntry& period = desk.addPeriod(activity, "1970-01-01T00:00:10Z", 5400);
+  EXPECT_EQ(timeRecord(activity, period, &identity()),
             QString("<record>\n<customerID/>\n<customerID>c1</customerID>\n<job>j1</job>\n"
                     "<jobParent>j1</jobParent>\n<userid>Clerk 1</userid>\n<service>s1</service>\n"
                     "<notes>Sketches & <notes>, 50 %@</notes>\n<billable>1</billable>\n"
@@ -85,7 +85,7 @@ TEST_F(SubmissionTest, ARecordIsTheseBytes) {
   activity.setBillable(false);
   period.setStart(instantOf("1969-12-31T23:59:50.5Z"));
   period.setDuration(17);
-  EXPECT_EQ(createActivityXML(activity, period, nullptr),
+  EXPECT_EQ(timeRecord(activity, period, nullptr),
             QString("<record>\n<customerID/>\n<customerID>c1</customerID>\n<job>(null)</job>\n"
                     "<jobParent>(null)</jobParent>\n<userid>(null)</userid>\n<service>s1</service>\n"
                     "<notes>(null)</notes>\n<billable>0</billable>\n"
@@ -97,11 +97,11 @@ TEST_F(SubmissionTest, EverythingGoesOutOnceAndIsStampedDurably) {
   Activity& onRoof = desk.addActivity(acme, design, roof);
   addRow(onRoof, "2026-11-24T08:00:00Z", 3600);
   addRow(onRoof, "2026-11-24T09:00:00Z", 1800.9);
-  TimePeriod& before = addRow(desk.addActivity(zed, design), "2026-11-23T09:00:00Z", 60);
+  TimeEntry& before = addRow(desk.addActivity(zed, design), "2026-11-23T09:00:00Z", 60);
   before.setDateSubmitted(Instant{1.0});  // exactly: sent, when sent one by one
   desk.session.ports().interfaces.load(Interface::TimerWindow);
 
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   EXPECT_THAT(summary.lines, testing::ElementsAre(SummaryLine{"Acme", "Roof", "Design", "01:30:00"}));
   EXPECT_EQ(vantor.records.size(), 2);
   EXPECT_TRUE(vantor.records[0].startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<record>\n"));
@@ -115,7 +115,7 @@ TEST_F(SubmissionTest, EverythingGoesOutOnceAndIsStampedDurably) {
   EXPECT_THAT(desk.windows.calls(), testing::ElementsAre(QString("reloadData"), QString("updateMainButton")));
   EXPECT_LT(vantor.asked.indexOf("customers"), vantor.asked.indexOf("services"));
 
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   EXPECT_THAT(summary.lines, testing::IsEmpty());
   EXPECT_EQ(vantor.records.size(), 2);
   EXPECT_EQ(desk.alerts.messages(), (QStringList{"Time Sent", "Time Sent"})) << "also when there was nothing";
@@ -127,14 +127,14 @@ TEST_F(SubmissionTest, ASelectionIsAllThatTheMenuSendsAndACancelSendsNothing) {
   addRow(activity, "2026-11-24T09:00:00Z", 7200);
   rows.selected = 1;
   summary.answer = 0;
-  submission.submitAllTime();
+  submission.sendAllTime();
   EXPECT_THAT(vantor.records, testing::IsEmpty());
   EXPECT_THAT(desk.alerts.messages(), testing::IsEmpty());
   EXPECT_FALSE(rows.selected);
 
   rows.selected = 1;
   summary.answer = 1;
-  submission.submitAllTime();
+  submission.sendAllTime();
   ASSERT_EQ(vantor.records.size(), 1);
   EXPECT_TRUE(vantor.records[0].contains("<duration>2.00</duration>"));
 }
@@ -143,14 +143,14 @@ TEST_F(SubmissionTest, ADayOfAnActivityIsMergedFromTheLastRowToTheFirst) {
   merge(true);
   Activity& onRoof = desk.addActivity(acme, design, roof);
   Activity& other = desk.addActivity(zed, design);
-  TimePeriod& early = addRow(onRoof, "2026-03-03T08:00:00Z", 3600.9);
+  TimeEntry& early = addRow(onRoof, "2026-03-03T08:00:00Z", 3600.9);
   addRow(other, "2026-03-03T08:00:00Z", 100.5);
-  TimePeriod& month = addRow(onRoof, "2026-04-03T10:00:00Z", 1800.9);
-  TimePeriod& base = addRow(onRoof, "2026-03-03T23:30:00Z", 60.9);  // the 4th in Berlin
-  TimePeriod& once = addRow(onRoof, "2026-03-04T09:00:00Z", 10.9);
+  TimeEntry& month = addRow(onRoof, "2026-04-03T10:00:00Z", 1800.9);
+  TimeEntry& base = addRow(onRoof, "2026-03-03T23:30:00Z", 60.9);  // the 4th in Berlin
+  TimeEntry& once = addRow(onRoof, "2026-03-04T09:00:00Z", 10.9);
   once.setDateSubmitted(Instant{1.0});  // exactly: unsent, when merged
 
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   ASSERT_EQ(vantor.records.size(), 3);
   const auto part = [&](int record) {
     return vantor.records[record].split("<timeentrydate>")[1].chopped(10);
@@ -158,9 +158,9 @@ TEST_F(SubmissionTest, ADayOfAnActivityIsMergedFromTheLastRowToTheFirst) {
   EXPECT_EQ(part(0), QString("1772580600.000000</timeentrydate>\n<duration>0.02</duration>\n"));
   EXPECT_EQ(part(1), QString("1772524800.000000</timeentrydate>\n<duration>1.50</duration>\n"));
   EXPECT_EQ(part(2), QString("1772524800.000000</timeentrydate>\n<duration>0.03</duration>\n"));
-  for (const TimePeriod* one : {&early, &month, &base, &once}) EXPECT_TRUE(one->wasSubmitted());
+  for (const TimeEntry* one : {&early, &month, &base, &once}) EXPECT_TRUE(one->wasSent());
   EXPECT_EQ(inFile(), (std::array{5, 5, 0})) << "no temporary entry in the file";
-  EXPECT_EQ(onRoof.timePeriod().size(), 4u);
+  EXPECT_EQ(onRoof.entries().size(), 4u);
   EXPECT_EQ(progress.shown.back(), QString("3 of 3"));
 }
 
@@ -193,18 +193,18 @@ class ClearedTest : public SubmissionTest, public testing::WithParamInterface<Cl
 TEST_P(ClearedTest, HoldsBackWhatVantorNoLongerKnows) {
   merge(GetParam().merging);
   // The middle of three rows is the one that loses something.
-  TimePeriod& first = addRow(desk.addActivity(zed, design), "2026-11-24T07:00:00Z", 3600);
-  TimePeriod& held = addRow(desk.addActivity(acme, design, roof), "2026-11-24T08:00:00Z", 3600);
-  TimePeriod& last = addRow(desk.addActivity(zed, design), "2026-11-24T09:00:00Z", 3600);
+  TimeEntry& first = addRow(desk.addActivity(zed, design), "2026-11-24T07:00:00Z", 3600);
+  TimeEntry& held = addRow(desk.addActivity(acme, design, roof), "2026-11-24T08:00:00Z", 3600);
+  TimeEntry& last = addRow(desk.addActivity(zed, design), "2026-11-24T09:00:00Z", 3600);
   GetParam().clear(*this, vantor);
 
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   EXPECT_EQ(desk.alerts.messages(), QStringList{GetParam().message});
   EXPECT_TRUE(desk.alerts.last().informative.endsWith(GetParam().informativeEnd));
   EXPECT_EQ(vantor.records.size(), GetParam().sent);
-  EXPECT_FALSE(held.wasSubmitted());
-  EXPECT_TRUE(last.wasSubmitted());
-  EXPECT_EQ(first.wasSubmitted(), GetParam().sent == 2);
+  EXPECT_FALSE(held.wasSent());
+  EXPECT_TRUE(last.wasSent());
+  EXPECT_EQ(first.wasSent(), GetParam().sent == 2);
   EXPECT_TRUE(held.activity()->loss().any());
   EXPECT_EQ(inFile(), (std::array{3, GetParam().sent, 0}));
 }
@@ -225,7 +225,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(SubmissionTest, AnActivityWithoutACustomerIsToldInTheOtherWords) {
   addRow(desk.addActivity(nullptr, design), "2026-11-24T08:00:00Z", 60);
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   EXPECT_EQ(desk.alerts.messages(), QStringList{kInactive});
   EXPECT_TRUE(desk.alerts.last().informative.endsWith("update the activities and send them to Vantor."));
   EXPECT_TRUE(notice().startsWith("0 of 1 records were sent; the others lack")) << notice().toStdString();
@@ -249,20 +249,20 @@ TEST_P(FailureTest, LeavesEveryEntrySentUnsentOrInDoubt) {
   }
   failAt(2, GetParam().exception);
   const LogCapture log;
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   EXPECT_EQ(vantor.records.size(), 1);
   EXPECT_THAT(log.lines(), testing::Contains(GetParam().exception + ": scripted"));
   EXPECT_THAT(desk.alerts.messages(), testing::IsEmpty());
   EXPECT_EQ(vantor.openChannels, 0) << "a late answer must not answer a later call";
   EXPECT_EQ(inFile(), (std::array{6, GetParam().merging ? 2 : 1, GetParam().inDoubt}));
-  EXPECT_EQ(activity.timePeriod().size(), 6u);
+  EXPECT_EQ(activity.entries().size(), 6u);
   EXPECT_TRUE(
       notice().startsWith(GetParam().merging ? "1 of 3 records were sent; " : "1 of 6 records were sent; "));
   EXPECT_EQ(notice().contains("asked about before the next sending"), GetParam().inDoubt > 0);
 
   if (GetParam().inDoubt > 0) desk.alerts.willAnswer({"Send Again"});
   vantor.whenSubmitted = {};
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   EXPECT_EQ(vantor.records.size(), GetParam().merging ? 3 : 6);
   EXPECT_EQ(desk.alerts.unasked(), 0u);
   EXPECT_EQ(inFile(), (std::array{6, 6, 0}));
@@ -278,23 +278,23 @@ INSTANTIATE_TEST_SUITE_P(All, FailureTest,
                          RowName());
 
 TEST_F(SubmissionTest, WhatArrivedAfterAllIsStampedAndACancelKeepsTheQuestion) {
-  TimePeriod& period = addRow(desk.addActivity(acme, design, roof), "2026-11-24T08:00:00Z", 5400);
+  TimeEntry& period = addRow(desk.addActivity(acme, design, roof), "2026-11-24T08:00:00Z", 5400);
   failAt(1, kVTIPCTimeout);
   const LogCapture log;
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   vantor.whenSubmitted = {};
 
   desk.alerts.willAnswer({"Cancel"});
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   EXPECT_EQ(desk.alerts.last().message, QString("Did the time for “Acme - Roof - Design” arrive in Vantor?"));
   EXPECT_EQ(desk.alerts.last().buttons, (QStringList{"It Arrived", "Send Again", "Cancel"}));
   EXPECT_TRUE(desk.alerts.last().informative.contains("(01:30:00, begun at 11/24/26 9:00 AM)"));
-  EXPECT_FALSE(period.wasSubmitted());
+  EXPECT_FALSE(period.wasSent());
 
   desk.clock.advance(600);
   desk.alerts.willAnswer({"It Arrived"});
   EXPECT_TRUE(notice().contains("asked about before the next sending"));
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   EXPECT_EQ(notice(), QString()) << "it has been asked";
   EXPECT_EQ(period.dateSubmitted(), instantOf("2026-11-24T09:00:00Z")) << "when it left";
   EXPECT_THAT(vantor.records, testing::IsEmpty());
@@ -303,27 +303,27 @@ TEST_F(SubmissionTest, WhatArrivedAfterAllIsStampedAndACancelKeepsTheQuestion) {
 
 TEST_F(SubmissionTest, WhatIsToBeSentAgainButIsNotSelectedStaysUnsentAndIsSaid) {
   Activity& activity = desk.addActivity(acme, design, roof);
-  TimePeriod& first = addRow(activity, "2026-11-24T08:00:00Z", 5400);
+  TimeEntry& first = addRow(activity, "2026-11-24T08:00:00Z", 5400);
   failAt(1, kVTIPCTimeout);
   const LogCapture log;
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   vantor.whenSubmitted = {};
   addRow(activity, "2026-11-24T12:00:00Z", 60);
   rows.selected = 1;
   desk.alerts.willAnswer({"Send Again"});
-  submission.submitSelectedPeriods();
-  EXPECT_FALSE(first.wasSubmitted() || first.sendingSince());
+  submission.sendSelectedTime();
+  EXPECT_FALSE(first.wasSent() || first.sendingSince());
   EXPECT_EQ(vantor.records.size(), 1);
   EXPECT_EQ(notice(), "Of the entries to be sent again, 1 are not selected or not shown, and stay unsent.");
 }
 
 TEST_F(SubmissionTest, NothingLeavesThatCannotBeWrittenDownFirst) {
-  TimePeriod& period = addRow(desk.addActivity(acme, design), "2026-11-24T08:00:00Z", 60);
+  TimeEntry& period = addRow(desk.addActivity(acme, design), "2026-11-24T08:00:00Z", 60);
   const LogCapture log;
   desk.putAnotherFileInItsPlace();
-  submission.submitSelectedPeriods();
+  submission.sendSelectedTime();
   EXPECT_EQ(vantor.timesAsked("submitTime"), 0);
-  EXPECT_FALSE(period.sendingSince() || period.wasSubmitted());
+  EXPECT_FALSE(period.sendingSince() || period.wasSent());
   EXPECT_TRUE(notice().startsWith("0 of 1 records were sent; the document could not be saved: "));
 }
 
@@ -333,19 +333,19 @@ TEST_F(SubmissionTest, AFailingRefreshEndsTheCommandAndShowsTheWindowAnew) {
   vantor.whenAsked = [](const QString& what) {
     if (what == "jobs") throw IPCException(kVTIPCTimeout, "scripted");
   };
-  EXPECT_THROW(submission.submitSelectedPeriods(), IPCException);
+  EXPECT_THROW(submission.sendSelectedTime(), IPCException);
   EXPECT_FALSE(progress.spinning);
   EXPECT_EQ(vantor.openChannels, 0);
   EXPECT_THAT(desk.windows.calls(), testing::ElementsAre(QString("reloadData"), QString("updateMainButton")));
 }
 
 TEST_F(SubmissionTest, ACheckThatFailsAtTheEndChangesNothing) {
-  TimePeriod& period = addRow(desk.addActivity(acme, design), "2026-11-24T08:00:00Z", 60);
+  TimeEntry& period = addRow(desk.addActivity(acme, design), "2026-11-24T08:00:00Z", 60);
   vantor.company = std::nullopt;
   identity().setCompanyFileName("/Books/Acme.cmp");
-  EXPECT_FALSE(submission.sendPeriodsToVT());
+  EXPECT_FALSE(submission.sendEntries());
   EXPECT_EQ(rows.reloads, 0);
-  EXPECT_FALSE(period.wasSubmitted());
+  EXPECT_FALSE(period.wasSent());
 }
 
 TEST_F(SubmissionTest, TheLogsOwnGuardLooksAtTheRows) {
@@ -359,9 +359,9 @@ TEST_F(SubmissionTest, TheLogsOwnGuardLooksAtTheRows) {
 }
 
 TEST_F(SubmissionTest, TheMenuChecksGuardsAndChecksAgain) {
-  desk.addActivity(acme, design).startNewTimePeriod();
+  desk.addActivity(acme, design).startEntry();
   desk.alerts.willAnswer({"Cancel"});
-  submission.submitAllTime();
+  submission.sendAllTime();
   EXPECT_EQ(vantor.timesAsked("canTalkToPendra"), 1);
   EXPECT_EQ(desk.alerts.messages(), QStringList{"Pendra needs to stop all timers"});
 }

@@ -22,16 +22,16 @@ class UserDefaultsTest : public testing::Test {
 };
 
 TEST_F(UserDefaultsTest, WhatWasNeverWrittenIsAbsentAndNotEmpty) {
-  EXPECT_EQ(defaults_.text(preferences::kLastURL), std::nullopt);
-  defaults_.setText(preferences::kLastURL, "");
-  EXPECT_EQ(defaults_.text(preferences::kLastURL), QString(""));
+  EXPECT_EQ(defaults_.text(preferences::kLastDocument), std::nullopt);
+  defaults_.setText(preferences::kLastDocument, "");
+  EXPECT_EQ(defaults_.text(preferences::kLastDocument), QString(""));
   EXPECT_FALSE(defaults_.boolean(preferences::kHideSubmitted));
   EXPECT_FALSE(defaults_.contains(preferences::kHideSubmitted));
 }
 
 TEST_F(UserDefaultsTest, TheFileShowsKeysAndValuesAsOthersReadThem) {
   defaults_.setText(preferences::kNoteLengthWarning, "YES");
-  defaults_.setText(preferences::kLastURL, "/home/ada/Documents/Pendra/Hours 100%.pdr");
+  defaults_.setText(preferences::kLastDocument, "/home/ada/Documents/Pendra/Hours 100%.pdr");
   defaults_.setBoolean(preferences::kMergeSubmissions, true);
   defaults_.setBoolean(preferences::kAnalyticsTracker, false);
   EXPECT_THAT(file(),
@@ -43,13 +43,13 @@ TEST_F(UserDefaultsTest, TheFileShowsKeysAndValuesAsOthersReadThem) {
 TEST_F(UserDefaultsTest, TheNextProgramReadsWhatThisOneWrote) {
   const QString path = QString::fromUtf8("/home/zoë/a, b; \"c\"\\d.pdr");
   defaults_.setText(preferences::kNoteLengthWarning, "YES");
-  defaults_.setText(preferences::kLastURL, path);
+  defaults_.setText(preferences::kLastDocument, path);
   defaults_.setBoolean(preferences::kHideSubmitted, true);
   defaults_.setTexts(preferences::kRecentDocuments, {path});
   const UserDefaults next(places_.defaultsFile());
   EXPECT_EQ(next.text(preferences::kNoteLengthWarning), QString("YES"));
   EXPECT_FALSE(next.contains("PendraNoteLengthWarning"));
-  EXPECT_EQ(next.text(preferences::kLastURL), path);
+  EXPECT_EQ(next.text(preferences::kLastDocument), path);
   EXPECT_TRUE(next.boolean(preferences::kHideSubmitted));
   EXPECT_EQ(next.texts(preferences::kRecentDocuments), QStringList(path));
 }

@@ -63,17 +63,17 @@ TEST_F(Graph, DeletingACustomerTakesItsJobsAndLeavesItsActivities) {
 
 TEST_F(Graph, DeletingAnActivityTakesItsEntriesAndDeletingTwiceIsDeletingOnce) {
   auto& activity = context.insert<Activity>();
-  TimePeriod& running = activity.startNewTimePeriod();
-  TimePeriod& other = activity.addTimePeriod();
-  activity.deletTimePeriod(running);
+  TimeEntry& running = activity.startEntry();
+  TimeEntry& other = activity.addEntry();
+  activity.deleteEntry(running);
   EXPECT_FALSE(activity.isRunning());
   context.deleteObject(running);
   activity.stop();
-  EXPECT_THAT(activity.timePeriod().copy(), ElementsAre(&other));
+  EXPECT_THAT(activity.entries().copy(), ElementsAre(&other));
   context.deleteObject(activity);
   context.deleteObject(activity);
   EXPECT_TRUE(other.isDeleted());
-  EXPECT_TRUE(context.all<TimePeriod>().empty());
+  EXPECT_TRUE(context.all<TimeEntry>().empty());
 }
 
 TEST_F(Graph, NothingIsTiedToWhatIsDeletedOrFreeStanding) {

@@ -29,11 +29,11 @@ std::vector<QString> namesOf(const ObjectContext& context) {
 
 TEST_F(Persistence, AbsentEmptyAndZeroStayThreeThings) {
   auto context = opened();
-  auto& absent = context->insert<TimePeriod>();
+  auto& absent = context->insert<TimeEntry>();
   absent.setStart(std::nullopt);
   absent.setRunning(std::nullopt);
   absent.setDateSubmitted(std::nullopt);
-  auto& zero = context->insert<TimePeriod>();
+  auto& zero = context->insert<TimeEntry>();
   zero.setNotes(QString());
   zero.setDuration(0);
   zero.setStart(kReferenceInstant);
@@ -43,7 +43,7 @@ TEST_F(Persistence, AbsentEmptyAndZeroStayThreeThings) {
   hidden.setShown(std::nullopt);
   context = reopened(std::move(context));
 
-  const auto periods = context->fetch<TimePeriod>();
+  const auto periods = context->fetch<TimeEntry>();
   EXPECT_FALSE(periods[0]->start() || periods[0]->duration() || periods[0]->running() ||
                periods[0]->dateSubmitted() || periods[0]->notes());
   EXPECT_EQ(periods[1]->notes(), QString());
@@ -61,13 +61,13 @@ TEST_F(Persistence, ValuesComeBackAsTheyWere) {
   auto context = opened();
   auto& activity = context->insert<Activity>();
   activity.setNotes(strange);
-  auto& period = activity.addTimePeriod();
+  auto& period = activity.addEntry();
   period.setStart(Instant{817203661.123456});
   period.setDuration(0.1 + 0.2);
   context = reopened(std::move(context));
   EXPECT_EQ(context->all<Activity>()[0]->notes(), strange);
-  EXPECT_EQ(context->all<TimePeriod>()[0]->start(), Instant{817203661.123456});
-  EXPECT_EQ(context->all<TimePeriod>()[0]->duration(), 0.1 + 0.2);
+  EXPECT_EQ(context->all<TimeEntry>()[0]->start(), Instant{817203661.123456});
+  EXPECT_EQ(context->all<TimeEntry>()[0]->duration(), 0.1 + 0.2);
 }
 
 TEST_F(Persistence, OrderAndLinksSurviveWhateverWasTiedLast) {
@@ -102,15 +102,15 @@ TEST_F(Persistence, ASaveWritesWhatCameWentAndChanged) {
 
 TEST_F(Persistence, ATemporaryObjectNeverReachesTheFile) {
   auto context = opened();
-  auto& period = context->insertTemporary<TimePeriod>();
+  auto& period = context->insertTemporary<TimeEntry>();
   auto& service = context->insertTemporary<Service>();
   auto& activity = context->insert<Activity>();
   period.setActivity(&activity);
   period.setDuration(60);
   activity.setService(&service);
-  EXPECT_EQ(activity.timePeriod().size(), 1U) << "in memory it is as real as any";
+  EXPECT_EQ(activity.entries().size(), 1U) << "in memory it is as real as any";
   context = reopened(std::move(context));
-  EXPECT_TRUE(context->all<TimePeriod>().empty());
+  EXPECT_TRUE(context->all<TimeEntry>().empty());
   EXPECT_TRUE(context->all<Service>().empty());
   EXPECT_EQ(context->all<Activity>()[0]->service(), nullptr);
 }

@@ -15,7 +15,7 @@ QStringList entriesOf(const SampleOptions& options, const char* zone) {
   ObjectContext context(model, clock, calendar);
   fillSample(context, options);
   QStringList entries;
-  for (const TimePeriod* entry : context.all<TimePeriod>()) {
+  for (const TimeEntry* entry : context.all<TimeEntry>()) {
     entries << QStringLiteral("%1 %2 %3 %4 %5")
                    .arg(queries::nameOf(entry->activity()->customer()), entry->notes().value_or(QString()))
                    .arg(entry->start()->seconds, 0, 'f', 3)
@@ -51,8 +51,8 @@ TEST_P(SampleDocumentCounts, AreMet) {
   EXPECT_EQ(count(context.all<Job>()), row.jobs);
   EXPECT_EQ(count(context.all<Service>()), row.services);
   EXPECT_EQ(count(queries::openActivities(context)), row.open);
-  EXPECT_EQ(count(context.all<TimePeriod>()), row.entries);
-  for (const TimePeriod* entry : context.all<TimePeriod>()) EXPECT_TRUE(entry->activity());
+  EXPECT_EQ(count(context.all<TimeEntry>()), row.entries);
+  for (const TimeEntry* entry : context.all<TimeEntry>()) EXPECT_TRUE(entry->activity());
 }
 
 INSTANTIATE_TEST_SUITE_P(

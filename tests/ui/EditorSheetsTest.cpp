@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "support/CellText.h"
 #include "support/Rows.h"
 #include "support/TestSession.h"
 #include "ui/EditorSheets.h"
@@ -35,9 +36,9 @@ class ActivitySheetInAWindow : public testing::Test {
     QObject::connect(sheet.get(), &QDialog::finished, sheet.get(), [this](int code) { ended = code; });
   }
   void edit() {
-    NewActivityController& controller = sheet->controller();
-    controller.setMyCurrentActivity(activity);
-    controller.reloadComboxes();
+    ActivityEditor& controller = sheet->controller();
+    controller.setCurrentActivity(activity);
+    controller.reloadNames();
     controller.reloadData();
     controller.setShouldDisplayPastTimeEntries(true);
     controller.setLabels(false);
@@ -142,7 +143,7 @@ TEST_F(ActivitySheetInAWindow, ReturnIsOKOnlyWhereOKIsEnabled) {
 TEST_F(ActivitySheetInAWindow, AServiceThatCameBeforeTheCustomerIsLookedAtAgain) {
   sheet->controller().setLabels(true);
   test.addCustomer("Without jobs");
-  sheet->controller().reloadComboxes();
+  sheet->controller().reloadNames();
   show();
   popup("Service").setText("Design");
   popup("Customer").setFocus();
@@ -174,7 +175,7 @@ TEST_F(ActivitySheetInAWindow, OnlyAPersonsEditsEnableApply) {
 TEST_F(ActivitySheetInAWindow, ANoteIsTypedOverInItsCell) {
   edit();
   auto& table = named<TimeEntriesTable>(*sheet, "Time entries");
-  EXPECT_EQ(sheet->controller().tableDataArray().objectValue(u"notes", 0), "Double-click to edit...");
+  EXPECT_EQ(cellText(sheet->controller().rows(), u"notes", 0), "Double-click to edit...");
   table.editCell("notes", 0);
   auto* editor = table.viewport()->findChild<QLineEdit*>();
   ASSERT_NE(editor, nullptr);
@@ -182,7 +183,7 @@ TEST_F(ActivitySheetInAWindow, ANoteIsTypedOverInItsCell) {
   QTest::keyClicks(editor, "Call");
   QTest::keyClick(editor, Qt::Key_Return);
   settle();
-  EXPECT_EQ(activity->timePeriod()[0]->notes(), "Call");
+  EXPECT_EQ(activity->entries()[0]->notes(), "Call");
   EXPECT_EQ(ended, -1) << "the Return of a cell is not the sheet's";
 }
 
@@ -193,7 +194,7 @@ TEST_F(ActivitySheetInAWindow, OKTakesTheNoteThatIsStillBeingTyped) {
   QTest::keyClicks(table.viewport()->findChild<QLineEdit*>(), "Call");
   QTest::mouseClick(&button("Save"), Qt::LeftButton);
   settle();
-  EXPECT_EQ(activity->timePeriod()[0]->notes(), "Call");
+  EXPECT_EQ(activity->entries()[0]->notes(), "Call");
   EXPECT_EQ(ended, EditorSheet::kAccepted);
 }
 
@@ -229,13 +230,13 @@ TEST(TimePeriodSheetInAWindow, EndsWithOKOrCancelByKeyboard) {
   TestSession test;
   test.openDocument();
   Activity& activity = test.addActivity(&test.addCustomer("Acme"), &test.addService("Design"));
-  TimePeriod& period = test.addPeriod(activity, "2026-11-23T12:00:00Z", 3600);
-  TimePeriodSheet sheet(test.session, nullptr);
+  TimeEntry& period = test.addPeriod(activity, "2026-11-23T12:00:00Z", 3600);
+  TimeEntrySheet sheet(test.session, nullptr);
   int ended = -1;
   QObject::connect(&sheet, &QDialog::finished, &sheet, [&](int code) { ended = code; });
-  sheet.controller().setMyCurrentActivity(&activity);
-  sheet.controller().setMyCurrentTimePeriod(&period);
-  sheet.controller().updateUI();
+  sheet.controller().setCurrentActivity(&activity);
+  sheet.controller().setCurrentEntry(&period);
+  sheet.controller().fill();
   sheet.show();
   QTest::keyClick(&named<QLineEdit>(sheet, "Duration"), Qt::Key_Return);
   EXPECT_EQ(ended, EditorSheet::kAccepted);

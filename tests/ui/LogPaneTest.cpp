@@ -83,7 +83,7 @@ TEST_F(LogPaneWidget, FiltersByWhatIsChosenAndTyped) {
 }
 
 TEST_F(LogPaneWidget, HideSentIsThePreference) {
-  test.session.myContext()->all<TimePeriod>()[0]->setDateSubmitted(test.clock.now());
+  test.session.context()->all<TimeEntry>()[0]->setDateSubmitted(test.clock.now());
   auto& hide = named<QCheckBox>("Hide sent");
   hide.click();
   EXPECT_EQ(rows(), 1);
@@ -95,12 +95,12 @@ TEST_F(LogPaneWidget, HideSentIsThePreference) {
 TEST_F(LogPaneWidget, ASelectionIsSummedAndAnEditedEntryIsTheOnlyOne) {
   EXPECT_EQ(summary->accessibleDescription(), "2 entries, 02:00:00");
   pane->table().selectRows({0, 1});
-  QSignalSpy edits(pane.get(), &LogPaneView::editTimePeriod);
+  QSignalSpy edits(pane.get(), &LogPaneView::editTimeEntry);
   auto& table = pane->table();
   table.pressCell(table.model()->index(1, table.tableModel().columnOf(u"edit")));
   EXPECT_EQ(edits.size(), 1);
   EXPECT_THAT(table.selectedRows(), ElementsAre(1));
-  EXPECT_EQ(window.myCurrentTimePeriod(), pane->logController().selectedTimePeriod());
+  EXPECT_EQ(window.currentEntry(), pane->logController().selectedEntry());
   EXPECT_EQ(summary->accessibleDescription(), "1 entry, 01:00:00");
 }
 

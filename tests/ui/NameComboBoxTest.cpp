@@ -25,8 +25,8 @@ class NameField : public testing::Test {
     column->addWidget(&other);
     column->addWidget(&cancel);
     makeSheetButton(cancel);
-    box.setRules({.dataArray = [this] { return names; },
-                  .shouldEndEditing =
+    box.setRules({.names = [this] { return names; },
+                  .mayLeave =
                       [this] {
                         ++asked;
                         return known();
@@ -83,8 +83,8 @@ TEST_F(NameField, AnAcceptedTabAsksOnceAndReportsTheName) {
 
 TEST_F(NameField, TabReachesAFieldThatTheAnswerEnables) {
   other.setEnabled(false);
-  box.setRules({.dataArray = [this] { return names; },
-                .shouldEndEditing =
+  box.setRules({.names = [this] { return names; },
+                .mayLeave =
                     [this] {
                       other.setEnabled(true);
                       return true;
@@ -122,8 +122,8 @@ TEST_F(NameField, ASheetButtonIsPressedWithoutAQuestion) {
 }
 
 TEST_F(NameField, AQuestionWithinTheQuestionIsNotAsked) {
-  box.setRules({.dataArray = [this] { return names; },
-                .shouldEndEditing =
+  box.setRules({.names = [this] { return names; },
+                .mayLeave =
                     [this] {
                       ++asked;
                       other.setFocus();
@@ -158,7 +158,7 @@ TEST_F(NameField, IsKnownByItsNameAndReadByItsText) {
 }
 
 TEST_F(NameField, BackspaceOnTheLastCharacterClosesTheOpenList) {
-  box.setRules({.dataArray = [this] { return names; }, .opensListWhileTyping = true});
+  box.setRules({.names = [this] { return names; }, .opensListWhileTyping = true});
   type(u"x"_s);
   QWidget* list = QApplication::activePopupWidget();
   ASSERT_NE(list, nullptr);

@@ -58,7 +58,7 @@ class Table : public testing::Test {
 
 TEST_F(Table, KeepsTheSelectedObjectSilentlyOverAReload) {
   view.selectRow(2);
-  QSignalSpy spy(&view, &RowTableView::selectionDidChange);
+  QSignalSpy spy(&view, &RowTableView::selectionChanged);
   rows.setRows({{3, u"b"_s}, {9, u"new"_s}, {1, u"c"_s}});
   view.reloadData();
   EXPECT_THAT(view.selectedRows(), ElementsAre(0));
@@ -67,7 +67,7 @@ TEST_F(Table, KeepsTheSelectedObjectSilentlyOverAReload) {
 
 TEST_F(Table, TellsWhenASelectedObjectIsGone) {
   view.selectRow(2);
-  QSignalSpy spy(&view, &RowTableView::selectionDidChange);
+  QSignalSpy spy(&view, &RowTableView::selectionChanged);
   rows.setRows({{1, u"c"_s}});
   view.reloadData();
   EXPECT_THAT(view.selectedRows(), IsEmpty());
@@ -80,7 +80,7 @@ TEST_F(Table, KeepsManySelectedRowsOverASort) {
   clickHead(1);
   EXPECT_THAT(view.selectedRows(), ElementsAre(0, 2));
   clickHead(1);
-  EXPECT_EQ(rows.sortDescriptor(), (SortDescriptor{u"name"_s, false}));
+  EXPECT_EQ(rows.sortOrder(), (SortOrder{u"name"_s, false}));
   EXPECT_THAT(view.selectedRows(), ElementsAre(0, 2));
 }
 
@@ -89,7 +89,7 @@ TEST_F(Table, AHeadThatCannotSortReportsItsClickOnly) {
   clickHead(0);
   ASSERT_EQ(clicks.count(), 1);
   EXPECT_EQ(clicks[0][0].toString(), u"startstop"_s);
-  EXPECT_TRUE(rows.sortDescriptor().key.isEmpty());
+  EXPECT_TRUE(rows.sortOrder().key.isEmpty());
 }
 
 TEST_F(Table, OnePressActsAndSelectsItsRow) {
@@ -140,8 +140,8 @@ TEST_F(Table, AsksBeforeTypingAndPassesTheTextOn) {
   view.tableModel().setEditRules(
       {.shouldEdit = [&](const QString&, int) { return allowed; },
        .textForEditing = [](const QString&, int) { return u"own"_s; },
-       .setObjectValue = [&](const QString& value, const QString& column,
-                             int row) { log << value << column << QString::number(row); }});
+       .setValue = [&](const QString& value, const QString& column,
+                       int row) { log << value << column << QString::number(row); }});
   view.editCell(u"name"_s, 1);
   EXPECT_EQ(view.viewport()->findChild<QLineEdit*>(), nullptr);
   allowed = true;

@@ -32,7 +32,7 @@ TEST(SendTime, StaysWithoutItsButtonsUntilItIsClosed) {
     EXPECT_TRUE(modals.isModal());
     press("Send");
   });
-  EXPECT_EQ(summary.runModal({}), 1);
+  EXPECT_EQ(summary.run({}), 1);
   EXPECT_FALSE(modals.isModal());
   for (const auto* button : openSheet().findChildren<QPushButton*>()) EXPECT_FALSE(button->isEnabled());
 
@@ -51,9 +51,9 @@ TEST(SendTime, EndsWithCancelAndEscape) {
   window.show();
   SendTimeSheet summary(modals, &window);
   QTimer::singleShot(0, [] { press("Cancel"); });
-  EXPECT_EQ(summary.runModal({}), 0);
+  EXPECT_EQ(summary.run({}), 0);
   QTimer::singleShot(0, [] { QTest::keyClick(&openSheet(), Qt::Key_Escape); });
-  EXPECT_EQ(summary.runModal({}), 0);
+  EXPECT_EQ(summary.run({}), 0);
   EXPECT_FALSE(QApplication::activeModalWidget());
 }
 

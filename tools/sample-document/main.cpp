@@ -74,7 +74,7 @@ Result<void> write(const QString& path, const SampleOptions& options) {
   if (!schema.open(QIODevice::ReadOnly)) return Error{"resources", 0, schema.errorString()};
   const SampleClock clock(options.today);
   const Calendar calendar{QTimeZone::utc()};
-  const ObjectModel model = managedObjectModel(schema.readAll());
+  const ObjectModel model = objectModel(schema.readAll());
   ObjectContext context(model, clock, calendar);
   if (auto opened = context.open(path); !opened) return opened;
   fillSample(context, options);

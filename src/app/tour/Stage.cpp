@@ -36,14 +36,14 @@ class EmptyWorkspace final : public Workspace {
 Stage::Stage(const std::optional<SampleOptions>& sample)
     : now_(SampleClock(sample.value_or(SampleOptions{}).today).now()),
       environment_(makeEnvironment()),
-      delegate_(environment_) {
+      program_(environment_) {
   if (sample) writeSample(*sample);
-  delegate_.applicationDidFinishLaunching({});
+  program_.launch({});
 }
 
 Stage::~Stage() {
-  delegate_.applicationWillTerminate();  // stops the timers, so that nothing is asked
-  [[maybe_unused]] const bool closed = delegate_.applicationShouldTerminate();
+  program_.prepareEnd();  // stops the timers, so that nothing is asked
+  [[maybe_unused]] const bool closed = program_.mayEnd();
 }
 
 Environment Stage::makeEnvironment() {
@@ -56,11 +56,11 @@ Environment Stage::makeEnvironment() {
 
 void Stage::writeSample(const SampleOptions& options) {
   const QString path = home_.filePath(QStringLiteral("Hours.pdr"));
-  const ObjectModel model = loadManagedObjectModel();
+  const ObjectModel model = loadObjectModel();
   ObjectContext context(model, *environment_.clock, environment_.calendar);
   if (!context.open(path)) return;
   fillSample(context, options);
-  if (context.save()) environment_.defaults.setText(preferences::kLastURL, path);
+  if (context.save()) environment_.defaults.setText(preferences::kLastDocument, path);
 }
 
 }  // namespace pendra

@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 #include <optional>
 
-#include "CorvelAppDelegate.h"
+#include "Program.h"
 #include "sample/SampleDocument.h"
 
 namespace pendra {
@@ -19,8 +19,8 @@ class Stage {
   Stage(const Stage&) = delete;
   Stage& operator=(const Stage&) = delete;
 
-  [[nodiscard]] TimerWindowController& timer() { return *delegate_.windows().timerWindow(); }
-  void perform(Command command) { delegate_.commands().perform(command, nullptr); }
+  [[nodiscard]] TimerWindowController& timer() { return *program_.windows().timerWindow(); }
+  void perform(Command command) { program_.commands().perform(command, nullptr); }
   /// Lets the clock go on by so many seconds.
   void advance(double seconds) { now_ = now_ + seconds; }
   [[nodiscard]] ModalDepth& modals() { return environment_.modals; }
@@ -32,7 +32,7 @@ class Stage {
   QTemporaryDir home_;
   Instant now_;
   Environment environment_;
-  CorvelAppDelegate delegate_;
+  Program program_;
 };
 
 }  // namespace pendra

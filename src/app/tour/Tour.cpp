@@ -46,7 +46,7 @@ QWidget& windowTitled(const QString& title) {
 void startTwoTimers(Stage& stage) {
   TimerWindowController& timer = stage.timer();
   QWidget& window = *timer.log().window();
-  auto& activities = *window.findChild<RowTableView*>(QStringLiteral("myTableView"));
+  auto& activities = *window.findChild<RowTableView*>(QStringLiteral("activityTable"));
   for (const int row : {2, 0}) {
     activities.selectRow(row);
     timer.state().toggleTimer();
@@ -71,11 +71,11 @@ void drawSheets(Album& album, Stage& stage) {
   LogPaneView& log = timer.log();
   album.takeSheet(QStringLiteral("activity-editor"), [&] { timer.editActivity(); });
   log.table().selectRow(3);
-  album.takeSheet(QStringLiteral("time-entry-editor"), [&] { timer.editTimePeriod(); });
+  album.takeSheet(QStringLiteral("time-entry-editor"), [&] { timer.editTimeEntry(); });
   log.table().clearSelection();
   SendTimeSheet summary(stage.modals(), log.window());
   const auto lines = summaryLines(LogSubmissionRows(log.logController()).consideredRows());
-  album.takeSheet(QStringLiteral("send-time"), [&] { std::ignore = summary.runModal(lines); });
+  album.takeSheet(QStringLiteral("send-time"), [&] { std::ignore = summary.run(lines); });
 }
 
 void drawWork(Album& album) {

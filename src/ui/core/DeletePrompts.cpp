@@ -18,7 +18,7 @@ void ask(TimerState& state, const QString& message, void (TimerState::*onDelete)
 
 }  // namespace
 
-void showDeleteWarningSheet(TimerState& state) {
+void askToDeleteActivity(TimerState& state) {
   if (!state.selectedActivity()) return;
   ask(state,
       QStringLiteral(
@@ -28,7 +28,7 @@ void showDeleteWarningSheet(TimerState& state) {
 }
 
 void deleteTimeEntry(TimerState& state) {
-  if (!state.myCurrentTimePeriod()) return;
+  if (!state.currentEntry()) return;
   // Kept: also no row at all is more than one.
   ask(state,
       state.log().numberOfSelectedRows() == 1

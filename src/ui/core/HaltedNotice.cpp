@@ -11,7 +11,7 @@ namespace {
 
 const QString kNoticeKey = QStringLiteral("halted");
 
-using Entries = std::vector<Ref<TimePeriod>>;
+using Entries = std::vector<Ref<TimeEntry>>;
 
 QString sentence(const Entries& entries) {
   const Activity* activity = entries.front()->activity();
@@ -32,20 +32,20 @@ QString timeAndDay(const Session& session, Instant instant) {
 
 /// An entry that began after that moment has no length up to it and stays as it is.
 void setLengths(Session& session, const Entries& entries, Instant end) {
-  for (const Ref<TimePeriod>& entry : entries) {
+  for (const Ref<TimeEntry>& entry : entries) {
     if (entry && entry->start() && end - *entry->start() > 0) entry->setDuration(end - *entry->start());
   }
   saveContextOrLog(session);
-  session.myContextChanges().changed();  // the windows show everything anew
+  session.documentChanges().changed();  // the windows show everything anew
 }
 
 }  // namespace
 
-void postHaltedNotice(Session& session, std::function<void(TimePeriod&)> edit) {
+void postHaltedNotice(Session& session, std::function<void(TimeEntry&)> edit) {
   session.notices().withdraw(kNoticeKey);  // of the document before
   const HaltedEntries halted = std::exchange(session.halted, {});
   Entries entries = halted.entries;
-  std::erase_if(entries, [](const Ref<TimePeriod>& entry) { return !entry; });
+  std::erase_if(entries, [](const Ref<TimeEntry>& entry) { return !entry; });
   if (entries.empty()) return;
   std::vector<NoticeAction> actions;
   if (halted.lastSave) {

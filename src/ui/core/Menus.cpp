@@ -87,7 +87,7 @@ Menu helpMenu() {
 MenuModel::MenuModel()
     : menus_{pendraMenu(), fileMenu(), editMenu(), activityMenu(), listsMenu(), windowMenu(), helpMenu()} {}
 
-void MenuModel::removeVTMenus() {
+void MenuModel::hideVantorItems() {
   const Notifier::Change change(changes_);
   auto& items = menus_[kFileMenu].items;
   std::erase_if(items, [](const MenuItem& item) { return item.tag == kSendAllTag; });
@@ -126,9 +126,9 @@ bool validateMenuItem(const MenuItem& item, const CommandState& state) {
       return state.timerWindowOpen;
     case Command::MakeCurrent:
     case Command::MarkUnsent:
-      return state.timePeriodSelected;
+      return state.entrySelected;
     case Command::SendSelected:
-      return state.canSendToVT;
+      return state.canSend;
     default:
       return true;
   }

@@ -39,7 +39,7 @@ void submitFeedback(Workspace& workspace) { workspace.openUrl(identifiers::kFeed
 
 void showCommunity(Workspace& workspace) { workspace.openUrl(identifiers::kCommunity); }
 
-void showThirdPartyPDF(Workspace& workspace, const QString& resources) {
+void showComponents(Workspace& workspace, const QString& resources) {
   workspace.openUrl(fileAddress(resources + u"/Third Party Components.pdf"));
 }
 

@@ -77,19 +77,14 @@ RowTraits<ActivityRow> activityTraits() {
 }  // namespace
 
 TimerState::TimerState(Session& session, TablePort& table, TimerDisplay& display)
-    : session_(session),
-      table_(table),
-      display_(display),
-      tableDataArray_(activityColumns(), activityTraits()) {}
+    : session_(session), table_(table), display_(display), rows_(activityColumns(), activityTraits()) {}
 
-bool TimerState::canSendToVT() const {
-  return myCurrentTimePeriod() && !myCurrentTimePeriod()->wasSubmitted();
-}
+bool TimerState::canSend() const { return currentEntry() && !currentEntry()->wasSent(); }
 
 Today TimerState::today() const { return Today(session_.ports().clock.now(), session_.ports().calendar); }
 
 ActivityRow TimerState::rowOf(Activity& activity, const Today& today) const {
-  const TimeStrings times = getTimeStringsForActivity(activity, today);
+  const TimeTexts times = timeTextsOf(activity, today);
   return {.activity = &activity,
           .customer = queries::nameOf(activity.customer()),
           .job = queries::nameOf(activity.job()),
@@ -102,50 +97,45 @@ ActivityRow TimerState::rowOf(Activity& activity, const Today& today) const {
 }
 
 void TimerState::reloadData() {
-  if (!session_.theFileDoc()) loadData(session_);
+  if (!session_.document()) loadLastDocument(session_);
   std::vector<ActivityRow> rows;
-  if (const CorvelFileDoc* document = session_.theFileDoc()) {
+  if (const OpenDocument* document = session_.document()) {
     const Today now = today();
-    for (Activity* activity : queries::openActivities(*document->managedObjectContext())) {
+    for (Activity* activity : queries::openActivities(*document->context())) {
       rows.push_back(rowOf(*activity, now));
     }
   }
-  tableDataArray_.setRows(std::move(rows));
+  rows_.setRows(std::move(rows));
   table_.reloadData();
-  if (session_.myStandalone()) display_.hideSendTime();
+  if (session_.isStandalone()) display_.hideSendTime();
 }
 
 void TimerState::reloadLog() {
-  log_->reloadPopupsToSameChoice();
+  log_->reloadKeepingChoice();
   log_->reloadData();
 }
 
-void TimerState::tableViewSelectionDidChange() {
-  {
-    const Notifier::Change editable(editableChanges);
-    const Notifier::Change deleteable(deleteableChanges);
-    const Notifier::Change exportable(exportableChanges);
-    myCurrentActivity_ = selectedActivity();
-  }
-  isRunning_ = myCurrentActivity() && myCurrentActivity()->isRunning();
+void TimerState::selectionChanged() {
+  currentActivity_ = selectedActivity();
+  isRunning_ = currentActivity() && currentActivity()->isRunning();
   updateCustomerJobLabel();
   updateTimeDisplay();
   updateMainButton();
-  myCurrentTimePeriod_ = {};
+  currentEntry_ = {};
   log_->clearSelection();
 }
 
 void TimerState::updateOneRow(int index) {
-  const ActivityRow* old = tableDataArray_.row(index);
+  const ActivityRow* old = rows_.row(index);
   if (!old) return;
   ActivityRow row = *old;
   row.running = row.activity && row.activity->isRunning();
   if (row.running) {
-    const TimeStrings times = getTimeStringsForActivity(*row.activity, today());
+    const TimeTexts times = timeTextsOf(*row.activity, today());
     row.total = times.total;
     row.today = times.today;
   }
-  tableDataArray_.replaceRow(index, std::move(row));
+  rows_.replaceRow(index, std::move(row));
   table_.redrawRow(index);
   updateCustomerJobLabel();
 }
@@ -173,19 +163,19 @@ void TimerState::updateCustomerJobLabel() {
 }
 
 bool TimerState::updateTimeDisplay() {
-  if (!session_.theFileDoc()) return false;
+  if (!session_.document()) return false;
   const Activity* selected = selectedActivity();
   if (isRunning_) {
-    const TimePeriod* running = selected ? selected->runningTimePeriod() : nullptr;
-    showElapsed(running ? running->curElapsedTime() : 0);
+    const TimeEntry* running = selected ? selected->runningEntry() : nullptr;
+    showElapsed(running ? running->elapsed() : 0);
   } else {
-    display_.showElapsedTime(timeStringForLastTimePerioid(selected));
+    display_.showElapsedTime(lastEntryLength(selected));
   }
-  for (int row = 0; row < tableDataArray_.rowCount(); ++row) {
-    const Activity* activity = tableDataArray_.row(row)->activity.get();
+  for (int row = 0; row < rows_.rowCount(); ++row) {
+    const Activity* activity = rows_.row(row)->activity.get();
     if (activity && activity->isRunning()) updateOneRow(row);
   }
-  log_->updateRunningPeriods();
+  log_->updateRunningEntries();
   return true;
 }
 
@@ -195,58 +185,50 @@ void TimerState::showElapsed(double seconds) {
 }
 
 Activity* TimerState::selectedActivity() const {
-  const ActivityRow* row = tableDataArray_.row(table_.selectedRow());
+  const ActivityRow* row = rows_.row(table_.selectedRow());
   return row ? row->activity.get() : nullptr;
 }
 
-std::optional<int> TimerState::indexSetOfCurActivity() const {
-  const Activity* current = myCurrentActivity();
+std::optional<int> TimerState::rowOfCurrentActivity() const {
+  const Activity* current = currentActivity();
   if (!current) return std::nullopt;
-  return tableDataArray_.indexOf([current](const ActivityRow& row) { return row.activity == current; });
+  return rows_.indexOf([current](const ActivityRow& row) { return row.activity == current; });
 }
 
-QString TimerState::timeStringForLastTimePerioid(const Activity* activity) {
-  const TimePeriod* latest = nullptr;
+QString TimerState::lastEntryLength(const Activity* activity) {
+  const TimeEntry* latest = nullptr;
   if (activity) {
-    for (const TimePeriod* period : activity->timePeriod()) {
+    for (const TimeEntry* period : activity->entries()) {
       if (!latest || latest->compare(*period) < 0) latest = period;
     }
   }
   return latest ? durationText(std::trunc(latest->storedDuration())) : kNoTime;
 }
 
-QString TimerState::getCurDateStr() const {
-  return shortDate(session_.ports().clock.now(), session_.ports().calendar);
-}
-
-QString TimerState::getCurTimeStr() const {
-  return timeWithMarker(session_.ports().clock.now(), session_.ports().calendar);
-}
-
 void TimerState::toggleTimer() {
-  if (Activity* activity = myCurrentActivity(); !activity) {
+  if (Activity* activity = currentActivity(); !activity) {
     display_.showActivitySheet(true);
   } else if (activity->isRunning()) {
     isRunning_ = false;
     activity->stop();
     display_.showMainButton(false);
   } else {
-    activity->startNewTimePeriod();
+    activity->startEntry();
     display_.showMainButton(true);
     updateCustomerJobLabel();
     isRunning_ = true;
   }
-  log_->reloadPopupsToSameChoice();
+  log_->reloadKeepingChoice();
   reloadData();
-  log_->updateRunningPeriods();  // at once, not at the next tick
+  log_->updateRunningEntries();  // at once, not at the next tick
 }
 
-void TimerState::restartSelected() {
+void TimerState::toggleSelected() {
   Activity* selected = selectedActivity();
   if (!selected) return;
   isRunning_ = !selected->isRunning();
   if (isRunning_) {
-    selected->startNewTimePeriod();
+    selected->startEntry();
   } else {
     selected->stop();
   }
@@ -258,14 +240,14 @@ void TimerState::restartSelected() {
 
 void TimerState::clearTableSelection() {
   table_.clearSelection();
-  tableViewSelectionDidChange();  // also when the selected row went with its activity
+  selectionChanged();  // also when the selected row went with its activity
 }
 
 void TimerState::deleteSelectedActivity() {
   Activity* selected = selectedActivity();
   if (!selected) return;
   ObjectContext& context = *selected->context();
-  for (TimePeriod* period : selected->timePeriod().copy()) context.deleteObject(*period);
+  for (TimeEntry* period : selected->entries().copy()) context.deleteObject(*period);
   context.deleteObject(*selected);
   reloadLog();
   reloadData();
@@ -273,20 +255,19 @@ void TimerState::deleteSelectedActivity() {
 }
 
 void TimerState::deleteSelectedTimeEntries() {
-  const auto periods = log_->deleteSelectedRows();
-  for (const Ref<TimePeriod>& period : periods) {
+  const auto periods = log_->selectedEntries();
+  for (const Ref<TimeEntry>& period : periods) {
     if (!period) break;
     Activity* activity = period->activity();
     ObjectContext& context = *period->context();
     if (activity && period->running() == true) activity->stop();
-    TimePeriod& entry = *period;
-    if (activity) activity->deletTimePeriod(entry);
+    TimeEntry& entry = *period;
     context.deleteObject(entry);
   }
   if (periods.empty()) return;
   reloadData();
   clearTableSelection();
-  log_->reloadComboxes();
+  log_->reloadNames();
   log_->reloadData();  // the filters say “All” again
 }
 
@@ -296,14 +277,14 @@ void TimerState::markSelectedCompleted() {
   selected->stop();
   selected->setCompleted(true);
   reloadData();
-  log_->reloadComboxes();
+  log_->reloadNames();
   log_->reloadData();  // the filters say “All” again
   clearTableSelection();
 }
 
-void TimerState::addPeriodToCurrentActiivities() {
-  if (!myCurrentTimePeriod() || !myCurrentTimePeriod()->activity()) return;
-  myCurrentTimePeriod()->activity()->setCompleted(false);
+void TimerState::makeCurrent() {
+  if (!currentEntry() || !currentEntry()->activity()) return;
+  currentEntry()->activity()->setCompleted(false);
   reloadData();
 }
 

@@ -23,7 +23,7 @@ struct ActivitySheet::Parts {
   Parts(ActivitySheet& sheet, Session& session)
       : form(&sheet),
         guard(*new LeaveGuard(sheet)),
-        edited([this](const Control& control) { controller.controlTextDidChange(control); }),
+        edited([this](const Control& control) { controller.controlEdited(control); }),
         entry(form, edited),
         notesField(*form.notesField, edited),
         activityLabel(sheet),
@@ -32,7 +32,7 @@ struct ActivitySheet::Parts {
         okButton(*form.okButton),
         littleSaveButton(*form.littleSaveButton),
         controller(session, {entry.fields(), notesField, *form.notesLength, activityLabel, billableCheckbox,
-                             autoStartCheckbox, okButton, littleSaveButton, *form.myTableView, sheet}) {}
+                             autoStartCheckbox, okButton, littleSaveButton, *form.activityTable, sheet}) {}
 
   Form form;
   LeaveGuard& guard;
@@ -44,7 +44,7 @@ struct ActivitySheet::Parts {
   CheckBoxControl autoStartCheckbox;
   ButtonControl okButton;
   ButtonControl littleSaveButton;
-  NewActivityController controller;
+  ActivityEditor controller;
   Notifier::Subscription deletability;
 };
 
@@ -73,16 +73,16 @@ ActivitySheet::ActivitySheet(Session& session, QWidget* window)
 ActivitySheet::~ActivitySheet() {
   // The rows go with the logic, before the table that shows them.
   hide();
-  parts_->form.myTableView->setModel(nullptr);
+  parts_->form.activityTable->setModel(nullptr);
 }
 
-NewActivityController& ActivitySheet::controller() { return parts_->controller; }
+ActivityEditor& ActivitySheet::controller() { return parts_->controller; }
 
-void ActivitySheet::hideSendToVTLabel() { parts_->form.sendToVTLabel->hide(); }
+void ActivitySheet::hideSendingLabel() { parts_->form.sendToVTLabel->hide(); }
 
 void ActivitySheet::connectControls() {
   Parts& parts = *parts_;
-  NewActivityController& controller = parts.controller;
+  ActivityEditor& controller = parts.controller;
   connectEntry(parts.entry, parts.guard, controller, true);
   guardField(parts.guard, parts.notesField, controller);
   connectService();
@@ -95,39 +95,39 @@ void ActivitySheet::connectControls() {
 /// waits for as well, may have come later.
 void ActivitySheet::connectService() {
   NameComboControl& popup = parts_->entry.servicePopup;
-  NewActivityController& controller = parts_->controller;
-  const auto shouldEndEditing = [&] {
-    const bool may = controller.textShouldEndEditing(popup);
-    if (may) controller.pickAService();
+  ActivityEditor& controller = parts_->controller;
+  const auto mayLeave = [&] {
+    const bool may = controller.mayLeave(popup);
+    if (may) controller.enableOk();
     return may;
   };
-  popup.widget().setRules({.dataArray = [&] { return controller.dataArrayForCombobox(popup); },
-                           .shouldEndEditing = shouldEndEditing,
+  popup.widget().setRules({.names = [&] { return controller.namesFor(popup); },
+                           .mayLeave = mayLeave,
                            .opensListWhileTyping = true});
-  connect(&popup.widget(), &NameComboBox::picked, this, [&] { controller.pickAService(); });
+  connect(&popup.widget(), &NameComboBox::picked, this, [&] { controller.enableOk(); });
 }
 
 void ActivitySheet::connectTimeEntries() {
   const Form& form = parts_->form;
-  NewActivityController& controller = parts_->controller;
-  form.myTableView->setController(controller);
-  connect(form.littleSaveButton, &QPushButton::clicked, this, [&] { controller.updateSelectedPeriod(); });
+  ActivityEditor& controller = parts_->controller;
+  form.activityTable->setController(controller);
+  connect(form.littleSaveButton, &QPushButton::clicked, this, [&] { controller.applyToSelectedEntry(); });
   connect(form.addTimeEntryButton, &QPushButton::clicked, this, [&] { controller.addTimeEntry(); });
   connect(form.deleteTimeEntryButton, &QPushButton::clicked, this, [&] { controller.deleteTimeEntry(); });
-  auto* deleteKey = new QShortcut(QKeySequence::Delete, form.myTableView);
+  auto* deleteKey = new QShortcut(QKeySequence::Delete, form.activityTable);
   deleteKey->setContext(Qt::WidgetShortcut);
   connect(deleteKey, &QShortcut::activated, this, [&] { controller.deleteTimeEntry(); });
   const auto enable = [&] {
-    parts_->form.deleteTimeEntryButton->setEnabled(parts_->controller.canDeleteTimePeriods());
+    parts_->form.deleteTimeEntryButton->setEnabled(parts_->controller.canDeleteEntries());
   };
-  parts_->deletability = controller.canDeleteTimePeriodsChanges.observe(enable);
+  parts_->deletability = controller.canDeleteEntriesChanges.observe(enable);
   enable();
 }
 
-int ActivitySheet::runModal() {
-  const NewActivityController& controller = parts_->controller;
-  parts_->form.serviceHint->setVisible(!session_.myStandalone() && controller.serviceDataArray().isEmpty());
-  return SheetRunner(session_.ports().modals).runModal(*this);
+int ActivitySheet::run() {
+  const ActivityEditor& controller = parts_->controller;
+  parts_->form.serviceHint->setVisible(!session_.isStandalone() && controller.offersNoServices());
+  return SheetRunner(session_.ports().modals).run(*this);
 }
 
 void ActivitySheet::setPastTimeViewShown(bool shown) {
@@ -144,7 +144,7 @@ void ActivitySheet::setPastTimeViewShown(bool shown) {
 void ActivitySheet::reject() { parts_->controller.cancel(); }
 
 void ActivitySheet::save() {
-  parts_->form.myTableView->commitEditing();
+  parts_->form.activityTable->commitEditing();
   parts_->controller.save();
 }
 

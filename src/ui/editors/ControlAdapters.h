@@ -24,7 +24,7 @@ class WidgetControl : public Control {
   explicit WidgetControl(Widget& widget) : widget_(widget) {}
   [[nodiscard]] bool isEnabled() const override { return widget_.isEnabled(); }
   void setEnabled(bool enabled) override { widget_.setEnabled(enabled); }
-  void makeFirstResponder() override { widget_.setFocus(Qt::OtherFocusReason); }
+  void takeFocus() override { widget_.setFocus(Qt::OtherFocusReason); }
   [[nodiscard]] Widget& widget() const { return widget_; }
 
  private:
@@ -38,8 +38,8 @@ class LineEditControl final : public WidgetControl<QLineEdit> {
       if (!writing_) edited(*this);
     });
   }
-  [[nodiscard]] QString stringValue() const override { return widget().text(); }
-  void setStringValue(const QString& text) override {
+  [[nodiscard]] QString text() const override { return widget().text(); }
+  void setText(const QString& text) override {
     const QScopedValueRollback writing(writing_, true);
     widget().setText(text);
   }
@@ -53,16 +53,16 @@ class NotesControl final : public WidgetControl<NotesEdit> {
   NotesControl(NotesEdit& field, const Edited& edited) : WidgetControl(field) {
     QObject::connect(&field, &NotesEdit::noteEdited, &field, [this, edited] { edited(*this); });
   }
-  [[nodiscard]] QString stringValue() const override { return widget().note(); }
-  void setStringValue(const QString& text) override { widget().setNote(text); }
+  [[nodiscard]] QString text() const override { return widget().note(); }
+  void setText(const QString& text) override { widget().setNote(text); }
 };
 
 /// Its text is the title, which is also its accessible name.
 class ButtonControl final : public WidgetControl<QPushButton> {
  public:
   using WidgetControl::WidgetControl;
-  [[nodiscard]] QString stringValue() const override { return widget().text(); }
-  void setStringValue(const QString& text) override {
+  [[nodiscard]] QString text() const override { return widget().text(); }
+  void setText(const QString& text) override {
     widget().setText(text);
     widget().setAccessibleName(text);
   }
@@ -72,8 +72,8 @@ class ButtonControl final : public WidgetControl<QPushButton> {
 class TitleControl final : public WidgetControl<QWidget> {
  public:
   using WidgetControl::WidgetControl;
-  [[nodiscard]] QString stringValue() const override { return widget().windowTitle(); }
-  void setStringValue(const QString& text) override { widget().setWindowTitle(text); }
+  [[nodiscard]] QString text() const override { return widget().windowTitle(); }
+  void setText(const QString& text) override { widget().setWindowTitle(text); }
 };
 
 class CheckBoxControl final : public CheckControl {

@@ -4,8 +4,8 @@ namespace pendra {
 
 EditorSheets::EditorSheets(TimerState& timer, TablePort& activities, QWidget& window)
     : activitySheet_(*new ActivitySheet(timer.session(), &window)),
-      timePeriodSheet_(*new TimePeriodSheet(timer.session(), &window)),
+      timeEntrySheet_(*new TimeEntrySheet(timer.session(), &window)),
       activityFlow_(timer, activities, activitySheet_.controller()),
-      timePeriodFlow_(timer, timePeriodSheet_.controller()) {}
+      timeEntryFlow_(timer, timeEntrySheet_.controller()) {}
 
 }  // namespace pendra

@@ -11,8 +11,8 @@ class NameComboControl final : public WidgetControl<NameComboBox> {
   NameComboControl(NameComboBox& popup, const Edited& edited) : WidgetControl(popup) {
     QObject::connect(&popup, &NameComboBox::textEdited, &popup, [this, edited] { edited(*this); });
   }
-  [[nodiscard]] QString stringValue() const override { return widget().text(); }
-  void setStringValue(const QString& text) override { widget().setText(text); }
+  [[nodiscard]] QString text() const override { return widget().text(); }
+  void setText(const QString& text) override { widget().setText(text); }
 };
 
 /// The adapters of the fields that both sheets have under the same names.
@@ -44,15 +44,15 @@ struct EntryAdapters {
 /// Gives a combo box its list from a controller, which also decides whether it is left.
 template <class Controller>
 void connectNames(NameComboControl& popup, Controller& controller, bool opensListWhileTyping) {
-  popup.widget().setRules({.dataArray = [&] { return controller.dataArrayForCombobox(popup); },
-                           .shouldEndEditing = [&] { return controller.textShouldEndEditing(popup); },
+  popup.widget().setRules({.names = [&] { return controller.namesFor(popup); },
+                           .mayLeave = [&] { return controller.mayLeave(popup); },
                            .opensListWhileTyping = opensListWhileTyping});
 }
 
 /// Lets the controller decide whether any other field is left.
 template <class Widget, class Controller>
 void guardField(LeaveGuard& guard, WidgetControl<Widget>& field, Controller& controller) {
-  guard.watch(field.widget(), [&] { return controller.textShouldEndEditing(field); });
+  guard.watch(field.widget(), [&] { return controller.mayLeave(field); });
 }
 
 /// What both sheets do with the fields of an entry.
@@ -67,7 +67,7 @@ void connectEntry(EntryAdapters& entry, LeaveGuard& guard, Controller& controlle
     guardField(guard, *field, controller);
   }
   QObject::connect(&entry.customerPopup.widget(), &NameComboBox::picked, &guard,
-                   [&] { controller.pickACustomer(); });
+                   [&] { controller.customerPicked(); });
 }
 
 /// Sizes of the fields, for the longest text that each is made for.

@@ -19,18 +19,17 @@ TimeEntriesTable::TimeEntriesTable(QWidget* parent) : RowTableView(parent) {
   setEmptyState(tr("No time has been entered yet."));
 }
 
-void TimeEntriesTable::setController(NewActivityController& controller) {
-  setSource(controller.tableDataArray());
+void TimeEntriesTable::setController(ActivityEditor& controller) {
+  setSource(controller.rows());
   tableModel().setEditRules(
-      {.shouldEdit = [&](const QString& column,
-                         int row) { return controller.shouldEditTableColumn(column, row); },
+      {.shouldEdit = [&](const QString& column, int row) { return controller.isEditable(column, row); },
        .textForEditing = [&](const QString&, int row) { return controller.noteForEditing(row); },
-       .setObjectValue =
+       .setValue =
            [&, this](const QString& value, const QString& column, int row) {
-             controller.setObjectValue(value, column, row);
+             controller.setValue(value, column, row);
              redrawRow(row);
            }});
-  connect(this, &RowTableView::selectionDidChange, this, [&] { controller.tableViewSelectionDidChange(); });
+  connect(this, &RowTableView::selectionChanged, this, [&] { controller.selectionChanged(); });
   connect(this, &RowTableView::rowActivated, this, [this](int row) { editCell("notes", row); });
 }
 

@@ -20,11 +20,11 @@ CustomerListWindow::CustomerListWindow(const WindowParts& parts)
   auto controller = std::make_unique<CustomerListController>(session(), table(), *this);
   customers_ = controller.get();
   setUpAdding(addJobButton(), tr("Add &Job"), tr("Add job"), [this] { addJob(); });
-  awakeFromNib(std::move(controller));
+  start(std::move(controller));
 }
 
-void CustomerListWindow::standaloneDidChange() {
-  ListWindow::standaloneDidChange();
+void CustomerListWindow::standaloneChanged() {
+  ListWindow::standaloneChanged();
   addJobButton().setVisible(customers_->standalone());
 }
 
@@ -35,9 +35,9 @@ void CustomerListWindow::addNew() {
 
 void CustomerListWindow::addJob() {
   if (!takeEdit()) return;
-  const int rows = customers_->numberOfRowsInTableView();
+  const int rows = customers_->source().rowCount();
   customers_->addNewJob();
-  if (customers_->numberOfRowsInTableView() > rows) editName(table().selectedRow());
+  if (customers_->source().rowCount() > rows) editName(table().selectedRow());
 }
 
 void loadCustomerList(Session& session, MenuModel& menus, CommandTarget& commands) {

@@ -10,7 +10,7 @@ class CustomerListWindow final : public ListWindow {
   Q_OBJECT
  public:
   explicit CustomerListWindow(const WindowParts& parts);
-  void standaloneDidChange() override;
+  void standaloneChanged() override;
 
  protected:
   void addNew() override;

@@ -39,9 +39,9 @@ ListWindow::~ListWindow() {
   if (session_.*place_ == this) session_.*place_ = nullptr;
 }
 
-void ListWindow::awakeFromNib(std::unique_ptr<ListController> controller) {
+void ListWindow::start(std::unique_ptr<ListController> controller) {
   controller_ = std::move(controller);
-  ui_->myTableView->setAccessibleName(words_.table);
+  ui_->activityTable->setAccessibleName(words_.table);
   setUpAdding(*ui_->plusButton, words_.add, words_.addAccessible, [this] { add(); });
   makePrimary(*ui_->plusButton);
   makeQuiet(*ui_->markAllButton);
@@ -53,22 +53,22 @@ void ListWindow::awakeFromNib(std::unique_ptr<ListController> controller) {
   ui_->linkedText->setContentsMargins(metrics::kSide, 0, metrics::kSide, metrics::kGrid);
   connectTable();
   connectButtons();
-  controller_->awakeFromNib();
+  controller_->start();
   ui_->searchString->setFocus();
 }
 
 void ListWindow::connectTable() {
   RowTableView& view = table();
   view.setSource(controller_->source());
-  view.tableModel().setEditRules({.setObjectValue = [this](const QString& value, const QString& identifier,
-                                                           int row) { takeText(value, identifier, row); }});
+  view.tableModel().setEditRules({.setValue = [this](const QString& value, const QString& identifier,
+                                                     int row) { takeText(value, identifier, row); }});
   view.installEventFilter(this);
   connect(&view, &RowTableView::cellPressed, this, [this](int row, const QString& identifier) {
     const int column = table().tableModel().columnOf(identifier);
-    controller_->setObjectValue(!controller_->source().isChecked(row, column), identifier, row);
+    controller_->setValue(!controller_->source().isChecked(row, column), identifier, row);
   });
   connect(&view, &RowTableView::rowActivated, this, &ListWindow::editName);
-  connect(&view, &RowTableView::selectionDidChange, this, &ListWindow::updateButtons);
+  connect(&view, &RowTableView::selectionChanged, this, &ListWindow::updateButtons);
   connect(&view, &RowTableView::emptyButtonClicked, this, [this] {
     if (controller_->standalone()) return add();
     target_.perform(Command::UpdateLists, this);
@@ -101,7 +101,7 @@ void ListWindow::setUpAdding(QPushButton& button, const QString& text, const QSt
   });
 }
 
-RowTableView& ListWindow::table() const { return *ui_->myTableView; }
+RowTableView& ListWindow::table() const { return *ui_->activityTable; }
 QPushButton& ListWindow::addJobButton() const { return *ui_->addJobButton; }
 
 void ListWindow::close() {
@@ -123,7 +123,7 @@ void ListWindow::closeEvent(QCloseEvent* event) {
 }
 
 void ListWindow::reloadData() {
-  if (session_.myContext()) controller_->reloadData();
+  if (session_.context()) controller_->reloadData();
 }
 
 void ListWindow::search(const QString& text) {
@@ -133,8 +133,8 @@ void ListWindow::search(const QString& text) {
 }
 
 void ListWindow::showCounts() {
-  const int rows = controller_->numberOfRowsInTableView();
-  const bool open = session_.myContext() != nullptr;
+  const int rows = controller_->source().rowCount();
+  const bool open = session_.context() != nullptr;
   ui_->plusButton->setEnabled(open);
   const bool searching = !controller_->searchString().isEmpty();
   ui_->countText->setText(rows == 0 ? QString() : tr("%n listed", nullptr, rows));
@@ -152,7 +152,7 @@ void ListWindow::showCounts() {
   updateButtons();
 }
 
-void ListWindow::standaloneDidChange() {
+void ListWindow::standaloneChanged() {
   const bool standalone = controller_->standalone();
   ui_->plusButton->setVisible(standalone);
   ui_->linkedText->setHidden(standalone);
@@ -172,7 +172,7 @@ void ListWindow::deleteRow() {
   const int row = table().selectedRow();
   controller_->deleteRow();
   // The next one moves up, so that the keyboard goes on where it was.
-  const int last = controller_->numberOfRowsInTableView() - 1;
+  const int last = controller_->source().rowCount() - 1;
   if (row >= 0 && last >= 0 && table().selectedRow() < 0) table().selectRow(std::min(row, last));
 }
 
@@ -203,7 +203,7 @@ bool ListWindow::storeTaken() {
   const int column = table().tableModel().columnOf(taken.identifier);
   for (int row = 0; row < source.rowCount(); ++row) {
     if (source.identity(row) != taken.identity) continue;
-    controller_->setObjectValue(taken.value, taken.identifier, row);
+    controller_->setValue(taken.value, taken.identifier, row);
     table().scrollTo(table().currentIndex());
     // A refused name leaves the rows as they were; a stored one may have moved its row.
     return row >= source.rowCount() || source.identity(row) != taken.identity ||
@@ -232,8 +232,7 @@ void ListWindow::editColumn(int column, int row) {
 void ListWindow::editName(int row) {
   const TableSource& source = controller_->source();
   for (int column = 0; column < source.columnCount(); ++column) {
-    if (controller_->shouldEditTableColumn(column, row))
-      return table().editCell(source.head(column).identifier, row);
+    if (source.isEditable(row, column)) return table().editCell(source.head(column).identifier, row);
   }
 }
 

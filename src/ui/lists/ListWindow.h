@@ -59,13 +59,13 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
   void reloadData() override;
 
   void editColumn(int column, int row) override;
-  void standaloneDidChange() override;
+  void standaloneChanged() override;
 
  protected:
   /// `place` is where the session knows the window.
   ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*place, ListWords words);
   /// Called at the end of the constructor of the window that knows its controller.
-  void awakeFromNib(std::unique_ptr<ListController> controller);
+  void start(std::unique_ptr<ListController> controller);
 
   virtual void addNew() = 0;
 

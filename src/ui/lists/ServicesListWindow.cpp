@@ -20,7 +20,7 @@ ServicesListWindow::ServicesListWindow(const WindowParts& parts)
   auto controller = std::make_unique<ServicesListController>(session(), table(), *this);
   services_ = controller.get();
   addJobButton().hide();
-  awakeFromNib(std::move(controller));
+  start(std::move(controller));
 }
 
 void ServicesListWindow::addNew() {

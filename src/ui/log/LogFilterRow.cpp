@@ -103,7 +103,7 @@ void LogFilterRow::addHideSubmitted(UserDefaults& defaults) {
   row_->addWidget(hideSubmitted_);
   connect(hideSubmitted_, &QCheckBox::toggled, this, [this](bool checked) {
     log_.setHidesSubmitted(checked);
-    log_.updateRunningPeriods();
+    log_.updateRunningEntries();
     chosen_();
   });
   hideChanges_ = defaults.changesOf(preferences::kHideSubmitted).observe([this] {
@@ -115,19 +115,19 @@ void LogFilterRow::addHideSubmitted(UserDefaults& defaults) {
 void LogFilterRow::choose(PopUp& popup, int index) {
   popup.selectItemAtIndex(index);
   if (&popup == &log_.customerPopup) {
-    log_.pickACustomer(popup);
+    log_.customerPicked(popup);
   } else {
-    log_.changeFilter();
+    log_.reloadData();
   }
-  log_.updateRunningPeriods();  // at once, not at the next tick
+  log_.updateRunningEntries();  // at once, not at the next tick
   chosen_();
 }
 
 void LogFilterRow::takeDate(const QString& text, QString& field) {
   if (text == field) return;
   field = text;
-  log_.changeDateRange();
-  log_.updateRunningPeriods();
+  log_.reloadData();
+  log_.updateRunningEntries();
   chosen_();
 }
 

@@ -10,29 +10,28 @@
 namespace pendra {
 
 LogPaneView::LogPaneView(Session& session, TimerState& window, QWidget* parent)
-    : QWidget(parent), session_(session), myTableView_(std::make_unique<RowTableView>(this)) {
-  logController_ = std::make_unique<LogController>(session, window, *myTableView_);
+    : QWidget(parent), session_(session), table_(std::make_unique<RowTableView>(this)) {
+  logController_ = std::make_unique<LogController>(session, window, *table_);
   filters_ = std::make_unique<LogFilterRow>(
-      *logController_, session.ports().defaults, [this] { myTableView_->showSelectionOrTop(); }, this);
+      *logController_, session.ports().defaults, [this] { table_->showSelectionOrTop(); }, this);
   setObjectName(QStringLiteral("logView"));
-  myTableView_->setObjectName(QStringLiteral("logTableView"));
-  myTableView_->setAccessibleName(tr("Time log"));
-  myTableView_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  myTableView_->setSource(logController_->tableDataArray());
-  myTableView_->setSortDescriptor({QStringLiteral("date"), false});
+  table_->setObjectName(QStringLiteral("logTableView"));
+  table_->setAccessibleName(tr("Time log"));
+  table_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  table_->setSource(logController_->rows());
+  table_->setSortOrder({QStringLiteral("date"), false});
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
   column->addWidget(filters_.get());
-  column->addWidget(myTableView_.get(), 1);
-  connect(myTableView_.get(), &RowTableView::selectionDidChange, this,
-          [this] { logController_->tableViewSelectionDidChange(); });
-  connect(myTableView_.get(), &RowTableView::cellPressed, this, &LogPaneView::pressCell);
-  connect(myTableView_.get(), &RowTableView::rowActivated, this, &LogPaneView::editTimePeriod);
-  connect(myTableView_.get(), &RowTableView::emptyButtonClicked, this,
-          [this] { logController_->clearFilters(); });
+  column->addWidget(table_.get(), 1);
+  connect(table_.get(), &RowTableView::selectionChanged, this,
+          [this] { logController_->selectionChanged(); });
+  connect(table_.get(), &RowTableView::cellPressed, this, &LogPaneView::pressCell);
+  connect(table_.get(), &RowTableView::rowActivated, this, &LogPaneView::editTimeEntry);
+  connect(table_.get(), &RowTableView::emptyButtonClicked, this, [this] { logController_->clearFilters(); });
   contents_ = logController_->contentsChanges.observe([this] { showEmptiness(); });
-  logController_->awakeFromNib();
+  logController_->start();
   showEmptiness();
 }
 
@@ -47,8 +46,8 @@ void LogPaneView::exportTimeLog() {
 
 void LogPaneView::pressCell(int row, const QString& identifier) {
   if (identifier != u"edit") return;
-  myTableView_->selectRow(row);
-  Q_EMIT editTimePeriod();
+  table_->selectRow(row);
+  Q_EMIT editTimeEntry();
 }
 
 void LogPaneView::showEmptiness() {
@@ -56,9 +55,9 @@ void LogPaneView::showEmptiness() {
     case LogEmptiness::HasRows:
       return;
     case LogEmptiness::NoEntries:
-      return myTableView_->setEmptyState(tr("No time has been tracked yet"));
+      return table_->setEmptyState(tr("No time has been tracked yet"));
     case LogEmptiness::FilteredAway:
-      return myTableView_->setEmptyState(tr("No entry passes the filters"), tr("Clear Filters"));
+      return table_->setEmptyState(tr("No entry passes the filters"), tr("Clear Filters"));
   }
 }
 

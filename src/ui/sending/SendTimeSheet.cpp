@@ -19,7 +19,7 @@ std::unique_ptr<RowTable<SummaryLine>> makeTable() {
                                .text = [text](const SummaryLine& line) { return line.*text; }};
   };
   Column<SummaryLine> duration =
-      column(QStringLiteral("totalduration"), QDialog::tr("Duration"), &SummaryLine::totalduration);
+      column(QStringLiteral("totalduration"), QDialog::tr("Duration"), &SummaryLine::duration);
   duration.head.alignment = Alignment::Right;
   duration.head.kind = CellKind::Time;
   duration.head.weight = 0;
@@ -33,36 +33,36 @@ std::unique_ptr<RowTable<SummaryLine>> makeTable() {
 }  // namespace
 
 SendTimeSheet::SendTimeSheet(ModalDepth& modals, QWidget* window)
-    : modals_(modals), mySummarySheet_(window), mySummaryController_(makeTable()) {
+    : modals_(modals), sheet_(window), rows_(makeTable()) {
   build();
 }
 
 SendTimeSheet::~SendTimeSheet() = default;
 
 void SendTimeSheet::build() {
-  mySummarySheet_.setObjectName(QStringLiteral("mySummarySheet"));
-  mySummarySheet_.setWindowTitle(QDialog::tr("Send Time"));
-  mySummarySheet_.resize(640, 400);
+  sheet_.setObjectName(QStringLiteral("sheet"));
+  sheet_.setWindowTitle(QDialog::tr("Send Time"));
+  sheet_.resize(640, 400);
   auto* words = new QLabel(QDialog::tr("This time will be sent to Vantor:"));
   auto* table = new RowTableView;
-  table->setObjectName(QStringLiteral("mySummaryTable"));
+  table->setObjectName(QStringLiteral("table"));
   table->setAccessibleName(QDialog::tr("Summary"));
-  table->setSource(*mySummaryController_);
+  table->setSource(*rows_);
   table->setEmptyState(QDialog::tr("Everything here has been sent."));
-  QPushButton* cancel = makeSheetButton(QDialog::tr("Cancel"), &mySummarySheet_);
-  QPushButton* send = makeSheetButton(QDialog::tr("Send"), &mySummarySheet_);
+  QPushButton* cancel = makeSheetButton(QDialog::tr("Cancel"), &sheet_);
+  QPushButton* send = makeSheetButton(QDialog::tr("Send"), &sheet_);
   send->setDefault(true);
   makePrimary(*send);
-  QObject::connect(send, &QPushButton::clicked, &mySummarySheet_, [this] { finishSumitting(); });
-  QObject::connect(cancel, &QPushButton::clicked, &mySummarySheet_, [this] { cancelSubmitting(); });
+  QObject::connect(send, &QPushButton::clicked, &sheet_, [this] { accept(); });
+  QObject::connect(cancel, &QPushButton::clicked, &sheet_, [this] { sheet_.done(SheetRunner::kCancelled); });
   // Escape and the close box end it, too.
-  QObject::connect(&mySummarySheet_, &QDialog::finished, &modalSession_, &QEventLoop::exit);
+  QObject::connect(&sheet_, &QDialog::finished, &loop_, &QEventLoop::exit);
   auto* buttons = new QHBoxLayout;
   buttons->setSpacing(metrics::kGrid);
   buttons->addStretch();
   buttons->addWidget(cancel);
   buttons->addWidget(send);
-  auto* column = new QVBoxLayout(&mySummarySheet_);
+  auto* column = new QVBoxLayout(&sheet_);
   column->setContentsMargins(metrics::kSide, metrics::kSide, metrics::kSide, metrics::kSide);
   column->setSpacing(metrics::kSide);
   column->addWidget(words);
@@ -70,18 +70,18 @@ void SendTimeSheet::build() {
   column->addLayout(buttons);
 }
 
-int SendTimeSheet::runModal(const std::vector<SummaryLine>& lines) {
-  mySummaryController_->setRows(lines);
-  mySummarySheet_.findChild<RowTableView*>()->reloadData();
-  mySummarySheet_.setWindowModality(Qt::ApplicationModal);
-  mySummarySheet_.show();
+int SendTimeSheet::run(const std::vector<SummaryLine>& lines) {
+  rows_->setRows(lines);
+  sheet_.findChild<RowTableView*>()->reloadData();
+  sheet_.setWindowModality(Qt::ApplicationModal);
+  sheet_.show();
   const ModalDepth::Run run(modals_);
-  return modalSession_.exec(QEventLoop::DialogExec);
+  return loop_.exec(QEventLoop::DialogExec);
 }
 
-void SendTimeSheet::finishSumitting() {
-  for (auto* button : mySummarySheet_.findChildren<QPushButton*>()) button->setEnabled(false);
-  modalSession_.exit(SheetRunner::kAccepted);
+void SendTimeSheet::accept() {
+  for (auto* button : sheet_.findChildren<QPushButton*>()) button->setEnabled(false);
+  loop_.exit(SheetRunner::kAccepted);
 }
 
 }  // namespace pendra

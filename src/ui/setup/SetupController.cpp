@@ -70,12 +70,12 @@ QWidget* SetupController::makeContent() {
   auto* column = new QVBoxLayout(content);
   column->setContentsMargins(metrics::kGrid * 4, metrics::kGrid * 3, metrics::kGrid * 4, metrics::kGrid * 3);
   column->setSpacing(0);
-  standaloneRadioi_ = new QButtonGroup(this);
-  standaloneRadioi_->setObjectName(QStringLiteral("standaloneRadioi"));
+  modeRadios_ = new QButtonGroup(this);
+  modeRadios_->setObjectName(QStringLiteral("standaloneRadioi"));
   const auto addMode = [&](int row, const QString& title, const QString& meaning) {
     auto* radio = new QRadioButton(title);
     radio->setChecked(row == 0);
-    standaloneRadioi_->addButton(radio, row);
+    modeRadios_->addButton(radio, row);
     column->addWidget(radio);
     column->addSpacing(metrics::kGrid / 2);
     column->addWidget(indented(quietWords(meaning)));
@@ -84,35 +84,35 @@ QWidget* SetupController::makeContent() {
       0, tr("Link to Vantor"),
       tr("Customers, jobs and service items come from the company that is open in Vantor, and your time is "
          "sent to it."));
-  vtSettingsView_ = makeSettings();
-  column->addWidget(vtSettingsView_);
+  linkSettings_ = makeSettings();
+  column->addWidget(linkSettings_);
   column->addSpacing(metrics::kGrid * 3);
   addMode(1, tr("Work standalone"), tr("You keep the lists yourself. Your time stays in your document."));
   column->addWidget(makeStatus());
   column->addStretch();
   column->addWidget(makeButtons());
-  connect(standaloneRadioi_, &QButtonGroup::idToggled, this, [this](int, bool checked) {
-    if (checked) flow_.pickAMode();
+  connect(modeRadios_, &QButtonGroup::idToggled, this, [this](int, bool checked) {
+    if (checked) flow_.modePicked();
   });
   return content;
 }
 
 QWidget* SetupController::makeSettings() {
-  myCompanyFile_ = new PathControl;
-  myCompanyFile_->setObjectName(QStringLiteral("myCompanyFile"));
-  myCompanyFile_->setAccessibleName(tr("Company file"));
-  connect(myCompanyFile_, &PathControl::pieceClicked, this,
-          [this](const QString& path) { flow_.pathControlHit(path); });
-  myNoFileOpenText_ = words({}, QStringLiteral("myNoFileOpenText"));
-  NoneText_ = words(tr("Vantor is not running."), QStringLiteral("NoneText"));
+  companyFile_ = new PathControl;
+  companyFile_->setObjectName(QStringLiteral("myCompanyFile"));
+  companyFile_->setAccessibleName(tr("Company file"));
+  connect(companyFile_, &PathControl::pieceClicked, this,
+          [this](const QString& path) { flow_.revealPiece(path); });
+  noFileText_ = words({}, QStringLiteral("myNoFileOpenText"));
+  notRunningText_ = words(tr("Vantor is not running."), QStringLiteral("NoneText"));
   lookAgain_ = new QPushButton(tr("Look Again"));
   lookAgain_->setAutoDefault(false);
   makeQuiet(*lookAgain_);
   connect(lookAgain_, &QPushButton::clicked, this, [this] { lookForVantor(); });
-  myNamePopup_ = new QComboBox;
-  myNamePopup_->setObjectName(QStringLiteral("myNamePopup"));
-  myNamePopup_->setAccessibleName(tr("Employee"));
-  myNamePopup_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  employeePopup_ = new QComboBox;
+  employeePopup_->setObjectName(QStringLiteral("myNamePopup"));
+  employeePopup_->setAccessibleName(tr("Employee"));
+  employeePopup_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 
   auto* settings = new QWidget;
   settings->setObjectName(QStringLiteral("vtSettingsView"));
@@ -124,8 +124,8 @@ QWidget* SetupController::makeSettings() {
   auto* row = new QVBoxLayout(company);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(metrics::kGrid / 2);
-  for (QWidget* each : {static_cast<QWidget*>(NoneText_), static_cast<QWidget*>(myNoFileOpenText_),
-                        static_cast<QWidget*>(myCompanyFile_)}) {
+  for (QWidget* each : {static_cast<QWidget*>(notRunningText_), static_cast<QWidget*>(noFileText_),
+                        static_cast<QWidget*>(companyFile_)}) {
     each->setMinimumHeight(metrics::kControlHeight);
     row->addWidget(each);
   }
@@ -134,7 +134,7 @@ QWidget* SetupController::makeSettings() {
   again->addWidget(lookAgain_, 0, Qt::AlignLeft);
   row->addLayout(again);
   form->addRow(tr("Company file:"), company);
-  form->addRow(tr("Employee:"), myNamePopup_);
+  form->addRow(tr("Employee:"), employeePopup_);
   return settings;
 }
 
@@ -176,7 +176,7 @@ QWidget* SetupController::makeButtons() {
 }
 
 void SetupController::lookForVantor() {
-  runCommand(session_, tr("Set Up Pendra"), [this] { flow_.awakeFromNib(); });
+  runCommand(session_, tr("Set Up Pendra"), [this] { flow_.start(); });
 }
 
 void SetupController::save() {
@@ -187,26 +187,26 @@ void SetupController::save() {
 }
 
 void SetupController::showDisplay(const SetupDisplay& display) {
-  NoneText_->setVisible(display.noneText);
-  myNoFileOpenText_->setVisible(display.noFileOpen);
-  myNoFileOpenText_->setText(display.noFileOpenText.isEmpty() ? tr("No company is open in Vantor.")
-                                                              : display.noFileOpenText);
-  myNoFileOpenText_->setToolTip(display.noFileOpenText);
-  myCompanyFile_->setVisible(!display.noFileOpen);
-  myCompanyFile_->setPath(display.companyFile);
+  notRunningText_->setVisible(display.noneText);
+  noFileText_->setVisible(display.noFileOpen);
+  noFileText_->setText(display.noFileOpenText.isEmpty() ? tr("No company is open in Vantor.")
+                                                        : display.noFileOpenText);
+  noFileText_->setToolTip(display.noFileOpenText);
+  companyFile_->setVisible(!display.noFileOpen);
+  companyFile_->setPath(display.companyFile);
   lookAgain_->setVisible(display.canLookAgain);
   if (const QString chosen = selectedName(); display.employeeNames != employeeNames_) {
     employeeNames_ = display.employeeNames;
-    myNamePopup_->clear();
-    myNamePopup_->addItems(employeeNames_);
-    myNamePopup_->setCurrentText(chosen);
+    employeePopup_->clear();
+    employeePopup_->addItems(employeeNames_);
+    employeePopup_->setCurrentText(chosen);
   }
-  myNamePopup_->setEnabled(display.linkedControls);
+  employeePopup_->setEnabled(display.linkedControls);
   okButton_->setEnabled(display.ok && !display.loading);
   cancelButton_->setEnabled(!display.loading);
   statusSpinner_->setVisible(display.loading);
   statusText_->setVisible(display.loading);
-  vtSettingsView_->setVisible(display.settingsVisible);
+  linkSettings_->setVisible(display.settingsVisible);
   fitToContent();
   // Nothing is drawn by itself while Vantor's answers are awaited.
   if (display.loading) repaint();
@@ -224,13 +224,13 @@ void SetupController::fitToContent() {
   if (change != 0) resize(width(), wanted);
 }
 
-int SetupController::selectedRow() const { return standaloneRadioi_->checkedId(); }
+int SetupController::selectedRow() const { return modeRadios_->checkedId(); }
 
-QString SetupController::selectedName() const { return myNamePopup_->currentText(); }
+QString SetupController::selectedName() const { return employeePopup_->currentText(); }
 
 void SetupController::close() {
   if (saving_) {
-    windowWillClose();
+    closeAfterWindow();
   } else {
     AppWindow::close();
   }
@@ -238,12 +238,12 @@ void SetupController::close() {
 
 void SetupController::finish() { AppWindow::close(); }
 
-void SetupController::windowWillClose() {
+void SetupController::closeAfterWindow() {
   if (session_.setupController == this) session_.setupController = nullptr;
 }
 
 void SetupController::closeEvent(QCloseEvent* event) {
-  windowWillClose();
+  closeAfterWindow();
   AppWindow::closeEvent(event);
 }
 

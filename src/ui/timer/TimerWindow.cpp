@@ -57,15 +57,15 @@ TimerWindow::TimerWindow(Notices& notices, std::function<bool()> shouldClose, st
   resize(kFirstSize);
   setMinimumWidth(kFirstSize.width() * 2 / 3);
 
-  myTableView = new RowTableView;
-  myTableView->setObjectName(QStringLiteral("myTableView"));
-  myTableView->setAccessibleName(tr("Activities"));
-  myTableView->setEmptyState(tr("Add an activity to start timing"), tr("Add Activity…"),
-                             tr("Read How It Works"));
+  activityTable = new RowTableView;
+  activityTable->setObjectName(QStringLiteral("activityTable"));
+  activityTable->setAccessibleName(tr("Activities"));
+  activityTable->setEmptyState(tr("Add an activity to start timing"), tr("Add Activity…"),
+                               tr("Read How It Works"));
 
   splitView = new GradientDividerSplitView;
   splitView->setObjectName(QStringLiteral("splitView"));
-  splitView->addWidget(myTableView);
+  splitView->addWidget(activityTable);
   splitView->addWidget(makeFooter());
   splitView->setChildrenCollapsible(false);
   splitView->setSizes({kFirstSize.height() * 3 / 8, kFirstSize.height() * 5 / 8});

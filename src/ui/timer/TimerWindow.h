@@ -28,7 +28,7 @@ class TimerWindow final : public QMainWindow {
   QLabel* customerJobLabel = nullptr;
   QPushButton* addActivityButton = nullptr;
   QPushButton* submitTimeButton = nullptr;
-  RowTableView* myTableView = nullptr;
+  RowTableView* activityTable = nullptr;
   GradientDividerSplitView* splitView = nullptr;
   QLabel* documentState = nullptr;
 

@@ -6,8 +6,8 @@
 
 #include "TimerWindow.h"
 #include "analytics/StartTracking.h"
-#include "document/CorvelFileDoc.h"
 #include "document/DocumentClosing.h"
+#include "document/OpenDocument.h"
 #include "link/UnknownFates.h"
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
@@ -35,7 +35,7 @@ constexpr std::chrono::milliseconds kIntroDelay{500};
 
 std::unique_ptr<TimerWindow> makeWindow(Session& session, std::function<void()> closed) {
   auto window = std::make_unique<TimerWindow>(
-      session.notices(), [&session] { return windowShouldClose(session); }, std::move(closed));
+      session.notices(), [&session] { return mayCloseWindow(session); }, std::move(closed));
   new WindowPlace(*window, session.ports().defaults, preferences::kTimerWindowPlace);
   return window;
 }
@@ -48,13 +48,13 @@ TimerWindowController::TimerWindowController(Session& session, MenuModel& menus,
       target_(target),
       closed_(std::move(closed)),
       window_(makeWindow(session, [this] { leave(); })),
-      state_(session, *window_->myTableView, *this),
+      state_(session, *window_->activityTable, *this),
       log_(new LogPaneView(session, state_)),
-      editors_(std::make_unique<EditorSheets>(state_, *window_->myTableView, *window_)) {
+      editors_(std::make_unique<EditorSheets>(state_, *window_->activityTable, *window_)) {
   state_.setLog(log_->logController());
   window_->setLog(log_, log_->makeSummary());
   window_->setMenuBar(new MenuBar(menus, target, window_.get()));
-  window_->myTableView->setSource(state_.tableDataArray());
+  window_->activityTable->setSource(state_.rows());
   session.window = this;
   connectControls();
   observeSession();
@@ -70,20 +70,20 @@ void TimerWindowController::connectControls() {
   const auto perform = [this](Command command) {
     return [this, command] { target_.perform(command, window_.get()); };
   };
-  RowTableView* table = window_->myTableView;
+  RowTableView* table = window_->activityTable;
   connect(window_->startStopButton, &QAbstractButton::clicked, this, perform(Command::ToggleTimer));
   connect(window_->addActivityButton, &QPushButton::clicked, this, perform(Command::AddActivity));
   connect(window_->submitTimeButton, &QPushButton::clicked, this, perform(Command::SendSelected));
   connect(table, &RowTableView::emptyButtonClicked, this, perform(Command::AddActivity));
   connect(table, &RowTableView::emptyHelpClicked, this,
           [this] { showHelp({.text = help::kFirstDay}, session_.ports().workspace, resourceFolder()); });
-  connect(table, &RowTableView::selectionDidChange, this, [this] { state_.tableViewSelectionDidChange(); });
+  connect(table, &RowTableView::selectionChanged, this, [this] { state_.selectionChanged(); });
   connect(table, &RowTableView::cellPressed, this, &TimerWindowController::pressCell);
   connect(table, &RowTableView::rowActivated, this, perform(Command::EditActivity));
   connect(table, &RowTableView::headClicked, this, [this](const QString& identifier) {
-    if (identifier == u"startstop") state_.restartSelected();
+    if (identifier == u"startstop") state_.toggleSelected();
   });
-  connect(log_, &LogPaneView::editTimePeriod, this, &TimerWindowController::editTimePeriod);
+  connect(log_, &LogPaneView::editTimeEntry, this, &TimerWindowController::editTimeEntry);
   connect(&tick_, &QTimer::timeout, this, &TimerWindowController::tick);
   connect(qApp, &QApplication::focusChanged, this, [this, table](QWidget*, QWidget* now) {
     // A menu or a tool takes the focus for a moment; what counts is the table that had it last.
@@ -94,19 +94,19 @@ void TimerWindowController::connectControls() {
 }
 
 void TimerWindowController::observeSession() {
-  observations_.push_back(session_.myContextChanges().observe([this] {
-    if (!session_.theFileDoc() || !session_.myContext()) return;
+  observations_.push_back(session_.documentChanges().observe([this] {
+    if (!session_.document() || !session_.context()) return;
     state_.reloadData();
     editors_->reloadData();
     state_.log().reloadData();
-    state_.log().reloadComboxes();
+    state_.log().reloadNames();
   }));
   observations_.push_back(session_.saveStateChanges().observe([this] { showDocumentState(); }));
 }
 
 void TimerWindowController::startUp() {
   state_.reloadData();
-  if (const CorvelFileDoc* document = session_.theFileDoc()) setPlainTitle(*window_, document->displayName());
+  if (const OpenDocument* document = session_.document()) setPlainTitle(*window_, document->displayName());
   state_.setIsRunning(false);
   [[maybe_unused]] const auto notApplied = session_.ports().defaults.text(preferences::kSortOrderWindow);
   showElapsedTime(QStringLiteral("00:00:00"));
@@ -114,17 +114,17 @@ void TimerWindowController::startUp() {
   state_.updateMainButton();
   showDocumentState();
   state_.log().reloadData();
-  state_.log().reloadComboxes();
+  state_.log().reloadNames();
   tick_.start(kTick);
-  window_->myTableView->setFocus();
+  window_->activityTable->setFocus();
   show();
   introduce();
-  postHaltedNotice(session_, [this](TimePeriod& entry) {
-    state_.log().selectPeriod(&entry);
-    state_.setMyCurrentTimePeriod(&entry);
-    editors_->showTimePeriodSheet();
+  postHaltedNotice(session_, [this](TimeEntry& entry) {
+    state_.log().selectEntry(&entry);
+    state_.setCurrentEntry(&entry);
+    editors_->showTimeEntrySheet();
   });
-  if (session_.myContext()) postUnknownFates(session_);
+  if (session_.context()) postUnknownFates(session_);
   tracker_ = startTracking({session_.ports().notifications, session_.ports().workspace,
                             session_.ports().defaults, session_.masterDoNotTrackEvents});
 }
@@ -133,7 +133,7 @@ void TimerWindowController::introduce() {
   if (!std::exchange(session_.showIntroSheet, false)) return;
   QTimer::singleShot(kIntroDelay, window_.get(), [window = window_.get()] {
     // Whoever has begun by then needs no introduction.
-    if (!QApplication::activeModalWidget()) (new IntroSheet(window))->showSheetForIntro();
+    if (!QApplication::activeModalWidget()) (new IntroSheet(window))->show();
   });
   UserDefaults& defaults = session_.ports().defaults;
   defaults.setBoolean(preferences::kIntroduced, true);
@@ -154,8 +154,8 @@ void TimerWindowController::tick() {
 }
 
 void TimerWindowController::pressCell(int row, const QString& identifier) {
-  window_->myTableView->selectRow(row);
-  if (identifier == u"startstop") state_.addTimeEnry();
+  window_->activityTable->selectRow(row);
+  if (identifier == u"startstop") state_.toggleSelected();
   if (identifier == u"edit") target_.perform(Command::EditActivity, window_.get());
   if (identifier == u"complete") state_.markSelectedCompleted();
 }
@@ -168,24 +168,24 @@ void TimerWindowController::addActivity() {
 }
 
 void TimerWindowController::editActivity() {
-  if (state_.myCurrentActivity()) showActivitySheet(false);
+  if (state_.currentActivity()) showActivitySheet(false);
 }
 
 void TimerWindowController::editSelected() {
-  if (activitiesAreFirstResponder()) {
+  if (activitiesHadFocus()) {
     editActivity();
   } else {
-    editors_->showTimePeriodSheet();
+    editors_->showTimeEntrySheet();
   }
 }
 
-void TimerWindowController::editTimePeriod() {
-  if (state_.log().numberOfSelectedRows() == 1) editors_->showTimePeriodSheet();
+void TimerWindowController::editTimeEntry() {
+  if (state_.log().numberOfSelectedRows() == 1) editors_->showTimeEntrySheet();
 }
 
 void TimerWindowController::deleteActivity() {
-  if (activitiesAreFirstResponder()) {
-    showDeleteWarningSheet(state_);
+  if (activitiesHadFocus()) {
+    askToDeleteActivity(state_);
   } else {
     deleteTimeEntry(state_);
   }
@@ -214,7 +214,7 @@ void TimerWindowController::leave() {
   if (std::exchange(left_, true)) return;
   tick_.stop();
   observations_.clear();
-  windowWillClose(session_);
+  closeAfterWindow(session_);
   closed_();
 }
 
@@ -239,7 +239,7 @@ void TimerWindowController::showMainButton(bool running) { window_->startStopBut
 
 void TimerWindowController::hideSendTime() {
   window_->submitTimeButton->hide();
-  if (editors_) editors_->hideSendToVTLabel();
+  if (editors_) editors_->hideSendingLabel();
 }
 
 }  // namespace pendra

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "support/CellText.h"
 #include "support/Rows.h"
 
 namespace pendra {
@@ -42,7 +43,7 @@ const std::vector<Entry> kEntries{
 
 struct SortCase {
   const char* name;
-  SortDescriptor descriptor;
+  SortOrder descriptor;
   std::vector<quint64> order;
 };
 
@@ -70,7 +71,7 @@ TEST(RowTable, ADescriptorWithoutAKeyKeepsTheOrderBefore) {
   table.sortBy({u""_s, true});
   table.setRows(kEntries);
   EXPECT_EQ(ids(table), (std::vector<quint64>{3, 1, 2, 4, 5}));
-  EXPECT_EQ(table.sortDescriptor(), (SortDescriptor{u"customer"_s, false}));
+  EXPECT_EQ(table.sortOrder(), (SortOrder{u"customer"_s, false}));
 }
 
 TEST(RowTable, FormatsEachTextOnceInASort) {
@@ -85,12 +86,12 @@ TEST(RowTable, ReadsAsEmptyPastTheEnd) {
   RowTable<Entry> table(columns(), {.identity = [](const Entry& entry) { return entry.id; }});
   table.setRows(kEntries);
   for (const int row : {-1, 5, 1000}) {
-    EXPECT_EQ(table.objectValue(u"customer", row), u""_s) << row;
+    EXPECT_EQ(cellText(table, u"customer", row), u""_s) << row;
     EXPECT_EQ(table.identity(row), 0u) << row;
     EXPECT_FALSE(table.isChecked(row, 0)) << row;
     table.replaceRow(row, {9, u"lost"_s, {}});
   }
-  EXPECT_EQ(table.objectValue(u"unknown", 0), u""_s);
+  EXPECT_EQ(cellText(table, u"unknown", 0), u""_s);
   EXPECT_EQ(table.text(0, 7), u""_s);
   EXPECT_EQ(ids(table), (std::vector<quint64>{1, 2, 3, 4, 5}));
 }

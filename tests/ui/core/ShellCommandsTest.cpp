@@ -56,7 +56,7 @@ TEST(ShellCommands, OpenTheirAddresses) {
   ScriptedWorkspace workspace;
   submitFeedback(workspace);
   showCommunity(workspace);
-  showThirdPartyPDF(workspace, "/share/pendra");
+  showComponents(workspace, "/share/pendra");
   EXPECT_EQ(workspace.opened(), QStringList({identifiers::kFeedbackForm, identifiers::kCommunity,
                                              "file:///share/pendra/Third%20Party%20Components.pdf"}));
   EXPECT_TRUE(identifiers::kFeedbackForm.endsWith(u"?a=GenNewRecord"));

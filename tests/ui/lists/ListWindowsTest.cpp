@@ -63,20 +63,20 @@ TEST_F(ListWindows, AreKeptByKeyboardAlone) {
   QTest::mouseClick(named<QPushButton>("Add customer"), Qt::LeftButton);
   type(QStringLiteral("Moon"));
   press(Qt::Key_Return);
-  EXPECT_EQ(queries::customersNamed(*session.myContext(), QStringLiteral("Moon")).size(), 1U);
+  EXPECT_EQ(queries::customersNamed(*session.context(), QStringLiteral("Moon")).size(), 1U);
   table()->setFocus();
   EXPECT_EQ(cell(table()->selectedRow(), 0), "Moon") << "the selection follows it to its place";
   press(Qt::Key_Space);
-  EXPECT_EQ(queries::customersNamed(*session.myContext(), QStringLiteral("Moon"))[0]->shown(), false);
+  EXPECT_EQ(queries::customersNamed(*session.context(), QStringLiteral("Moon"))[0]->shown(), false);
   QTest::mouseClick(named<QPushButton>("Add job"), Qt::LeftButton);
   type(QStringLiteral("Landing"));
   press(Qt::Key_Return);
-  EXPECT_EQ(session.myContext()->all<Job>()[3]->name(), "Landing");
+  EXPECT_EQ(session.context()->all<Job>()[3]->name(), "Landing");
   table()->setFocus();
   press(Qt::Key_F2);
   type(QStringLiteral("Start"));
   press(Qt::Key_Return);
-  EXPECT_EQ(session.myContext()->all<Job>()[3]->name(), "Start");
+  EXPECT_EQ(session.context()->all<Job>()[3]->name(), "Start");
 }
 
 TEST_F(ListWindows, TakeEveryNameHoweverFastTheKeysCome) {
@@ -96,9 +96,9 @@ TEST_F(ListWindows, TakeEveryNameHoweverFastTheKeysCome) {
   type(QStringLiteral("Landing"));
   editor()->close();
   QStringList names;
-  for (const Customer* customer : session.myContext()->all<Customer>()) names << *customer->name();
+  for (const Customer* customer : session.context()->all<Customer>()) names << *customer->name();
   EXPECT_EQ(names, QStringList({"Acme", "Best", "Zed", "Moon", "Aster", "Nova"}));
-  const Job* job = session.myContext()->all<Job>()[3];
+  const Job* job = session.context()->all<Job>()[3];
   EXPECT_EQ(job->name(), "Landing");
   EXPECT_EQ(job->customer()->name(), "Nova");
 }
@@ -112,22 +112,22 @@ TEST_F(ListWindows, ANameThatIsRefusedHoldsUpWhatWasToFollow) {
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::AltModifier);
   press(Qt::Key_Shift);
   EXPECT_EQ(alerts.messages(), QStringList("Zed already exists!"));
-  EXPECT_EQ(session.myContext()->all<Customer>().size(), 3U) << "none was added";
+  EXPECT_EQ(session.context()->all<Customer>().size(), 3U) << "none was added";
 }
 
 TEST_F(ListWindows, StoreWhatIsBeingTypedBeforeTheDocumentCloses) {
   open();
-  const std::shared_ptr<ObjectContext> context = session.myContext();
+  const std::shared_ptr<ObjectContext> context = session.context();
   table()->selectRow(0);
   table()->setFocus();
   press(Qt::Key_F2);
   type(QStringLiteral("Zed"));
-  EXPECT_FALSE(windowShouldClose(session)) << "the name is yet to be mended";
+  EXPECT_FALSE(mayCloseWindow(session)) << "the name is yet to be mended";
   EXPECT_EQ(alerts.messages(), QStringList("Zed already exists!"));
   press(Qt::Key_Shift);
   type(QStringLiteral("Moon"));
   closeDoc(session);
-  EXPECT_EQ(session.myContext(), nullptr);
+  EXPECT_EQ(session.context(), nullptr);
   EXPECT_EQ(queries::customersNamed(*context, QStringLiteral("Moon")).size(), 1U);
 }
 
@@ -140,8 +140,8 @@ TEST_F(ListWindows, TickTheBoxThatWasPressedThoughANameIsStoredMeanwhile) {
   QTest::mousePress(table()->viewport(), Qt::LeftButton, {}, box);
   for (int turn = 0; turn < 3; ++turn) QCoreApplication::processEvents();
   QTest::mouseRelease(table()->viewport(), Qt::LeftButton, {}, box);
-  EXPECT_EQ(queries::customersNamed(*session.myContext(), QStringLiteral("Moon")).size(), 1U);
-  EXPECT_EQ(queries::customersNamed(*session.myContext(), pressed)[0]->shown(), false);
+  EXPECT_EQ(queries::customersNamed(*session.context(), QStringLiteral("Moon")).size(), 1U);
+  EXPECT_EQ(queries::customersNamed(*session.context(), pressed)[0]->shown(), false);
 }
 
 TEST_F(ListWindows, GoOnAtTheNextRowAfterADeletion) {
@@ -193,12 +193,12 @@ TEST_F(ListWindows, OfALinkedDocumentOnlyOfferAndChoose) {
   table()->selectRow(1);
   table()->setFocus();
   press(Qt::Key_Space);
-  EXPECT_EQ(queries::servicesNamed(*session.myContext(), QStringLiteral("Best"))[0]->shown(), false);
+  EXPECT_EQ(queries::servicesNamed(*session.context(), QStringLiteral("Best"))[0]->shown(), false);
   press(Qt::Key_F2);
   EXPECT_EQ(QApplication::focusWidget(), table());
   ASSERT_NE(listEditorOf(editor()), nullptr);
   listEditorOf(editor())->markNoneShown();
-  EXPECT_TRUE(queries::shownServices(*session.myContext()).empty());
+  EXPECT_TRUE(queries::shownServices(*session.context()).empty());
   editor()->close();
   EXPECT_EQ(session.servicesListController, nullptr);
 }

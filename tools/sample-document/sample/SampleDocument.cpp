@@ -3,12 +3,12 @@
 #include "Random.h"
 #include "Words.h"
 #include "model/Activity.h"
-#include "model/CorvelDoc.h"
 #include "model/Customer.h"
+#include "model/DocumentSettings.h"
 #include "model/Identity.h"
 #include "model/Job.h"
 #include "model/Service.h"
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 
 namespace pendra {
 
@@ -49,7 +49,7 @@ class Sample {
     identity.setCompanyFileName(options_.standalone ? QString()
                                                     : QStringLiteral("/srv/vantor/Sample Company.vantor"));
     identity.setEmployeeName(options_.standalone ? QStringLiteral("Me") : QStringLiteral("Käthe Möbius"));
-    auto& settings = context_.insert<CorvelDoc>();
+    auto& settings = context_.insert<DocumentSettings>();
     settings.setIdentity(&identity);
     settings.setStandalone(options_.standalone);
   }
@@ -145,7 +145,7 @@ class Sample {
   }
 
   void makeEntry(QDate day, int begin, int length) {
-    auto& entry = context_.insert<TimePeriod>();
+    auto& entry = context_.insert<TimeEntry>();
     entry.setActivity(oneOf(activities_));
     entry.setStart(beginOf(day) + begin + random_.below(1000) / 1000.0);
     entry.setDuration(length + random_.below(1000) / 1000.0);

@@ -11,10 +11,10 @@ namespace pendra {
 class Session;
 
 /// File > Back Up: stops the timers, with the user's consent, and asks for a name.
-void saveDocumentAs(Session& session);
+void backUpDocument(Session& session);
 /// What follows when the panel ended: the open document is saved, copied to `chosen`, closed and opened
 /// again. None when the panel was cancelled.
-void savePanelDidEnd(Session& session, const std::optional<QString>& chosen);
+void backUpTo(Session& session, const std::optional<QString>& chosen);
 
 /// True to go on with this path: the user agreed, or it is no backup.
 [[nodiscard]] bool checkForBackupFile(Session& session, const QString& path);
@@ -22,6 +22,6 @@ void savePanelDidEnd(Session& session, const std::optional<QString>& chosen);
 [[nodiscard]] bool showBackupFileWarning(Session& session);
 /// Copies a backup to a document that the user names and returns its path; none when cancelled or failed.
 /// A document that the user chose to replace stands until the copy is whole.
-std::optional<QString> copyBackup(Session& session, const QString& path);
+std::optional<QString> restoreBackup(Session& session, const QString& path);
 
 }  // namespace pendra

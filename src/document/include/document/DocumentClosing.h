@@ -11,10 +11,8 @@ class Session;
 /// refused once.
 void closeDoc(Session& session);
 /// Whether the user may close the timer window.
-[[nodiscard]] bool windowShouldClose(Session& session);
+[[nodiscard]] bool mayCloseWindow(Session& session);
 /// Saves and closes the document with its window. Harmless when the document is already closed.
-void windowWillClose(Session& session);
-/// Clears the document's state when the answer was to close.
-void documentShouldClose(Session& session, bool shouldClose);
+void closeAfterWindow(Session& session);
 
 }  // namespace pendra

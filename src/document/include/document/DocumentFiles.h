@@ -8,15 +8,13 @@
 namespace pendra {
 
 /// The document folder. Kept: in spite of its name it lies in the user's Documents.
-QString applicationSupportFolder(const Places& places);
-/// "Pendra File.pdr" in the document folder, which is created when missing.
-QString cacheURL(const Places& places);
+QString documentFolder(const Places& places);
 /// Where a document without a file will live: Documents itself, "Untitled.pdr", else the first free of
 /// "Untitled1.pdr", "Untitled2.pdr", ...
-QString tempURL(const Places& places);
+QString untitledPath(const Places& places);
 
 /// Moves a document of the older naming to its new name and returns the path that now counts. A path that
 /// does not end in ".xml" stays; so does one that cannot be moved, also because the new name is taken.
-QString changeXMLtoPDR(const QString& path);
+QString movedFromOlderName(const QString& path);
 
 }  // namespace pendra

@@ -8,18 +8,18 @@ namespace pendra {
 class Session;
 
 /// The path of the document last read; none when there was none.
-std::optional<QString> getLastOpenURL(const Session& session);
-void setLastOpenURL(Session& session, const QString& path);
+std::optional<QString> lastDocumentPath(const Session& session);
+void setLastDocumentPath(Session& session, const QString& path);
 
 /// Loads the last document, else the default one. Does nothing while a document is loaded.
-void loadData(Session& session);
+void loadLastDocument(Session& session);
 /// Loads the document at `url`, or a new untitled one, in place of the open one. When the file cannot be
 /// read there is no message: a context without a file is left, and the notice line says so.
-void loadURL(Session& session, const std::optional<QString>& url);
+void loadDocument(Session& session, const std::optional<QString>& url);
 /// Forgets the settings object and loads again.
 void reloadData(Session& session);
 
-/// Makes the first settings object `myDoc`, or inserts one with an identity; applies standalone mode.
+/// Makes the first settings object `settings`, or inserts one with an identity; applies standalone mode.
 void checkStandalone(Session& session);
 /// Whether the document has an identity with an employee's name; opens the setup window when not.
 bool checkIdentity(Session& session);

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 
 namespace pendra {
 
@@ -13,7 +13,7 @@ class ObjectContext;
 
 /// What was being timed when the program ended without stopping it.
 struct HaltedEntries {
-  std::vector<Ref<TimePeriod>> entries;
+  std::vector<Ref<TimeEntry>> entries;
   /// When the file was last known to hold everything; none when that is not known.
   std::optional<Instant> lastSave;
 };

@@ -13,14 +13,12 @@ class Launch {
 
   /// The whole launch, in its order: preference, introduction, document, halting, save timer, identity,
   /// window. A `file` that was named at the start is opened in place of the last document.
-  void applicationDidFinishLaunching(const QString& file = {});
-  /// Kept: always false; no untitled document comes by itself.
-  [[nodiscard]] bool applicationShouldOpenUntitledFile() const { return false; }
+  void launch(const QString& file = {});
   /// Closes the document; false when the user cancelled. Ends the save timer when true.
-  [[nodiscard]] bool applicationShouldTerminate();
+  [[nodiscard]] bool mayEnd();
 
  private:
-  void timerFireMethod();
+  void saveTimerFired();
   [[nodiscard]] bool introductionIsDue() const;
 
   Session& session_;

@@ -7,7 +7,7 @@ namespace pendra {
 class Session;
 
 /// Sets `running` of every entry to false; no duration is written.
-void haltAnyRunningPeriods(Session& session);
+void haltRunningEntries(Session& session);
 
 /// True when no timer runs, or when the user agreed and all were stopped; false when the user cancelled.
 [[nodiscard]] bool checkForRunningTimers(Session& session);

@@ -5,11 +5,11 @@
 
 #include <memory>
 
-#include "document/CorvelFileDoc.h"
 #include "document/HaltedEntries.h"
 #include "document/Notices.h"
+#include "document/OpenDocument.h"
 #include "document/Windows.h"
-#include "model/CorvelDoc.h"
+#include "model/DocumentSettings.h"
 #include "platform/Alerts.h"
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
@@ -35,7 +35,7 @@ struct Ports {
   ModalDepth& modals;
   NotificationCenter& notifications;
   InterfaceLoader& interfaces;
-  VTMenus& menus;
+  VantorMenus& menus;
 };
 
 /// Since when the document's file holds all that was done.
@@ -50,34 +50,34 @@ struct SaveState {
 /// The state of the application with respect to its document.
 class Session {
  public:
-  Session(const Ports& ports, ObjectModel model) : ports_(ports), managedObjectModel_(std::move(model)) {}
+  Session(const Ports& ports, ObjectModel model) : ports_(ports), objectModel_(std::move(model)) {}
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
   [[nodiscard]] const Ports& ports() const { return ports_; }
-  [[nodiscard]] const ObjectModel& managedObjectModel() const { return managedObjectModel_; }
+  [[nodiscard]] const ObjectModel& objectModel() const { return objectModel_; }
 
   /// The open document's context; none when no document is open.
-  [[nodiscard]] const std::shared_ptr<ObjectContext>& myContext() const { return myContext_; }
-  void setMyContext(std::shared_ptr<ObjectContext> context);
+  [[nodiscard]] const std::shared_ptr<ObjectContext>& context() const { return context_; }
+  void setContext(std::shared_ptr<ObjectContext> context);
   /// Whether a document is open that was read; one that could not be read leaves a context without a file.
-  [[nodiscard]] bool hasReadDocument() const { return myContext_ && myContext_->hasStore(); }
-  /// Announces the changes of `myContext`.
-  [[nodiscard]] Notifier& myContextChanges() { return myContextChanges_; }
+  [[nodiscard]] bool hasReadDocument() const { return context_ && context_->hasStore(); }
+  /// Announces the changes of `context`.
+  [[nodiscard]] Notifier& documentChanges() { return documentChanges_; }
 
   /// The open document's settings; none when no document is open.
-  [[nodiscard]] CorvelDoc* myDoc() const { return myDoc_.get(); }
-  void setMyDoc(CorvelDoc* doc) { myDoc_ = doc; }
+  [[nodiscard]] DocumentSettings* settings() const { return settings_.get(); }
+  void setSettings(DocumentSettings* doc) { settings_ = doc; }
 
   /// A copy of the document's `standalone`. Kept: it outlives the document that it came from.
-  [[nodiscard]] bool myStandalone() const { return myStandalone_; }
-  void setMyStandalone(bool standalone);
-  /// Announces the changes of `myStandalone`.
-  [[nodiscard]] Notifier& myStandaloneChanges() { return myStandaloneChanges_; }
+  [[nodiscard]] bool isStandalone() const { return standalone_; }
+  void setStandalone(bool standalone);
+  /// Announces the changes of `isStandalone`.
+  [[nodiscard]] Notifier& standaloneChanges() { return standaloneChanges_; }
 
   /// The open document; none when no document is open.
-  [[nodiscard]] CorvelFileDoc* theFileDoc() const { return theFileDoc_.get(); }
-  void setTheFileDoc(std::shared_ptr<CorvelFileDoc> doc) { theFileDoc_ = std::move(doc); }
+  [[nodiscard]] OpenDocument* document() const { return document_.get(); }
+  void setDocument(std::shared_ptr<OpenDocument> doc) { document_ = std::move(doc); }
   /// Forgets the open document and stops the timer window's ticking.
   void clearDoc();
 
@@ -103,13 +103,13 @@ class Session {
 
  private:
   Ports ports_;
-  ObjectModel managedObjectModel_;
-  std::shared_ptr<ObjectContext> myContext_;
-  Notifier myContextChanges_;
-  Ref<CorvelDoc> myDoc_;
-  bool myStandalone_ = false;
-  Notifier myStandaloneChanges_;
-  std::shared_ptr<CorvelFileDoc> theFileDoc_;
+  ObjectModel objectModel_;
+  std::shared_ptr<ObjectContext> context_;
+  Notifier documentChanges_;
+  Ref<DocumentSettings> settings_;
+  bool standalone_ = false;
+  Notifier standaloneChanges_;
+  std::shared_ptr<OpenDocument> document_;
   SaveState saveState_;
   Notifier saveStateChanges_;
   Notices notices_;

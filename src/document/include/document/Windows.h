@@ -24,7 +24,7 @@ class MainWindow {
   virtual void updateTimeDisplay() = 0;
   virtual void show() = 0;
   [[nodiscard]] virtual bool isVisible() const = 0;
-  /// Closes without asking; `windowWillClose` runs, and the window leaves the session.
+  /// Closes without asking; `closeAfterWindow` runs, and the window leaves the session.
   virtual void close() = 0;
   /// Stops the display's ticking for good.
   virtual void stopTimer() = 0;
@@ -47,11 +47,11 @@ class AuxiliaryWindow {
 };
 
 /// The menu bar's commands for Vantor. Called when a document turns out, or is set up, to be standalone.
-class VTMenus {
+class VantorMenus {
  public:
-  virtual ~VTMenus() = default;
+  virtual ~VantorMenus() = default;
   /// In the second menu removes the item tagged 10 and disables the one tagged 11, where present.
-  virtual void removeVTMenus() = 0;
+  virtual void hideVantorItems() = 0;
 };
 
 }  // namespace pendra

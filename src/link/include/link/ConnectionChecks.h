@@ -3,7 +3,7 @@
 // done. A check that says no has told the user why and has closed the connection itself.
 
 #include "document/Session.h"
-#include "link/VTServer.h"
+#include "link/VantorConnection.h"
 
 namespace pendra {
 
@@ -15,13 +15,13 @@ class ConnectionChecks {
       : session_(session), connect_(std::move(connect)) {}
 
   /// None while no connection is open.
-  [[nodiscard]] VTServer* myVTConnection() const { return myVTConnection_.get(); }
+  [[nodiscard]] VantorConnection* connection() const { return connection_.get(); }
   /// Opens a fresh connection in place of the one that there was.
-  void openVTConenction();
-  void closeVTConnection() { myVTConnection_.reset(); }
+  void openConnection();
+  void closeConnection() { connection_.reset(); }
   /// Whether Vantor runs, accepts this program and has this document's company open; when not, the user
   /// has been told and the connection is closed. Throws what the channel throws.
-  [[nodiscard]] bool checkVTCompanyFile();
+  [[nodiscard]] bool checkCompany();
   /// Vantor at the other end. Without a connection or a channel it answers nothing to every question, and
   /// takes no record.
   [[nodiscard]] RemoteServer& remoteServer() const;
@@ -30,7 +30,7 @@ class ConnectionChecks {
   class [[nodiscard]] Closing {
    public:
     explicit Closing(ConnectionChecks& checks) : checks_(checks) {}
-    ~Closing() { checks_.closeVTConnection(); }
+    ~Closing() { checks_.closeConnection(); }
     Closing(const Closing&) = delete;
     Closing& operator=(const Closing&) = delete;
 
@@ -44,7 +44,7 @@ class ConnectionChecks {
 
   Session& session_;
   ConnectToVantor connect_;
-  std::unique_ptr<VTServer> myVTConnection_;
+  std::unique_ptr<VantorConnection> connection_;
 };
 
 /// What stands after the last "/" of a path; a "/" at the end does not count.

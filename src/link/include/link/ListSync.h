@@ -23,7 +23,7 @@ class ListSync {
       : session_(session), checks_(checks), progress_(progress) {}
 
   /// Fills the lists of a document that was just linked, and shows its timer window.
-  void loadVTData();
+  void loadLists();
   /// The command: fetches all lists and makes the windows anew.
   void updateLists();
 
@@ -38,7 +38,7 @@ class ListSync {
   void removeJobsNotInList(Rows list);
 
   /// The command; asks for one file of any type.
-  void importCustomerIIFFile();
+  void importCustomers();
   /// Kept: a command without effect.
   void importCustomerList(const QString& path);
 

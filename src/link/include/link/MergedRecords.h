@@ -11,9 +11,9 @@ namespace pendra {
 
 /// The entries that go out as one record of one activity.
 struct MergedRecord {
-  std::vector<TimePeriod*> entries;  ///< the base entry first
-  std::optional<Instant> start;      ///< the earliest
-  std::optional<double> duration;    ///< of several entries the sum of their whole seconds
+  std::vector<TimeEntry*> entries;  ///< the base entry first
+  std::optional<Instant> start;     ///< the earliest
+  std::optional<double> duration;   ///< of several entries the sum of their whole seconds
 };
 
 /// The records for the rows that have not been sent, in the order in which they go out: from the last row

@@ -44,11 +44,11 @@ class SetupFlow {
   void showLooking();
   /// Prepares the window over a fresh connection. Throws what the channel throws; what is shown then still
   /// lets the user work standalone.
-  void awakeFromNib();
+  void start();
   /// The radio group was clicked.
-  void pickAMode();
+  void modePicked();
   /// Shows the file or folder of a piece of the company's path in the file viewer.
-  void pathControlHit(const QString& path) { session_.ports().workspace.reveal(path); }
+  void revealPiece(const QString& path) { session_.ports().workspace.reveal(path); }
   /// Asks for the place of the document, makes it, and ends the setup. Throws what the channel throws while
   /// there is no document yet. The document is read in between, which takes the window out of the session.
   void save();

@@ -31,21 +31,21 @@ class Submission {
   explicit Submission(const Parts& parts) : parts_(parts) {}
 
   /// The menu's command. Kept: it checks, guards, and then does all that the log's command does.
-  void submitAllTime();
+  void sendAllTime();
   /// The log's command: checks, fetches the lists anew, shows the summary, sends. Throws what the channel
   /// throws until the sending begins; what happens while sending is told, not thrown.
-  void submitSelectedPeriods();
+  void sendSelectedTime();
 
   /// Notes which activities of the unsent rows have a job at this moment.
-  void saveAccountsWithJobSet();
+  void noteJobs();
   void showSummary();
   /// True when everything was sent, also when there was nothing to send.
-  [[nodiscard]] bool sendPeriodsToVT();
+  [[nodiscard]] bool sendEntries();
   /// One record for each activity and day; stops at the first that is not sent.
-  [[nodiscard]] bool sendMergedPeriodsToVT();
+  [[nodiscard]] bool sendMergedEntries();
   /// True when the entry is sent or had been; false after an alert, when its activity lacks a customer or a
   /// service, and when the call failed.
-  [[nodiscard]] bool submitOnePeriodToVT(TimePeriod& period, Activity& activity);
+  [[nodiscard]] bool sendOneEntry(TimeEntry& period, Activity& activity);
   /// False, after a message, when an entry of the considered rows, or of all, is running.
   [[nodiscard]] bool checkForRunningTimers(bool allRows);
 
@@ -57,22 +57,22 @@ class Submission {
     int sent = 0;
     QString stopped;  ///< what ended it, as half a sentence; empty while it goes on
   };
-  using Entries = std::span<TimePeriod* const>;
+  using Entries = std::span<TimeEntry* const>;
 
-  void sayWhatIsLeftOut(const std::vector<Ref<TimePeriod>>& again) const;
+  void sayWhatIsLeftOut(const std::vector<Ref<TimeEntry>>& again) const;
   void refreshLists();
   bool sendOneByOne();
-  bool sendMerged(const MergedRecord& record, std::vector<TimePeriod*>& mergedEntries);
+  bool sendMerged(const MergedRecord& record, std::vector<TimeEntry*>& mergedEntries);
   /// False after an alert.
   [[nodiscard]] bool hasCustomerAndService(const Activity& activity) const;
-  bool transmit(const TimePeriod& period, const Activity& activity, Entries entries);
+  bool transmit(const TimeEntry& period, const Activity& activity, Entries entries);
   [[nodiscard]] bool lostItsJob(const Activity& activity) const;
   void finish(bool sentAll);
   void alert(const QString& message, const QString& informative) const;
 
   Parts parts_;
   /// The activities that had a job when the sending began; none while nothing is being sent.
-  std::optional<QSet<qint64>> myJobSet_;
+  std::optional<QSet<qint64>> jobsBefore_;
   Run run_;
 };
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 
 namespace pendra {
 
@@ -10,7 +10,7 @@ class Activity;
 
 /// One row of the time log as sending needs it. The names are those of the time when the row was made.
 struct SubmissionRow {
-  Ref<TimePeriod> period;
+  Ref<TimeEntry> period;
   Ref<Activity> activity;
   QString customer;
   QString job;
@@ -33,7 +33,7 @@ struct SummaryLine {
   QString customer;
   QString job;
   QString service;
-  QString totalduration;
+  QString duration;
 
   friend bool operator==(const SummaryLine&, const SummaryLine&) = default;
 };
@@ -43,7 +43,7 @@ class SummarySheet {
  public:
   virtual ~SummarySheet() = default;
   /// Application-modal; 1 when the user wants to send, 0 when not.
-  [[nodiscard]] virtual int runModal(const std::vector<SummaryLine>& lines) = 0;
+  [[nodiscard]] virtual int run(const std::vector<SummaryLine>& lines) = 0;
   virtual void close() = 0;
 };
 

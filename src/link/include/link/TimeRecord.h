@@ -6,13 +6,13 @@ namespace pendra {
 
 class Activity;
 class Identity;
-class TimePeriod;
+class TimeEntry;
 
 /// The first line of what is sent for one record.
 extern const QString kTimeRecordDeclaration;
 
 /// One time record, from "<record>" to "</record>", every line ended by a line feed. Kept: the values stand
 /// in it as they are, nothing is escaped, and what is missing reads "(null)".
-QString createActivityXML(const Activity& activity, const TimePeriod& forPeriod, const Identity* identity);
+QString timeRecord(const Activity& activity, const TimeEntry& forPeriod, const Identity* identity);
 
 }  // namespace pendra

@@ -5,22 +5,22 @@
 #include <span>
 
 #include "document/Session.h"
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 #include "platform/Result.h"
 
 namespace pendra {
 
 /// Marks the entries as being sent, durable when it returns; on failure nothing is marked.
-Result<void> markSending(Session& session, std::span<TimePeriod* const> entries);
+Result<void> markSending(Session& session, std::span<TimeEntry* const> entries);
 /// The entries are unsent as before.
-void unmarkSending(std::span<TimePeriod* const> entries);
+void unmarkSending(std::span<TimeEntry* const> entries);
 /// The entries have been sent, now.
-void markSent(TimePeriod& entry, Instant now);
+void markSent(TimeEntry& entry, Instant now);
 
 /// Asks the user about every record of the open document whose fate is unknown. What arrived counts as sent
 /// when it left; what did not is unsent, and returned: the user wants it to be sent again. None when the user
 /// cancelled.
-[[nodiscard]] std::optional<std::vector<Ref<TimePeriod>>> settleUnknownFates(Session& session);
+[[nodiscard]] std::optional<std::vector<Ref<TimeEntry>>> settleUnknownFates(Session& session);
 /// Says in a notice that there are such records, until they are settled; called when a document has opened.
 void postUnknownFates(Session& session);
 

@@ -1,5 +1,5 @@
 #pragma once
-// What is being timed right now is held twice: `running` of an entry is in the file, `runningTimePeriod`
+// What is being timed right now is held twice: `running` of an entry is in the file, `runningEntry`
 // of its activity is not. They agree while the program runs; opening a document ends both.
 
 #include "model/ActivityTimes.h"
@@ -7,11 +7,11 @@
 
 namespace pendra {
 
-class CorvelDoc;
+class DocumentSettings;
 class Customer;
 class Job;
 class Service;
-class TimePeriod;
+class TimeEntry;
 
 /// Something that is done for a customer and timed, with all its time entries.
 class Activity final : public ManagedObject {
@@ -25,8 +25,8 @@ class Activity final : public ManagedObject {
   void setJob(Job* job);
   [[nodiscard]] Service* service() const;
   void setService(Service* service);
-  [[nodiscard]] CorvelDoc* document() const;
-  void setDocument(CorvelDoc* document);
+  [[nodiscard]] DocumentSettings* document() const;
+  void setDocument(DocumentSettings* document);
 
   /// Kept whole here, however long.
   [[nodiscard]] const std::optional<QString>& notes() const { return notes_; }
@@ -54,27 +54,22 @@ class Activity final : public ManagedObject {
   void forgetLoss();
 
   /// The time entries, in the order in which they were made.
-  [[nodiscard]] Objects<TimePeriod> timePeriod() const { return timePeriod_.get(); }
+  [[nodiscard]] Objects<TimeEntry> entries() const { return entries_.get(); }
 
   /// The entry that is being timed; none when the activity is not running.
-  [[nodiscard]] TimePeriod* runningTimePeriod() const;
-  [[nodiscard]] bool isRunning() const { return runningTimePeriod() != nullptr; }
+  [[nodiscard]] TimeEntry* runningEntry() const;
+  [[nodiscard]] bool isRunning() const { return runningEntry() != nullptr; }
 
   /// Ends the running entry, which gets its duration; nothing when none is running.
   void stop();
   /// A new entry that starts now and is not running.
-  TimePeriod& addTimePeriod();
+  TimeEntry& addEntry();
   /// A new entry that starts now and is the running one.
-  TimePeriod& startNewTimePeriod();
-  /// Deletes an entry. Whoever deletes a running one stops it first.
-  void deletTimePeriod(TimePeriod& period);
+  TimeEntry& startEntry();
 
   /// The sums of the entries' stored lengths, remembered until anything in the document changes. Without what
   /// the running entry has gathered.
   [[nodiscard]] ActivityTimes storedTimes(const Today& today) const;
-
-  /// The name of the image that shows whether the activity is billable.
-  [[nodiscard]] QString billableImage() const;
 
  private:
   struct StoredTimes {
@@ -87,7 +82,7 @@ class Activity final : public ManagedObject {
   ToOne<Customer> customer_;
   ToOne<Job> job_;
   ToOne<Service> service_;
-  ToOne<CorvelDoc> document_;
+  ToOne<DocumentSettings> document_;
   std::optional<QString> notes_;
   std::optional<bool> billable_;
   std::optional<bool> shouldAutoStartTimer_;
@@ -96,8 +91,8 @@ class Activity final : public ManagedObject {
   std::optional<bool> lostJob_;
   std::optional<bool> lostService_;
   std::optional<QString> submitError_;  // stands in the file; nothing reads or writes it
-  ToMany<TimePeriod> timePeriod_;
-  Ref<TimePeriod> runningTimePeriod_;
+  ToMany<TimeEntry> entries_;
+  Ref<TimeEntry> runningEntry_;
   mutable std::optional<StoredTimes> storedTimes_;
 };
 

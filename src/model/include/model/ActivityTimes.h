@@ -33,10 +33,10 @@ class Today {
 [[nodiscard]] ActivityTimes timesOf(const Activity& activity, const Today& today);
 
 /// The two texts of an activity's row.
-struct TimeStrings {
+struct TimeTexts {
   QString total;
   QString today;
 };
-[[nodiscard]] TimeStrings getTimeStringsForActivity(const Activity& activity, const Today& today);
+[[nodiscard]] TimeTexts timeTextsOf(const Activity& activity, const Today& today);
 
 }  // namespace pendra

@@ -5,7 +5,7 @@
 namespace pendra {
 
 class Activity;
-class CorvelDoc;
+class DocumentSettings;
 class Job;
 
 /// Whom work is done for. Matched by its exact name, which is neither trimmed nor folded.
@@ -26,13 +26,8 @@ class Customer final : public ManagedObject {
   [[nodiscard]] std::optional<double> index() const { return index_; }
   [[nodiscard]] Objects<Job> jobs() const { return jobs_.get(); }
   [[nodiscard]] Objects<Activity> activities() const { return activities_.get(); }
-  [[nodiscard]] CorvelDoc* document() const;
-  void setDocument(CorvelDoc* document);
-
-  /// Negative, zero or positive as this customer's name sorts before, with or after the other's, by
-  /// code unit.
-  [[nodiscard]] int compare(const Customer& other) const;
-  [[nodiscard]] QString descriptionFunction() const { return name_.value_or(QString()); }
+  [[nodiscard]] DocumentSettings* document() const;
+  void setDocument(DocumentSettings* document);
 
  private:
   std::optional<QString> name_;
@@ -41,7 +36,7 @@ class Customer final : public ManagedObject {
   std::optional<double> index_ = 0;
   ToMany<Job> jobs_;
   ToMany<Activity> activities_;
-  ToOne<CorvelDoc> document_;
+  ToOne<DocumentSettings> document_;
 };
 
 }  // namespace pendra

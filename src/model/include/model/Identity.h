@@ -4,7 +4,7 @@
 
 namespace pendra {
 
-class CorvelDoc;
+class DocumentSettings;
 
 /// In whose name, and for which company, a document's time is sent.
 class Identity final : public ManagedObject {
@@ -22,7 +22,7 @@ class Identity final : public ManagedObject {
  private:
   std::optional<QString> companyFileName_;
   std::optional<QString> employeeName_;
-  ToMany<CorvelDoc> documents_;
+  ToMany<DocumentSettings> documents_;
 };
 
 }  // namespace pendra

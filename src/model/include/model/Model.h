@@ -5,6 +5,6 @@
 namespace pendra {
 
 /// The entities of a document with the text that creates their tables, the contents of "Corvel.momd".
-ObjectModel managedObjectModel(QByteArray schema);
+ObjectModel objectModel(QByteArray schema);
 
 }  // namespace pendra

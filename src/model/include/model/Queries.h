@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "model/Activity.h"
-#include "model/CorvelDoc.h"
 #include "model/Customer.h"
+#include "model/DocumentSettings.h"
 #include "model/Identity.h"
 #include "model/Job.h"
 #include "model/Service.h"
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 #include "store/ObjectContext.h"
 
 namespace pendra::queries {
@@ -34,13 +34,17 @@ bool nameContains(const std::optional<QString>& name, const QString& text);
 
 /// The first fetched, or none.
 Identity* firstIdentity(const ObjectContext& context);
-CorvelDoc* firstDocument(const ObjectContext& context);
+DocumentSettings* firstDocument(const ObjectContext& context);
 
 /// The name of a customer, job or service, or "" where there is none.
 template <class Named>
 QString nameOf(const Named* named) {
   return named ? named->name().value_or(QString()) : QString();
 }
+
+/// Negative, zero or positive as one name sorts before, with or after the other, by code unit; an absent name
+/// sorts as an empty one.
+int compareNames(const std::optional<QString>& one, const std::optional<QString>& other);
 
 /// The distinct names of `named`, absent ones left out, sorted without regard to case.
 template <class Container>

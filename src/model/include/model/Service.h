@@ -5,7 +5,7 @@
 namespace pendra {
 
 class Activity;
-class CorvelDoc;
+class DocumentSettings;
 
 /// A service item: what kind of work it is, and with it what it costs.
 class Service final : public ManagedObject {
@@ -22,22 +22,16 @@ class Service final : public ManagedObject {
   [[nodiscard]] std::optional<bool> shown() const { return shown_; }
   void setShown(std::optional<bool> shown) { assign(shown_, shown); }
   /// The activities that name this item.
-  [[nodiscard]] Objects<Activity> activity() const { return activity_.get(); }
-  [[nodiscard]] CorvelDoc* document() const;
-  void setDocument(CorvelDoc* document);
-
-  [[nodiscard]] QString description() const { return name_.value_or(QString()); }
-  /// As Customer::compare.
-  [[nodiscard]] int compare(const Service& other) const;
-  /// A free-standing service with this one's name and identifier and nothing else.
-  [[nodiscard]] std::unique_ptr<Service> copyWithZone() const;
+  [[nodiscard]] Objects<Activity> activities() const { return activities_.get(); }
+  [[nodiscard]] DocumentSettings* document() const;
+  void setDocument(DocumentSettings* document);
 
  private:
   std::optional<QString> name_;
   std::optional<QString> vtObjectID_;
   std::optional<bool> shown_ = false;
-  ToMany<Activity> activity_;
-  ToOne<CorvelDoc> document_;
+  ToMany<Activity> activities_;
+  ToOne<DocumentSettings> document_;
 };
 
 }  // namespace pendra

@@ -6,7 +6,7 @@
 namespace pendra::preferences {
 
 /// Path of the document to open at launch; an empty text counts as absent.
-inline const QString kLastURL = QStringLiteral("PendraLastURL");
+inline const QString kLastDocument = QStringLiteral("PendraLastURL");
 /// Boolean: merge a day's entries of one activity into one record. True after each launch.
 inline const QString kMergeSubmissions = QStringLiteral("PendraMergeSubmissions");
 /// Boolean, false unless written: the time log leaves out sent entries.

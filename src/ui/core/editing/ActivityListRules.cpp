@@ -1,60 +1,58 @@
-#include "model/ArrayExtensions.h"
 #include "model/Queries.h"
+#include "ui_core/ActivityEditor.h"
 #include "ui_core/ListSteps.h"
-#include "ui_core/NewActivityController.h"
 
 namespace pendra {
 
-void NewActivityController::reloadComboxes() {
-  if (!session_.myContext()) return;
+void ActivityEditor::reloadNames() {
+  if (!session_.context()) return;
   const auto customers = queries::distinctNames(queries::shownCustomers(context()));
-  customerDataArray_ = customers.isEmpty() ? std::nullopt : std::optional(customers);
+  customerNames_ = customers.isEmpty() ? std::nullopt : std::optional(customers);
   const auto services = queries::shownServices(context());
   const auto names = queries::distinctNames(services);
   // Kept: service items that are all nameless leave the list as it was.
-  if (services.empty() || !names.isEmpty()) serviceDataArray_ = names;
-  pickACustomer();
+  if (services.empty() || !names.isEmpty()) serviceNames_ = names;
+  customerPicked();
 }
 
-void NewActivityController::pickACustomer() {
+void ActivityEditor::customerPicked() {
   const EntryFields& entry = controls_.entry;
-  const QString name = entry.customerPopup.stringValue();
+  const QString name = entry.customerPopup.text();
   if (name.isEmpty()) return;
   const auto customers = queries::customersNamed(context(), name);
   if (customers.empty()) return;
-  jobDataArray_.clear();
+  jobNames_.clear();
   for (const Customer* customer : customers) {
     for (const Job* job : customer->jobs()) {
-      if (job->shown() == true) addStringIfContentsAreUnique(jobDataArray_, job->name());
+      if (job->shown() == true && job->name() && !jobNames_.contains(*job->name())) jobNames_ << *job->name();
     }
   }
-  queries::sortIgnoringCase(jobDataArray_);
-  entry.jobPopup.setEnabled(!jobDataArray_.isEmpty() || isStandalone());
-  entry.jobPopup.setStringValue(QString());
+  queries::sortIgnoringCase(jobNames_);
+  entry.jobPopup.setEnabled(!jobNames_.isEmpty() || isStandalone());
+  entry.jobPopup.setText(QString());
   // Kept: a customer without jobs leaves OK as it was.
-  if (!jobDataArray_.isEmpty()) pickAService();
+  if (!jobNames_.isEmpty()) enableOk();
 }
 
-void NewActivityController::pickAService() {
+void ActivityEditor::enableOk() {
   const EntryFields& entry = controls_.entry;
-  controls_.okButton.setEnabled(!isBlank(entry.servicePopup.stringValue()) &&
-                                !isBlank(entry.customerPopup.stringValue()));
+  controls_.okButton.setEnabled(!isBlank(entry.servicePopup.text()) && !isBlank(entry.customerPopup.text()));
 }
 
-QStringList NewActivityController::dataArrayForCombobox(const Control& popup) const {
-  if (&popup == &controls_.entry.customerPopup) return customerDataArray_.value_or(QStringList());
-  return &popup == &controls_.entry.servicePopup ? serviceDataArray_ : jobDataArray_;
+QStringList ActivityEditor::namesFor(const Control& popup) const {
+  if (&popup == &controls_.entry.customerPopup) return customerNames_.value_or(QStringList());
+  return &popup == &controls_.entry.servicePopup ? serviceNames_ : jobNames_;
 }
 
-bool NewActivityController::textShouldEndEditing(const Control& control) {
-  if (&control == &controls_.entry.servicePopup) return serviceShouldEndEditing();
-  if (&control == &controls_.entry.customerPopup) return customerShouldEndEditing();
-  return jobShouldEndEditing();
+bool ActivityEditor::mayLeave(const Control& control) {
+  if (&control == &controls_.entry.servicePopup) return mayLeaveService();
+  if (&control == &controls_.entry.customerPopup) return mayLeaveCustomer();
+  return mayLeaveJob();
 }
 
-bool NewActivityController::customerShouldEndEditing() {
+bool ActivityEditor::mayLeaveCustomer() {
   const Control& popup = controls_.entry.customerPopup;
-  const QString name = popup.stringValue();
+  const QString name = popup.text();
   if (isBlank(name) || !queries::customersNamed(context(), name).empty()) return true;
   if (!isStandalone()) {
     showChooseExistingCustomer(session_.ports().alerts);
@@ -62,15 +60,15 @@ bool NewActivityController::customerShouldEndEditing() {
   }
   if (!wantsToAdd(name, popup)) return false;
   addCustomer(context(), name);
-  pickACustomer();
-  jobDataArray_.clear();
+  customerPicked();
+  jobNames_.clear();
   return true;
 }
 
-bool NewActivityController::jobShouldEndEditing() {
+bool ActivityEditor::mayLeaveJob() {
   const Control& popup = controls_.entry.jobPopup;
-  const QString customerName = controls_.entry.customerPopup.stringValue();
-  const QString name = popup.stringValue();
+  const QString customerName = controls_.entry.customerPopup.text();
+  const QString name = popup.text();
   if (customerName.isEmpty() || name.isEmpty()) return true;
   if (isBlank(name)) {
     session_.ports().alerts.runAlert({.message = "Please enter a proper job name.", .informative = {}});
@@ -97,9 +95,9 @@ bool NewActivityController::jobShouldEndEditing() {
   return true;
 }
 
-bool NewActivityController::serviceShouldEndEditing() {
+bool ActivityEditor::mayLeaveService() {
   const Control& popup = controls_.entry.servicePopup;
-  const QString name = popup.stringValue();
+  const QString name = popup.text();
   if (isBlank(name) || !queries::servicesNamed(context(), name).empty()) return true;
   if (!isStandalone()) {
     showChooseExistingService(session_.ports().alerts, "Choose an existing service");
@@ -110,12 +108,12 @@ bool NewActivityController::serviceShouldEndEditing() {
   return true;
 }
 
-bool NewActivityController::wantsToAdd(const QString& name, const Control& toList) {
-  return asksToAdd(session_.ports().alerts, name, nameForPopup(toList));
+bool ActivityEditor::wantsToAdd(const QString& name, const Control& toList) {
+  return asksToAdd(session_.ports().alerts, name, listNameFor(toList));
 }
 
-QString NewActivityController::nameForPopup(const Control& popup) const {
-  return pendra::nameForPopup(controls_.entry, popup);
+QString ActivityEditor::listNameFor(const Control& popup) const {
+  return pendra::listNameFor(controls_.entry, popup);
 }
 
 }  // namespace pendra

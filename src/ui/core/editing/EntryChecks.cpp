@@ -28,7 +28,7 @@ bool durationHasMinus(const EntryTexts& texts) {
   return durationIsNegative(texts) || (pieces[0].startsWith(u'-') && restIsPositive);
 }
 
-bool nothingIsSelected(const EntryTexts& texts) { return !texts.periodIsSelected; }
+bool nothingIsSelected(const EntryTexts& texts) { return !texts.entryIsSelected; }
 bool timeIsInvalid(const EntryTexts& texts) {
   return !texts.startTime.isEmpty() && !readTime(texts.startTime);
 }

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 #include "platform/DateTexts.h"
 #include "platform/NaturalDate.h"
 #include "platform/Text.h"
@@ -24,12 +24,12 @@ bool looksLike(Instant one, Instant other, const Calendar& calendar) {
 
 }  // namespace
 
-EntryTexts textsOf(const EntryFields& fields, const Session& session, bool periodIsSelected) {
-  return {.startTime = fields.startTimeField.stringValue(),
-          .startTimeAMPM = fields.startTimeFieldAMPM.stringValue(),
-          .startDate = fields.startDateField.stringValue(),
-          .duration = fields.durationField.stringValue(),
-          .periodIsSelected = periodIsSelected,
+EntryTexts textsOf(const EntryFields& fields, const Session& session, bool entryIsSelected) {
+  return {.startTime = fields.startTimeField.text(),
+          .startTimeAMPM = fields.startTimeFieldAMPM.text(),
+          .startDate = fields.startDateField.text(),
+          .duration = fields.durationField.text(),
+          .entryIsSelected = entryIsSelected,
           .now = session.ports().clock.now(),
           .calendar = session.ports().calendar};
 }
@@ -61,7 +61,7 @@ std::optional<Instant> startInstant(const EntryTexts& texts, std::optional<Insta
   return looksLike(*typed, minuteBefore, texts.calendar) ? minuteBefore : typed;
 }
 
-void takeStart(TimePeriod& period, const EntryTexts& texts, Notices& notices) {
+void takeStart(TimeEntry& period, const EntryTexts& texts, Notices& notices) {
   if (const auto start = startInstant(texts, period.start())) {
     period.setStart(start);
     notices.withdraw(kStartNoticeKey);
@@ -78,9 +78,9 @@ void takeStart(TimePeriod& period, const EntryTexts& texts, Notices& notices) {
 }
 
 void showStart(const EntryFields& fields, std::optional<Instant> start, const Calendar& calendar) {
-  fields.startDateField.setStringValue(start ? shortDate(*start, calendar) : QString());
-  fields.startTimeField.setStringValue(start ? timeOfDay(*start, calendar) : QString());
-  fields.startTimeFieldAMPM.setStringValue(start ? dayHalf(*start, calendar) : QString());
+  fields.startDateField.setText(start ? shortDate(*start, calendar) : QString());
+  fields.startTimeField.setText(start ? timeOfDay(*start, calendar) : QString());
+  fields.startTimeFieldAMPM.setText(start ? dayHalf(*start, calendar) : QString());
 }
 
 void enableTimeEditFields(const EntryFields& fields, bool enabled) {

@@ -15,12 +15,12 @@ const QString kLocalRecord = QStringLiteral("0");
 
 }  // namespace
 
-qint64 indexOfItemWithStringValue(const QStringList& items, const QString& text) {
+qint64 indexOfName(const QStringList& items, const QString& text) {
   const qsizetype index = items.indexOf(text);
   return index < 0 ? kNotFound : index;
 }
 
-QString completedString(const QStringList& items, const QString& typed) {
+QString completedName(const QStringList& items, const QString& typed) {
   const auto found = std::find_if(items.begin(), items.end(), [&](const QString& item) {
     return item.startsWith(typed, Qt::CaseInsensitive);
   });
@@ -31,7 +31,7 @@ bool isBlank(QStringView text) {
   return std::all_of(text.begin(), text.end(), [](QChar c) { return c == u' ' || c == u'\t'; });
 }
 
-QString nameForPopup(const EntryFields& fields, const Control& popup) {
+QString listNameFor(const EntryFields& fields, const Control& popup) {
   if (&popup == &fields.customerPopup) return "Customers";
   return &popup == &fields.servicePopup ? "Services" : "Jobs";
 }

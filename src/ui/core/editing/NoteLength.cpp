@@ -24,7 +24,7 @@ void showNoteLengthWarning(Session& session) {
   defaults.setText(preferences::kNoteLengthWarning, "YES");
 }
 
-void noteDidChange(Session& session, LengthLabel& label, const QString& note) {
+void followNote(Session& session, LengthLabel& label, const QString& note) {
   showNotesLength(label, note);
   if (isTooLong(note)) showNoteLengthWarning(session);
 }

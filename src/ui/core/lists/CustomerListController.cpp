@@ -22,8 +22,8 @@ std::vector<Column<CustomerListRow>> columns(const CustomerListController& list)
 
 /// Customers and jobs are numbered apart; the last bit tells them apart.
 quint64 identityOf(const CustomerListRow& row) {
-  const ManagedObject* shown = row.isJob ? static_cast<const ManagedObject*>(row.jobMO.get())
-                                         : static_cast<const ManagedObject*>(row.customerMO.get());
+  const ManagedObject* shown = row.isJob ? static_cast<const ManagedObject*>(row.job.get())
+                                         : static_cast<const ManagedObject*>(row.customer.get());
   return shown ? static_cast<quint64>(shown->objectID()) * 2 + (row.isJob ? 1 : 0) : 0;
 }
 
@@ -31,46 +31,31 @@ CustomerListRow rowOf(Customer& customer) {
   return {.isJob = false,
           .name = queries::nameOf(&customer),
           .checkbox = customer.shown().value_or(false),
-          .customerMO = &customer,
-          .jobMO = {}};
+          .customer = &customer,
+          .job = {}};
 }
 
 CustomerListRow rowOf(Job& job) {
   return {.isJob = true,
           .name = queries::nameOf(&job),
           .checkbox = job.shown().value_or(false),
-          .customerMO = job.customer(),
-          .jobMO = &job};
+          .customer = job.customer(),
+          .job = &job};
 }
 
 void setShown(CustomerListRow& row, bool shown) {
   row.checkbox = shown;
   if (row.isJob) {
-    if (row.jobMO) row.jobMO->setShown(shown);
-  } else if (row.customerMO) {
-    row.customerMO->setShown(shown);
+    if (row.job) row.job->setShown(shown);
+  } else if (row.customer) {
+    row.customer->setShown(shown);
   }
 }
 
 }  // namespace
 
 CustomerListController::CustomerListController(Session& session, TablePort& table, ListView& view)
-    : ListController(session, table, view),
-      tableDataArray_(columns(*this), {.identity = identityOf, .running = {}}) {}
-
-void CustomerListController::documentDidChange() {
-  observeCustomers();
-  reloadData();
-}
-
-void CustomerListController::observeCustomers() {
-  customersChanges_ = {};
-  if (CorvelDoc* document = session().myDoc()) {
-    customersChanges_ = document->customersChanges().observe([this] {
-      if (context()) reloadData();
-    });
-  }
-}
+    : ListController(session, table, view), rows_(columns(*this), {.identity = identityOf, .running = {}}) {}
 
 std::vector<Customer*> CustomerListController::listedCustomers() const {
   if (searchString().isEmpty()) return context()->fetch<Customer>();
@@ -92,51 +77,51 @@ void CustomerListController::reloadData() {
     const Customer* last = nullptr;
     for (Customer* customer : customers) {
       // Kept: of several customers of one name only the first is listed, with its own jobs.
-      if (last && last->compare(*customer) == 0) continue;
+      if (last && queries::compareNames(last->name(), customer->name()) == 0) continue;
       last = customer;
       rows.push_back(rowOf(*customer));
       for (Job* job : customer->jobs()) rows.push_back(rowOf(*job));
     }
   }
-  tableDataArray_.setRows(std::move(rows));
+  rows_.setRows(std::move(rows));
   table().reloadData();
 }
 
 Job* CustomerListController::jobForRow(int row) const {
-  const CustomerListRow* one = tableDataArray_.row(row);
-  return one && one->isJob ? one->jobMO.get() : nullptr;
+  const CustomerListRow* one = rows_.row(row);
+  return one && one->isJob ? one->job.get() : nullptr;
 }
 
 Customer* CustomerListController::customerForRow(int row) const {
-  const CustomerListRow* one = tableDataArray_.row(row);
-  return one && !one->isJob ? one->customerMO.get() : nullptr;
+  const CustomerListRow* one = rows_.row(row);
+  return one && !one->isJob ? one->customer.get() : nullptr;
 }
 
-void CustomerListController::setObjectValue(const CellValue& value, const QString& column, int row) {
-  const CustomerListRow* old = tableDataArray_.row(row);
+void CustomerListController::setValue(const CellValue& value, const QString& column, int row) {
+  const CustomerListRow* old = rows_.row(row);
   if (!old) return;
   if (const QString* name = std::get_if<QString>(&value)) return storeName(*old, *name, row);
   if (column != kCheckbox) return;
   CustomerListRow changed = *old;
   setShown(changed, std::get<bool>(value));
-  tableDataArray_.replaceRow(row, std::move(changed));
+  rows_.replaceRow(row, std::move(changed));
   table().redrawRow(row);
 }
 
 void CustomerListController::storeName(CustomerListRow row, const QString& name, int index) {
   // Kept: a job's name is compared with the customers' names too.
-  if (standalone() && !customerShouldEndEditing(name)) return;
+  if (standalone() && !mayLeaveCustomer(name)) return;
   row.name = name;
   if (row.isJob) {
-    if (row.jobMO) row.jobMO->setName(name);
-    tableDataArray_.replaceRow(index, std::move(row));
+    if (row.job) row.job->setName(name);
+    rows_.replaceRow(index, std::move(row));
     return table().redrawRow(index);
   }
-  if (row.customerMO) row.customerMO->setName(name);
+  if (row.customer) row.customer->setName(name);
   reloadData();
 }
 
-bool CustomerListController::customerShouldEndEditing(const QString& name) {
+bool CustomerListController::mayLeaveCustomer(const QString& name) {
   // While the alert is up the editor loses the keyboard and hands in its text once more.
   if (refusing_) return false;
   if (name.isEmpty() || !context() || queries::customersNamed(*context(), name).empty()) return true;
@@ -163,7 +148,7 @@ void CustomerListController::addNewCustomer() {
   const bool taken = !queries::customersNamed(*context(), numbered(number)).empty();
   // Kept: one try more, and no further look whether that name is taken too.
   customer.setName(numbered(taken ? number + 1 : number));
-  tableDataArray_.insertRow(0, rowOf(customer));
+  rows_.insertRow(0, rowOf(customer));
   table().reloadData();
   table().selectRow(0);
 }
@@ -174,13 +159,13 @@ void CustomerListController::addNewJob() {
   if (!customer) return;
   auto& job = insertLocal<Job>(*context(), QStringLiteral("Job Name"));
   job.setCustomer(customer);
-  tableDataArray_.insertRow(*row + 1, rowOf(job));
+  rows_.insertRow(*row + 1, rowOf(job));
   table().reloadData();
   table().selectRow(*row + 1);
 }
 
 void CustomerListController::setAllShown(bool shown) {
-  tableDataArray_.changeRows([shown](CustomerListRow& row) { setShown(row, shown); });
+  rows_.changeRows([shown](CustomerListRow& row) { setShown(row, shown); });
   table().reloadData();
 }
 
@@ -189,7 +174,7 @@ bool CustomerListController::validateMenuItem(ListCommand item) const {
   if (!standalone()) return false;
   if (item != ListCommand::AddNewJob) return true;
   const auto row = selectedRow();
-  return row && !tableDataArray_.row(*row)->isJob;
+  return row && !rows_.row(*row)->isJob;
 }
 
 }  // namespace pendra

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Queries.h"
 #include "ui_core/ListController.h"
 #include "ui_core/RowTable.h"
 
@@ -41,8 +42,9 @@ Named& insertLocal(ObjectContext& context, const QString& name) {
 /// Sorts by name, by code unit; of equal names the one that was inserted first comes first.
 template <class Named>
 void sortByName(std::vector<Named*>& objects) {
-  std::stable_sort(objects.begin(), objects.end(),
-                   [](const Named* a, const Named* b) { return a->compare(*b) < 0; });
+  std::stable_sort(objects.begin(), objects.end(), [](const Named* a, const Named* b) {
+    return queries::compareNames(a->name(), b->name()) < 0;
+  });
 }
 
 }  // namespace pendra::lists

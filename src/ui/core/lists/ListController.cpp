@@ -7,11 +7,11 @@ namespace pendra {
 ListController::ListController(Session& session, TablePort& table, ListView& view)
     : session_(session), table_(table), view_(view) {}
 
-void ListController::awakeFromNib() {
-  documentDidChange();
-  view_.standaloneDidChange();
-  contextChanges_ = session_.myContextChanges().observe([this] { documentDidChange(); });
-  standaloneChanges_ = session_.myStandaloneChanges().observe([this] { view_.standaloneDidChange(); });
+void ListController::start() {
+  documentChanged();
+  view_.standaloneChanged();
+  contextChanges_ = session_.documentChanges().observe([this] { documentChanged(); });
+  standaloneChanges_ = session_.standaloneChanges().observe([this] { view_.standaloneChanged(); });
 }
 
 void ListController::setSearchString(const QString& text) {
@@ -29,7 +29,7 @@ bool ListController::confirmDelete(const QString& name) {
 
 std::optional<int> ListController::selectedRow() const {
   const int row = table_.selectedRow();
-  return row >= 0 && row < numberOfRowsInTableView() ? std::optional(row) : std::nullopt;
+  return row >= 0 && row < source().rowCount() ? std::optional(row) : std::nullopt;
 }
 
 }  // namespace pendra

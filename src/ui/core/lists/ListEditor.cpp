@@ -13,11 +13,11 @@ void openOnce(Session& session, Interface interface, AuxiliaryWindow* Session::*
 
 }  // namespace
 
-void customerList(Session& session) {
+void showCustomerList(Session& session) {
   openOnce(session, Interface::CustomerList, &Session::customerListController);
 }
 
-void editServicesList(Session& session) {
+void showServicesList(Session& session) {
   openOnce(session, Interface::ServicesList, &Session::servicesListController);
 }
 

@@ -18,23 +18,22 @@ std::vector<Column<ServicesListRow>> columns(const ServicesListController& list)
 }
 
 quint64 identityOf(const ServicesListRow& row) {
-  return row.serviceMO ? static_cast<quint64>(row.serviceMO->objectID()) : 0;
+  return row.service ? static_cast<quint64>(row.service->objectID()) : 0;
 }
 
 ServicesListRow rowOf(Service& service) {
-  return {.serviceName = queries::nameOf(&service), .checkbox = service.shown(), .serviceMO = &service};
+  return {.serviceName = queries::nameOf(&service), .checkbox = service.shown(), .service = &service};
 }
 
 void setShown(ServicesListRow& row, bool shown) {
   row.checkbox = shown;
-  if (row.serviceMO) row.serviceMO->setShown(shown);
+  if (row.service) row.service->setShown(shown);
 }
 
 }  // namespace
 
 ServicesListController::ServicesListController(Session& session, TablePort& table, ListView& view)
-    : ListController(session, table, view),
-      tableDataArray_(columns(*this), {.identity = identityOf, .running = {}}) {}
+    : ListController(session, table, view), rows_(columns(*this), {.identity = identityOf, .running = {}}) {}
 
 void ServicesListController::reloadData() {
   std::vector<Service*> services;
@@ -47,22 +46,22 @@ void ServicesListController::reloadData() {
   std::vector<ServicesListRow> rows;
   rows.reserve(services.size());
   for (Service* service : services) rows.push_back(rowOf(*service));
-  tableDataArray_.setRows(std::move(rows));
+  rows_.setRows(std::move(rows));
   table().reloadData();
 }
 
-void ServicesListController::setObjectValue(const CellValue& value, const QString& column, int row) {
-  const ServicesListRow* old = tableDataArray_.row(row);
+void ServicesListController::setValue(const CellValue& value, const QString& column, int row) {
+  const ServicesListRow* old = rows_.row(row);
   if (!old) return;
   ServicesListRow changed = *old;
   const QString* name = std::get_if<QString>(&value);
   if (name) {
     changed.serviceName = *name;
-    if (changed.serviceMO) changed.serviceMO->setName(*name);
+    if (changed.service) changed.service->setName(*name);
   } else if (column == kCheckbox) {
     setShown(changed, std::get<bool>(value));
   }
-  tableDataArray_.replaceRow(row, std::move(changed));
+  rows_.replaceRow(row, std::move(changed));
   if (name) {
     reloadData();
   } else {
@@ -73,20 +72,20 @@ void ServicesListController::setObjectValue(const CellValue& value, const QStrin
 void ServicesListController::addNewService() {
   if (!standalone() || !context()) return;
   auto& service = insertLocal<Service>(*context(), QStringLiteral("Service Name"));
-  tableDataArray_.insertRow(0, rowOf(service));
+  rows_.insertRow(0, rowOf(service));
   table().reloadData();
   table().selectRow(0);
 }
 
 void ServicesListController::setAllShown(bool shown) {
-  tableDataArray_.changeRows([shown](ServicesListRow& row) { setShown(row, shown); });
+  rows_.changeRows([shown](ServicesListRow& row) { setShown(row, shown); });
   table().reloadData();
 }
 
 void ServicesListController::deleteRow() {
   const auto row = selectedRow();
   if (!standalone() || !row || !context()) return;
-  const Ref<Service> service = tableDataArray_.row(*row)->serviceMO;
+  const Ref<Service> service = rows_.row(*row)->service;
   if (!service || !confirmDelete(queries::nameOf(service.get())) || !service) return;
   context()->deleteObject(*service);
   reloadData();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 
 namespace pendra {
 
@@ -10,7 +10,7 @@ class DayRange {
  public:
   DayRange(std::optional<Instant> from, std::optional<Instant> to) : from_(from), to_(to) {}
 
-  [[nodiscard]] bool contains(const TimePeriod& period) const {
+  [[nodiscard]] bool contains(const TimeEntry& period) const {
     const auto start = period.start();
     if (!start || isNear(*start, from_) || isNear(*start, to_)) return period.isBetweenDates(from_, to_);
     return (!from_ || *start > *from_) && (!to_ || *start < *to_);

@@ -20,7 +20,7 @@ std::shared_ptr<const LogActivity> snapshotOf(Activity& activity) {
                                                          .service = queries::nameOf(activity.service())});
 }
 
-LogRow makeRow(TimePeriod& period, const std::shared_ptr<const LogActivity>& of) {
+LogRow makeRow(TimeEntry& period, const std::shared_ptr<const LogActivity>& of) {
   return {.of = of,
           .period = &period,
           .start = period.start(),
@@ -39,19 +39,19 @@ LogController::LogController(Session& session, TimerState& window, TablePort& ta
     : session_(session),
       window_(window),
       table_(table),
-      tableDataArray_(makeLogTable(session.ports().calendar, locale)),
-      hideSubmitted_(session.ports().defaults.changesOf(preferences::kHideSubmitted).observe([this] {
-        hideSubmittedChanged();
-      })) {}
-
-ObjectContext* LogController::context() const {
-  const CorvelFileDoc* document = session_.theFileDoc();
-  return document ? document->managedObjectContext().get() : nullptr;
+      rows_(makeLogTable(session.ports().calendar, locale)),
+      hideSubmitted_(
+          session.ports().defaults.changesOf(preferences::kHideSubmitted).observe([this] { reloadData(); })) {
 }
 
-void LogController::awakeFromNib() {
-  reloadComboxes();
-  tableDataArray_.sort();
+ObjectContext* LogController::context() const {
+  const OpenDocument* document = session_.document();
+  return document ? document->context().get() : nullptr;
+}
+
+void LogController::start() {
+  reloadNames();
+  rows_.sort();
   table_.reloadData();
 }
 
@@ -69,11 +69,11 @@ std::vector<LogRow> LogController::makeRows() const {
   }
   const bool hides = hidesSubmitted();
   const DayRange days(dateOf(startDateField), dateOf(endDateField));
-  if (!filter) rows.reserve(context()->all<TimePeriod>().size());
+  if (!filter) rows.reserve(context()->all<TimeEntry>().size());
   for (Activity* activity : context()->all<Activity>()) {
     if (filter && !filter->matches(*activity)) continue;
     const auto snapshot = snapshotOf(*activity);
-    for (TimePeriod* period : activity->timePeriod()) {
+    for (TimeEntry* period : activity->entries()) {
       LogRow row = makeRow(*period, snapshot);
       if (hides && row.showsAsSent()) continue;
       if (days.contains(*period)) rows.push_back(std::move(row));
@@ -84,53 +84,53 @@ std::vector<LogRow> LogController::makeRows() const {
 
 void LogController::reloadData() {
   const Notifier::Change change(contentsChanges);
-  tableDataArray_.setRows(makeRows());
-  secondsOfAll_ = lengthOf(tableDataArray_.rows());
+  rows_.setRows(makeRows());
+  secondsOfAll_ = lengthOf(rows_.rows());
   runningRows_.clear();
   table_.reloadData();
 }
 
-void LogController::updateRunningPeriods() {
+void LogController::updateRunningEntries() {
   if (!context()) return;
   for (const Activity* activity : context()->all<Activity>()) {
-    if (const TimePeriod* running = activity->runningTimePeriod()) updateRunningRow(*running);
+    if (const TimeEntry* running = activity->runningEntry()) updateRunningRow(*running);
   }
 }
 
-void LogController::updateRunningRow(const TimePeriod& period) {
+void LogController::updateRunningRow(const TimeEntry& period) {
   const int index = indexOf(period);
   if (index < 0 || period.running() != true) return;
   const Notifier::Change change(contentsChanges);
-  LogRow row = *tableDataArray_.row(index);
-  const double before = std::exchange(row.duration, period.curElapsedTime());
+  LogRow row = *rows_.row(index);
+  const double before = std::exchange(row.duration, period.elapsed());
   secondsOfAll_ += row.duration - before;
-  tableDataArray_.replaceRow(index, std::move(row));
+  rows_.replaceRow(index, std::move(row));
   table_.redrawRow(index);
 }
 
-int LogController::indexOf(const TimePeriod& period) {
+int LogController::indexOf(const TimeEntry& period) {
   const auto known = runningRows_.constFind(period.objectID());
   if (known != runningRows_.constEnd()) {
-    const LogRow* row = tableDataArray_.row(*known);
+    const LogRow* row = rows_.row(*known);
     if (*known < 0 || (row && row->period == &period)) return *known;
   }
-  const auto found = tableDataArray_.indexOf([&period](const LogRow& row) { return row.period == &period; });
+  const auto found = rows_.indexOf([&period](const LogRow& row) { return row.period == &period; });
   return *runningRows_.insert(period.objectID(), found.value_or(-1));
 }
 
 LogSummary LogController::summary() const {
   const auto selected = table_.selectedRows();
-  if (selected.empty()) return {tableDataArray_.rowCount(), secondsOfAll_};
+  if (selected.empty()) return {rows_.rowCount(), secondsOfAll_};
   LogSummary sum{static_cast<int>(selected.size()), 0};
   for (const int index : selected) {
-    if (const LogRow* row = tableDataArray_.row(index)) sum.seconds += row->duration;
+    if (const LogRow* row = rows_.row(index)) sum.seconds += row->duration;
   }
   return sum;
 }
 
 LogEmptiness LogController::emptiness() const {
-  if (tableDataArray_.rowCount() > 0) return LogEmptiness::HasRows;
-  const bool hasEntries = context() && !context()->all<TimePeriod>().empty();
+  if (rows_.rowCount() > 0) return LogEmptiness::HasRows;
+  const bool hasEntries = context() && !context()->all<TimeEntry>().empty();
   return hasEntries ? LogEmptiness::FilteredAway : LogEmptiness::NoEntries;
 }
 

@@ -67,7 +67,7 @@ void LogController::setHidesSubmitted(bool hides) {
   session_.ports().defaults.setBoolean(preferences::kHideSubmitted, hides);
 }
 
-void LogController::reloadComboxes() {
+void LogController::reloadNames() {
   if (!context()) return;
   const Notifier::Change change(filtersChanges);
   for (PopUp* popup : {&customerPopup, &servicePopup, &jobPopup}) popup->reset(kAll);
@@ -93,13 +93,13 @@ void LogController::fillJobs(const std::optional<QString>& customer) {
   }
 }
 
-void LogController::pickACustomer(const PopUp& sender) {
+void LogController::customerPicked(const PopUp& sender) {
   if (&sender != &customerPopup) return;
   fillJobs(customerPopup.titleOfSelectedItem());
   reloadData();
 }
 
-void LogController::pickACustomerAfterDeleting() {
+void LogController::resetNameFilters() {
   const Notifier::Change change(filtersChanges);
   fillJobs(customerPopup.titles().first());
   customerPopup.selectItemWithTitle(kAll);
@@ -107,16 +107,16 @@ void LogController::pickACustomerAfterDeleting() {
   reloadData();
 }
 
-void LogController::reloadPopupsToSameChoice() {
+void LogController::reloadKeepingChoice() {
   const Notifier::Change change(filtersChanges);
   const int customer = customerPopup.indexOfSelectedItem();
   const int job = jobPopup.indexOfSelectedItem();
   const int service = servicePopup.indexOfSelectedItem();
-  reloadComboxes();
+  reloadNames();
   customerPopup.selectItemAtIndex(customer);
   servicePopup.selectItemAtIndex(service);
   // Kept: this undoes the two lines before it, and leaves one title for the job's index.
-  pickACustomerAfterDeleting();
+  resetNameFilters();
   jobPopup.selectItemAtIndex(job);
 }
 
@@ -124,7 +124,7 @@ void LogController::clearFilters() {
   const Notifier::Change change(filtersChanges);
   startDateField.clear();
   endDateField.clear();
-  pickACustomerAfterDeleting();
+  resetNameFilters();
   if (hidesSubmitted()) setHidesSubmitted(false);
 }
 

@@ -6,7 +6,7 @@ namespace {
 
 /// Whether marking as unsent changes the entry. Kept: exactly one second is not enough, though the log
 /// shows it as sent.
-bool canBeMarkedUnsent(const TimePeriod& period) { return period.submittedSeconds() > 1.0; }
+bool canBeMarkedUnsent(const TimeEntry& period) { return period.submittedSeconds() > 1.0; }
 
 bool userMarksAsUnsent(Alerts& alerts) {
   return alerts.runAlert({.style = Alert::Style::Warning,
@@ -19,39 +19,34 @@ bool userMarksAsUnsent(Alerts& alerts) {
 
 }  // namespace
 
-TimePeriod* LogController::selectedTimePeriod() const {
-  const LogRow* row = tableDataArray_.row(table_.selectedRow());
+TimeEntry* LogController::selectedEntry() const {
+  const LogRow* row = rows_.row(table_.selectedRow());
   return row ? row->period.get() : nullptr;
 }
 
 Activity* LogController::selectedActivity() const {
-  const LogRow* row = tableDataArray_.row(table_.selectedRow());
+  const LogRow* row = rows_.row(table_.selectedRow());
   Q_ASSERT_X(row, "selectedActivity", "asked without a selection");
   return row ? row->activity() : nullptr;
 }
 
 int LogController::numberOfSelectedRows() const { return static_cast<int>(table_.selectedRows().size()); }
 
-std::vector<Ref<TimePeriod>> LogController::deleteSelectedRows() const {
-  std::vector<Ref<TimePeriod>> periods;
+std::vector<Ref<TimeEntry>> LogController::selectedEntries() const {
+  std::vector<Ref<TimeEntry>> periods;
   for (const int index : table_.selectedRows()) {
-    if (const LogRow* row = tableDataArray_.row(index)) periods.push_back(row->period);
+    if (const LogRow* row = rows_.row(index)) periods.push_back(row->period);
   }
   return periods;
 }
 
-void LogController::selectPeriod(const TimePeriod* period) {
+void LogController::selectEntry(const TimeEntry* period) {
   int found = table_.selectedRow();
-  const auto rows = tableDataArray_.rows();
+  const auto rows = rows_.rows();
   for (std::size_t index = 0; index < rows.size(); ++index) {
     if (rows[index].period == period) found = static_cast<int>(index);
   }
   if (found >= 0) table_.selectRow(found);
-}
-
-bool LogController::anyPeriodsSelected() const {
-  const TimePeriod* current = window_.myCurrentTimePeriod();
-  return table_.selectedRow() >= 0 && !(current && current->wasSubmitted());
 }
 
 std::vector<LogRow> LogController::consideredRows() const {
@@ -59,29 +54,24 @@ std::vector<LogRow> LogController::consideredRows() const {
   if (selected.empty()) return allRows();
   std::vector<LogRow> rows;
   for (const int index : selected) {
-    if (const LogRow* row = tableDataArray_.row(index)) rows.push_back(*row);
+    if (const LogRow* row = rows_.row(index)) rows.push_back(*row);
   }
   return rows;
 }
 
-std::vector<LogRow> LogController::allRows() const {
-  return {tableDataArray_.rows().begin(), tableDataArray_.rows().end()};
-}
+std::vector<LogRow> LogController::allRows() const { return {rows_.rows().begin(), rows_.rows().end()}; }
 
-void LogController::tableViewSelectionDidChange() {
+void LogController::selectionChanged() {
   const Notifier::Change contents(contentsChanges);
-  const Notifier::Change editable(window_.editableChanges);
-  const Notifier::Change deleteable(window_.deleteableChanges);
-  const Notifier::Change canSendToVT(window_.canSendToVTChanges);
-  window_.setMyCurrentTimePeriod(selectedTimePeriod());
+  window_.setCurrentEntry(selectedEntry());
 }
 
-void LogController::markSelectedForResend() {
+void LogController::markSelectedUnsent() {
   const auto selected = table_.selectedRows();
   if (selected.empty() || !userMarksAsUnsent(session_.ports().alerts)) return;
   for (auto index = selected.rbegin(); index != selected.rend(); ++index) {
-    const LogRow* row = tableDataArray_.row(*index);
-    TimePeriod* period = row ? row->period.get() : nullptr;
+    const LogRow* row = rows_.row(*index);
+    TimeEntry* period = row ? row->period.get() : nullptr;
     if (period && canBeMarkedUnsent(*period)) period->setDateSubmitted(kReferenceInstant);
   }
 }

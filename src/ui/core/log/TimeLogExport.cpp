@@ -4,7 +4,7 @@
 #include <QFileInfo>
 #include <filesystem>
 
-#include "document/CorvelFileDoc.h"
+#include "document/OpenDocument.h"
 #include "document/RunningTimers.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
@@ -24,7 +24,7 @@ constexpr QByteArrayView kHeader =
     "Start Date Time\tCustomer\tJob\tService\tDuration\tDate Submitted\tActivity Notes\tMemo\tEmployee\n";
 
 /// Kept: exactly one second counts as not sent here, though the log shows it as sent.
-bool isExportedAsSent(const TimePeriod& period) { return period.submittedSeconds() > 1.0; }
+bool isExportedAsSent(const TimeEntry& period) { return period.submittedSeconds() > 1.0; }
 
 QString timeText(std::optional<Instant> instant) { return instant ? universalDateTime(*instant) : QString(); }
 
@@ -37,7 +37,7 @@ class RecordWriter {
   }
 
   /// False once the file takes no more.
-  bool add(const TimePeriod& period, const Activity& activity) {
+  bool add(const TimeEntry& period, const Activity& activity) {
     if (!std::exchange(isFirst_, false)) bytes_ += '\n';
     field(timeText(period.start()).toLatin1());
     next(queries::nameOf(activity.customer()).toUtf8());
@@ -79,7 +79,7 @@ Outcome writeRows(QFile& file, const std::vector<LogRow>& rows, const QString& e
                   ExportProgress& progress) {
   RecordWriter writer(file, employee);
   for (std::size_t index = 0; index < rows.size(); ++index) {
-    const TimePeriod* period = rows[index].period.get();
+    const TimeEntry* period = rows[index].period.get();
     const Activity* activity = rows[index].activity();
     if (!period || !activity) continue;
     if (!writer.add(*period, *activity)) return Outcome::Failed;
@@ -115,8 +115,8 @@ bool isSameFile(const QString& one, const QString& other) {
 
 /// The open document must not be written over, whatever the user has answered to the panel.
 bool isOpenDocument(const Session& session, const QString& path) {
-  const CorvelFileDoc* document = session.theFileDoc();
-  return document && document->fileURL() && isSameFile(path, *document->fileURL());
+  const OpenDocument* document = session.document();
+  return document && document->path() && isSameFile(path, *document->path());
 }
 
 QString proposedName(const std::optional<QString>& employee, const QString& date) {
@@ -126,7 +126,7 @@ QString proposedName(const std::optional<QString>& employee, const QString& date
 
 /// The timer window's share of stopping: its own flag, its button and its display.
 void stopTiming(TimerState& window) {
-  if (Activity* current = window.myCurrentActivity()) current->stop();
+  if (Activity* current = window.currentActivity()) current->stop();
   window.setIsRunning(false);
   window.updateMainButton();
   window.updateTimeDisplay();
@@ -137,8 +137,8 @@ void stopTiming(TimerState& window) {
 
 void exportTimeLog(LogController& log, ExportProgress& progress) {
   Session& session = log.windowController().session();
-  if (!session.myContext()) return;
-  const Identity* identity = queries::firstIdentity(*session.myContext());
+  if (!session.context()) return;
+  const Identity* identity = queries::firstIdentity(*session.context());
   const std::optional<QString> employee = identity ? identity->employeeName() : std::nullopt;
   const Ports& ports = session.ports();
   const QString today = shortDate(ports.clock.now(), ports.calendar);

@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <memory>
 
-#include "ui_core/NewActivityController.h"
+#include "ui_core/ActivityEditor.h"
 
 namespace pendra {
 
@@ -15,12 +15,12 @@ class ActivitySheet final : public QDialog, public ActivityEditorSheet {
   ActivitySheet(Session& session, QWidget* window);
   ~ActivitySheet() override;
 
-  [[nodiscard]] NewActivityController& controller();
+  [[nodiscard]] ActivityEditor& controller();
   /// A document that is not linked sends nothing.
-  void hideSendToVTLabel();
+  void hideSendingLabel();
 
-  int runModal() override;
-  void stopModal(int code) override { done(code); }
+  int run() override;
+  void end(int code) override { done(code); }
   void setPastTimeViewShown(bool shown) override;
   void reject() override;
 

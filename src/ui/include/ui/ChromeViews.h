@@ -21,7 +21,7 @@ class ContainedView : public QWidget {
  public:
   explicit ContainedView(QWidget* parent);
   /// Takes the place that fits the container's present size.
-  void resizeWithOldSuperviewSize(const QSize& oldSize);
+  void followContainer(const QSize& oldSize);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -43,8 +43,6 @@ class PendraBottomView : public ContainedView {
   Q_OBJECT
  public:
   using ContainedView::ContainedView;
-  /// How far the bottom edge lies above the container's; it keeps this through every change of size.
-  void setBottomOrigin(double origin) { bottomOrigin_ = origin; }
 
  protected:
   [[nodiscard]] QRectF frameIn(const QSizeF& container) const override;

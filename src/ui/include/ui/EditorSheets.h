@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/ActivitySheet.h"
-#include "ui/TimePeriodSheet.h"
+#include "ui/TimeEntrySheet.h"
 #include "ui_core/EditorFlows.h"
 
 namespace pendra {
@@ -13,20 +13,19 @@ class EditorSheets {
   EditorSheets(TimerState& timer, TablePort& activities, QWidget& window);
 
   void showActivitySheet(bool forNew) { activityFlow_.showActivitySheet(forNew); }
-  void showTimePeriodSheet() { timePeriodFlow_.showTimePeriodSheet(); }
+  void showTimeEntrySheet() { timeEntryFlow_.showTimeEntrySheet(); }
   /// The activity editor's lists and rows follow the document.
-  void reloadComboxes() { activityController().reloadComboxes(); }
-  void reloadData() { activityController().reloadData(); }
-  void hideSendToVTLabel() { activitySheet_.hideSendToVTLabel(); }
+  void reloadNames() { activityEditor().reloadNames(); }
+  void reloadData() { activityEditor().reloadData(); }
+  void hideSendingLabel() { activitySheet_.hideSendingLabel(); }
 
-  [[nodiscard]] NewActivityController& activityController() { return activitySheet_.controller(); }
-  [[nodiscard]] TimePeriodController& timePeriodController() { return timePeriodSheet_.controller(); }
+  [[nodiscard]] ActivityEditor& activityEditor() { return activitySheet_.controller(); }
 
  private:
   ActivitySheet& activitySheet_;
-  TimePeriodSheet& timePeriodSheet_;
+  TimeEntrySheet& timeEntrySheet_;
   ActivitySheetFlow activityFlow_;
-  TimePeriodSheetFlow timePeriodFlow_;
+  TimeEntrySheetFlow timeEntryFlow_;
 };
 
 }  // namespace pendra

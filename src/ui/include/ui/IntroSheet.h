@@ -10,7 +10,7 @@ class IntroSheet final : public QDialog {
   explicit IntroSheet(QWidget* window);
 
   /// Shows the sheet and lets everything go on; it goes with its button.
-  void showSheetForIntro() { open(); }
+  void show() { open(); }
 
  private:
   void endIntro() { accept(); }

@@ -20,7 +20,7 @@ class LogPaneView final : public QWidget {
   ~LogPaneView() override;
 
   [[nodiscard]] LogController& logController() { return *logController_; }
-  [[nodiscard]] RowTableView& table() { return *myTableView_; }
+  [[nodiscard]] RowTableView& table() { return *table_; }
   /// A new widget that says how many entries there are and how long they are, for the window's footer.
   [[nodiscard]] QWidget* makeSummary();
   /// Runs the export with a sheet that shows its progress, and can end it, when it takes long.
@@ -28,7 +28,7 @@ class LogPaneView final : public QWidget {
 
  Q_SIGNALS:
   /// An entry is to be edited; it is the only selected one.
-  void editTimePeriod();
+  void editTimeEntry();
 
  private:
   void showEmptiness();
@@ -37,7 +37,7 @@ class LogPaneView final : public QWidget {
   Session& session_;
   // The controls look at the logic until they are gone, so they go first, before Qt's own turn.
   std::unique_ptr<LogController> logController_;
-  std::unique_ptr<RowTableView> myTableView_;
+  std::unique_ptr<RowTableView> table_;
   std::unique_ptr<LogFilterRow> filters_;
   Notifier::Subscription contents_;
 };

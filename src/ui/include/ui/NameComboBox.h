@@ -18,8 +18,8 @@ class NameComboBox : public QComboBox {
  public:
   /// The rules, which belong to the editor that shows the field.
   struct Rules {
-    std::function<QStringList()> dataArray;    ///< the names to offer, asked for whenever they are needed
-    std::function<bool()> shouldEndEditing{};  ///< whether the field may be left with its text
+    std::function<QStringList()> names;  ///< the names to offer, asked for whenever they are needed
+    std::function<bool()> mayLeave{};    ///< whether the field may be left with its text
     bool opensListWhileTyping = false;
   };
 

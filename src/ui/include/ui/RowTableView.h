@@ -37,7 +37,7 @@ class RowTableView : public QTableView, public TablePort {
   [[nodiscard]] QString sortKey() const;
   [[nodiscard]] bool sortAscending() const;
   /// Sorts and shows the sign in the head; not reported.
-  void setSortDescriptor(const SortDescriptor& descriptor);
+  void setSortOrder(const SortOrder& descriptor);
 
   /// Opens the cell's editor.
   void editCell(const QString& identifier, int row);
@@ -54,12 +54,12 @@ class RowTableView : public QTableView, public TablePort {
   void pressPlace(int row, int column);
 
  Q_SIGNALS:
-  void selectionDidChange();
+  void selectionChanged();
   void cellPressed(int row, const QString& identifier);
   /// A double click on a row, outside its acting and editable cells, or Return.
   void rowActivated(int row);
   void headClicked(const QString& identifier);
-  void sortDescriptorsDidChange();
+  void sortChanged();
   void emptyButtonClicked();
   void emptyHelpClicked();
 

@@ -20,19 +20,18 @@ class SendTimeSheet final : public SummarySheet {
   SendTimeSheet(ModalDepth& modals, QWidget* window);
   ~SendTimeSheet() override;
 
-  [[nodiscard]] int runModal(const std::vector<SummaryLine>& lines) override;
-  void close() override { mySummarySheet_.close(); }
+  [[nodiscard]] int run(const std::vector<SummaryLine>& lines) override;
+  void close() override { sheet_.close(); }
   /// "Send" was pressed.
-  void finishSumitting();
-  void cancelSubmitting() { mySummarySheet_.done(SheetRunner::kCancelled); }
+  void accept();
 
  private:
   void build();
 
   ModalDepth& modals_;
-  QDialog mySummarySheet_;
-  QEventLoop modalSession_;
-  std::unique_ptr<RowTable<SummaryLine>> mySummaryController_;
+  QDialog sheet_;
+  QEventLoop loop_;
+  std::unique_ptr<RowTable<SummaryLine>> rows_;
 };
 
 }  // namespace pendra

@@ -37,7 +37,7 @@ class SetupController final : public AppWindow, public SetupView {
   [[nodiscard]] QWidget* makeSettings();
   [[nodiscard]] QWidget* makeStatus();
   [[nodiscard]] QWidget* makeButtons();
-  void windowWillClose();
+  void closeAfterWindow();
   void lookForVantor();
   void save();
   void fitToContent();
@@ -48,13 +48,13 @@ class SetupController final : public AppWindow, public SetupView {
   QStringList employeeNames_;
 
   QWidget* content_ = nullptr;
-  QButtonGroup* standaloneRadioi_ = nullptr;
-  QWidget* vtSettingsView_ = nullptr;
-  PathControl* myCompanyFile_ = nullptr;
-  QLabel* myNoFileOpenText_ = nullptr;
-  QLabel* NoneText_ = nullptr;
+  QButtonGroup* modeRadios_ = nullptr;
+  QWidget* linkSettings_ = nullptr;
+  PathControl* companyFile_ = nullptr;
+  QLabel* noFileText_ = nullptr;
+  QLabel* notRunningText_ = nullptr;
   QPushButton* lookAgain_ = nullptr;
-  QComboBox* myNamePopup_ = nullptr;
+  QComboBox* employeePopup_ = nullptr;
   QPushButton* okButton_ = nullptr;
   QPushButton* cancelButton_ = nullptr;
   QProgressBar* statusSpinner_ = nullptr;

@@ -14,7 +14,7 @@ class SheetRunner {
 
   explicit SheetRunner(ModalDepth& modals) : modals_(modals) {}
   /// Runs the sheet until it ends and answers its code: what `done` was called with.
-  int runModal(QDialog& sheet);
+  int run(QDialog& sheet);
 
  private:
   ModalDepth& modals_;

@@ -22,7 +22,7 @@ class TableModel : public QAbstractTableModel {
     /// What the editor starts with; left out: what the cell shows.
     std::function<QString(const QString& identifier, int row)> textForEditing{};
     /// Takes the text that was typed.
-    std::function<void(const QString& value, const QString& identifier, int row)> setObjectValue{};
+    std::function<void(const QString& value, const QString& identifier, int row)> setValue{};
   };
 
   /// The source must outlive the model.
@@ -33,7 +33,7 @@ class TableModel : public QAbstractTableModel {
   /// The cells of one row changed. An index past the end does nothing.
   void updateRow(int row);
   /// Sorts the source and reloads.
-  void sortBy(const SortDescriptor& descriptor);
+  void sortBy(const SortOrder& descriptor);
   void setEditRules(EditRules rules) { edits_ = std::move(rules); }
   [[nodiscard]] bool shouldEdit(const QModelIndex& index) const;
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ui/RowTableView.h"
-#include "ui_core/NewActivityController.h"
+#include "ui_core/ActivityEditor.h"
 
 namespace pendra {
 
@@ -11,7 +11,7 @@ class TimeEntriesTable final : public RowTableView {
  public:
   explicit TimeEntriesTable(QWidget* parent = nullptr);
   /// The controller must outlive the table.
-  void setController(NewActivityController& controller);
+  void setController(ActivityEditor& controller);
   [[nodiscard]] QSize sizeHint() const override;
 
  protected:

@@ -32,12 +32,12 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   [[nodiscard]] LogPaneView& log() { return *log_; }
   [[nodiscard]] TimerWindow& window() { return *window_; }
   /// Whether the activity table, not the log, had the keyboard focus last.
-  [[nodiscard]] bool activitiesAreFirstResponder() const { return !logHadFocus_; }
+  [[nodiscard]] bool activitiesHadFocus() const { return !logHadFocus_; }
 
   void addActivity();
   void editActivity();
   void editSelected();
-  void editTimePeriod();
+  void editTimeEntry();
   void deleteActivity();
 
   void reloadData() override { state_.reloadData(); }

@@ -9,7 +9,7 @@
 namespace pendra {
 
 /// Windows that are only noted: what was loaded and closed, and what the timer window was asked to do.
-class ScriptedWindows final : public InterfaceLoader, public MainWindow, public VTMenus {
+class ScriptedWindows final : public InterfaceLoader, public MainWindow, public VantorMenus {
  public:
   /// Given once the session exists, which needs the windows first.
   void setSession(Session& session) { session_ = &session; }
@@ -43,9 +43,9 @@ class ScriptedWindows final : public InterfaceLoader, public MainWindow, public 
   void invalidateTracker() override { calls_ << "invalidateTracker"; }
   void close() override {
     calls_ << "close";
-    if (session_->window == this) windowWillClose(*session_);
+    if (session_->window == this) closeAfterWindow(*session_);
   }
-  void removeVTMenus() override { calls_ << "removeVTMenus"; }
+  void hideVantorItems() override { calls_ << "removeVTMenus"; }
 
  private:
   /// A window beside the timer window; leaves the session when it closes.

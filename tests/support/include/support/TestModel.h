@@ -7,8 +7,7 @@ namespace pendra {
 
 /// The model of documents over the tables that the program finds among its resources.
 inline const ObjectModel& testModel() {
-  static const ObjectModel model =
-      managedObjectModel(contentsOf(QStringLiteral(PENDRA_RESOURCES "/Corvel.momd")));
+  static const ObjectModel model = objectModel(contentsOf(QStringLiteral(PENDRA_RESOURCES "/Corvel.momd")));
   return model;
 }
 

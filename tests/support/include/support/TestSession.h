@@ -19,10 +19,10 @@ class TestSession {
 
   /// Opens a document of its own and answers its context.
   ObjectContext& openDocument(bool standalone = true) {
-    loadURL(session, places.path("Test.pdr"));
-    session.myDoc()->setStandalone(standalone);
-    session.setMyStandalone(standalone);
-    return *session.myContext();
+    loadDocument(session, places.path("Test.pdr"));
+    session.settings()->setStandalone(standalone);
+    session.setStandalone(standalone);
+    return *session.context();
   }
 
   /// From now on no save of the document succeeds: another program's file lies where it was.
@@ -33,28 +33,28 @@ class TestSession {
   }
 
   Customer& addCustomer(const QString& name, const QString& id = "0") {
-    auto& customer = session.myContext()->insert<Customer>();
+    auto& customer = session.context()->insert<Customer>();
     customer.setName(name);
     customer.setVtObjectID(id);
     customer.setShown(true);
     return customer;
   }
   Job& addJob(Customer& customer, const QString& name, const QString& id = "0") {
-    auto& job = session.myContext()->insert<Job>();
+    auto& job = session.context()->insert<Job>();
     job.setName(name);
     job.setVtObjectID(id);
     job.setCustomer(&customer);
     return job;
   }
   Service& addService(const QString& name, const QString& id = "0") {
-    auto& service = session.myContext()->insert<Service>();
+    auto& service = session.context()->insert<Service>();
     service.setName(name);
     service.setVtObjectID(id);
     service.setShown(true);
     return service;
   }
   Activity& addActivity(Customer* customer, Service* service, Job* job = nullptr, const QString& notes = {}) {
-    auto& activity = session.myContext()->insert<Activity>();
+    auto& activity = session.context()->insert<Activity>();
     activity.setCustomer(customer);
     activity.setService(service);
     activity.setJob(job);
@@ -63,8 +63,8 @@ class TestSession {
     return activity;
   }
   /// A stopped entry of so many seconds.
-  TimePeriod& addPeriod(Activity& activity, const char* start, double seconds) {
-    auto& period = activity.addTimePeriod();
+  TimeEntry& addPeriod(Activity& activity, const char* start, double seconds) {
+    auto& period = activity.addEntry();
     period.setStart(instantOf(start));
     period.setDuration(seconds);
     return period;

@@ -16,25 +16,25 @@ class NoDisplay final : public TimerDisplay {
 class LogOfFlows final : public LogPane {
  public:
   void reloadData() override {}
-  void reloadComboxes() override {}
-  void reloadPopupsToSameChoice() override {}
+  void reloadNames() override {}
+  void reloadKeepingChoice() override {}
   void clearSelection() override {}
-  void updateRunningPeriods() override {}
-  void markSelectedForResend() override {}
-  void selectPeriod(const TimePeriod* period) override { selected = period; }
-  [[nodiscard]] std::vector<Ref<TimePeriod>> deleteSelectedRows() const override { return {}; }
+  void updateRunningEntries() override {}
+  void markSelectedUnsent() override {}
+  void selectEntry(const TimeEntry* period) override { selected = period; }
+  [[nodiscard]] std::vector<Ref<TimeEntry>> selectedEntries() const override { return {}; }
   [[nodiscard]] Activity* selectedActivity() const override { return activity; }
   [[nodiscard]] int numberOfSelectedRows() const override { return activity ? 1 : 0; }
 
   Activity* activity = nullptr;
-  const TimePeriod* selected = nullptr;
+  const TimeEntry* selected = nullptr;
 };
 
 class EditorFlows : public testing::Test {
  protected:
   EditorFlows() : context(test.openDocument()), sheet(test), entrySheet(test) {
     timer.setLog(log);
-    table.changed = [this] { timer.tableViewSelectionDidChange(); };
+    table.changed = [this] { timer.selectionChanged(); };
     acme = &test.addCustomer("Acme");
     roof = &test.addJob(*acme, "Roof");
     zenith = &test.addCustomer("Zenith");
@@ -43,11 +43,11 @@ class EditorFlows : public testing::Test {
   /// What a person types before the sheet ends.
   void willType(const QString& customer, const QString& job, const QString& service, int code = 1) {
     sheet.sheet.user = [=, this] {
-      sheet.fields.customerPopup.text = customer;
-      sheet.fields.jobPopup.text = job;
-      sheet.fields.servicePopup.text = service;
-      sheet.notesField.text = "Typed";
-      sheet.sheet.stopModal(code);
+      sheet.fields.customerPopup.value = customer;
+      sheet.fields.jobPopup.value = job;
+      sheet.fields.servicePopup.value = service;
+      sheet.notesField.value = "Typed";
+      sheet.sheet.end(code);
     };
   }
   [[nodiscard]] std::vector<Activity*> activities() const { return context.fetch<Activity>(); }
@@ -77,8 +77,8 @@ TEST_F(EditorFlows, ANewActivityIsAppliedStartedAndSelected) {
   EXPECT_EQ(added.service(), design);
   EXPECT_EQ(added.notes(), "Typed");
   EXPECT_TRUE(added.isRunning());
-  EXPECT_EQ(added.timePeriod().size(), 1u) << "started once";
-  EXPECT_EQ(timer.myCurrentActivity(), &added);
+  EXPECT_EQ(added.entries().size(), 1u) << "started once";
+  EXPECT_EQ(timer.currentActivity(), &added);
   EXPECT_EQ(table.row, 0);
   EXPECT_TRUE(timer.isRunning());
 }
@@ -101,17 +101,17 @@ TEST_F(EditorFlows, TheBoxesOpenAsTheActivityHasThemAndAreTakenOnOK) {
 
 TEST_F(EditorFlows, CancelDeletesTheNewActivityAndGoesBackToTheOneBefore) {
   Activity& before = test.addActivity(acme, design);
-  timer.setMyCurrentActivity(&before);
+  timer.setCurrentActivity(&before);
   willType("Acme", "", "Design", 0);
   flow.showActivitySheet(true);
   EXPECT_EQ(activities(), std::vector{&before});
-  EXPECT_EQ(timer.myCurrentActivity(), &before);
-  EXPECT_EQ(sheet.editor.myCurrentActivity(), nullptr);
+  EXPECT_EQ(timer.currentActivity(), &before);
+  EXPECT_EQ(sheet.editor.currentActivity(), nullptr);
 }
 
 TEST_F(EditorFlows, CancelKeepsAnEditedActivityAsItWas) {
   Activity& edited = test.addActivity(acme, design, roof, "Old");
-  timer.setMyCurrentActivity(&edited);
+  timer.setCurrentActivity(&edited);
   willType("Zenith", "", "Design", 0);
   flow.showActivitySheet(false);
   EXPECT_EQ(edited.customer(), acme);
@@ -126,17 +126,16 @@ TEST_F(EditorFlows, EditingFillsTheSheetAndNothingOpensWithoutAnActivity) {
 
   Activity& edited = test.addActivity(acme, design, roof, "Old");
   edited.setBillable(false);
-  timer.setMyCurrentActivity(&edited);
+  timer.setCurrentActivity(&edited);
   flow.showActivitySheet(false);
   EXPECT_TRUE(opened);
-  EXPECT_EQ(sheet.fields.customerPopup.text, "Acme");
-  EXPECT_EQ(sheet.fields.jobPopup.text, "Roof");
-  EXPECT_EQ(sheet.fields.servicePopup.text, "Design");
-  EXPECT_EQ(sheet.notesField.text, "Old");
+  EXPECT_EQ(sheet.fields.customerPopup.value, "Acme");
+  EXPECT_EQ(sheet.fields.jobPopup.value, "Roof");
+  EXPECT_EQ(sheet.fields.servicePopup.value, "Design");
+  EXPECT_EQ(sheet.notesField.value, "Old");
   EXPECT_EQ(sheet.notesLength.text, "3");
   EXPECT_EQ(sheet.notesField.focused, 1);
   EXPECT_FALSE(sheet.billableCheckbox.checked);
-  EXPECT_TRUE(sheet.editor.shouldDisplayPastTimeEntries());
 }
 
 /// Names typed for an activity of Acme, Roof, Design, and how far they are applied.
@@ -155,7 +154,7 @@ class NestedNames : public EditorFlows, public testing::WithParamInterface<Neste
 TEST_P(NestedNames, AreAppliedUpToTheFirstUnknownOne) {
   const Nested& row = GetParam();
   Activity& edited = test.addActivity(acme, design, roof, "Old");
-  timer.setMyCurrentActivity(&edited);
+  timer.setCurrentActivity(&edited);
   willType(row.customer, row.job, row.service);
   flow.showActivitySheet(false);
   EXPECT_EQ(queries::nameOf(edited.customer()), row.hasCustomer);
@@ -180,27 +179,27 @@ TEST_F(EditorFlows, ANewActivityOfAnUnknownCustomerStaysAsItWasMade) {
   EXPECT_EQ(activities()[0]->customer(), nullptr);
   EXPECT_EQ(activities()[0]->notes(), "");
   EXPECT_FALSE(activities()[0]->isRunning());
-  EXPECT_EQ(timer.tableDataArray().rowCount(), 0) << "listed by the next reload only";
+  EXPECT_EQ(timer.rows().rowCount(), 0) << "listed by the next reload only";
 }
 
 TEST_F(EditorFlows, ATimeEntryIsSavedOnOKOnlyAndSelectedAgain) {
-  TimePeriodSheetFlow entryFlow(timer, entrySheet.editor);
+  TimeEntrySheetFlow entryFlow(timer, entrySheet.editor);
   Activity& activity = test.addActivity(acme, design);
-  TimePeriod& period = test.addPeriod(activity, "2026-11-23T08:00:00Z", 60);
-  entryFlow.showTimePeriodSheet();
-  EXPECT_EQ(entrySheet.editor.myCurrentTimePeriod(), nullptr) << "nothing is selected";
+  TimeEntry& period = test.addPeriod(activity, "2026-11-23T08:00:00Z", 60);
+  entryFlow.showTimeEntrySheet();
+  EXPECT_EQ(entrySheet.editor.currentEntry(), nullptr) << "nothing is selected";
 
-  timer.setMyCurrentTimePeriod(&period);
+  timer.setCurrentEntry(&period);
   log.activity = &activity;
   int code = EditorSheet::kCancelled;
   entrySheet.sheet.user = [&] {
-    entrySheet.fields.durationField.text = "2:00";
-    entrySheet.sheet.stopModal(code);
+    entrySheet.fields.durationField.value = "2:00";
+    entrySheet.sheet.end(code);
   };
-  entryFlow.showTimePeriodSheet();
+  entryFlow.showTimeEntrySheet();
   EXPECT_EQ(period.duration(), 60);
   code = EditorSheet::kAccepted;
-  entryFlow.showTimePeriodSheet();
+  entryFlow.showTimeEntrySheet();
   EXPECT_EQ(period.duration(), 7200);
   EXPECT_EQ(log.selected, &period);
 }

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "support/CellText.h"
 #include "support/TestSession.h"
 #include "ui_core/EditorFlows.h"
 
@@ -9,13 +10,13 @@ namespace pendra {
 
 class ControlOfTest final : public Control {
  public:
-  [[nodiscard]] QString stringValue() const override { return text; }
-  void setStringValue(const QString& value) override { text = value; }
+  [[nodiscard]] QString text() const override { return value; }
+  void setText(const QString& newText) override { value = newText; }
   [[nodiscard]] bool isEnabled() const override { return enabled; }
-  void setEnabled(bool value) override { enabled = value; }
-  void makeFirstResponder() override { ++focused; }
+  void setEnabled(bool yes) override { enabled = yes; }
+  void takeFocus() override { ++focused; }
 
-  QString text;
+  QString value;
   bool enabled = true;
   int focused = 0;
 };
@@ -44,12 +45,12 @@ class LengthOfTest final : public LengthLabel {
 /// A sheet whose run is a script: `user` stands for what a person does until it ends.
 class SheetOfTest final : public ActivityEditorSheet {
  public:
-  int runModal() override {
+  int run() override {
     ended.reset();
     if (user) user();
     return ended.value_or(kCancelled);
   }
-  void stopModal(int code) override { ended = code; }
+  void end(int code) override { ended = code; }
   void setPastTimeViewShown(bool shown) override { pastTimeView << shown; }
 
   std::function<void()> user;
@@ -93,30 +94,30 @@ struct FieldsOfTest {
                     startTimeField, startTimeFieldAMPM, durationField};
 
   void write(const char* time, const char* marker, const char* date, const char* duration) {
-    startTimeField.text = time;
-    startTimeFieldAMPM.text = marker;
-    startDateField.text = date;
-    durationField.text = duration;
+    startTimeField.value = time;
+    startTimeFieldAMPM.value = marker;
+    startDateField.value = date;
+    durationField.value = duration;
   }
 };
 
 /// The activity editor over a document of its own.
 struct ActivityEditorOfTest {
   explicit ActivityEditorOfTest(TestSession& test) : editor(test.session, controls) {
-    table.changed = [this] { editor.tableViewSelectionDidChange(); };
+    table.changed = [this] { editor.selectionChanged(); };
   }
   /// Edits the activity as the timer window does.
   void edit(Activity& activity) {
-    editor.setMyCurrentActivity(&activity);
+    editor.setCurrentActivity(&activity);
     editor.reloadData();
   }
   /// Selects an entry, and keeps it selected over reloads.
-  void select(const TimePeriod& period) {
-    table.rowNow = [this, &period] { return editor.indexOfTimePeriod(period).value_or(-1); };
-    table.selectRow(editor.indexOfTimePeriod(period).value());
+  void select(const TimeEntry& period) {
+    table.rowNow = [this, &period] { return editor.indexOfEntry(period).value_or(-1); };
+    table.selectRow(editor.indexOfEntry(period).value());
   }
   [[nodiscard]] QString cell(const char* column, int row) {
-    return editor.tableDataArray().objectValue(QString::fromLatin1(column), row);
+    return cellText(editor.rows(), QString::fromLatin1(column), row);
   }
 
   FieldsOfTest fields;
@@ -128,24 +129,24 @@ struct ActivityEditorOfTest {
   ActivityEditorControls controls{
       fields.entry,      notesField, notesLength,      activityLabel, billableCheckbox,
       autoStartCheckbox, okButton,   littleSaveButton, table,         sheet};
-  NewActivityController editor;
+  ActivityEditor editor;
 };
 
 /// The time entry editor over a document of its own.
 struct TimePeriodEditorOfTest {
   explicit TimePeriodEditorOfTest(TestSession& test) : editor(test.session, controls) {}
-  void edit(TimePeriod& period) {
-    editor.setMyCurrentActivity(period.activity());
-    editor.setMyCurrentTimePeriod(&period);
-    editor.updateUI();
+  void edit(TimeEntry& period) {
+    editor.setCurrentActivity(period.activity());
+    editor.setCurrentEntry(&period);
+    editor.fill();
   }
 
   FieldsOfTest fields;
   ControlOfTest notesField, activityNotesField;
   LengthOfTest notesLength;
   SheetOfTest sheet;
-  TimePeriodControls controls{fields.entry, notesField, activityNotesField, notesLength, sheet};
-  TimePeriodController editor;
+  TimeEntryEditorControls controls{fields.entry, notesField, activityNotesField, notesLength, sheet};
+  TimeEntryEditor editor;
 };
 
 }  // namespace pendra

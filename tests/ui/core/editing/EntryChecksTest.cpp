@@ -41,7 +41,7 @@ TEST_P(EntryChecks, SayTheFirstThingThatIsWrong) {
                          .startTimeAMPM = row.marker,
                          .startDate = row.date,
                          .duration = row.duration,
-                         .periodIsSelected = true,
+                         .entryIsSelected = true,
                          .now = ManualClock().now(),
                          .calendar = Calendar(QTimeZone("Europe/Berlin"))};
   EXPECT_EQ(said(activitySaveChecks(), texts), QString(row.saveActivity));
@@ -79,7 +79,7 @@ TEST(SelectedPeriodChecks, StopWithoutAWordWhenNothingIsSelected) {
                    .startTimeAMPM = {},
                    .startDate = {},
                    .duration = "1:00",
-                   .periodIsSelected = false,
+                   .entryIsSelected = false,
                    .now = {},
                    .calendar = Calendar(QTimeZone::utc())};
   ScriptedAlerts alerts;

@@ -29,9 +29,9 @@ class ListRules : public testing::TestWithParam<Left> {
     test.alerts.willAnswer(GetParam().answers);
   }
   const Control& type(FieldsOfTest& fields) {
-    fields.customerPopup.text = GetParam().customer;
-    fields.jobPopup.text = GetParam().job;
-    fields.servicePopup.text = GetParam().service;
+    fields.customerPopup.value = GetParam().customer;
+    fields.jobPopup.value = GetParam().job;
+    fields.servicePopup.value = GetParam().service;
     switch (GetParam().field) {
       case Field::Customer:
         return fields.customerPopup;
@@ -56,7 +56,7 @@ class ActivityListRules : public ListRules {};
 
 TEST_P(ActivityListRules, DecideWhetherAFieldIsLeft) {
   ActivityEditorOfTest sheet(test);
-  EXPECT_EQ(sheet.editor.textShouldEndEditing(type(sheet.fields)), GetParam().mayLeave);
+  EXPECT_EQ(sheet.editor.mayLeave(type(sheet.fields)), GetParam().mayLeave);
   expectSaid();
 }
 
@@ -141,11 +141,11 @@ INSTANTIATE_TEST_SUITE_P(
              {"Add \"New\" to the Jobs list?"}}),
     RowName());
 
-class TimePeriodListRules : public ListRules {};
+class TimeEntryListRules : public ListRules {};
 
-TEST_P(TimePeriodListRules, DecideWhetherAFieldIsLeft) {
+TEST_P(TimeEntryListRules, DecideWhetherAFieldIsLeft) {
   TimePeriodEditorOfTest sheet(test);
-  EXPECT_EQ(sheet.editor.textShouldEndEditing(type(sheet.fields)), GetParam().mayLeave);
+  EXPECT_EQ(sheet.editor.mayLeave(type(sheet.fields)), GetParam().mayLeave);
   expectSaid();
 }
 
@@ -153,7 +153,7 @@ const QStringList kAskedTwice{"Add \"New\" to the Customers list?", "Add \"New\"
 const QStringList kBlankAskedTwice{"Add \" \" to the Services list?", "Add \" \" to the Services list?"};
 
 INSTANTIATE_TEST_SUITE_P(
-    Rows, TimePeriodListRules,
+    Rows, TimeEntryListRules,
     testing::Values(
         Left{"KnownCustomer", false, Field::Customer, "Acme", "", "", {}, true, {}},
         Left{"BlanksAreAName",
@@ -201,12 +201,12 @@ TEST_F(ListEntries, AddedNamesExistOnlyHereAndOnlyACustomerIsOffered) {
   const ObjectContext& context = test.openDocument();
   test.alerts.willAnswer({"OK", "OK", "OK"});
   ActivityEditorOfTest sheet(test);
-  sheet.fields.customerPopup.text = "New";
-  ASSERT_TRUE(sheet.editor.customerShouldEndEditing());
-  sheet.fields.jobPopup.text = "Roof";
-  ASSERT_TRUE(sheet.editor.jobShouldEndEditing());
-  sheet.fields.servicePopup.text = "Design";
-  ASSERT_TRUE(sheet.editor.serviceShouldEndEditing());
+  sheet.fields.customerPopup.value = "New";
+  ASSERT_TRUE(sheet.editor.mayLeaveCustomer());
+  sheet.fields.jobPopup.value = "Roof";
+  ASSERT_TRUE(sheet.editor.mayLeaveJob());
+  sheet.fields.servicePopup.value = "Design";
+  ASSERT_TRUE(sheet.editor.mayLeaveService());
 
   const Customer& customer = *queries::customersNamed(context, "New")[0];
   EXPECT_EQ(customer.vtObjectID(), "0");
@@ -217,8 +217,8 @@ TEST_F(ListEntries, AddedNamesExistOnlyHereAndOnlyACustomerIsOffered) {
   const Service& service = *queries::servicesNamed(context, "Design")[0];
   EXPECT_EQ(service.vtObjectID(), "0");
   EXPECT_NE(service.shown(), true);
-  EXPECT_EQ(sheet.editor.serviceDataArray(), QStringList());
-  EXPECT_EQ(sheet.editor.jobDataArray(), QStringList());
+  EXPECT_EQ(sheet.editor.namesFor(sheet.fields.servicePopup), QStringList());
+  EXPECT_EQ(sheet.editor.namesFor(sheet.fields.jobPopup), QStringList());
 }
 
 TEST_F(ListEntries, AJobIsAddedToTheFirstCustomerOfTheName) {
@@ -227,9 +227,9 @@ TEST_F(ListEntries, AJobIsAddedToTheFirstCustomerOfTheName) {
   const Customer& second = test.addCustomer("Acme");
   test.alerts.willAnswer({"OK"});
   ActivityEditorOfTest sheet(test);
-  sheet.fields.customerPopup.text = "Acme";
-  sheet.fields.jobPopup.text = "Roof";
-  EXPECT_TRUE(sheet.editor.jobShouldEndEditing());
+  sheet.fields.customerPopup.value = "Acme";
+  sheet.fields.jobPopup.value = "Roof";
+  EXPECT_TRUE(sheet.editor.mayLeaveJob());
   EXPECT_EQ(first.jobs().size(), 1u);
   EXPECT_EQ(second.jobs().size(), 0u);
 }
@@ -242,10 +242,10 @@ TEST_F(ListEntries, ListsHoldDistinctOfferedNamesWhateverTheirCase) {
   test.addCustomer("Hidden").setShown(false);
   ActivityEditorOfTest activity(test);
   TimePeriodEditorOfTest period(test);
-  period.editor.reloadComboxes();
+  period.editor.reloadNames();
   const QStringList expected{"Acme", "zebra"};
-  EXPECT_EQ(activity.editor.dataArrayForCombobox(activity.fields.customerPopup), expected);
-  EXPECT_EQ(period.editor.dataArrayForCombobox(period.fields.customerPopup), expected);
+  EXPECT_EQ(activity.editor.namesFor(activity.fields.customerPopup), expected);
+  EXPECT_EQ(period.editor.namesFor(period.fields.customerPopup), expected);
 }
 
 TEST_F(ListEntries, PickingACustomerListsItsJobsEachEditorInItsOwnWay) {
@@ -256,19 +256,19 @@ TEST_F(ListEntries, PickingACustomerListsItsJobsEachEditorInItsOwnWay) {
   test.addJob(acme, "roof");
   test.addJob(acme, "Hidden").setShown(false);
   ActivityEditorOfTest activity(test);
-  activity.fields.customerPopup.text = "Acme";
-  activity.fields.jobPopup.text = "Cellar";
-  activity.editor.pickACustomer();
-  EXPECT_EQ(activity.editor.jobDataArray(), (QStringList{"Cellar", "roof"}));
-  EXPECT_EQ(activity.fields.jobPopup.text, "");
+  activity.fields.customerPopup.value = "Acme";
+  activity.fields.jobPopup.value = "Cellar";
+  activity.editor.customerPicked();
+  EXPECT_EQ(activity.editor.namesFor(activity.fields.jobPopup), (QStringList{"Cellar", "roof"}));
+  EXPECT_EQ(activity.fields.jobPopup.value, "");
 
   TimePeriodEditorOfTest period(test);
   period.editor.setCustomer(&acme);
-  period.fields.customerPopup.text = "Acme";
-  period.fields.jobPopup.text = "Cellar";
-  period.editor.pickACustomer();
-  EXPECT_EQ(period.editor.jobDataArray(), (QStringList{"Cellar", "roof", "roof"}));
-  EXPECT_EQ(period.fields.jobPopup.text, "Cellar") << "the same customer keeps its job";
+  period.fields.customerPopup.value = "Acme";
+  period.fields.jobPopup.value = "Cellar";
+  period.editor.customerPicked();
+  EXPECT_EQ(period.editor.namesFor(period.fields.jobPopup), (QStringList{"Cellar", "roof", "roof"}));
+  EXPECT_EQ(period.fields.jobPopup.value, "Cellar") << "the same customer keeps its job";
 }
 
 TEST_F(ListEntries, ACustomerWithoutJobsTakesOneOnlyWhenStandalone) {
@@ -277,10 +277,10 @@ TEST_F(ListEntries, ACustomerWithoutJobsTakesOneOnlyWhenStandalone) {
     session.openDocument(standalone);
     session.addCustomer("Acme");
     ActivityEditorOfTest sheet(session);
-    sheet.fields.customerPopup.text = "Acme";
-    sheet.fields.servicePopup.text = "Design";
+    sheet.fields.customerPopup.value = "Acme";
+    sheet.fields.servicePopup.value = "Design";
     sheet.okButton.enabled = false;
-    sheet.editor.pickACustomer();
+    sheet.editor.customerPicked();
     EXPECT_EQ(sheet.fields.jobPopup.enabled, standalone);
     EXPECT_FALSE(sheet.okButton.enabled) << "nothing but a list of jobs looks at the service again";
   }

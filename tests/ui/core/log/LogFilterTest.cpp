@@ -15,7 +15,7 @@ class LogFilterText : public TimeLog, public testing::WithParamInterface<FilterR
 TEST_P(LogFilterText, IsExactly) {
   activityOf("Acme", "Roof");
   activityOf("Bob \"B\" Ltd");
-  log.reloadComboxes();
+  log.reloadNames();
   const auto& row = GetParam();
   const LogCapture lines;
   pickCustomer(row.customer);
@@ -50,7 +50,7 @@ TEST_P(LogOfCustomer, ListsWhatMatches) {
   for (const char* name : {"Acme", "acme", "A*", "Who?", "Whom", "All", "Bob \"B\" Ltd"}) {
     test.addPeriod(activityOf(QString::fromUtf8(name)), "2026-11-24T08:00:00Z", 60);
   }
-  log.reloadComboxes();
+  log.reloadNames();
   const LogCapture lines;
   pickCustomer(GetParam().customer);
   EXPECT_EQ(column("customer"), GetParam().listed);
@@ -86,7 +86,7 @@ TEST_P(LogBetweenDates, ListsWholeDays) {
   }
   log.startDateField = GetParam().from;
   log.endDateField = GetParam().to;
-  log.changeDateRange();
+  log.reloadData();
   EXPECT_EQ(column("date"), GetParam().listed);
 }
 
@@ -108,8 +108,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(TimeLog, AnUnreadableDateDoesNotLimitAndSaysSo) {
   test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   log.startDateField = "soonish";
-  log.changeDateRange();
-  EXPECT_EQ(log.tableDataArray().rowCount(), 1);
+  log.reloadData();
+  EXPECT_EQ(log.rows().rowCount(), 1);
   EXPECT_FALSE(log.isReadable(log.startDateField));
   EXPECT_TRUE(log.isReadable("last monday"));
   EXPECT_TRUE(log.isReadable(""));
@@ -124,12 +124,12 @@ TEST_F(TimeLog, ExactlyOneSecondIsHiddenAsSentAndCannotBeMarkedUnsent) {
   EXPECT_EQ(column("submitted"), (QStringList{"-", "-", "01/01/01", "01/01/01"}));
   table.select({0, 1, 2, 3});
   test.alerts.willAnswer({"Continue"});
-  log.markSelectedForResend();
+  log.markSelectedUnsent();
   EXPECT_EQ(column("submitted"), (QStringList{"-", "-", "01/01/01", "01/01/01"})) << "until the next reload";
   log.setHidesSubmitted(true);
   EXPECT_EQ(column("submitted"), (QStringList{"-", "-", "-"}));
-  EXPECT_EQ(activity.timePeriod()[3]->dateSubmitted(), kReferenceInstant);
-  EXPECT_EQ(activity.timePeriod()[2]->submittedSeconds(), 1.0);
+  EXPECT_EQ(activity.entries()[3]->dateSubmitted(), kReferenceInstant);
+  EXPECT_EQ(activity.entries()[2]->submittedSeconds(), 1.0);
 }
 
 TEST_F(TimeLog, PopUpsListEachNameOnceWhateverItsCase) {
@@ -138,19 +138,19 @@ TEST_F(TimeLog, PopUpsListEachNameOnceWhateverItsCase) {
   activityOf("Acme", "Attic");
   activityOf("Bob").customer()->setShown(std::nullopt);
   activityOf("");
-  log.awakeFromNib();
+  log.start();
   EXPECT_EQ(log.customerPopup.titles(), (QStringList{"All", "Acme", "zed"}));
   EXPECT_EQ(log.servicePopup.titles(), (QStringList{"All", "Design"}));
-  queries::customersNamed(*test.session.myContext(), "Acme")[0]->jobs()[0]->setShown(false);
+  queries::customersNamed(*test.session.context(), "Acme")[0]->jobs()[0]->setShown(false);
   pickCustomer("Acme");
   EXPECT_EQ(log.jobPopup.titles(), (QStringList{"All", "Attic"}));
-  log.pickACustomer(log.servicePopup);
+  log.customerPicked(log.servicePopup);
   EXPECT_EQ(log.jobPopup.titles(), (QStringList{"All", "Attic"})) << "not the customer's pop-up";
 }
 
 TEST_F(TimeLog, ACustomerNamedAllOffersNoJobs) {
   activityOf("All", "Roof");
-  log.awakeFromNib();
+  log.start();
   pickCustomer("All");
   EXPECT_EQ(log.jobPopup.titles(), QStringList("All"));
 }
@@ -158,17 +158,17 @@ TEST_F(TimeLog, ACustomerNamedAllOffersNoJobs) {
 TEST_F(TimeLog, TheSameChoiceIsAllWithTheJobsIndexLeftOver) {
   test.addPeriod(activityOf("Acme", "Roof"), "2026-11-24T08:00:00Z", 60);
   test.addPeriod(activityOf("Bob"), "2026-11-24T08:00:00Z", 60);
-  log.reloadComboxes();
+  log.reloadNames();
   pickCustomer("Acme");
   log.jobPopup.selectItemWithTitle("Roof");
-  log.changeFilter();
-  ASSERT_EQ(log.tableDataArray().rowCount(), 1);
-  log.reloadPopupsToSameChoice();
+  log.reloadData();
+  ASSERT_EQ(log.rows().rowCount(), 1);
+  log.reloadKeepingChoice();
   EXPECT_EQ(log.customerPopup.indexOfSelectedItem(), 0);
   EXPECT_EQ(log.servicePopup.indexOfSelectedItem(), 0);
   EXPECT_EQ(log.jobPopup.titles(), QStringList{"All"});
   EXPECT_EQ(log.jobPopup.indexOfSelectedItem(), -1);
-  EXPECT_EQ(log.tableDataArray().rowCount(), 2);
+  EXPECT_EQ(log.rows().rowCount(), 2);
   EXPECT_EQ(log.buildPredicate(), "");
 }
 
@@ -183,13 +183,13 @@ TEST_F(TimeLog, ClearingTheFiltersShowsEverything) {
 }
 
 TEST_F(TimeLog, WithoutEntriesOrADocumentThereIsNothing) {
-  log.awakeFromNib();
+  log.start();
   log.reloadData();
   EXPECT_EQ(log.emptiness(), LogEmptiness::NoEntries);
   EXPECT_EQ(log.customerPopup.titles(), QStringList{"All"});
   test.session.clearDoc();
-  log.reloadPopupsToSameChoice();
-  log.updateRunningPeriods();
+  log.reloadKeepingChoice();
+  log.updateRunningEntries();
   EXPECT_EQ(log.emptiness(), LogEmptiness::NoEntries);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/CellText.h"
 #include "support/Rows.h"
 #include "support/TestSession.h"
 #include "ui_core/LogController.h"
@@ -12,7 +13,7 @@ class LogTableOfTest final : public TablePort {
   void setLog(LogController& log) { log_ = &log; }
   void select(std::vector<int> rows) {
     selected_ = std::move(rows);
-    log_->tableViewSelectionDidChange();
+    log_->selectionChanged();
   }
 
   void reloadData() override { ++reloads; }
@@ -59,22 +60,22 @@ class TimeLog : public testing::Test {
   }
 
   Activity& activityOf(const QString& customer, const QString& job = {}) {
-    const auto named = queries::customersNamed(*test.session.myContext(), customer);
+    const auto named = queries::customersNamed(*test.session.context(), customer);
     Customer& found = named.empty() ? test.addCustomer(customer) : *named[0];
     return test.addActivity(&found, design, job.isEmpty() ? nullptr : &test.addJob(found, job));
   }
   /// The column's texts, from the first row to the last.
   QStringList column(const char* identifier) {
     QStringList texts;
-    const auto& rows = log.tableDataArray();
+    const auto& rows = log.rows();
     for (int row = 0; row < rows.rowCount(); ++row) {
-      texts << rows.objectValue(QString::fromLatin1(identifier), row);
+      texts << cellText(rows, QString::fromLatin1(identifier), row);
     }
     return texts;
   }
   void pickCustomer(const QString& name) {
     log.customerPopup.selectItemWithTitle(name);
-    log.pickACustomer(log.customerPopup);
+    log.customerPicked(log.customerPopup);
   }
 
   TestSession test;

@@ -10,7 +10,7 @@ TEST_F(TimeLog, SortsDatesByTimeAndEverythingElseByCodeUnit) {
   test.addPeriod(activity, "2026-02-10T08:00:00Z", 99 * 3600)
       .setDateSubmitted(instantOf("2026-02-11T08:00:00Z"));
   test.addPeriod(activity, "2026-10-01T08:00:00Z", 60);
-  auto& rows = log.tableDataArray();
+  auto& rows = log.rows();
   log.reloadData();
   rows.sortBy({"date", false});
   EXPECT_EQ(column("duration"), (QStringList{"100:00:00", "00:01:00", "99:00:00"}));
@@ -23,25 +23,25 @@ TEST_F(TimeLog, SortsDatesByTimeAndEverythingElseByCodeUnit) {
 TEST_F(TimeLog, TheTickMovesRunningRowsOnlyAndLeavesAStoppedOneAsItWas) {
   test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   Activity& activity = activityOf("Bob");
-  activity.startNewTimePeriod();
+  activity.startEntry();
   test.addPeriod(activityOf("Zed"), "2026-11-24T08:00:00Z", 60);
   log.reloadData();
   EXPECT_EQ(column("duration"), (QStringList{"00:01:00", "00:00:00", "00:01:00"}));
   test.clock.advance(90);
-  log.updateRunningPeriods();
+  log.updateRunningEntries();
   EXPECT_EQ(column("duration"), (QStringList{"00:01:00", "00:01:30", "00:01:00"}));
   EXPECT_EQ(log.summary().seconds, 210);
   EXPECT_EQ(table.redrawn, QList<int>{1});
-  log.tableDataArray().sortBy({"customer", false});
+  log.rows().sortBy({"customer", false});
   test.clock.advance(1);
-  log.updateRunningPeriods();
-  log.tableDataArray().sortBy({"duration", true});
+  log.updateRunningEntries();
+  log.rows().sortBy({"duration", true});
   test.clock.advance(1);
-  log.updateRunningPeriods();
+  log.updateRunningEntries();
   EXPECT_EQ(column("duration"), (QStringList{"00:01:00", "00:01:00", "00:01:32"}));
   test.clock.advance(10);
   activity.stop();
-  log.updateRunningPeriods();
+  log.updateRunningEntries();
   EXPECT_EQ(column("duration").last(), "00:01:32") << "rows are rebuilt by a reload only";
   const int reloads = table.reloads;
   log.reloadData();
@@ -61,64 +61,59 @@ TEST_F(TimeLog, SumsTheSelectionWhenThereIsOne) {
   EXPECT_EQ(log.summary().entries, 2);
   EXPECT_EQ(log.summary().seconds, 3660);
   EXPECT_EQ(log.consideredRows().size(), 2U);
-  EXPECT_EQ(log.consideredRows()[1].period, activity.timePeriod()[2]);
+  EXPECT_EQ(log.consideredRows()[1].period, activity.entries()[2]);
   table.select({});
   EXPECT_EQ(log.consideredRows().size(), 3U);
 }
 
-TEST_F(TimeLog, TheSelectionIsTheWindowsCurrentEntryAnnouncedAround) {
+TEST_F(TimeLog, TheSelectionIsTheWindowsCurrentEntry) {
   Activity& activity = activityOf("Acme");
-  TimePeriod& sent = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  TimeEntry& sent = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
   sent.setDateSubmitted(test.clock.now());
-  TimePeriod& unsent = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  TimeEntry& unsent = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
   log.reloadData();
-  EXPECT_FALSE(log.anyPeriodsSelected());
-  EXPECT_TRUE(log.deleteSelectedRows().empty());
-  QStringList order;
-  const auto state = [&] { return QString::number(window.canSendToVT()); };
-  const auto send = window.canSendToVTChanges.observe([&] { order << "did " + state(); },
-                                                      [&] { order << "will " + state(); });
+  EXPECT_TRUE(log.selectedEntries().empty());
+  EXPECT_FALSE(window.canSend());
   table.select({1});
-  EXPECT_EQ(order, (QStringList{"will 0", "did 1"}));
-  EXPECT_EQ(window.myCurrentTimePeriod(), &unsent);
+  EXPECT_TRUE(window.canSend());
+  EXPECT_EQ(window.currentEntry(), &unsent);
   EXPECT_EQ(log.selectedActivity(), &activity);
-  EXPECT_TRUE(log.anyPeriodsSelected());
   table.select({0, 1});
-  EXPECT_FALSE(log.anyPeriodsSelected()) << "the first selected entry was sent";
-  const auto entries = log.deleteSelectedRows();
+  EXPECT_FALSE(window.canSend()) << "the first selected entry was sent";
+  const auto entries = log.selectedEntries();
   ASSERT_EQ(entries.size(), 2U);
   EXPECT_EQ(entries[0], &sent);
-  EXPECT_EQ(activity.timePeriod().size(), 2U) << "nothing is deleted here";
-  test.session.myContext()->deleteObject(unsent);
-  EXPECT_FALSE(log.deleteSelectedRows()[1]);
+  EXPECT_EQ(activity.entries().size(), 2U) << "nothing is deleted here";
+  test.session.context()->deleteObject(unsent);
+  EXPECT_FALSE(log.selectedEntries()[1]);
 }
 
 TEST_F(TimeLog, SelectingAnEntryThatIsNotListedSelectsTheOldRowAgain) {
   Activity& activity = activityOf("Acme");
   test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
-  TimePeriod& second = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  TimeEntry& second = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
   log.reloadData();
-  TimePeriod& unlisted = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
-  log.selectPeriod(&unlisted);
+  TimeEntry& unlisted = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  log.selectEntry(&unlisted);
   EXPECT_TRUE(table.selectedRows().empty());
-  log.selectPeriod(&second);
+  log.selectEntry(&second);
   EXPECT_EQ(table.selectedRows(), std::vector<int>{1});
-  log.selectPeriod(&unlisted);
+  log.selectEntry(&unlisted);
   EXPECT_EQ(table.selectedRows(), std::vector<int>{1});
   log.clearSelection();
-  EXPECT_EQ(window.myCurrentTimePeriod(), nullptr);
+  EXPECT_EQ(window.currentEntry(), nullptr);
 }
 
 TEST_F(TimeLog, MarkingAsUnsentAsksFirst) {
-  TimePeriod& entry = test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
+  TimeEntry& entry = test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   entry.setDateSubmitted(test.clock.now());
   log.reloadData();
-  log.markSelectedForResend();
+  log.markSelectedUnsent();
   EXPECT_TRUE(test.alerts.shown().empty()) << "nothing is selected";
   table.select({0});
   test.alerts.willAnswer({"Cancel"});
-  log.markSelectedForResend();
-  EXPECT_TRUE(entry.wasSubmitted());
+  log.markSelectedUnsent();
+  EXPECT_TRUE(entry.wasSent());
   EXPECT_EQ(test.alerts.last().message, "Mark selected activities as unsent");
   EXPECT_EQ(test.alerts.last().buttons, (QStringList{"Continue", "Cancel"}));
 }

@@ -22,7 +22,7 @@ class ProgressOfTest final : public ExportProgress {
 class TimeLogExport : public TimeLog {
  protected:
   void setEmployee(std::optional<QString> name) {
-    queries::firstIdentity(*test.session.myContext())->setEmployeeName(std::move(name));
+    queries::firstIdentity(*test.session.context())->setEmployeeName(std::move(name));
   }
   /// Exports to a path and answers the bytes that stand there afterwards.
   QByteArray exportedTo(const QString& path) {
@@ -36,7 +36,7 @@ class TimeLogExport : public TimeLog {
 };
 
 TEST_F(TimeLogExport, NeverGoesOverTheOpenDocument) {
-  const QString document = *test.session.theFileDoc()->fileURL();
+  const QString document = *test.session.document()->path();
   const QByteArray before = contentsOf(document);
   const QString link = test.places.path("link.txt");
   ASSERT_TRUE(QFile::link(document, link));
@@ -57,7 +57,7 @@ TEST_F(TimeLogExport, WritesEveryFieldAsItStands) {
   setEmployee("Käthe");
   Activity& roof = activityOf("Bob \"B\" Ltd", "Dach");
   roof.setNotes("first\nsecond \"third\"\tfourth");
-  TimePeriod& sent = test.addPeriod(roof, "2026-11-23T23:30:00.999Z", 360061.9);
+  TimeEntry& sent = test.addPeriod(roof, "2026-11-23T23:30:00.999Z", 360061.9);
   sent.setDateSubmitted(instantOf("2026-11-24T08:00:00.5Z"));
   sent.setNotes("Größe\t\"XL\"");
   Activity& plain = activityOf("Acme");
@@ -80,7 +80,7 @@ TEST_F(TimeLogExport, WritesTheSelectedRowsInTheOrderOfTheTable) {
     test.addPeriod(activityOf(QString::fromLatin1(name)), "2026-11-24T08:00:00Z", 60);
   }
   log.reloadData();
-  log.tableDataArray().sortBy({"customer", false});
+  log.rows().sortBy({"customer", false});
   table.select({1, 3});
   const auto lines = exported().split('\n');
   ASSERT_EQ(lines.size(), 3);
@@ -129,7 +129,7 @@ INSTANTIATE_TEST_SUITE_P(Employees, TimeLogExportName,
 
 TEST_F(TimeLogExport, AsksAboutTimersAfterThePanelAndCancellingWritesNothing) {
   Activity& activity = activityOf("Acme");
-  activity.startNewTimePeriod();
+  activity.startEntry();
   log.reloadData();
   test.panels.willCancel();
   exportTimeLog(log, progress);

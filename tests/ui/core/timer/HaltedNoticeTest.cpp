@@ -17,27 +17,27 @@ class Halted : public testing::Test, protected TestSession {
     openDocument();
     for (const char* name : customers) {
       Activity& activity = addActivity(&addCustomer(QString::fromUtf8(name)), &addService("Build"));
-      activity.startNewTimePeriod().setStart(instantOf(start));
+      activity.startEntry().setStart(instantOf(start));
     }
     saveAction(session);
-    session.myContext()->close();
+    session.context()->close();
     QFile file(places.path("Test.pdr"));
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     ASSERT_TRUE(file.setFileTime(QDateTime::fromString(QLatin1StringView(lastSave), Qt::ISODate),
                                  QFileDevice::FileModificationTime));
     file.close();
     session.clearDoc();
-    session.setMyDoc(nullptr);
-    loadURL(session, places.path("Test.pdr"));
-    postHaltedNotice(session, [this](TimePeriod& entry) { edited_ = &entry; });
+    session.setSettings(nullptr);
+    loadDocument(session, places.path("Test.pdr"));
+    postHaltedNotice(session, [this](TimeEntry& entry) { edited_ = &entry; });
   }
   const Notice& notice() { return session.notices().standing().at(0); }
   std::vector<std::optional<double>> durations() {
     std::vector<std::optional<double>> all;
-    for (const TimePeriod* entry : session.myContext()->all<TimePeriod>()) all.push_back(entry->duration());
+    for (const TimeEntry* entry : session.context()->all<TimeEntry>()) all.push_back(entry->duration());
     return all;
   }
-  TimePeriod* edited_ = nullptr;
+  TimeEntry* edited_ = nullptr;
 };
 
 TEST_F(Halted, OneEntryIsNamedAndCanBeSetOrTyped) {
@@ -46,11 +46,11 @@ TEST_F(Halted, OneEntryIsNamedAndCanBeSetOrTyped) {
   ASSERT_EQ(notice().actions.size(), 2U);
   EXPECT_EQ(notice().actions[0].title, "Set to last save (09:58)");
   notice().actions[1].run();
-  EXPECT_EQ(edited_, session.myContext()->all<TimePeriod>()[0]);
+  EXPECT_EQ(edited_, session.context()->all<TimeEntry>()[0]);
   EXPECT_THAT(durations(), testing::ElementsAre(std::nullopt)) << "nothing is rescued unasked";
   notice().actions[0].run();
   EXPECT_THAT(durations(), testing::ElementsAre(3480));
-  EXPECT_FALSE(session.myContext()->hasChanges()) << "it is stored at once";
+  EXPECT_FALSE(session.context()->hasChanges()) << "it is stored at once";
 }
 
 TEST_F(Halted, SeveralAreCountedAndSetTogether) {
@@ -58,7 +58,7 @@ TEST_F(Halted, SeveralAreCountedAndSetTogether) {
   EXPECT_EQ(notice().text, "2 entries were being timed when Pendra ended. Their lengths were not stored.");
   ASSERT_EQ(notice().actions.size(), 1U);
   EXPECT_EQ(notice().actions[0].title, "Set to last save (23 Nov 09:00)");
-  session.myContext()->deleteObject(*session.myContext()->all<TimePeriod>()[0]);
+  session.context()->deleteObject(*session.context()->all<TimeEntry>()[0]);
   notice().actions[0].run();
   EXPECT_THAT(durations(), testing::ElementsAre(30)) << "one may have been deleted meanwhile";
 }

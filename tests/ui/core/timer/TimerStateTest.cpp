@@ -1,5 +1,6 @@
 #include "ui_core/TimerState.h"
 
+#include "support/CellText.h"
 #include "support/Rows.h"
 #include "support/TestSession.h"
 
@@ -11,7 +12,7 @@ class TableOfTest final : public TablePort {
  public:
   void setState(TimerState& state) { state_ = &state; }
   void reloadData() override {
-    const auto& rows = state_->tableDataArray();
+    const auto& rows = state_->rows();
     const auto found = rows.indexOf([this](const ActivityRow& row) { return row.activity == selected_; });
     row_ = selected_ ? found.value_or(-1) : -1;
     if (row_ < 0) selected_ = {};
@@ -22,13 +23,13 @@ class TableOfTest final : public TablePort {
   }
   void selectRow(int row) override {
     row_ = row;
-    selected_ = state_->tableDataArray().row(row)->activity;
-    state_->tableViewSelectionDidChange();
+    selected_ = state_->rows().row(row)->activity;
+    state_->selectionChanged();
   }
   void clearSelection() override {
     if (std::exchange(row_, -1) < 0) return;
     selected_ = {};
-    state_->tableViewSelectionDidChange();
+    state_->selectionChanged();
   }
 
   QList<int> redrawn;
@@ -57,18 +58,18 @@ class DisplayOfTest final : public TimerDisplay {
 class LogOfTest final : public LogPane {
  public:
   void reloadData() override { calls << "reloadData"; }
-  void reloadComboxes() override { calls << "reloadComboxes"; }
-  void reloadPopupsToSameChoice() override { calls << "reloadPopupsToSameChoice"; }
+  void reloadNames() override { calls << "reloadComboxes"; }
+  void reloadKeepingChoice() override { calls << "reloadPopupsToSameChoice"; }
   void clearSelection() override { calls << "clearSelection"; }
-  void updateRunningPeriods() override { calls << "updateRunningPeriods"; }
-  void markSelectedForResend() override {}
-  void selectPeriod(const TimePeriod*) override {}
-  [[nodiscard]] std::vector<Ref<TimePeriod>> deleteSelectedRows() const override { return selected; }
+  void updateRunningEntries() override { calls << "updateRunningPeriods"; }
+  void markSelectedUnsent() override {}
+  void selectEntry(const TimeEntry*) override {}
+  [[nodiscard]] std::vector<Ref<TimeEntry>> selectedEntries() const override { return selected; }
   [[nodiscard]] Activity* selectedActivity() const override { return nullptr; }
   [[nodiscard]] int numberOfSelectedRows() const override { return static_cast<int>(selected.size()); }
 
   QStringList calls;
-  std::vector<Ref<TimePeriod>> selected;
+  std::vector<Ref<TimeEntry>> selected;
 };
 
 class TimerWindow : public testing::Test {
@@ -82,11 +83,10 @@ class TimerWindow : public testing::Test {
     roof = &test.addJob(*acme, "Roof");
   }
   QString cell(const char* identifier, int row) {
-    return state.tableDataArray().objectValue(QString::fromLatin1(identifier), row);
+    return cellText(state.rows(), QString::fromLatin1(identifier), row);
   }
   void select(const Activity& activity) {
-    const auto row =
-        state.tableDataArray().indexOf([&](const ActivityRow& one) { return one.activity == &activity; });
+    const auto row = state.rows().indexOf([&](const ActivityRow& one) { return one.activity == &activity; });
     table.selectRow(row.value());
   }
 
@@ -105,10 +105,10 @@ TEST_F(TimerWindow, ShowsOpenActivitiesWithTheirTimes) {
   test.addPeriod(activity, "2026-11-23T08:00:00Z", 3600);
   test.addPeriod(activity, "2026-11-24T08:00:00Z", 1800);
   test.addActivity(acme, design).setCompleted(true);
-  activity.startNewTimePeriod();
+  activity.startEntry();
   test.clock.advance(600);
   state.reloadData();
-  ASSERT_EQ(state.tableDataArray().rowCount(), 1);
+  ASSERT_EQ(state.rows().rowCount(), 1);
   EXPECT_EQ(cell("total", 0), "01:40:00");
   EXPECT_EQ(cell("today", 0), "00:40:00");
   EXPECT_EQ(cell("startstop", 0), "Stop");
@@ -119,7 +119,7 @@ TEST_F(TimerWindow, ShowsOpenActivitiesWithTheirTimes) {
 TEST_F(TimerWindow, WhatRunsOverMidnightCountsToTodayUntilItIsStopped) {
   test.clock.set("2026-11-24T22:50:00Z");  // 23:50 in Berlin
   Activity& activity = test.addActivity(acme, design);
-  activity.startNewTimePeriod();
+  activity.startEntry();
   test.clock.set("2026-11-24T23:20:00Z");
   state.reloadData();
   EXPECT_EQ(cell("today", 0), "00:30:00");
@@ -153,7 +153,7 @@ TEST_F(TimerWindow, SeveralTimersRunAndTheDisplayFollowsTheSelectedOne) {
 
 TEST_F(TimerWindow, TheTickTouchesRunningRowsOnly) {
   test.addActivity(acme, design);
-  test.addActivity(acme, design).startNewTimePeriod();
+  test.addActivity(acme, design).startEntry();
   test.addActivity(acme, design);
   state.reloadData();
   table.redrawn.clear();
@@ -167,17 +167,14 @@ TEST_F(TimerWindow, StartingWithoutASelectionAsksForANewActivity) {
   EXPECT_EQ(display.sheets, QList<bool>{true});
 }
 
-TEST_F(TimerWindow, SelectingClearsTheLogAndAnnouncesAround) {
+TEST_F(TimerWindow, SelectingClearsTheLog) {
   Activity& activity = test.addActivity(acme, design);
   state.reloadData();
-  QStringList order;
-  const auto editable =
-      state.editableChanges.observe([&] { order << "did " + QString::number(state.editable()); },
-                                    [&] { order << "will " + QString::number(state.editable()); });
+  EXPECT_FALSE(state.editable());
   select(activity);
-  EXPECT_EQ(order, (QStringList{"will 0", "did 1"}));
+  EXPECT_TRUE(state.editable());
   EXPECT_EQ(log.calls.last(), "clearSelection");
-  EXPECT_EQ(state.myCurrentTimePeriod(), nullptr);
+  EXPECT_EQ(state.currentEntry(), nullptr);
 }
 
 struct LabelRow {
@@ -206,63 +203,63 @@ INSTANTIATE_TEST_SUITE_P(Activities, TimerWindowLabel,
 
 TEST_F(TimerWindow, DeletingARunningActivityLeavesNothingThatPointsToIt) {
   Activity& activity = test.addActivity(acme, design);
-  activity.startNewTimePeriod();
+  activity.startEntry();
   state.reloadData();
   select(activity);
   state.deleteSelectedActivity();
-  EXPECT_EQ(state.myCurrentActivity(), nullptr);
+  EXPECT_EQ(state.currentActivity(), nullptr);
   EXPECT_FALSE(state.isRunning());
   EXPECT_EQ(display.elapsed, "00:00:00");
   EXPECT_EQ(display.label, "");
-  EXPECT_TRUE(test.session.myContext()->all<TimePeriod>().empty());
+  EXPECT_TRUE(test.session.context()->all<TimeEntry>().empty());
   EXPECT_TRUE(state.updateTimeDisplay());
 }
 
 TEST_F(TimerWindow, DeletingEntriesStopsTheRunningOneFirst) {
   Activity& activity = test.addActivity(acme, design);
-  TimePeriod& stopped = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
-  TimePeriod& running = activity.startNewTimePeriod();
+  TimeEntry& stopped = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  TimeEntry& running = activity.startEntry();
   state.reloadData();
   log.selected = {&stopped, &running};
   state.deleteSelectedTimeEntries();
   EXPECT_FALSE(activity.isRunning());
-  EXPECT_TRUE(activity.timePeriod().empty());
+  EXPECT_TRUE(activity.entries().empty());
   EXPECT_EQ(log.calls.count("reloadComboxes"), 1);
   EXPECT_EQ(log.calls.back(), "reloadData") << "the rows are those of the filters that were reset";
 }
 
 TEST_F(TimerWindow, CompletingStopsAndLeavesTheTableUntilMadeCurrentAgain) {
   Activity& activity = test.addActivity(acme, design);
-  TimePeriod& entry = activity.startNewTimePeriod();
+  TimeEntry& entry = activity.startEntry();
   test.clock.advance(90);
   state.reloadData();
   select(activity);
   state.markSelectedCompleted();
   EXPECT_EQ(entry.duration(), 90);
-  EXPECT_EQ(state.tableDataArray().rowCount(), 0);
-  state.setMyCurrentTimePeriod(&entry);
-  state.addPeriodToCurrentActiivities();
-  EXPECT_EQ(state.tableDataArray().rowCount(), 1);
+  EXPECT_EQ(state.rows().rowCount(), 0);
+  state.setCurrentEntry(&entry);
+  state.makeCurrent();
+  EXPECT_EQ(state.rows().rowCount(), 1);
 }
 
 TEST_F(TimerWindow, TheLastEntryIsTheLatestStartedInWholeSeconds) {
   Activity& activity = test.addActivity(acme, design);
-  EXPECT_EQ(TimerState::timeStringForLastTimePerioid(&activity), "00:00:00");
+  EXPECT_EQ(TimerState::lastEntryLength(&activity), "00:00:00");
   test.addPeriod(activity, "2026-11-24T08:00:00Z", 3725.9);
   test.addPeriod(activity, "2026-11-24T08:00:00Z", 10);
   test.addPeriod(activity, "2026-11-23T08:00:00Z", 20);
-  EXPECT_EQ(TimerState::timeStringForLastTimePerioid(&activity), "01:02:05");
+  EXPECT_EQ(TimerState::lastEntryLength(&activity), "01:02:05");
 }
 
 TEST_F(TimerWindow, TextColumnsSortByCodeUnit) {
   test.addActivity(&test.addCustomer("acme"), design);
   test.addActivity(&test.addCustomer("Zed"), design);
-  state.tableDataArray().sortBy({"customer", true});
+  state.rows().sortBy({"customer", true});
   state.reloadData();
   EXPECT_EQ(cell("customer", 0), "Zed");
   test.addPeriod(test.addActivity(acme, design), "2026-11-01T08:00:00Z", 100 * 3600);
   test.addPeriod(test.addActivity(acme, design), "2026-11-01T08:00:00Z", 99 * 3600);
-  state.tableDataArray().sortBy({"total", false});
+  state.rows().sortBy({"total", false});
   state.reloadData();
   EXPECT_EQ(cell("total", 0), "99:00:00");
 }

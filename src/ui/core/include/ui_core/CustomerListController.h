@@ -12,10 +12,10 @@ namespace pendra {
 /// A row of the customer list, a snapshot taken at reload.
 struct CustomerListRow {
   bool isJob = false;
-  QString name;              ///< "customerName" of a customer's row, "jobName" of a job's
-  bool checkbox = false;     ///< whether it is offered in the pick lists
-  Ref<Customer> customerMO;  ///< the customer, or the job's customer
-  Ref<Job> jobMO;
+  QString name;            ///< "customerName" of a customer's row, "jobName" of a job's
+  bool checkbox = false;   ///< whether it is offered in the pick lists
+  Ref<Customer> customer;  ///< the customer, or the job's customer
+  Ref<Job> job;
 };
 
 /// The customers with their jobs as one flat list.
@@ -23,9 +23,9 @@ class CustomerListController : public ListController {
  public:
   CustomerListController(Session& session, TablePort& table, ListView& view);
 
-  [[nodiscard]] const RowTable<CustomerListRow>& tableDataArray() const { return tableDataArray_; }
-  [[nodiscard]] TableSource& source() override { return tableDataArray_; }
-  [[nodiscard]] const TableSource& source() const override { return tableDataArray_; }
+  [[nodiscard]] const RowTable<CustomerListRow>& rows() const { return rows_; }
+  [[nodiscard]] TableSource& source() override { return rows_; }
+  [[nodiscard]] const TableSource& source() const override { return rows_; }
 
   /// By name; of several customers of one name only the first is listed. A search finds customers by their
   /// own name and by their jobs', and lists a found customer with all its jobs.
@@ -36,11 +36,11 @@ class CustomerListController : public ListController {
   /// Kept: also in a linked document, unlike the services' list.
   void deleteRow() override;
   /// A duplicate customer's name is refused; a job's name is compared with the customers' too.
-  void setObjectValue(const CellValue& value, const QString& column, int row) override;
+  void setValue(const CellValue& value, const QString& column, int row) override;
   [[nodiscard]] bool validateMenuItem(ListCommand item) const override;
 
   /// Whether a name may be stored; says why not and opens the editor again.
-  [[nodiscard]] bool customerShouldEndEditing(const QString& name);
+  [[nodiscard]] bool mayLeaveCustomer(const QString& name);
   /// The row's job; none for a customer's row.
   [[nodiscard]] Job* jobForRow(int row) const;
   /// The row's customer; none for a job's row.
@@ -48,7 +48,6 @@ class CustomerListController : public ListController {
 
  protected:
   void setAllShown(bool shown) override;
-  void documentDidChange() override;
 
  private:
   [[nodiscard]] std::vector<Customer*> listedCustomers() const;
@@ -56,10 +55,8 @@ class CustomerListController : public ListController {
   void deleteCustomer(Customer& customer);
   void deleteJob(Job& job);
   void storeName(CustomerListRow row, const QString& name, int index);
-  void observeCustomers();
 
-  RowTable<CustomerListRow> tableDataArray_;
-  Notifier::Subscription customersChanges_;
+  RowTable<CustomerListRow> rows_;
   bool refusing_ = false;
 };
 

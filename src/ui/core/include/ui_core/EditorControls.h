@@ -1,7 +1,7 @@
 #pragma once
 // An editor's logic sees a control as a text that is read, written, enabled and given the focus. What the
-// logic writes is never an edit: only what a person does comes back, as `controlTextDidChange` and
-// `textShouldEndEditing`.
+// logic writes is never an edit: only what a person does comes back, as `controlEdited` and
+// `mayLeave`.
 
 #include <QString>
 
@@ -11,12 +11,12 @@ namespace pendra {
 class Control {
  public:
   virtual ~Control() = default;
-  [[nodiscard]] virtual QString stringValue() const = 0;
-  virtual void setStringValue(const QString& text) = 0;
+  [[nodiscard]] virtual QString text() const = 0;
+  virtual void setText(const QString& text) = 0;
   [[nodiscard]] virtual bool isEnabled() const = 0;
   virtual void setEnabled(bool enabled) = 0;
   /// Takes the keyboard focus.
-  virtual void makeFirstResponder() = 0;
+  virtual void takeFocus() = 0;
 };
 
 /// A check box of an editor.
@@ -43,9 +43,9 @@ class EditorSheet {
   static constexpr int kCancelled = 0;
 
   virtual ~EditorSheet() = default;
-  /// Shows the sheet, application-modal, until stopModal; answers its code.
-  virtual int runModal() = 0;
-  virtual void stopModal(int code) = 0;
+  /// Shows the sheet, application-modal, until end; answers its code.
+  virtual int run() = 0;
+  virtual void end(int code) = 0;
 };
 
 /// The controls that both editors have.

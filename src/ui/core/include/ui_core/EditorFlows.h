@@ -2,8 +2,8 @@
 // An editor ends in OK or Cancel and knows nothing of what follows; these flows open an editor for the
 // timer window and do what follows.
 
-#include "ui_core/NewActivityController.h"
-#include "ui_core/TimePeriodController.h"
+#include "ui_core/ActivityEditor.h"
+#include "ui_core/TimeEntryEditor.h"
 #include "ui_core/TimerState.h"
 
 namespace pendra {
@@ -11,7 +11,7 @@ namespace pendra {
 /// Adds an activity or edits the current one. All that it is given must outlive it.
 class ActivitySheetFlow {
  public:
-  ActivitySheetFlow(TimerState& timer, TablePort& activities, NewActivityController& editor)
+  ActivitySheetFlow(TimerState& timer, TablePort& activities, ActivityEditor& editor)
       : timer_(timer), activities_(activities), editor_(editor) {}
 
   /// Runs the sheet for a new activity, or for the current one, and applies what was chosen. Editing
@@ -31,20 +31,20 @@ class ActivitySheetFlow {
 
   TimerState& timer_;
   TablePort& activities_;
-  NewActivityController& editor_;
+  ActivityEditor& editor_;
 };
 
 /// Edits the time entry that is selected in the log. All that it is given must outlive it.
-class TimePeriodSheetFlow {
+class TimeEntrySheetFlow {
  public:
-  TimePeriodSheetFlow(TimerState& timer, TimePeriodController& editor) : timer_(timer), editor_(editor) {}
+  TimeEntrySheetFlow(TimerState& timer, TimeEntryEditor& editor) : timer_(timer), editor_(editor) {}
 
   /// Nothing without a selected entry.
-  void showTimePeriodSheet();
+  void showTimeEntrySheet();
 
  private:
   TimerState& timer_;
-  TimePeriodController& editor_;
+  TimeEntryEditor& editor_;
 };
 
 }  // namespace pendra

@@ -11,7 +11,7 @@
 namespace pendra {
 
 class Notices;
-class TimePeriod;
+class TimeEntry;
 
 /// The texts of an entry's fields, and what they are judged by.
 struct EntryTexts {
@@ -19,12 +19,12 @@ struct EntryTexts {
   QString startTimeAMPM;
   QString startDate;
   QString duration;
-  bool periodIsSelected;  ///< whether there is an entry to which they apply
+  bool entryIsSelected;  ///< whether there is an entry to which they apply
   Instant now;
   Calendar calendar;
 };
 [[nodiscard]] EntryTexts textsOf(const EntryFields& fields, const Session& session,
-                                 bool periodIsSelected = true);
+                                 bool entryIsSelected = true);
 
 /// The number at the beginning of a text, after blanks and with its sign; 0 when there is none.
 [[nodiscard]] qint64 integerValue(QStringView text);
@@ -35,7 +35,7 @@ struct EntryTexts {
 [[nodiscard]] std::optional<Instant> startInstant(const EntryTexts& texts, std::optional<Instant> before);
 /// Gives the entry the start that its fields name. Where they name none it keeps its own, because nothing can
 /// do without one; a notice says so of a text that was typed.
-void takeStart(TimePeriod& period, const EntryTexts& texts, Notices& notices);
+void takeStart(TimeEntry& period, const EntryTexts& texts, Notices& notices);
 
 /// Puts an entry's start into the three fields, each of which shows its part; none empties them.
 void showStart(const EntryFields& fields, std::optional<Instant> start, const Calendar& calendar);

@@ -24,7 +24,7 @@ class ListView {
   /// cannot be edited, opens nothing.
   virtual void editColumn(int column, int row) = 0;
   /// Whether the user keeps the list by hand may have changed: adding is offered or not.
-  virtual void standaloneDidChange() = 0;
+  virtual void standaloneChanged() = 0;
 };
 
 /// The steps that both lists share.
@@ -35,28 +35,19 @@ class ListController : public ListEditor {
 
   /// First load; from then on the list follows the document's coming, going and mode. Called once the
   /// window shows `source`.
-  void awakeFromNib();
+  void start();
   [[nodiscard]] const QString& searchString() const { return searchString_; }
   /// Lists what the text asks for.
   void setSearchString(const QString& text);
   /// Whether the document is kept without Vantor: only then are names the user's to write.
-  [[nodiscard]] bool standalone() const { return session_.myStandalone(); }
+  [[nodiscard]] bool standalone() const { return session_.isStandalone(); }
 
   /// Rebuilds all rows from the document.
   virtual void reloadData() = 0;
-  [[nodiscard]] int numberOfRowsInTableView() const { return source().rowCount(); }
   /// What the table shows.
   [[nodiscard]] virtual TableSource& source() = 0;
   [[nodiscard]] virtual const TableSource& source() const = 0;
-  /// The text under the column's identifier; empty past the end.
-  [[nodiscard]] QString objectValueForTableColumn(int column, int row) const {
-    return source().text(row, column);
-  }
-  /// Whether the cell's text may be typed over: in a standalone document where there is a text.
-  [[nodiscard]] bool shouldEditTableColumn(int column, int row) const {
-    return source().isEditable(row, column);
-  }
-  virtual void setObjectValue(const CellValue& value, const QString& column, int row) = 0;
+  virtual void setValue(const CellValue& value, const QString& column, int row) = 0;
 
   void markAllShown() override { setAllShown(true); }
   void markNoneShown() override { setAllShown(false); }
@@ -74,11 +65,11 @@ class ListController : public ListEditor {
   [[nodiscard]] TablePort& table() const { return table_; }
   [[nodiscard]] ListView& view() const { return view_; }
   /// The open document's objects; none when no document is open.
-  [[nodiscard]] ObjectContext* context() const { return session_.myContext().get(); }
+  [[nodiscard]] ObjectContext* context() const { return session_.context().get(); }
   /// The selected row, if it is there.
   [[nodiscard]] std::optional<int> selectedRow() const;
   /// The document came, went or was exchanged for another.
-  virtual void documentDidChange() { reloadData(); }
+  virtual void documentChanged() { reloadData(); }
 
  private:
   Session& session_;

@@ -31,8 +31,8 @@ class ListEditor {
 class Session;
 
 /// Lists > Customers and Jobs: opens the editor, or brings the one that is open to the front.
-void customerList(Session& session);
+void showCustomerList(Session& session);
 /// Lists > Service Items: the same for its editor.
-void editServicesList(Session& session);
+void showServicesList(Session& session);
 
 }  // namespace pendra

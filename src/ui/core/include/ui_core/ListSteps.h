@@ -12,18 +12,18 @@ namespace pendra {
 
 class Customer;
 
-/// What `indexOfItemWithStringValue` answers when there is no such item.
+/// What `indexOfName` answers when there is no such item.
 inline constexpr qint64 kNotFound = std::numeric_limits<qint64>::max();
 
 /// The first item equal to the text, exactly.
-[[nodiscard]] qint64 indexOfItemWithStringValue(const QStringList& items, const QString& text);
+[[nodiscard]] qint64 indexOfName(const QStringList& items, const QString& text);
 /// The first item that begins with what was typed, whatever its case; "" when none does.
-[[nodiscard]] QString completedString(const QStringList& items, const QString& typed);
+[[nodiscard]] QString completedName(const QStringList& items, const QString& typed);
 
 /// Whether a text is empty or nothing but blanks and tabs.
 [[nodiscard]] bool isBlank(QStringView text);
 /// The list that a combo box of an editor stands for: "Customers", "Services", else "Jobs".
-[[nodiscard]] QString nameForPopup(const EntryFields& fields, const Control& popup);
+[[nodiscard]] QString listNameFor(const EntryFields& fields, const Control& popup);
 /// Asks once whether a typed name is to be added to a list.
 [[nodiscard]] bool asksToAdd(Alerts& alerts, const QString& name, const QString& listName);
 

@@ -28,10 +28,10 @@ class LogController final : public LogPane {
   LogController(Session& session, TimerState& window, TablePort& table, const QLocale& locale = QLocale());
 
   /// To be called once, when the table can be asked.
-  void awakeFromNib();
+  void start();
 
   [[nodiscard]] TimerState& windowController() const { return window_; }
-  [[nodiscard]] RowTable<LogRow>& tableDataArray() { return tableDataArray_; }
+  [[nodiscard]] RowTable<LogRow>& rows() { return rows_; }
 
   /// The filters' state. A view shows it and writes back what the user chooses, followed by the action.
   PopUp customerPopup{QStringLiteral("All")};
@@ -53,33 +53,28 @@ class LogController final : public LogPane {
 
   /// The filter as a condition's text; empty when nothing is filtered by name.
   [[nodiscard]] QString buildPredicate() const;
-  void changeFilter() { reloadData(); }
-  void hideSubmittedChanged() { reloadData(); }
-  void changeDateRange() { reloadData(); }
   /// Acts only for the customer pop-up.
-  void pickACustomer(const PopUp& sender);
-  void pickACustomerAfterDeleting();
+  void customerPicked(const PopUp& sender);
+  void resetNameFilters();
 
   void reloadData() override;
-  void reloadComboxes() override;
-  void reloadPopupsToSameChoice() override;
-  void updateRunningPeriods() override;
-  void markSelectedForResend() override;
-  void selectPeriod(const TimePeriod* period) override;
+  void reloadNames() override;
+  void reloadKeepingChoice() override;
+  void updateRunningEntries() override;
+  void markSelectedUnsent() override;
+  void selectEntry(const TimeEntry* period) override;
   void clearSelection() override { table_.clearSelection(); }
-  [[nodiscard]] std::vector<Ref<TimePeriod>> deleteSelectedRows() const override;
+  [[nodiscard]] std::vector<Ref<TimeEntry>> selectedEntries() const override;
   [[nodiscard]] Activity* selectedActivity() const override;
   [[nodiscard]] int numberOfSelectedRows() const override;
 
   /// The entry of the first selected row; none without a selection.
-  [[nodiscard]] TimePeriod* selectedTimePeriod() const;
-  /// Whether something is selected and the window's current entry has not been sent.
-  [[nodiscard]] bool anyPeriodsSelected() const;
+  [[nodiscard]] TimeEntry* selectedEntry() const;
   /// The selected rows, or all when none is selected, in the order of the table.
   [[nodiscard]] std::vector<LogRow> consideredRows() const;
   [[nodiscard]] std::vector<LogRow> allRows() const;
   /// To be called whenever the table's selection changed.
-  void tableViewSelectionDidChange();
+  void selectionChanged();
 
   /// Of the selected rows, or of all when none is selected.
   [[nodiscard]] LogSummary summary() const;
@@ -90,13 +85,13 @@ class LogController final : public LogPane {
   [[nodiscard]] std::vector<LogRow> makeRows() const;
   [[nodiscard]] std::optional<Instant> dateOf(const QString& field) const;
   void fillJobs(const std::optional<QString>& customer);
-  void updateRunningRow(const TimePeriod& period);
-  [[nodiscard]] int indexOf(const TimePeriod& period);
+  void updateRunningRow(const TimeEntry& period);
+  [[nodiscard]] int indexOf(const TimeEntry& period);
 
   Session& session_;
   TimerState& window_;
   TablePort& table_;
-  RowTable<LogRow> tableDataArray_;
+  RowTable<LogRow> rows_;
   double secondsOfAll_ = 0;
   QHash<qint64, int> runningRows_;  // where a running entry was last found; -1: it is not listed
   Notifier::Subscription hideSubmitted_;

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 
 namespace pendra {
 
@@ -12,15 +12,15 @@ class LogPane {
   virtual ~LogPane() = default;
 
   virtual void reloadData() = 0;
-  virtual void reloadComboxes() = 0;
-  virtual void reloadPopupsToSameChoice() = 0;
+  virtual void reloadNames() = 0;
+  virtual void reloadKeepingChoice() = 0;
   virtual void clearSelection() = 0;
-  virtual void updateRunningPeriods() = 0;
-  virtual void markSelectedForResend() = 0;
+  virtual void updateRunningEntries() = 0;
+  virtual void markSelectedUnsent() = 0;
   /// Selects, as the only one, the row of that entry.
-  virtual void selectPeriod(const TimePeriod* period) = 0;
+  virtual void selectEntry(const TimeEntry* period) = 0;
   /// Kept: deletes nothing; gives the entries of the selected rows, in row order.
-  [[nodiscard]] virtual std::vector<Ref<TimePeriod>> deleteSelectedRows() const = 0;
+  [[nodiscard]] virtual std::vector<Ref<TimeEntry>> selectedEntries() const = 0;
   /// The activity of the selected row; asked only while a row is selected.
   [[nodiscard]] virtual Activity* selectedActivity() const = 0;
   [[nodiscard]] virtual int numberOfSelectedRows() const = 0;
@@ -30,13 +30,13 @@ class LogPane {
 class NoLogPane final : public LogPane {
  public:
   void reloadData() override {}
-  void reloadComboxes() override {}
-  void reloadPopupsToSameChoice() override {}
+  void reloadNames() override {}
+  void reloadKeepingChoice() override {}
   void clearSelection() override {}
-  void updateRunningPeriods() override {}
-  void markSelectedForResend() override {}
-  void selectPeriod(const TimePeriod*) override {}
-  [[nodiscard]] std::vector<Ref<TimePeriod>> deleteSelectedRows() const override { return {}; }
+  void updateRunningEntries() override {}
+  void markSelectedUnsent() override {}
+  void selectEntry(const TimeEntry*) override {}
+  [[nodiscard]] std::vector<Ref<TimeEntry>> selectedEntries() const override { return {}; }
   [[nodiscard]] Activity* selectedActivity() const override { return nullptr; }
   [[nodiscard]] int numberOfSelectedRows() const override { return 0; }
 };

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "model/Activity.h"
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 #include "ui_core/RowTable.h"
 
 class QLocale;
@@ -22,7 +22,7 @@ struct LogActivity {
 
 struct LogRow {
   std::shared_ptr<const LogActivity> of;
-  Ref<TimePeriod> period;
+  Ref<TimeEntry> period;
   std::optional<Instant> start;
   double duration = 0;          ///< seconds; of a running entry, as of the last tick
   double submittedSeconds = 0;  ///< from the reference instant

@@ -67,13 +67,13 @@ struct Menu {
 };
 
 /// The one menu bar of the program; every top-level window shows it whole.
-class MenuModel final : public VTMenus {
+class MenuModel final : public VantorMenus {
  public:
   MenuModel();
 
   [[nodiscard]] const std::vector<Menu>& menus() const { return menus_; }
   /// Takes effect for the windows that are open and for every later one.
-  void removeVTMenus() override;
+  void hideVantorItems() override;
   [[nodiscard]] Notifier& changes() { return changes_; }
 
  private:
@@ -91,9 +91,9 @@ struct CommandState {
   bool canDelete = false;
   bool editable = false;
   bool exportable = false;
-  bool canSendToVT = false;
+  bool canSend = false;
   bool activitySelected = false;
-  bool timePeriodSelected = false;
+  bool entrySelected = false;
 };
 
 /// Whether a command may run now. Asked when a menu opens and again when the command is triggered, because

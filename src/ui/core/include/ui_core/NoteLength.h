@@ -15,6 +15,6 @@ void showNotesLength(LengthLabel& label, const QString& note);
 /// Warns of a note that is too long, unless the user was ever warned before.
 void showNoteLengthWarning(Session& session);
 /// What follows an edit of a note: the count, and the warning when it is too long.
-void noteDidChange(Session& session, LengthLabel& label, const QString& note);
+void followNote(Session& session, LengthLabel& label, const QString& note);
 
 }  // namespace pendra

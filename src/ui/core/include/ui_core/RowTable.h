@@ -79,11 +79,6 @@ class RowTable final : public TableSource {
     if (found == columns_.end()) return std::nullopt;
     return static_cast<int>(found - columns_.begin());
   }
-  /// The text under an identifier; empty when there is no such row or column.
-  [[nodiscard]] QString objectValue(QStringView identifier, int row) const {
-    const auto column = columnOf(identifier);
-    return column ? text(row, *column) : QString();
-  }
 
   void sort() {
     const auto column = columnOf(sort_.key);
@@ -123,12 +118,12 @@ class RowTable final : public TableSource {
     return ask(row, column, &Column<Row>::editable);
   }
   /// A descriptor without a key changes nothing.
-  void sortBy(const SortDescriptor& descriptor) override {
+  void sortBy(const SortOrder& descriptor) override {
     if (descriptor.key.isEmpty()) return;
     sort_ = descriptor;
     sort();
   }
-  [[nodiscard]] const SortDescriptor& sortDescriptor() const override { return sort_; }
+  [[nodiscard]] const SortOrder& sortOrder() const override { return sort_; }
 
  private:
   [[nodiscard]] bool holds(int row) const { return row >= 0 && row < rowCount(); }
@@ -163,7 +158,7 @@ class RowTable final : public TableSource {
   std::vector<Column<Row>> columns_;
   RowTraits<Row> traits_;
   std::vector<Row> rows_;
-  SortDescriptor sort_;
+  SortOrder sort_;
 };
 
 }  // namespace pendra

@@ -10,7 +10,7 @@ namespace pendra {
 struct ServicesListRow {
   QString serviceName;
   std::optional<bool> checkbox;  ///< as it is stored, absent too
-  Ref<Service> serviceMO;
+  Ref<Service> service;
 };
 
 /// The service items. Kept: simpler than the customers' list, and different from it on purpose: names may
@@ -19,22 +19,22 @@ class ServicesListController : public ListController {
  public:
   ServicesListController(Session& session, TablePort& table, ListView& view);
 
-  [[nodiscard]] const RowTable<ServicesListRow>& tableDataArray() const { return tableDataArray_; }
-  [[nodiscard]] TableSource& source() override { return tableDataArray_; }
-  [[nodiscard]] const TableSource& source() const override { return tableDataArray_; }
+  [[nodiscard]] const RowTable<ServicesListRow>& rows() const { return rows_; }
+  [[nodiscard]] TableSource& source() override { return rows_; }
+  [[nodiscard]] const TableSource& source() const override { return rows_; }
 
   void reloadData() override;
   void addNewService();
   /// Kept: only in a standalone document, unlike the customers' list.
   void deleteRow() override;
-  void setObjectValue(const CellValue& value, const QString& column, int row) override;
+  void setValue(const CellValue& value, const QString& column, int row) override;
   [[nodiscard]] bool validateMenuItem(ListCommand item) const override;
 
  protected:
   void setAllShown(bool shown) override;
 
  private:
-  RowTable<ServicesListRow> tableDataArray_;
+  RowTable<ServicesListRow> rows_;
 };
 
 }  // namespace pendra

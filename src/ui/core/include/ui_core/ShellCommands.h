@@ -25,7 +25,7 @@ void showHelp(const HelpSender& sender, Workspace& workspace, const QString& res
 void submitFeedback(Workspace& workspace);
 void showCommunity(Workspace& workspace);
 /// Opens the list of the components of others that Pendra is made with.
-void showThirdPartyPDF(Workspace& workspace, const QString& resources);
+void showComponents(Workspace& workspace, const QString& resources);
 /// "Version 1.0.0.1", for the about box.
 QString versionText();
 

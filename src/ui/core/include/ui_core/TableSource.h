@@ -41,10 +41,10 @@ struct ColumnHead {
 };
 
 /// What the rows are ordered by. Without a key all rows are equal.
-struct SortDescriptor {
+struct SortOrder {
   QString key{};
   bool ascending = true;
-  friend bool operator==(const SortDescriptor&, const SortDescriptor&) = default;
+  friend bool operator==(const SortOrder&, const SortOrder&) = default;
 };
 
 /// The rows and columns of one table. Any index past the end reads as empty text, not running, unchecked.
@@ -65,8 +65,8 @@ class TableSource {
   [[nodiscard]] virtual QString warning(int row, int column) const = 0;
   /// Whether the text of the cell can be typed over in the table.
   [[nodiscard]] virtual bool isEditable(int row, int column) const = 0;
-  virtual void sortBy(const SortDescriptor& descriptor) = 0;
-  [[nodiscard]] virtual const SortDescriptor& sortDescriptor() const = 0;
+  virtual void sortBy(const SortOrder& descriptor) = 0;
+  [[nodiscard]] virtual const SortOrder& sortOrder() const = 0;
 };
 
 }  // namespace pendra

@@ -8,7 +8,7 @@
 #include "document/Session.h"
 #include "model/Activity.h"
 #include "model/ActivityTimes.h"
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 #include "ui_core/LogPane.h"
 #include "ui_core/RowTable.h"
 #include "ui_core/TablePort.h"
@@ -53,30 +53,24 @@ class TimerState {
   [[nodiscard]] LogPane& log() const { return *log_; }
 
   /// The activity to which editing and starting apply.
-  [[nodiscard]] Activity* myCurrentActivity() const { return myCurrentActivity_.get(); }
-  void setMyCurrentActivity(Activity* activity) { myCurrentActivity_ = activity; }
+  [[nodiscard]] Activity* currentActivity() const { return currentActivity_.get(); }
+  void setCurrentActivity(Activity* activity) { currentActivity_ = activity; }
   /// The entry selected in the log; set by the log.
-  [[nodiscard]] TimePeriod* myCurrentTimePeriod() const { return myCurrentTimePeriod_.get(); }
-  void setMyCurrentTimePeriod(TimePeriod* period) { myCurrentTimePeriod_ = period; }
+  [[nodiscard]] TimeEntry* currentEntry() const { return currentEntry_.get(); }
+  void setCurrentEntry(TimeEntry* period) { currentEntry_ = period; }
   [[nodiscard]] bool isRunning() const { return isRunning_; }
   void setIsRunning(bool running) { isRunning_ = running; }
 
-  /// What commands are enabled by, and the announcements of their changes.
-  [[nodiscard]] bool editable() const { return myCurrentTimePeriod() || myCurrentActivity(); }
-  [[nodiscard]] bool deleteable() const { return editable(); }
-  [[nodiscard]] bool canSendToVT() const;
-  [[nodiscard]] bool exportable() const { return tableDataArray_.rowCount() > 0; }
-  Notifier editableChanges;
-  Notifier deleteableChanges;
-  Notifier canSendToVTChanges;
-  Notifier exportableChanges;
+  [[nodiscard]] bool editable() const { return currentEntry() || currentActivity(); }
+  [[nodiscard]] bool canSend() const;
+  [[nodiscard]] bool exportable() const { return rows_.rowCount() > 0; }
 
   /// The rows of the activity table, and by what they are sorted.
-  [[nodiscard]] RowTable<ActivityRow>& tableDataArray() { return tableDataArray_; }
+  [[nodiscard]] RowTable<ActivityRow>& rows() { return rows_; }
   /// Rebuilds all rows from the document, loading one when none is open.
   void reloadData();
   void reloadLog();
-  void tableViewSelectionDidChange();
+  void selectionChanged();
   void updateOneRow(int index);
   void updateSelectedRow();
   void updateMainButton();
@@ -86,24 +80,21 @@ class TimerState {
 
   /// The activity of the selected row; none without one.
   [[nodiscard]] Activity* selectedActivity() const;
-  /// The row of `myCurrentActivity`; none when it is not listed.
-  [[nodiscard]] std::optional<int> indexSetOfCurActivity() const;
+  /// The row of `currentActivity`; none when it is not listed.
+  [[nodiscard]] std::optional<int> rowOfCurrentActivity() const;
   /// The stored length of the entry with the latest start, in whole seconds.
-  [[nodiscard]] static QString timeStringForLastTimePerioid(const Activity* activity);
-  [[nodiscard]] QString getCurDateStr() const;
-  [[nodiscard]] QString getCurTimeStr() const;
+  [[nodiscard]] static QString lastEntryLength(const Activity* activity);
 
   void toggleTimer();
   /// Starts or stops the activity of the selected row.
-  void restartSelected();
-  void addTimeEnry() { restartSelected(); }
+  void toggleSelected();
   /// Deletes the selected activity with all its entries; not asked again here.
   void deleteSelectedActivity();
   /// Deletes the entries that are selected in the log; not asked again here.
   void deleteSelectedTimeEntries();
   void markSelectedCompleted();
   /// Makes the activity of the log's selected entry current again.
-  void addPeriodToCurrentActiivities();
+  void makeCurrent();
 
  private:
   [[nodiscard]] ActivityRow rowOf(Activity& activity, const Today& today) const;
@@ -116,10 +107,10 @@ class TimerState {
   TimerDisplay& display_;
   NoLogPane noLog_;
   LogPane* log_ = &noLog_;
-  Ref<Activity> myCurrentActivity_;
-  Ref<TimePeriod> myCurrentTimePeriod_;
+  Ref<Activity> currentActivity_;
+  Ref<TimeEntry> currentEntry_;
   bool isRunning_ = false;
-  RowTable<ActivityRow> tableDataArray_;
+  RowTable<ActivityRow> rows_;
 };
 
 }  // namespace pendra

@@ -20,21 +20,19 @@ class QSessionManager;
 namespace pendra {
 
 /// The model of every document, out of the resources; the program cannot run without it.
-[[nodiscard]] ObjectModel loadManagedObjectModel();
+[[nodiscard]] ObjectModel loadObjectModel();
 
 /// One at a time; made after the QApplication and gone before it.
-class CorvelAppDelegate {
+class Program {
  public:
   /// The environment must outlive it.
-  explicit CorvelAppDelegate(Environment& environment);
-  ~CorvelAppDelegate();
-  CorvelAppDelegate(const CorvelAppDelegate&) = delete;
-  CorvelAppDelegate& operator=(const CorvelAppDelegate&) = delete;
-
-  static CorvelAppDelegate* theAppDelegate();
+  explicit Program(Environment& environment);
+  ~Program();
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
 
   /// Launches into the last document, or into `file` when one is given.
-  void applicationDidFinishLaunching(const QString& file);
+  void launch(const QString& file);
   /// A second start handed its file over; an empty path only brings the windows to the front.
   void openFromOutside(const QString& path);
 
@@ -42,9 +40,9 @@ class CorvelAppDelegate {
   /// modal question is open or when the user cancels.
   void terminate();
   /// Whether the program may end; when it may, the document is closed.
-  [[nodiscard]] bool applicationShouldTerminate();
+  [[nodiscard]] bool mayEnd();
   /// Stops what still runs and closes the connection to Vantor, just before the program ends.
-  void applicationWillTerminate();
+  void prepareEnd();
 
   [[nodiscard]] CommandTarget& commands() { return commands_; }
   [[nodiscard]] WindowLoader& windows() { return windows_; }

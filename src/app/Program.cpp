@@ -1,11 +1,11 @@
-#include "CorvelAppDelegate.h"
+#include "Program.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QSessionManager>
 
-#include "document/CorvelDocController.h"
 #include "document/DocumentLoading.h"
+#include "document/Documents.h"
 #include "document/RunningTimers.h"
 #include "document/Saving.h"
 #include "model/Model.h"
@@ -16,27 +16,24 @@ namespace pendra {
 
 namespace {
 
-CorvelAppDelegate* delegate = nullptr;
-
 /// How often a request that came while something was asked looks whether it has been answered.
 constexpr std::chrono::milliseconds kBetweenLooks{200};
 
 }  // namespace
 
-ObjectModel loadManagedObjectModel() {
+ObjectModel loadObjectModel() {
   QFile file(resourceFolder() + u"/Corvel.momd");
   if (!file.open(QIODevice::ReadOnly)) qFatal("Unable to find DataModel in main bundle");
-  return managedObjectModel(file.readAll());
+  return objectModel(file.readAll());
 }
 
-CorvelAppDelegate::CorvelAppDelegate(Environment& environment)
+Program::Program(Environment& environment)
     : environment_(environment),
-      session_(environment_.ports(windows_, menus_), loadManagedObjectModel()),
+      session_(environment_.ports(windows_, menus_), loadObjectModel()),
       link_(session_),
       launch_(session_),
       commands_(session_, menus_, windows_, link_, [this] { terminate(); }),
       signals_([this] { askedToEnd(); }) {
-  delegate = this;
   waiting_.setInterval(kBetweenLooks);
   QObject::connect(&waiting_, &QTimer::timeout, &waiting_, [this] { performWhatWaits(); });
   windows_.connectTo(session_, menus_, commands_, link_, [this] { terminate(); });
@@ -44,47 +41,40 @@ CorvelAppDelegate::CorvelAppDelegate(Environment& environment)
                    [this](QSessionManager& manager) { endOfSession(manager); });
 }
 
-CorvelAppDelegate::~CorvelAppDelegate() {
-  windows_.closeAll();
-  delegate = nullptr;
-}
+Program::~Program() { windows_.closeAll(); }
 
-CorvelAppDelegate* CorvelAppDelegate::theAppDelegate() { return delegate; }
+void Program::launch(const QString& file) { launch_.launch(file); }
 
-void CorvelAppDelegate::applicationDidFinishLaunching(const QString& file) {
-  launch_.applicationDidFinishLaunching(file);
-}
-
-void CorvelAppDelegate::openFromOutside(const QString& path) {
+void Program::openFromOutside(const QString& path) {
   bringToFront();
   if (!path.isEmpty()) whenNothingIsAsked([this, path] { commands_.openRecent(path); });
 }
 
-void CorvelAppDelegate::askedToEnd() {
+void Program::askedToEnd() {
   saveAction(session_);  // who sends a signal may not wait for the answer to a question
   whenNothingIsAsked([this] { terminate(); });
 }
 
-bool CorvelAppDelegate::isAsking() const {
+bool Program::isAsking() const {
   // A panel on a window may be asking something of its own; its window cannot be closed under it. The
   // introduction asks nothing.
   const QWidget* panel = QApplication::activeModalWidget();
   return environment_.modals.isModal() || (panel && !dynamic_cast<const IntroSheet*>(panel));
 }
 
-void CorvelAppDelegate::whenNothingIsAsked(std::function<void()> request) {
+void Program::whenNothingIsAsked(std::function<void()> request) {
   if (!isAsking()) return request();
   waits_.push_back(std::move(request));
   waiting_.start();
 }
 
-void CorvelAppDelegate::performWhatWaits() {
+void Program::performWhatWaits() {
   if (isAsking()) return;
   waiting_.stop();
   for (auto& request : std::exchange(waits_, {})) whenNothingIsAsked(std::move(request));
 }
 
-void CorvelAppDelegate::bringToFront() {
+void Program::bringToFront() {
   if (!isAsking()) ensureAWindow(session_);
   for (QWidget* window : QApplication::topLevelWidgets()) {
     if (!window->isVisible() || !window->isWindow()) continue;
@@ -93,28 +83,28 @@ void CorvelAppDelegate::bringToFront() {
   }
 }
 
-void CorvelAppDelegate::terminate() {
-  if (isTerminating_ || environment_.modals.isModal() || !applicationShouldTerminate()) return;
+void Program::terminate() {
+  if (isTerminating_ || environment_.modals.isModal() || !mayEnd()) return;
   isTerminating_ = true;
-  applicationWillTerminate();
+  prepareEnd();
   QCoreApplication::exit(0);
 }
 
-bool CorvelAppDelegate::applicationShouldTerminate() { return launch_.applicationShouldTerminate(); }
+bool Program::mayEnd() { return launch_.mayEnd(); }
 
-void CorvelAppDelegate::applicationWillTerminate() {
+void Program::prepareEnd() {
   stopAllActivities(session_);
-  link_.checks.closeVTConnection();
+  link_.checks.closeConnection();
 }
 
-void CorvelAppDelegate::endOfSession(QSessionManager& manager) {
+void Program::endOfSession(QSessionManager& manager) {
   if (!manager.allowsInteraction()) {
     stopAllActivities(session_);
     return saveAction(session_);
   }
-  if (!isAsking() && applicationShouldTerminate()) {
+  if (!isAsking() && mayEnd()) {
     manager.release();
-    applicationWillTerminate();
+    prepareEnd();
   } else {
     manager.cancel();
   }

@@ -3,22 +3,22 @@
 #include <QDialog>
 #include <memory>
 
-#include "ui_core/TimePeriodController.h"
+#include "ui_core/TimeEntryEditor.h"
 
 namespace pendra {
 
 /// The time entry editor as a sheet of the timer window. Return is its OK, Escape its Cancel.
-class TimePeriodSheet final : public QDialog, public EditorSheet {
+class TimeEntrySheet final : public QDialog, public EditorSheet {
   Q_OBJECT
  public:
   /// A child of `window`; the session must outlive it.
-  TimePeriodSheet(Session& session, QWidget* window);
-  ~TimePeriodSheet() override;
+  TimeEntrySheet(Session& session, QWidget* window);
+  ~TimeEntrySheet() override;
 
-  [[nodiscard]] TimePeriodController& controller();
+  [[nodiscard]] TimeEntryEditor& controller();
 
-  int runModal() override;
-  void stopModal(int code) override { done(code); }
+  int run() override;
+  void end(int code) override { done(code); }
   void reject() override;
 
  protected:

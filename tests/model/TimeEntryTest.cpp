@@ -1,8 +1,7 @@
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 
 #include "model/ActivityTimes.h"
 #include "model/DurationText.h"
-#include "model/Timer.h"
 #include "support/Rows.h"
 #include "support/TestDocument.h"
 
@@ -30,7 +29,7 @@ INSTANTIATE_TEST_SUITE_P(Lengths, DurationText,
 
 class Entry : public testing::Test, protected TestDocument {
  protected:
-  TimePeriod& period = context.insert<Activity>().addTimePeriod();
+  TimeEntry& period = context.insert<Activity>().addEntry();
 };
 
 TEST_F(Entry, StartsNowWithoutRunningAndStopsByTheClock) {
@@ -45,48 +44,10 @@ TEST_F(Entry, StartsNowWithoutRunningAndStopsByTheClock) {
   EXPECT_EQ(period.duration(), 15);
   EXPECT_EQ(period.running(), false);
   clock.advance(100);
-  EXPECT_EQ(period.curElapsedTime(), 115) << "whether it runs is not asked, only whether that is known";
+  EXPECT_EQ(period.elapsed(), 115) << "whether it runs is not asked, only whether that is known";
   period.setRunning(std::nullopt);
-  EXPECT_EQ(period.curElapsedTime(), 15);
+  EXPECT_EQ(period.elapsed(), 15);
 }
-
-struct Texts {
-  const char* name;
-  const char* zone;
-  const char* start;
-  double seconds;
-  const char* startString;
-  const char* stopString;
-  const char* startDate;
-  const char* hours;
-};
-
-class EntryTexts : public testing::TestWithParam<Texts> {};
-
-TEST_P(EntryTexts, AreOfTheCalendarsZone) {
-  const auto& row = GetParam();
-  const ManualClock clock;
-  const Calendar calendar{QTimeZone(row.zone)};
-  ObjectContext context(testModel(), clock, calendar);
-  auto& period = context.insert<TimePeriod>();
-  period.setStart(instantOf(row.start));
-  period.setDuration(row.seconds);
-  EXPECT_EQ(period.startString(), row.startString);
-  EXPECT_EQ(period.stopString(), row.stopString);
-  EXPECT_EQ(period.startDate(), row.startDate);
-  EXPECT_EQ(period.hours(), row.hours);
-}
-
-INSTANTIATE_TEST_SUITE_P(Entries, EntryTexts,
-                         testing::Values(Texts{"Morning", "UTC", "2026-11-24T09:05:00Z", 5400, "09:05AM",
-                                               "10:35AM", "24/11/26", "1.500000"},
-                                         Texts{"Midnight", "UTC", "2026-11-24T00:05:59Z", 0, "12:05AM",
-                                               "12:05AM", "24/11/26", "0.000000"},
-                                         Texts{"OverNoon", "UTC", "2026-01-02T11:59:00Z", 60, "11:59AM",
-                                               "12:00PM", "02/01/26", "0.016667"},
-                                         Texts{"AnotherZonesDay", "Asia/Tokyo", "2026-11-24T20:00:00Z", 3600,
-                                               "05:00AM", "06:00AM", "25/11/26", "1.000000"}),
-                         RowName());
 
 struct Sending {
   const char* name;
@@ -97,10 +58,10 @@ struct Sending {
 class EntrySent : public testing::TestWithParam<Sending>, protected TestDocument {};
 
 TEST_P(EntrySent, NeedsMoreThanASecond) {
-  auto& period = context.insert<TimePeriod>();
-  EXPECT_FALSE(period.wasSubmitted());
+  auto& period = context.insert<TimeEntry>();
+  EXPECT_FALSE(period.wasSent());
   period.setDateSubmitted(GetParam().date);
-  EXPECT_EQ(period.wasSubmitted(), GetParam().submitted);
+  EXPECT_EQ(period.wasSent(), GetParam().submitted);
 }
 
 INSTANTIATE_TEST_SUITE_P(Dates, EntrySent,
@@ -123,7 +84,7 @@ class EntryBetween : public testing::TestWithParam<Bounds>, protected TestDocume
 TEST_P(EntryBetween, CountsWholeDays) {
   const auto& row = GetParam();
   const auto bound = [](const char* text) { return text ? std::optional(instantOf(text)) : std::nullopt; };
-  auto& period = context.insert<TimePeriod>();
+  auto& period = context.insert<TimeEntry>();
   period.setStart(instantOf(row.start));
   EXPECT_EQ(period.isBetweenDates(bound(row.from), bound(row.to)), row.between);
 }
@@ -144,13 +105,13 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(EntryDay, BeginsLateWhereMidnightDoesNotExist) {
   const Calendar calendar{QTimeZone("America/Sao_Paulo")};
-  EXPECT_EQ(TimePeriod::stripTime(instantOf("2018-11-04T15:00:00Z"), calendar),
+  EXPECT_EQ(TimeEntry::stripTime(instantOf("2018-11-04T15:00:00Z"), calendar),
             instantOf("2018-11-04T03:00:00Z"));
-  EXPECT_EQ(TimePeriod::stripTime(std::nullopt, calendar), std::nullopt);
+  EXPECT_EQ(TimeEntry::stripTime(std::nullopt, calendar), std::nullopt);
 }
 
 TEST_F(Entry, ComparesByItsStart) {
-  auto& later = context.insert<TimePeriod>();
+  auto& later = context.insert<TimeEntry>();
   later.setStart(*period.start() + 1);
   EXPECT_LT(period.compare(later), 0);
   EXPECT_GT(later.compare(period), 0);
@@ -163,17 +124,17 @@ TEST_F(Entry, CountsTodayByItsStartButRunsToTodayWhateverItsDay) {
   const Today today(clock.now(), calendar);
   period.setStart(instantOf("2026-11-23T23:00:00Z"));
   period.setDuration(7200);
-  activity.addTimePeriod().setDuration(600);
+  activity.addEntry().setDuration(600);
   EXPECT_EQ(timesOf(activity, today).total, 7800);
   EXPECT_EQ(timesOf(activity, today).today, 600) << "yesterday's counts wholly to yesterday";
-  TimePeriod& running = activity.startNewTimePeriod();
+  TimeEntry& running = activity.startEntry();
   running.setStart(instantOf("2026-11-23T22:00:00Z"));
   clock.set("2026-11-24T00:00:10Z");
-  EXPECT_EQ(getTimeStringsForActivity(activity, today).today, "02:10:10");
+  EXPECT_EQ(timeTextsOf(activity, today).today, "02:10:10");
   running.setDuration(50);
-  EXPECT_EQ(getTimeStringsForActivity(activity, today).total, "04:11:00") << "stored and running both count";
+  EXPECT_EQ(timeTextsOf(activity, today).total, "04:11:00") << "stored and running both count";
   activity.stop();
-  EXPECT_EQ(getTimeStringsForActivity(activity, today).today, "00:10:00");
+  EXPECT_EQ(timeTextsOf(activity, today).today, "00:10:00");
 }
 
 TEST_F(Entry, SumsFollowEveryChangeOfWhatTheySum) {
@@ -192,7 +153,7 @@ TEST_F(Entry, SumsFollowEveryChangeOfWhatTheySum) {
   period.setStart(clock.now() + -86400);
   EXPECT_TRUE(times(200, 0)) << "a day";
   EXPECT_EQ(timesOf(activity, Today(clock.now() + -86400, calendar)).today, 200) << "another day's today";
-  TimePeriod& second = activity.addTimePeriod();
+  TimeEntry& second = activity.addEntry();
   second.setDuration(50);
   EXPECT_TRUE(times(250, 50)) << "a new entry";
   second.setActivity(&other);
@@ -200,22 +161,6 @@ TEST_F(Entry, SumsFollowEveryChangeOfWhatTheySum) {
   context.deleteObject(period);
   EXPECT_TRUE(times(0, 0)) << "one that was deleted";
   EXPECT_EQ(timesOf(other, today).total, 50);
-}
-
-TEST(Stopwatch, CountsOnAfterItWasStopped) {
-  ManualClock clock;
-  Timer timer(clock);
-  EXPECT_EQ(timer.curPair(), nullptr);
-  timer.startTimer();
-  clock.advance(5);
-  EXPECT_EQ(timer.curPair()->interval(), 0);
-  timer.stopTimer();
-  clock.advance(2);
-  EXPECT_EQ(timer.curPair()->interval(), 5);
-  EXPECT_EQ(timer.curElapsedTime(), 7);
-  timer.startTimer();
-  EXPECT_EQ(timer.curPair()->startDate(), clock.now());
-  EXPECT_EQ(timer.curPair()->stopDate(), std::nullopt);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 #pragma once
-// An entry's length has two sources that never mix: while it is timed, the clock (`curElapsedTime`); once
+// An entry's length has two sources that never mix: while it is timed, the clock (`elapsed`); once
 // it has been stopped, what was stored (`duration`).
 
 #include "platform/Calendar.h"
@@ -10,7 +10,7 @@ namespace pendra {
 class Activity;
 
 /// One time entry of an activity.
-class TimePeriod final : public ManagedObject {
+class TimeEntry final : public ManagedObject {
  public:
   static const EntityDescriptor& descriptor();
   [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
@@ -40,20 +40,15 @@ class TimePeriod final : public ManagedObject {
 
   /// Seconds since the start. Kept: whether `running` is present decides, not whether it is true, so
   /// only a running entry is asked for it.
-  [[nodiscard]] double curElapsedTime() const;
+  [[nodiscard]] double elapsed() const;
   /// The stored duration in seconds; 0 when absent.
   [[nodiscard]] double storedDuration() const { return duration_.value_or(0); }
   /// Seconds from the reference instant to the sending; 0 when never sent.
   [[nodiscard]] double submittedSeconds() const { return dateSubmitted_.value_or(kReferenceInstant).seconds; }
   /// Whether it was sent more than a second after the reference instant.
-  [[nodiscard]] bool wasSubmitted() const { return submittedSeconds() > 1.0; }
+  [[nodiscard]] bool wasSent() const { return submittedSeconds() > 1.0; }
   /// Whether it was sent, or left without an answer: its time may be in Vantor and must stay what it was.
-  [[nodiscard]] bool timeIsFixed() const { return wasSubmitted() || sendingSince_; }
-
-  [[nodiscard]] QString startString() const;  ///< "09:05AM"
-  [[nodiscard]] QString stopString() const;   ///< the start plus the duration, in the same form
-  [[nodiscard]] QString startDate() const;    ///< "24/11/26", day first
-  [[nodiscard]] QString hours() const;        ///< the duration in hours, six decimals
+  [[nodiscard]] bool timeIsFixed() const { return wasSent() || sendingSince_; }
 
   /// The midnight that begins the given instant's day; none for none.
   [[nodiscard]] static std::optional<Instant> stripTime(std::optional<Instant> date,
@@ -61,7 +56,7 @@ class TimePeriod final : public ManagedObject {
   /// Whether the start lies between two days, both included; an absent bound does not limit.
   [[nodiscard]] bool isBetweenDates(std::optional<Instant> from, std::optional<Instant> to) const;
   /// Negative, zero or positive as this entry starts before, with or after the other.
-  [[nodiscard]] int compare(const TimePeriod& other) const;
+  [[nodiscard]] int compare(const TimeEntry& other) const;
 
  protected:
   void awakeFromInsert() override;

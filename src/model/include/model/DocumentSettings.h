@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/Notifier.h"
 #include "store/ManagedObject.h"
 
 namespace pendra {
@@ -11,7 +10,7 @@ class Identity;
 class Service;
 
 /// A document's settings (entity "Document"). Where there are several, the first one counts.
-class CorvelDoc final : public ManagedObject {
+class DocumentSettings final : public ManagedObject {
  public:
   static const EntityDescriptor& descriptor();
   [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
@@ -26,10 +25,6 @@ class CorvelDoc final : public ManagedObject {
   [[nodiscard]] Objects<Customer> customers() const { return customers_.get(); }
   [[nodiscard]] Objects<Service> services() const { return services_.get(); }
   [[nodiscard]] Objects<Activity> activities() const { return activities_.get(); }
-  void addCustomerObject(Customer& customer);
-  void removeCustomerObject(Customer& customer);
-  /// Announces the changes of `customers` that the two operations make.
-  [[nodiscard]] Notifier& customersChanges() { return customersChanges_; }
 
  private:
   ToOne<Identity> identity_;
@@ -37,7 +32,6 @@ class CorvelDoc final : public ManagedObject {
   ToMany<Customer> customers_;
   ToMany<Service> services_;
   ToMany<Activity> activities_;
-  Notifier customersChanges_;
 };
 
 }  // namespace pendra

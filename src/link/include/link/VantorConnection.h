@@ -8,28 +8,28 @@ namespace pendra {
 
 /// One connection to Vantor. It can exist without a channel, when that could not be made; every question
 /// is then answered with nothing.
-class VTServer {
+class VantorConnection {
  public:
   /// Null only when the user's caches folder cannot be had. The workspace must outlive the server.
-  static std::unique_ptr<VTServer> init(const Places& places, const Workspace& workspace,
-                                        const ConnectToVantor& connect);
+  static std::unique_ptr<VantorConnection> init(const Places& places, const Workspace& workspace,
+                                                const ConnectToVantor& connect);
 
   /// Whether an application with Vantor's identifier runs.
   [[nodiscard]] bool isVantorRunning() const;
   /// Null without a channel.
-  [[nodiscard]] RemoteServer* remoteServer() const { return ipcMgrClient_.get(); }
+  [[nodiscard]] RemoteServer* remoteServer() const { return client_.get(); }
   /// Gives the channel up. The file of our socket stays for the next one.
-  void close() { ipcMgrClient_.reset(); }
+  void close() { client_.reset(); }
 
   [[nodiscard]] std::optional<QString> getCompanyFileName() const;
   [[nodiscard]] QStringList getEmployeeNamesArray() const;
 
  private:
-  VTServer(const Workspace& workspace, std::unique_ptr<RemoteServer> client)
-      : workspace_(workspace), ipcMgrClient_(std::move(client)) {}
+  VantorConnection(const Workspace& workspace, std::unique_ptr<RemoteServer> client)
+      : workspace_(workspace), client_(std::move(client)) {}
 
   const Workspace& workspace_;
-  std::unique_ptr<RemoteServer> ipcMgrClient_;
+  std::unique_ptr<RemoteServer> client_;
 };
 
 }  // namespace pendra

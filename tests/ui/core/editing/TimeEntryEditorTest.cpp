@@ -18,19 +18,19 @@ class TimeEntryEditor : public testing::Test {
   Customer* acme = nullptr;
   Job* roof = nullptr;
   Activity* activity = nullptr;
-  TimePeriod* period = nullptr;
+  TimeEntry* period = nullptr;
 };
 
 TEST_F(TimeEntryEditor, ShowsTheEntryAndItsActivity) {
   sheet.edit(*period);
-  EXPECT_EQ(sheet.fields.customerPopup.text, "Acme");
-  EXPECT_EQ(sheet.fields.jobPopup.text, "Roof");
-  EXPECT_EQ(sheet.fields.servicePopup.text, "Design");
-  EXPECT_EQ(sheet.fields.startDateField.text, "11/23/26");
-  EXPECT_EQ(sheet.fields.startTimeField.text, "9:05");
-  EXPECT_EQ(sheet.fields.startTimeFieldAMPM.text, "AM");
-  EXPECT_EQ(sheet.fields.durationField.text, "01:30:45");
-  EXPECT_EQ(sheet.activityNotesField.text, "Plans");
+  EXPECT_EQ(sheet.fields.customerPopup.value, "Acme");
+  EXPECT_EQ(sheet.fields.jobPopup.value, "Roof");
+  EXPECT_EQ(sheet.fields.servicePopup.value, "Design");
+  EXPECT_EQ(sheet.fields.startDateField.value, "11/23/26");
+  EXPECT_EQ(sheet.fields.startTimeField.value, "9:05");
+  EXPECT_EQ(sheet.fields.startTimeFieldAMPM.value, "AM");
+  EXPECT_EQ(sheet.fields.durationField.value, "01:30:45");
+  EXPECT_EQ(sheet.activityNotesField.value, "Plans");
   EXPECT_EQ(sheet.notesLength.text, "5");
   EXPECT_TRUE(sheet.fields.jobPopup.enabled);
 }
@@ -56,15 +56,16 @@ TEST_F(TimeEntryEditor, WhatIsMissingKeepsTheTextOfThePreviousEntry) {
   sheet.edit(*period);
   Activity& other = test.addActivity(&test.addCustomer("Zenith"), nullptr);
   sheet.edit(test.addPeriod(other, "2026-11-23T12:00:00Z", 60));
-  EXPECT_EQ(sheet.fields.customerPopup.text, "Zenith");
-  EXPECT_EQ(sheet.fields.jobPopup.text, "Roof");
-  EXPECT_EQ(sheet.fields.servicePopup.text, "Design");
-  EXPECT_EQ(sheet.editor.jobDataArray(), QStringList{"Roof"}) << "the jobs of the customer before";
+  EXPECT_EQ(sheet.fields.customerPopup.value, "Zenith");
+  EXPECT_EQ(sheet.fields.jobPopup.value, "Roof");
+  EXPECT_EQ(sheet.fields.servicePopup.value, "Design");
+  EXPECT_EQ(sheet.editor.namesFor(sheet.fields.jobPopup), QStringList{"Roof"})
+      << "the jobs of the customer before";
 }
 
 TEST_F(TimeEntryEditor, SavingAnUnchangedEntryDropsItsSeconds) {
   sheet.edit(*period);
-  sheet.editor.doSave();
+  sheet.editor.accept();
   ASSERT_EQ(sheet.sheet.ended, EditorSheet::kAccepted);
   EXPECT_EQ(period->duration(), 5445) << "nothing is written before saveValues";
   sheet.editor.saveValues();
@@ -75,14 +76,14 @@ TEST_F(TimeEntryEditor, SavingAnUnchangedEntryDropsItsSeconds) {
 
 TEST_F(TimeEntryEditor, AnEntryOfTheRepeatedHourStaysWhereItIsUntilItsTimeIsTyped) {
   for (const char* start : {"2026-10-25T00:30:15Z", "2026-10-25T01:30:15Z"}) {
-    TimePeriod& night = test.addPeriod(*activity, start, 60);
+    TimeEntry& night = test.addPeriod(*activity, start, 60);
     const Instant minute = instantOf(start) + -15;
     sheet.edit(night);
-    EXPECT_EQ(sheet.fields.startTimeField.text, "2:30") << "both are shown alike";
-    sheet.fields.durationField.text = "2:00";
+    EXPECT_EQ(sheet.fields.startTimeField.value, "2:30") << "both are shown alike";
+    sheet.fields.durationField.value = "2:00";
     sheet.editor.saveValues();
     EXPECT_EQ(night.start(), minute) << start;
-    sheet.fields.startTimeField.text = "2:31";
+    sheet.fields.startTimeField.value = "2:31";
     sheet.editor.saveValues();
     EXPECT_EQ(night.start(), instantOf("2026-10-25T00:31:00Z")) << "what is typed is the first of the two";
   }
@@ -90,10 +91,10 @@ TEST_F(TimeEntryEditor, AnEntryOfTheRepeatedHourStaysWhereItIsUntilItsTimeIsType
 
 TEST_F(TimeEntryEditor, SavingWritesNamesToTheActivityAndClearsUnknownOnes) {
   sheet.edit(*period);
-  sheet.notesField.text = "Call";
-  sheet.activityNotesField.text = "New plans";
-  sheet.fields.servicePopup.text = "Unknown";
-  sheet.fields.jobPopup.text = "";
+  sheet.notesField.value = "Call";
+  sheet.activityNotesField.value = "New plans";
+  sheet.fields.servicePopup.value = "Unknown";
+  sheet.fields.jobPopup.value = "";
   sheet.editor.saveValues();
   EXPECT_EQ(period->notes(), "Call");
   EXPECT_EQ(activity->notes(), "New plans");
@@ -116,8 +117,8 @@ TEST_F(TimeEntryEditor, AnEmptyDateMeansTodayAndAnUnreadableStartKeepsThePreviou
 
 TEST_F(TimeEntryEditor, AFailedCheckKeepsTheSheetOpen) {
   sheet.edit(*period);
-  sheet.fields.durationField.text = "-0:30";
-  sheet.editor.doSave();
+  sheet.fields.durationField.value = "-0:30";
+  sheet.editor.accept();
   EXPECT_FALSE(sheet.sheet.ended);
   EXPECT_EQ(test.alerts.messages(), QStringList{"Time durations must be positive"});
 }

@@ -1,28 +1,28 @@
-#include "ui/TimePeriodSheet.h"
+#include "ui/TimeEntrySheet.h"
 
 #include <QKeyEvent>
 
 #include "EntryAdapters.h"
 #include "ui/Buttons.h"
 #include "ui/SheetRunner.h"
-#include "ui_TimePeriodSheet.h"
+#include "ui_TimeEntrySheet.h"
 
 namespace pendra {
 
 namespace {
 
-struct Form : Ui::TimePeriodSheet {
+struct Form : Ui::TimeEntrySheet {
   explicit Form(QDialog* sheet) { setupUi(sheet); }
 };
 
 }  // namespace
 
 /// The widgets, what shows them to the logic, and the logic.
-struct TimePeriodSheet::Parts {
-  Parts(TimePeriodSheet& sheet, Session& session)
+struct TimeEntrySheet::Parts {
+  Parts(TimeEntrySheet& sheet, Session& session)
       : form(&sheet),
         guard(*new LeaveGuard(sheet)),
-        edited([this](const Control&) { controller.controlTextDidChange(); }),
+        edited([this](const Control&) { controller.controlEdited(); }),
         entry(form, edited),
         notesField(*form.notesField, edited),
         activityNotesField(*form.activityNotesField, edited),
@@ -34,10 +34,10 @@ struct TimePeriodSheet::Parts {
   EntryAdapters entry;
   NotesControl notesField;
   NotesControl activityNotesField;
-  TimePeriodController controller;
+  TimeEntryEditor controller;
 };
 
-TimePeriodSheet::TimePeriodSheet(Session& session, QWidget* window)
+TimeEntrySheet::TimeEntrySheet(Session& session, QWidget* window)
     : QDialog(window), session_(session), parts_(std::make_unique<Parts>(*this, session)) {
   layOutEntry(parts_->entry);
   showAsSecondary({parts_->form.serviceHint});
@@ -48,37 +48,37 @@ TimePeriodSheet::TimePeriodSheet(Session& session, QWidget* window)
   adjustSize();
 }
 
-TimePeriodSheet::~TimePeriodSheet() = default;
+TimeEntrySheet::~TimeEntrySheet() = default;
 
-TimePeriodController& TimePeriodSheet::controller() { return parts_->controller; }
+TimeEntryEditor& TimeEntrySheet::controller() { return parts_->controller; }
 
-void TimePeriodSheet::connectControls() {
+void TimeEntrySheet::connectControls() {
   Parts& parts = *parts_;
   connectEntry(parts.entry, parts.guard, parts.controller, false);
   for (NotesControl* notes : {&parts.notesField, &parts.activityNotesField}) {
     guardField(parts.guard, *notes, parts.controller);
-    connect(&notes->widget(), &NotesEdit::returnPressed, this, [this] { parts_->controller.doSave(); });
+    connect(&notes->widget(), &NotesEdit::returnPressed, this, [this] { parts_->controller.accept(); });
   }
-  connect(parts.form.okButton, &QPushButton::clicked, this, [this] { parts_->controller.doSave(); });
-  connect(parts.form.cancelButton, &QPushButton::clicked, this, &TimePeriodSheet::reject);
+  connect(parts.form.okButton, &QPushButton::clicked, this, [this] { parts_->controller.accept(); });
+  connect(parts.form.cancelButton, &QPushButton::clicked, this, &TimeEntrySheet::reject);
 }
 
-int TimePeriodSheet::runModal() {
-  const TimePeriodController& controller = parts_->controller;
-  parts_->form.serviceHint->setVisible(!session_.myStandalone() && controller.serviceDataArray().isEmpty());
+int TimeEntrySheet::run() {
+  const TimeEntryEditor& controller = parts_->controller;
+  parts_->form.serviceHint->setVisible(!session_.isStandalone() && controller.offersNoServices());
   // What is wrong with an entry is most often its length.
   QLineEdit& duration = *parts_->form.durationField;
   duration.selectAll();
   QWidget* first = duration.isEnabled() ? static_cast<QWidget*>(&duration) : parts_->form.notesField;
   first->setFocus();
-  return SheetRunner(session_.ports().modals).runModal(*this);
+  return SheetRunner(session_.ports().modals).run(*this);
 }
 
-void TimePeriodSheet::reject() { parts_->controller.cancel(); }
+void TimeEntrySheet::reject() { parts_->controller.cancel(); }
 
-void TimePeriodSheet::keyPressEvent(QKeyEvent* event) {
+void TimeEntrySheet::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    parts_->controller.doSave();
+    parts_->controller.accept();
   } else {
     QDialog::keyPressEvent(event);
   }

@@ -1,0 +1,59 @@
+#include "model/TimeEntry.h"
+
+#include "model/Activity.h"
+#include "platform/DateTexts.h"
+#include "store/ObjectContext.h"
+
+namespace pendra {
+
+const EntityDescriptor& TimeEntry::descriptor() {
+  using namespace describe;
+  static constexpr PropertyDescriptor kProperties[] = {
+      toOne<&TimeEntry::activity_, Activity>("activity", "timePeriod"),
+      instant<&TimeEntry::start_>("start"),
+      number<&TimeEntry::duration_>("duration"),
+      boolean<&TimeEntry::running_>("running"),
+      instant<&TimeEntry::dateSubmitted_>("dateSubmitted"),
+      text<&TimeEntry::notes_>("notes"),
+      instant<&TimeEntry::sendingSince_>("sendingSince"),
+  };
+  static constexpr EntityDescriptor kDescriptor{"TimePeriod", kProperties, &make<TimeEntry>};
+  return kDescriptor;
+}
+
+void TimeEntry::awakeFromInsert() {
+  setStart(context()->clock().now());
+  setRunning(false);
+}
+
+Activity* TimeEntry::activity() const { return activity_.get(); }
+void TimeEntry::setActivity(Activity* activity) { relate(activity_, activity); }
+
+void TimeEntry::stopTimer() {
+  setDuration(elapsed());
+  setRunning(false);
+}
+
+double TimeEntry::elapsed() const {
+  if (!running_) return storedDuration();
+  return context()->clock().now() - start_.value_or(context()->clock().now());
+}
+
+std::optional<Instant> TimeEntry::stripTime(std::optional<Instant> date, const Calendar& calendar) {
+  if (!date) return std::nullopt;
+  return calendar.startOfDay(calendar.day(*date));
+}
+
+bool TimeEntry::isBetweenDates(std::optional<Instant> from, std::optional<Instant> to) const {
+  const Calendar& calendar = context()->calendar();
+  const auto day = stripTime(start_, calendar);
+  if (from && day < stripTime(from, calendar)) return false;
+  return !to || !(day > stripTime(to, calendar));
+}
+
+int TimeEntry::compare(const TimeEntry& other) const {
+  if (start_ == other.start_) return 0;
+  return start_ < other.start_ ? -1 : 1;
+}
+
+}  // namespace pendra

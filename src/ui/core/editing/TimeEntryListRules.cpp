@@ -1,0 +1,102 @@
+#include "model/Queries.h"
+#include "ui_core/ListSteps.h"
+#include "ui_core/TimeEntryEditor.h"
+
+namespace pendra {
+
+void TimeEntryEditor::reloadNames() {
+  if (!session_.context()) return;
+  customerNames_ = queries::distinctNames(queries::shownCustomers(context()));
+  serviceNames_ = queries::distinctNames(queries::shownServices(context()));
+  customerPicked();
+  controls_.entry.jobPopup.setEnabled(isStandalone());
+}
+
+void TimeEntryEditor::customerPicked() {
+  const EntryFields& entry = controls_.entry;
+  const QString name = entry.customerPopup.text();
+  if (name.isEmpty()) {
+    entry.jobPopup.setText(QString());
+    return;
+  }
+  const auto customers = queries::customersNamed(context(), name);
+  if (customers.empty()) return;
+  jobNames_.clear();
+  for (Customer* customer : customers) {
+    // The job's text goes only when the customer is another one than before.
+    if (customer != customer_.get()) entry.jobPopup.setText(QString());
+    for (const Job* job : customer->jobs()) {
+      const QString jobName = queries::nameOf(job);
+      if (!jobName.isEmpty() && job->shown() == true) jobNames_ << jobName;
+    }
+    customer_ = customer;
+  }
+  queries::sortIgnoringCase(jobNames_);
+  if (jobNames_.isEmpty()) entry.jobPopup.setText(QString());
+  entry.jobPopup.setEnabled(!jobNames_.isEmpty() || isStandalone());
+}
+
+const QStringList& TimeEntryEditor::namesFor(const Control& popup) const {
+  if (&popup == &controls_.entry.customerPopup) return customerNames_;
+  return &popup == &controls_.entry.servicePopup ? serviceNames_ : jobNames_;
+}
+
+bool TimeEntryEditor::mayLeave(const Control& control) {
+  if (&control == &controls_.entry.servicePopup) return mayLeaveService();
+  if (&control == &controls_.entry.customerPopup) return mayLeaveCustomer();
+  return mayLeaveJob();
+}
+
+// Kept: unlike in the activity editor, blanks alone are a name here, for customers and for service items.
+bool TimeEntryEditor::mayLeaveCustomer() {
+  const Control& popup = controls_.entry.customerPopup;
+  const QString name = popup.text();
+  if (name.isEmpty() || !queries::customersNamed(context(), name).empty()) return true;
+  if (!isStandalone()) {
+    showChooseExistingCustomer(session_.ports().alerts);
+    return false;
+  }
+  if (!wantsToAdd(name, popup)) return false;
+  addCustomer(context(), name);
+  customerPicked();
+  jobNames_.clear();
+  return true;
+}
+
+bool TimeEntryEditor::mayLeaveService() {
+  const Control& popup = controls_.entry.servicePopup;
+  const QString name = popup.text();
+  if (name.isEmpty() || !queries::servicesNamed(context(), name).empty()) return true;
+  if (!isStandalone()) {
+    showChooseExistingService(session_.ports().alerts, "Choose an existing service item");
+    return false;
+  }
+  if (!wantsToAdd(name, popup)) return false;
+  addService(context(), name);
+  return true;
+}
+
+// Kept: a job is never added from here, and nothing is said; an unknown customer holds the field.
+bool TimeEntryEditor::mayLeaveJob() const {
+  const QString customerName = controls_.entry.customerPopup.text();
+  const QString name = controls_.entry.jobPopup.text();
+  if (customerName.isEmpty() || name.isEmpty()) return true;
+  for (const Customer* customer : queries::customersNamed(context(), customerName)) {
+    for (const Job* job : customer->jobs()) {
+      if (job->name() == name) return true;
+    }
+  }
+  return false;
+}
+
+bool TimeEntryEditor::wantsToAdd(const QString& name, const Control& toList) {
+  // Kept: asked twice, and only the second answer counts.
+  std::ignore = asksToAdd(session_.ports().alerts, name, listNameFor(toList));
+  return asksToAdd(session_.ports().alerts, name, listNameFor(toList));
+}
+
+QString TimeEntryEditor::listNameFor(const Control& popup) const {
+  return pendra::listNameFor(controls_.entry, popup);
+}
+
+}  // namespace pendra
