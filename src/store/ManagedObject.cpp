@@ -15,6 +15,24 @@ const PropertyDescriptor& propertyWhere(const ManagedObject& object, const Match
   return *found;
 }
 
+const void* addressOf(ManagedObject& object, const PropertyDescriptor& property) {
+  switch (property.kind) {
+    case Kind::Text:
+      return &property.access.text(object);
+    case Kind::Boolean:
+      return &property.access.boolean(object);
+    case Kind::Instant:
+      return &property.access.instant(object);
+    case Kind::Number:
+      return &property.access.number(object);
+    case Kind::ToOne:
+      return &property.access.toOne(object);
+    case Kind::ToMany:
+      return &property.access.toMany(object);
+  }
+  Q_UNREACHABLE();
+}
+
 }  // namespace
 
 const PropertyDescriptor* EntityDescriptor::property(QAnyStringView key) const {
@@ -33,6 +51,12 @@ const std::shared_ptr<ManagedObject*>& ManagedObject::cell() {
   return cell_;
 }
 
+void ManagedObject::willChange(const void* member) {
+  context_->willChange(*this, propertyWhere(*this, [&](const PropertyDescriptor& candidate) {
+    return addressOf(*this, candidate) == member;
+  }));
+}
+
 void ManagedObject::noteChange() {
   if (context_) context_->noteChange(*this);
 }
@@ -45,7 +69,6 @@ void ManagedObject::assignText(std::optional<QString>& member, std::optional<QSt
     context_->textChanged(*this, property, member, value);
   }
   member = std::move(value);
-  noteChange();
 }
 
 void ManagedObject::relate(ToOneBase& member, ManagedObject* target) {

@@ -2,14 +2,33 @@
 
 #include <cstring>
 
+#include "Attributes.h"
+#include "Editing.h"
 #include "InOrder.h"
 #include "store/PersistentStore.h"
 #include "store/RelationshipKeeper.h"
+#include "store/UndoStack.h"
 
 namespace pendra {
 
+namespace {
+
+/// How long a save waits for another program that reads the file, in milliseconds.
+constexpr int kSavePatience = 2000;
+
+}  // namespace
+
+ObjectContext::Filling::Filling(ObjectContext& context)
+    : context_(context), before_(std::exchange(context.filling_, true)) {
+  promise(!context.editing_->isRunning(), "a document is filled outside of edits");
+}
+
 ObjectContext::ObjectContext(const ObjectModel& model, const Clock& clock, const Calendar& calendar)
-    : model_(model), clock_(clock), calendar_(calendar) {
+    : model_(model),
+      clock_(clock),
+      calendar_(calendar),
+      editing_(std::make_unique<Editing>(*this)),
+      undoStack_(std::make_unique<UndoStack>(*this)) {
   makeTables();
 }
 
@@ -47,24 +66,54 @@ Result<void> ObjectContext::open(const QString& path) {
 
 void ObjectContext::close() { store_.reset(); }
 
-Result<void> ObjectContext::save() {
+Result<void> ObjectContext::save() { return commit(kSavePatience); }
+
+Result<void> ObjectContext::commit(int patience) {
   if (!store_)
     return Error{QStringLiteral("document"), 0, QStringLiteral("the document has no readable file")};
-  if (auto written = store_->write(*this); !written) return written;
-  forgetChanges();
-  return {};
+  auto written = store_->write(*this, patience);
+  if (written) {
+    forgetChanges();
+    commitState_ = {.savedAt = clock_.now(), .failure = {}};
+  } else {
+    const Instant since = commitState_.failure ? commitState_.failure->since : clock_.now();
+    commitState_.failure = {since, written.error()};
+  }
+  commitObservers_.tell(commitState_);
+  return written;
 }
 
 void ObjectContext::forgetChanges() {
   for (ManagedObject* object : changed_) object->dirty_ = false;
   changed_.clear();
   deleted_.clear();
-  graveyard_.clear();
+  destroy(std::exchange(graveyard_, {}));
+}
+
+Result<void> ObjectContext::runEdit(const QString& name, EditOptions options,
+                                    const std::function<Result<void>()>& work) {
+  return editing_->run(name, options, work);
+}
+
+Subscription ObjectContext::observe(std::function<void(const ChangeSet&)> told) {
+  return editing_->observe(std::move(told));
+}
+
+void ObjectContext::noteForFile(const EditRecord& record) {
+  for (const auto& object : record.deleted) deleted_.push_back({&object->entity(), object->id_});
+  // What has gone is written no more, and may be no more before the file can be written again.
+  std::erase_if(changed_, [](const ManagedObject* object) { return object->deleted_; });
+  for (ManagedObject* object : record.inserted) markChanged(*object);
+  for (const PropertyChange& change : record.changes) {
+    if (!change.object->deleted_) markChanged(*change.object);
+  }
 }
 
 ManagedObject& ObjectContext::insertObject(const EntityDescriptor& entity, bool temporary) {
-  ManagedObject& object = adopt(entity.make(), table(entity).lastID + 1);
-  object.temporary_ = temporary;
+  auto made = entity.make();
+  made->temporary_ = temporary;
+  ManagedObject& object = adopt(std::move(made), table(entity).lastID + 1);
+  editing_->inserted(object);
   noteChange(object);
   object.awakeFromInsert();
   return object;
@@ -91,6 +140,22 @@ void ObjectContext::linkRead(ManagedObject& owner, const PropertyDescriptor& pro
   }
 }
 
+void ObjectContext::putBack(std::unique_ptr<ManagedObject> object) {
+  ManagedObject& back = *object;
+  Table& home = table(back.entity());
+  back.deleted_ = false;
+  back.context_ = this;
+  const auto place = placeInOrder(home.objects, back.id_);
+  home.owned.insert(home.owned.begin() + (place - home.objects.begin()), std::move(object));
+  home.objects.insert(place, &back);
+  for (auto& [property, index] : home.indexes) {
+    if (const auto& text = property->access.text(back)) index.add(*text, back);
+  }
+  if (back.cell_) *back.cell_ = &back;
+  editing_->inserted(back);
+  noteChange(back);
+}
+
 void ObjectContext::deleteObject(ManagedObject& object) {
   if (object.deleted_ || object.context_ != this) return;
   object.deleted_ = true;  // first, so that a cascade that comes back ends here
@@ -100,12 +165,17 @@ void ObjectContext::deleteObject(ManagedObject& object) {
       deleteObject(*target);
     }
   }
-  object.willDelete();
   RelationshipKeeper::detach(object);
-  remove(object);
+  auto gone = takeOut(object);
+  if (editing_->records(object)) {
+    editing_->deleted(std::move(gone));
+  } else {
+    if (!object.temporary_) deleted_.push_back({&object.entity(), object.id_});
+    graveyard_.push_back(std::move(gone));
+  }
 }
 
-void ObjectContext::remove(ManagedObject& object) {
+std::unique_ptr<ManagedObject> ObjectContext::takeOut(ManagedObject& object) {
   ++changeCount_;
   Table& home = table(object.entity());
   for (auto& [property, index] : home.indexes) {
@@ -114,16 +184,42 @@ void ObjectContext::remove(ManagedObject& object) {
   const auto place = placeInOrder(home.objects, object.id_);
   const auto at = home.owned.begin() + (place - home.objects.begin());
   home.objects.erase(place);
-  graveyard_.push_back(std::move(*at));
+  auto gone = std::move(*at);
   home.owned.erase(at);
+  object.deleted_ = true;
   object.dirty_ = false;  // it stays listed as changed until the next save, which passes it over
-  if (!object.temporary_) deleted_.push_back({&object.entity(), object.id_});
   object.context_ = nullptr;
   if (object.cell_) *object.cell_ = nullptr;
+  return gone;
+}
+
+void ObjectContext::restore(ManagedObject& object, const PropertyDescriptor& property,
+                            const PropertyValue& value) {
+  if (property.kind == Kind::ToOne) {
+    const qint64* id = std::get_if<qint64>(&value);
+    return RelationshipKeeper::relate(object, property, id ? objectWithID(property.target(), *id) : nullptr);
+  }
+  willChange(object, property);
+  const auto before = property.kind == Kind::Text ? property.access.text(object) : std::nullopt;
+  setAttribute(object, property, value);
+  if (property.kind == Kind::Text) textChanged(object, property, before, property.access.text(object));
+  noteChange(object);
+}
+
+void ObjectContext::destroy(std::vector<std::unique_ptr<ManagedObject>> objects) {
+  if (!objects.empty()) undoStack_->forget(objects);
+}
+
+void ObjectContext::willChange(ManagedObject& object, const PropertyDescriptor& property) {
+  editing_->willChange(object, property);
 }
 
 void ObjectContext::noteChange(ManagedObject& object) {
   ++changeCount_;
+  if (!editing_->isRunning()) markChanged(object);
+}
+
+void ObjectContext::markChanged(ManagedObject& object) {
   if (object.dirty_ || object.temporary_) return;
   object.dirty_ = true;
   changed_.push_back(&object);

@@ -16,7 +16,7 @@ namespace pendra {
 
 namespace {
 
-/// How long a save waits for another program that reads the file, in milliseconds.
+/// How long opening waits for another program that reads the file, in milliseconds.
 constexpr int kBusyMilliseconds = 2000;
 
 constexpr auto kUsualPermissions =
@@ -189,7 +189,7 @@ Result<void> PersistentStore::read(ObjectContext& context) {
   });
 }
 
-Result<void> PersistentStore::write(const ObjectContext& context) {
+Result<void> PersistentStore::write(const ObjectContext& context, int patience) {
   const auto there = parts_->file.isStillThere();
   if (!there) return there.error();
   if (!there.value()) return writeAnew(context);
@@ -199,6 +199,7 @@ Result<void> PersistentStore::write(const ObjectContext& context) {
   }
   return guarded(
       [&] {
+        parts_->database.setBusyTimeout(patience);
         SQLite::Transaction transaction(parts_->database, SQLite::TransactionBehavior::IMMEDIATE);
         for (const auto& row : context.deleted_) parts_->rowsOf(*row.entity).erase(row.id);
         for (ManagedObject* object : context.changed_) {

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "InOrder.h"
+#include "store/ObjectContext.h"
 
 namespace pendra {
 
@@ -21,6 +22,7 @@ const PropertyDescriptor& inverseOf(const PropertyDescriptor& property) {
 
 void RelationshipKeeper::relate(ManagedObject& owner, const PropertyDescriptor& property,
                                 ManagedObject* target) {
+  if (owner.context_) owner.context_->willChange(owner, property);
   ToOneBase& end = property.access.toOne(owner);
   if (ManagedObject* old = std::exchange(end.target_, nullptr)) {
     eraseInOrder(inverseOf(property).access.toMany(*old).targets_, owner);
@@ -42,6 +44,7 @@ void RelationshipKeeper::detach(ManagedObject& object) {
     } else if (property.kind == Kind::ToMany) {
       const PropertyDescriptor& inverse = inverseOf(property);
       for (ManagedObject* target : std::exchange(property.access.toMany(object).targets_, {})) {
+        if (target->context_) target->context_->willChange(*target, inverse);
         inverse.access.toOne(*target).target_ = nullptr;
         target->noteChange();
       }

@@ -32,25 +32,25 @@ class ManagedObject {
  protected:
   /// Runs once, when the object is inserted as new, not when it is read.
   virtual void awakeFromInsert() {}
-  /// Runs when the object leaves its context by deletion.
-  virtual void willDelete() {}
 
-  /// Writes an attribute and remembers that the object changed; an equal value changes nothing.
-  template <class Value>
-  void assign(std::optional<Value>& member, std::optional<Value> value) {
+  /// Writes an attribute and notes the change; an equal value changes nothing.
+  template <class Held>
+  void assign(std::optional<Held>& member, std::optional<Held> value) {
     if (member == value) return;
-    if constexpr (std::is_same_v<Value, QString>) {
+    if (context_) willChange(&member);
+    if constexpr (std::is_same_v<Held, QString>) {
       assignText(member, std::move(value));
     } else {
       member = value;
-      noteChange();
     }
+    noteChange();
   }
   /// Writes a to-one relationship and keeps the other end in step. Only objects of one context are tied:
   /// a deleted or free-standing target counts as none, and a deleted owner gets none.
   void relate(ToOneBase& member, ManagedObject* target);
 
  private:
+  friend class Editing;
   friend class ObjectContext;
   friend class PersistentStore;
   friend class RelationshipKeeper;
@@ -58,6 +58,7 @@ class ManagedObject {
   friend class Ref;
 
   void assignText(std::optional<QString>& member, std::optional<QString> value);
+  void willChange(const void* member);
   void noteChange();
   const std::shared_ptr<ManagedObject*>& cell();
 
@@ -67,6 +68,9 @@ class ManagedObject {
   bool dirty_ = false;
   bool deleted_ = false;
   bool temporary_ = false;
+  bool cameInEdit_ = false;  // the three serve the edit that is running
+  bool wentInEdit_ = false;
+  quint32 changedInEdit_ = 0;  // one bit for each property, by its place in the entity
 };
 
 /// A reference that outlives the action: none once the object is deleted or its context is gone.

@@ -1,6 +1,7 @@
 #pragma once
 // The whole document is in memory, and the context owns it: every object of it, what has changed since
-// the last save, and the file to which a save writes exactly that.
+// the last save, and the file to which a save writes exactly that. A document is changed by edits, each of
+// which is told once, stored at once, and can be taken back.
 
 #include <memory>
 #include <optional>
@@ -9,13 +10,18 @@
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/Result.h"
+#include "store/ChangeSet.h"
+#include "store/Edit.h"
 #include "store/ManagedObject.h"
+#include "store/Observers.h"
 #include "store/Predicate.h"
 #include "store/TextIndex.h"
 
 namespace pendra {
 
+class Editing;
 class PersistentStore;
+class UndoStack;
 
 /// The objects of one document. One thread only.
 class ObjectContext {
@@ -38,10 +44,56 @@ class ObjectContext {
   [[nodiscard]] bool hasChanges() const { return !changed_.empty() || !deleted_.empty(); }
   /// Another number after every change of any object; what was derived from the objects holds while it stays.
   [[nodiscard]] quint64 changeCount() const { return changeCount_; }
-  /// Writes what changed in one transaction; durable when it returns. A file that has vanished from its
-  /// path is made anew with everything. On failure the file holds its old state, and what changed stays
-  /// remembered for the next save. Without changes only the file's time is set.
+  /// Writes what no edit has stored yet in one transaction; durable when it returns. A file that has vanished
+  /// from its path is made anew with everything. On failure the file holds its old state, and what changed
+  /// stays remembered for the next save. Without changes only the file's time is set. Waits up to two seconds
+  /// for another program that reads the file.
   Result<void> save();
+
+  /// Changes the document: runs `work`, which returns nothing or a Result<void>, and when it has ended well
+  /// announces what it did, stores it, and keeps the step that takes it back under `name`, in this order. The
+  /// change is on the disk when this returns; where that fails, change and step stand, and `commitState` says
+  /// why. When `work` fails or throws, nothing has happened, and its failure is handed on. An edit within an
+  /// edit is a part of it that can fail alone. An edit that left everything as it was is none: it is not
+  /// announced, stored or kept. No event loop may run in it.
+  template <class Work>
+  Result<void> edit(const QString& name, Work&& work) {
+    return edit(name, EditOptions{}, std::forward<Work>(work));
+  }
+  template <class Work>
+  Result<void> edit(const QString& name, EditOptions options, Work&& work) {
+    return runEdit(name, options, [&]() -> Result<void> {
+      if constexpr (std::is_void_v<std::invoke_result_t<Work&>>) {
+        work();
+        return {};
+      } else {
+        return work();
+      }
+    });
+  }
+  /// Changes the document without news and without a step, for what makes a document: readers, samples,
+  /// tests. The next save stores it. Never inside an edit.
+  template <class Work>
+  void fill(Work&& work) {
+    const Filling filling(*this);
+    work();
+  }
+  /// Whether every change must stand in an edit or in `fill`; one that does not ends the program then. Off,
+  /// such changes are allowed, not announced, and stored by the next save.
+  void requireEdits(bool required) { editsRequired_ = required; }
+
+  /// Tells what every edit did, once, when its outermost one has ended and before it is stored. Whoever is
+  /// told must not edit.
+  [[nodiscard]] Subscription observe(std::function<void(const ChangeSet&)> told);
+  /// Whether the file holds what the document holds.
+  [[nodiscard]] const CommitState& commitState() const { return commitState_; }
+  /// Tells of every attempt to store, the failed ones too.
+  [[nodiscard]] Subscription observeCommits(std::function<void(const CommitState&)> told) {
+    return commitObservers_.add(std::move(told));
+  }
+  [[nodiscard]] UndoStack& undoStack() { return *undoStack_; }
+  /// Says which objects no undo and no redo may touch.
+  void setFixed(std::function<bool(const ManagedObject&)> isFixed) { isFixed_ = std::move(isFixed); }
 
   /// A new object; `awakeFromInsert` has run.
   template <class T>
@@ -54,7 +106,7 @@ class ObjectContext {
     return static_cast<T&>(insertObject(T::descriptor(), true));
   }
   /// Deletes by the model's delete rules. Deleting twice is deleting once. The object itself stays
-  /// readable, out of every relationship, until the next save.
+  /// readable, out of every relationship, until the edit has been stored.
   void deleteObject(ManagedObject& object);
 
   /// Makes room for so many objects of a class in all, which voids the views of them. Only a hint: fewer or
@@ -90,9 +142,13 @@ class ObjectContext {
   }
 
  private:
+  friend class ChangeSet;
+  friend class Editing;
   friend class ManagedObject;
-  friend class RelationshipKeeper;
   friend class PersistentStore;
+  friend class RelationshipKeeper;
+  friend class StepBack;
+  friend class UndoStack;
 
   struct Table {
     const EntityDescriptor* entity = nullptr;
@@ -105,6 +161,19 @@ class ObjectContext {
     const EntityDescriptor* entity;
     qint64 id;
   };
+  class Filling {
+   public:
+    explicit Filling(ObjectContext& context);
+    ~Filling() { context_.filling_ = before_; }
+    Filling(const Filling&) = delete;
+    Filling& operator=(const Filling&) = delete;
+
+   private:
+    ObjectContext& context_;
+    bool before_;
+  };
+
+  Result<void> runEdit(const QString& name, EditOptions options, const std::function<Result<void>()>& work);
 
   void makeTables();
   void makeRoom(const EntityDescriptor& entity, std::size_t count);
@@ -112,10 +181,25 @@ class ObjectContext {
   ManagedObject& adopt(std::unique_ptr<ManagedObject> object, qint64 id);
   /// Ties a link that was read to its target; a target that is not there leaves none.
   void linkRead(ManagedObject& owner, const PropertyDescriptor& property, qint64 target);
-  void remove(ManagedObject& object);
+  /// Puts an object back that has been taken out, as it was then.
+  void putBack(std::unique_ptr<ManagedObject> object);
+  /// Takes an object that is out of every relationship out of the document.
+  std::unique_ptr<ManagedObject> takeOut(ManagedObject& object);
+  /// Gives a property a value that it had before; a target that is not there is none.
+  void restore(ManagedObject& object, const PropertyDescriptor& property, const PropertyValue& value);
+  /// Objects that were taken out are no more.
+  void destroy(std::vector<std::unique_ptr<ManagedObject>> objects);
+
+  /// What an edit did is what the next commit writes.
+  void noteForFile(const EditRecord& record);
+  /// Writes what is outstanding, waiting so many milliseconds for another reader.
+  Result<void> commit(int patience);
   void forgetChanges();
 
+  /// Before and after every change of a property.
+  void willChange(ManagedObject& object, const PropertyDescriptor& property);
   void noteChange(ManagedObject& object);
+  void markChanged(ManagedObject& object);
   void textChanged(ManagedObject& object, const PropertyDescriptor& property,
                    const std::optional<QString>& from, const std::optional<QString>& to);
 
@@ -133,8 +217,16 @@ class ObjectContext {
   quint64 changeCount_ = 0;
   std::vector<ManagedObject*> changed_;
   std::vector<DeletedRow> deleted_;
-  std::vector<std::unique_ptr<ManagedObject>> graveyard_;  // deleted since the last save
+  std::vector<std::unique_ptr<ManagedObject>> graveyard_;  // deleted outside of edits since the last save
   std::unique_ptr<PersistentStore> store_;
+
+  std::unique_ptr<Editing> editing_;
+  std::unique_ptr<UndoStack> undoStack_;
+  std::function<bool(const ManagedObject&)> isFixed_;
+  bool editsRequired_ = false;
+  bool filling_ = false;
+  CommitState commitState_;
+  Observers<const CommitState&> commitObservers_;
 };
 
 }  // namespace pendra

@@ -30,8 +30,9 @@ class PersistentStore {
   /// Reads every row into an empty context.
   Result<void> read(ObjectContext& context);
   /// Writes the context's changes in one transaction, durable when it returns; all of it into a new file
-  /// when the old one has vanished from its path.
-  Result<void> write(const ObjectContext& context);
+  /// when the old one has vanished from its path. Waits `patience` milliseconds for another program that
+  /// reads the file.
+  Result<void> write(const ObjectContext& context, int patience);
 
  private:
   struct Parts;

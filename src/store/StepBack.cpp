@@ -1,0 +1,87 @@
+#include "StepBack.h"
+
+#include <unordered_set>
+
+#include "store/ObjectContext.h"
+
+namespace pendra {
+
+void StepBack::run() {
+  bringBack();
+  for (const PropertyChange& change : step_.changes) changeBack(change);
+  removeOrphans();
+  removeInserted();
+}
+
+void StepBack::bringBack() {
+  for (auto& object : std::exchange(step_.deleted, {})) {
+    back_.push_back(object.get());
+    context_.putBack(std::move(object));
+  }
+  std::sort(back_.begin(), back_.end());
+}
+
+void StepBack::changeBack(const PropertyChange& change) {
+  if (!mayChange(change)) return skip(*change.object, change.property);
+  context_.restore(*change.object, *change.property, change.before);
+  if (valueOf(*change.object, *change.property) != change.before) skip(*change.object, change.property);
+}
+
+bool StepBack::mayChange(const PropertyChange& change) const {
+  // What has just come back gets back whatever it was.
+  if (std::binary_search(back_.begin(), back_.end(), change.object)) return true;
+  return !change.object->isDeleted() && !isFixed(*change.object) &&
+         valueOf(*change.object, *change.property) == change.after;
+}
+
+/// What came back to an owner that has gone since would have gone with it.
+void StepBack::removeOrphans() {
+  for (const PropertyChange& change : step_.changes) {
+    ManagedObject& object = *change.object;
+    if (change.property->kind != Kind::ToOne || change.before == PropertyValue() || object.isDeleted())
+      continue;
+    if (!std::binary_search(back_.begin(), back_.end(), &object)) continue;
+    const PropertyDescriptor* owns = change.property->target().property(change.property->inverse);
+    const bool hasOwner = change.property->access.toOne(object).target() != nullptr;
+    if (owns->deleteRule == DeleteRule::Cascade && !hasOwner) context_.deleteObject(object);
+  }
+}
+
+void StepBack::removeInserted() {
+  std::vector<ManagedObject*> leaving;
+  for (ManagedObject* object : step_.inserted) {
+    if (object->isDeleted()) continue;
+    isFixed(*object) ? skip(*object) : leaving.push_back(object);
+  }
+  std::sort(leaving.begin(), leaving.end());
+  for (std::size_t before = 0; before != leaving.size();) {
+    before = leaving.size();
+    std::vector<ManagedObject*> free;
+    for (ManagedObject* object : leaving) isHeldBy(*object, leaving) ? skip(*object) : free.push_back(object);
+    leaving = std::move(free);
+  }
+  for (ManagedObject* object : leaving) context_.deleteObject(*object);
+}
+
+bool StepBack::isHeldBy(const ManagedObject& object, const std::vector<ManagedObject*>& leaving) const {
+  auto& owner = const_cast<ManagedObject&>(object);
+  const auto leaves = [&](ManagedObject* target) {
+    return target->isTemporary() || std::binary_search(leaving.begin(), leaving.end(), target);
+  };
+  return std::any_of(object.entity().properties.begin(), object.entity().properties.end(),
+                     [&](const PropertyDescriptor& property) {
+                       if (property.kind != Kind::ToMany) return false;
+                       const auto targets = property.access.toMany(owner).targets();
+                       return !std::all_of(targets.begin(), targets.end(), leaves);
+                     });
+}
+
+bool StepBack::isFixed(const ManagedObject& object) const {
+  return context_.isFixed_ && context_.isFixed_(object);
+}
+
+void StepBack::skip(ManagedObject& object, const PropertyDescriptor* property) {
+  skipped_.push_back({&object.entity(), object.objectID(), property, Ref<ManagedObject>(&object)});
+}
+
+}  // namespace pendra

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "store/UndoStack.h"
+
+namespace pendra {
+
+/// Takes one step back: what it deleted comes back, what it changed is as before, what it inserted goes. Runs
+/// inside an edit, whose record does it again.
+class StepBack {
+ public:
+  /// The step gives its objects away.
+  StepBack(ObjectContext& context, EditRecord& step) : context_(context), step_(step) {}
+
+  void run();
+  [[nodiscard]] std::vector<Skipped> skipped() { return std::move(skipped_); }
+
+ private:
+  void bringBack();
+  void changeBack(const PropertyChange& change);
+  [[nodiscard]] bool mayChange(const PropertyChange& change) const;
+  void removeOrphans();
+  void removeInserted();
+  [[nodiscard]] bool isHeldBy(const ManagedObject& object, const std::vector<ManagedObject*>& leaving) const;
+  [[nodiscard]] bool isFixed(const ManagedObject& object) const;
+  void skip(ManagedObject& object, const PropertyDescriptor* property = nullptr);
+
+  ObjectContext& context_;
+  EditRecord& step_;
+  std::vector<ManagedObject*> back_;
+  std::vector<Skipped> skipped_;
+};
+
+}  // namespace pendra

@@ -1,0 +1,50 @@
+#include "store/UndoStack.h"
+
+#include <unordered_set>
+
+#include "Editing.h"
+#include "StepBack.h"
+#include "store/ObjectContext.h"
+
+namespace pendra {
+
+std::vector<Skipped> UndoStack::undo() { return apply(done_, undone_); }
+std::vector<Skipped> UndoStack::redo() { return apply(undone_, done_); }
+
+std::vector<Skipped> UndoStack::apply(std::deque<EditRecord>& from, std::deque<EditRecord>& to) {
+  if (from.empty()) return {};
+  EditRecord step = std::move(from.back());
+  from.pop_back();
+  StepBack back(context_, step);
+  EditRecord inverse = context_.editing_->runBack(step.name, [&] { back.run(); });
+  if (!inverse.isEmpty()) to.push_back(std::move(inverse));
+  return back.skipped();
+}
+
+void UndoStack::push(EditRecord record) {
+  undone_.clear();
+  done_.push_back(std::move(record));
+  if (done_.size() <= kMostSteps) return;
+  auto gone = std::move(done_.front().deleted);
+  done_.pop_front();
+  context_.destroy(std::move(gone));
+}
+
+void UndoStack::clear() {
+  done_.clear();
+  undone_.clear();
+}
+
+void UndoStack::forget(const std::vector<std::unique_ptr<ManagedObject>>& gone) {
+  std::unordered_set<const ManagedObject*> objects;
+  for (const auto& object : gone) objects.insert(object.get());
+  for (auto* steps : {&done_, &undone_}) {
+    for (EditRecord& step : *steps) {
+      std::erase_if(step.changes, [&](const auto& change) { return objects.contains(change.object); });
+      std::erase_if(step.inserted, [&](const ManagedObject* object) { return objects.contains(object); });
+    }
+    std::erase_if(*steps, [](const EditRecord& step) { return step.isEmpty(); });
+  }
+}
+
+}  // namespace pendra
