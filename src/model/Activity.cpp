@@ -23,6 +23,7 @@ const EntityDescriptor& Activity::descriptor() {
       boolean<&Activity::lostCustomer_>("lostCustomer"),
       boolean<&Activity::lostJob_>("lostJob"),
       boolean<&Activity::lostService_>("lostService"),
+      boolean<&Activity::favourite_>("favourite"),
       text<&Activity::submitError_>("submitError"),
       toMany<&Activity::entries_, TimeEntry>("timePeriod", "activity", DeleteRule::Cascade),
   };

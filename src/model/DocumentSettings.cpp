@@ -12,6 +12,7 @@ const EntityDescriptor& DocumentSettings::descriptor() {
   static constexpr PropertyDescriptor kProperties[] = {
       toOne<&DocumentSettings::identity_, Identity>("identity", "documents"),
       boolean<&DocumentSettings::standalone_>("standalone"),
+      instant<&DocumentSettings::aliveAt_>("aliveAt"),
       toMany<&DocumentSettings::customers_, Customer>("customers", "document"),
       toMany<&DocumentSettings::services_, Service>("services", "document"),
       toMany<&DocumentSettings::activities_, Activity>("activities", "document"),

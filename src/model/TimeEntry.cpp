@@ -16,6 +16,9 @@ const EntityDescriptor& TimeEntry::descriptor() {
       instant<&TimeEntry::dateSubmitted_>("dateSubmitted"),
       text<&TimeEntry::notes_>("notes"),
       instant<&TimeEntry::sendingSince_>("sendingSince"),
+      instant<&TimeEntry::haltedAt_>("haltedAt"),
+      instant<&TimeEntry::awayFrom_>("awayFrom"),
+      instant<&TimeEntry::awayTo_>("awayTo"),
   };
   static constexpr EntityDescriptor kDescriptor{"TimePeriod", kProperties, &make<TimeEntry>};
   return kDescriptor;

@@ -17,6 +17,8 @@ class DocumentFile {
   DocumentFile& operator=(DocumentFile&&) = delete;
 
   [[nodiscard]] const QString& path() const { return path_; }
+  /// The file that is held has another name now.
+  void setPath(QString path) { path_ = std::move(path); }
   [[nodiscard]] bool isEmpty() const;
   /// Takes everything out of the file.
   [[nodiscard]] Result<void> makeEmpty() const;

@@ -1,13 +1,11 @@
 #include "store/PersistentStore.h"
 
-#include <SQLiteCpp/SQLiteCpp.h>
-#include <sqlite3.h>
-
 #include <QFileInfo>
 #include <QTemporaryFile>
-#include <cerrno>
 
+#include "Connection.h"
 #include "DocumentFile.h"
+#include "Layouts.h"
 #include "RowStatements.h"
 #include "platform/Files.h"
 #include "store/ObjectContext.h"
@@ -17,109 +15,73 @@ namespace pendra {
 namespace {
 
 /// How long opening waits for another program that reads the file, in milliseconds.
-constexpr int kBusyMilliseconds = 2000;
+constexpr int kOpenPatience = 2000;
+
+/// A document whose identifiers have come so far was not made by counting.
+constexpr qint64 kGreatestID = qint64{1} << 48;
 
 constexpr auto kUsualPermissions =
     QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther;
 
-/// The system's own words where the system is the reason.
-QString reasonOf(const SQLite::Exception& failure, sqlite3* connection) {
-  switch (failure.getErrorCode()) {
-    case SQLITE_FULL:
-      return systemError(ENOSPC).text;
-    case SQLITE_READONLY:
-      return QStringLiteral("the file may not be written to");
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-      return QStringLiteral("the file is damaged");
-    case SQLITE_BUSY:
-      return QStringLiteral("another program is using the file");
-    case SQLITE_IOERR:
-    case SQLITE_CANTOPEN:
-      if (const int code = connection ? sqlite3_system_errno(connection) : 0) return systemError(code).text;
-      break;
-    default:
-      break;
-  }
-  return QString::fromUtf8(failure.what());
-}
-
-/// Runs what may throw the database's exception and hands its failure on as a value.
-template <class Work>
-auto guarded(const Work& work, sqlite3* connection = nullptr) -> Result<decltype(work())> {
-  try {
-    if constexpr (std::is_void_v<decltype(work())>) {
-      work();
-      return {};
-    } else {
-      return work();
-    }
-  } catch (const SQLite::Exception& failure) {
-    return Error{QStringLiteral("SQLite"), failure.getExtendedErrorCode(), reasonOf(failure, connection)};
-  }
-}
-
-void prepareConnection(SQLite::Database& database) {
+void prepare(SQLite::Database& database) {
   database.exec("PRAGMA journal_mode=DELETE");
   database.exec("PRAGMA synchronous=EXTRA");
   database.exec("PRAGMA temp_store=MEMORY");
 }
 
-void setLayout(SQLite::Database& database, int layout) {
-  database.exec("PRAGMA user_version=" + std::to_string(layout));
-}
-
-void createTables(SQLite::Database& database, const ObjectModel& model) {
-  SQLite::Transaction transaction(database);
-  database.exec(model.schema.constData());
-  database.exec("PRAGMA application_id=" + std::to_string(kApplicationID));
-  setLayout(database, model.newestLayout());
-  transaction.commit();
-}
-
-[[noreturn]] void throwDamaged() { throw SQLite::Exception("the file is damaged", SQLITE_CORRUPT); }
-
-/// Reads every page. Being the first to read, it also takes back what a save that was killed has left.
-void checkWhole(SQLite::Database& database) {
-  SQLite::Statement check(database, "PRAGMA quick_check(1)");
-  if (check.executeStep() && check.getColumn(0).getString() != "ok") throwDamaged();
-}
-
-int layoutOf(SQLite::Database& database) { return database.execAndGet("PRAGMA user_version").getInt(); }
-
-void upgrade(SQLite::Database& database, const ObjectModel& model) {
-  SQLite::Transaction transaction(database);
-  for (int layout = layoutOf(database); layout < model.newestLayout(); ++layout) {
-    database.exec(model.upgrades[static_cast<std::size_t>(layout - kFirstLayout)].constData());
-  }
-  setLayout(database, model.newestLayout());
-  transaction.commit();
-}
-
 }  // namespace
 
 struct PersistentStore::Parts {
-  Parts(DocumentFile held, const ObjectModel& itsModel)
-      : model(itsModel),
-        file(std::move(held)),
-        database(file.path().toUtf8().constData(), SQLite::OPEN_READWRITE, kBusyMilliseconds) {}
+  Parts(DocumentFile held, const ObjectModel& itsModel) : model(itsModel), file(std::move(held)) {}
 
+  /// Opens the database where it is not open yet. The file stays held whatever becomes of that.
+  Result<void> connect();
+  void disconnect();
   Result<void> bringToNewestLayout();
   RowStatements& rowsOf(const EntityDescriptor& entity);
 
   const ObjectModel& model;
   DocumentFile file;
-  SQLite::Database database;
+  std::unique_ptr<Connection> connection;
   std::vector<RowStatements> tables;
 };
 
+Result<void> PersistentStore::Parts::connect() {
+  if (connection) return {};
+  auto opened = Connection::open(file.path(), SQLite::OPEN_READWRITE, kOpenPatience);
+  if (!opened) return opened.error();
+  connection = std::move(opened).value();
+  auto ready = connection->guarded([&] {
+    layouts::checkPages(*connection);
+    prepare(connection->database());
+  });
+  if (ready) ready = bringToNewestLayout();
+  if (ready) {
+    ready = connection->guarded([&] {
+      for (const EntityDescriptor* entity : model.entities)
+        tables.emplace_back(connection->database(), *entity);
+    });
+  }
+  if (!ready) disconnect();
+  return ready;
+}
+
+void PersistentStore::Parts::disconnect() {
+  tables.clear();
+  connection.reset();
+}
+
 Result<void> PersistentStore::Parts::bringToNewestLayout() {
-  if (file.isEmpty()) return guarded([&] { createTables(database, model); }, database.getHandle());
-  const int layout = layoutOf(database);
-  if (layout >= model.newestLayout()) return {};
-  auto kept = copyFile(file.path(), pathOfLayoutCopy(file.path(), layout), Existing::Keep);
-  if (!kept) return kept;
-  return guarded([&] { upgrade(database, model); }, database.getHandle());
+  if (file.isEmpty()) return connection->guarded([&] { layouts::create(*connection, model); });
+  const int layout = layouts::numberOf(*connection);
+  if (layout >= model.newestLayout()) {
+    return connection->guarded([&] { layouts::checkColumns(*connection, model); });
+  }
+  const QString copy = pathOfLayoutCopy(file.path(), layout);
+  if (auto kept = copyFile(file.path(), copy, Existing::Keep); !kept) return kept;
+  auto upgraded = connection->guarded([&] { layouts::upgrade(*connection, model); });
+  if (!upgraded) QFile::remove(copy);  // the document itself is still what the copy is
+  return upgraded;
 }
 
 RowStatements& PersistentStore::Parts::rowsOf(const EntityDescriptor& entity) {
@@ -137,28 +99,21 @@ Result<std::unique_ptr<PersistentStore>> PersistentStore::open(const QString& pa
   if (!held.value().isEmpty()) {
     if (auto known = held.value().layout(model.newestLayout()); !known) return known.error();
   }
-  auto opened = guarded([&] {
-    auto parts = std::make_unique<Parts>(std::move(held).value(), model);
-    checkWhole(parts->database);
-    prepareConnection(parts->database);
-    return parts;
-  });
-  if (!opened) return opened.error();
-  Parts& parts = *opened.value();
-  if (auto newest = parts.bringToNewestLayout(); !newest) return newest.error();
-  return guarded([&] {
-    for (const EntityDescriptor* entity : model.entities) parts.tables.emplace_back(parts.database, *entity);
-    return std::unique_ptr<PersistentStore>(new PersistentStore(std::move(opened).value()));
-  });
+  auto parts = std::make_unique<Parts>(std::move(held).value(), model);
+  if (auto connected = parts->connect(); !connected) return connected.error();
+  return std::unique_ptr<PersistentStore>(new PersistentStore(std::move(parts)));
 }
 
 Result<void> PersistentStore::check(const QString& path, const ObjectModel& model) {
   auto held = DocumentFile::hold(path);
   if (!held) return held.error();
   if (auto known = held.value().layout(model.newestLayout()); !known) return known.error();
-  return guarded([&] {
-    SQLite::Database database(path.toUtf8().constData(), SQLite::OPEN_READONLY);
-    checkWhole(database);
+  auto opened = Connection::open(path, SQLite::OPEN_READONLY, kOpenPatience);
+  if (!opened) return opened.error();
+  Connection& connection = *opened.value();
+  return connection.guarded([&] {
+    layouts::checkPages(connection);
+    layouts::checkColumns(connection, model);
   });
 }
 
@@ -175,11 +130,12 @@ QString pathOfLayoutCopy(const QString& document, int layout) {
 }
 
 Result<void> PersistentStore::read(ObjectContext& context) {
-  return guarded([&] {
+  parts_->connection->allowReadingAll();
+  return parts_->connection->guarded([&] {
     PendingLinks links;
     for (RowStatements& rows : parts_->tables) {
       rows.readAll(links, [&](std::unique_ptr<ManagedObject> object, qint64 id) -> ManagedObject& {
-        if (id <= context.table(object->entity()).lastID) throwDamaged();
+        if (id <= context.table(object->entity()).lastID || id > kGreatestID) throwDamaged();
         return context.adopt(std::move(object), id);
       });
     }
@@ -197,17 +153,24 @@ Result<void> PersistentStore::write(const ObjectContext& context, int patience) 
     parts_->file.markStored();
     return {};
   }
-  return guarded(
-      [&] {
-        parts_->database.setBusyTimeout(patience);
-        SQLite::Transaction transaction(parts_->database, SQLite::TransactionBehavior::IMMEDIATE);
-        for (const auto& row : context.deleted_) parts_->rowsOf(*row.entity).erase(row.id);
-        for (ManagedObject* object : context.changed_) {
-          if (object->dirty_) parts_->rowsOf(object->entity()).write(*object);
-        }
-        transaction.commit();
-      },
-      parts_->database.getHandle());
+  if (auto connected = parts_->connect(); !connected) return connected;
+  return parts_->connection->guarded([&] {
+    parts_->connection->database().setBusyTimeout(patience);
+    writeChanges(context);
+  });
+}
+
+void PersistentStore::writeChanges(const ObjectContext& context) {
+  SQLite::Transaction transaction(parts_->connection->database(), SQLite::TransactionBehavior::IMMEDIATE);
+  for (const auto& row : context.deleted_) {
+    parts_->connection->allow(kStepsOfARow);
+    parts_->rowsOf(*row.entity).erase(row.id);
+  }
+  for (ManagedObject* object : context.changed_) {
+    parts_->connection->allow(kStepsOfARow);
+    if (object->dirty_) parts_->rowsOf(object->entity()).write(*object);
+  }
+  transaction.commit();
 }
 
 Result<void> PersistentStore::writeAnew(const ObjectContext& context) {
@@ -217,22 +180,24 @@ Result<void> PersistentStore::writeAnew(const ObjectContext& context) {
   draft.setPermissions(kUsualPermissions);
   auto made = open(draft.fileName(), parts_->model);
   if (!made) return made.error();
-  auto written =
-      guarded([&] { made.value()->writeAll(context); }, made.value()->parts_->database.getHandle());
+  Parts& anew = *made.value()->parts_;
+  auto written = anew.connection->guarded([&] { made.value()->writeAll(context); });
   if (!written) return written;
-  made.value().reset();
+  anew.disconnect();  // the database knows its files by name
   if (auto named = moveToFreeName(draft.fileName(), path); !named) return named;
-  auto opened = open(path, parts_->model);
-  if (!opened) return opened.error();
-  parts_ = std::move(opened.value()->parts_);
+  // From here on the new file is held and whole; where its database cannot be opened now, the next save does.
+  anew.file.setPath(path);
+  parts_ = std::move(made.value()->parts_);
+  [[maybe_unused]] const auto connected = parts_->connect();
   return {};
 }
 
 void PersistentStore::writeAll(const ObjectContext& context) {
-  SQLite::Transaction transaction(parts_->database, SQLite::TransactionBehavior::IMMEDIATE);
+  SQLite::Transaction transaction(parts_->connection->database(), SQLite::TransactionBehavior::IMMEDIATE);
   for (const auto& table : context.tables_) {
     RowStatements& rows = parts_->rowsOf(*table.entity);
     for (ManagedObject* object : table.objects) {
+      parts_->connection->allow(kStepsOfARow);
       if (!object->isTemporary()) rows.write(*object);
     }
   }

@@ -39,6 +39,9 @@ class Activity final : public ManagedObject {
   /// A completed activity has left the list; its entries have not.
   [[nodiscard]] std::optional<bool> completed() const { return completed_; }
   void setCompleted(std::optional<bool> completed) { assign(completed_, completed); }
+  /// Whether the activity stands above the others in its list.
+  [[nodiscard]] std::optional<bool> favourite() const { return favourite_; }
+  void setFavourite(std::optional<bool> favourite) { assign(favourite_, favourite); }
   /// The names that an activity had until the list of a company no longer held them.
   struct Loss {
     bool customer = false;
@@ -90,6 +93,7 @@ class Activity final : public ManagedObject {
   std::optional<bool> lostCustomer_;
   std::optional<bool> lostJob_;
   std::optional<bool> lostService_;
+  std::optional<bool> favourite_;
   std::optional<QString> submitError_;  // stands in the file; nothing reads or writes it
   ToMany<TimeEntry> entries_;
   Ref<TimeEntry> runningEntry_;

@@ -21,6 +21,10 @@ class DocumentSettings final : public ManagedObject {
   [[nodiscard]] std::optional<bool> standalone() const { return standalone_; }
   void setStandalone(std::optional<bool> standalone) { assign(standalone_, standalone); }
 
+  /// When the program last said, while time ran, that it was alive.
+  [[nodiscard]] std::optional<Instant> aliveAt() const { return aliveAt_; }
+  void setAliveAt(std::optional<Instant> instant) { assign(aliveAt_, instant); }
+
   /// Nothing else fills these three sets: the lists are fetched from the context.
   [[nodiscard]] Objects<Customer> customers() const { return customers_.get(); }
   [[nodiscard]] Objects<Service> services() const { return services_.get(); }
@@ -29,6 +33,7 @@ class DocumentSettings final : public ManagedObject {
  private:
   ToOne<Identity> identity_;
   std::optional<bool> standalone_;
+  std::optional<Instant> aliveAt_;
   ToMany<Customer> customers_;
   ToMany<Service> services_;
   ToMany<Activity> activities_;

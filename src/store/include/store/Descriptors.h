@@ -61,11 +61,18 @@ struct EntityDescriptor {
 /// The layout of the first documents.
 inline constexpr int kFirstLayout = 1;
 
+/// A column that documents of an older layout may lack.
+struct AddedColumn {
+  const char* table;
+  const char* name;
+  const char* type;  ///< of the database; where it is added it is absent in every row
+};
+
 /// The entities of a document and the texts that make their tables.
 struct ObjectModel {
   std::vector<const EntityDescriptor*> entities;
-  QByteArray schema;                 ///< creates the tables of a new document, in the newest layout
-  std::vector<QByteArray> upgrades;  ///< the n-th takes a document from layout n to the next, n from 1
+  QByteArray schema;  ///< creates the tables of a new document, in the newest layout
+  std::vector<std::vector<AddedColumn>> upgrades;  ///< the n-th is what layout n + 1 added, n from 1
 
   [[nodiscard]] int newestLayout() const { return kFirstLayout + static_cast<int>(upgrades.size()); }
 };

@@ -38,6 +38,7 @@ class PersistentStore {
   struct Parts;
   explicit PersistentStore(std::unique_ptr<Parts> parts);
   Result<void> writeAnew(const ObjectContext& context);
+  void writeChanges(const ObjectContext& context);
   void writeAll(const ObjectContext& context);
 
   std::unique_ptr<Parts> parts_;
