@@ -1,7 +1,6 @@
 #include "store/ChangeSet.h"
 
 #include "Editing.h"
-#include "InOrder.h"
 #include "store/ObjectContext.h"
 
 namespace pendra {
@@ -66,9 +65,7 @@ ManagedObject* ChangeSet::find(const EntityDescriptor& entity, const PropertyVal
   const qint64* wanted = std::get_if<qint64>(&id);
   if (!wanted) return nullptr;
   if (ManagedObject* object = context_.objectWithID(entity, *wanted)) return object;
-  const auto& gone = groupOf(entity).deleted;
-  const auto place = placeInOrder(gone, *wanted);
-  return place != gone.end() && (*place)->objectID() == *wanted ? *place : nullptr;
+  return withID(groupOf(entity).deleted, *wanted);
 }
 
 }  // namespace pendra

@@ -1,10 +1,8 @@
 #include "store/ObjectContext.h"
 
-#include <cstring>
-
 #include "Attributes.h"
 #include "Editing.h"
-#include "InOrder.h"
+#include "ObjectTable.h"
 #include "store/PersistentStore.h"
 #include "store/RelationshipKeeper.h"
 #include "store/UndoStack.h"
@@ -32,25 +30,17 @@ ObjectContext::ObjectContext(const ObjectModel& model, const Clock& clock, const
   makeTables();
 }
 
-ObjectContext::~ObjectContext() = default;
+ObjectContext::~ObjectContext() { settle(); }
 
 void ObjectContext::makeTables() {
   tables_.clear();
   for (const EntityDescriptor* entity : model_.entities) {
-    Table& made = tables_.emplace_back();
-    made.entity = entity;
-    for (const PropertyDescriptor& property : entity->properties) {
-      if (property.indexed) made.indexes.push_back({&property, {}});
-    }
+    tables_.push_back(std::make_unique<ObjectTable>(*entity));
   }
 }
 
 void ObjectContext::makeRoom(const EntityDescriptor& entity, std::size_t count) {
-  Table& home = table(entity);
-  if (count <= home.objects.size()) return;
-  home.objects.reserve(count);
-  home.owned.reserve(count);
-  for (auto& [property, index] : home.indexes) index.reserve(count);
+  table(entity).makeRoom(count);
 }
 
 Result<void> ObjectContext::open(const QString& path) {
@@ -112,7 +102,7 @@ void ObjectContext::noteForFile(const EditRecord& record) {
 ManagedObject& ObjectContext::insertObject(const EntityDescriptor& entity, bool temporary) {
   auto made = entity.make();
   made->temporary_ = temporary;
-  ManagedObject& object = adopt(std::move(made), table(entity).lastID + 1);
+  ManagedObject& object = adopt(std::move(made), table(entity).lastID() + 1);
   editing_->inserted(object);
   noteChange(object);
   object.awakeFromInsert();
@@ -121,16 +111,11 @@ ManagedObject& ObjectContext::insertObject(const EntityDescriptor& entity, bool 
 
 ManagedObject& ObjectContext::adopt(std::unique_ptr<ManagedObject> object, qint64 id) {
   ManagedObject& adopted = *object;
-  Table& home = table(adopted.entity());
-  Q_ASSERT_X(id > home.lastID, home.entity->name, "objects come in ascending order");
-  home.lastID = id;
+  ObjectTable& home = table(adopted.entity());
+  Q_ASSERT_X(id > home.lastID(), home.entity().name, "objects come in ascending order");
   adopted.id_ = id;
   adopted.context_ = this;
-  home.objects.push_back(&adopted);
-  home.owned.push_back(std::move(object));
-  for (auto& [property, index] : home.indexes) {
-    if (const auto& text = property->access.text(adopted)) index.add(*text, adopted);
-  }
+  home.add(std::move(object));
   return adopted;
 }
 
@@ -142,15 +127,9 @@ void ObjectContext::linkRead(ManagedObject& owner, const PropertyDescriptor& pro
 
 void ObjectContext::putBack(std::unique_ptr<ManagedObject> object) {
   ManagedObject& back = *object;
-  Table& home = table(back.entity());
   back.deleted_ = false;
   back.context_ = this;
-  const auto place = placeInOrder(home.objects, back.id_);
-  home.owned.insert(home.owned.begin() + (place - home.objects.begin()), std::move(object));
-  home.objects.insert(place, &back);
-  for (auto& [property, index] : home.indexes) {
-    if (const auto& text = property->access.text(back)) index.add(*text, back);
-  }
+  table(back.entity()).add(std::move(object));
   if (back.cell_) *back.cell_ = &back;
   editing_->inserted(back);
   noteChange(back);
@@ -177,20 +156,11 @@ void ObjectContext::deleteObject(ManagedObject& object) {
 
 std::unique_ptr<ManagedObject> ObjectContext::takeOut(ManagedObject& object) {
   ++changeCount_;
-  Table& home = table(object.entity());
-  for (auto& [property, index] : home.indexes) {
-    if (const auto& text = property->access.text(object)) index.remove(*text, object);
-  }
-  const auto place = placeInOrder(home.objects, object.id_);
-  const auto at = home.owned.begin() + (place - home.objects.begin());
-  home.objects.erase(place);
-  auto gone = std::move(*at);
-  home.owned.erase(at);
   object.deleted_ = true;
   object.dirty_ = false;  // it stays listed as changed until the next save, which passes it over
   object.context_ = nullptr;
   if (object.cell_) *object.cell_ = nullptr;
-  return gone;
+  return table(object.entity()).take(object);
 }
 
 void ObjectContext::restore(ManagedObject& object, const PropertyDescriptor& property,
@@ -207,7 +177,14 @@ void ObjectContext::restore(ManagedObject& object, const PropertyDescriptor& pro
 }
 
 void ObjectContext::destroy(std::vector<std::unique_ptr<ManagedObject>> objects) {
-  if (!objects.empty()) undoStack_->forget(objects);
+  if (objects.empty()) return;
+  settle();
+  undoStack_->forget(objects);
+}
+
+void ObjectContext::settle() {
+  for (const auto& table : tables_) table->settle();
+  for (const OrderedObjects* objects : std::exchange(unsettled_, {})) objects->settle();
 }
 
 void ObjectContext::willChange(ManagedObject& object, const PropertyDescriptor& property) {
@@ -227,47 +204,27 @@ void ObjectContext::markChanged(ManagedObject& object) {
 
 void ObjectContext::textChanged(ManagedObject& object, const PropertyDescriptor& property,
                                 const std::optional<QString>& from, const std::optional<QString>& to) {
-  if (!property.indexed) return;
-  auto& indexes = table(object.entity()).indexes;
-  const auto found =
-      std::find_if(indexes.begin(), indexes.end(), [&](const auto& one) { return one.first == &property; });
-  if (from) found->second.remove(*from, object);
-  if (to) found->second.add(*to, object);
+  table(object.entity()).textChanges(object, property, from, to);
 }
 
-const ObjectContext::Table& ObjectContext::table(const EntityDescriptor& entity) const {
-  const auto found =
-      std::find_if(tables_.begin(), tables_.end(), [&](const Table& one) { return one.entity == &entity; });
+ObjectTable& ObjectContext::table(const EntityDescriptor& entity) const {
+  const auto found = std::find_if(tables_.begin(), tables_.end(),
+                                  [&](const auto& one) { return &one->entity() == &entity; });
   Q_ASSERT_X(found != tables_.end(), entity.name, "an entity outside the model");
-  return *found;
+  return **found;
 }
 
-ObjectContext::Table& ObjectContext::table(const EntityDescriptor& entity) {
-  return const_cast<Table&>(std::as_const(*this).table(entity));
+ManagedObject* ObjectContext::objectWithID(const EntityDescriptor& entity, qint64 id) const {
+  return table(entity).withID(id);
 }
 
 std::span<ManagedObject* const> ObjectContext::objectsOf(const EntityDescriptor& entity) const {
-  return table(entity).objects;
+  return table(entity).objects();
 }
 
 std::span<ManagedObject* const> ObjectContext::lookUp(const EntityDescriptor& entity, const char* key,
                                                       const QString& text) const {
-  const auto& indexes = table(entity).indexes;
-  const auto index = std::find_if(indexes.begin(), indexes.end(),
-                                  [key](const auto& one) { return std::strcmp(one.first->name, key) == 0; });
-  Q_ASSERT_X(index != indexes.end(), key, "no index of this property");
-  return index->second.find(text);
-}
-
-ManagedObject* ObjectContext::objectWithID(const EntityDescriptor& entity, qint64 id) const {
-  if (id <= 0) return nullptr;
-  const auto& objects = table(entity).objects;
-  // Identifiers ascend from 1, so an object stands at most as far on as its own says, and just there as
-  // long as nothing before it was deleted.
-  const auto reach = objects.begin() + std::min<qint64>(id, std::ssize(objects));
-  if (reach != objects.begin() && (*std::prev(reach))->objectID() == id) return *std::prev(reach);
-  const auto found = std::lower_bound(objects.begin(), reach, id, standsBefore);
-  return found != reach && (*found)->objectID() == id ? *found : nullptr;
+  return table(entity).matching(key, text);
 }
 
 }  // namespace pendra

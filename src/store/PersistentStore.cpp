@@ -6,9 +6,11 @@
 #include "Connection.h"
 #include "DocumentFile.h"
 #include "Layouts.h"
+#include "ObjectTable.h"
 #include "RowStatements.h"
 #include "platform/Files.h"
 #include "store/ObjectContext.h"
+#include "store/RelationshipKeeper.h"
 
 namespace pendra {
 
@@ -135,12 +137,15 @@ Result<void> PersistentStore::read(ObjectContext& context) {
     PendingLinks links;
     for (RowStatements& rows : parts_->tables) {
       rows.readAll(links, [&](std::unique_ptr<ManagedObject> object, qint64 id) -> ManagedObject& {
-        if (id <= context.table(object->entity()).lastID || id > kGreatestID) throwDamaged();
+        if (id <= context.table(object->entity()).lastID() || id > kGreatestID) throwDamaged();
         return context.adopt(std::move(object), id);
       });
     }
     for (const PendingLink& link : links) {
       context.linkRead(*link.owner, *link.property, link.target);
+    }
+    for (const auto& table : context.tables_) {
+      for (ManagedObject* object : table->objects()) RelationshipKeeper::squeeze(*object);
     }
   });
 }
@@ -195,8 +200,8 @@ Result<void> PersistentStore::writeAnew(const ObjectContext& context) {
 void PersistentStore::writeAll(const ObjectContext& context) {
   SQLite::Transaction transaction(parts_->connection->database(), SQLite::TransactionBehavior::IMMEDIATE);
   for (const auto& table : context.tables_) {
-    RowStatements& rows = parts_->rowsOf(*table.entity);
-    for (ManagedObject* object : table.objects) {
+    RowStatements& rows = parts_->rowsOf(table->entity());
+    for (ManagedObject* object : table->objects()) {
       parts_->connection->allow(kStepsOfARow);
       if (!object->isTemporary()) rows.write(*object);
     }

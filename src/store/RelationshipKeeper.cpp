@@ -2,7 +2,6 @@
 
 #include <cstring>
 
-#include "InOrder.h"
 #include "store/ObjectContext.h"
 
 namespace pendra {
@@ -25,7 +24,9 @@ void RelationshipKeeper::relate(ManagedObject& owner, const PropertyDescriptor& 
   if (owner.context_) owner.context_->willChange(owner, property);
   ToOneBase& end = property.access.toOne(owner);
   if (ManagedObject* old = std::exchange(end.target_, nullptr)) {
-    eraseInOrder(inverseOf(property).access.toMany(*old).targets_, owner);
+    OrderedObjects& held = inverseOf(property).access.toMany(*old).targets_;
+    if (held.isSettled() && old->context_) old->context_->noteUnsettled(held);
+    held.remove(owner);
   }
   if (target) link(owner, property, *target);
   owner.noteChange();
@@ -34,7 +35,13 @@ void RelationshipKeeper::relate(ManagedObject& owner, const PropertyDescriptor& 
 void RelationshipKeeper::link(ManagedObject& owner, const PropertyDescriptor& property,
                               ManagedObject& target) {
   property.access.toOne(owner).target_ = &target;
-  insertInOrder(inverseOf(property).access.toMany(target).targets_, owner);
+  inverseOf(property).access.toMany(target).targets_.add(owner);
+}
+
+void RelationshipKeeper::squeeze(ManagedObject& object) {
+  for (const PropertyDescriptor& property : object.entity().properties) {
+    if (property.kind == Kind::ToMany) property.access.toMany(object).targets_.squeeze();
+  }
 }
 
 void RelationshipKeeper::detach(ManagedObject& object) {
@@ -43,7 +50,7 @@ void RelationshipKeeper::detach(ManagedObject& object) {
       relate(object, property, nullptr);
     } else if (property.kind == Kind::ToMany) {
       const PropertyDescriptor& inverse = inverseOf(property);
-      for (ManagedObject* target : std::exchange(property.access.toMany(object).targets_, {})) {
+      for (ManagedObject* target : property.access.toMany(object).targets_.takeAll()) {
         if (target->context_) target->context_->willChange(*target, inverse);
         inverse.access.toOne(*target).target_ = nullptr;
         target->noteChange();

@@ -1,22 +1,27 @@
 #include "store/TextIndex.h"
 
-#include "InOrder.h"
-
 namespace pendra {
 
-void TextIndex::add(const QString& text, ManagedObject& object) { insertInOrder(sharers_[text], object); }
+void TextIndex::add(const QString& text, ManagedObject& object) { sharers_[text].add(object); }
 
-void TextIndex::remove(const QString& text, const ManagedObject& object) {
+void TextIndex::remove(const QString& text, ManagedObject& object) {
   const auto found = sharers_.find(text);
   if (found == sharers_.end()) return;
-  eraseInOrder(*found, object);
-  if (found->isEmpty()) sharers_.erase(found);
+  if (found->second.isSettled()) left_.append(text);
+  found->second.remove(object);
 }
 
 std::span<ManagedObject* const> TextIndex::find(const QString& text) const {
-  const auto found = sharers_.constFind(text);
-  if (found == sharers_.constEnd()) return {};
-  return {found->constData(), static_cast<std::size_t>(found->size())};
+  const auto found = sharers_.find(text);
+  if (found == sharers_.end()) return {};
+  return found->second.view();
+}
+
+void TextIndex::settle() {
+  for (const QString& text : std::exchange(left_, {})) {
+    const auto found = sharers_.find(text);
+    if (found != sharers_.end() && found->second.view().empty()) sharers_.erase(found);
+  }
 }
 
 }  // namespace pendra

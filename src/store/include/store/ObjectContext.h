@@ -15,11 +15,11 @@
 #include "store/ManagedObject.h"
 #include "store/Observers.h"
 #include "store/Predicate.h"
-#include "store/TextIndex.h"
 
 namespace pendra {
 
 class Editing;
+class ObjectTable;
 class PersistentStore;
 class UndoStack;
 
@@ -150,13 +150,6 @@ class ObjectContext {
   friend class StepBack;
   friend class UndoStack;
 
-  struct Table {
-    const EntityDescriptor* entity = nullptr;
-    std::vector<std::unique_ptr<ManagedObject>> owned;  // ascending by id
-    std::vector<ManagedObject*> objects;                // the same, for views
-    qint64 lastID = 0;
-    std::vector<std::pair<const PropertyDescriptor*, TextIndex>> indexes;  // one for each indexed property
-  };
   struct DeletedRow {
     const EntityDescriptor* entity;
     qint64 id;
@@ -203,17 +196,21 @@ class ObjectContext {
   void textChanged(ManagedObject& object, const PropertyDescriptor& property,
                    const std::optional<QString>& from, const std::optional<QString>& to);
 
-  Table& table(const EntityDescriptor& entity);
-  [[nodiscard]] const Table& table(const EntityDescriptor& entity) const;
+  /// Before objects that left are no more.
+  void noteUnsettled(OrderedObjects& objects) { unsettled_.push_back(&objects); }
+  void settle();
+
+  [[nodiscard]] ObjectTable& table(const EntityDescriptor& entity) const;
+  [[nodiscard]] ManagedObject* objectWithID(const EntityDescriptor& entity, qint64 id) const;
   [[nodiscard]] std::span<ManagedObject* const> objectsOf(const EntityDescriptor& entity) const;
   [[nodiscard]] std::span<ManagedObject* const> lookUp(const EntityDescriptor& entity, const char* key,
                                                        const QString& text) const;
-  [[nodiscard]] ManagedObject* objectWithID(const EntityDescriptor& entity, qint64 id) const;
 
   const ObjectModel& model_;
   const Clock& clock_;
   const Calendar& calendar_;
-  std::vector<Table> tables_;
+  std::vector<std::unique_ptr<ObjectTable>> tables_;
+  std::vector<OrderedObjects*> unsettled_;  // ends of relationships that objects may have left unnoticed
   quint64 changeCount_ = 0;
   std::vector<ManagedObject*> changed_;
   std::vector<DeletedRow> deleted_;

@@ -14,6 +14,8 @@ class RelationshipKeeper {
   static void link(ManagedObject& owner, const PropertyDescriptor& property, ManagedObject& target);
   /// Takes `object` out of every relationship that holds it or that it holds.
   static void detach(ManagedObject& object);
+  /// Gives back the room that its to-many ends do not need.
+  static void squeeze(ManagedObject& object);
 };
 
 }  // namespace pendra

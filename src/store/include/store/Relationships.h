@@ -6,9 +6,9 @@
 #include <span>
 #include <vector>
 
-namespace pendra {
+#include "store/OrderedObjects.h"
 
-class ManagedObject;
+namespace pendra {
 
 /// A view of objects of one class, in the order of insertion into the document.
 template <class T>
@@ -62,11 +62,11 @@ class ToOneBase {
 /// The end that holds many targets, in the order of their insertion into the document.
 class ToManyBase {
  public:
-  [[nodiscard]] std::span<ManagedObject* const> targets() const { return targets_; }
+  [[nodiscard]] std::span<ManagedObject* const> targets() const { return targets_.view(); }
 
  private:
   friend class RelationshipKeeper;
-  std::vector<ManagedObject*> targets_;
+  OrderedObjects targets_;
 };
 
 template <class T>

@@ -1,30 +1,30 @@
 #pragma once
 
-#include <QHash>
 #include <QString>
-#include <QVarLengthArray>
-#include <span>
+#include <QStringList>
+#include <unordered_map>
+
+#include "store/OrderedObjects.h"
 
 namespace pendra {
-
-class ManagedObject;
 
 /// Answers which objects hold a text in one property, in the order of their insertion into the document.
 class TextIndex {
  public:
   /// Makes room for so many texts.
-  void reserve(std::size_t count) { sharers_.reserve(static_cast<qsizetype>(count)); }
+  void reserve(std::size_t count) { sharers_.reserve(count); }
   /// `object` must have its identifier.
   void add(const QString& text, ManagedObject& object);
-  /// Nothing happens when it does not stand under that text.
-  void remove(const QString& text, const ManagedObject& object);
+  /// Nothing happens when it does not stand under that text. The object must live until `settle`.
+  void remove(const QString& text, ManagedObject& object);
   /// The view is void once the index changes.
   [[nodiscard]] std::span<ManagedObject* const> find(const QString& text) const;
+  /// What was removed is found nowhere in here any more.
+  void settle();
 
  private:
-  using Sharers = QVarLengthArray<ManagedObject*, 1>;  // nearly every text stands once
-
-  QHash<QString, Sharers> sharers_;
+  std::unordered_map<QString, OrderedObjects> sharers_;
+  QStringList left_;  // the texts that objects have left
 };
 
 }  // namespace pendra
