@@ -1,12 +1,12 @@
 #include "model/Model.h"
 
 #include "model/Activity.h"
-#include "model/CorvelDoc.h"
+#include "model/DocumentSettings.h"
 #include "model/Customer.h"
 #include "model/Identity.h"
 #include "model/Job.h"
 #include "model/Service.h"
-#include "model/TimePeriod.h"
+#include "model/TimeEntry.h"
 
 namespace pendra {
 

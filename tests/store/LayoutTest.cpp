@@ -65,7 +65,7 @@ class Museum : public testing::Test, protected TestWorld {
     EXPECT_EQ(activity.billable(), true);
     EXPECT_FALSE(activity.loss().any());
     EXPECT_EQ(context.all<Activity>()[1]->loss().service, old.knowsLosses);
-    const TimePeriod& entry = *context.all<TimePeriod>()[0];
+    const TimeEntry& entry = *context.all<TimeEntry>()[0];
     EXPECT_EQ(entry.activity(), &activity);
     EXPECT_EQ(entry.start(), Instant{785000000.25});
     EXPECT_EQ(entry.duration(), 5400.5);
@@ -73,7 +73,7 @@ class Museum : public testing::Test, protected TestWorld {
     EXPECT_EQ(entry.dateSubmitted(), Instant{785100000});
     EXPECT_EQ(entry.notes(), "first floor");
     EXPECT_EQ(entry.sendingSince(), old.knowsSending ? std::optional(Instant{785000900.5}) : std::nullopt);
-    const TimePeriod& bare = *context.all<TimePeriod>()[1];
+    const TimeEntry& bare = *context.all<TimeEntry>()[1];
     EXPECT_FALSE(bare.start() || bare.duration() || bare.running() || bare.dateSubmitted() || bare.notes());
   }
 };
@@ -90,7 +90,7 @@ TEST_P(Layout, IsReadKeptAsACopyAndSavedInTheNewest) {
   EXPECT_THAT(files(), ElementsAre(copy, "Work.pdr"));
   EXPECT_EQ(contentsOf(path(copy)), before);
 
-  TimePeriod& bare = *context->all<TimePeriod>()[1];
+  TimeEntry& bare = *context->all<TimeEntry>()[1];
   EXPECT_FALSE(bare.haltedAt() || bare.awayFrom() || bare.awayTo());
   bare.setHaltedAt(Instant{1.5});
   bare.setAwayFrom(Instant{2});
@@ -101,7 +101,7 @@ TEST_P(Layout, IsReadKeptAsACopyAndSavedInTheNewest) {
   context.reset();
   context = opened();
   expectEverything(*context, GetParam());
-  const TimePeriod& stored = *context->all<TimePeriod>()[1];
+  const TimeEntry& stored = *context->all<TimeEntry>()[1];
   EXPECT_EQ(stored.haltedAt(), Instant{1.5});
   EXPECT_EQ(stored.awayFrom(), Instant{2});
   EXPECT_EQ(stored.awayTo(), Instant{3});

@@ -65,7 +65,7 @@ TEST_F(Graph, DeletingAnActivityTakesItsEntriesAndDeletingTwiceIsDeletingOnce) {
   auto& activity = context.insert<Activity>();
   TimeEntry& running = activity.startEntry();
   TimeEntry& other = activity.addEntry();
-  activity.deleteEntry(running);
+  context.deleteObject(running);
   EXPECT_FALSE(activity.isRunning());
   context.deleteObject(running);
   activity.stop();
