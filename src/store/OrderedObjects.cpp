@@ -26,12 +26,14 @@ void OrderedObjects::add(ManagedObject& object) {
   }
 }
 
-void OrderedObjects::remove(ManagedObject& object) {
+bool OrderedObjects::remove(ManagedObject& object) {
   if (!pending_ && !objects_.isEmpty() && objects_.back() == &object) {
     objects_.pop_back();
-  } else {
-    pending(true).objects.push_back(&object);
+    return false;
   }
+  auto& leaving = pending(true).objects;
+  leaving.push_back(&object);
+  return leaving.size() == 1;
 }
 
 std::vector<ManagedObject*> OrderedObjects::takeAll() {

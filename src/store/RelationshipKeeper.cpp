@@ -21,12 +21,11 @@ const PropertyDescriptor& inverseOf(const PropertyDescriptor& property) {
 
 void RelationshipKeeper::relate(ManagedObject& owner, const PropertyDescriptor& property,
                                 ManagedObject* target) {
-  if (owner.context_) owner.context_->willChange(owner, property);
+  owner.context_->willChange(owner, property);
   ToOneBase& end = property.access.toOne(owner);
   if (ManagedObject* old = std::exchange(end.target_, nullptr)) {
     OrderedObjects& held = inverseOf(property).access.toMany(*old).targets_;
-    if (held.isSettled() && old->context_) old->context_->noteUnsettled(held);
-    held.remove(owner);
+    if (held.remove(owner)) owner.context_->noteUnsettled(held);
   }
   if (target) link(owner, property, *target);
   owner.noteChange();
@@ -51,7 +50,7 @@ void RelationshipKeeper::detach(ManagedObject& object) {
     } else if (property.kind == Kind::ToMany) {
       const PropertyDescriptor& inverse = inverseOf(property);
       for (ManagedObject* target : property.access.toMany(object).targets_.takeAll()) {
-        if (target->context_) target->context_->willChange(*target, inverse);
+        target->context_->willChange(*target, inverse);
         inverse.access.toOne(*target).target_ = nullptr;
         target->noteChange();
       }

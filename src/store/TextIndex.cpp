@@ -7,8 +7,8 @@ void TextIndex::add(const QString& text, ManagedObject& object) { sharers_[text]
 void TextIndex::remove(const QString& text, ManagedObject& object) {
   const auto found = sharers_.find(text);
   if (found == sharers_.end()) return;
-  if (found->second.isSettled()) left_.append(text);
-  found->second.remove(object);
+  if (found->second.remove(object)) left_.append(text);
+  if (found->second.isEmpty()) sharers_.erase(found);
 }
 
 std::span<ManagedObject* const> TextIndex::find(const QString& text) const {

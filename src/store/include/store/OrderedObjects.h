@@ -17,13 +17,15 @@ class OrderedObjects {
  public:
   /// The objects; void once one comes or goes.
   [[nodiscard]] std::span<ManagedObject* const> view() const;
+  /// Whether there is nothing, and nothing is noted.
+  [[nodiscard]] bool isEmpty() const { return objects_.isEmpty() && !pending_; }
   void add(ManagedObject& object);
-  /// Nothing happens when the object is not among them.
-  void remove(ManagedObject& object);
+  /// Nothing happens when the object is not among them. Answers true for the first that must live until the
+  /// next look.
+  bool remove(ManagedObject& object);
   /// Takes all of them out.
   std::vector<ManagedObject*> takeAll();
 
-  [[nodiscard]] bool isSettled() const { return !pending_; }
   /// Works in what is noted.
   void settle() const;
   void reserve(std::size_t count) { objects_.reserve(static_cast<qsizetype>(count)); }
