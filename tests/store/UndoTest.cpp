@@ -1,0 +1,282 @@
+#include <gmock/gmock.h>
+
+#include <map>
+#include <random>
+
+#include "store/UndoStack.h"
+#include "support/TestDocument.h"
+
+namespace pendra {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+/// Every value of every object, with its place.
+QStringList imageOf(const ObjectContext& context) {
+  QStringList image;
+  const auto add = [&](const auto& objects) {
+    for (const ManagedObject* object : objects) {
+      QString line = QLatin1StringView(object->entity().name) + QString::number(object->objectID());
+      for (const PropertyDescriptor& property : object->entity().properties) {
+        line += u' ' + QLatin1StringView(property.name) + u'=';
+        if (property.kind == Kind::ToMany) {
+          for (const ManagedObject* target :
+               property.access.toMany(const_cast<ManagedObject&>(*object)).targets())
+            line += QString::number(target->objectID()) + u',';
+          continue;
+        }
+        const PropertyValue value = valueOf(*object, property);
+        line += QString::number(value.index()) + u':';
+        if (const auto* text = std::get_if<QString>(&value)) line += *text;
+        if (const auto* boolean = std::get_if<bool>(&value)) line += QString::number(*boolean);
+        if (const auto* instant = std::get_if<Instant>(&value)) line += QString::number(instant->seconds);
+        if (const auto* number = std::get_if<double>(&value)) line += QString::number(*number);
+        if (const auto* target = std::get_if<qint64>(&value)) line += QString::number(*target);
+      }
+      image += line;
+    }
+  };
+  add(context.all<Customer>());
+  add(context.all<Job>());
+  add(context.all<Service>());
+  add(context.all<Activity>());
+  add(context.all<TimeEntry>());
+  return image;
+}
+
+/// Edits of all kinds, drawn from a seed.
+class Walk {
+ public:
+  Walk(ObjectContext& context, unsigned seed) : context_(context), random_(seed) {}
+
+  void edit() {
+    const int deeds = 1 + number(6);
+    EXPECT_TRUE(context_.edit(QStringLiteral("Step"), [&] {
+      context_.insert<Customer>().setName(QStringLiteral("c%1").arg(number(20)));  // never nothing
+      for (int deed = 0; deed < deeds; ++deed) act();
+      if (number(4) > 0) return;
+      const auto failed = context_.edit(QString(), [&]() -> Result<void> {
+        for (int deed = 0; deed < 5; ++deed) act();
+        return Error{};
+      });
+      EXPECT_FALSE(failed);
+    }));
+    remember<Customer>();
+    remember<Activity>();
+    remember<TimeEntry>();
+  }
+  /// Every reference that was ever taken is alive just when its object is in the document, and is the same.
+  void expectReferencesRight() const {
+    std::map<Key, const ManagedObject*> there;
+    const auto add = [&](const auto& objects) {
+      for (const ManagedObject* object : objects) there[keyOf(*object)] = object;
+    };
+    add(context_.all<Customer>());
+    add(context_.all<Activity>());
+    add(context_.all<TimeEntry>());
+    for (const auto& [key, reference] : references_) {
+      const auto found = there.find(key);
+      EXPECT_EQ(reference.get(), found == there.end() ? nullptr : found->second) << key.first << key.second;
+    }
+  }
+
+ private:
+  using Key = std::pair<std::string, qint64>;
+  static Key keyOf(const ManagedObject& object) { return {object.entity().name, object.objectID()}; }
+  int number(int below) { return static_cast<int>(random_() % static_cast<unsigned>(below)); }
+  template <class T>
+  T* any() {
+    const auto all = context_.all<T>();
+    return all.empty() || number(8) == 0 ? nullptr : all[random_() % all.size()];
+  }
+  template <class T>
+  void remember() {
+    const auto all = context_.all<T>();
+    for (std::size_t i = all.size(); i-- > 0 && references_.try_emplace(keyOf(*all[i]), all[i]).second;) {
+    }
+  }
+  template <class T>
+  void discard() {
+    if (T* object = any<T>()) context_.deleteObject(*object);
+  }
+  void act() {
+    Activity* activity = any<Activity>();
+    Job* job = any<Job>();
+    switch (number(14)) {
+      case 0:
+      case 1:
+        return context_.insert<Activity>().setCustomer(any<Customer>());
+      case 2:
+        return context_.insert<Job>().setCustomer(any<Customer>());
+      case 3:
+        return context_.insert<Service>().setShown(true);
+      case 4:
+      case 5:
+      case 6:
+        return context_.insert<TimeEntry>().setActivity(activity);
+      case 7:
+        if (activity) activity->setJob(job);
+        return;
+      case 8:
+        if (activity)
+          activity->setNotes(number(2) ? std::optional(QString::number(number(99))) : std::nullopt);
+        return;
+      case 9:
+        if (auto* entry = any<TimeEntry>()) entry->setActivity(activity);
+        return;
+      case 10:
+        if (auto* entry = any<TimeEntry>()) {
+          entry->setDuration(number(9));
+          entry->setStart(Instant{double(number(9))});
+        }
+        return;
+      case 11:
+        return number(3) ? discard<TimeEntry>() : discard<Customer>();
+      case 12:
+        return number(3) ? discard<Job>() : discard<Activity>();
+      default:
+        if (auto* one = any<Customer>()) one->setName(QStringLiteral("n%1").arg(number(20)));
+        return;
+    }
+  }
+
+  ObjectContext& context_;
+  std::mt19937 random_;
+  std::map<Key, Ref<ManagedObject>> references_;
+};
+
+class Undo : public testing::Test, protected TestWorld {
+ protected:
+  void walk(ObjectContext& context, Walk& walk, int edits) {
+    const QStringList start = imageOf(context);
+    for (int i = 0; i < edits; ++i) walk.edit();
+    const QStringList end = imageOf(context);
+    UndoStack& steps = context.undoStack();
+    for (int i = 0; i < edits; ++i) ASSERT_THAT(steps.undo(), IsEmpty());
+    EXPECT_EQ(imageOf(context), start);
+    walk.expectReferencesRight();
+    expectLookUpsRight(context);
+    for (int i = 0; i < edits; ++i) ASSERT_THAT(steps.redo(), IsEmpty());
+    EXPECT_EQ(imageOf(context), end);
+    walk.expectReferencesRight();
+    expectLookUpsRight(context);
+  }
+  static void expectLookUpsRight(const ObjectContext& context) {
+    std::size_t found = 0;
+    for (int number = 0; number < 20; ++number) {
+      for (const char* kind : {"c%1", "n%1"})
+        found += queries::customersNamed(context, QString::fromUtf8(kind).arg(number)).size();
+    }
+    EXPECT_EQ(found, context.all<Customer>().size());
+  }
+};
+
+TEST_F(Undo, LeadsBackToTheStartAndForwardToTheEnd) {
+  const auto context = emptyContext();
+  Walk one(*context, 20261124);
+  for (int round = 0; round < 20; ++round) walk(*context, one, static_cast<int>(UndoStack::kMostSteps));
+}
+
+TEST_F(Undo, IsInTheFileAsItIsInMemory) {
+  auto context = opened();
+  Walk one(*context, 20261125);
+  walk(*context, one, 60);
+  for (int i = 0; i < 30; ++i) context->undoStack().undo();
+  const QStringList image = imageOf(*context);
+  context.reset();
+  EXPECT_EQ(imageOf(*opened()), image);
+}
+
+/// An activity of a customer with an entry, each made by a step of its own.
+struct UndoBesideOthers : Undo {
+  std::unique_ptr<ObjectContext> owned = emptyContext();
+  ObjectContext& context = *owned;
+  UndoStack& steps = context.undoStack();
+  Customer& acme = context.insert<Customer>();
+  Activity* activity = nullptr;
+  TimeEntry* entry = nullptr;
+
+  UndoBesideOthers() {
+    context.setFixed([](const ManagedObject& object) {
+      const auto* period = dynamic_cast<const TimeEntry*>(&object);
+      return period && period->timeIsFixed();
+    });
+    edit("activity", [&] { (activity = &context.insert<Activity>())->setCustomer(&acme); });
+    edit("entry", [&] { entry = &activity->addEntry(); });
+  }
+  template <class Work>
+  void edit(const char* name, const Work& work) {
+    EXPECT_TRUE(context.edit(QString::fromUtf8(name), work));
+  }
+  template <class Work>
+  void editForGood(const Work& work) {
+    EXPECT_TRUE(context.edit(QString(), {.undoable = false}, work));
+  }
+};
+
+TEST_F(UndoBesideOthers, LeavesWhatHasMovedOnAndNamesIt) {
+  edit("both", [&] {
+    activity->setNotes(QStringLiteral("mine"));
+    activity->setBillable(true);
+  });
+  editForGood([&] { activity->setNotes(QStringLiteral("theirs")); });
+  const auto left = steps.undo();
+  ASSERT_THAT(left, SizeIs(1));
+  EXPECT_TRUE(left[0].object == activity && left[0].property->name == std::string("notes"));
+  EXPECT_EQ(activity->notes(), "theirs");
+  EXPECT_EQ(activity->billable(), std::nullopt);
+  EXPECT_THAT(steps.redo(), IsEmpty()) << "what was not undone is not done again";
+  EXPECT_EQ(activity->notes(), "theirs");
+  EXPECT_EQ(activity->billable(), true);
+}
+
+TEST_F(UndoBesideOthers, TouchesNothingWhoseTimeIsFixed) {
+  edit("length", [&] { entry->setDuration(60); });
+  editForGood([&] { entry->setDateSubmitted(Instant{785000000}); });
+  EXPECT_THAT(steps.undo(), SizeIs(1));
+  EXPECT_EQ(entry->duration(), 60);
+  EXPECT_THAT(steps.undo(), SizeIs(1)) << "nor does it take the entry away";
+  EXPECT_THAT(steps.undo(), SizeIs(1)) << "nor its activity, which holds it";
+  EXPECT_EQ(entry->activity(), activity);
+  EXPECT_EQ(activity->customer(), &acme);
+  EXPECT_FALSE(steps.canUndo());
+}
+
+TEST_F(UndoBesideOthers, ForgetsWhatALaterEditMadeImpossible) {
+  edit("notes", [&] { activity->setNotes(QStringLiteral("x")); });
+  edit("deletion", [&] { context.deleteObject(*entry); });
+  edit("name", [&] { acme.setName(QStringLiteral("Acme")); });
+  editForGood([&] { context.deleteObject(*activity); });
+  EXPECT_EQ(steps.undoName(), "name");
+  EXPECT_THAT(steps.undo(), IsEmpty());
+  const auto left = steps.undo();
+  ASSERT_THAT(left, SizeIs(1)) << "an entry does not come back without its activity";
+  EXPECT_EQ(left[0].entity, &TimeEntry::descriptor());
+  EXPECT_FALSE(left[0].object);
+  EXPECT_TRUE(context.all<TimeEntry>().empty());
+  EXPECT_FALSE(steps.canUndo());
+  EXPECT_EQ(steps.redoName(), "name");
+  editForGood([&] { context.insert<Customer>(); });
+  EXPECT_TRUE(steps.canRedo());
+  edit("new", [&] { context.insert<Customer>(); });
+  EXPECT_FALSE(steps.canRedo());
+}
+
+TEST_F(UndoBesideOthers, KeepsTheNewestHundredSteps) {
+  const Ref<TimeEntry> gone(entry);
+  edit("deletion", [&] { context.deleteObject(*entry); });
+  for (std::size_t i = 0; i < UndoStack::kMostSteps; ++i)
+    edit("name", [&] { acme.setName(QString::number(i)); });
+  std::size_t taken = 0;
+  for (; steps.canUndo(); ++taken) EXPECT_THAT(steps.undo(), IsEmpty());
+  EXPECT_EQ(taken, UndoStack::kMostSteps);
+  EXPECT_FALSE(gone);
+  EXPECT_EQ(acme.name(), std::nullopt);
+  steps.clear();
+  EXPECT_FALSE(steps.canRedo());
+}
+
+}  // namespace
+}  // namespace pendra
