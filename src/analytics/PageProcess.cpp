@@ -1,19 +1,22 @@
 #include "analytics/PageProcess.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 namespace pendra {
 
-PageProcess::PageProcess(QString program, std::chrono::milliseconds startDelay)
-    : program_(std::move(program)) {
+PageProcess::PageProcess(QString program, PageDelays delays) : program_(std::move(program)) {
   // What the engine says to its terminal is nobody's concern; the log is Pendra's own.
   process_.setStandardErrorFile(QProcess::nullDevice());
   startTimer_.setSingleShot(true);
-  startTimer_.setInterval(startDelay);
+  startTimer_.setInterval(delays.start);
   QObject::connect(&startTimer_, &QTimer::timeout, &process_, [this] { start(); });
+  restTimer_.setSingleShot(true);
+  restTimer_.setInterval(delays.rest);
+  QObject::connect(&restTimer_, &QTimer::timeout, &process_, [this] { stop(); });
   refusalTimer_.setSingleShot(true);
   QObject::connect(&refusalTimer_, &QTimer::timeout, &process_,
                    [this] { answerPending("no page is loaded"); });
@@ -25,20 +28,31 @@ PageProcess::PageProcess(QString program, std::chrono::milliseconds startDelay)
 
 PageProcess::~PageProcess() {
   process_.disconnect();
-  process_.kill();
-  process_.waitForFinished(1000);
+  stop();
 }
 
-QString PageProcess::besideProgram() { return QCoreApplication::applicationDirPath() + u"/pendra-page"; }
+QString PageProcess::installed() {
+  return QDir::cleanPath(QCoreApplication::applicationDirPath() + u"/../libexec/pendra-page");
+}
 
-void PageProcess::load(const QString& address) {
+void PageProcess::load(const QString& address, const QString& peer) {
   address_ = address;
+  peer_ = peer;
   startTimer_.start();
 }
 
 void PageProcess::start() {
   process_.start(program_, QStringList());
-  send({{"do", "load"}, {"address", address_}, {"scripts", QJsonArray::fromStringList(userScripts_)}});
+  send({{"do", "load"},
+        {"address", address_},
+        {"peer", peer_},
+        {"scripts", QJsonArray::fromStringList(userScripts_)}});
+}
+
+void PageProcess::stop() {
+  // It keeps nothing that an end without warning could spoil.
+  process_.kill();
+  process_.waitForFinished(1000);
 }
 
 void PageProcess::evaluate(const QString& script, std::function<void(const QString&)> done) {
@@ -49,6 +63,7 @@ void PageProcess::evaluate(const QString& script, std::function<void(const QStri
     return;
   }
   send({{"do", "evaluate"}, {"id", id}, {"script", script}});
+  restTimer_.start();
 }
 
 void PageProcess::send(const QJsonObject& request) {
@@ -60,6 +75,7 @@ void PageProcess::readAnswers() {
 }
 
 void PageProcess::handle(const QJsonObject& answer) {
+  restTimer_.start();
   const QString event = answer["event"].toString();
   if (event == u"evaluated") {
     if (auto script = pending_.extract(answer["id"].toInt()); script && script.mapped()) {
@@ -81,6 +97,7 @@ void PageProcess::answerPending(const QString& reason) {
 }
 
 void PageProcess::processEnded(const QString& reason) {
+  restTimer_.stop();
   answerPending(reason);
   if (delegate_) delegate_->didFailNavigation(reason);
 }

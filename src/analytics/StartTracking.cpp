@@ -24,7 +24,7 @@ std::unique_ptr<Tracker> startTracking(TrackerSources sources) {
   const QString address = serviceAddress();
   if (address.isEmpty()) return nullptr;
   const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
-  auto tracker = std::make_unique<Tracker>(uuid, std::make_unique<PageProcess>(PageProcess::besideProgram()),
+  auto tracker = std::make_unique<Tracker>(uuid, std::make_unique<PageProcess>(PageProcess::installed()),
                                            sources, TrackerFacts::ofMachine(), resourceFolder());
   const auto started = [&center = sources.center](const std::optional<QString>& error) {
     if (error) {

@@ -46,6 +46,7 @@ Tracker::Tracker(const QString& userUUID, std::unique_ptr<ScriptHost> webview, T
                  TrackerFacts facts, const QString& resources)
     : webview_(std::move(webview)),
       sources_(sources),
+      consent_(sources.defaults),
       facts_(std::move(facts)),
       page_(resources + u"/amplitude/trackingWithAmplitude.html"),
       userUUID_(userUUID),
@@ -59,15 +60,32 @@ Tracker::Tracker(const QString& userUUID, std::unique_ptr<ScriptHost> webview, T
   preference_ = sources_.defaults.changesOf(preferences::kAnalyticsTracker).observe([this] {
     observeValueForKeyPath();
   });
+  notice_ = consent_.noticeChanges().observe([this] { startWhenAllowed(); });
 }
 
 Tracker::~Tracker() { webview_->setDelegate(nullptr); }
 
 void Tracker::startTrackingCompletionHandler(StartHandler handler, const QString& address) {
   startTrackingCompletionHandler_ = std::move(handler);
+  address_ = address;
+  startWhenAllowed();
+}
+
+void Tracker::startWhenAllowed() {
+  if (startTrackingCompletionHandler_ && consent_.isGiven()) loadPage();
+}
+
+void Tracker::loadPage() {
+  if (std::exchange(isPageAsked_, true)) return;
   QUrl page = QUrl::fromLocalFile(page_);
-  page.setQuery(QString::fromLatin1(QUrl::toPercentEncoding(address)));
-  webview_->load(page.toString(QUrl::FullyEncoded));
+  page.setQuery(QString::fromLatin1(QUrl::toPercentEncoding(address_)));
+  webview_->load(page.toString(QUrl::FullyEncoded), address_);
+}
+
+void Tracker::run(const QString& script, Done done) {
+  if (isPageReady_) return webview_->evaluate(script, std::move(done));
+  waiting_.emplace_back(script, std::move(done));
+  loadPage();
 }
 
 void Tracker::didFinishNavigation() {
@@ -76,7 +94,11 @@ void Tracker::didFinishNavigation() {
   webview_->evaluate(script, logging(u"init script eval err: %@"));
 }
 
-void Tracker::didFailNavigation(const QString& error) { finishStart(error); }
+void Tracker::didFailNavigation(const QString& error) {
+  isPageAsked_ = isPageReady_ = false;
+  for (const auto& [script, done] : std::exchange(waiting_, {})) done(error);
+  finishStart(error);
+}
 
 void Tracker::didReceiveScriptMessage(const QString& name, const QString& body) {
   if (name == u"logHandler") logLine(formatted(u"[Tracker WebView]: %@", {body}));
@@ -84,12 +106,9 @@ void Tracker::didReceiveScriptMessage(const QString& name, const QString& body) 
 }
 
 void Tracker::pageIsReady() {
-  // A user who has said no is heard before the first event.
-  const bool isRefused = sources_.defaults.contains(preferences::kAnalyticsTracker) &&
-                         !sources_.defaults.boolean(preferences::kAnalyticsTracker);
-  if (isRefused) toggleTrackingState(false, logging(u"track on/off script err: %@"));
-  enableAllNotificationObservers();
-  observersEnabled_ = true;
+  isPageReady_ = true;
+  if (!std::exchange(observersEnabled_, true)) enableAllNotificationObservers();
+  for (auto& [script, done] : std::exchange(waiting_, {})) webview_->evaluate(script, std::move(done));
   finishStart(std::nullopt);
 }
 
@@ -98,8 +117,7 @@ void Tracker::finishStart(const std::optional<QString>& error) {
 }
 
 void Tracker::toggleTrackingState(bool state, Done completionHandler) {
-  webview_->evaluate(state ? "VTTRACKER.doTrackOn()" : "VTTRACKER.doTrackOff()",
-                     std::move(completionHandler));
+  run(state ? "VTTRACKER.doTrackOn()" : "VTTRACKER.doTrackOff()", std::move(completionHandler));
 }
 
 void Tracker::trackEvent(const QString&, const QString& action, const QString& feature) {
@@ -110,17 +128,19 @@ void Tracker::trackEvent(const QString&, const QString& action, const QString& f
   properties.insert("feature", QString(feature).remove(u'\''));
   const QString script = formatted(u"VTTRACKER.trackEvent('%@','%@')",
                                    {formatted(u"Pendra_%@", {action}), compactJson(properties)});
-  webview_->evaluate(script, logging(u"error while sending event: %@"));
+  run(script, logging(u"error while sending event: %@"));
 }
 
 void Tracker::trackListed(const QString& key) {
+  if (consent_.isRefused()) return;
   if (const auto action = eventList_.constFind(key); action != eventList_.constEnd()) {
     trackEvent(identifiers::kPendra, *action, key);
   }
 }
 
 void Tracker::observeValueForKeyPath() {
-  if (!sources_.defaults.boolean(preferences::kAnalyticsTracker)) {
+  if (consent_.isRefused()) {
+    if (!observersEnabled_) return;  // nothing was ever sent, so nobody needs to hear of it
     trackEvent(identifiers::kPendra, "DISABLE_FEEDBACK", "Feedback has been disabled");
     toggleTrackingState(false, logging(u"track on/off script err: %@"));
     return;
@@ -165,8 +185,10 @@ void Tracker::invalidate() {
   logLine("tracker invalidate");
   if (observersEnabled_) disableAllNotificationObservers();
   observersEnabled_ = false;
+  webview_->setDelegate(nullptr);
   appearance_ = {};
   preference_ = {};
+  notice_ = {};
 }
 
 }  // namespace pendra

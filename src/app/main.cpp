@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "Program.h"
+#include "analytics/Consent.h"
 #include "platform/Log.h"
 #include "platform/SingleInstance.h"
 #include "tour/Tour.h"
@@ -78,6 +79,7 @@ int runProgram(const QString& file) {
   pendra::SingleInstance instance;
   if (!instance.claim(file)) return 0;
   auto environment = pendra::Environment::ofUser();
+  pendra::Consent(environment.defaults).programStarted();
   pendra::Program delegate(environment);
   instance.setOpener([&delegate](const QString& path) { delegate.openFromOutside(path); });
   delegate.launch(file);

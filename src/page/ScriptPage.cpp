@@ -2,6 +2,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QWebEngineProfile>
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
 #include <QWebEngineSettings>
@@ -42,9 +43,14 @@ QWebEngineScript userScript(const QString& source, QWebEngineScript::InjectionPo
 
 ScriptPage::ScriptPage(QWebEngineProfile* profile, Report report)
     : QWebEnginePage(profile), report_(std::move(report)) {
-  // The page is a file that talks to the service.
+  profile->setUrlRequestInterceptor(&requests_);
+  // The page is a file that talks to its peer.
   settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
+  settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, false);
+  settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, false);
   connect(this, &QWebEnginePage::loadFinished, this, [this](bool ok) {
+    // The engine counts a navigation that was refused as a load, too.
+    if (!std::exchange(isLoading_, false)) return;
     if (ok) return report_({{"event", "finished"}});
     const QString error = u"cannot load " + requestedUrl().toString(QUrl::RemoveQuery);
     report_({{"event", "failed"}, {"error", error}});
@@ -52,6 +58,12 @@ ScriptPage::ScriptPage(QWebEngineProfile* profile, Report report)
   connect(this, &QWebEnginePage::renderProcessTerminated, this, [this] {
     report_({{"event", "failed"}, {"error", "the page's process ended"}});
   });
+}
+
+ScriptPage::~ScriptPage() { profile()->setUrlRequestInterceptor(nullptr); }
+
+bool ScriptPage::acceptNavigationRequest(const QUrl& address, NavigationType type, bool isMainFrame) {
+  return type == NavigationTypeTyped && isMainFrame && requests_.isPage(address);
 }
 
 void ScriptPage::handle(const QJsonObject& request) {
@@ -66,7 +78,10 @@ void ScriptPage::startLoading(const QJsonObject& request) {
   for (const auto& source : request["scripts"].toArray()) {
     scripts().insert(userScript(source.toString(), QWebEngineScript::DocumentReady));
   }
-  load(QUrl(request["address"].toString()));
+  const QUrl address(request["address"].toString());
+  requests_.allow(address, QUrl(request["peer"].toString()));
+  isLoading_ = true;
+  load(address);
 }
 
 void ScriptPage::evaluate(int id, const QString& script) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QDir>
+#include <QFile>
 #include <QGuiApplication>
 #include <QJsonObject>
 #include <QWindow>
@@ -10,6 +12,7 @@
 #include "analytics/Tracker.h"
 #include "analytics/TrackerNotifications.h"
 #include "analytics/WindowWatch.h"
+#include "platform/Identifiers.h"
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
 #include "support/Events.h"
@@ -21,12 +24,24 @@ namespace pendra {
 namespace {
 
 using namespace tracker_notifications;
+using namespace std::chrono_literals;
+
+/// How many processes this one has started that still run.
+int pagesOfThisProcess() {
+  int pages = 0;
+  for (const QString& task : QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    QFile children("/proc/self/task/" + task + "/children");
+    if (children.open(QIODevice::ReadOnly)) pages += static_cast<int>(children.readAll().count(' '));
+  }
+  return pages;
+}
 
 class PageTest : public testing::Test {
  protected:
+  PageTest() { Consent(defaults_).noticeAnswered(); }
+
   std::unique_ptr<Tracker> trackerOver(const QString& program) {
-    return std::make_unique<Tracker>("UUID",
-                                     std::make_unique<PageProcess>(program, std::chrono::milliseconds(0)),
+    return std::make_unique<Tracker>("UUID", std::make_unique<PageProcess>(program, PageDelays{0ms, rest_}),
                                      TrackerSources{center_, workspace_, defaults_, doNotTrack_},
                                      TrackerFacts::ofMachine(), resourceFolder());
   }
@@ -54,6 +69,7 @@ class PageTest : public testing::Test {
   WindowWatch windows_{center_};
   Recorder recorder_;
   LogCapture log_;
+  std::chrono::milliseconds rest_ = 10s;
 };
 
 TEST_F(PageTest, WithoutTheProgramForPagesLoadingFails) {
@@ -74,7 +90,7 @@ TEST_F(PageTest, AScriptWithoutAPageReportsIt) {
 using RealPage = PageTest;
 
 TEST_F(RealPage, SendsWhatHappensUntilItIsForbidden) {
-  const auto tracker = trackerOver(PageProcess::besideProgram());
+  const auto tracker = trackerOver(PageProcess::installed());
   ASSERT_EQ(start(*tracker), "started");
   center_.post(kTracker, kAppLaunched);
   EXPECT_TRUE(arrives("Pendra_PENDRA_APP_LAUNCHED"));
@@ -104,18 +120,91 @@ TEST_F(RealPage, SendsWhatHappensUntilItIsForbidden) {
             "Feedback has been enabled");
 }
 
-TEST_F(RealPage, AStoredRefusalIsHeardBeforeTheFirstEvent) {
-  defaults_.setBoolean(preferences::kAnalyticsTracker, false);
-  const auto tracker = trackerOver(PageProcess::besideProgram());
+TEST_F(RealPage, EndsAtRestAndComesBackForTheNextEvent) {
+  rest_ = 200ms;
+  const auto tracker = trackerOver(PageProcess::installed());
   ASSERT_EQ(start(*tracker), "started");
-  center_.post(kTracker, kAppLaunched);
-  defaults_.setBoolean(preferences::kAnalyticsTracker, true);
-  EXPECT_TRUE(arrives("Pendra_ENABLE_FEEDBACK"));
-  EXPECT_EQ(recorder_.names(), QStringList("Pendra_ENABLE_FEEDBACK"));
+  EXPECT_TRUE(eventually([] { return pagesOfThisProcess() == 0; }));
+  center_.post(kTracker, kAddActivity);
+  EXPECT_TRUE(arrives("Pendra_ADD_ACTIVITY"));
+  EXPECT_EQ(pagesOfThisProcess(), 1);
+  EXPECT_TRUE(eventually([] { return pagesOfThisProcess() == 0; }));
+}
+
+/// What a page might try that is not the statistics' own. Each script ends in a message of what became of it.
+const QStringList kTries{
+    "fetch('%@').then(() => say('fetched'), () => say('refused'))",
+    "fetch('file:///etc/hostname').then(() => say('read'), () => say('refused'))",
+    "image = new Image(); image.onload = () => say('shown'); image.onerror = () => say('refused'); "
+    "image.src = '%@'",
+    "image = new Image(); image.onload = () => say('shown'); image.onerror = () => say('refused'); "
+    "image.src = 'file://' + neighbour",
+    "try { new WebSocket('%@'.replace('http', 'ws')).onerror = () => say('refused') } "
+    "catch { say('refused') }",
+    "try { window.open('%@') ? say('opened') : say('refused') } catch { say('refused') }",
+    "location.href = '%@'; setTimeout(() => say('refused'), 100)",
+    "location.href = 'file:///etc/hostname'; setTimeout(() => say('refused'), 100)"};
+
+const QString kBody = "{\"api_key\":\"" + identifiers::kAnalyticsKey + "\",\"events\":[]}";
+
+/// Hears what a page says.
+struct Listener final : ScriptHost::Delegate {
+  void didFinishNavigation() override { isLoaded = true; }
+  void didFailNavigation(const QString& error) override { said << error; }
+  void didReceiveScriptMessage(const QString&, const QString& body) override { said << body; }
+
+  bool isLoaded = false;
+  QStringList said;
+};
+
+TEST_F(RealPage, APageOfNoPolicyReachesItsPeerAndNothingElse) {
+  Recorder elsewhere;
+  QFile::copy(resourceFolder() + "/Pendra.help/Contents/Resources/English.lproj/pictures/about-light.png",
+              places_.path("neighbour.png"));
+  QFile file(places_.path("page.html"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(
+      "<script>const say = text => webkit.messageHandlers.any.postMessage(text); let image; "
+      "const neighbour = location.pathname.replace('page.html', 'neighbour.png')</script>");
+  file.close();
+  PageProcess page(PageProcess::installed(), {0ms, 10s});
+  Listener listener;
+  page.setDelegate(&listener);
+  page.load("file://" + file.fileName(), recorder_.address());
+  ASSERT_TRUE(eventually([&] { return listener.isLoaded; }, 60000));
+  for (QString attempt : kTries) {
+    listener.said.clear();
+    page.evaluate(attempt.replace("%@", elsewhere.address()), {});
+    EXPECT_TRUE(eventually([&] { return !listener.said.isEmpty(); })) << attempt.toStdString();
+    EXPECT_EQ(listener.said, QStringList("refused")) << attempt.toStdString();
+  }
+  EXPECT_EQ(elsewhere.connections(), 0);
+  page.evaluate(
+      "fetch('" + recorder_.address() + "', {method: 'POST', body: '" + kBody + "'}).then(() => say('sent'))",
+      {});
+  EXPECT_TRUE(eventually([&] { return listener.said.contains("sent"); }));
+}
+
+TEST_F(RealPage, ThePolicyOfTheStatisticsNamesTheServiceAlone) {
+  PageProcess page(PageProcess::installed(), {0ms, 10s});
+  Listener listener;
+  page.setDelegate(&listener);
+  const QString peer = QString::fromLatin1(QUrl::toPercentEncoding(recorder_.address()));
+  page.load("file://" + resourceFolder() + "/amplitude/trackingWithAmplitude.html?" + peer,
+            recorder_.address());
+  ASSERT_TRUE(eventually([&] { return listener.isLoaded; }, 60000));
+  page.evaluate(
+      "document.addEventListener('securitypolicyviolation', event => "
+      "webkit.messageHandlers.any.postMessage(event.originalPolicy)); fetch('http://127.0.0.1:9/')",
+      {});
+  EXPECT_TRUE(eventually([&] { return !listener.said.isEmpty(); }));
+  EXPECT_THAT(listener.said.value(0).toStdString(),
+              testing::AllOf(testing::StartsWith("default-src 'none'"),
+                             testing::EndsWith("connect-src " + recorder_.address().toStdString())));
 }
 
 TEST_F(RealPage, AnEventThatIsNoScriptIsOnlyLogged) {
-  const auto tracker = trackerOver(PageProcess::besideProgram());
+  const auto tracker = trackerOver(PageProcess::installed());
   ASSERT_EQ(start(*tracker), "started");
   tracker->trackEvent({}, "it's", "feature");
   EXPECT_TRUE(eventually([&] { return log_.lines().size() == 2; }));

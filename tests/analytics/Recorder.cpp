@@ -33,6 +33,7 @@ QStringList Recorder::names() const {
 }
 
 void Recorder::accept() {
+  ++connections_;
   QTcpSocket* const socket = server_.nextPendingConnection();  // the server owns it
   const auto received = std::make_shared<QByteArray>();
   QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket, received] {

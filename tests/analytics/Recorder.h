@@ -17,6 +17,8 @@ class Recorder {
   [[nodiscard]] const QJsonArray& events() const { return events_; }
   /// Their names.
   [[nodiscard]] QStringList names() const;
+  /// How often anything came to its door.
+  [[nodiscard]] int connections() const { return connections_; }
 
  private:
   void accept();
@@ -25,6 +27,7 @@ class Recorder {
 
   QTcpServer server_;
   QJsonArray events_;
+  int connections_ = 0;
 };
 
 }  // namespace pendra

@@ -12,7 +12,7 @@ class RecordingHost final : public ScriptHost {
  public:
   void setDelegate(Delegate* delegate) override { page = delegate; }
   void addUserScript(const QString& script) override { userScripts << script; }
-  void load(const QString& address) override { loaded << address; }
+  void load(const QString& address, const QString&) override { loaded << address; }
   void evaluate(const QString& script, std::function<void(const QString&)> done) override {
     scripts << script;
     done(errors.empty() ? QString() : errors.front());

@@ -2,10 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <QFile>
 #include <QJsonDocument>
 #include <QRegularExpression>
 
 #include "RecordingHost.h"
+#include "analytics/Disclosure.h"
 #include "analytics/TrackerNotifications.h"
 #include "platform/Identifiers.h"
 #include "platform/Preferences.h"
@@ -27,7 +29,10 @@ const QString kResources = PENDRA_RESOURCES;
 
 class TrackerTest : public testing::Test {
  protected:
-  TrackerTest() { make({}); }
+  TrackerTest() {
+    Consent(defaults_).noticeAnswered();
+    make({});
+  }
 
   void make(const TrackerFacts& changed) {
     auto host = std::make_unique<RecordingHost>();
@@ -83,6 +88,89 @@ TEST_F(TrackerTest, StartsWhenThePageIsReady) {
   EXPECT_TRUE(tracker_->observersEnabled());
   host_->page->didReceiveScriptMessage("initHandler", "again");
   EXPECT_EQ(outcomes_, QStringList("started"));
+}
+
+TEST_F(TrackerTest, WhatIsToldAPageThatHasEndedWaitsForTheNext) {
+  start();
+  host_->page->didFailNavigation("the page ended");
+  center_.post(kTracker, kAddActivity);
+  defaults_.setBoolean(preferences::kAnalyticsTracker, false);
+  EXPECT_EQ(host_->loaded.size(), 2);
+  EXPECT_THAT(happened(), testing::IsEmpty());
+  host_->page->didFinishNavigation();
+  host_->page->didReceiveScriptMessage("initHandler", "ready");
+  EXPECT_THAT(happened().mid(1),
+              ElementsAre("VTTRACKER.trackEvent('Pendra_ADD_ACTIVITY','Pendra Add Activity')",
+                          "VTTRACKER.trackEvent('Pendra_DISABLE_FEEDBACK','Feedback has been disabled')",
+                          "VTTRACKER.doTrackOff()"));
+
+  host_->page->didFailNavigation("the page ended");
+  center_.post(kTracker, kAddActivity);
+  EXPECT_EQ(host_->loaded.size(), 2);  // whoever said no is not asked for a page again
+  defaults_.setBoolean(preferences::kAnalyticsTracker, true);
+  EXPECT_EQ(host_->loaded.size(), 3);
+  host_->page->didFailNavigation("no engine");
+  EXPECT_EQ(log_.lines().last(), "track on/off script err: no engine");
+  EXPECT_EQ(outcomes_, QStringList("started"));
+}
+
+struct Told {
+  const char* name;
+  std::function<void(UserDefaults&)> before;  ///< the tracker is started
+  std::function<void(UserDefaults&)> after;
+  bool isNoticeDue;
+  qsizetype loads;
+};
+
+class Consenting : public TrackerTest, public testing::WithParamInterface<Told> {};
+
+/// The preferences of the row's name alone.
+TEST_P(Consenting, DecidesWhetherThereIsAPage) {
+  UserDefaults defaults(places_.path("fresh.ini"));
+  GetParam().before(defaults);
+  EXPECT_EQ(Consent(defaults).isNoticeDue(), GetParam().isNoticeDue);
+  auto host = std::make_unique<RecordingHost>();
+  const RecordingHost& page = *host;
+  Tracker tracker("UUID", std::move(host), TrackerSources{center_, workspace_, defaults, doNotTrack_},
+                  TrackerFacts{"1", {}, {}, {}, [] { return false; }}, kResources);
+  tracker.startTrackingCompletionHandler([](const auto&) {}, "http://recorder/");
+  GetParam().after(defaults);
+  center_.post(kTracker, kAddActivity);
+  EXPECT_EQ(page.loaded.size(), GetParam().loads);
+}
+
+const auto nothing = [](UserDefaults&) {};
+const auto shown = [](UserDefaults& defaults) { Consent(defaults).noticeShown(); };
+const auto answered = [](UserDefaults& defaults) { Consent(defaults).noticeAnswered(); };
+const auto saysNo = [](UserDefaults& defaults) {
+  defaults.setBoolean(preferences::kAnalyticsTracker, false);
+};
+const auto saysYes = [](UserDefaults& defaults) {
+  defaults.setBoolean(preferences::kAnalyticsTracker, true);
+};
+const auto shownAtAnEarlierStart = [](UserDefaults& defaults) {
+  Consent(defaults).noticeShown();
+  Consent(defaults).programStarted();
+};
+const auto startedAgainUntold = [](UserDefaults& defaults) { Consent(defaults).programStarted(); };
+
+INSTANTIATE_TEST_SUITE_P(Table, Consenting,
+                         testing::Values(Told{"NobodyWasTold", startedAgainUntold, nothing, true, 0},
+                                         Told{"ShownOnly", shown, nothing, false, 0},
+                                         Told{"ShownThenAnswered", shown, answered, false, 1},
+                                         Told{"ShownThenRefused", shown, saysNo, false, 0},
+                                         Told{"ShownThenWanted", shown, saysYes, false, 1},
+                                         Told{"ShownEarlier", shownAtAnEarlierStart, nothing, false, 1},
+                                         Told{"Refused", saysNo, nothing, false, 0},
+                                         Told{"RefusedThenAnswered", saysNo, answered, false, 0},
+                                         Told{"RefusedThenWanted", saysNo, saysYes, false, 1}),
+                         RowName());
+
+TEST(Disclosure, StandsInTheHelpInTheSameWords) {
+  QFile help(kResources + "/Pendra.help/Contents/Resources/English.lproj/PendraHelp1_0.htm");
+  ASSERT_TRUE(help.open(QIODevice::ReadOnly));
+  EXPECT_THAT(QString::fromUtf8(help.readAll()).simplified().toStdString(),
+              testing::HasSubstr(statisticsDisclosure().toStdString()));
 }
 
 TEST_F(TrackerTest, SaysOnceWhyThePageCannotBeLoaded) {
@@ -194,15 +282,6 @@ TEST_F(TrackerTest, OnIsNotCountedWhenItFails) {
   defaults_.setBoolean(preferences::kAnalyticsTracker, true);
   EXPECT_THAT(happened(), ElementsAre("VTTRACKER.doTrackOn()"));
   EXPECT_THAT(log_.lines(), ElementsAre("track on/off script err: no such function"));
-}
-
-TEST_F(TrackerTest, AStoredRefusalComesBeforeTheFirstEvent) {
-  defaults_.setBoolean(preferences::kAnalyticsTracker, false);
-  make({});
-  tracker_->startTrackingCompletionHandler([this](const auto&) { center_.post(kTracker, kAppLaunched); }, {});
-  host_->page->didFinishNavigation();
-  host_->page->didReceiveScriptMessage("initHandler", "ready");
-  EXPECT_EQ(happened().constFirst(), "VTTRACKER.doTrackOff()");
 }
 
 TEST_F(TrackerTest, LogsWhatScriptsAndThePageSay) {

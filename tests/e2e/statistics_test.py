@@ -6,8 +6,12 @@ import pathlib
 import shutil
 import signal
 import threading
+import time
 
 from desktop import Failure, run, wait_for
+
+
+PAGE_DELAY = 3.0  # seconds; twice what the page would wait before it starts
 
 
 def expect(what, held):
@@ -64,6 +68,12 @@ def add_activity(app, window):
     wait_for("the sheet closes", lambda: "Add Activity" not in app.titles())
 
 
+def helpers(app):
+    """The processes that the program has started and that still run."""
+    return [child for task in pathlib.Path(f"/proc/{app.process.pid}/task").iterdir()
+            for child in (task / "children").read_text().split()]
+
+
 def quit_program(app):
     app.process.send_signal(signal.SIGTERM)
     expect("it ends well", app.ended() == 0)
@@ -73,12 +83,18 @@ def counts_until_told_not_to(desktop, recorder, document):
     app = desktop.start(str(document))
     app.window(document.stem)
     app.press("Begin", "push button")
+    add_activity(app, document.stem)
+    # A first run says that there are statistics; until that is answered nothing is even ready to send them.
+    time.sleep(PAGE_DELAY)
+    expect("nothing was started for them", not helpers(app) and not recorder.bodies)
+    app.press("OK", "push button", within=app.window(document.stem))
     recorder.wait("Pendra_PENDRA_APP_LAUNCHED")
+    wait_for("the program is alone again", lambda: not helpers(app), 40)
     add_activity(app, document.stem)
     recorder.wait("Pendra_ADD_ACTIVITY")
 
-    # A first run says that there are statistics, and leads to where they are switched off.
-    app.press("Preferences…", "push button", within=app.window(document.stem))
+    app.focus_window(document.stem)
+    app.keys("ctrl+comma")
     app.window("Preferences")
     app.press("Send usage statistics", "check box")
     recorder.wait("Pendra_DISABLE_FEEDBACK")
@@ -89,6 +105,16 @@ def counts_until_told_not_to(desktop, recorder, document):
     expect(f"nothing was sent in between, but {recorder.names()}",
            recorder.names() == [f"Pendra_{name}" for name in ("PENDRA_APP_LAUNCHED", "ADD_ACTIVITY", "DISABLE_FEEDBACK",
                                                               "ENABLE_FEEDBACK")])
+    app.press("Send usage statistics", "check box")
+    wait_for("the second refusal", lambda: recorder.names().count("Pendra_DISABLE_FEEDBACK") == 2, 40)
+    quit_program(app)
+
+    sent = len(recorder.bodies)
+    app = desktop.start(str(document))
+    app.window(document.stem)
+    add_activity(app, document.stem)
+    time.sleep(PAGE_DELAY)
+    expect("who said no has one program and sends nothing", not helpers(app) and len(recorder.bodies) == sent)
     quit_program(app)
 
 
@@ -111,6 +137,8 @@ def works_without_the_page(desktop, recorder, document):
     (bare.parents[1] / "share").symlink_to(pathlib.Path(desktop.program).parents[1] / "share")
     desktop.program = str(bare)
     before = len(recorder.bodies)
+    preferences = desktop.home / ".config" / "com.corvel.pendra" / "defaults.ini"
+    preferences.write_text(preferences.read_text().replace("VTAnalyticsTracker=false", "VTAnalyticsTracker=true"))
     app = desktop.start(str(document))
     app.window(document.stem)
     wait_for("the line in the log",

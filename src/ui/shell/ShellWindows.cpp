@@ -8,6 +8,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "analytics/Disclosure.h"
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
 #include "ui/Buttons.h"
@@ -156,12 +157,7 @@ PreferencesWindow::PreferencesWindow(const WindowFrame& frame)
       false);
   add(preferences::kHideSubmitted, tr("Hide sent entries in the time log"),
       tr("Sent entries stay in the document and are left out of the list and of an export."), false);
-  add(preferences::kAnalyticsTracker, tr("Send usage statistics"),
-      tr("Counts starts of Pendra and Vantor, added activities and a few windows, with the versions of "
-         "Pendra "
-         "and the system, the computer's model, the screen's size and whether it is dark; nothing that you "
-         "type and no time that you work is ever sent."),
-      true);
+  add(preferences::kAnalyticsTracker, tr("Send usage statistics"), statisticsDisclosureHere(), true);
   setContent(page.widget);
 }
 

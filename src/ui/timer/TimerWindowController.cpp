@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "TimerWindow.h"
+#include "analytics/Consent.h"
 #include "analytics/StartTracking.h"
 #include "document/DocumentClosing.h"
 #include "document/OpenDocument.h"
@@ -119,6 +120,7 @@ void TimerWindowController::startUp() {
   window_->activityTable->setFocus();
   show();
   introduce();
+  tellOfStatistics();
   postHaltedNotice(session_, [this](TimeEntry& entry) {
     state_.log().selectEntry(&entry);
     state_.setCurrentEntry(&entry);
@@ -135,16 +137,19 @@ void TimerWindowController::introduce() {
     // Whoever has begun by then needs no introduction.
     if (!QApplication::activeModalWidget()) (new IntroSheet(window))->show();
   });
-  UserDefaults& defaults = session_.ports().defaults;
-  defaults.setBoolean(preferences::kIntroduced, true);
-  const bool isRefused =
-      defaults.contains(preferences::kAnalyticsTracker) && !defaults.boolean(preferences::kAnalyticsTracker);
-  if (isRefused) return;
+  session_.ports().defaults.setBoolean(preferences::kIntroduced, true);
+}
+
+void TimerWindowController::tellOfStatistics() {
+  Consent consent(session_.ports().defaults);
+  if (!consent.isNoticeDue()) return;
+  consent.noticeShown();
   session_.notices().post(
       {.key = QStringLiteral("statistics"),
        .text = tr("Pendra sends usage statistics, without anything that you typed. You can switch them off."),
        .actions = {{tr("Preferences…"),
-                    [&target = target_] { target.perform(Command::Preferences, nullptr); }}},
+                    [&target = target_] { target.perform(Command::Preferences, nullptr); }},
+                   {tr("OK"), [consent]() mutable { consent.noticeAnswered(); }}},
        .onlyInTimerWindow = true});
 }
 

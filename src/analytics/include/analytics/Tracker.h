@@ -1,11 +1,15 @@
 #pragma once
-// Two switches: the user's preference is told to the page, which then drops events, and can be turned back;
-// `masterDoNotTrackEvents` keeps events from reaching the page at all, for as long as the program runs.
+// The page is not always there: it is loaded when there is something to tell it, and ends soon after. What
+// it is told meanwhile waits until it is ready.
+//
+// Two switches keep events from it: the user's preference, which can be turned back, and
+// `masterDoNotTrackEvents`, which holds for as long as the program runs.
 
 #include <QJsonObject>
 #include <memory>
 #include <optional>
 
+#include "analytics/Consent.h"
 #include "analytics/ScriptHost.h"
 #include "analytics/TrackerFacts.h"
 #include "platform/NotificationCenter.h"
@@ -44,7 +48,7 @@ class Tracker final : private ScriptHost::Delegate {
   [[nodiscard]] const QJsonObject& commonProperties() const { return commonProperties_; }
   [[nodiscard]] const QMap<QString, QString>& eventList() const { return eventList_; }
 
-  /// Loads the page; events of the service at `address`.
+  /// Loads the page, for events to the service at `address`, as soon as the user's consent is there.
   void startTrackingCompletionHandler(StartHandler handler, const QString& address);
   /// Switches the page on or off.
   void toggleTrackingState(bool state, Done completionHandler);
@@ -67,25 +71,35 @@ class Tracker final : private ScriptHost::Delegate {
   void handleNotificationOfWindowDidBecomeVisible(const QString& title);
   void handleTrackerNotification(const QString& key);
 
+  void startWhenAllowed();
+  void loadPage();
+  /// Runs a script in the page, which is loaded first where it is not there.
+  void run(const QString& script, Done done);
   void pageIsReady();
   void finishStart(const std::optional<QString>& error);
-  /// Sends what the event list has under `key`, if anything.
+  /// Sends what the event list has under `key`, if anything, unless the user has said no.
   void trackListed(const QString& key);
 
   std::unique_ptr<ScriptHost> webview_;
   TrackerSources sources_;
+  Consent consent_;
   TrackerFacts facts_;
   QString page_;
+  QString address_;
   QString userUUID_;
   QJsonObject userProperties_;
   QJsonObject commonProperties_;
   QMap<QString, QString> eventList_;
   StartHandler startTrackingCompletionHandler_;
   bool observersEnabled_ = false;
+  bool isPageAsked_ = false;  ///< it was asked for and has neither failed nor ended
+  bool isPageReady_ = false;
+  std::vector<std::pair<QString, Done>> waiting_;  ///< scripts for the page that is not ready yet
 
   std::vector<std::shared_ptr<void>> observers_;  ///< those between the page's start and invalidate()
   NotificationCenter::Subscription appearance_;
   Notifier::Subscription preference_;
+  Notifier::Subscription notice_;
 };
 
 }  // namespace pendra

@@ -19,6 +19,8 @@ inline const QString kNoteLengthWarning = QStringLiteral(" PendraNoteLengthWarni
 inline const QString kSortOrderWindow = QStringLiteral("sortOrderCorvelWindow");
 /// Boolean, absent unless written: false switches usage statistics off.
 inline const QString kAnalyticsTracker = QStringLiteral("VTAnalyticsTracker");
+/// Text, absent until the user was told of usage statistics: "shown", then "answered".
+inline const QString kStatisticsNotice = QStringLiteral("PendraStatisticsNotice");
 /// Boolean, absent until the first timer window has introduced the program.
 inline const QString kIntroduced = QStringLiteral("PendraIntroduced");
 /// Paths of the documents that were open, newest first.

@@ -59,8 +59,10 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   void connectControls();
   void observeSession();
   void startUp();
-  /// On a first run: the introduction, and where statistics are switched off.
+  /// On a first run: the introduction.
   void introduce();
+  /// Once: that there are statistics, and where they are switched off.
+  void tellOfStatistics();
   void tick();
   void pressCell(int row, const QString& identifier);
   void showDocumentState();
