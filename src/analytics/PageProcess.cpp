@@ -32,7 +32,7 @@ PageProcess::~PageProcess() {
 }
 
 QString PageProcess::installed() {
-  return QDir::cleanPath(QCoreApplication::applicationDirPath() + u"/../libexec/pendra-page");
+  return QDir::cleanPath(QCoreApplication::applicationDirPath() + u"/../libexec/pendra/pendra-page");
 }
 
 void PageProcess::load(const QString& address, const QString& peer) {

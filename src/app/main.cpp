@@ -6,6 +6,7 @@
 
 #include "Program.h"
 #include "analytics/Consent.h"
+#include "platform/Identifiers.h"
 #include "platform/Log.h"
 #include "platform/SingleInstance.h"
 #include "tour/Tour.h"
@@ -95,6 +96,7 @@ int main(int argc, char** argv) {
   // Without a display name: it would stand behind the title of every window.
   QApplication::setApplicationName(QStringLiteral("pendra"));
   QApplication::setApplicationVersion(QStringLiteral(PENDRA_VERSION));
+  QGuiApplication::setDesktopFileName(pendra::identifiers::kPendra);
   QApplication::setQuitOnLastWindowClosed(false);
   const Arguments arguments = read(QApplication::arguments());
   pendra::Theme::install(application);

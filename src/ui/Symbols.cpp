@@ -28,6 +28,10 @@ QString fileOf(Symbol symbol) {
   return {};
 }
 
+QString drawingOfIcon(int size) {
+  return QStringLiteral(":/icons/%1x%1/apps/com.corvel.pendra.svg").arg(size);
+}
+
 QPixmap tinted(Symbol symbol, const QSize& pixels, const QColor& colour) {
   const QString key = formatted(u"pendra/%@/%@x%@/%@", {fileOf(symbol), QString::number(pixels.width()),
                                                         QString::number(pixels.height()), colour.name()});
@@ -52,6 +56,18 @@ void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QCol
   painter.drawPixmap(rect, pixmap, QRectF(pixmap.rect()));
 }
 
-QIcon programIcon() { return QIcon(QStringLiteral(":/images/pendra.svg")); }
+QIcon programIcon() { return QIcon(drawingOfIcon(128)); }
+
+QIcon windowIcon() {
+  QIcon icon;
+  for (const int size : {16, 22, 48, 128}) {
+    QPixmap pixmap(size, size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    QSvgRenderer(drawingOfIcon(size)).render(&painter);
+    icon.addPixmap(pixmap);
+  }
+  return icon;
+}
 
 }  // namespace pendra

@@ -55,7 +55,7 @@ void Theme::install(QApplication& application) {
   QApplication::setStyle(new PendraStyle);
   QApplication::setFont(controlFont());
   application.setPalette(QPalette());
-  QApplication::setWindowIcon(programIcon());
+  QApplication::setWindowIcon(windowIcon());
 }
 
 void Theme::force(Appearance appearance) {

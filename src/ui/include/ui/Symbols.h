@@ -14,7 +14,10 @@ enum class Symbol { Play, Pause, CheckOn, CheckOff, Notes, Warning };
 /// Draws a sign in one colour, sharp at every scale.
 void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QColor& colour);
 
-/// The program's own sign.
+/// The program's own sign, drawn anew at whatever size.
 [[nodiscard]] QIcon programIcon();
+
+/// The same for the title and the task bar, where each usual size has a drawing of its own.
+[[nodiscard]] QIcon windowIcon();
 
 }  // namespace pendra

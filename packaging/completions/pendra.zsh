@@ -1,0 +1,8 @@
+#compdef pendra
+
+_arguments \
+  '--appearance[light or dark, whatever the desktop says]:appearance:(light dark)' \
+  '(- *)--tour[draw every window into a picture in that folder]:folder:_files -/' \
+  '(- *)--version[print the version and end]' \
+  '(- *)--help[print a summary of the options and end]' \
+  '::document or backup:_files -g "*.(pdr|pdrbackup)"'
