@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 
+#include "analytics/Consent.h"
 #include "model/Model.h"
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
@@ -37,6 +38,7 @@ Stage::Stage(const std::optional<SampleOptions>& sample)
     : now_(SampleClock(sample.value_or(SampleOptions{}).today).now()),
       environment_(makeEnvironment()),
       program_(environment_) {
+  Consent(environment_.defaults).noticeAnswered();  // no picture is about the statistics
   if (sample) writeSample(*sample);
   program_.launch({});
 }
