@@ -101,9 +101,7 @@ const ProtocolMethod* IPCMgr::methodSignatureForSelector(QStringView selector) c
 
 int IPCMgr::sendWhenWritable(const Datagram& datagram, const IPCAddress& toAddress) {
   while (socket_) {
-    socketWritable_ = false;
     const int error = socket_->send(datagram, toAddress, limits_.send);
-    socketWritable_ = error == 0;
     if (!isLackOfBufferSpace(error)) return error;
     // Kept: there is no limit on these retries. The peer may be waiting for room here in its turn.
     if (servingDepth_ < kServingDepth) serveInput();
@@ -118,22 +116,16 @@ Result<void> IPCMgr::fragmentAndSendArchive(QByteArrayView archive, const IPCAdd
   return {};
 }
 
-void IPCMgr::notifyRemoteClientPath(const QString& path, qint64 readyWithProcessId) {
-  const QByteArray archive =
-      archivedMessage(u"notifyRemoteClientPath:readyWithProcessId:", {readyWithProcessId});
-  const Datagram notice{.header = {.sequence = 0, .isReply = true, .lastDatagram = true}, .payload = archive};
-  const auto address = IPCAddress::forPath(path.toLocal8Bit());
-  if (!socket_ || socket_->send(notice, address, limits_.notice) != 0)
-    logLine(QStringLiteral("** could not notify remote client that we are ready"));
-}
-
 // Calling
 
 const KeyedUnarchiver* IPCMgr::replyToInvocation(QStringView selector, const QList<ArchiveValue>& arguments) {
   const ProtocolMethod* method = methodSignatureForSelector(selector);
   Q_ASSERT(method && method->argumentCount == arguments.size());
   logLine(formatted(u"ipc -> %@", {selector}));
-  if (!sendCall(archivedMessage(selector, arguments), *method)) return nullptr;
+  const QByteArray call = archivedMessage(selector, arguments);
+  retObj_.reset();
+  if (const auto sent = fragmentAndSendArchive(call, remoteAddress_, false); !sent)
+    raiseSendFailure(sent.error());
   if (method->oneWay) {
     logLine(formatted(u"ipc oneway %@", {selector}));
     return nullptr;
@@ -151,44 +143,6 @@ ArchiveValue IPCMgr::forwardInvocation(QStringView selector, const QList<Archive
   const ProtocolMethod* method = methodSignatureForSelector(selector);
   if (!reply || method->returns == ProtocolMethod::Returns::Void) return {};
   return unmarkedNil(reply->element(1));
-}
-
-/// False when the call is given up without a word.
-bool IPCMgr::sendCall(QByteArrayView archive, const ProtocolMethod& method) {
-  for (int launches = 0;; ++launches) {
-    retObj_.reset();
-    const auto sent = fragmentAndSendArchive(archive, remoteAddress_, false);
-    if (sent) return true;
-    const int code = sent.error().code;
-    const bool peerIsAbsent = code == ECONNREFUSED || code == ENOENT;
-    if (launches > 0 || !peerIsAbsent || taskURL_.isEmpty()) raiseSendFailure(sent.error());
-    if (taskPreLaunchHandler_ && !taskPreLaunchHandler_()) {
-      if (method.oneWay || method.returns == ProtocolMethod::Returns::Void) return false;
-      raiseSendFailure(sent.error());
-    }
-    launchTask();
-  }
-}
-
-/// Starts the peer and waits for its ready notice, in vain or not.
-void IPCMgr::launchTask() {
-  retObj_.reset();
-  auto task = IPCTask::launch(taskURL_, [this] { taskEnded(); });
-  if (!task) {
-    task_.reset();
-    if (taskPostLaunchHandler_) taskPostLaunchHandler_(nullptr);
-    raise(kVTIPCTask, u"error occurred trying to launch task, error: %@", described(task.error()));
-  }
-  task_ = std::move(task).value();
-  const Deadline deadline = std::chrono::steady_clock::now() + limits_.launch;
-  while (!retObj_ && awaitInput(deadline)) takeInput();
-  if (!retObj_) logLine(QStringLiteral("task did not launch or report back in time"));
-  if (taskPostLaunchHandler_) taskPostLaunchHandler_(task_.get());
-}
-
-void IPCMgr::taskEnded() {
-  const auto ended = std::move(task_);
-  if (taskExitHandler_) taskExitHandler_(*ended);
 }
 
 void IPCMgr::awaitReply(QStringView selector) {

@@ -20,8 +20,7 @@ const QString kOneLacksAPart =
 
 /// Whether the failure came before anything could reach Vantor.
 bool neverLeft(const IPCException& failure) {
-  return failure.name() == kVTIPCSend || failure.name() == kVTIPCArchiverFailure ||
-         failure.name() == kVTIPCTask;
+  return failure.name() == kVTIPCSend || failure.name() == kVTIPCArchiverFailure;
 }
 
 /// An entry of the document that exists while one record is being sent, and is never in the file.

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "IPC/Descriptor.h"
 #include "IPC/KeyedArchiver.h"
 #include "IPC/PDToVTProtocol.h"
 

@@ -79,8 +79,6 @@ inline std::unique_ptr<IPCMgr> serverOf(const SocketFolder& folder, VendedObject
 
 /// Limits so short that a test of a time-out need not last.
 inline constexpr IPCTimeLimits kShortLimits{.reply = std::chrono::milliseconds(300),
-                                            .launch = std::chrono::milliseconds(300),
-                                            .send = std::chrono::milliseconds(50),
-                                            .notice = std::chrono::milliseconds(50)};
+                                            .send = std::chrono::milliseconds(50)};
 
 }  // namespace pendra

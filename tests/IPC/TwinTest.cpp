@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -141,72 +139,6 @@ INSTANTIATE_TEST_SUITE_P(
                      1},
         Misbehaviour{"Restarts", {}, "", true, 2}),
     RowName());
-
-/// A peer that has to be started: its executable is a script in the folder.
-class Launching : public testing::Test {
- protected:
-  void script(const std::string& line) {
-    std::ofstream(path_.toStdString()) << "#!/bin/sh\n" << line << '\n';
-    chmod(path_.toLocal8Bit().constData(), 0755);
-  }
-
-  const SocketFolder folder_;
-  const QString path_ = folder_.path("peer");
-  std::unique_ptr<IPCMgr> client_ = clientOf(folder_);
-};
-
-TEST_F(Launching, TellsOfEveryStep) {
-  QCoreApplication& events = application();
-  script("exec python3 " + kTwin.toStdString() + " launched " + folder_.path("server").toStdString() + ' ' +
-         folder_.path("client").toStdString() + R"( '{"echo:": "argument"}')");
-  std::vector<std::string> steps;
-  client_->setTaskURL(path_);
-  client_->setTaskPreLaunchHandler([&] {
-    steps.emplace_back("pre");
-    return true;
-  });
-  client_->setTaskPostLaunchHandler(
-      [&](const IPCTask* task) { steps.emplace_back(task ? "post" : "failed"); });
-  client_->setTaskExitHandler([&](const IPCTask& task) {
-    steps.push_back("exit " + std::to_string(task.terminationStatus()));
-    events.quit();
-  });
-  EXPECT_EQ(client_->forwardInvocation(u"echo:", {true}), ArchiveValue(true));
-  EXPECT_NE(client_->task(), nullptr);
-  EXPECT_EQ(steps, (std::vector<std::string>{"pre", "post"}));
-  events.exec();
-  EXPECT_EQ(steps.back(), "exit 0");
-  EXPECT_EQ(client_->task(), nullptr);
-}
-
-TEST_F(Launching, IsTriedOnceAndThenGivenUp) {
-  script("exit 0");
-  client_->setTimeLimits(kShortLimits);
-  client_->setTaskURL(path_);
-  int launches = 0;
-  client_->setTaskPostLaunchHandler([&](const IPCTask*) { ++launches; });
-  LogCollector log;
-  EXPECT_TRUE(failureOf([&] { client_->forwardInvocation(u"do", {}); }).starts_with("VTIPCSend: "));
-  EXPECT_EQ(launches, 1);
-  EXPECT_EQ(LogCollector::lines().back(), "task did not launch or report back in time");
-}
-
-TEST_F(Launching, OfNothingIsATaskFailure) {
-  client_->setTaskURL(folder_.path("nothing"));
-  int failures = 0;
-  client_->setTaskPostLaunchHandler([&](const IPCTask* task) { failures += task == nullptr; });
-  EXPECT_EQ(failureOf([&] { client_->forwardInvocation(u"do", {}); }),
-            "VTIPCTask: error occurred trying to launch task, error: No such file or directory (POSIX 2)");
-  EXPECT_EQ(failures, 1);
-}
-
-TEST_F(Launching, MayBeRefused) {
-  client_->setTaskURL(folder_.path("nothing"));
-  client_->setTaskPreLaunchHandler([] { return false; });
-  EXPECT_EQ(failureOf([&] { client_->forwardInvocation(u"tell:", {true}); }), "");
-  EXPECT_EQ(failureOf([&] { client_->forwardInvocation(u"do", {}); }), "");
-  EXPECT_TRUE(failureOf([&] { client_->forwardInvocation(u"echo:", {true}); }).starts_with("VTIPCSend: "));
-}
 
 }  // namespace
 }  // namespace pendra

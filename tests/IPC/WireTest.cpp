@@ -75,11 +75,6 @@ TEST(WireOut, ACallAndAReplyAreArchivesOfTheirArrays) {
   ASSERT_TRUE(peer.send(header(2) + archive, folder.bytes("server")));
   server->serveInput();
   EXPECT_EQ(peer.receive(), header(3) + archive);
-
-  server->notifyRemoteClientPath(folder.path("client"), 4711);
-  EXPECT_EQ(
-      peer.receive(),
-      header(3) + archiveOf({QStringLiteral("notifyRemoteClientPath:readyWithProcessId:"), qint64{4711}}));
 }
 
 /// What the gatherer makes of a run of datagrams; each is named by its sequence and whether it is the last.

@@ -3,7 +3,6 @@
 
     twin.py client SERVER CLIENT REQUESTS.json    calls, prints the answers as JSON, one a line
     twin.py server SERVER REPLIES.json [FLAGS]    answers the calls of one client until it is ended
-    twin.py launched SERVER CLIENT REPLIES.json   sends a ready notice, answers one call, and ends
 
 A request is [[selector, argument...], ...]; a server's replies are {selector: answer}. In JSON a record is
 {"name", "id", "parent"} and a nil is null. FLAGS: "foreign" spells the archive in every other way that the
@@ -163,12 +162,5 @@ def serve(path, replies, *flags):
         answer_one(end, json.loads(replies), "foreign" in flags)
 
 
-def launched(path, client_path, replies):
-    end = bound(path)
-    archive = Archiver().finish(["notifyRemoteClientPath:readyWithProcessId:", os.getpid()])
-    end.sendto(struct.pack(">I", 3) + archive, client_path)
-    answer_one(end, json.loads(replies), False)
-
-
 if __name__ == "__main__":
-    {"client": client, "server": serve, "launched": launched}[sys.argv[1]](*sys.argv[2:])
+    {"client": client, "server": serve}[sys.argv[1]](*sys.argv[2:])

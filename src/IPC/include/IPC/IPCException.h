@@ -8,7 +8,6 @@ namespace pendra {
 /// The names of the channel's failures.
 inline const QString kVTIPCArchiverFailure = QStringLiteral("VTIPCArchiverFailure");
 inline const QString kVTIPCSend = QStringLiteral("VTIPCSend");
-inline const QString kVTIPCTask = QStringLiteral("VTIPCTask");
 inline const QString kVTIPCTimeout = QStringLiteral("VTIPCTimeout");
 inline const QString kVTIPCUnArchiverFailure = QStringLiteral("VTIPCUnArchiverFailure");
 inline const QString kVTIPCNoMethod = QStringLiteral("VTIPCNoMethod");

@@ -3,7 +3,6 @@
 // arrives is looked at only while a call waits (calling side) or when `serveInput` is called (serving side).
 
 #include <chrono>
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -11,7 +10,6 @@
 #include "IPC/Datagram.h"
 #include "IPC/IPCAddress.h"
 #include "IPC/IPCException.h"
-#include "IPC/IPCTask.h"
 #include "IPC/KeyedUnarchiver.h"
 #include "IPC/Protocol.h"
 #include "IPC/SupportedClasses.h"
@@ -24,10 +22,8 @@ class IPCSocket;
 
 /// How long the channel waits. Others than these are for tests only.
 struct IPCTimeLimits {
-  std::chrono::milliseconds reply{5000};    ///< for a reply, once the call is sent
-  std::chrono::milliseconds launch{5000};   ///< for a launched peer to report
-  std::chrono::milliseconds send{5000};     ///< for room for one datagram, before asking again
-  std::chrono::milliseconds notice{10000};  ///< for room for the ready notice
+  std::chrono::milliseconds reply{5000};  ///< for a reply, once the call is sent
+  std::chrono::milliseconds send{5000};   ///< for room for one datagram, before asking again
 };
 
 /// One end of a channel of calls between two processes of the same user. Either it calls, or it vends an
@@ -61,8 +57,6 @@ class IPCMgr {
   void discardInput();
   /// Takes the next message as far as it has arrived, and performs and answers it when it is a call.
   void serveInput();
-  /// Tells a client at a path that this side is ready.
-  void notifyRemoteClientPath(const QString& path, qint64 readyWithProcessId);
   /// Sends one archive in as many datagrams as it takes, however long the receiver lets it wait for room.
   /// What was sent before a failure stays sent.
   Result<void> fragmentAndSendArchive(QByteArrayView archive, const IPCAddress& toAddress, bool isReply);
@@ -74,39 +68,11 @@ class IPCMgr {
   /// Closes the endpoint. Its socket file stays until the next bind.
   void invalidate();
 
-  [[nodiscard]] bool socketWritable() const { return socketWritable_; }
   /// The descriptor of the socket, -1 once it is closed.
   [[nodiscard]] int socketRef() const;
   /// The descriptor that an event loop of the serving side watches in order to call `serveInput`.
   [[nodiscard]] int runLoopSource() const { return socketRef(); }
-  [[nodiscard]] VendedObject* vendedProxy() const { return vendedProxy_; }
-  [[nodiscard]] const SupportedClasses& supportedClasses() const { return supportedClasses_; }
   [[nodiscard]] const QByteArray& fragmentBuffer() const { return gatherer_.fragmentBuffer(); }
-  [[nodiscard]] const std::optional<KeyedUnarchiver>& retObj() const { return retObj_; }
-  [[nodiscard]] const Protocol& protocol() const { return protocol_; }
-  [[nodiscard]] const IPCAddress& remoteAddress() const { return remoteAddress_; }
-  [[nodiscard]] const IPCTask* task() const { return task_.get(); }
-
-  /// The executable to launch when the peer is absent; empty launches nothing.
-  [[nodiscard]] const QString& taskURL() const { return taskURL_; }
-  void setTaskURL(QString executable) { taskURL_ = std::move(executable); }
-  [[nodiscard]] const std::function<bool()>& taskPreLaunchHandler() const { return taskPreLaunchHandler_; }
-  [[nodiscard]] const std::function<void(const IPCTask*)>& taskPostLaunchHandler() const {
-    return taskPostLaunchHandler_;
-  }
-  [[nodiscard]] const std::function<void(const IPCTask&)>& taskExitHandler() const {
-    return taskExitHandler_;
-  }
-  /// Asked before a launch; false means do not.
-  void setTaskPreLaunchHandler(std::function<bool()> handler) { taskPreLaunchHandler_ = std::move(handler); }
-  /// Told when a launch attempt is over; null when it failed.
-  void setTaskPostLaunchHandler(std::function<void(const IPCTask*)> handler) {
-    taskPostLaunchHandler_ = std::move(handler);
-  }
-  /// Told, from the event loop, when a launched task has ended.
-  void setTaskExitHandler(std::function<void(const IPCTask&)> handler) {
-    taskExitHandler_ = std::move(handler);
-  }
   void setTimeLimits(const IPCTimeLimits& limits) { limits_ = limits; }
 
  private:
@@ -116,9 +82,6 @@ class IPCMgr {
   static Result<std::unique_ptr<IPCMgr>> bound(const QString& localPath, Protocol protocol,
                                                SupportedClasses supportedClasses);
 
-  bool sendCall(QByteArrayView archive, const ProtocolMethod& method);
-  void launchTask();
-  void taskEnded();
   bool awaitInput(Deadline deadline);
   bool takeInput(std::chrono::milliseconds limit = {});
   void awaitReply(QStringView selector);
@@ -132,16 +95,9 @@ class IPCMgr {
   VendedObject* vendedProxy_ = nullptr;
   IPCAddress remoteAddress_;
   IPCTimeLimits limits_;
-  bool socketWritable_ = false;
   int servingDepth_ = 0;
   DatagramGatherer gatherer_;
   std::optional<KeyedUnarchiver> retObj_;
-
-  QString taskURL_;
-  std::function<bool()> taskPreLaunchHandler_;
-  std::function<void(const IPCTask*)> taskPostLaunchHandler_;
-  std::function<void(const IPCTask&)> taskExitHandler_;
-  std::unique_ptr<IPCTask> task_;
 };
 
 }  // namespace pendra
