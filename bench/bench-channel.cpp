@@ -15,9 +15,9 @@
 #include <numeric>
 #include <string_view>
 
-#include "IPC/KeyedArchiver.h"
-#include "IPC/PDToVTProtocol.h"
 #include "Ratio.h"
+#include "channel/KeyedArchiver.h"
+#include "channel/PDToVTProtocol.h"
 
 using namespace pendra;
 
@@ -253,7 +253,7 @@ void Bench::waiting() {
   const double waited = bench::medianMilliseconds(1, [&] {
     try {
       channel->forwardInvocation(u"companyFileName", {});
-    } catch (const IPCException&) {
+    } catch (const ChannelFailure&) {
     }
   });
   std::printf("processor time of a waiting caller: %.2f ms in %.2f s (aim none)\n",

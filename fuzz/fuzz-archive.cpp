@@ -2,9 +2,9 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "IPC/KeyedArchiver.h"
-#include "IPC/KeyedUnarchiver.h"
-#include "IPC/PDToVTProtocol.h"
+#include "channel/KeyedArchiver.h"
+#include "channel/KeyedUnarchiver.h"
+#include "channel/PDToVTProtocol.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // Takes any bytes as a run of datagrams, each behind two bytes of length, as they would come from the socket.
 #include <cstdint>
 
-#include "IPC/IPCMgr.h"
-#include "IPC/KeyedArchiver.h"
-#include "IPC/PDToVTProtocol.h"
+#include "channel/IPCMgr.h"
+#include "channel/KeyedArchiver.h"
+#include "channel/PDToVTProtocol.h"
 
 namespace {
 
@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     try {
       channel->receivedData(datagram.sliced(pendra::kHeaderSize), header->sequence, header->isReply, {},
                             header->lastDatagram);
-    } catch (const pendra::IPCException&) {
+    } catch (const pendra::ChannelFailure&) {
     }
   };
   while (rest.size() > 2) {

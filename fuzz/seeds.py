@@ -7,7 +7,7 @@ import pathlib
 import struct
 import sys
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "IPC"))
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "channel"))
 import twin  # noqa: E402
 
 MESSAGES = {

@@ -2,10 +2,10 @@
 // rows away and once to bring a document in line with them.
 
 #include "Desk.h"
-#include "IPC/KeyedArchiver.h"
-#include "IPC/KeyedUnarchiver.h"
-#include "IPC/PDToVTProtocol.h"
 #include "Ratio.h"
+#include "channel/KeyedArchiver.h"
+#include "channel/KeyedUnarchiver.h"
+#include "channel/PDToVTProtocol.h"
 #include "model/Customer.h"
 #include "model/Job.h"
 #include "model/Service.h"

@@ -9,8 +9,8 @@
 #include <unistd.h>
 
 #include "Desk.h"
-#include "IPC/PDToVTProtocol.h"
 #include "Ratio.h"
+#include "channel/PDToVTProtocol.h"
 #include "document/DocumentLoading.h"
 #include "link/ChannelServer.h"
 #include "link/Submission.h"

@@ -1,6 +1,6 @@
 #include "link/ChannelServer.h"
 
-#include "IPC/PDToVTProtocol.h"
+#include "channel/PDToVTProtocol.h"
 
 namespace pendra {
 

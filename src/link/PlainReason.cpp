@@ -2,7 +2,7 @@
 
 namespace pendra {
 
-QString plainReason(const IPCException& failure) {
+QString plainReason(const ChannelFailure& failure) {
   if (failure.name() == kVTIPCTimeout) return QStringLiteral("Vantor did not answer in time");
   if (failure.name() == kVTIPCSend) return QStringLiteral("Vantor could not be reached");
   if (failure.name() == kVTIPCUnArchiverFailure)

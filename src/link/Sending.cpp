@@ -1,4 +1,4 @@
-#include "IPC/IPCException.h"
+#include "channel/ChannelFailure.h"
 #include "document/Saving.h"
 #include "link/ActivityTitle.h"
 #include "link/MergedRecords.h"
@@ -19,7 +19,7 @@ const QString kOneLacksAPart =
     QStringLiteral("one lacks a customer, job or service that Vantor knows, and none was sent after it");
 
 /// Whether the failure came before anything could reach Vantor.
-bool neverLeft(const IPCException& failure) {
+bool neverLeft(const ChannelFailure& failure) {
   return failure.name() == kVTIPCSend || failure.name() == kVTIPCArchiverFailure;
 }
 
@@ -148,7 +148,7 @@ bool Submission::transmit(const TimeEntry& period, const Activity& activity, Ent
   try {
     const QString record = kTimeRecordDeclaration + timeRecord(activity, period, identity);
     parts_.checks.remoteServer().submitTime(record);
-  } catch (const IPCException& failure) {
+  } catch (const ChannelFailure& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
     if (neverLeft(failure)) {
       unmarkSending(entries);

@@ -4,7 +4,7 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 
-#include "IPC/IPCException.h"
+#include "channel/ChannelFailure.h"
 #include "document/DocumentFiles.h"
 #include "document/DocumentLoading.h"
 #include "document/Saving.h"
@@ -58,7 +58,7 @@ void SetupFlow::askVantor() {
     awaitCompany();
     showCompany();
     display_.employeeNames = checks_.connection()->getEmployeeNamesArray();
-  } catch (const IPCException&) {
+  } catch (const ChannelFailure&) {
     // Without all answers there is nobody to link to.
     company_.reset();
     display_.companyFile.clear();
@@ -197,7 +197,7 @@ void SetupFlow::beginLinked() {
   show();
   try {
     lists_.loadLists();
-  } catch (const IPCException& failure) {
+  } catch (const ChannelFailure& failure) {
     // The document stands all the same; its lists can be fetched later.
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
     createNewTimer(session_);

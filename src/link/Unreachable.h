@@ -1,6 +1,6 @@
 #pragma once
 
-#include "IPC/IPCException.h"
+#include "channel/ChannelFailure.h"
 #include "link/RemoteServer.h"
 
 namespace pendra {
@@ -15,7 +15,7 @@ class Unreachable final : public RemoteServer {
   std::optional<std::vector<NameAndRecNumber>> getJobsArray() override { return std::nullopt; }
   bool canTalkToPendra() override { return false; }
   void submitTime(const QString&) override {
-    throw IPCException(kVTIPCSend, QStringLiteral("there is no channel to Vantor"));
+    throw ChannelFailure(kVTIPCSend, QStringLiteral("there is no channel to Vantor"));
   }
 };
 

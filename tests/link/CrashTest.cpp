@@ -8,8 +8,8 @@
 #include <csignal>
 #include <random>
 
-#include "IPC/IPCException.h"
 #include "Sender.h"
+#include "channel/ChannelFailure.h"
 #include "support/TestSession.h"
 
 namespace pendra {
@@ -81,7 +81,7 @@ std::unique_ptr<Process> startSender(const SendingPlace& place) {
   return std::make_unique<Process>([place] {
     try {
       sendAll(place);
-    } catch (const IPCException&) {
+    } catch (const ChannelFailure&) {
       // Vantor was killed before the sending began.
     }
   });

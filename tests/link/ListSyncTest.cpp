@@ -1,5 +1,5 @@
-#include "IPC/IPCException.h"
 #include "ScriptedVantor.h"
+#include "channel/ChannelFailure.h"
 
 namespace pendra {
 namespace {
@@ -201,8 +201,8 @@ TEST_F(ListSyncTest, ARunningTimerIsAskedAboutAfterTheCompany) {
   EXPECT_EQ(vantor.timesAsked("services"), 0);
   EXPECT_EQ(vantor.openChannels, 0);
 
-  vantor.whenAsked = [](const QString&) { throw IPCException(kVTIPCTimeout, "scripted"); };
-  EXPECT_THROW(lists.updateLists(), IPCException);
+  vantor.whenAsked = [](const QString&) { throw ChannelFailure(kVTIPCTimeout, "scripted"); };
+  EXPECT_THROW(lists.updateLists(), ChannelFailure);
   EXPECT_EQ(vantor.openChannels, 0) << "a late answer must not answer a later call";
 }
 

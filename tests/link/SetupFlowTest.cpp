@@ -1,7 +1,7 @@
 #include "link/SetupFlow.h"
 
-#include "IPC/IPCException.h"
 #include "ScriptedVantor.h"
+#include "channel/ChannelFailure.h"
 #include "support/LogCapture.h"
 #include "support/Rows.h"
 
@@ -84,9 +84,9 @@ TEST_F(SetupTest, ACompanyThatIsNotOpenYetIsAskedForAgain) {
 
 TEST_F(SetupTest, WhoDoesNotAnswerWhollyCannotBeLinkedTo) {
   vantor.whenAsked = [](const QString& what) {
-    if (what == "employees") throw IPCException(kVTIPCTimeout, "scripted");
+    if (what == "employees") throw ChannelFailure(kVTIPCTimeout, "scripted");
   };
-  EXPECT_THROW(flow.start(), IPCException);
+  EXPECT_THROW(flow.start(), ChannelFailure);
   EXPECT_FALSE(view.display.ok || view.display.linkedControls);
   EXPECT_EQ(view.display.companyFile, QString());
   EXPECT_TRUE(view.display.canLookAgain);
@@ -193,7 +193,7 @@ TEST_F(SetupTest, AVantorThatGoesWhileTheListsLoadLeavesAUsableDocument) {
   flow.start();
   (void)chosen("Acme.pdr");
   vantor.whenAsked = [](const QString& what) {
-    if (what == "customers") throw IPCException(kVTIPCTimeout, "timeout");
+    if (what == "customers") throw ChannelFailure(kVTIPCTimeout, "timeout");
   };
   const LogCapture log;
   flow.save();

@@ -1,8 +1,8 @@
 #include "link/Submission.h"
 
-#include "IPC/IPCException.h"
 #include "ListedRows.h"
 #include "ScriptedVantor.h"
+#include "channel/ChannelFailure.h"
 #include "link/MergedRecords.h"
 #include "link/TimeRecord.h"
 #include "platform/Preferences.h"
@@ -37,7 +37,7 @@ class SubmissionTest : public LinkTest {
   /// Vantor fails at the record of that number, from 1.
   void failAt(int number, const QString& name) {
     vantor.whenSubmitted = [this, number, name](const QString&) {
-      if (vantor.timesAsked("submitTime") == number) throw IPCException(name, "scripted");
+      if (vantor.timesAsked("submitTime") == number) throw ChannelFailure(name, "scripted");
     };
   }
   [[nodiscard]] QString notice() {
@@ -331,9 +331,9 @@ TEST_F(SubmissionTest, AFailingRefreshEndsTheCommandAndShowsTheWindowAnew) {
   addRow(desk.addActivity(acme, design), "2026-11-24T08:00:00Z", 60);
   desk.session.ports().interfaces.load(Interface::TimerWindow);
   vantor.whenAsked = [](const QString& what) {
-    if (what == "jobs") throw IPCException(kVTIPCTimeout, "scripted");
+    if (what == "jobs") throw ChannelFailure(kVTIPCTimeout, "scripted");
   };
-  EXPECT_THROW(submission.sendSelectedTime(), IPCException);
+  EXPECT_THROW(submission.sendSelectedTime(), ChannelFailure);
   EXPECT_FALSE(progress.spinning);
   EXPECT_EQ(vantor.openChannels, 0);
   EXPECT_THAT(desk.windows.calls(), testing::ElementsAre(QString("reloadData"), QString("updateMainButton")));

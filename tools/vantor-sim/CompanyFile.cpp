@@ -4,7 +4,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "IPC/PDToVTProtocol.h"
+#include "channel/PDToVTProtocol.h"
 
 namespace pendra {
 namespace {

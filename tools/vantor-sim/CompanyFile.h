@@ -3,7 +3,7 @@
 #include <QJsonArray>
 #include <QString>
 
-#include "IPC/ArchiveValue.h"
+#include "channel/ArchiveValue.h"
 #include "platform/Result.h"
 
 namespace pendra {

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include "IPC/Descriptor.h"
+#include "channel/Descriptor.h"
 #include "platform/Result.h"
 
 namespace pendra {

@@ -4,8 +4,8 @@
 
 #include <QThread>
 
-#include "IPC/KeyedArchiver.h"
-#include "IPC/PDToVTProtocol.h"
+#include "channel/KeyedArchiver.h"
+#include "channel/PDToVTProtocol.h"
 
 namespace pendra {
 namespace {

@@ -2,8 +2,8 @@
 
 #include "CompanyFile.h"
 #include "Fault.h"
-#include "IPC/IPCMgr.h"
 #include "RecordsFile.h"
+#include "channel/IPCMgr.h"
 
 namespace pendra {
 

@@ -10,8 +10,8 @@
 #include <cstdio>
 #include <initializer_list>
 
-#include "IPC/PDToVTProtocol.h"
 #include "VantorServer.h"
+#include "channel/PDToVTProtocol.h"
 #include "platform/Identifiers.h"
 #include "platform/Log.h"
 #include "platform/Places.h"
@@ -74,7 +74,7 @@ Options read(const QCoreApplication& application) {
 void serve(IPCMgr& channel) {
   try {
     channel.serveInput();
-  } catch (const IPCException& failure) {
+  } catch (const ChannelFailure& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
   } catch (const Unanswered&) {
   }

@@ -12,7 +12,7 @@ void runCommand(Session& session, const QString& name, const std::function<void(
   try {
     command();
     session.notices().withdraw(key);
-  } catch (const IPCException& failure) {
+  } catch (const ChannelFailure& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
     session.notices().post({.key = key,
                             .text = formatted(u"“%@” was not finished: %@.", {name, plainReason(failure)}),

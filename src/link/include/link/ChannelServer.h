@@ -1,11 +1,11 @@
 #pragma once
 
-#include "IPC/IPCMgr.h"
+#include "channel/IPCMgr.h"
 #include "link/RemoteServer.h"
 
 namespace pendra {
 
-/// Makes the channel of the IPC folder with the given time limits, which are the channel's own but in tests.
+/// Makes the channel to Vantor with the given time limits, which are the channel's own but in tests.
 [[nodiscard]] ConnectToVantor connectOverChannel(const IPCTimeLimits& limits = {});
 
 }  // namespace pendra
