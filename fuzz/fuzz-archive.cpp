@@ -2,9 +2,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "channel/KeyedArchiver.h"
-#include "channel/KeyedUnarchiver.h"
-#include "channel/PDToVTProtocol.h"
+#include "channel/Archive.h"
 
 namespace {
 
@@ -12,27 +10,23 @@ namespace {
 /// written.
 int spelledOut(const pendra::ArchiveValue& value, int limit) {
   int count = 1;
-  const auto add = [&](const auto& parts) {
-    for (const auto& part : parts)
+  if (const auto* array = value.as<pendra::ArchiveValue::Array>())
+    for (const auto& part : *array)
       if (count < limit) count += spelledOut(part, limit - count);
-  };
-  if (const auto* array = value.as<pendra::ArchiveValue::Array>()) add(*array);
-  if (const auto* record = value.as<pendra::ArchiveRecord>()) add(record->fields);
   return count;
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const auto classes = pendra::supportedClassesOfPDToVT();
   const QByteArrayView bytes(data, static_cast<qsizetype>(size));
-  const auto read = pendra::unarchivedValue(bytes, classes);
+  const auto read = pendra::readArchive(bytes);
   if (!read || spelledOut(read.value(), 100000) >= 100000) return 0;
-  const auto written = pendra::archivedData(read.value());
+  const auto written = pendra::writeArchive(read.value());
   if (!written) std::abort();
-  const auto again = pendra::unarchivedValue(written.value(), classes);
+  const auto again = pendra::readArchive(written.value());
   if (!again) std::abort();
   // A number that is not one differs from itself, so the archives are compared.
-  if (pendra::archivedData(again.value()).value() != written.value()) std::abort();
+  if (pendra::writeArchive(again.value()).value() != written.value()) std::abort();
   return 0;
 }

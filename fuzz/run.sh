@@ -26,4 +26,3 @@ for target in "${targets[@]}"; do
   }
   echo "fuzz-$target: $(sed -n 's/^stat::number_of_executed_units: *//p' "build/fuzz/$target.log") runs in $seconds s"
 done
-rm -rf /tmp/pendra-fuzz-*

@@ -3,9 +3,7 @@
 
 #include "Desk.h"
 #include "Ratio.h"
-#include "channel/KeyedArchiver.h"
-#include "channel/KeyedUnarchiver.h"
-#include "channel/PDToVTProtocol.h"
+#include "channel/Archive.h"
 #include "model/Customer.h"
 #include "model/Job.h"
 #include "model/Service.h"
@@ -13,7 +11,7 @@
 namespace pendra::bench {
 namespace {
 
-using Rows = std::vector<NameAndRecNumber>;
+using Rows = std::vector<ListRow>;
 
 /// The three lists of a company, as the archives that travel.
 class Company {
@@ -34,21 +32,21 @@ class Company {
   static QByteArray archiveOf(const char* name, char kind, int count, int parents) {
     ArchiveValue::Array rows;
     for (int i = 0; i < count; ++i) {
-      NameAndRecNumber row{QStringLiteral("%1 %2").arg(QLatin1StringView(name)).arg(i),
-                           QStringLiteral("%1%2").arg(QChar::fromLatin1(kind)).arg(i),
-                           {}};
-      if (parents > 0) row.parentObjectID = QStringLiteral("c%1").arg(i % parents);
-      rows.push_back(archivedRow(row));
+      ListRow row{QStringLiteral("%1 %2").arg(QLatin1StringView(name)).arg(i),
+                  QStringLiteral("%1%2").arg(QChar::fromLatin1(kind)).arg(i),
+                  {}};
+      if (parents > 0) row.parent = QStringLiteral("c%1").arg(i % parents);
+      rows.push_back(row);
     }
-    ArchiveValue::Array reply;
-    reply.push_back(ArchiveValue(rows));
-    return archivedData(ArchiveValue(reply)).value();
+    return writeArchive(rows).value();
   }
   static Rows decoded(const QByteArray& archive) {
-    const auto read = KeyedUnarchiver::initForReadingFromData(archive, supportedClassesOfPDToVT());
-    RowTaker<NameAndRecNumber> taker;
-    if (!read || !read.value().takeRecords(0, kNameAndRecNumberClass, taker)) std::abort();
-    return std::move(taker.rows);
+    auto read = readArchive(archive);
+    if (!read) std::abort();
+    Rows rows;
+    for (ArchiveValue& row : *read.value().as<ArchiveValue::Array>())
+      rows.push_back(std::move(*row.as<ListRow>()));
+    return rows;
   }
 
   QByteArray customers_;
@@ -74,7 +72,9 @@ class Vantor final : public RemoteServer {
 class Synchronising {
  public:
   explicit Synchronising(const Company& company)
-      : checks_(desk_.session, [&](const auto&, const auto&) { return std::make_unique<Vantor>(company); }) {}
+      : checks_(desk_.session, [&](const auto&, const auto&) {
+          return std::unique_ptr<RemoteServer>(std::make_unique<Vantor>(company));
+        }) {}
 
   void emptyDocument() {
     desk_.session.setContext(

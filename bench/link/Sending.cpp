@@ -10,7 +10,7 @@
 
 #include "Desk.h"
 #include "Ratio.h"
-#include "channel/PDToVTProtocol.h"
+#include "channel/ServingEnd.h"
 #include "document/DocumentLoading.h"
 #include "link/ChannelServer.h"
 #include "link/Submission.h"
@@ -25,15 +25,10 @@ constexpr int kEntries = 1000;
 constexpr int kTurns = 5;
 
 /// Takes every record and has empty lists to give.
-class Vantor final : public VendedObject {
- public:
-  const ProtocolMethod* methodSignatureForSelector(QStringView selector) const override {
-    return PDToVTProtocol.methodSignatureForSelector(selector);
-  }
-  ArchiveValue perform(const ProtocolMethod& method, const QList<ArchiveValue>&) override {
-    return method.selector == u"companyFileName" ? ArchiveValue() : ArchiveValue(QStringLiteral("yes"));
-  }
-};
+ArchiveValue perform(const Operation& operation, const ArchiveValue::Array&) {
+  if (operation.name == operations::kCompanyFileName.name) return {};
+  return QStringLiteral("yes");
+}
 
 /// Vantor in a process of its own, until the end of the scope.
 class Serving {
@@ -54,11 +49,10 @@ class Serving {
 
  private:
   [[noreturn]] static void serve(const QString& path, int ready) {
-    Vantor vantor;
-    auto made = IPCMgr::initVendedProxy(vantor, path, PDToVTProtocol, supportedClassesOfPDToVT());
+    auto made = ServingEnd::bound(path, perform);
     if (!made || ::write(ready, "r", 1) != 1) ::_exit(1);
     for (;;) {
-      pollfd one{.fd = made.value()->runLoopSource(), .events = POLLIN, .revents = 0};
+      pollfd one{.fd = made.value()->descriptor(), .events = POLLIN, .revents = 0};
       ::poll(&one, 1, -1);
       made.value()->serveInput();
     }
@@ -103,11 +97,10 @@ void fill(Session& session) {
 
 void callBarely(const Places& places, const QString& record) {
   const QString folder = places.caches + u'/' + identifiers::kPendra;
-  auto made = IPCMgr::initForPath(folder + u"/vtserver.socket", PDToVTProtocol, folder + u"/pdclient.socket",
-                                  supportedClassesOfPDToVT());
+  auto made = CallingEnd::bound(folder + u"/vtserver.socket", folder + u"/pdclient.socket");
   if (!made) std::abort();
-  for (int i = 0; i < kEntries; ++i) made.value()->forwardInvocation(u"submitTime:", {record});
-  made.value()->invalidate();
+  const Call call{.operation = &operations::kSubmitTime, .arguments = ArchiveValue::Array(1, record)};
+  for (int i = 0; i < kEntries; ++i) (void)made.value()->call(call);
 }
 
 /// As many durable commits of one row, in a file with the document's own settings and table.

@@ -1,6 +1,6 @@
 #include "ArchiveScan.h"
 
-#include "channel/KeyedArchiver.h"
+#include "channel/Archive.h"
 #include "platform/Text.h"
 
 namespace pendra {
@@ -8,23 +8,26 @@ namespace {
 
 using Kind = PropertyListReader::Kind;
 
-// The keys that mean something to the reader. Those of the permitted records follow.
-enum Key : std::size_t { kClass, kClassName, kObjects, kString, kFirstRecordKey };
-
 constexpr std::size_t kKeptShapes = 16;
 constexpr qsizetype kBlockOverhead = 32;
 
-/// What a class is to the reader; kept in `first` of its node.
-enum ClassMeaning : quint32 { kArrayClass, kTextClass, kNilArgClass, kFirstRecordClass };
+/// The keys in the order in which the scan numbers them.
+constexpr std::array<QStringView, 7> kKeys{u"$class",
+                                           u"$classname",
+                                           archive_keys::kArray[0],
+                                           u"NS.string",
+                                           archive_keys::kListRow[0],
+                                           archive_keys::kListRow[1],
+                                           archive_keys::kListRow[2]};
 
-std::optional<quint32> meaningOf(const PropertyListReader& list, const PropertyListReader::Object& name,
-                                 const SupportedClasses& classes) {
-  if (list.isText(name, u"NSArray") || list.isText(name, u"NSMutableArray")) return kArrayClass;
-  if (list.isText(name, u"IPCNilArg")) return kNilArgClass;
-  if (classes.strings && (list.isText(name, u"NSString") || list.isText(name, u"NSMutableString")))
-    return kTextClass;
-  for (quint32 i = 0; i < classes.records.size(); ++i)
-    if (list.isText(name, classes.records[i]->name)) return kFirstRecordClass + i;
+/// What a class is to the reader, beside those of the format: a text that stands as an object.
+constexpr quint32 kTextClass = kArchiveClassCount;
+
+std::optional<quint32> meaningOf(const PropertyListReader& list, const PropertyListReader::Object& name) {
+  for (quint32 index = 0; index < kArchiveClassCount; ++index)
+    if (list.isText(name, kArchiveClasses[index].name)) return index;
+  if (list.isText(name, u"NSMutableArray")) return kArrayClass;
+  if (list.isText(name, u"NSString") || list.isText(name, u"NSMutableString")) return kTextClass;
   return {};
 }
 
@@ -37,7 +40,7 @@ bool ArchiveScan::fail(const QString& why) {
 
 bool ArchiveScan::spend(qsizetype bytes) {
   table_.memory += bytes;
-  return table_.memory <= memoryLimit_ || fail(QStringLiteral("the archive is too large"));
+  return table_.memory <= kArchiveMemory || fail(QStringLiteral("the archive is too large"));
 }
 
 /// Objects of an honest list do not overlap, so their parts together are no more than its bytes.
@@ -47,14 +50,8 @@ bool ArchiveScan::work(qsizetype steps) {
 }
 
 bool ArchiveScan::run(qsizetype size) {
-  if (size > memoryLimit_) return fail(QStringLiteral("the archive is too large"));
+  if (size > kArchiveMemory) return fail(QStringLiteral("the archive is too large"));
   workLeft_ = 4 * size;
-  keys_ = {QStringLiteral("$class"), QStringLiteral("$classname"), QStringLiteral("NS.objects"),
-           QStringLiteral("NS.string")};
-  for (const ArchiveClass* record : classes_.records) {
-    recordKeys_.push_back(static_cast<quint32>(keys_.size()));
-    keys_.insert(keys_.end(), record->keys.begin(), record->keys.end());
-  }
   if (!readTop()) return fail(QStringLiteral("not a keyed archive"));
   const auto count = static_cast<quint32>(objects_.count);
   if (!spend(count * static_cast<qsizetype>(sizeof(ArchiveNode) + 2 * sizeof(quint32)))) return false;
@@ -106,18 +103,19 @@ quint32 ArchiveScan::numberAt(quint64 reference) const {
   return number < static_cast<quint64>(objects_.count) ? static_cast<quint32>(number) : kNoNumber;
 }
 
-/// Records of one class mostly have their keys in one order, so the last shapes are kept.
+/// Rows mostly have their keys in one order, so the last shapes are kept.
 const ArchiveScan::Shape* ArchiveScan::shapeOf(const Object& dictionary) {
   const QByteArrayView bytes = list_.keyBytes(dictionary);
   for (const Shape& shape : shapes_)
     if (bytes == shape.keys) return &shape;
   if (!work(dictionary.count)) return nullptr;
-  Shape shape{.keys = bytes.toByteArray(), .positions = std::vector<qsizetype>(keys_.size(), -1)};
+  Shape shape{.keys = bytes.toByteArray(), .positions = {}};
+  shape.positions.fill(-1);
   for (qsizetype i = dictionary.count; i-- > 0;) {
     const auto name = list_.object(list_.reference(dictionary, i));
     if (name.kind != Kind::Text) return nullptr;
-    for (std::size_t key = 0; key < keys_.size(); ++key)
-      if (list_.isText(name, keys_[key])) shape.positions[key] = i;
+    for (std::size_t key = 0; key < kKeyCount; ++key)
+      if (list_.isText(name, kKeys[key])) shape.positions[key] = i;
   }
   if (shapes_.size() < kKeptShapes && bytes.size() <= 1024) return &shapes_.emplace_back(std::move(shape));
   otherShape_ = std::move(shape);
@@ -147,7 +145,7 @@ bool ArchiveScan::readNode(quint32 number) {
 bool ArchiveScan::readClass(quint32 number, const Object& dictionary, const Shape& shape) {
   const auto name = list_.object(list_.reference(dictionary, dictionary.count + shape.positions[kClassName]));
   if (name.kind != Kind::Text) return false;
-  const auto meaning = meaningOf(list_, name, classes_);
+  const auto meaning = meaningOf(list_, name);
   if (!meaning) return fail(formatted(u"class %@ is not permitted", {list_.text(name).left(100)}));
   table_.nodes[number].kind = NodeKind::Class;
   table_.nodes[number].first = *meaning;
@@ -167,17 +165,16 @@ bool ArchiveScan::readInstance(const Object& dictionary, const Shape& shape, Arc
     const Shape* again = shapeOf(dictionary);
     return again && readInstance(dictionary, *again, node);
   }
-  switch (const quint32 meaning = table_.nodes[number].first) {
+  switch (table_.nodes[number].first) {
     case kArrayClass:
       return readArray(dictionary, shape, node);
     case kTextClass:
       return readTextObject(dictionary, shape, node);
-    case kNilArgClass:
-      node.kind = NodeKind::NilArg;
-      return true;
+    case kListRowClass:
+      return readRow(dictionary, shape, node);
     default:
-      node.recordClass = static_cast<quint8>(meaning - kFirstRecordClass);
-      return readRecord(dictionary, shape, node);
+      node.kind = NodeKind::NilMarker;
+      return true;
   }
 }
 
@@ -206,14 +203,12 @@ bool ArchiveScan::readArray(const Object& dictionary, const Shape& shape, Archiv
   return true;
 }
 
-bool ArchiveScan::readRecord(const Object& dictionary, const Shape& shape, ArchiveNode& node) {
-  const qsizetype keyCount = classes_.records[node.recordClass]->keys.size();
-  const qsizetype* position = shape.positions.data() + recordKeys_[node.recordClass];
-  quint32* part = addParts(node, NodeKind::Record, keyCount);
+bool ArchiveScan::readRow(const Object& dictionary, const Shape& shape, ArchiveNode& node) {
+  quint32* part = addParts(node, NodeKind::Row, archive_keys::kListRow.size());
   if (!part) return false;
-  for (qsizetype i = 0; i < keyCount; ++i, ++part) {
-    if (position[i] < 0) continue;
-    const auto number = numberAt(list_.reference(dictionary, dictionary.count + position[i]));
+  for (std::size_t key = kFirstRowKey; key < kKeyCount; ++key, ++part) {
+    if (shape.positions[key] < 0) continue;
+    const auto number = numberAt(list_.reference(dictionary, dictionary.count + shape.positions[key]));
     if (number == kNoNumber) return false;
     *part = number;
   }
@@ -248,19 +243,28 @@ bool ArchiveScan::follow(quint32 number, int depth) {
   node.seen = true;
   switch (node.kind) {
     case NodeKind::Text:
-      if (!classes_.strings) return fail(QStringLiteral("class NSString is not permitted"));
       return spend(kBlockOverhead + qsizetype{node.count} * 2);
     case NodeKind::Number:
-      return classes_.numbers || fail(QStringLiteral("class NSNumber is not permitted"));
-    case NodeKind::NilArg:
+    case NodeKind::NilMarker:
       return true;
     case NodeKind::Array:
-    case NodeKind::Record:
       return spend(kBlockOverhead + node.count * static_cast<qsizetype>(sizeof(ArchiveValue))) &&
              followParts(node, depth);
+    case NodeKind::Row:
+      return followParts(node, depth) && holdsTexts(node);
     default:
       return fail(QStringLiteral("the archive holds an object that is no value"));
   }
+}
+
+bool ArchiveScan::holdsTexts(const ArchiveNode& row) {
+  for (quint32 i = 0; i < row.count; ++i) {
+    const quint32 part = table_.parts[row.first + i];
+    const NodeKind kind = table_.nodes[part].kind;
+    if (part != 0 && kind != NodeKind::Text && kind != NodeKind::NilMarker)
+      return fail(QStringLiteral("a field of a row is no text"));
+  }
+  return true;
 }
 
 /// A value that several hold is kept once more while building.

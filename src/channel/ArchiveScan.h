@@ -5,28 +5,27 @@
 #include <QByteArrayView>
 #include <vector>
 
+#include "ArchiveFormat.h"
 #include "PropertyListReader.h"
-#include "channel/SupportedClasses.h"
 
 namespace pendra {
 
 /// One object of an archive, found by its number.
 struct ArchiveNode {
-  enum class Kind : quint8 { Unusable, Text, Number, NilArg, Array, Record, Class };
+  enum class Kind : quint8 { Unusable, Text, Number, NilMarker, Array, Row, Class };
 
   Kind kind = Kind::Unusable;
   bool wide : 1 = false;    ///< of a text: in UTF-16
   bool onPath : 1 = false;  ///< being looked at, so that a way back to it is a cycle
   bool seen : 1 = false;    ///< reached from the root
-  quint8 height = 0;        ///< how many arrays and records stand within each other from here down
-  quint8 recordClass = 0;   ///< of a record: which of the permitted ones
+  quint8 height = 0;        ///< how many arrays and rows stand within each other from here down
   quint32 shared = 0;       ///< a number of its own among the nodes that several references lead to; else 0
-  quint32 first = 0;  ///< of an array or record: where its parts begin; of a text: where its content begins;
+  quint32 first = 0;  ///< of an array or row: where its parts begin; of a text: where its content begins;
                       ///< of other kinds: its index in the list
   quint32 count = 0;  ///< how many parts or characters it has
 };
 
-/// What a scan leaves: the nodes by their numbers, and the numbers of the parts of arrays and records.
+/// What a scan leaves: the nodes by their numbers, and the numbers of the parts of arrays and rows.
 struct ArchiveTable {
   std::vector<ArchiveNode> nodes;
   std::vector<quint32> parts;
@@ -38,8 +37,8 @@ struct ArchiveTable {
 /// Everything about an archive that is known before anything is built.
 class ArchiveScan {
  public:
-  ArchiveScan(const PropertyListReader& list, const SupportedClasses& classes, qsizetype memoryLimit)
-      : list_(list), classes_(classes), memoryLimit_(memoryLimit) {}
+  /// The list must outlive it.
+  explicit ArchiveScan(const PropertyListReader& list) : list_(list) {}
 
   /// False when the archive must not be read; `failure` says why. `size` is the whole archive's.
   [[nodiscard]] bool run(qsizetype size);
@@ -51,10 +50,14 @@ class ArchiveScan {
  private:
   using Object = PropertyListReader::Object;
   using NodeKind = ArchiveNode::Kind;
-  /// Where the keys that matter stand in a dictionary, by their number; -1 for one that it lacks.
+  // The keys that mean something to the reader.
+  enum Key : std::size_t { kClass, kClassName, kObjects, kString, kFirstRowKey };
+  static constexpr std::size_t kKeyCount = kFirstRowKey + archive_keys::kListRow.size();
+
+  /// Where the keys that matter stand in a dictionary; -1 for one that it lacks.
   struct Shape {
     QByteArray keys;
-    std::vector<qsizetype> positions;
+    std::array<qsizetype, kKeyCount> positions{};
   };
 
   bool fail(const QString& why);
@@ -65,7 +68,7 @@ class ArchiveScan {
   bool readNode(quint32 number);
   bool readInstance(const Object& dictionary, const Shape& shape, ArchiveNode& node);
   bool readArray(const Object& dictionary, const Shape& shape, ArchiveNode& node);
-  bool readRecord(const Object& dictionary, const Shape& shape, ArchiveNode& node);
+  bool readRow(const Object& dictionary, const Shape& shape, ArchiveNode& node);
   void readText(const Object& text, ArchiveNode& node);
   bool readTextObject(const Object& dictionary, const Shape& shape, ArchiveNode& node);
   bool readClass(quint32 number, const Object& dictionary, const Shape& shape);
@@ -78,18 +81,15 @@ class ArchiveScan {
   [[nodiscard]] Object valueFor(const Object& dictionary, QStringView key) const;
   bool follow(quint32 number, int depth);
   bool followParts(ArchiveNode& node, int depth);
+  bool holdsTexts(const ArchiveNode& row);
   bool share(ArchiveNode& node);
 
   const PropertyListReader& list_;
-  const SupportedClasses& classes_;
-  qsizetype memoryLimit_;
   qsizetype workLeft_ = 0;
   Object objects_;
   ArchiveTable table_;
   std::vector<Shape> shapes_;
   Shape otherShape_;
-  std::vector<QString> keys_;
-  std::vector<quint32> recordKeys_;  ///< where the keys of each permitted record begin in `keys_`
   QString failure_;
 };
 

@@ -39,11 +39,11 @@ std::vector<Datagram> datagramsOf(QByteArrayView archive, bool isReply) {
 }
 
 Result<void> DatagramGatherer::append(QByteArrayView payload) {
-  if (fragmentBuffer_.size() + payload.size() > kMessageLimit) {
-    fragmentBuffer_ = {};
+  if (gathered_.size() + payload.size() > kMessageLimit) {
+    gathered_ = {};
     return gatherError(QStringLiteral("the message is too large"));
   }
-  fragmentBuffer_.append(payload);
+  gathered_.append(payload);
   return {};
 }
 
@@ -51,21 +51,21 @@ Result<std::optional<QByteArray>> DatagramGatherer::add(QByteArrayView payload, 
                                                         bool lastDatagram) {
   if (sequence == 0 && lastDatagram) return std::optional(payload.toByteArray());
   if (sequence == 0) {
-    const bool wasEmpty = fragmentBuffer_.isNull();
-    fragmentBuffer_ = QByteArray("");
-    fragmentBuffer_.reserve(std::max(kGatherCapacity, payload.size()));
-    fragmentBuffer_.append(payload);
+    const bool wasEmpty = gathered_.isNull();
+    gathered_ = QByteArray("");
+    gathered_.reserve(std::max(kGatherCapacity, payload.size()));
+    gathered_.append(payload);
     if (!wasEmpty) return gatherError(QStringLiteral("fragment gather buffer is not nil"));
     return std::optional<QByteArray>();
   }
-  if (fragmentBuffer_.isNull()) {
+  if (gathered_.isNull()) {
     // Kept: the complaint about a last slice has the words of the opposite case.
     return gatherError(lastDatagram ? QStringLiteral("fragment gather buffer is not nil")
                                     : QStringLiteral("fragment gather buffer is nil"));
   }
   if (const auto appended = append(payload); !appended) return appended.error();
   if (!lastDatagram) return std::optional<QByteArray>();
-  return std::optional(std::exchange(fragmentBuffer_, {}));
+  return std::optional(std::exchange(gathered_, {}));
 }
 
 }  // namespace pendra

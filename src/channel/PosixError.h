@@ -1,11 +1,15 @@
 #pragma once
 
+#include <cerrno>
 #include <cstring>
 
 #include "platform/Result.h"
 #include "platform/Text.h"
 
 namespace pendra {
+
+/// The errno value of a system call's result: 0 when the result is not negative.
+[[nodiscard]] inline int errnoOf(int result) { return result < 0 ? errno : 0; }
 
 /// An error of the POSIX domain.
 inline Error posixError(int code) {
@@ -15,7 +19,6 @@ inline Error posixError(int code) {
 
 /// An error as it stands in a log line or reason.
 inline QString described(const Error& error) {
-  if (error.code == 0) return error.text;
   return formatted(u"%@ (%@ %@)", {error.text, error.domain, QString::number(error.code)});
 }
 

@@ -47,7 +47,6 @@ class PropertyListReader {
   [[nodiscard]] std::optional<qint64> integer(const Object& object) const;
   [[nodiscard]] double real(const Object& object) const;
   [[nodiscard]] QString text(const Object& object) const;
-  [[nodiscard]] const char* bytesAt(qsizetype content) const { return bytes_.data() + content; }
   [[nodiscard]] bool isText(const Object& object, QStringView text) const;
 
  private:

@@ -1,8 +1,8 @@
 #include "PropertyListWriter.h"
 
+#include <QtEndian>
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
 namespace pendra {
 namespace {
@@ -18,30 +18,19 @@ unsigned powerOf(int width) { return static_cast<unsigned>(std::countr_zero(stat
 
 }  // namespace
 
-PropertyListWriter::PropertyListWriter(quint32 greatestCount, qsizetype expectedSize)
-    : bytes_(expectedSize, Qt::Uninitialized),
-      at_(bytes_.data()),
-      end_(at_ + bytes_.size()),
-      offsets_(std::make_unique_for_overwrite<quint32[]>(greatestCount)),
-      referenceWidth_(widthFor(greatestCount)) {
-  std::memcpy(room(8), "bplist00", 8);
-  at_ += 8;
+PropertyListWriter::PropertyListWriter(quint32 count, qsizetype expectedSize)
+    : bytes_("bplist00"), offsets_(count), referenceWidth_(widthFor(count)) {
+  bytes_.reserve(expectedSize);
 }
 
-int PropertyListWriter::referenceWidth(quint32 count) { return widthFor(count); }
-
-void PropertyListWriter::grow(qsizetype size) {
-  const qsizetype used = at_ - bytes_.constData();
-  bytes_.resize(2 * (used + size));
-  at_ = bytes_.data() + used;
-  end_ = bytes_.data() + bytes_.size();
+void PropertyListWriter::integerBytes(quint64 number, int width) {
+  std::array<char, 8> bytes{};
+  qToBigEndian(number << (64 - 8 * width), bytes.data());
+  bytes_.append(bytes.data(), width);
 }
 
 void PropertyListWriter::sized(unsigned kind, quint64 count) {
-  if (count < 15) {
-    byte(kind << 4 | static_cast<unsigned>(count));
-    return;
-  }
+  if (count < 15) return byte(kind << 4 | static_cast<unsigned>(count));
   const int width = widthFor(count);
   byte(kind << 4 | 15);
   byte(0x10 | powerOf(width));
@@ -49,23 +38,16 @@ void PropertyListWriter::sized(unsigned kind, quint64 count) {
 }
 
 void PropertyListWriter::text(QStringView text) {
-  const qsizetype length = text.size();
-  char* const head = room(length + 16);
-  sized(5, static_cast<quint64>(length));
-  // Taken for ASCII at first, as most texts are.
-  const char16_t* const from = text.utf16();
-  char* const to = at_;
-  char16_t bits = 0;
-  for (qsizetype i = 0; i < length; ++i) {
-    bits |= from[i];
-    to[i] = static_cast<char>(from[i]);
+  const bool isAscii = std::all_of(text.begin(), text.end(), [](QChar one) { return one.unicode() < 0x80; });
+  sized(isAscii ? 5 : 6, static_cast<quint64>(text.size()));
+  const qsizetype at = bytes_.size();
+  bytes_.resize(at + (isAscii ? text.size() : 2 * text.size()));
+  char* const to = bytes_.data() + at;
+  if (isAscii) {
+    std::transform(text.begin(), text.end(), to, [](QChar one) { return static_cast<char>(one.unicode()); });
+  } else {
+    qToBigEndian<quint16>(text.utf16(), text.size(), to);
   }
-  at_ += length;
-  if (bits < 0x80) return;
-  at_ = head;
-  sized(6, static_cast<quint64>(length));
-  qToBigEndian<quint16>(from, length, room(2 * length));
-  at_ += 2 * length;
 }
 
 void PropertyListWriter::integer(qint64 number) {
@@ -86,17 +68,14 @@ void PropertyListWriter::uid(quint32 number) {
   integerBytes(number, width);
 }
 
-QByteArray PropertyListWriter::finish(quint32 count) {
-  const auto table = static_cast<quint64>(at_ - bytes_.constData());
+QByteArray PropertyListWriter::finish() {
+  const auto table = static_cast<quint64>(bytes_.size());
   const int width = widthFor(table);
-  room((count + 1) * qsizetype{width} + 32);
-  for (quint32 i = 0; i < count; ++i) integerBytes(offsets_[i], width);
-  std::fill_n(room(6), 6, '\0');
-  at_ += 6;
+  for (const quint32 offset : offsets_) integerBytes(offset, width);
+  bytes_.append(6, '\0');
   byte(static_cast<unsigned>(width));
   byte(static_cast<unsigned>(referenceWidth_));
-  for (const quint64 number : {quint64{count}, quint64{0}, table}) integerBytes(number, 8);
-  bytes_.truncate(at_ - bytes_.constData());
+  for (const quint64 number : {quint64{offsets_.size()}, quint64{0}, table}) integerBytes(number, 8);
   return std::move(bytes_);
 }
 

@@ -1,48 +1,111 @@
 #include "link/ChannelServer.h"
 
-#include "channel/PDToVTProtocol.h"
+#include "channel/CallThread.h"
+#include "platform/Text.h"
 
 namespace pendra {
 
 namespace {
 
-/// Vantor at the other end of a channel.
-class ChannelServer final : public RemoteServer {
- public:
-  explicit ChannelServer(std::unique_ptr<IPCMgr> channel) : channel_(std::move(channel)), proxy_(*channel_) {}
-  ~ChannelServer() override { channel_->invalidate(); }
+/// What outlives a connection: the answers that Vantor owes, and the end at which they arrive until the next
+/// connection is made.
+struct Legacy {
+  OwedAnswers owed;
+  std::unique_ptr<CallingEnd> standingBy;
+};
 
-  std::optional<QString> companyFileName() override { return proxy_.companyFileName(); }
+[[noreturn]] void raiseWrongAnswer() {
+  throw ChannelFailure(kVTIPCUnArchiverFailure,
+                       QStringLiteral("error: the answer is of another kind than promised"));
+}
+
+template <class Kind>
+Kind& expected(ArchiveValue& answer) {
+  auto* kind = answer.as<Kind>();
+  if (!kind) raiseWrongAnswer();
+  return *kind;
+}
+
+QString textOrBlank(ArchiveValue& value) { return value.isNil() ? QString() : expected<QString>(value); }
+
+/// Vantor at the other end of a channel.
+class ChannelServer final : public RemoteServer, private PendingCall {
+ public:
+  ChannelServer(std::unique_ptr<CallingEnd> end, WaitPort* wait, std::shared_ptr<Legacy> legacy)
+      : thread_(std::move(end)), wait_(wait), legacy_(std::move(legacy)) {}
+  ~ChannelServer() override {
+    auto end = thread_.stop();
+    legacy_->owed = end->owed();
+    if (end->owed().count() == 0) return;
+    end->standBy();
+    legacy_->standingBy = std::move(end);
+  }
+  Q_DISABLE_COPY_MOVE(ChannelServer)
+
+  std::optional<QString> companyFileName() override {
+    ArchiveValue answer = ask(operations::kCompanyFileName);
+    return answer.isNil() ? std::nullopt : std::optional(expected<QString>(answer));
+  }
   QStringList getEmployeeNamesArray() override {
-    return proxy_.getEmployeeNamesArray().value_or(QStringList());
+    ArchiveValue answer = ask(operations::kEmployeeNames);
+    QStringList names;
+    if (answer.isNil()) return names;
+    for (ArchiveValue& name : expected<ArchiveValue::Array>(answer)) names.push_back(textOrBlank(name));
+    return names;
   }
-  std::optional<std::vector<NameAndRecNumber>> getServicesArray() override {
-    return proxy_.getServicesArray();
-  }
-  std::optional<std::vector<NameAndRecNumber>> getCustomersArray() override {
-    return proxy_.getCustomersArray();
-  }
-  std::optional<std::vector<NameAndRecNumber>> getJobsArray() override { return proxy_.getJobsArray(); }
-  bool canTalkToPendra() override { return proxy_.canTalkToPendra(); }
-  void submitTime(const QString& record) override {
-    // A late answer to a record given up must not vouch for this one.
-    channel_->discardInput();
-    proxy_.submitTime(record);
-  }
+  std::optional<std::vector<ListRow>> getServicesArray() override { return rows(operations::kServices); }
+  std::optional<std::vector<ListRow>> getCustomersArray() override { return rows(operations::kCustomers); }
+  std::optional<std::vector<ListRow>> getJobsArray() override { return rows(operations::kJobs); }
+  bool canTalkToPendra() override { return !ask(operations::kCanTalkToPendra).isNil(); }
+  void submitTime(const QString& record) override { ask(operations::kSubmitTime, {record}); }
 
  private:
-  std::unique_ptr<IPCMgr> channel_;
-  PDToVTProxy<NameAndRecNumber> proxy_;
+  [[nodiscard]] int finished() const override { return thread_.finished(); }
+  void cancel() override { thread_.cancel(); }
+
+  ArchiveValue ask(const Operation& operation, const ArchiveValue::Array& arguments = {}) {
+    thread_.begin({.operation = &operation, .arguments = arguments});
+    if (wait_) wait_->wait(*this);
+    CallOutcome outcome = thread_.take();
+    if (const auto* failure = std::get_if<ChannelFailure>(&outcome)) throw *failure;
+    auto& answer = std::get<Answer>(outcome);
+    // The channel may hand over an answer to another call; it is none to this one.
+    if (answer.operation != operation.name) {
+      throw ChannelFailure(kVTIPCTimeout,
+                           formatted(u"timeout waiting for return result for %@", {operation.name}));
+    }
+    return std::move(answer.value);
+  }
+
+  std::optional<std::vector<ListRow>> rows(const Operation& operation) {
+    ArchiveValue answer = ask(operation);
+    if (answer.isNil()) return {};
+    auto& elements = expected<ArchiveValue::Array>(answer);
+    std::vector<ListRow> rows;
+    rows.reserve(static_cast<std::size_t>(elements.size()));
+    for (ArchiveValue& element : elements) rows.push_back(std::move(expected<ListRow>(element)));
+    return rows;
+  }
+
+  CallThread thread_;
+  WaitPort* wait_;
+  std::shared_ptr<Legacy> legacy_;
 };
 
 }  // namespace
 
-ConnectToVantor connectOverChannel(const IPCTimeLimits& limits) {
-  return [limits](const QString& serverPath, const QString& clientPath) -> std::unique_ptr<RemoteServer> {
-    auto made = IPCMgr::initForPath(serverPath, PDToVTProtocol, clientPath, supportedClassesOfPDToVT());
-    if (!made) return nullptr;  // why is not reported
-    made.value()->setTimeLimits(limits);
-    return std::make_unique<ChannelServer>(std::move(made).value());
+ConnectToVantor connectOverChannel(const TimeLimits& limits, WaitPort* wait) {
+  return [limits, wait, legacy = std::make_shared<Legacy>()](
+             const QString& serverPath, const QString& clientPath) -> Result<std::unique_ptr<RemoteServer>> {
+    auto made = CallingEnd::bound(serverPath, clientPath, limits);
+    if (!made) return made.error();
+    std::unique_ptr<CallingEnd> end = std::move(made).value();
+    if (const auto earlier = std::move(legacy->standingBy)) {
+      earlier->takeLateAnswers();
+      legacy->owed = earlier->owed();
+    }
+    end->setOwed(legacy->owed);
+    return std::unique_ptr<RemoteServer>(std::make_unique<ChannelServer>(std::move(end), wait, legacy));
   };
 }
 

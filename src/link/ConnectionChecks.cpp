@@ -1,13 +1,35 @@
 #include "link/ConnectionChecks.h"
 
+#include <QCoreApplication>
+
 #include "Unreachable.h"
 #include "model/Identity.h"
+#include "platform/Log.h"
+#include "platform/Text.h"
 
 namespace pendra {
 
+namespace {
+const QString kChannelNoticeKey = QStringLiteral("channel");
+}
+
 void ConnectionChecks::openConnection() {
   const Ports& ports = session_.ports();
+  connection_.reset();  // before the next one binds
   connection_ = VantorConnection::init(ports.places, ports.workspace, connect_);
+  tellOfMissingChannel();
+}
+
+void ConnectionChecks::tellOfMissingChannel() {
+  const QString why = connection_ ? connection_->whyNoChannel() : QString();
+  if (why.isEmpty()) return session_.notices().withdraw(kChannelNoticeKey);
+  const QString text = formatted(
+      QCoreApplication::translate(
+          "ConnectionChecks",
+          "Pendra cannot connect to Vantor: %@. Nothing is wrong with Vantor; put this right and try again."),
+      {why});
+  logLine(text);
+  session_.notices().post({.key = kChannelNoticeKey, .text = text, .actions = {}});
 }
 
 RemoteServer& ConnectionChecks::remoteServer() const {

@@ -28,11 +28,11 @@ Job* jobNamed(const Objects<Job>& jobs, const std::optional<QString>& name) {
   return nullptr;
 }
 
-Job& insertJob(ObjectContext& context, const NameAndRecNumber& item) {
+Job& insertJob(ObjectContext& context, const ListRow& item) {
   auto& job = context.insert<Job>();
   job.setName(item.name);
-  job.setVtObjectID(item.vtObjectID);
-  job.setCustomer(customerWithRecord(context, item.parentObjectID));
+  job.setVtObjectID(item.id);
+  job.setCustomer(customerWithRecord(context, item.parent));
   return job;
 }
 
@@ -60,10 +60,10 @@ class OneForOne {
   std::size_t underCustomers_ = 0;
 };
 
-void moveJob(const ObjectContext& context, Job& job, const NameAndRecNumber& item) {
+void moveJob(const ObjectContext& context, Job& job, const ListRow& item) {
   const Customer* current = job.customer();
-  if (current && item.parentObjectID && current->vtObjectID() == item.parentObjectID) return;
-  job.setCustomer(customerWithRecord(context, item.parentObjectID));
+  if (current && item.parent && current->vtObjectID() == item.parent) return;
+  job.setCustomer(customerWithRecord(context, item.parent));
 }
 
 /// A customer typed in by the user becomes the one of Vantor's that has its name.
@@ -78,8 +78,8 @@ void adoptByName(ObjectContext& context, Customer& typedIn) {
 
 void ListSync::removeServicesNotInList(Rows list) {
   QHash<QString, QString> names;
-  for (const NameAndRecNumber& item : list) {
-    if (!isEmpty(item.name) && item.vtObjectID) names.insert(*item.vtObjectID, *item.name);
+  for (const ListRow& item : list) {
+    if (!isEmpty(item.name) && item.id) names.insert(*item.id, *item.name);
   }
   ObjectContext& context = *session_.context();
   for (Service* service : context.fetch<Service>()) {
@@ -107,16 +107,16 @@ void ListSync::updateCustomers(Rows list) {
     names.insert(*customer->name());
     if (customer->vtObjectID()) identifiers.insert(*customer->vtObjectID());
   }
-  for (const NameAndRecNumber& item : list) {
-    if (isEmpty(item.name) || isEmpty(item.vtObjectID)) continue;
-    if (!identifiers.contains(*item.vtObjectID)) {
+  for (const ListRow& item : list) {
+    if (isEmpty(item.name) || isEmpty(item.id)) continue;
+    if (!identifiers.contains(*item.id)) {
       auto& customer = context.insert<Customer>();
       customer.setName(item.name);
-      customer.setVtObjectID(item.vtObjectID);
+      customer.setVtObjectID(item.id);
       customer.setShown(true);
     } else if (!names.contains(*item.name)) {
       // Kept: a customer is not renamed to a name that stands here already, so swapped names stay swapped.
-      if (Customer* renamed = customerWithRecord(context, item.vtObjectID)) renamed->setName(item.name);
+      if (Customer* renamed = customerWithRecord(context, item.id)) renamed->setName(item.name);
     }
   }
   removeCustomersNotInList(list);
@@ -125,8 +125,8 @@ void ListSync::updateCustomers(Rows list) {
 void ListSync::removeCustomersNotInList(Rows list) {
   QSet<QString> identifiers;
   identifiers.reserve(std::ssize(list));
-  for (const NameAndRecNumber& item : list) {
-    if (!isEmpty(item.name) && item.vtObjectID) identifiers.insert(*item.vtObjectID);
+  for (const ListRow& item : list) {
+    if (!isEmpty(item.name) && item.id) identifiers.insert(*item.id);
   }
   ObjectContext& context = *session_.context();
   for (Customer* customer : context.fetch<Customer>()) {
@@ -141,9 +141,9 @@ void ListSync::updateJobs(Rows list) {
   ObjectContext& context = *session_.context();
   context.expect<Job>(list.size());
   OneForOne oneForOne;
-  for (const NameAndRecNumber& item : list) {
-    if (!item.vtObjectID) continue;  // nothing could ever find such a job again
-    const auto known = queries::jobsWithRecord(context, *item.vtObjectID);
+  for (const ListRow& item : list) {
+    if (!item.id) continue;  // nothing could ever find such a job again
+    const auto known = queries::jobsWithRecord(context, *item.id);
     const std::size_t count = known.size();
     if (Job* job = jobNamed(known, item.name)) {
       moveJob(context, *job, item);
@@ -160,19 +160,19 @@ void ListSync::updateJobs(Rows list) {
 
 void ListSync::removeJobsNotInList(Rows list) {
   ObjectContext& context = *session_.context();
-  QHash<const Job*, const NameAndRecNumber*> kept;  // the last item wins
+  QHash<const Job*, const ListRow*> kept;  // the last item wins
   kept.reserve(std::ssize(list));
-  for (const NameAndRecNumber& item : list) {
-    if (!item.vtObjectID || !item.parentObjectID) continue;
-    for (const Job* job : queries::jobsWithRecord(context, *item.vtObjectID)) {
+  for (const ListRow& item : list) {
+    if (!item.id || !item.parent) continue;
+    for (const Job* job : queries::jobsWithRecord(context, *item.id)) {
       const Customer* customer = job->customer();
-      if (customer && customer->vtObjectID() == item.parentObjectID) kept.insert(job, &item);
+      if (customer && customer->vtObjectID() == item.parent) kept.insert(job, &item);
     }
   }
   std::vector<Job*> gone;
   for (const Customer* customer : context.all<Customer>()) {
     for (Job* job : customer->jobs()) {
-      if (const NameAndRecNumber* item = kept.value(job)) {
+      if (const ListRow* item = kept.value(job)) {
         job->setName(item->name);
       } else {
         gone.push_back(job);

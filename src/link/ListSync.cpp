@@ -67,12 +67,12 @@ void ListSync::updateServicesList() {
   ObjectContext& context = *session_.context();
   const auto list = checks_.remoteServer().getServicesArray();
   if (!list) return;
-  for (const NameAndRecNumber& item : *list) {
-    if (!item.name || item.name->isEmpty() || !item.vtObjectID) continue;
+  for (const ListRow& item : *list) {
+    if (!item.name || item.name->isEmpty() || !item.id) continue;
     if (!context.matching<Service>("name", *item.name).empty()) continue;
     auto& service = context.insert<Service>();
     service.setName(item.name);
-    service.setVtObjectID(item.vtObjectID);
+    service.setVtObjectID(item.id);
   }
   removeServicesNotInList(*list);
 }

@@ -7,6 +7,9 @@ QString plainReason(const ChannelFailure& failure) {
   if (failure.name() == kVTIPCSend) return QStringLiteral("Vantor could not be reached");
   if (failure.name() == kVTIPCUnArchiverFailure)
     return QStringLiteral("the answer of Vantor could not be read");
+  if (failure.name() == kVTIPCNoMethod)
+    return QStringLiteral("something else than an answer came from Vantor");
+  if (failure.name() == kVTIPCCancelled) return QStringLiteral("it was cancelled");
   return failure.reason();
 }
 

@@ -18,11 +18,6 @@ namespace {
 const QString kOneLacksAPart =
     QStringLiteral("one lacks a customer, job or service that Vantor knows, and none was sent after it");
 
-/// Whether the failure came before anything could reach Vantor.
-bool neverLeft(const ChannelFailure& failure) {
-  return failure.name() == kVTIPCSend || failure.name() == kVTIPCArchiverFailure;
-}
-
 /// An entry of the document that exists while one record is being sent, and is never in the file.
 class TemporaryEntry {
  public:
@@ -150,7 +145,7 @@ bool Submission::transmit(const TimeEntry& period, const Activity& activity, Ent
     parts_.checks.remoteServer().submitTime(record);
   } catch (const ChannelFailure& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
-    if (neverLeft(failure)) {
+    if (failure.fate() == ChannelFailure::Fate::NeverLeft) {
       unmarkSending(entries);
       run_.stopped = plainReason(failure);
     } else {

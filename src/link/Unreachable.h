@@ -10,12 +10,13 @@ class Unreachable final : public RemoteServer {
  public:
   std::optional<QString> companyFileName() override { return std::nullopt; }
   QStringList getEmployeeNamesArray() override { return {}; }
-  std::optional<std::vector<NameAndRecNumber>> getServicesArray() override { return std::nullopt; }
-  std::optional<std::vector<NameAndRecNumber>> getCustomersArray() override { return std::nullopt; }
-  std::optional<std::vector<NameAndRecNumber>> getJobsArray() override { return std::nullopt; }
+  std::optional<std::vector<ListRow>> getServicesArray() override { return std::nullopt; }
+  std::optional<std::vector<ListRow>> getCustomersArray() override { return std::nullopt; }
+  std::optional<std::vector<ListRow>> getJobsArray() override { return std::nullopt; }
   bool canTalkToPendra() override { return false; }
   void submitTime(const QString&) override {
-    throw ChannelFailure(kVTIPCSend, QStringLiteral("there is no channel to Vantor"));
+    throw ChannelFailure(kVTIPCSend, QStringLiteral("there is no channel to Vantor"),
+                         ChannelFailure::Fate::NeverLeft);
   }
 };
 

@@ -18,8 +18,8 @@ std::unique_ptr<VantorConnection> VantorConnection::init(const Places& places, c
   const auto socket = [&](QStringView name) -> QString {
     return formatted(u"%@/%@/", {places.caches, identifiers::kPendra}) + name;
   };
-  auto client = connect(socket(u"vtserver.socket"), socket(u"pdclient.socket"));
-  return std::unique_ptr<VantorConnection>(new VantorConnection(workspace, std::move(client)));
+  return std::unique_ptr<VantorConnection>(
+      new VantorConnection(workspace, connect(socket(u"vtserver.socket"), socket(u"pdclient.socket"))));
 }
 
 bool VantorConnection::isVantorRunning() const { return workspace_.isRunning(identifiers::kVantor); }

@@ -1,228 +1,251 @@
-#include <gtest/gtest.h>
+#include <sys/wait.h>
 
-#include "Peers.h"
+#include "Fixtures.h"
+#include "channel/CallThread.h"
 #include "support/Rows.h"
 
 namespace pendra {
 namespace {
 
-using Lines = std::vector<std::string>;
+using namespace operations;
+using std::chrono::milliseconds;
 
-TEST(Channel, LogsACallOnBothSides) {
-  const SocketFolder folder;
-  Echo echo;
-  const auto server = serverOf(folder, echo);
-  RawPeer peer(folder.bytes("client"));
-  LogCollector log;
-  peer.send(header(2) + archiveOf({QStringLiteral("echo:"), IPCNilArg::nilArg()}), folder.bytes("server"));
-  peer.send(header(2) + archiveOf({QStringLiteral("tell:"), QStringLiteral("x")}), folder.bytes("server"));
-  server->serveInput();
-  server->serveInput();
-  EXPECT_EQ(LogCollector::lines(),
-            (Lines{"ipc <--  echo:", "ipc -> echo:", "ipc <--  tell:", "ipc oneway tell:"}));
-  EXPECT_EQ(peer.receive(), header(3) + archiveOf({QStringLiteral("echo:"), IPCNilArg::nilArg()}));
+const Call kAsk{.operation = &kCompanyFileName, .arguments = {}};
 
-  LogCollector::lines().clear();
-  const auto client = clientOf(folder);
-  EXPECT_TRUE(client->forwardInvocation(u"tell:", {QStringLiteral("x")}).isNil());
-  Beside serving([&] {
-    // The poll is the test's own; the descriptor is what an event loop would watch.
-    while (echo.performed.size() < 4) server->serveInput();
-  });
-  EXPECT_EQ(client->forwardInvocation(u"echo:", {true}), ArchiveValue(true));
-}
+Call record(const QString& text) { return {.operation = &kSubmitTime, .arguments = {text}}; }
 
-TEST(Channel, InvalidatedSendsNothing) {
-  const SocketFolder folder;
-  const auto client = clientOf(folder);
-  LogCollector log;
-  client->invalidate();
-  EXPECT_EQ(LogCollector::lines(), Lines{"**IPCMgr invalidate"});
-  EXPECT_FALSE(client->isValid());
-  EXPECT_EQ(client->socketRef(), -1);
-  EXPECT_TRUE(failureOf([&] { client->forwardInvocation(u"do", {}); }).starts_with("VTIPCSend: "));
-  EXPECT_EQ(access(folder.bytes("client").constData(), F_OK), 0);
-  EXPECT_TRUE(clientOf(folder)->isValid());
-}
-
-TEST(Channel, WithoutAPeerFailsAtOnce) {
-  const SocketFolder folder;
-  const auto client = clientOf(folder);
-  EXPECT_EQ(failureOf([&] { client->forwardInvocation(u"do", {}); }),
-            "VTIPCSend: error occurred trying to send datagram, error: No such file or directory (POSIX 2)");
-  { const RawPeer gone(folder.bytes("server")); }
-  EXPECT_EQ(failureOf([&] { client->forwardInvocation(u"do", {}); }),
-            "VTIPCSend: error occurred trying to send datagram, error: Connection refused (POSIX 111)");
-}
-
-/// What a call makes of the datagrams that are there when it waits.
-struct Answer {
+/// What a call makes of the datagrams that come once it has arrived.
+struct Reply {
   const char* name;
   std::vector<QByteArray> datagrams;
-  const char* failure;  ///< empty when the call answers "yes"
+  const char* outcome;
 };
-void PrintTo(const Answer& row, std::ostream* out) { *out << row.name; }
+void PrintTo(const Reply& row, std::ostream* out) { *out << row.name; }
 
-QByteArray reply(const char* selector, const char* answer) {
-  return header(3) + archiveOf({QString::fromLatin1(selector), QString::fromLatin1(answer)});
-}
+class Replies : public testing::TestWithParam<Reply> {};
 
-class Answered : public testing::TestWithParam<Answer> {};
-
-TEST_P(Answered, ByWhatItFinds) {
+TEST_P(Replies, AreAnswersOrNamedFailures) {
   const SocketFolder folder;
   RawPeer peer(folder.bytes("server"));
-  const auto client = clientOf(folder);
-  client->setTimeLimits(kShortLimits);
-  for (const QByteArray& datagram : GetParam().datagrams)
-    ASSERT_TRUE(peer.send(datagram, folder.bytes("client")));
+  const auto client = folder.client(kShortLimits);
+  // Of no call, because they came before it: an answer, nonsense, and a message that has only begun.
+  for (const QByteArray& early :
+       {reply(kCompanyFileName, "early"), QByteArray(header(3) + "x"), QByteArray(header(1) + "x")})
+    ASSERT_TRUE(peer.send(early, folder.bytes("client")));
+  const Beside answering([&] {
+    EXPECT_EQ(peer.receive(), header(2) + archiveOf({QStringLiteral("companyFileName")}));
+    for (const QByteArray& datagram : GetParam().datagrams)
+      EXPECT_TRUE(peer.send(datagram, folder.bytes("client")));
+  });
   LogCollector log;
-  ArchiveValue answer;
-  EXPECT_EQ(failureOf([&] { answer = client->forwardInvocation(u"echo:", {true}); }), GetParam().failure);
-  if (!*GetParam().failure) {
-    EXPECT_EQ(answer, ArchiveValue(QStringLiteral("yes")));
-  } else if (const std::string failure = GetParam().failure;
-             failure.starts_with("VTIPCUnArchiverFailure: error: ")) {
-    EXPECT_EQ(LogCollector::lines().back(), "unarchive failure: " + failure.substr(31));
+  EXPECT_EQ(told(client->call(kAsk)), GetParam().outcome);
+  EXPECT_EQ(LogCollector::lines().front(), "ipc -> companyFileName");
+  const std::string_view outcome = GetParam().outcome;
+  if (outcome.ends_with("= yes")) {
+    EXPECT_EQ(LogCollector::lines().back(), "ipc <- companyFileName");
   }
 }
 
-const char* const kTimeout = "VTIPCTimeout: timeout waiting for return result for echo:";
+constexpr const char* kTimeout =
+    "VTIPCTimeout: timeout waiting for return result for companyFileName, in doubt";
 
 INSTANTIATE_TEST_SUITE_P(
-    Datagrams, Answered,
+    All, Replies,
     testing::Values(
-        Answer{"RightName", {reply("echo:", "yes")}, ""},
-        Answer{"WrongNameHeldAtTheDeadline", {reply("do", "yes")}, ""},
-        Answer{"WrongNameThenRight", {reply("do", "no"), reply("echo:", "yes")}, ""},
-        Answer{"AnswerToAnEarlierCall", {reply("echo:", "yes"), reply("echo:", "later")}, ""},
-        Answer{"Nothing", {}, kTimeout},
-        Answer{"NoAnswerInTheReply", {header(3) + archiveOf({QStringLiteral("echo:")})}, kTimeout},
-        Answer{"Garbage", {header(3) + "nonsense"}, "VTIPCUnArchiverFailure: error: not a property list"},
-        Answer{"LostSlice", {header(3)}, "VTIPCUnArchiverFailure: error: not a property list"},
-        Answer{"TooShort", {QByteArray("abc")}, "VTIPCUnArchiverFailure: error: not a datagram"},
-        Answer{"NotAnArray",
-               {header(3) + archivedData(QStringLiteral("text")).value()},
-               "VTIPCUnArchiverFailure: error: the message is not an array"},
-        Answer{"TwoBeginnings",
-               {header(1) + "x", header(1) + "x"},
-               "VTIPCUnArchiverFailure: error: fragment gather buffer is not nil"},
-        Answer{"MiddleOfNothing",
-               {header(5) + "x"},
-               "VTIPCUnArchiverFailure: error: fragment gather buffer is nil"},
-        Answer{"ACall",
-               {header(2) + archiveOf({QStringLiteral("do")})},
-               "VTIPCNoMethod: no matching method for call"}),
+        Reply{"RightName", {reply(kCompanyFileName, "yes")}, "companyFileName = yes"},
+        Reply{"OtherNameThenRight",
+              {reply(kJobs, "no"), reply(kCompanyFileName, "yes")},
+              "companyFileName = yes"},
+        // The rule of the wire; the link does not believe it.
+        Reply{"OtherNameHeldAtTheDeadline", {reply(kJobs, "yes")}, "getJobsArray = yes"},
+        Reply{"InSlices",
+              {header(1) + reply(kCompanyFileName, "yes").mid(4, 7),
+               header(7) + reply(kCompanyFileName, "yes").mid(11)},
+              "companyFileName = yes"},
+        Reply{"Nothing", {}, kTimeout},
+        Reply{"NoAnswerInTheReply", {header(3) + archiveOf({QStringLiteral("companyFileName")})}, kTimeout},
+        Reply{"Garbage",
+              {header(3) + "nonsense"},
+              "VTIPCUnArchiverFailure: error: not a property list, in doubt"},
+        Reply{"LostSlice", {header(3)}, "VTIPCUnArchiverFailure: error: not a property list, in doubt"},
+        Reply{"TooShort", {QByteArray("abc")}, "VTIPCUnArchiverFailure: error: not a datagram, in doubt"},
+        Reply{"NotAnArray",
+              {header(3) + writeArchive(QStringLiteral("text")).value()},
+              "VTIPCUnArchiverFailure: error: the message is not an array, in doubt"},
+        Reply{"NumberForAName",
+              {header(3) + archiveOf({qint64{1}})},
+              "VTIPCUnArchiverFailure: error: the message names no operation, in doubt"},
+        Reply{"ACall",
+              {header(2) + archiveOf({QStringLiteral("companyFileName")})},
+              "VTIPCNoMethod: no matching method for call, in doubt"}),
     RowName());
 
-TEST(Channel, TakesNoAnswerThatCameBeforeItsCallWhenAskedNotTo) {
+TEST(Channel, WithoutAPeerFailsAtOnceAndFindsItsSuccessorByItsPath) {
   const SocketFolder folder;
-  RawPeer peer(folder.bytes("server"));
-  const auto client = clientOf(folder);
-  client->setTimeLimits(kShortLimits);
-  const QByteArray halfAMessage = header(1) + QByteArray("x");
-  for (const QByteArray& late : {reply("echo:", "yes"), halfAMessage})
-    ASSERT_TRUE(peer.send(late, folder.bytes("client")));
-  client->discardInput();
-  EXPECT_EQ(failureOf([&] { client->forwardInvocation(u"echo:", {true}); }), kTimeout);
-
-  ASSERT_TRUE(peer.send(halfAMessage, folder.bytes("client")));
-  EXPECT_EQ(failureOf([&] { client->forwardInvocation(u"echo:", {true}); }), kTimeout);
-  client->discardInput();
-  ASSERT_TRUE(peer.send(reply("echo:", "no"), folder.bytes("client")));
-  EXPECT_EQ(client->forwardInvocation(u"echo:", {true}), ArchiveValue(QStringLiteral("no")))
-      << "half a message is forgotten, too";
+  const auto client = folder.client();
+  const std::string failed = "VTIPCSend: error occurred trying to send datagram, error: ";
+  EXPECT_EQ(told(client->call(kAsk)), failed + "No such file or directory (POSIX 2), never left");
+  { const RawPeer gone(folder.bytes("server")); }
+  EXPECT_EQ(told(client->call(kAsk)), failed + "Connection refused (POSIX 111), never left");
+  RawPeer successor(folder.bytes("server"));
+  const Beside answering([&] {
+    successor.receive();
+    successor.send(reply(kCompanyFileName, "yes"), folder.bytes("client"));
+  });
+  EXPECT_EQ(told(client->call(kAsk)), "companyFileName = yes");
 }
 
-/// What the serving side makes of calls that nobody should make, and that it goes on afterwards.
-struct BadCall {
-  const char* name;
-  QByteArray archive;
-  const char* failure;
-};
-void PrintTo(const BadCall& row, std::ostream* out) { *out << row.name; }
-
-class BadCalls : public testing::TestWithParam<BadCall> {};
-
-TEST_P(BadCalls, AreNamedFailuresAndNoMore) {
+/// What a peer that reads nothing does to a call, by how full its queue is and how long the call is.
+TEST(Channel, IsHeldUpByAPeerThatDoesNotReadButNotForGood) {
   const SocketFolder folder;
-  Echo echo;
-  const auto server = serverOf(folder, echo);
-  RawPeer peer(folder.bytes("client"));
-  peer.send(header(2) + GetParam().archive, folder.bytes("server"));
-  EXPECT_EQ(failureOf([&] { server->serveInput(); }), GetParam().failure);
-  EXPECT_TRUE(echo.performed.empty());
-  peer.send(header(2) + archiveOf({QStringLiteral("do")}), folder.bytes("server"));
-  server->serveInput();
-  EXPECT_EQ(echo.performed, Lines{"do"});
-}
-
-INSTANTIATE_TEST_SUITE_P(Calls, BadCalls,
-                         testing::Values(BadCall{"UnknownSelector", archiveOf({QStringLiteral("exit")}),
-                                                 "VTIPCNoMethod: no matching method for call"},
-                                         BadCall{"TooFewArguments", archiveOf({QStringLiteral("echo:")}),
-                                                 "VTIPCNoMethod: no matching method for call"},
-                                         BadCall{"NoSelector", archiveOf({}),
-                                                 "VTIPCUnArchiverFailure: error: the call names no selector"},
-                                         BadCall{
-                                             "NumberForSelector", archiveOf({qint64{1}}),
-                                             "VTIPCUnArchiverFailure: error: the call names no selector"}),
-                         RowName());
-
-TEST(Channel, DropsWhatAnotherUserSends) {
-  if (geteuid() != 0) GTEST_SKIP() << "only root can send as another user";
-  constexpr uid_t kNobody = 65534;
-  const SocketFolder folder;
-  Echo echo;
-  const auto server = serverOf(folder, echo);
-  RawPeer peer(folder.bytes("client"));
-  const QByteArray call = header(2) + archiveOf({QStringLiteral("do")});
-  const QByteArray path = folder.bytes("server");
-  const pid_t child = fork();
-  if (child == 0) {
-    _exit(setresuid(kNobody, kNobody, kNobody) == 0 && peer.send(call, path) ? 0 : 1);
-  }
-  int status = 0;
-  waitpid(child, &status, 0);
-  ASSERT_EQ(status, 0);
-  LogCollector log;
-  server->serveInput();
-  EXPECT_TRUE(echo.performed.empty());
-  EXPECT_EQ(LogCollector::lines(), Lines{"dropped a datagram from user 65534"});
-}
-
-/// A peer that never reads holds up a long call, until its end makes a failure of it.
-TEST(Channel, IsFreedByTheEndOfAPeerThatNeverReads) {
-  const SocketFolder folder;
-  const auto client = clientOf(folder);
   auto deaf = std::make_unique<RawPeer>(folder.bytes("server"));
-  Beside ending([&] {
-    deaf->awaitInput();
+  const auto client = folder.client(kShortLimits);
+  const Call longCall = record(QString(300000, u'x'));
+  const std::string failed = "VTIPCSend: error occurred trying to send datagram, error: ";
+  std::thread later([&] {
+    std::this_thread::sleep_for(milliseconds(700));
     deaf.reset();
   });
-  EXPECT_EQ(failureOf([&] { client->forwardInvocation(u"echo:", {QString(300000, u'x')}); }),
-            "VTIPCSend: error occurred trying to send datagram, error: Connection refused (POSIX 111)");
+  EXPECT_EQ(told(client->call(longCall)), failed + "Connection refused (POSIX 111), in doubt")
+      << "longer than any limit, because a part of it had left";
+  later.join();
+
+  const RawPeer full(folder.bytes("server"));
+  std::string outcome;
+  for (int i = 0; i < 100 && !outcome.ends_with("never left"); ++i)
+    outcome = told(folder.client({.leave = milliseconds(300), .reply = milliseconds(1)})->call(kAsk));
+  EXPECT_EQ(outcome, failed + "Resource temporarily unavailable (POSIX 11), never left");
 }
 
-TEST(Channel, WaitsForRoomAsLongAsItTakes) {
+TEST(Channel, SendsALongCallAsFastAsItIsReadAndReadsMeanwhile) {
   const SocketFolder folder;
-  const auto client = clientOf(folder);
-  client->setTimeLimits({.send = std::chrono::milliseconds(20)});
   RawPeer peer(folder.bytes("server"));
+  const auto client = folder.client(kShortLimits);
   const QString text(300000, u'x');
   QByteArray gathered;
-  Beside reading([&] {
-    // Longer than the limit of many single tries; whatever the time, everything arrives.
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  const Beside reading([&] {
+    std::this_thread::sleep_for(milliseconds(400));
     QByteArray datagram;
     do {
       datagram = peer.receive();
       gathered += datagram.mid(4);
+      // More than the client's queue holds, if it did not read while it waits.
+      for (int i = 0; i < 5; ++i) EXPECT_TRUE(peer.send(reply(kJobs, "stray"), folder.bytes("client")));
     } while (datagram.size() > 4 && (datagram.at(3) & 2) == 0);
-    peer.send(reply("echo:", "yes"), folder.bytes("client"));
+    peer.send(reply(kSubmitTime, "yes"), folder.bytes("client"));
   });
-  EXPECT_EQ(client->forwardInvocation(u"echo:", {text}), ArchiveValue(QStringLiteral("yes")));
-  EXPECT_EQ(gathered, archiveOf({QStringLiteral("echo:"), text}));
+  EXPECT_EQ(told(client->call(record(text))), "submitTime: = yes");
+  EXPECT_EQ(gathered, archiveOf({QStringLiteral("submitTime:"), text}));
+}
+
+TEST(Channel, CountsTheAnswersThatAreOwed) {
+  const SocketFolder folder;
+  auto peer = std::make_unique<RawPeer>(folder.bytes("server"));
+  const auto client = folder.client(kShortLimits);
+  const auto answer = [&](const char* text) {
+    ASSERT_TRUE(peer->send(reply(kSubmitTime, text), folder.bytes("client")));
+  };
+  const auto sent = [&](int answers) {
+    const Beside answering([&] {
+      peer->receive();
+      for (int i = 0; i < answers; ++i) answer(i == 0 ? "first" : "second");
+    });
+    return told(client->call(record(QStringLiteral("<record/>"))));
+  };
+  const std::string timeout = "VTIPCTimeout: timeout waiting for return result for submitTime:, in doubt";
+  EXPECT_EQ(sent(1), "submitTime: = first");
+  EXPECT_EQ(sent(0), timeout);
+  EXPECT_EQ(sent(1), timeout) << "the one answer is of the record before";
+  EXPECT_EQ(client->owed().count(), 1);
+  EXPECT_EQ(sent(2), "submitTime: = second");
+  EXPECT_EQ(client->owed().count(), 0);
+
+  EXPECT_EQ(sent(0), timeout);
+  answer("late");
+  EXPECT_EQ(sent(1), "submitTime: = first") << "the late one came before it left";
+
+  EXPECT_EQ(sent(0), timeout);
+  const pid_t successor = fork();
+  if (successor == 0) {
+    peer->receive();
+    _exit(peer->send(reply(kSubmitTime, "new"), folder.bytes("client")) ? 0 : 1);
+  }
+  EXPECT_EQ(told(client->call(record(QStringLiteral("<record/>")))), "submitTime: = new")
+      << "another process owes nothing";
+  waitpid(successor, nullptr, 0);
+}
+
+TEST(Channel, DropsWhatAnotherUserSendsAndSaysSoOnce) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can send as another user";
+  constexpr uid_t kNobody = 65534;
+  const SocketFolder folder;
+  RawPeer peer(folder.bytes("server"));
+  auto client = folder.client(kShortLimits);
+  const pid_t child = fork();
+  if (child == 0) {
+    if (setresuid(kNobody, kNobody, kNobody) != 0) _exit(1);
+    int sent = 0;
+    for (int i = 0; i < 3; ++i) sent += peer.send(reply(kCompanyFileName, "forged"), folder.bytes("client"));
+    _exit(sent);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  ASSERT_EQ(WEXITSTATUS(status), 3);
+  const Beside answering([&] {
+    peer.receive();
+    peer.send(reply(kCompanyFileName, "yes"), folder.bytes("client"));
+  });
+  LogCollector log;
+  EXPECT_EQ(told(client->call(kAsk)), "companyFileName = yes");
+  client.reset();
+  EXPECT_EQ(LogCollector::lines(),
+            (std::vector<std::string>{"ipc -> companyFileName", "dropped a datagram from user 65534",
+                                      "ipc <- companyFileName", "dropped 3 datagrams from other users"}));
+}
+
+/// What the serving side makes of calls that nobody should make, and that it goes on afterwards.
+TEST(Serving, RefusesWhatItDoesNotKnowAndGoesOn) {
+  const SocketFolder folder;
+  const auto server = folder.server([](const Operation& operation, const ArchiveValue::Array& arguments) {
+    return operation.argumentCount > 0 ? arguments.first() : ArchiveValue();
+  });
+  RawPeer peer(folder.bytes("client"));
+  const auto refusalOf = [&](const QByteArray& archive) -> std::string {
+    peer.send(header(2) + archive, folder.bytes("server"));
+    try {
+      server->serveInput();
+    } catch (const ChannelFailure& failure) {
+      return failure.name().toStdString() + ": " + failure.reason().toStdString();
+    }
+    return {};
+  };
+  const std::string unknown = "VTIPCNoMethod: no matching method for call";
+  EXPECT_EQ(refusalOf(archiveOf({QStringLiteral("exit")})), unknown);
+  EXPECT_EQ(refusalOf(archiveOf({QStringLiteral("submitTime:")})), unknown);
+  EXPECT_EQ(refusalOf(archiveOf({})), "VTIPCUnArchiverFailure: error: the message names no operation");
+  LogCollector log;
+  EXPECT_EQ(refusalOf(archiveOf({QStringLiteral("submitTime:"), NilMarker()})), "");
+  EXPECT_EQ(LogCollector::lines(), (std::vector<std::string>{"ipc <--  submitTime:", "ipc -> submitTime:"}));
+  EXPECT_EQ(peer.receive(), header(3) + archiveOf({QStringLiteral("submitTime:"), NilMarker()}));
+}
+
+TEST(CallThread, IsCancelledAtOnceWhateverItWaitsFor) {
+  const SocketFolder folder;
+  const RawPeer deaf(folder.bytes("server"));
+  for (const auto& [call, fate] :
+       {std::pair(kAsk, "in doubt"), std::pair(record(QString(300000, u'x')), "")}) {
+    CallThread thread(folder.client());
+    thread.begin(call);
+    std::this_thread::sleep_for(milliseconds(50));
+    const auto start = std::chrono::steady_clock::now();
+    thread.cancel();
+    const std::string outcome = told(thread.take());
+    EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(100));
+    EXPECT_TRUE(outcome.starts_with("VTIPCCancelled: the call was cancelled")) << outcome;
+    EXPECT_TRUE(outcome.ends_with(fate)) << outcome;
+    thread.begin(kAsk);
+    EXPECT_EQ(told(thread.take()), "VTIPCCancelled: the call was cancelled, never left");
+  }
 }
 
 }  // namespace

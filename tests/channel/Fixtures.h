@@ -1,39 +1,47 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <QTemporaryDir>
 #include <functional>
 #include <string>
+#include <thread>
 #include <vector>
 
-#include "channel/Descriptor.h"
-#include "channel/KeyedArchiver.h"
-#include "channel/PDToVTProtocol.h"
+#include "channel/Archive.h"
+#include "channel/CallingEnd.h"
+#include "channel/Datagram.h"
+#include "channel/ServingEnd.h"
 
 namespace pendra {
 
-/// A short folder of its own for the sockets of one test; its parent has the rights that the bind wants.
+/// A short folder of its own for the sockets of one test, which the bind makes.
 class SocketFolder {
  public:
-  SocketFolder() {
-    const QByteArray root = folder_.path().toLocal8Bit();
-    chmod(root.constData(), 0755);
-    const QByteArray sockets = root + "/s";
-    mkdir(sockets.constData(), 0755);
-    chmod(sockets.constData(), 0755);
-  }
+  SocketFolder() { chmod(folder_.path().toLocal8Bit().constData(), 0755); }  // open to other users
   QString path(const char* name) const { return folder_.path() + u"/s/" + QString::fromLatin1(name); }
   QByteArray bytes(const char* name) const { return path(name).toLocal8Bit(); }
 
+  std::unique_ptr<CallingEnd> client(const TimeLimits& limits = {}) const {
+    auto made = CallingEnd::bound(path("server"), path("client"), limits);
+    EXPECT_TRUE(made) << made.error().text.toStdString();
+    return std::move(made).value();
+  }
+  std::unique_ptr<ServingEnd> server(ServingEnd::Perform perform) const {
+    auto made = ServingEnd::bound(path("server"), std::move(perform));
+    EXPECT_TRUE(made) << made.error().text.toStdString();
+    return std::move(made).value();
+  }
+
  private:
-  QTemporaryDir folder_{QStringLiteral("/tmp/ipcXXXXXX")};
+  QTemporaryDir folder_{QStringLiteral("/tmp/chXXXXXX")};
 };
+
+/// Limits so short that a test of a time-out need not last.
+inline constexpr TimeLimits kShortLimits{.leave = std::chrono::milliseconds(300),
+                                         .reply = std::chrono::milliseconds(300)};
 
 /// Collects what is logged while it lives.
 class LogCollector {
@@ -60,16 +68,11 @@ class LogCollector {
 class RawPeer {
  public:
   explicit RawPeer(const QByteArray& path) : socket_(::socket(AF_UNIX, SOCK_DGRAM, 0)) {
+    mkdir(path.left(path.lastIndexOf('/')).constData(), 0755);
     unlink(path.constData());
-    EXPECT_EQ(IPCAddress::forPath(path).bind(socket_.get()), 0);
+    EXPECT_EQ(SocketAddress::forPath(path).bind(socket_.get()), 0);
     const timeval patience{.tv_sec = 20, .tv_usec = 0};
     setsockopt(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-  }
-
-  /// Returns when there is something to read.
-  void awaitInput() const {
-    pollfd waiting{.fd = socket_.get(), .events = POLLIN, .revents = 0};
-    EXPECT_EQ(poll(&waiting, 1, 20000), 1);
   }
 
   QByteArray receive() {
@@ -91,38 +94,16 @@ class RawPeer {
   Descriptor socket_;
 };
 
-/// An interface for tests, with one operation of each sort.
-inline const std::array kTestMethods{
-    ProtocolMethod{.selector = u"echo:", .argumentCount = 1},
-    ProtocolMethod{
-        .selector = u"tell:", .argumentCount = 1, .returns = ProtocolMethod::Returns::Void, .oneWay = true},
-    ProtocolMethod{.selector = u"do", .returns = ProtocolMethod::Returns::Void},
-};
-inline const Protocol kTestProtocol{kTestMethods};
-
-/// Answers its argument.
-class Echo final : public VendedObject {
+/// Code that runs beside the test, as another process would, until it is done.
+class Beside {
  public:
-  const ProtocolMethod* methodSignatureForSelector(QStringView selector) const override {
-    return kTestProtocol.methodSignatureForSelector(selector);
-  }
-  ArchiveValue perform(const ProtocolMethod& method, const QList<ArchiveValue>& arguments) override {
-    performed.emplace_back(method.selector.toString().toStdString());
-    return arguments.isEmpty() ? ArchiveValue() : arguments.first();
-  }
+  explicit Beside(std::function<void()> code) : thread_(std::move(code)) {}
+  ~Beside() { thread_.join(); }
+  Q_DISABLE_COPY_MOVE(Beside)
 
-  std::vector<std::string> performed;
+ private:
+  std::thread thread_;
 };
-
-/// What a piece of code throws, as "name: reason"; empty when it throws nothing.
-inline std::string failureOf(const std::function<void()>& code) {
-  try {
-    code();
-    return {};
-  } catch (const ChannelFailure& failure) {
-    return failure.name().toStdString() + ": " + failure.reason().toStdString();
-  }
-}
 
 inline QByteArray header(quint32 word) {
   QByteArray bytes;
@@ -130,6 +111,23 @@ inline QByteArray header(quint32 word) {
   return bytes;
 }
 
-inline QByteArray archiveOf(ArchiveValue::Array message) { return archivedData(std::move(message)).value(); }
+inline QByteArray archiveOf(ArchiveValue::Array message) { return writeArchive(std::move(message)).value(); }
+
+/// A reply in one datagram.
+inline QByteArray reply(const Operation& operation, const char* answer) {
+  return header(3) + archiveOf({operation.name.toString(), QString::fromLatin1(answer)});
+}
+
+/// "name = text" of an answer, "name: reason, fate" of a failure.
+inline std::string told(const CallOutcome& outcome) {
+  if (const auto* failure = std::get_if<ChannelFailure>(&outcome)) {
+    const bool neverLeft = failure->fate() == ChannelFailure::Fate::NeverLeft;
+    return failure->name().toStdString() + ": " + failure->reason().toStdString() +
+           (neverLeft ? ", never left" : ", in doubt");
+  }
+  const auto& answer = std::get<Answer>(outcome);
+  const auto* text = answer.value.as<QString>();
+  return answer.operation.toStdString() + " = " + (text ? text->toStdString() : "another kind");
+}
 
 }  // namespace pendra

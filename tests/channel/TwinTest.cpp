@@ -1,45 +1,42 @@
-#include <gtest/gtest.h>
-
-#include <QElapsedTimer>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 
 #include "Office.h"
-#include "support/Rows.h"
+#include "platform/Identifiers.h"
 
 namespace pendra {
 namespace {
+
+using namespace operations;
 
 const QString kPython = QStringLiteral("python3");
 const QString kTwin = QStringLiteral(PENDRA_TWIN);
 
 TEST(Twin, ReadsOurCallsAndAnswersInEverySpelling) {
   const SocketFolder folder;
+  const auto client = folder.client();
   const Peer twin(kPython, {kTwin, QStringLiteral("server"), folder.path("server"),
-                            QStringLiteral(R"({"echo:": "argument"})"), QStringLiteral("foreign")});
-  const auto client = clientOf(folder);
-  ArchiveValue::Array rows;
-  for (const Row& row : manyRows(2000)) rows.push_back(archivedRow(row));
+                            QStringLiteral(R"({"submitTime:": "argument", "getJobsArray": null})"),
+                            QStringLiteral("foreign")});
+  const ArchiveValue::Array rows = manyRows(2000);
   const ArchiveValue::Array values{QStringLiteral("a"),
                                    QStringLiteral("a"),
                                    QStringLiteral("✓"),
                                    rows,
-                                   IPCNilArg::nilArg(),
+                                   NilMarker(),
                                    qint64{-5},
                                    qint64{1} << 40,
                                    0.25,
                                    true,
                                    ArchiveValue::Array{},
                                    rows.first()};
-  EXPECT_EQ(client->forwardInvocation(u"echo:", {ArchiveValue(values)}), ArchiveValue(values));
-  EXPECT_TRUE(client->forwardInvocation(u"echo:", {ArchiveValue()}).isNil());
-  EXPECT_TRUE(client->forwardInvocation(u"do", {}).isNil());
+  EXPECT_EQ(valueOf(client->call({&kSubmitTime, {ArchiveValue(values)}})), ArchiveValue(values));
+  EXPECT_TRUE(valueOf(client->call({&kSubmitTime, {ArchiveValue()}})).isNil());
+  EXPECT_TRUE(valueOf(client->call({&kJobs, {}})).isNil());
 }
 
-TEST(Twin, CallsOurServingSideInEverySpelling) {
-  const auto customers = manyRows(3000);
-  const Office office(customers);
+TEST(Twin, CallsTheStandInForVantorInEverySpelling) {
+  const Office office(manyRows(3000));
   const auto vantor = office.vantor();
   application();
   QProcess twin;
@@ -51,94 +48,44 @@ TEST(Twin, CallsOurServingSideInEverySpelling) {
   ASSERT_EQ(twin.exitCode(), 0) << twin.readAllStandardError().toStdString();
   const auto rows = QJsonDocument::fromJson(twin.readLine()).array();
   ASSERT_EQ(rows.size(), 3000);
-  EXPECT_EQ(rows.at(2999).toObject()[QStringLiteral("name")].toString(), *customers.back().name);
+  EXPECT_EQ(rows.at(2999).toObject()[QStringLiteral("name")].toString(),
+            QStringLiteral("Müller & Söhne 1499"));
   EXPECT_EQ(twin.readLine(), "null\n");
   EXPECT_EQ(twin.readLine(), "true\n");
   EXPECT_EQ(office.recordCount(), 1);
 }
 
-TEST(Vantor, AnswersTheSevenOperations) {
-  const auto customers = manyRows(3000);
-  const Office office(customers);
+TEST(VantorSim, OwnsVantorsNameForAsLongAsItRuns) {
+  Peer daemon(QStringLiteral("dbus-daemon"),
+              {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
+  const QString address = QString::fromUtf8(daemon.said()).trimmed();
+  auto bus = QDBusConnection::connectToBus(address, QStringLiteral("test"));
+  const auto isRunning = [&] { return bus.interface()->isServiceRegistered(identifiers::kVantor).value(); };
+  const Office office({});
+  const auto vantor = office.vantor(address);
+  EXPECT_TRUE(isRunning());
+  vantor->tell(SIGTERM);
+  EXPECT_EQ(vantor->exitCode(), 0);
+  EXPECT_FALSE(isRunning());
+  QDBusConnection::disconnectFromBus(QStringLiteral("test"));
+}
+
+TEST(VantorSim, ReadsTheCompanyFileAgainWhenItIsTold) {
+  const Office office({});
   const auto vantor = office.vantor();
   const auto channel = office.pendra();
-  PDToVTProxy<Row> remoteServer(*channel);
-  EXPECT_EQ(remoteServer.companyFileName(), std::nullopt);
-  EXPECT_EQ(remoteServer.getEmployeeNamesArray(),
-            (QStringList{QStringLiteral("Ann"), QStringLiteral("Bob")}));
-  EXPECT_EQ(remoteServer.getCustomersArray(), customers);
-  EXPECT_EQ(remoteServer.getServicesArray(), std::vector<Row>{});
-  EXPECT_EQ(remoteServer.getJobsArray(), std::vector<Row>{});
-  EXPECT_TRUE(remoteServer.canTalkToPendra());
-  EXPECT_EQ(remoteServer.submitTime(QStringLiteral("<time/>")), ArchiveValue(true));
-  EXPECT_EQ(office.recordCount(), 1);
-}
-
-/// A Vantor that misbehaves in the first call. The second call goes to a healthy one, started anew unless the
-/// first one has stayed healthy enough to be asked again.
-struct Misbehaviour {
-  const char* name;
-  QStringList fault;
-  const char* failure;
-  bool restarts;
-  int records;  ///< how many Vantor has after both calls
-};
-void PrintTo(const Misbehaviour& row, std::ostream* out) { *out << row.name; }
-
-class Misbehaving : public testing::TestWithParam<Misbehaviour> {};
-
-TEST_P(Misbehaving, IsANamedFailureAndTheChannelGoesOn) {
-  const Office office(manyRows(3000));
-  auto vantor = office.vantor(GetParam().fault);
-  const auto channel = office.pendra();
-  PDToVTProxy<Row> remoteServer(*channel);
-  // Whoever dies need not be waited for; the others answer in their own time or have the full limit.
-  const bool dies = GetParam().fault.join(u' ').contains(QStringLiteral("die"));
-  if (dies) channel->setTimeLimits(kShortLimits);
-  QElapsedTimer time;
-  time.start();
-  EXPECT_EQ(failureOf([&] {
-              if (GetParam().fault.contains(QStringLiteral("die-in-list")))
-                (void)remoteServer.getCustomersArray();
-              else
-                remoteServer.submitTime(QStringLiteral("<first/>"));
-            }),
-            GetParam().failure);
-  std::printf("%s: %lld ms\n", GetParam().name, time.elapsed());
-  channel->setTimeLimits({});
-  if (dies) vantor->waitForItsEnd();
-  if (GetParam().restarts) {
-    vantor->end();
-    vantor = office.vantor();
+  EXPECT_TRUE(valueOf(channel->call({&kCompanyFileName, {}})).isNil());
+  EXPECT_EQ(valueOf(channel->call({&kCanTalkToPendra, {}})), ArchiveValue(true));
+  office.setCompanyFile(R"({"companyFileName": "/home/ann/Books.cmp", "accepts": false})");
+  // A signal and a call reach it by different ways, so it is asked until it has heard.
+  ArchiveValue company;
+  for (int i = 0; i < 10000 && company.isNil(); ++i) {
+    vantor->tell(SIGHUP);
+    company = valueOf(channel->call({&kCompanyFileName, {}}));
   }
-  EXPECT_EQ(remoteServer.submitTime(QStringLiteral("<second/>")), ArchiveValue(true));
-  EXPECT_EQ(office.recordCount(), GetParam().records);
+  EXPECT_EQ(company, ArchiveValue(QStringLiteral("/home/ann/Books.cmp")));
+  EXPECT_TRUE(valueOf(channel->call({&kCanTalkToPendra, {}})).isNil());
 }
-
-const QString kFault = QStringLiteral("--fault");
-const char* const kTimeout = "VTIPCTimeout: timeout waiting for return result for submitTime:";
-
-INSTANTIATE_TEST_SUITE_P(
-    Vantor, Misbehaving,
-    testing::Values(
-        Misbehaviour{"Late", {kFault, QStringLiteral("late=700")}, "", false, 2},
-        Misbehaviour{"SlowToRead", {kFault, QStringLiteral("slow-read=500")}, "", false, 2},
-        Misbehaviour{"Silent", {kFault, QStringLiteral("no-answer")}, kTimeout, true, 2},
-        Misbehaviour{"WronglyNamed", {kFault, QStringLiteral("wrong-name")}, "", true, 2},
-        Misbehaviour{"Garbage",
-                     {kFault, QStringLiteral("garbage")},
-                     "VTIPCUnArchiverFailure: error: not a property list",
-                     true,
-                     2},
-        Misbehaviour{"DiesBeforeTheRecord", {kFault, QStringLiteral("die-before-record")}, kTimeout, true, 1},
-        Misbehaviour{"DiesAfterTheRecord", {kFault, QStringLiteral("die-after-record")}, kTimeout, true, 2},
-        Misbehaviour{"DiesInMidList",
-                     {kFault, QStringLiteral("die-in-list")},
-                     "VTIPCTimeout: timeout waiting for return result for getCustomersArray",
-                     true,
-                     1},
-        Misbehaviour{"Restarts", {}, "", true, 2}),
-    RowName());
 
 }  // namespace
 }  // namespace pendra

@@ -22,7 +22,7 @@ QStringList jobsListed(const ObjectContext& context) {
   return texts;
 }
 
-using Rows = std::vector<NameAndRecNumber>;
+using Rows = std::vector<ListRow>;
 
 /// An open list editor.
 class OpenList final : public AuxiliaryWindow {

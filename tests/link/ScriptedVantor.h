@@ -13,9 +13,9 @@ class ScriptedVantor {
  public:
   std::optional<QString> company = "/Books/Acme Ltd.cmp";
   QStringList employees{"Clerk 1", "Clerk 2"};
-  std::optional<std::vector<NameAndRecNumber>> services{std::in_place};
-  std::optional<std::vector<NameAndRecNumber>> customers{std::in_place};
-  std::optional<std::vector<NameAndRecNumber>> jobs{std::in_place};
+  std::optional<std::vector<ListRow>> services{std::in_place};
+  std::optional<std::vector<ListRow>> customers{std::in_place};
+  std::optional<std::vector<ListRow>> jobs{std::in_place};
   bool accepts = true;
   bool hasChannel = true;
   /// Runs when a question arrives, before it is answered; may throw what the channel throws.
@@ -29,10 +29,10 @@ class ScriptedVantor {
   QStringList socketPaths;
 
   [[nodiscard]] ConnectToVantor connector() {
-    return [this](const QString& server, const QString& client) -> std::unique_ptr<RemoteServer> {
+    return [this](const QString& server, const QString& client) -> Result<std::unique_ptr<RemoteServer>> {
       socketPaths = {server, client};
-      if (!hasChannel) return nullptr;
-      return std::make_unique<Channel>(*this);
+      if (!hasChannel) return Error{.domain = "POSIX", .code = 22, .text = "the folder is no folder"};
+      return std::unique_ptr<RemoteServer>(std::make_unique<Channel>(*this));
     };
   }
   [[nodiscard]] int timesAsked(const QString& what) const { return static_cast<int>(asked.count(what)); }
@@ -44,15 +44,13 @@ class ScriptedVantor {
     ~Channel() override { --vantor_.openChannels; }
     std::optional<QString> companyFileName() override { return noted("companyFileName", vantor_.company); }
     QStringList getEmployeeNamesArray() override { return noted("employees", vantor_.employees); }
-    std::optional<std::vector<NameAndRecNumber>> getServicesArray() override {
+    std::optional<std::vector<ListRow>> getServicesArray() override {
       return noted("services", vantor_.services);
     }
-    std::optional<std::vector<NameAndRecNumber>> getCustomersArray() override {
+    std::optional<std::vector<ListRow>> getCustomersArray() override {
       return noted("customers", vantor_.customers);
     }
-    std::optional<std::vector<NameAndRecNumber>> getJobsArray() override {
-      return noted("jobs", vantor_.jobs);
-    }
+    std::optional<std::vector<ListRow>> getJobsArray() override { return noted("jobs", vantor_.jobs); }
     bool canTalkToPendra() override { return noted("canTalkToPendra", vantor_.accepts); }
     void submitTime(const QString& record) override {
       vantor_.asked << "submitTime";
@@ -84,11 +82,9 @@ class NotedProgress final : public ProgressSink {
   void stopSpinner() override { spinning = false; }
 };
 
-inline NameAndRecNumber item(const QString& name, const QString& id) {
-  return NameAndRecNumber::initWithName(name, id);
-}
-inline NameAndRecNumber jobItem(const QString& name, const QString& id, const QString& parent) {
-  return {.name = name, .vtObjectID = id, .parentObjectID = parent};
+inline ListRow item(const QString& name, const QString& id) { return {.name = name, .id = id, .parent = {}}; }
+inline ListRow jobItem(const QString& name, const QString& id, const QString& parent) {
+  return {.name = name, .id = id, .parent = parent};
 }
 
 /// An open linked document beside a running Vantor.

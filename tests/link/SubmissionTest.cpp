@@ -36,8 +36,10 @@ class SubmissionTest : public LinkTest {
   }
   /// Vantor fails at the record of that number, from 1.
   void failAt(int number, const QString& name) {
-    vantor.whenSubmitted = [this, number, name](const QString&) {
-      if (vantor.timesAsked("submitTime") == number) throw ChannelFailure(name, "scripted");
+    const bool leaves = name != kVTIPCSend && name != kVTIPCArchiverFailure;
+    const auto fate = leaves ? ChannelFailure::Fate::InDoubt : ChannelFailure::Fate::NeverLeft;
+    vantor.whenSubmitted = [this, number, name, fate](const QString&) {
+      if (vantor.timesAsked("submitTime") == number) throw ChannelFailure(name, "scripted", fate);
     };
   }
   [[nodiscard]] QString notice() {

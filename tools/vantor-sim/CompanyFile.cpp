@@ -4,13 +4,11 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "channel/PDToVTProtocol.h"
-
 namespace pendra {
 namespace {
 
-ArchiveValue textOrNil(const QJsonValue& value) {
-  return value.isString() ? ArchiveValue(value.toString()) : ArchiveValue();
+std::optional<QString> textOrNone(const QJsonValue& value) {
+  return value.isString() ? std::optional(value.toString()) : std::nullopt;
 }
 
 ArchiveValue::Array rowsOf(const QJsonValue& list) {
@@ -19,10 +17,9 @@ ArchiveValue::Array rowsOf(const QJsonValue& list) {
   rows.reserve(items.size());
   for (const auto& item : items) {
     const QJsonObject row = item.toObject();
-    rows.push_back(
-        ArchiveRecord{&kNameAndRecNumberClass,
-                      {textOrNil(row[QStringLiteral("name")]), textOrNil(row[QStringLiteral("id")]),
-                       textOrNil(row[QStringLiteral("parent")])}});
+    rows.push_back(ListRow{.name = textOrNone(row[QStringLiteral("name")]),
+                           .id = textOrNone(row[QStringLiteral("id")]),
+                           .parent = textOrNone(row[QStringLiteral("parent")])});
   }
   return rows;
 }
@@ -41,7 +38,8 @@ Result<CompanyFile> CompanyFile::read(const QString& path) {
   QJsonParseError error;
   const QJsonObject company = QJsonDocument::fromJson(file.readAll(), &error).object();
   if (error.error != QJsonParseError::NoError) return Error{QStringLiteral("JSON"), 0, error.errorString()};
-  return CompanyFile{.companyFileName = textOrNil(company[QStringLiteral("companyFileName")]),
+  const auto open = textOrNone(company[QStringLiteral("companyFileName")]);
+  return CompanyFile{.companyFileName = open ? ArchiveValue(*open) : ArchiveValue(),
                      .employees = textsOf(company[QStringLiteral("employees")]),
                      .services = rowsOf(company[QStringLiteral("services")]),
                      .customers = rowsOf(company[QStringLiteral("customers")]),

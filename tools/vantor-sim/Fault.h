@@ -6,28 +6,36 @@
 
 namespace pendra {
 
-/// How the stand-in misbehaves, for tests of whoever calls it.
+/// How the stand-in misbehaves at some call, for tests of whoever calls it.
 struct Fault {
   enum class Kind {
     None,
-    Late,             ///< answers after `delay`
-    WrongName,        ///< answers under the name of another selector
-    NoAnswer,         ///< performs and keeps silent
-    Garbage,          ///< answers with bytes that are no archive
-    DieInList,        ///< ends in the middle of its answer's datagrams, or before a short answer
-    DieBeforeRecord,  ///< ends when it has got a record, and keeps nothing
-    DieAfterRecord,   ///< ends when it has kept a record, and does not answer
-    SlowRead          ///< looks at its socket only once in `delay`
+    Stopped,     ///< has got the call, and stands still as a process that was stopped
+    Silent,      ///< performs it and does not answer
+    Slow,        ///< answers after `delay`
+    Dripping,    ///< answers datagram by datagram, each after `delay`
+    Dying,       ///< ends before it performs the call
+    DyingAfter,  ///< ends when it has performed the call, before it answers
+    DyingAmid,   ///< ends in the middle of the answer's datagrams
+    WrongName,   ///< answers under the name of another operation
+    Twice,       ///< answers twice
+    Garbage      ///< answers with bytes that are no archive
   };
 
   Kind kind = Kind::None;
   std::chrono::milliseconds delay{0};
-  QString selector;  ///< the only selector that it concerns; empty for all
-  int after = 0;     ///< so many calls are well answered first
+  int call = 1;                ///< at which call, counted from 1
+  bool everyLaterOne = false;  ///< and at every later one
+  QString operation;           ///< only calls of this operation count; empty for all
 
-  /// The fault of a name such as "no-answer" or "late=3000" (milliseconds); none when there is none of that
-  /// name.
+  /// Reads "KIND[=MILLISECONDS][:N[+]]"; none when it is nothing of that form.
   static std::optional<Fault> named(const QString& text);
+  /// What `named` reads, for --help.
+  static QString help();
+
+  [[nodiscard]] bool isAt(int number) const {
+    return kind != Kind::None && (number == call || (everyLaterOne && number > call));
+  }
 };
 
 }  // namespace pendra

@@ -3,7 +3,7 @@
 #include "CompanyFile.h"
 #include "Fault.h"
 #include "RecordsFile.h"
-#include "channel/IPCMgr.h"
+#include "channel/ServingEnd.h"
 
 namespace pendra {
 
@@ -11,30 +11,30 @@ namespace pendra {
 struct Unanswered {};
 
 /// Performs Pendra's calls on a company file, with one fault if one is wanted.
-class VantorServer final : public VendedObject {
+class VantorServer {
  public:
   VantorServer(CompanyFile company, RecordsFile records, Fault fault)
       : company_(std::move(company)), records_(std::move(records)), fault_(std::move(fault)) {}
 
   void setCompany(CompanyFile company) { company_ = std::move(company); }
-  /// The endpoint that vends this object, and where its client listens: what a faulty answer needs.
-  void setChannel(IPCMgr& channel, const QString& clientPath);
+  /// The endpoint that performs calls by this object, and where its client listens: what a faulty answer
+  /// needs.
+  void setChannel(ServingEnd& channel, const QString& clientPath);
 
-  [[nodiscard]] const ProtocolMethod* methodSignatureForSelector(QStringView selector) const override;
-  ArchiveValue perform(const ProtocolMethod& method, const QList<ArchiveValue>& arguments) override;
+  ArchiveValue perform(const Operation& operation, const ArchiveValue::Array& arguments);
 
  private:
-  ArchiveValue answer(QStringView selector, const QList<ArchiveValue>& arguments);
-  bool isFaulty(QStringView selector);
-  void misbehave(QStringView selector, const ArchiveValue& answer);
-  void sendHalf(QByteArrayView archive) const;
+  ArchiveValue answer(QStringView operation, const ArchiveValue::Array& arguments);
+  bool isFaulty(QStringView operation);
+  void misbehave(QStringView operation, const ArchiveValue& answer);
+  void drip(QByteArrayView archive, qsizetype most) const;
 
   CompanyFile company_;
   RecordsFile records_;
   Fault fault_;
   int calls_ = 0;
-  IPCMgr* channel_ = nullptr;
-  IPCAddress client_;
+  ServingEnd* channel_ = nullptr;
+  SocketAddress client_;
 };
 
 }  // namespace pendra

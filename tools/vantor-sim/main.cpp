@@ -6,12 +6,10 @@
 #include <QDBusConnection>
 #include <QDir>
 #include <QSocketNotifier>
-#include <QTimer>
 #include <cstdio>
 #include <initializer_list>
 
 #include "VantorServer.h"
-#include "channel/PDToVTProtocol.h"
 #include "platform/Identifiers.h"
 #include "platform/Log.h"
 #include "platform/Places.h"
@@ -46,14 +44,9 @@ Options read(const QCoreApplication& application) {
       {QStringLiteral("cache"), QStringLiteral("The caches folder; the user's own by default."),
        QStringLiteral("DIR")},
       {QStringLiteral("no-bus"), QStringLiteral("Own no name on the session bus.")},
-      {QStringLiteral("fault"),
-       QStringLiteral("Misbehave: late=MS, wrong-name, no-answer, garbage, die-in-list, die-before-record, "
-                      "die-after-record, slow-read=MS."),
-       QStringLiteral("KIND")},
-      {QStringLiteral("fault-on"), QStringLiteral("Misbehave in this call only."),
-       QStringLiteral("SELECTOR")},
-      {QStringLiteral("fault-after"), QStringLiteral("Answer so many calls well first."),
-       QStringLiteral("N")},
+      {QStringLiteral("fault"), Fault::help(), QStringLiteral("KIND[:N[+]]")},
+      {QStringLiteral("fault-on"), QStringLiteral("Count the calls of this operation only."),
+       QStringLiteral("OPERATION")},
   });
   parser.process(application);
   const QString fault = parser.value(QStringLiteral("fault"));
@@ -63,15 +56,12 @@ Options read(const QCoreApplication& application) {
                   .useBus = !parser.isSet(QStringLiteral("no-bus")),
                   .fault = fault.isEmpty() ? Fault{} : Fault::named(fault)};
   if (options.cache.isEmpty()) options.cache = Places::ofUser().caches;
-  if (options.fault) {
-    options.fault->selector = parser.value(QStringLiteral("fault-on"));
-    options.fault->after = parser.value(QStringLiteral("fault-after")).toInt();
-  }
+  if (options.fault) options.fault->operation = parser.value(QStringLiteral("fault-on"));
   return options;
 }
 
 /// Failures of one call must not end the server.
-void serve(IPCMgr& channel) {
+void serve(ServingEnd& channel) {
   try {
     channel.serveInput();
   } catch (const ChannelFailure& failure) {
@@ -115,23 +105,19 @@ int main(int argc, char** argv) {
   VantorServer server(std::move(company).value(), std::move(records).value(), *options.fault);
   QDir().mkpath(options.cache);  // on a first start nobody else has made it
   const QString folder = options.cache + u'/' + identifiers::kPendra;
-  const auto channel = IPCMgr::initVendedProxy(server, folder + u"/vtserver.socket", PDToVTProtocol,
-                                               supportedClassesOfPDToVT());
+  const auto channel = ServingEnd::bound(
+      folder + u"/vtserver.socket", [&](const Operation& operation, const ArchiveValue::Array& arguments) {
+        return server.perform(operation, arguments);
+      });
   if (!channel) return giveUp(channel.error().text);
-  IPCMgr& endpoint = *channel.value();
+  ServingEnd& endpoint = *channel.value();
   server.setChannel(endpoint, folder + u"/pdclient.socket");
 
   QSocketNotifier told(signals.get(), QSocketNotifier::Read);
   QObject::connect(&told, &QSocketNotifier::activated,
                    [&] { answerSignals(signals.get(), options.company, server); });
-  QSocketNotifier arrived(endpoint.runLoopSource(), QSocketNotifier::Read);
+  QSocketNotifier arrived(endpoint.descriptor(), QSocketNotifier::Read);
   QObject::connect(&arrived, &QSocketNotifier::activated, [&] { serve(endpoint); });
-  QTimer nowAndThen;
-  if (options.fault->kind == Fault::Kind::SlowRead) {
-    arrived.setEnabled(false);
-    QObject::connect(&nowAndThen, &QTimer::timeout, [&] { serve(endpoint); });
-    nowAndThen.start(options.fault->delay);
-  }
   if (options.useBus && !QDBusConnection::sessionBus().registerService(identifiers::kVantor))
     return giveUp(QStringLiteral("cannot own Vantor's name on the session bus (--no-bus does without)"));
   std::puts("ready");

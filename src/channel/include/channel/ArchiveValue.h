@@ -1,53 +1,53 @@
 #pragma once
-// The one distinction of this header: nil and the nil marker are two things. Nil is the absent field of a
-// record; an array holds an `IPCNilArg` in its place.
+// Nil and the nil marker are two things: a field of a row may be nil, but an array cannot hold nil, so a nil
+// argument or answer travels as the marker.
 
 #include <QList>
 #include <QString>
-#include <QStringList>
+#include <optional>
 #include <variant>
-
-#include "channel/IPCNilArg.h"
 
 namespace pendra {
 
-class ArchiveValue;
-
-/// A class whose objects may travel: its name on the wire and the keys of its fields. Whoever owns the class
-/// makes one constant of this, which lives as long as the program, and hands it to the channel, which knows
-/// no such class by itself.
-struct ArchiveClass {
-  QString name;
-  QStringList keys;
+/// Stands in a message wherever an argument or an answer is nil. It has no state.
+struct NilMarker {
+  friend bool operator==(NilMarker, NilMarker) = default;
 };
 
-/// An object of an `ArchiveClass`: one value for each key, in the order of the class's keys.
-struct ArchiveRecord {
-  const ArchiveClass* archiveClass;
-  QList<ArchiveValue> fields;
+/// A row of Vantor's lists, "NameAndRecNumber" on the wire.
+struct ListRow {
+  std::optional<QString> name{};
+  std::optional<QString> id{};      ///< the record's identifier
+  std::optional<QString> parent{};  ///< the parent record's identifier; none for a top-level record
+
+  friend bool operator==(const ListRow&, const ListRow&) = default;
 };
 
-/// What an archive can hold. A value is cheap to copy: texts, arrays and records share what they hold.
+/// What an archive can hold. Texts and arrays share what they hold with their copies.
 class ArchiveValue {
  public:
   using Array = QList<ArchiveValue>;
 
   ArchiveValue() = default;  ///< nil
-  ArchiveValue(IPCNilArg marker) : value_(marker) {}
+  ArchiveValue(NilMarker marker) : value_(marker) {}
   ArchiveValue(bool truth) : value_(truth) {}
   ArchiveValue(qint64 number) : value_(number) {}
   ArchiveValue(double number) : value_(number) {}
   ArchiveValue(QString text) : value_(std::move(text)) {}
   ArchiveValue(Array elements) : value_(std::move(elements)) {}
-  ArchiveValue(ArchiveRecord record) : value_(std::move(record)) {}
+  ArchiveValue(ListRow row) : value_(std::move(row)) {}
   ArchiveValue(const char16_t*) = delete;  // would become a truth value
 
   [[nodiscard]] bool isNil() const { return std::holds_alternative<std::monostate>(value_); }
-  [[nodiscard]] bool isNilArg() const { return std::holds_alternative<IPCNilArg>(value_); }
+  [[nodiscard]] bool isNilMarker() const { return std::holds_alternative<NilMarker>(value_); }
 
   /// The value as one of its kinds; null when it is another kind.
   template <class Kind>
   [[nodiscard]] const Kind* as() const {
+    return std::get_if<Kind>(&value_);
+  }
+  template <class Kind>
+  [[nodiscard]] Kind* as() {
     return std::get_if<Kind>(&value_);
   }
 
@@ -57,17 +57,10 @@ class ArchiveValue {
     return std::visit(std::forward<Visitor>(visitor), value_);
   }
 
-  friend bool operator==(const ArchiveValue& a, const ArchiveValue& b);
+  friend bool operator==(const ArchiveValue& a, const ArchiveValue& b) { return a.value_ == b.value_; }
 
  private:
-  std::variant<std::monostate, IPCNilArg, bool, qint64, double, QString, Array, ArchiveRecord> value_;
+  std::variant<std::monostate, NilMarker, bool, qint64, double, QString, Array, ListRow> value_;
 };
-
-/// Records are equal when their classes have the same name and their fields are equal.
-inline bool operator==(const ArchiveRecord& a, const ArchiveRecord& b) {
-  return a.archiveClass->name == b.archiveClass->name && a.fields == b.fields;
-}
-
-inline bool operator==(const ArchiveValue& a, const ArchiveValue& b) { return a.value_ == b.value_; }
 
 }  // namespace pendra

@@ -48,14 +48,10 @@ class DatagramGatherer {
   /// channel is not lost with one message.
   Result<std::optional<QByteArray>> add(QByteArrayView payload, quint32 sequence, bool lastDatagram);
 
-  /// What was gathered so far; null between two messages.
-  [[nodiscard]] const QByteArray& fragmentBuffer() const { return fragmentBuffer_; }
-  void setFragmentBuffer(QByteArray buffer) { fragmentBuffer_ = std::move(buffer); }
-
  private:
   Result<void> append(QByteArrayView payload);
 
-  QByteArray fragmentBuffer_;
+  QByteArray gathered_;
 };
 
 }  // namespace pendra

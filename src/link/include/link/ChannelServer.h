@@ -1,11 +1,14 @@
 #pragma once
 
-#include "channel/IPCMgr.h"
+#include "channel/CallingEnd.h"
 #include "link/RemoteServer.h"
+#include "link/WaitPort.h"
 
 namespace pendra {
 
-/// Makes the channel to Vantor with the given time limits, which are the channel's own but in tests.
-[[nodiscard]] ConnectToVantor connectOverChannel(const IPCTimeLimits& limits = {});
+/// Makes connections over the channel to Vantor, one at a time. What Vantor still owes of an earlier
+/// connection is known to the next. Without a port a call is waited for without events; the port must outlive
+/// the connections. Other time limits than the channel's own are for tests only.
+[[nodiscard]] ConnectToVantor connectOverChannel(const TimeLimits& limits = {}, WaitPort* wait = nullptr);
 
 }  // namespace pendra

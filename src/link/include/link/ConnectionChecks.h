@@ -39,6 +39,7 @@ class ConnectionChecks {
   };
 
  private:
+  void tellOfMissingChannel();
   bool refuse(const QString& message, const QString& informative);
   [[nodiscard]] bool isOfThisDocument(const std::optional<QString>& company) const;
 

@@ -16,7 +16,7 @@ namespace pendra {
 /// then stays.
 class ListSync {
  public:
-  using Rows = std::span<const NameAndRecNumber>;
+  using Rows = std::span<const ListRow>;
 
   /// All must outlive it.
   ListSync(Session& session, ConnectionChecks& checks, ProgressSink& progress)

@@ -6,7 +6,8 @@
 #include <optional>
 #include <vector>
 
-#include "model/NameAndRecNumber.h"
+#include "channel/ArchiveValue.h"
+#include "platform/Result.h"
 
 namespace pendra {
 
@@ -19,18 +20,18 @@ class RemoteServer {
   [[nodiscard]] virtual std::optional<QString> companyFileName() = 0;
   [[nodiscard]] virtual QStringList getEmployeeNamesArray() = 0;
   /// None when Vantor has no such list to give, which is not an empty one.
-  [[nodiscard]] virtual std::optional<std::vector<NameAndRecNumber>> getServicesArray() = 0;
-  [[nodiscard]] virtual std::optional<std::vector<NameAndRecNumber>> getCustomersArray() = 0;
+  [[nodiscard]] virtual std::optional<std::vector<ListRow>> getServicesArray() = 0;
+  [[nodiscard]] virtual std::optional<std::vector<ListRow>> getCustomersArray() = 0;
   /// The jobs; each names its customer as its parent.
-  [[nodiscard]] virtual std::optional<std::vector<NameAndRecNumber>> getJobsArray() = 0;
+  [[nodiscard]] virtual std::optional<std::vector<ListRow>> getJobsArray() = 0;
   /// Whether Vantor accepts this version of Pendra.
   [[nodiscard]] virtual bool canTalkToPendra() = 0;
   /// Hands over one time record. Returning means that Vantor has answered; what it answered is of no use.
   virtual void submitTime(const QString& record) = 0;
 };
 
-/// Makes the channel between two socket paths, Vantor's and ours; null when it cannot be made.
-using ConnectToVantor =
-    std::function<std::unique_ptr<RemoteServer>(const QString& serverPath, const QString& clientPath)>;
+/// Makes the channel between two socket paths, Vantor's and ours. The error says what a person can mend.
+using ConnectToVantor = std::function<Result<std::unique_ptr<RemoteServer>>(const QString& serverPath,
+                                                                            const QString& clientPath)>;
 
 }  // namespace pendra

@@ -18,18 +18,22 @@ class VantorConnection {
   [[nodiscard]] bool isVantorRunning() const;
   /// Null without a channel.
   [[nodiscard]] RemoteServer* remoteServer() const { return client_.get(); }
-  /// Gives the channel up. The file of our socket stays for the next one.
-  void close() { client_.reset(); }
+  /// Why there is no channel, for the user; blank when there is one.
+  [[nodiscard]] const QString& whyNoChannel() const { return whyNoChannel_; }
 
   [[nodiscard]] std::optional<QString> getCompanyFileName() const;
   [[nodiscard]] QStringList getEmployeeNamesArray() const;
 
  private:
-  VantorConnection(const Workspace& workspace, std::unique_ptr<RemoteServer> client)
-      : workspace_(workspace), client_(std::move(client)) {}
+  VantorConnection(const Workspace& workspace, Result<std::unique_ptr<RemoteServer>> client)
+      : workspace_(workspace) {
+    if (client) client_ = std::move(client).value();
+    if (!client) whyNoChannel_ = client.error().text;
+  }
 
   const Workspace& workspace_;
   std::unique_ptr<RemoteServer> client_;
+  QString whyNoChannel_;
 };
 
 }  // namespace pendra

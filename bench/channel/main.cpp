@@ -1,10 +1,9 @@
-// What the channel costs beside what the system takes for the same bytes. All in one run, as ratios of
-// medians.
+// What the channel costs: its archives beside the plainest writer and reader of the same rows, its calls
+// beside what the system takes for the same bytes. All in one run, as ratios of medians.
 #include <malloc.h>
 #include <poll.h>
 #include <signal.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,9 +14,11 @@
 #include <numeric>
 #include <string_view>
 
+#include "PlainArchive.h"
 #include "Ratio.h"
-#include "channel/KeyedArchiver.h"
-#include "channel/PDToVTProtocol.h"
+#include "channel/Archive.h"
+#include "channel/CallThread.h"
+#include "channel/ServingEnd.h"
 
 using namespace pendra;
 
@@ -25,33 +26,19 @@ namespace {
 
 constexpr int kCustomers = 40000;
 
-struct Row {
-  std::optional<QString> name;
-  std::optional<QString> vtObjectID;
-  std::optional<QString> parentObjectID;
-};
-
 ArchiveValue::Array customers(int count) {
   ArchiveValue::Array rows;
   for (int i = 0; i < count; ++i)
-    rows.push_back(archivedRow(Row{QStringLiteral("Customer %1").arg(i), QString::number(100000 + i), {}}));
+    rows.push_back(ListRow{.name = QStringLiteral("Customer %1").arg(i), .id = QString::number(100000 + i)});
   return rows;
 }
 
 /// Answers a short text, and one long list whose archive is made anew for each call.
-class Vantor final : public VendedObject {
- public:
-  const ProtocolMethod* methodSignatureForSelector(QStringView selector) const override {
-    return PDToVTProtocol.methodSignatureForSelector(selector);
-  }
-  ArchiveValue perform(const ProtocolMethod& method, const QList<ArchiveValue>&) override {
-    if (method.selector == u"getCustomersArray") return customers_;
-    return QStringLiteral("/home/ann/Books.cmp");
-  }
-
- private:
-  ArchiveValue::Array customers_ = customers(kCustomers);
-};
+ArchiveValue perform(const Operation& operation, const ArchiveValue::Array&) {
+  static const ArchiveValue::Array rows = customers(kCustomers);
+  if (operation.name == operations::kCustomers.name) return rows;
+  return QStringLiteral("/home/ann/Books.cmp");
+}
 
 /// A socket without anything of ours around it, but of the same kind and buffers.
 class BareSocket {
@@ -59,13 +46,13 @@ class BareSocket {
   explicit BareSocket(const QString& path) : socket_(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
     const QByteArray bytes = path.toLocal8Bit();
     unlink(bytes.constData());
-    if (IPCAddress::forPath(bytes).bind(socket_.get()) != 0) std::abort();
+    if (SocketAddress::forPath(bytes).bind(socket_.get()) != 0) std::abort();
     const int size = 32768;
     setsockopt(socket_.get(), SOL_SOCKET, SO_SNDBUF, &size, sizeof size);
     setsockopt(socket_.get(), SOL_SOCKET, SO_RCVBUF, &size, sizeof size);
   }
 
-  void send(const char* bytes, qsizetype size, IPCAddress to) const {
+  void send(const char* bytes, qsizetype size, SocketAddress to) const {
     iovec part{.iov_base = const_cast<char*>(bytes), .iov_len = static_cast<std::size_t>(size)};
     msghdr message{};
     message.msg_iov = &part;
@@ -103,27 +90,21 @@ class Child {
 
 class Bench {
  public:
-  Bench() {
-    const QByteArray parent = folder_.path().toLocal8Bit() + QByteArray("/s");
-    mkdir(parent.constData(), 0755);
-    chmod(parent.constData(), 0755);
-  }
+  Bench() { (void)ServingEnd::bound(path("folder"), perform); }
 
-  QString path(const char* name) const { return folder_.path() + u"/s/" + QString::fromLatin1(name); }
-  IPCAddress address(const char* name) const { return IPCAddress::forPath(path(name).toLocal8Bit()); }
-
-  void shortCalls();
-  void longList();
+  void archives() const;
+  void shortCalls() const;
+  void longList() const;
   static void growth();
-  void waiting();
+  void waiting() const;
 
  private:
+  QString path(const char* name) const { return folder_.path() + u"/s/" + QString::fromLatin1(name); }
+  SocketAddress address(const char* name) const { return SocketAddress::forPath(path(name).toLocal8Bit()); }
+
   void serve() const {
-    Vantor vantor;
-    const auto channel =
-        std::move(IPCMgr::initVendedProxy(vantor, path("server"), PDToVTProtocol, supportedClassesOfPDToVT()))
-            .value();
-    pollfd waiting{.fd = channel->runLoopSource(), .events = POLLIN, .revents = 0};
+    const auto channel = std::move(ServingEnd::bound(path("server"), perform)).value();
+    pollfd waiting{.fd = channel->descriptor(), .events = POLLIN, .revents = 0};
     while (poll(&waiting, 1, -1) >= 0) channel->serveInput();
   }
 
@@ -145,10 +126,8 @@ class Bench {
     }
   }
 
-  std::unique_ptr<IPCMgr> client() const {
-    return std::move(IPCMgr::initForPath(path("server"), PDToVTProtocol, path("client"),
-                                         supportedClassesOfPDToVT()))
-        .value();
+  std::unique_ptr<CallingEnd> client(const char* server) const {
+    return std::move(CallingEnd::bound(path(server), path("client"))).value();
   }
 
   void awaitSocket(const char* name) const {
@@ -158,20 +137,45 @@ class Bench {
   QTemporaryDir folder_{QStringLiteral("/tmp/benchXXXXXX")};
 };
 
-void Bench::shortCalls() {
+std::vector<ListRow> rowsOf(ArchiveValue value) {
+  std::vector<ListRow> rows;
+  for (ArchiveValue& row : *value.as<ArchiveValue::Array>()) rows.push_back(std::move(*row.as<ListRow>()));
+  return rows;
+}
+
+void Bench::archives() const {
+  const ArchiveValue::Array rows = customers(kCustomers);
+  const QByteArray archive = writeArchive(rows).value();
+  if (rowsOf(readArchive(bench::plainlyWritten(rows)).value()) != bench::plainlyRead(archive)) std::abort();
+  std::printf("%d rows, %.2f MiB; plainly written %.2f MiB\n", kCustomers,
+              static_cast<double>(archive.size()) / 1048576,
+              static_cast<double>(bench::plainlyWritten(rows).size()) / 1048576);
+  bench::compare(
+      "write", 2, [&] { (void)writeArchive(rows); }, [&] { (void)bench::plainlyWritten(rows); }, 21);
+  bench::compare(
+      "read", 2, [&] { (void)rowsOf(readArchive(archive).value()); },
+      [&] { (void)bench::plainlyRead(archive); }, 21);
+  bench::compare(
+      "write and read", 2, [&] { (void)rowsOf(readArchive(writeArchive(rows).value()).value()); },
+      [&] { (void)bench::plainlyRead(bench::plainlyWritten(rows)); }, 21);
+}
+
+void Bench::shortCalls() const {
   constexpr int kCalls = 200;
   const Child echo([this] { echoBarely(); });
   const Child vantor([this] { serve(); });
   awaitSocket("bare-server");
   awaitSocket("server");
   BareSocket bare(path("bare-client"));
-  const auto channel = client();
-  PDToVTProxy<Row> remoteServer(*channel);
+  CallThread thread(client("server"));
   const std::vector<char> kibibyte(1024);
   const auto [call, pingPong] = bench::mediansInTurn(
       31,
       [&] {
-        for (int i = 0; i < kCalls; ++i) (void)remoteServer.companyFileName();
+        for (int i = 0; i < kCalls; ++i) {
+          thread.begin({&operations::kCompanyFileName, {}});
+          (void)thread.take();
+        }
       },
       [&] {
         for (int i = 0; i < kCalls; ++i) {
@@ -179,25 +183,26 @@ void Bench::shortCalls() {
           bare.receive();
         }
       });
-  std::printf("short call / bare 1 KiB ping-pong: %.1f us / %.1f us = %.2f (aim 1.5)\n", call / kCalls * 1e3,
+  std::printf("short call / bare 1 KiB ping-pong: %.1f us / %.1f us = %.2f\n", call / kCalls * 1e3,
               pingPong / kCalls * 1e3, call / pingPong);
   unlink(path("server").toLocal8Bit().constData());
   unlink(path("bare-server").toLocal8Bit().constData());
 }
 
-void Bench::longList() {
-  const QByteArray archive =
-      archivedData(ArchiveValue::Array{QStringLiteral("getCustomersArray"), customers(kCustomers)}).value();
+void Bench::longList() const {
+  const QByteArray archive = archivedReply(operations::kCustomers.name, customers(kCustomers));
   const Child sender([&] { sendBarely(archive); });
   const Child vantor([this] { serve(); });
   awaitSocket("bare-server");
   awaitSocket("server");
   BareSocket bare(path("bare-client"));
-  const auto channel = client();
-  PDToVTProxy<Row> remoteServer(*channel);
+  const auto channel = client("server");
   unsigned sum = 0;
   const auto [call, transfer] = bench::mediansInTurn(
-      21, [&] { (void)remoteServer.getCustomersArray(); },
+      21,
+      [&] {
+        (void)channel->call({&operations::kCustomers, {}});
+      },
       [&] {
         bare.send("x", 1, address("bare-server"));
         for (qsizetype at = 0; at < archive.size();) {
@@ -206,43 +211,35 @@ void Bench::longList() {
           at += size;
         }
       });
-  const double encoding = bench::medianMilliseconds(11, [&, rows = customers(kCustomers)] {
-    (void)archivedData(ArchiveValue::Array{QStringLiteral("getCustomersArray"), rows});
-  });
-  std::printf("list of %d rows, %.2f MiB / bare transfer: %.1f ms / %.1f ms = %.2f (aim 2)\n", kCustomers,
-              static_cast<double>(archive.size()) / 1048576, call, transfer, call / transfer);
-  std::printf("  of these, the serving side's encoding: %.1f ms; without it: %.2f (%u)\n", encoding,
-              (call - encoding) / transfer, sum % 10);
+  std::printf("list of %d rows, both sides / bare transfer: %.1f ms / %.1f ms (%u)\n", kCustomers, call,
+              transfer, sum % 10);
 }
 
 void Bench::growth() {
-  const auto classes = supportedClassesOfPDToVT();
   std::array<double, 3> encoding{};
   std::array<double, 3> decoding{};
   const std::array<int, 3> counts{1000, 10000, 100000};
   for (std::size_t i = 0; i < counts.size(); ++i) {
     const ArchiveValue rows = customers(counts[i]);
-    const QByteArray archive = archivedData(rows).value();
+    const QByteArray archive = writeArchive(rows).value();
+    if (!readArchive(archive)) std::abort();
     const int runs = 200000 / counts[i] + 9;
     encoding[i] =
-        bench::medianProcessorMilliseconds(runs, [&] { (void)archivedData(rows); }) / counts[i] * 1e6;
-    decoding[i] = bench::medianProcessorMilliseconds(runs, [&] { (void)unarchivedValue(archive, classes); }) /
-                  counts[i] * 1e6;
+        bench::medianProcessorMilliseconds(runs, [&] { (void)writeArchive(rows); }) / counts[i] * 1e6;
+    decoding[i] =
+        bench::medianProcessorMilliseconds(runs, [&] { (void)readArchive(archive); }) / counts[i] * 1e6;
   }
   const auto print = [](const char* what, const std::array<double, 3>& each) {
-    std::printf(
-        "%s a record, among 1,000, 10,000 and 100,000: %.0f, %.0f and %.0f ns = 1, %.2f and %.2f (aim 1.2)\n",
-        what, each[0], each[1], each[2], each[1] / each[0], each[2] / each[0]);
+    std::printf("%s a row, among 1,000, 10,000 and 100,000: %.0f, %.0f and %.0f ns = 1, %.2f and %.2f\n",
+                what, each[0], each[1], each[2], each[1] / each[0], each[2] / each[0]);
   };
-  print("encoding", encoding);
-  print("decoding", decoding);
+  print("writing", encoding);
+  print("reading", decoding);
 }
 
-void Bench::waiting() {
+void Bench::waiting() const {
   const BareSocket deaf(path("deaf"));
-  const auto channel =
-      std::move(IPCMgr::initForPath(path("deaf"), PDToVTProtocol, path("client"), supportedClassesOfPDToVT()))
-          .value();
+  const auto channel = client("deaf");
   const auto processTime = [] {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
@@ -251,10 +248,7 @@ void Bench::waiting() {
   };
   const double before = processTime();
   const double waited = bench::medianMilliseconds(1, [&] {
-    try {
-      channel->forwardInvocation(u"companyFileName", {});
-    } catch (const ChannelFailure&) {
-    }
+    (void)channel->call({&operations::kCompanyFileName, {}});
   });
   std::printf("processor time of a waiting caller: %.2f ms in %.2f s (aim none)\n",
               (processTime() - before) * 1e3, waited / 1e3);
@@ -262,7 +256,7 @@ void Bench::waiting() {
 
 }  // namespace
 
-/// bench-channel [calls|list|growth|waiting]
+/// bench-channel [archives|calls|list|growth|waiting]
 int main(int argc, char** argv) {
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   // The first touch of a page costs up to 20 us on a virtual machine, far more than what is written to it.
@@ -271,7 +265,8 @@ int main(int argc, char** argv) {
   mallopt(M_MMAP_THRESHOLD, 32 << 20);
   mallopt(M_TRIM_THRESHOLD, 1 << 30);
   const std::string_view part = argc > 1 ? argv[1] : "";
-  Bench bench;
+  const Bench bench;
+  if (part.empty() || part == "archives") bench.archives();
   if (part.empty() || part == "calls") bench.shortCalls();
   if (part.empty() || part == "list") bench.longList();
   if (part.empty() || part == "growth") Bench::growth();
