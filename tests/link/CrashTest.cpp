@@ -1,14 +1,8 @@
-#include <fcntl.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <QJsonDocument>
 #include <QTemporaryDir>
-#include <csignal>
 #include <random>
 
-#include "Sender.h"
+#include "Processes.h"
 #include "channel/ChannelFailure.h"
 #include "support/TestSession.h"
 
@@ -23,58 +17,6 @@ int rounds() {
   bool isNumber = false;
   const int asked = qEnvironmentVariableIntValue("PENDRA_CRASH_ROUNDS", &isNumber);
   return isNumber ? asked : 20;
-}
-
-/// A process that ends with its scope at the latest.
-class Process {
- public:
-  explicit Process(const std::function<void()>& code) : id_(::fork()) {
-    if (id_ != 0) return;
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
-    ::dup2(nowhere, STDERR_FILENO);
-    code();
-    ::_exit(0);
-  }
-  ~Process() { kill(); }
-  Process(const Process&) = delete;
-  Process& operator=(const Process&) = delete;
-
-  void kill() {
-    if (id_ <= 0) return;
-    ::kill(id_, SIGKILL);
-    waitForEnd();
-  }
-  void waitForEnd() {
-    if (id_ > 0) ::waitpid(id_, nullptr, 0);
-    id_ = -1;
-  }
-  [[nodiscard]] bool hasEnded() {
-    if (id_ > 0 && ::waitpid(id_, nullptr, WNOHANG) == id_) id_ = -1;
-    return id_ <= 0;
-  }
-
- private:
-  pid_t id_;
-};
-
-/// The stand-in for Vantor, once it serves.
-std::unique_ptr<Process> startVantor(const SendingPlace& place) {
-  std::array<int, 2> output{};
-  if (::pipe2(output.data(), O_CLOEXEC) != 0) return nullptr;
-  auto vantor = std::make_unique<Process>([&] {
-    ::dup2(output[1], STDOUT_FILENO);
-    const QByteArray company = (place.folder + u"/company.json").toLocal8Bit();
-    const QByteArray records = place.records().toLocal8Bit();
-    const QByteArray cache = place.places().caches.toLocal8Bit();
-    ::execl(PENDRA_VANTOR_SIM, "vantor-sim", "--no-bus", "--company", company.constData(), "--records",
-            records.constData(), "--cache", cache.constData(), nullptr);
-  });
-  ::close(output[1]);
-  char ready = 0;
-  EXPECT_EQ(::read(output[0], &ready, 1), 1) << "the stand-in does not serve";
-  ::close(output[0]);
-  return vantor;
 }
 
 std::unique_ptr<Process> startSender(const SendingPlace& place) {
