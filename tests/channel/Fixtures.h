@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <QTemporaryDir>
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <thread>
@@ -93,6 +94,18 @@ class RawPeer {
  private:
   Descriptor socket_;
 };
+
+/// What another program writes to its standard output, line by line, until it has ended.
+inline QList<QByteArray> linesOf(const std::string& command) {
+  std::FILE* const output = ::popen(command.c_str(), "r");
+  QByteArray all;
+  std::array<char, 4096> piece{};
+  while (const std::size_t size = std::fread(piece.data(), 1, piece.size(), output))
+    all.append(piece.data(), static_cast<qsizetype>(size));
+  EXPECT_EQ(::pclose(output), 0) << command;
+  return all.trimmed().split('\n');
+}
+inline const std::string kPython = "python3 -B ";
 
 /// Code that runs beside the test, as another process would, until it is done.
 class Beside {

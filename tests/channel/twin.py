@@ -2,11 +2,10 @@
 """A second implementation of the channel, for the tests: plistlib archives over raw sockets.
 
     twin.py client SERVER CLIENT REQUESTS.json    calls, prints the answers as JSON, one a line
-    twin.py server SERVER REPLIES.json [FLAGS]    answers the calls of one client until it is ended
+    twin.py server SERVER COUNT                   answers so many calls with their own argument
 
-A request is [[selector, argument...], ...]; a server's replies are {selector: answer}. In JSON a record is
-{"name", "id", "parent"} and a nil is null. FLAGS: "foreign" spells the archive in every other way that the
-layout allows.
+A request is [[operation, argument...], ...]. In JSON a record is {"name", "id", "parent"} and a nil is null. The
+twin spells its archives in every other way that the layout allows.
 """
 import json
 import os
@@ -147,19 +146,12 @@ def client(server, path, requests):
         print(json.dumps(answer[1]))
 
 
-def answer_one(end, answers, foreign):
-    call, sender = receive(end, 0)
-    # Element 1 of a reply is the answer; an answer "argument" gives back the first argument.
-    answer = call[1] if answers.get(call[0]) == "argument" else answers.get(call[0])
-    send(end, Archiver(foreign).finish([call[0], answer]), sender, True)
-
-
-def serve(path, replies, *flags):
+def serve(path, count):
     end = bound(path)
-    end.settimeout(None)
-    print("ready", flush=True)
-    while True:
-        answer_one(end, json.loads(replies), "foreign" in flags)
+    for _ in range(int(count)):
+        call, sender = receive(end, 0)
+        send(end, Archiver(foreign=True).finish([call[0], call[1] if len(call) > 1 else None]), sender, True)
+    print("served")
 
 
 if __name__ == "__main__":
