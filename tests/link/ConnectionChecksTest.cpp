@@ -56,14 +56,19 @@ INSTANTIATE_TEST_SUITE_P(
         Check{.name = "OldVantor", .accepts = false, .stored = "/a/x", .open = "/a/y", .refusal = kVersion}),
     RowName());
 
-TEST_F(LinkTest, AMissingChannelIsAWrongVersionAndIsTriedAgain) {
+TEST_F(LinkTest, AMissingChannelIsAWrongVersionButANoticeSaysWhyUntilThereIsOne) {
   vantor.hasChannel = false;
+  const LogCapture log;
   EXPECT_FALSE(checks.checkCompany());
   EXPECT_EQ(desk.alerts.last().message, QString(kVersion));
   EXPECT_EQ(desk.alerts.last().informative,
             QString("In Vantor, choose Vantor>Check for Vantor Updates to get the latest version."));
+  ASSERT_EQ(desk.session.notices().standing().size(), 1u);
+  EXPECT_TRUE(desk.session.notices().standing()[0].text.contains(": the folder is no folder. "));
+  EXPECT_EQ(log.lines(), QStringList(desk.session.notices().standing()[0].text));
   vantor.hasChannel = true;
   EXPECT_TRUE(checks.checkCompany());
+  EXPECT_TRUE(desk.session.notices().standing().empty());
 }
 
 TEST_F(LinkTest, TheSocketsLieInPendrasFolderOfTheCaches) {
