@@ -80,10 +80,7 @@ class Synchronising {
     desk_.session.setContext(
         std::make_shared<ObjectContext>(desk_.session.objectModel(), desk_.clock, desk_.calendar));
   }
-  void synchronise() {
-    lists_.updateServicesList();
-    lists_.updateCustomersAndJobs();
-  }
+  void synchronise() { lists_.refreshBeforeSending(); }
   [[nodiscard]] ObjectContext& context() { return *desk_.session.context(); }
 
  private:

@@ -55,14 +55,13 @@ void forgetLoss(Session& session, Activity& activity) {
   }
 }
 
-LossWatch::LossWatch(Session& session) : session_(session) {
-  if (!session_.context()) return;
-  for (Activity* activity : session_.context()->all<Activity>()) {
+NamesBefore::NamesBefore(const ObjectContext& context) {
+  for (Activity* activity : context.all<Activity>()) {
     before_.push_back({activity, namesOf(*activity), activityTitle(*activity)});
   }
 }
 
-LossWatch::~LossWatch() {
+QStringList NamesBefore::noteLosses() const {
   QStringList titles;
   for (const Before& before : before_) {
     Activity* activity = before.activity.get();
@@ -75,19 +74,21 @@ LossWatch::~LossWatch() {
     activity->addLoss(lost);
     titles.push_back(before.title);
   }
-  if (!titles.isEmpty()) tell(titles);
+  return titles;
 }
 
-void LossWatch::tell(const QStringList& titles) const {
+void tellOfLosses(Session& session, const QStringList& titles) {
+  if (titles.isEmpty()) return;
   QString named = u'“' + titles.mid(0, kNamedAtMost).join(u"”, “") + u'”';
   if (titles.size() > kNamedAtMost) {
     named += formatted(u" and %@ more", {QString::number(titles.size() - kNamedAtMost)});
   }
-  session_.notices().post({.key = kNoticeKey,
-                           .text = formatted(u"%@: a customer, job or service is no longer in Vantor and was "
-                                             "cleared. Edit what is marked before you send its time.",
-                                             {named}),
-                           .actions = {}});
+  session.notices().post({.key = kNoticeKey,
+                          .text = formatted(u"%@: a customer, job or service is no longer in Vantor and was "
+                                            "cleared. Edit what is marked before you send its time.",
+                                            {named}),
+                          .actions = {},
+                          .ofDocument = true});
 }
 
 }  // namespace pendra

@@ -1,6 +1,9 @@
-#include <QSet>
+#include "ListMerging.h"
 
-#include "link/ListSync.h"
+#include <QSet>
+#include <span>
+
+#include "FetchedLists.h"
 #include "model/Customer.h"
 #include "model/Job.h"
 #include "model/Queries.h"
@@ -9,6 +12,9 @@
 namespace pendra {
 
 namespace {
+
+using Rows = std::span<const ListRow>;
+using Jobs = std::vector<Ref<Job>>;
 
 const QString kTypedIn = QStringLiteral("0");
 
@@ -74,14 +80,11 @@ void adoptByName(ObjectContext& context, Customer& typedIn) {
   }
 }
 
-}  // namespace
-
-void ListSync::removeServicesNotInList(Rows list) {
+void removeServicesNotIn(ObjectContext& context, Rows list) {
   QHash<QString, QString> names;
   for (const ListRow& item : list) {
     if (!isEmpty(item.name) && item.id) names.insert(*item.id, *item.name);
   }
-  ObjectContext& context = *session_.context();
   for (Service* service : context.fetch<Service>()) {
     const auto& id = service->vtObjectID();
     const auto found = id ? names.constFind(*id) : names.constEnd();
@@ -93,8 +96,42 @@ void ListSync::removeServicesNotInList(Rows list) {
   }
 }
 
-void ListSync::updateCustomers(Rows list) {
-  ObjectContext& context = *session_.context();
+void mergeServices(ObjectContext& context, Rows list) {
+  for (const ListRow& item : list) {
+    if (isEmpty(item.name) || !item.id) continue;
+    if (!queries::servicesNamed(context, *item.name).empty()) continue;
+    auto& service = context.insert<Service>();
+    service.setName(item.name);
+    service.setVtObjectID(item.id);
+  }
+  removeServicesNotIn(context, list);
+}
+
+/// Deletes the customers that Vantor no longer has and answers their jobs, which belong to nobody now: the
+/// list of jobs says where they went. A customer typed in by the user whose name is one of Vantor's takes
+/// that one's identifier.
+Jobs removeCustomersNotIn(ObjectContext& context, Rows list) {
+  QSet<QString> identifiers;
+  identifiers.reserve(std::ssize(list));
+  for (const ListRow& item : list) {
+    if (!isEmpty(item.name) && item.id) identifiers.insert(*item.id);
+  }
+  Jobs jobs;
+  for (Customer* customer : context.fetch<Customer>()) {
+    const auto& id = customer->vtObjectID();
+    if (id && identifiers.contains(*id)) continue;
+    for (Job* job : customer->jobs().copy()) {
+      job->setCustomer(nullptr);
+      jobs.emplace_back(job);
+    }
+    context.deleteObject(*customer);
+  }
+  for (Customer* typedIn : queries::customersWithRecord(context, kTypedIn).copy())
+    adoptByName(context, *typedIn);
+  return jobs;
+}
+
+Jobs mergeCustomers(ObjectContext& context, Rows list) {
   context.expect<Customer>(list.size());
   // Both sets are as they were at the start: a list that names one identifier twice inserts two customers.
   const auto known = context.all<Customer>();
@@ -119,47 +156,11 @@ void ListSync::updateCustomers(Rows list) {
       if (Customer* renamed = customerWithRecord(context, item.id)) renamed->setName(item.name);
     }
   }
-  removeCustomersNotInList(list);
+  return removeCustomersNotIn(context, list);
 }
 
-void ListSync::removeCustomersNotInList(Rows list) {
-  QSet<QString> identifiers;
-  identifiers.reserve(std::ssize(list));
-  for (const ListRow& item : list) {
-    if (!isEmpty(item.name) && item.id) identifiers.insert(*item.id);
-  }
-  ObjectContext& context = *session_.context();
-  for (Customer* customer : context.fetch<Customer>()) {
-    const auto& id = customer->vtObjectID();
-    if (!id || !identifiers.contains(*id)) context.deleteObject(*customer);
-  }
-  for (Customer* typedIn : queries::customersWithRecord(context, kTypedIn).copy())
-    adoptByName(context, *typedIn);
-}
-
-void ListSync::updateJobs(Rows list) {
-  ObjectContext& context = *session_.context();
-  context.expect<Job>(list.size());
-  OneForOne oneForOne;
-  for (const ListRow& item : list) {
-    if (!item.id) continue;  // nothing could ever find such a job again
-    const auto known = queries::jobsWithRecord(context, *item.id);
-    const std::size_t count = known.size();
-    if (Job* job = jobNamed(known, item.name)) {
-      moveJob(context, *job, item);
-      oneForOne.add(*job, count - 1);
-    } else if (!isEmpty(item.name)) {
-      oneForOne.add(insertJob(context, item), count);
-    } else {
-      oneForOne.addNothing();
-    }
-  }
-  // Every job has the name of its item then, too.
-  if (!oneForOne.leavesNone(context.all<Customer>())) removeJobsNotInList(list);
-}
-
-void ListSync::removeJobsNotInList(Rows list) {
-  ObjectContext& context = *session_.context();
+/// Deletes the jobs that Vantor no longer has under their customer; jobs without one are left alone.
+void removeJobsNotIn(ObjectContext& context, Rows list) {
   QHash<const Job*, const ListRow*> kept;  // the last item wins
   kept.reserve(std::ssize(list));
   for (const ListRow& item : list) {
@@ -180,6 +181,38 @@ void ListSync::removeJobsNotInList(Rows list) {
     }
   }
   for (Job* job : gone) context.deleteObject(*job);
+}
+
+void mergeJobs(ObjectContext& context, Rows list) {
+  context.expect<Job>(list.size());
+  OneForOne oneForOne;
+  for (const ListRow& item : list) {
+    if (!item.id) continue;  // nothing could ever find such a job again
+    const auto known = queries::jobsWithRecord(context, *item.id);
+    const std::size_t count = known.size();
+    if (Job* job = jobNamed(known, item.name)) {
+      moveJob(context, *job, item);
+      oneForOne.add(*job, count - 1);
+    } else if (!isEmpty(item.name)) {
+      oneForOne.add(insertJob(context, item), count);
+    } else {
+      oneForOne.addNothing();
+    }
+  }
+  // Every job has the name of its item then, too.
+  if (!oneForOne.leavesNone(context.all<Customer>())) removeJobsNotIn(context, list);
+}
+
+}  // namespace
+
+void mergeLists(ObjectContext& context, const FetchedLists& lists) {
+  if (lists.services) mergeServices(context, *lists.services);
+  Jobs ofGoneCustomers;
+  if (lists.customers) ofGoneCustomers = mergeCustomers(context, *lists.customers);
+  if (lists.jobs) mergeJobs(context, *lists.jobs);
+  for (const Ref<Job>& job : ofGoneCustomers) {
+    if (job && !job->customer()) context.deleteObject(*job);
+  }
 }
 
 }  // namespace pendra

@@ -106,9 +106,10 @@ bool Submission::sendMerged(const MergedRecord& record, std::vector<TimeEntry*>&
   // Kept: the list is never emptied, so entries merged earlier get a later stamp with every record.
   mergedEntries.insert(mergedEntries.end(), record.entries.begin() + 1, record.entries.end());
   if (!transmit(temporary.period(), activity, record.entries)) return false;
-  const Instant now = parts_.session.ports().clock.now();
-  markSent(base, now);
-  for (TimeEntry* entry : mergedEntries) markSent(*entry, now);
+  stamp([&](Instant now) {
+    markSent(base, now);
+    for (TimeEntry* entry : mergedEntries) markSent(*entry, now);
+  });
   return true;
 }
 
@@ -117,8 +118,14 @@ bool Submission::sendOneEntry(TimeEntry& period, Activity& activity) {
   if (period.submittedSeconds() >= 1.0) return true;
   TimeEntry* const entries[] = {&period};
   if (!transmit(period, activity, entries)) return false;
-  markSent(period, parts_.session.ports().clock.now());
+  stamp([&](Instant now) { markSent(period, now); });
   return true;
+}
+
+/// The stamps of a record are stored with the next record's mark, or with the save at the end.
+void Submission::stamp(const std::function<void(Instant)>& mark) {
+  const Instant now = parts_.session.ports().clock.now();
+  parts_.session.context()->fill([&] { mark(now); });
 }
 
 bool Submission::hasCustomerAndService(const Activity& activity) const {
@@ -146,7 +153,7 @@ bool Submission::transmit(const TimeEntry& period, const Activity& activity, Ent
   } catch (const ChannelFailure& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
     if (failure.fate() == ChannelFailure::Fate::NeverLeft) {
-      unmarkSending(entries);
+      unmarkSending(parts_.session, entries);
       run_.stopped = plainReason(failure);
     } else {
       run_.stopped =

@@ -1,6 +1,5 @@
 #include "link/Submission.h"
 
-#include "RefreshedWindow.h"
 #include "document/RunningTimers.h"
 #include "document/Saving.h"
 #include "link/UnknownFates.h"
@@ -30,7 +29,7 @@ void Submission::sendSelectedTime() {
   parts_.session.notices().withdraw(kSendNoticeKey.toString());  // it told of the sending before
   sayWhatIsLeftOut(*again);
   noteJobs();
-  refreshLists();
+  parts_.lists.refreshBeforeSending();
   showSummary();
   parts_.rows.clearSelection();
 }
@@ -52,14 +51,6 @@ void Submission::sayWhatIsLeftOut(const std::vector<Ref<TimeEntry>>& again) cons
                          {QString::number(leftOut)}),
        .actions = {},
        .ofDocument = true});
-}
-
-void Submission::refreshLists() {
-  const RefreshedWindow refreshed(parts_.session);
-  const LossWatch watch(parts_.session);
-  const Spinning spinning(parts_.progress);
-  parts_.lists.updateCustomersAndJobs();
-  parts_.lists.updateServicesList();
 }
 
 void Submission::noteJobs() {

@@ -56,14 +56,19 @@ int ask(Session& session, const Entries& entries) {
 
 Result<void> markSending(Session& session, std::span<TimeEntry* const> entries) {
   const Instant now = session.ports().clock.now();
-  for (TimeEntry* entry : entries) entry->setSendingSince(now);
-  auto saved = saveContext(session);
-  if (!saved) unmarkSending(entries);
+  ObjectContext& context = *session.context();
+  std::ignore = context.edit(QString(), {.undoable = false}, [&] {
+    for (TimeEntry* entry : entries) entry->setSendingSince(now);
+  });
+  auto saved = saveContext(session);  // waits longer for others than an edit does
+  if (!saved) unmarkSending(session, entries);
   return saved;
 }
 
-void unmarkSending(std::span<TimeEntry* const> entries) {
-  for (TimeEntry* entry : entries) entry->setSendingSince(std::nullopt);
+void unmarkSending(Session& session, std::span<TimeEntry* const> entries) {
+  std::ignore = session.context()->edit(QString(), {.undoable = false}, [&] {
+    for (TimeEntry* entry : entries) entry->setSendingSince(std::nullopt);
+  });
 }
 
 void markSent(TimeEntry& entry, Instant now) {
@@ -94,14 +99,15 @@ std::optional<std::vector<Ref<TimeEntry>>> settleUnknownFates(Session& session) 
   for (const Entries& entries : recordsInDoubt(*session.context())) {
     const int answer = ask(session, entries);
     if (answer == kFirstButton) {
-      for (TimeEntry* entry : entries) markSent(*entry, *entry->sendingSince());
+      std::ignore = session.context()->edit(QString(), {.undoable = false}, [&] {
+        for (TimeEntry* entry : entries) markSent(*entry, *entry->sendingSince());
+      });
     } else if (answer == kSecondButton) {
-      unmarkSending(entries);
+      unmarkSending(session, entries);
       again.insert(again.end(), entries.begin(), entries.end());
     } else {
       return std::nullopt;
     }
-    saveContextOrLog(session);
   }
   session.notices().withdraw(kDoubtNoticeKey);
   return again;

@@ -58,11 +58,20 @@ void Activity::forgetLoss() {
   assign(lostService_, std::optional<bool>());
 }
 
-TimeEntry* Activity::runningEntry() const { return runningEntry_.get(); }
+TimeEntry* Activity::runningEntry() const {
+  if (!context()) return nullptr;
+  const quint64 changeCount = context()->changeCount();
+  if (!running_ || running_->changeCount != changeCount) {
+    const auto all = entries();
+    const auto found =
+        std::find_if(all.begin(), all.end(), [](const TimeEntry* entry) { return entry->running() == true; });
+    running_ = {changeCount, found == all.end() ? nullptr : *found};
+  }
+  return running_->entry;
+}
 
 void Activity::stop() {
   if (TimeEntry* running = runningEntry()) running->stopTimer();
-  runningEntry_ = {};
 }
 
 TimeEntry& Activity::addEntry() {
@@ -75,7 +84,6 @@ TimeEntry& Activity::addEntry() {
 TimeEntry& Activity::startEntry() {
   TimeEntry& period = addEntry();
   period.startTimer();
-  runningEntry_ = &period;
   return period;
 }
 

@@ -126,9 +126,11 @@ void NoticeLine::slideIn() {
 void NoticeLine::press(int action) {
   const auto standing = this->standing();
   if (standing.empty() || static_cast<size_t>(action) >= standing[back_]->actions.size()) return;
-  const auto run = standing[back_]->actions[static_cast<size_t>(action)].run;
-  dismiss();
-  if (run) run();
+  const NoticeAction chosen = standing[back_]->actions[static_cast<size_t>(action)];
+  const QString key = standing[back_]->key;
+  if (!chosen.isDone) notices_.withdraw(key);
+  if (chosen.run) chosen.run();
+  if (chosen.isDone && chosen.isDone()) notices_.withdraw(key);
 }
 
 void NoticeLine::dismiss() { notices_.withdraw(QString(key_)); }

@@ -1,5 +1,6 @@
 #include "ScriptedVantor.h"
 #include "channel/ChannelFailure.h"
+#include "store/ChangeSet.h"
 
 namespace pendra {
 namespace {
@@ -24,20 +25,10 @@ QStringList jobsListed(const ObjectContext& context) {
 
 using Rows = std::vector<ListRow>;
 
-/// An open list editor.
-class OpenList final : public AuxiliaryWindow {
- public:
-  bool open = true;
-  void close() override { open = false; }
-  void bringToFront() override {}
-  [[nodiscard]] bool isVisible() const override { return open; }
-};
-
 class ListSyncTest : public LinkTest {
  protected:
   void synchronise() {
-    lists.updateServicesList();
-    lists.updateCustomersAndJobs();
+    lists.refreshBeforeSending();
   }
 };
 
@@ -68,35 +59,35 @@ TEST_F(ListSyncTest, AListThatVantorDoesNotGiveIsLeftAlone) {
 
 TEST_F(ListSyncTest, ServicesAreInsertedByNameAndKeptByIdentifier) {
   vantor.services = Rows{item("Design", "s1"), item("Build", "s2")};
-  lists.updateServicesList();
+  synchronise();
   vantor.services = Rows{item("Build", "s1"), item("Design", "s2")};
-  lists.updateServicesList();
+  synchronise();
   EXPECT_EQ(listed<Service>(context()), (QStringList{"Build=s1", "Design=s2"})) << "swapped names swap";
 
   vantor.services = Rows{item("Build", "new"), item("Design", "s2")};
-  lists.updateServicesList();
+  synchronise();
   EXPECT_EQ(listed<Service>(context()), QStringList{"Design=s2"}) << "made again under another identifier";
-  lists.updateServicesList();
+  synchronise();
   EXPECT_EQ(listed<Service>(context()), (QStringList{"Design=s2", "Build=new"}));
 
   vantor.services = Rows{item("Design", "s2"), item("Drawing", "s2")};
-  lists.updateServicesList();
+  synchronise();
   EXPECT_EQ(listed<Service>(context()), (QStringList{"Drawing=s2", "Drawing=s2"})) << "the last name wins";
 }
 
 TEST_F(ListSyncTest, CustomersAreRenamedByIdentifierAndKeepTheirJobs) {
   vantor.customers = Rows{item("Acme", "c1"), item("Zed", "c2")};
   vantor.jobs = Rows{jobItem("Roof", "j1", "c1")};
-  lists.updateCustomersAndJobs();
+  synchronise();
   vantor.customers = Rows{item("Acme Ltd", "c1"), item("Zed", "c2"), item("Zed", "c3"), item("Twin", "c4"),
                           item("Twin", "c4")};
-  lists.updateCustomersAndJobs();
+  synchronise();
   EXPECT_EQ(listed<Customer>(context()),
             (QStringList{"Acme Ltd=c1", "Zed=c2", "Zed=c3", "Twin=c4", "Twin=c4"}));
   EXPECT_EQ(jobsListed(context()), QStringList{"Acme Ltd/Roof=j1"});
 
   vantor.customers = Rows{item("Zed", "c1"), item("Acme Ltd", "c2")};
-  lists.updateCustomersAndJobs();
+  synchronise();
   EXPECT_EQ(listed<Customer>(context()), (QStringList{"Acme Ltd=c1", "Zed=c2"})) << "swapped names stay";
 }
 
@@ -117,19 +108,19 @@ TEST_F(ListSyncTest, TypedInItemsGoUnlessVantorReportsTheirIdentifier) {
 TEST_F(ListSyncTest, JobsMoveAreRenamedAsTwoAndGo) {
   vantor.customers = Rows{item("Acme", "c1"), item("Zed", "c2")};
   vantor.jobs = Rows{jobItem("Roof", "j1", "c1"), jobItem("Attic", "j2", "c1"), jobItem("Barn", "j3", "c2")};
-  lists.updateCustomersAndJobs();
+  synchronise();
   Job* roof = context().all<Job>()[0];
   Activity& onRoof = desk.addActivity(context().all<Customer>()[0], nullptr, roof);
 
   vantor.jobs = Rows{jobItem("Roof", "j1", "c2"), jobItem("Loft", "j2", "c1")};
-  lists.updateCustomersAndJobs();
+  synchronise();
   EXPECT_EQ(jobsListed(context()), (QStringList{"Zed/Roof=j1", "Acme/Loft=j2", "Acme/Loft=j2"}));
   EXPECT_EQ(onRoof.job(), roof);
 
   vantor.jobs = Rows{jobItem("Roof", "j1", "nowhere"), jobItem("Loft", "j2", "c1")};
-  lists.updateCustomersAndJobs();
+  synchronise();
   EXPECT_EQ(jobsListed(context())[0], "/Roof=j1") << "a job without a customer stays";
-  lists.updateCustomersAndJobs();
+  synchronise();
   EXPECT_EQ(jobsListed(context()).size(), 3);
 }
 
@@ -148,10 +139,7 @@ TEST_F(ListSyncTest, WhatGoesClearsItsActivitiesAndKeepsTheirTime) {
 
   vantor.customers = Rows{item("Zed", "c2")};
   vantor.jobs = Rows{jobItem("Barn", "j2", "c2")};
-  {
-    const LossWatch watch(desk.session);
-    synchronise();
-  }
+  synchronise();
   EXPECT_EQ(acme.customer(), nullptr);
   EXPECT_EQ(acme.job(), nullptr);
   EXPECT_EQ(acme.entries().size(), 1u);
@@ -169,21 +157,51 @@ TEST_F(ListSyncTest, WhatGoesClearsItsActivitiesAndKeepsTheirTime) {
   EXPECT_TRUE(desk.session.notices().standing().empty());
 }
 
-TEST_F(ListSyncTest, TheCommandRebuildsTheWindowsFromTheFile) {
-  desk.session.ports().interfaces.load(Interface::TimerWindow);
-  OpenList services;
-  desk.session.servicesListController = &services;
+TEST_F(ListSyncTest, TheCommandIsOneEditThatIsStoredAndKeepsDocumentAndSteps) {
   vantor.customers = Rows{item("Acme", "c1")};
+  vantor.jobs = Rows{jobItem("Roof", "j1", "c1")};
+  ObjectContext& before = context();
+  Customer& mine = desk.addCustomer("Mine");
+  std::ignore = context().edit("Rename", [&] { mine.setName(QStringLiteral("Ours")); });
+  int told = 0;
+  const Subscription news = context().observe([&](const ChangeSet& changes) {
+    ++told;
+    EXPECT_EQ(changes.inserted<Customer>().size(), 1U);
+    EXPECT_EQ(changes.inserted<Job>().size(), 1U);
+  });
   lists.updateLists();
   EXPECT_EQ(desk.alerts.messages(), QStringList{"Your lists are now up to date"});
   EXPECT_FALSE(progress.spinning);
   EXPECT_EQ(vantor.openChannels, 0);
   EXPECT_EQ(listed<Customer>(context()), QStringList{"Acme=c1"});
-  EXPECT_EQ(desk.windows.loads(Interface::TimerWindow), 2);
-  EXPECT_FALSE(services.open);
-  EXPECT_EQ(desk.windows.loads(Interface::ServicesList), 1);
-  EXPECT_EQ(desk.windows.loads(Interface::CustomerList), 0);
-  EXPECT_EQ(desk.session.window, &desk.windows);
+  EXPECT_EQ(&context(), &before);
+  EXPECT_EQ(told, 1);
+  EXPECT_FALSE(context().hasChanges());
+}
+
+TEST_F(ListSyncTest, AJobThatMovedKeepsItsActivitiesThoughItsCustomerGoes) {
+  vantor.customers = Rows{item("Acme", "c1"), item("Zed", "c2")};
+  vantor.jobs = Rows{jobItem("Roof", "j1", "c1"), jobItem("Barn", "j2", "c1")};
+  synchronise();
+  const auto jobs = context().fetch<Job>();
+  Activity& activity = desk.addActivity(context().all<Customer>()[1], nullptr, jobs[0]);
+  vantor.customers = Rows{item("Zed", "c2")};
+  vantor.jobs = Rows{jobItem("Roof", "j1", "c2")};
+  synchronise();
+  EXPECT_EQ(jobsListed(context()), QStringList{"Zed/Roof=j1"});
+  EXPECT_EQ(activity.job(), jobs[0]);
+}
+
+TEST_F(ListSyncTest, ACallThatFailsChangesNothing) {
+  vantor.services = Rows{item("Design", "s1")};
+  vantor.customers = Rows{item("Acme", "c1")};
+  vantor.whenAsked = [](const QString& what) {
+    if (what == "jobs") throw ChannelFailure(kVTIPCTimeout, "scripted");
+  };
+  EXPECT_THROW(synchronise(), ChannelFailure);
+  EXPECT_TRUE(context().all<Service>().empty());
+  EXPECT_TRUE(context().all<Customer>().empty());
+  EXPECT_FALSE(progress.spinning);
 }
 
 TEST_F(ListSyncTest, ARunningTimerIsAskedAboutAfterTheCompany) {
@@ -220,15 +238,6 @@ TEST_F(ListSyncTest, AVantorThatGoesHalfWayIsToldTwiceAndTheEndStillShows) {
   EXPECT_EQ(desk.alerts.messages(),
             (QStringList{"Pendra needs to stop all timers", "Please start Vantor and try again",
                          "Please start Vantor and try again", "Your lists are now up to date"}));
-}
-
-TEST_F(ListSyncTest, WhatCouldNotBeSavedIsNotReadAnew) {
-  desk.session.ports().interfaces.load(Interface::TimerWindow);
-  vantor.customers = Rows{item("Acme", "c1")};
-  desk.putAnotherFileInItsPlace();
-  lists.updateLists();
-  EXPECT_EQ(listed<Customer>(context()), QStringList{"Acme=c1"});
-  EXPECT_EQ(desk.windows.loads(Interface::TimerWindow), 1);
 }
 
 TEST_F(ListSyncTest, ChoosingACustomerFileChangesNothing) {

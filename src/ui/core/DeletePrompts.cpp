@@ -1,40 +1,84 @@
 #include "ui_core/DeletePrompts.h"
 
+#include <QCoreApplication>
+
+#include "link/ActivityTitle.h"
+#include "model/DurationText.h"
+#include "platform/Text.h"
 #include "ui_core/TimerState.h"
 
 namespace pendra {
 
 namespace {
 
-void ask(TimerState& state, const QString& message, void (TimerState::*onDelete)()) {
+QString tr(const char* text) { return QCoreApplication::translate("pendra::DeletePrompts", text); }
+
+void ask(TimerState& state, const QString& message, const QString& informative,
+         std::function<void()> onDelete) {
   state.session().ports().alerts.beginSheet({.style = Alert::Style::Critical,
                                              .message = message,
-                                             .informative = {},
+                                             .informative = informative,
                                              .buttons = {QStringLiteral("Delete"), QStringLiteral("Cancel")}},
-                                            [&state, onDelete](int answer) {
-                                              if (answer == kFirstButton) (state.*onDelete)();
+                                            [onDelete = std::move(onDelete)](int answer) {
+                                              if (answer == kFirstButton) onDelete();
                                             });
+}
+
+double lengthOf(const TimeEntry& entry) {
+  return entry.running() == true ? entry.elapsed() : entry.storedDuration();
+}
+
+/// "3 entries, 04:30:00", or of one "04:30:00".
+QString amount(qsizetype count, double seconds) {
+  if (count == 1) return durationText(seconds);
+  return formatted(tr("%@ entries, %@"), {QString::number(count), durationText(seconds)});
+}
+
+/// What goes with the activity.
+QString contentsOf(const Activity& activity) {
+  double seconds = 0;
+  for (const TimeEntry* entry : activity.entries()) seconds += lengthOf(*entry);
+  return formatted(u"%@: %@.", {activityTitle(activity),
+                                amount(static_cast<qsizetype>(activity.entries().size()), seconds)});
+}
+
+QString contentsOf(const std::vector<Ref<TimeEntry>>& entries) {
+  double seconds = 0;
+  QStringList titles;
+  for (const Ref<TimeEntry>& entry : entries) {
+    seconds += lengthOf(*entry);
+    if (const Activity* activity = entry->activity()) titles << activityTitle(*activity);
+  }
+  titles.removeDuplicates();
+  const QString what =
+      titles.size() == 1 ? titles.front() : formatted(tr("%@ activities"), {QString::number(titles.size())});
+  return formatted(u"%@: %@.", {what, amount(std::ssize(entries), seconds)});
 }
 
 }  // namespace
 
 void askToDeleteActivity(TimerState& state) {
-  if (!state.selectedActivity()) return;
+  const Ref<Activity> activity(state.selectedActivity());
+  if (!activity) return;
   ask(state,
       QStringLiteral(
           "This activity (and all time entries listed with this activity) will be deleted.  Are you sure "
           "you want to delete it?"),
-      &TimerState::deleteSelectedActivity);
+      contentsOf(*activity), [&state, activity] {
+        if (activity) state.deleteActivity(*activity);
+      });
 }
 
-void deleteTimeEntry(TimerState& state) {
+void askToDeleteEntries(TimerState& state) {
   if (!state.currentEntry()) return;
-  // Kept: also no row at all is more than one.
+  auto entries = state.log().selectedEntries();
+  if (entries.empty()) entries = {state.currentEntry()};  // chosen where no row of it is listed
   ask(state,
+      // Kept: to the question also no row at all is more than one.
       state.log().numberOfSelectedRows() == 1
           ? QStringLiteral("Are you sure you want to delete the selected time entry?")
           : QStringLiteral("Are you sure you want to delete the selected time entries?"),
-      &TimerState::deleteSelectedTimeEntries);
+      contentsOf(entries), [&state, entries] { state.deleteEntries(entries); });
 }
 
 }  // namespace pendra

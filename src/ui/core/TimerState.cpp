@@ -2,15 +2,27 @@
 
 #include <cmath>
 
+#include <QCoreApplication>
+
 #include "document/DocumentLoading.h"
 #include "link/AffectedActivities.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
-#include "platform/DateTexts.h"
+#include "platform/Text.h"
+#include "store/ObjectContext.h"
 
 namespace pendra {
 
 namespace {
+
+/// The words of the steps that can be taken back.
+QString tr(const char* text) { return QCoreApplication::translate("pendra::TimerState", text); }
+
+/// The open document's objects; none without one.
+ObjectContext* openContext(const Session& session) {
+  const OpenDocument* document = session.document();
+  return document ? document->context().get() : nullptr;
+}
 
 const QString kNoTime = QStringLiteral("00:00:00");
 
@@ -77,7 +89,20 @@ RowTraits<ActivityRow> activityTraits() {
 }  // namespace
 
 TimerState::TimerState(Session& session, TablePort& table, TimerDisplay& display)
-    : session_(session), table_(table), display_(display), rows_(activityColumns(), activityTraits()) {}
+    : session_(session),
+      table_(table),
+      display_(display),
+      rows_(activityColumns(), activityTraits()),
+      documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
+  followDocument();
+}
+
+void TimerState::followDocument() {
+  news_ = {};
+  if (ObjectContext* context = openContext(session_)) {
+    news_ = context->observe([this](const ChangeSet& changes) { documentEdited(changes); });
+  }
+}
 
 bool TimerState::canSend() const { return currentEntry() && !currentEntry()->wasSent(); }
 
@@ -106,21 +131,68 @@ void TimerState::reloadData() {
     }
   }
   rows_.setRows(std::move(rows));
+  shownDay_ = today();
   table_.reloadData();
   if (session_.isStandalone()) display_.hideSendTime();
 }
 
-void TimerState::reloadLog() {
-  log_->reloadKeepingChoice();
-  log_->reloadData();
+namespace {
+
+/// The activities of which the edit changed an entry, and those that it changed themselves.
+QSet<const Activity*> activitiesTouchedBy(const ChangeSet& changes) {
+  QSet<const Activity*> touched;
+  for (const Activity* activity : changes.changed<Activity>()) touched << activity;
+  const auto add = [&](const Objects<TimeEntry>& entries) {
+    for (const TimeEntry* entry : entries) {
+      touched << entry->activity() << changes.targetBefore<Activity>(*entry, "activity");
+    }
+  };
+  add(changes.inserted<TimeEntry>());
+  add(changes.changed<TimeEntry>());
+  add(changes.deleted<TimeEntry>());
+  return touched;
+}
+
+/// Whether the edit may have changed which activities are listed, or a name that any row shows.
+bool concernsAllRows(const ChangeSet& changes) {
+  return !changes.inserted<Activity>().empty() || !changes.deleted<Activity>().empty() ||
+         changes.changedAny<Activity>("completed") || changes.changedAny<Customer>("name") ||
+         changes.changedAny<Job>("name") || changes.changedAny<Service>("name");
+}
+
+}  // namespace
+
+void TimerState::documentEdited(const ChangeSet& changes) {
+  if (concernsAllRows(changes)) {
+    reloadData();
+  } else {
+    reloadRowsOf(activitiesTouchedBy(changes));
+  }
+  showHeader();
+}
+
+void TimerState::reloadRowsOf(const QSet<const Activity*>& activities) {
+  if (activities.isEmpty()) return;
+  const Today now = today();
+  for (int index = 0; index < rows_.rowCount(); ++index) {
+    Activity* activity = rows_.row(index)->activity.get();
+    if (!activity || !activities.contains(activity)) continue;
+    rows_.replaceRow(index, rowOf(*activity, now));
+    table_.redrawRow(index);
+  }
+}
+
+/// Button, time and name follow the selected activity.
+void TimerState::showHeader() {
+  const Activity* selected = selectedActivity();
+  updateCustomerJobLabel();
+  updateMainButton();
+  showElapsedTime(selected);
 }
 
 void TimerState::selectionChanged() {
   currentActivity_ = selectedActivity();
-  isRunning_ = currentActivity() && currentActivity()->isRunning();
-  updateCustomerJobLabel();
-  updateTimeDisplay();
-  updateMainButton();
+  showHeader();
   currentEntry_ = {};
   log_->clearSelection();
 }
@@ -164,19 +236,25 @@ void TimerState::updateCustomerJobLabel() {
 
 bool TimerState::updateTimeDisplay() {
   if (!session_.document()) return false;
-  const Activity* selected = selectedActivity();
-  if (isRunning_) {
-    const TimeEntry* running = selected ? selected->runningEntry() : nullptr;
-    showElapsed(running ? running->elapsed() : 0);
-  } else {
-    display_.showElapsedTime(lastEntryLength(selected));
+  if (shownDay_ && !(*shownDay_ == today())) {
+    reloadData();  // "today" means another day now
+    log_->reloadData();
   }
+  showElapsedTime(selectedActivity());
   for (int row = 0; row < rows_.rowCount(); ++row) {
     const Activity* activity = rows_.row(row)->activity.get();
     if (activity && activity->isRunning()) updateOneRow(row);
   }
   log_->updateRunningEntries();
   return true;
+}
+
+void TimerState::showElapsedTime(const Activity* selected) {
+  if (const TimeEntry* running = selected ? selected->runningEntry() : nullptr) {
+    showElapsed(running->elapsed());
+  } else {
+    display_.showElapsedTime(lastEntryLength(selected));
+  }
 }
 
 void TimerState::showElapsed(double seconds) {
@@ -206,36 +284,27 @@ QString TimerState::lastEntryLength(const Activity* activity) {
 }
 
 void TimerState::toggleTimer() {
-  if (Activity* activity = currentActivity(); !activity) {
-    display_.showActivitySheet(true);
-  } else if (activity->isRunning()) {
-    isRunning_ = false;
-    activity->stop();
-    display_.showMainButton(false);
+  if (Activity* activity = currentActivity()) {
+    toggle(*activity);
   } else {
-    activity->startEntry();
-    display_.showMainButton(true);
-    updateCustomerJobLabel();
-    isRunning_ = true;
+    display_.showActivitySheet(true);
   }
-  log_->reloadKeepingChoice();
-  reloadData();
-  log_->updateRunningEntries();  // at once, not at the next tick
 }
 
 void TimerState::toggleSelected() {
-  Activity* selected = selectedActivity();
-  if (!selected) return;
-  isRunning_ = !selected->isRunning();
-  if (isRunning_) {
-    selected->startEntry();
+  if (Activity* selected = selectedActivity()) toggle(*selected);
+}
+
+void TimerState::toggle(Activity& activity) {
+  if (activity.isRunning()) {
+    edit(tr("Stop"), [&] { activity.stop(); });
   } else {
-    selected->stop();
+    edit(tr("Start"), [&] { activity.startEntry(); });
   }
-  reloadLog();
-  updateSelectedRow();
-  updateMainButton();
-  updateTimeDisplay();
+}
+
+void TimerState::edit(const QString& name, const std::function<void()>& work) {
+  std::ignore = session_.context()->edit(name, work);  // such work cannot fail
 }
 
 void TimerState::clearTableSelection() {
@@ -243,49 +312,39 @@ void TimerState::clearTableSelection() {
   selectionChanged();  // also when the selected row went with its activity
 }
 
-void TimerState::deleteSelectedActivity() {
-  Activity* selected = selectedActivity();
-  if (!selected) return;
-  ObjectContext& context = *selected->context();
-  for (TimeEntry* period : selected->entries().copy()) context.deleteObject(*period);
-  context.deleteObject(*selected);
-  reloadLog();
-  reloadData();
+void TimerState::deleteActivity(Activity& activity) {
+  edit(tr("Delete of an Activity"), [&] { activity.context()->deleteObject(activity); });
   clearTableSelection();
 }
 
-void TimerState::deleteSelectedTimeEntries() {
-  const auto periods = log_->selectedEntries();
-  for (const Ref<TimeEntry>& period : periods) {
-    if (!period) break;
-    Activity* activity = period->activity();
-    ObjectContext& context = *period->context();
-    if (activity && period->running() == true) activity->stop();
-    TimeEntry& entry = *period;
-    context.deleteObject(entry);
-  }
-  if (periods.empty()) return;
-  reloadData();
+void TimerState::deleteEntries(const std::vector<Ref<TimeEntry>>& entries) {
+  const auto count = std::count_if(entries.begin(), entries.end(), [](const auto& entry) { return !!entry; });
+  if (count == 0) return;
+  const QString name =
+      count == 1 ? tr("Delete of an Entry") : formatted(tr("Delete of %@ Entries"), {QString::number(count)});
+  edit(name, [&] {
+    for (const Ref<TimeEntry>& entry : entries) {
+      if (!entry) continue;
+      if (entry->running() == true) entry->stopTimer();
+      entry->context()->deleteObject(*entry);
+    }
+  });
   clearTableSelection();
-  log_->reloadNames();
-  log_->reloadData();  // the filters say “All” again
 }
 
 void TimerState::markSelectedCompleted() {
   Activity* selected = selectedActivity();
   if (!selected) return;
-  selected->stop();
-  selected->setCompleted(true);
-  reloadData();
-  log_->reloadNames();
-  log_->reloadData();  // the filters say “All” again
+  edit(tr("Activity Complete"), [&] {
+    selected->stop();
+    selected->setCompleted(true);
+  });
   clearTableSelection();
 }
 
 void TimerState::makeCurrent() {
-  if (!currentEntry() || !currentEntry()->activity()) return;
-  currentEntry()->activity()->setCompleted(false);
-  reloadData();
+  Activity* activity = currentEntry() ? currentEntry()->activity() : nullptr;
+  if (activity) edit(tr("Make Activity Current"), [&] { activity->setCompleted(false); });
 }
 
 }  // namespace pendra

@@ -108,7 +108,6 @@ void TimerWindowController::observeSession() {
 void TimerWindowController::startUp() {
   state_.reloadData();
   if (const OpenDocument* document = session_.document()) setPlainTitle(*window_, document->displayName());
-  state_.setIsRunning(false);
   [[maybe_unused]] const auto notApplied = session_.ports().defaults.text(preferences::kSortOrderWindow);
   showElapsedTime(QStringLiteral("00:00:00"));
   state_.updateCustomerJobLabel();
@@ -192,7 +191,7 @@ void TimerWindowController::deleteActivity() {
   if (activitiesHadFocus()) {
     askToDeleteActivity(state_);
   } else {
-    deleteTimeEntry(state_);
+    askToDeleteEntries(state_);
   }
 }
 

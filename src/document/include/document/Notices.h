@@ -13,6 +13,8 @@ namespace pendra {
 struct NoticeAction {
   QString title;
   std::function<void()> run;
+  /// Whether the notice has nothing more to ask once the action has run; without it, it has not.
+  std::function<bool()> isDone = {};
 };
 
 /// One thing to know. The text names the file or record and the reason.

@@ -17,14 +17,14 @@ namespace pendra {
 /// The user has edited the activity. Takes the notice back when no other activity is affected.
 void forgetLoss(Session& session, Activity& activity);
 
-/// Compares what the activities name when it is made with what they name when it ends; notes what was lost
-/// and says so in the notice line. Completed activities whose time has all been sent are passed over.
-class [[nodiscard]] LossWatch {
+/// What the activities of a document name at the moment when it is made.
+class NamesBefore {
  public:
-  explicit LossWatch(Session& session);
-  ~LossWatch();
-  LossWatch(const LossWatch&) = delete;
-  LossWatch& operator=(const LossWatch&) = delete;
+  explicit NamesBefore(const ObjectContext& context);
+  /// Compares with what they name now, inside the edit that made the difference: notes what was lost with the
+  /// activities and answers how these were called. Completed activities whose time has all been sent are
+  /// passed over.
+  [[nodiscard]] QStringList noteLosses() const;
 
  private:
   struct Before {
@@ -32,10 +32,10 @@ class [[nodiscard]] LossWatch {
     Activity::Loss had;
     QString title;
   };
-  void tell(const QStringList& titles) const;
-
-  Session& session_;
   std::vector<Before> before_;
 };
+
+/// Says in the notice line which activities have lost a name; nothing of none.
+void tellOfLosses(Session& session, const QStringList& titles);
 
 }  // namespace pendra

@@ -60,9 +60,9 @@ class Submission {
   using Entries = std::span<TimeEntry* const>;
 
   void sayWhatIsLeftOut(const std::vector<Ref<TimeEntry>>& again) const;
-  void refreshLists();
   bool sendOneByOne();
   bool sendMerged(const MergedRecord& record, std::vector<TimeEntry*>& mergedEntries);
+  void stamp(const std::function<void(Instant)>& mark);
   /// False after an alert.
   [[nodiscard]] bool hasCustomerAndService(const Activity& activity) const;
   bool transmit(const TimeEntry& period, const Activity& activity, Entries entries);

@@ -13,7 +13,7 @@ namespace pendra {
 /// Marks the entries as being sent, durable when it returns; on failure nothing is marked.
 Result<void> markSending(Session& session, std::span<TimeEntry* const> entries);
 /// The entries are unsent as before.
-void unmarkSending(std::span<TimeEntry* const> entries);
+void unmarkSending(Session& session, std::span<TimeEntry* const> entries);
 /// The entries have been sent, now.
 void markSent(TimeEntry& entry, Instant now);
 

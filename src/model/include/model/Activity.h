@@ -1,6 +1,6 @@
 #pragma once
-// What is being timed right now is held twice: `running` of an entry is in the file, `runningEntry`
-// of its activity is not. They agree while the program runs; opening a document ends both.
+// What is being timed right now stands in one place: `running` of an entry. An activity finds its running
+// entry there, so that whatever changes the entry, a step taken back too, changes what runs.
 
 #include "model/ActivityTimes.h"
 #include "store/ManagedObject.h"
@@ -80,6 +80,10 @@ class Activity final : public ManagedObject {
     Today today;
     ActivityTimes times;
   };
+  struct Running {
+    quint64 changeCount;
+    TimeEntry* entry;
+  };
   [[nodiscard]] ActivityTimes sumOfEntries(const Today& today) const;
 
   ToOne<Customer> customer_;
@@ -96,7 +100,7 @@ class Activity final : public ManagedObject {
   std::optional<bool> favourite_;
   std::optional<QString> submitError_;  // stands in the file; nothing reads or writes it
   ToMany<TimeEntry> entries_;
-  Ref<TimeEntry> runningEntry_;
+  mutable std::optional<Running> running_;
   mutable std::optional<StoredTimes> storedTimes_;
 };
 

@@ -1,5 +1,6 @@
 #include "ui_core/LogController.h"
 
+#include <QSet>
 #include <numeric>
 
 #include "DayRange.h"
@@ -28,6 +29,18 @@ LogRow makeRow(TimeEntry& period, const std::shared_ptr<const LogActivity>& of) 
           .submittedSeconds = period.submittedSeconds()};
 }
 
+/// More new rows than these are not put in one by one.
+constexpr std::size_t kFewRows = 64;
+
+/// Whether the edit may have changed a name in a row or in a filter.
+bool concernsNames(const ChangeSet& changes) {
+  return !changes.inserted<Activity>().empty() || !changes.deleted<Activity>().empty() ||
+         changes.changedAny<Activity>("completed") || changes.changedAny<Activity>("customer") ||
+         changes.changedAny<Activity>("job") || changes.changedAny<Activity>("service") ||
+         changes.changedAny<TimeEntry>("activity") || changes.changedAny<Customer>("name") ||
+         changes.changedAny<Job>("name") || changes.changedAny<Service>("name");
+}
+
 double lengthOf(std::span<const LogRow> rows) {
   return std::accumulate(rows.begin(), rows.end(), 0.0,
                          [](double sum, const LogRow& row) { return sum + row.duration; });
@@ -41,7 +54,16 @@ LogController::LogController(Session& session, TimerState& window, TablePort& ta
       table_(table),
       rows_(makeLogTable(session.ports().calendar, locale)),
       hideSubmitted_(
-          session.ports().defaults.changesOf(preferences::kHideSubmitted).observe([this] { reloadData(); })) {
+          session.ports().defaults.changesOf(preferences::kHideSubmitted).observe([this] { reloadData(); })),
+      documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
+  followDocument();
+}
+
+void LogController::followDocument() {
+  news_ = {};
+  if (context()) {
+    news_ = context()->observe([this](const ChangeSet& changes) { documentEdited(changes); });
+  }
 }
 
 ObjectContext* LogController::context() const {
@@ -68,7 +90,7 @@ std::vector<LogRow> LogController::makeRows() const {
     filter = std::move(parsed).value();
   }
   const bool hides = hidesSubmitted();
-  const DayRange days(dateOf(startDateField), dateOf(endDateField));
+  const DayRange range = days();
   if (!filter) rows.reserve(context()->all<TimeEntry>().size());
   for (Activity* activity : context()->all<Activity>()) {
     if (filter && !filter->matches(*activity)) continue;
@@ -76,10 +98,50 @@ std::vector<LogRow> LogController::makeRows() const {
     for (TimeEntry* period : activity->entries()) {
       LogRow row = makeRow(*period, snapshot);
       if (hides && row.showsAsSent()) continue;
-      if (days.contains(*period)) rows.push_back(std::move(row));
+      if (range.contains(*period)) rows.push_back(std::move(row));
     }
   }
   return rows;
+}
+
+DayRange LogController::days() const { return {dateOf(startDateField), dateOf(endDateField)}; }
+
+void LogController::documentEdited(const ChangeSet& changes) {
+  const auto inserted = changes.inserted<TimeEntry>();
+  const bool comesOrGoes = !inserted.empty() || !changes.deleted<TimeEntry>().empty();
+  if (concernsNames(changes) || (comesOrGoes && filtersByName())) {
+    reloadKeepingChoice();
+  } else if (inserted.size() > kFewRows) {
+    reloadData();
+  } else {
+    const Notifier::Change change(contentsChanges);
+    rows_.removeRows([](const LogRow& row) { return !row.period; });
+    refreshRows(changes.changed<TimeEntry>());
+    takeIn(inserted);
+    if (changes.changedAny<TimeEntry>("start")) rows_.sort();
+    secondsOfAll_ = lengthOf(rows_.rows());
+    runningRows_.clear();
+    table_.reloadData();
+  }
+  updateRunningEntries();  // at once, not at the next tick
+}
+
+void LogController::takeIn(const Objects<TimeEntry>& entries) {
+  const DayRange range = days();
+  for (TimeEntry* entry : entries) {
+    if (!entry->activity() || !range.contains(*entry)) continue;
+    LogRow row = makeRow(*entry, snapshotOf(*entry->activity()));
+    if (!(hidesSubmitted() && row.showsAsSent())) rows_.insertSorted(std::move(row));
+  }
+}
+
+void LogController::refreshRows(const Objects<TimeEntry>& entries) {
+  if (entries.empty()) return;
+  QSet<const TimeEntry*> changed;
+  for (const TimeEntry* entry : entries) changed << entry;
+  rows_.changeRows([&changed](LogRow& row) {
+    if (changed.contains(row.period.get())) row = makeRow(*row.period, row.of);
+  });
 }
 
 void LogController::reloadData() {

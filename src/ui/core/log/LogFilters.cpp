@@ -67,6 +67,11 @@ void LogController::setHidesSubmitted(bool hides) {
   session_.ports().defaults.setBoolean(preferences::kHideSubmitted, hides);
 }
 
+bool LogController::filtersByName() const {
+  const auto isAll = [](const PopUp& popup) { return popup.titleOfSelectedItem() == kAll; };
+  return !isAll(customerPopup) || !isAll(jobPopup) || !isAll(servicePopup);
+}
+
 void LogController::reloadNames() {
   if (!context()) return;
   const Notifier::Change change(filtersChanges);

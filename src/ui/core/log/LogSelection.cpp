@@ -1,8 +1,12 @@
 #include "ui_core/LogController.h"
 
+#include <QCoreApplication>
+
 namespace pendra {
 
 namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::LogController", text); }
 
 /// Whether marking as unsent changes the entry. Kept: exactly one second is not enough, though the log
 /// shows it as sent.
@@ -67,13 +71,13 @@ void LogController::selectionChanged() {
 }
 
 void LogController::markSelectedUnsent() {
-  const auto selected = table_.selectedRows();
-  if (selected.empty() || !userMarksAsUnsent(session_.ports().alerts)) return;
-  for (auto index = selected.rbegin(); index != selected.rend(); ++index) {
-    const LogRow* row = rows_.row(*index);
-    TimeEntry* period = row ? row->period.get() : nullptr;
-    if (period && canBeMarkedUnsent(*period)) period->setDateSubmitted(kReferenceInstant);
-  }
+  const auto entries = selectedEntries();
+  if (entries.empty() || !userMarksAsUnsent(session_.ports().alerts)) return;
+  std::ignore = session_.context()->edit(tr("Mark as Unsent"), [&] {
+    for (const Ref<TimeEntry>& entry : entries) {
+      if (entry && canBeMarkedUnsent(*entry)) entry->setDateSubmitted(kReferenceInstant);
+    }
+  });
 }
 
 }  // namespace pendra

@@ -124,15 +124,6 @@ QString proposedName(const std::optional<QString>& employee, const QString& date
   return formatted(u"%@ %@.txt", {*employee, date});
 }
 
-/// The timer window's share of stopping: its own flag, its button and its display.
-void stopTiming(TimerState& window) {
-  if (Activity* current = window.currentActivity()) current->stop();
-  window.setIsRunning(false);
-  window.updateMainButton();
-  window.updateTimeDisplay();
-  window.reloadData();
-}
-
 }  // namespace
 
 void exportTimeLog(LogController& log, ExportProgress& progress) {
@@ -147,7 +138,6 @@ void exportTimeLog(LogController& log, ExportProgress& progress) {
   if (!path) return;
   if (isOpenDocument(session, *path)) return sayFailed(session.notices(), *path, kIsOpenDocument);
   if (!checkForRunningTimers(session)) return;
-  stopTiming(log.windowController());
   writeFile(session.notices(), *path, log.consideredRows(), employee.value_or(QString()), progress);
 }
 

@@ -80,7 +80,7 @@ TEST_F(EditorFlows, ANewActivityIsAppliedStartedAndSelected) {
   EXPECT_EQ(added.entries().size(), 1u) << "started once";
   EXPECT_EQ(timer.currentActivity(), &added);
   EXPECT_EQ(table.row, 0);
-  EXPECT_TRUE(timer.isRunning());
+  EXPECT_TRUE(timer.currentActivity()->isRunning());
 }
 
 TEST_F(EditorFlows, TheBoxesOpenAsTheActivityHasThemAndAreTakenOnOK) {

@@ -140,7 +140,7 @@ TEST_F(TimeLogExport, AsksAboutTimersAfterThePanelAndCancellingWritesNothing) {
   test.clock.advance(61);
   test.alerts.willAnswer({"OK"});
   EXPECT_TRUE(exported().contains("\"00:01:01\""));
-  EXPECT_FALSE(window.isRunning());
+  EXPECT_FALSE(activity.isRunning());
 }
 
 TEST_F(TimeLogExport, AFailureIsANoticeWithTheFileAndTheReason) {

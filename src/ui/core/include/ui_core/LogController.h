@@ -1,9 +1,11 @@
 #pragma once
-// Filters choose what is listed, never what is true: the rows are a snapshot taken at every reload, and
-// between two reloads only the durations of running entries move.
+// Filters choose what is listed, never what is true. The rows are those of the last rebuild: between two of
+// them names, marks and lengths follow the document, running lengths the tick, and what was deleted goes; a
+// row does not go because it no longer passes a filter.
 
 #include <QLocale>
 
+#include "store/Observers.h"
 #include "ui_core/LogPane.h"
 #include "ui_core/LogRow.h"
 #include "ui_core/PopUp.h"
@@ -11,6 +13,9 @@
 #include "ui_core/TimerState.h"
 
 namespace pendra {
+
+class ChangeSet;
+class DayRange;
 
 /// How many entries there are and how long they are together.
 struct LogSummary {
@@ -82,7 +87,15 @@ class LogController final : public LogPane {
 
  private:
   [[nodiscard]] ObjectContext* context() const;
+  void followDocument();
+  void documentEdited(const ChangeSet& changes);
+  /// Puts these new entries into the rows where a rebuild would list them.
+  void takeIn(const Objects<TimeEntry>& entries);
+  void refreshRows(const Objects<TimeEntry>& entries);
+  /// Whether one of the three pop-ups limits what is listed.
+  [[nodiscard]] bool filtersByName() const;
   [[nodiscard]] std::vector<LogRow> makeRows() const;
+  [[nodiscard]] DayRange days() const;
   [[nodiscard]] std::optional<Instant> dateOf(const QString& field) const;
   void fillJobs(const std::optional<QString>& customer);
   void updateRunningRow(const TimeEntry& period);
@@ -95,6 +108,8 @@ class LogController final : public LogPane {
   double secondsOfAll_ = 0;
   QHash<qint64, int> runningRows_;  // where a running entry was last found; -1: it is not listed
   Notifier::Subscription hideSubmitted_;
+  Subscription news_;
+  Notifier::Subscription documentChanges_;
 };
 
 }  // namespace pendra

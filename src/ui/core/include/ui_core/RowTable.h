@@ -51,6 +51,16 @@ class RowTable final : public TableSource {
     const auto at = std::clamp<std::ptrdiff_t>(index, 0, std::ssize(rows_));
     rows_.insert(rows_.begin() + at, std::move(row));
   }
+  /// Puts a row in where the sort order wants it, behind its equals.
+  void insertSorted(Row row) {
+    const auto place = placeFor(row);
+    rows_.insert(place, std::move(row));
+  }
+  /// Removes the rows for which `goes` holds; the others keep their order.
+  template <class Predicate>
+  void removeRows(const Predicate& goes) {
+    std::erase_if(rows_, goes);
+  }
   /// Replaces one row where it stands. An index past the end does nothing.
   void replaceRow(int index, Row row) {
     if (holds(index)) rows_[static_cast<size_t>(index)] = std::move(row);
@@ -133,6 +143,21 @@ class RowTable final : public TableSource {
     if (!holds(row) || column < 0 || column >= columnCount()) return Value{};
     const auto& answer = columns_[static_cast<size_t>(column)].*question;
     return answer ? answer(*this->row(row)) : Value{};
+  }
+
+  auto placeFor(const Row& row) {
+    const auto column = columnOf(sort_.key);
+    if (sort_.key.isEmpty() || !column) return rows_.end();
+    const auto& key = columns_[static_cast<size_t>(*column)];
+    if (key.time) return placeByValue(row, key.time);
+    return key.text ? placeByValue(row, key.text) : rows_.end();
+  }
+  template <class ValueOf>
+  auto placeByValue(const Row& row, const ValueOf& valueOf) {
+    return std::upper_bound(rows_.begin(), rows_.end(), valueOf(row),
+                            [&](const auto& value, const Row& other) {
+                              return sort_.ascending ? value < valueOf(other) : valueOf(other) < value;
+                            });
   }
 
   /// Reads each row's value once, so that no text is formatted within a comparison.

@@ -1,19 +1,24 @@
 #pragma once
-// The window's own flag `isRunning` is about the selected activity only and is trusted by the display;
-// whether an activity runs is the model's word. The two agree after every selection and toggle.
+// The header (button, time, name) belongs to the selected activity, the rows to all that are open. Both are
+// shown anew from the news of the document; only running lengths are the tick's.
 
+#include <QSet>
 #include <QString>
+#include <functional>
 #include <vector>
 
 #include "document/Session.h"
 #include "model/Activity.h"
 #include "model/ActivityTimes.h"
 #include "model/TimeEntry.h"
+#include "store/Observers.h"
 #include "ui_core/LogPane.h"
 #include "ui_core/RowTable.h"
 #include "ui_core/TablePort.h"
 
 namespace pendra {
+
+class ChangeSet;
 
 /// One row of the activity table, a snapshot taken at reload. "edit" and "complete" show constant texts.
 struct ActivityRow {
@@ -42,7 +47,8 @@ class TimerDisplay {
   virtual void showActivitySheet(bool forNew) = 0;
 };
 
-/// The logic of the timer window: the rows, the selection, and everything that starts or stops a timer.
+/// The logic of the timer window: the rows, the selection, and everything that starts or stops a timer. It
+/// follows the open document by its news; a command changes the document and shows nothing by itself.
 class TimerState {
  public:
   /// All must outlive it. The log is given later, by `setLog`.
@@ -58,8 +64,6 @@ class TimerState {
   /// The entry selected in the log; set by the log.
   [[nodiscard]] TimeEntry* currentEntry() const { return currentEntry_.get(); }
   void setCurrentEntry(TimeEntry* period) { currentEntry_ = period; }
-  [[nodiscard]] bool isRunning() const { return isRunning_; }
-  void setIsRunning(bool running) { isRunning_ = running; }
 
   [[nodiscard]] bool editable() const { return currentEntry() || currentActivity(); }
   [[nodiscard]] bool canSend() const;
@@ -69,7 +73,6 @@ class TimerState {
   [[nodiscard]] RowTable<ActivityRow>& rows() { return rows_; }
   /// Rebuilds all rows from the document, loading one when none is open.
   void reloadData();
-  void reloadLog();
   void selectionChanged();
   void updateOneRow(int index);
   void updateSelectedRow();
@@ -88,10 +91,10 @@ class TimerState {
   void toggleTimer();
   /// Starts or stops the activity of the selected row.
   void toggleSelected();
-  /// Deletes the selected activity with all its entries; not asked again here.
-  void deleteSelectedActivity();
-  /// Deletes the entries that are selected in the log; not asked again here.
-  void deleteSelectedTimeEntries();
+  /// Deletes the activity with all its entries; not asked again here.
+  void deleteActivity(Activity& activity);
+  /// Deletes those of the entries that still exist; not asked again here.
+  void deleteEntries(const std::vector<Ref<TimeEntry>>& entries);
   void markSelectedCompleted();
   /// Makes the activity of the log's selected entry current again.
   void makeCurrent();
@@ -99,8 +102,16 @@ class TimerState {
  private:
   [[nodiscard]] ActivityRow rowOf(Activity& activity, const Today& today) const;
   [[nodiscard]] Today today() const;
+  void followDocument();
+  void documentEdited(const ChangeSet& changes);
+  void reloadRowsOf(const QSet<const Activity*>& activities);
+  void showHeader();
+  void showElapsedTime(const Activity* selected);
   void showElapsed(double seconds);
+  void toggle(Activity& activity);
   void clearTableSelection();
+  /// Changes the open document under a name.
+  void edit(const QString& name, const std::function<void()>& work);
 
   Session& session_;
   TablePort& table_;
@@ -109,8 +120,10 @@ class TimerState {
   LogPane* log_ = &noLog_;
   Ref<Activity> currentActivity_;
   Ref<TimeEntry> currentEntry_;
-  bool isRunning_ = false;
   RowTable<ActivityRow> rows_;
+  std::optional<Today> shownDay_;
+  Subscription news_;
+  Notifier::Subscription documentChanges_;
 };
 
 }  // namespace pendra
