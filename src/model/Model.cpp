@@ -1,8 +1,8 @@
 #include "model/Model.h"
 
 #include "model/Activity.h"
-#include "model/DocumentSettings.h"
 #include "model/Customer.h"
+#include "model/DocumentSettings.h"
 #include "model/Identity.h"
 #include "model/Job.h"
 #include "model/Service.h"

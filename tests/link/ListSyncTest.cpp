@@ -27,9 +27,7 @@ using Rows = std::vector<ListRow>;
 
 class ListSyncTest : public LinkTest {
  protected:
-  void synchronise() {
-    lists.refreshBeforeSending();
-  }
+  void synchronise() { lists.refreshBeforeSending(); }
 };
 
 TEST_F(ListSyncTest, AFirstOneFillsTheListsAndARepeatedOneChangesNothing) {

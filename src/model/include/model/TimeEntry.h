@@ -31,11 +31,12 @@ class TimeEntry final : public ManagedObject {
   /// program ended while it waited. None in every other case.
   [[nodiscard]] std::optional<Instant> sendingSince() const { return sendingSince_; }
   void setSendingSince(std::optional<Instant> since) { assign(sendingSince_, since); }
-  /// Until when the entry is known to have run, when a crash cut it off and nobody has said yet how long it is.
+  /// Until when the entry is known to have run, when a crash cut it off and nobody has said yet how long it
+  /// is.
   [[nodiscard]] std::optional<Instant> haltedAt() const { return haltedAt_; }
   void setHaltedAt(std::optional<Instant> instant) { assign(haltedAt_, instant); }
-  /// The time within the entry in which nobody was there, while it has not been answered whether it counts. Both
-  /// or none are present.
+  /// The time within the entry in which nobody was there, while it has not been answered whether it counts.
+  /// Both or none are present.
   [[nodiscard]] std::optional<Instant> awayFrom() const { return awayFrom_; }
   void setAwayFrom(std::optional<Instant> instant) { assign(awayFrom_, instant); }
   [[nodiscard]] std::optional<Instant> awayTo() const { return awayTo_; }
