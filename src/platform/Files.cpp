@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 
 namespace pendra {
 
@@ -54,11 +55,6 @@ Result<void> copyBytes(QFile& from, QFile& to) {
   return Error{QStringLiteral("file"), 0, QStringLiteral("the copy is shorter than the file")};
 }
 
-Result<void> replace(const QString& from, const QString& to) {
-  if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0) return {};
-  return systemError(errno);
-}
-
 }  // namespace
 
 Error systemError(int code) {
@@ -73,17 +69,34 @@ QString firstFreePath(const QString& base, const QString& extension) {
   return path;
 }
 
+Result<void> moveInPlaceOf(const QString& from, const QString& to) {
+  if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
+    return systemError(errno);
+  }
+  syncFolderOf(to);
+  return {};
+}
+
+bool isSameFile(const QString& one, const QString& other) {
+  std::error_code none;
+  return std::filesystem::equivalent(QFile::encodeName(one).constData(), QFile::encodeName(other).constData(),
+                                     none) ||
+         QFileInfo(one).absoluteFilePath() == QFileInfo(other).absoluteFilePath();
+}
+
 QString draftFor(const QString& path) { return QFileInfo(path).absolutePath() + u"/.pendra-XXXXXX"; }
 
 Result<void> moveToFreeName(const QString& from, const QString& to) {
   const QByteArray source = QFile::encodeName(from);
   const QByteArray target = QFile::encodeName(to);
-  if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0)
+  if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0) {
+    syncFolderOf(to);
     return {};
+  }
   if (errno != EINVAL && errno != ENOSYS) return systemError(errno);
   // Not every file system knows that flag, nor second names.
   if (QFileInfo::exists(to)) return systemError(EEXIST);
-  return replace(from, to);
+  return moveInPlaceOf(from, to);
 }
 
 Result<void> copyFile(const QString& from, const QString& to, Existing existing,
@@ -100,10 +113,7 @@ Result<void> copyFile(const QString& from, const QString& to, Existing existing,
   if (isWhole) {
     if (auto whole = isWhole(name); !whole) return whole;
   }
-  auto named = existing == Existing::Keep ? moveToFreeName(name, to) : replace(name, to);
-  if (!named) return named;
-  syncFolderOf(to);
-  return {};
+  return existing == Existing::Keep ? moveToFreeName(name, to) : moveInPlaceOf(name, to);
 }
 
 }  // namespace pendra

@@ -22,8 +22,20 @@ constexpr std::array<char, 16> kMagic{'S', 'Q', 'L', 'i', 't', 'e', ' ', 'f',
 constexpr std::size_t kUserVersionAt = 60;
 constexpr std::size_t kApplicationIDAt = 68;
 constexpr std::size_t kHeaderSize = 100;
+constexpr QByteArrayView kJournalMagic("\xd9\xd5\x05\xf9\x20\xa1\x63\xd7");
+constexpr qsizetype kPagesBeforeAt = 16;
+constexpr qsizetype kJournalHeadSize = 28;
 
 Error posixError() { return systemError(errno); }
+
+/// Whether that journal is one of a file that was empty.
+bool beginsWithNothing(const QString& journal) {
+  QFile file(journal);
+  if (!file.open(QIODevice::ReadOnly)) return false;
+  const QByteArray head = file.read(kJournalHeadSize);
+  return head.size() == kJournalHeadSize && head.startsWith(kJournalMagic) &&
+         qFromBigEndian<quint32>(head.constData() + kPagesBeforeAt) == 0;
+}
 
 Error notADocument(const QString& text) { return {QStringLiteral("document"), 0, text}; }
 
@@ -54,9 +66,9 @@ Result<DocumentFile> DocumentFile::hold(const QString& path) {
   return file;
 }
 
-bool DocumentFile::isEmpty() const {
+qint64 DocumentFile::size() const {
   struct stat status {};
-  return ::fstat(descriptor_, &status) == 0 && status.st_size == 0;
+  return ::fstat(descriptor_, &status) == 0 ? status.st_size : -1;
 }
 
 Result<void> DocumentFile::makeEmpty() const {
@@ -64,6 +76,8 @@ Result<void> DocumentFile::makeEmpty() const {
   if (::truncate(QFile::encodeName(path_).constData(), 0) != 0) return posixError();
   return {};
 }
+
+bool DocumentFile::isEmpty() const { return size() == 0 || beginsWithNothing(journalOf(path_)); }
 
 Result<int> DocumentFile::layout(int newest) const {
   std::array<char, kHeaderSize> header{};

@@ -19,6 +19,9 @@ class DocumentFile {
   [[nodiscard]] const QString& path() const { return path_; }
   /// The file that is held has another name now.
   void setPath(QString path) { path_ = std::move(path); }
+  [[nodiscard]] qint64 size() const;
+  /// Whether nothing was ever in the file, also where a killed program had begun to make it: then its journal
+  /// says that it was empty before.
   [[nodiscard]] bool isEmpty() const;
   /// Takes everything out of the file.
   [[nodiscard]] Result<void> makeEmpty() const;

@@ -8,9 +8,6 @@ namespace pendra {
 
 namespace {
 
-constexpr int kEditPatience =
-    20;  // milliseconds that a command waits for another program that reads the file
-
 int editsInProgress = 0;
 
 quint32 bitOf(const ManagedObject& object, const PropertyDescriptor& property) {
@@ -197,7 +194,7 @@ void Editing::announceAndStore(const EditRecord& record) {
   announcing_ = false;
   // A failure stands in the commit's state; what it could not write is written with the next edit or save.
   if (context_.store_) [[maybe_unused]]
-    const auto stored = context_.commit(kEditPatience);
+    const auto stored = context_.commit(kPatience);
 }
 
 }  // namespace pendra

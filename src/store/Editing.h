@@ -18,6 +18,8 @@ void promise(bool kept, const char* what);
 class Editing {
  public:
   using Work = std::function<Result<void>()>;
+  /// How long a command waits for another program that reads the file, in milliseconds.
+  static constexpr int kPatience = 20;
 
   explicit Editing(ObjectContext& context) : context_(context) {}
 

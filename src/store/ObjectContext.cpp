@@ -57,6 +57,7 @@ Result<void> ObjectContext::open(const QString& path) {
 void ObjectContext::close() { store_.reset(); }
 
 Result<void> ObjectContext::save() { return commit(kSavePatience); }
+Result<void> ObjectContext::trySave() { return commit(Editing::kPatience); }
 
 Result<void> ObjectContext::commit(int patience) {
   if (!store_)

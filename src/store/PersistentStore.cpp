@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QTemporaryFile>
+#include <cerrno>
 
 #include "Connection.h"
 #include "DocumentFile.h"
@@ -74,7 +75,7 @@ void PersistentStore::Parts::disconnect() {
 }
 
 Result<void> PersistentStore::Parts::bringToNewestLayout() {
-  if (file.isEmpty()) return connection->guarded([&] { layouts::create(*connection, model); });
+  if (file.size() == 0) return connection->guarded([&] { layouts::create(*connection, model); });
   const int layout = layouts::numberOf(*connection);
   if (layout >= model.newestLayout()) {
     return connection->guarded([&] { layouts::checkColumns(*connection, model); });
@@ -123,6 +124,30 @@ Result<void> PersistentStore::makeEmptyFile(const QString& path) {
   auto held = DocumentFile::hold(path);
   return held ? held.value().makeEmpty() : Result<void>(held.error());
 }
+
+Result<void> PersistentStore::recover(const QString& path, const ObjectModel& model) {
+  if (!QFileInfo::exists(path)) return systemError(ENOENT);
+  auto held = DocumentFile::hold(path);
+  if (!held) return held.error();
+  if (!held.value().isEmpty()) {
+    if (auto known = held.value().layout(model.newestLayout()); !known) return known.error();
+  }
+  if (!QFileInfo::exists(journalOf(path))) return {};
+  auto opened = Connection::open(path, SQLite::OPEN_READWRITE, kOpenPatience);
+  if (!opened) return opened.error();
+  Connection& connection = *opened.value();
+  return connection.guarded([&] { connection.database().exec("SELECT count(*) FROM sqlite_schema"); });
+}
+
+Result<void> PersistentStore::discard(const QString& path) {
+  if (!QFileInfo::exists(path)) return systemError(ENOENT);
+  auto held = DocumentFile::hold(path);
+  if (!held) return held.error();
+  if (!QFile::remove(path)) return systemError(errno);
+  return {};
+}
+
+QString journalOf(const QString& document) { return document + u"-journal"; }
 
 QString pathOfLayoutCopy(const QString& document, int layout) {
   const QFileInfo file(document);

@@ -22,6 +22,12 @@ QString draftFor(const QString& path);
 /// Moves a file to a name that must be free; unlike a plain rename it never replaces what stands there.
 Result<void> moveToFreeName(const QString& from, const QString& to);
 
+/// Gives a file another name; what had that name is no more.
+Result<void> moveInPlaceOf(const QString& from, const QString& to);
+
+/// Whether two paths lead to one file, by whatever names.
+bool isSameFile(const QString& one, const QString& other);
+
 /// What becomes of a file that already has the name.
 enum class Existing { Keep, Replace };
 

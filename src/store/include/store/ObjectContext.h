@@ -49,6 +49,8 @@ class ObjectContext {
   /// stays remembered for the next save. Without changes only the file's time is set. Waits up to two seconds
   /// for another program that reads the file.
   Result<void> save();
+  /// Tries to write what is outstanding without making anybody wait: as an edit does.
+  Result<void> trySave();
 
   /// Changes the document: runs `work`, which returns nothing or a Result<void>, and when it has ended well
   /// announces what it did, stores it, and keeps the step that takes it back under `name`, in this order. The

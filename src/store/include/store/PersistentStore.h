@@ -23,6 +23,11 @@ class PersistentStore {
   static Result<void> check(const QString& path, const ObjectModel& model);
   /// Makes an empty file, or empties the one that is there; one that another process holds is left alone.
   static Result<void> makeEmptyFile(const QString& path);
+  /// Brings a document that a killed program left half written back to its last save, after which its journal
+  /// is gone. Fails, and has left all alone, where there is no document or another process holds it.
+  static Result<void> recover(const QString& path, const ObjectModel& model);
+  /// Removes a document that no other process holds.
+  static Result<void> discard(const QString& path);
   ~PersistentStore();
   PersistentStore(const PersistentStore&) = delete;
   PersistentStore& operator=(const PersistentStore&) = delete;
@@ -43,6 +48,9 @@ class PersistentStore {
 
   std::unique_ptr<Parts> parts_;
 };
+
+/// Where the database keeps what it takes back when a save was cut off.
+[[nodiscard]] QString journalOf(const QString& document);
 
 /// Marks the file as a document of this program ("Pdra").
 inline constexpr int kApplicationID = 0x50647261;

@@ -2,13 +2,13 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <filesystem>
 
 #include "document/OpenDocument.h"
 #include "document/RunningTimers.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/DateTexts.h"
+#include "platform/Files.h"
 #include "platform/Text.h"
 #include "ui_core/LogController.h"
 
@@ -105,12 +105,6 @@ void writeFile(Notices& notices, const QString& path, const std::vector<LogRow>&
   if (outcome == Outcome::Failed) return sayFailed(notices, path, file.errorString());
   notices.withdraw(kNoticeKey);
   if (outcome == Outcome::Ended) file.remove();
-}
-
-bool isSameFile(const QString& one, const QString& other) {
-  std::error_code none;
-  return std::filesystem::equivalent(QFile::encodeName(one).constData(), QFile::encodeName(other).constData(),
-                                     none);
 }
 
 /// The open document must not be written over, whatever the user has answered to the panel.
