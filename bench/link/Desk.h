@@ -32,7 +32,7 @@ class Running final : public Workspace {
 };
 class NoWindows final : public InterfaceLoader, public VantorMenus {
   void load(Interface) override {}
-  void hideVantorItems() override {}
+  void setVantorItemsShown(bool) override {}
 };
 class NoProgress final : public ProgressSink {
   void startSpinner() override {}

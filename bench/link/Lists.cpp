@@ -4,9 +4,11 @@
 #include "Desk.h"
 #include "Ratio.h"
 #include "channel/Archive.h"
+#include "document/DocumentLoading.h"
 #include "model/Customer.h"
 #include "model/Job.h"
 #include "model/Service.h"
+#include "platform/Files.h"
 
 namespace pendra::bench {
 namespace {
@@ -77,8 +79,11 @@ class Synchronising {
         }) {}
 
   void emptyDocument() {
-    desk_.session.setContext(
-        std::make_shared<ObjectContext>(desk_.session.objectModel(), desk_.clock, desk_.calendar));
+    const QString path = firstFreePath(desk_.folder.path() + u"/empty", QStringLiteral("pdr"));
+    loadDocument(desk_.session, path);
+  }
+  void openDocument(const QString& path) {
+    if (!loadDocument(desk_.session, path)) std::abort();
   }
   void synchronise() { lists_.refreshBeforeSending(); }
   [[nodiscard]] ObjectContext& context() { return *desk_.session.context(); }
@@ -92,8 +97,7 @@ class Synchronising {
 /// Whether a repeated synchronisation leaves a saved document as it is.
 bool repeatedChangesNothing(const Company& company, const QString& path) {
   Synchronising one(company);
-  one.emptyDocument();
-  if (!one.context().open(path)) std::abort();
+  one.openDocument(path);
   one.synchronise();
   if (!one.context().save()) std::abort();
   one.synchronise();

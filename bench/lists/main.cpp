@@ -3,6 +3,7 @@
 // no notification.
 
 #include <QFile>
+#include <QTemporaryDir>
 #include <cstdlib>
 
 #include "Ratio.h"
@@ -37,7 +38,7 @@ class NoWorkspace final : public Workspace {
 };
 class NoWindows final : public InterfaceLoader, public VantorMenus {
   void load(Interface) override { std::abort(); }
-  void hideVantorItems() override {}
+  void setVantorItemsShown(bool) override {}
 };
 class NoTable final : public TablePort, public ListView {
  public:
@@ -122,9 +123,13 @@ void run() {
   Session session(
       {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows, windows},
       objectModel(schema.readAll()));
-  auto context = std::make_shared<ObjectContext>(session.objectModel(), clock, calendar);
+  const QTemporaryDir folder;
+  auto document = OpenDocument::read(folder.filePath(QStringLiteral("bench.pdr")), session.objectModel(),
+                                     clock, calendar);
+  if (!document) std::abort();
+  session.open(std::move(document).value());
+  const auto context = session.context();
   fill(*context);
-  session.setContext(context);
 
   NoTable table;
   Plain plain(*context);

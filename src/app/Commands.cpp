@@ -103,11 +103,7 @@ bool Commands::performForDocument(Command command) {
       backUpDocument(session_);
       return true;
     case Command::TimerWindow:
-      if (session_.window) {
-        session_.window->show();
-      } else if (session_.hasReadDocument()) {
-        createNewTimer(session_);
-      }
+      showTimerWindow(session_);
       return true;
     default:
       return false;

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QSessionManager>
 
+#include "document/AutoSave.h"
 #include "document/DocumentLoading.h"
 #include "document/Documents.h"
 #include "document/RunningTimers.h"
@@ -18,6 +19,8 @@ namespace {
 
 /// How often a request that came while something was asked looks whether it has been answered.
 constexpr std::chrono::milliseconds kBetweenLooks{200};
+/// How long a question is waited for when the program was told to end.
+constexpr std::chrono::seconds kUntilUnanswered{3};
 
 }  // namespace
 
@@ -36,6 +39,9 @@ Program::Program(Environment& environment)
       signals_([this] { askedToEnd(); }) {
   waiting_.setInterval(kBetweenLooks);
   QObject::connect(&waiting_, &QTimer::timeout, &waiting_, [this] { performWhatWaits(); });
+  unanswered_.setSingleShot(true);
+  unanswered_.setInterval(kUntilUnanswered);
+  QObject::connect(&unanswered_, &QTimer::timeout, &unanswered_, [this] { endUnasked(); });
   windows_.connectTo(session_, menus_, commands_, link_, [this] { terminate(); });
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
                    [this](QSessionManager& manager) { endOfSession(manager); });
@@ -51,8 +57,19 @@ void Program::openFromOutside(const QString& path) {
 }
 
 void Program::askedToEnd() {
-  saveAction(session_);  // who sends a signal may not wait for the answer to a question
-  whenNothingIsAsked([this] { terminate(); });
+  periodicSave(session_);  // who sends a signal may not wait for the answer to a question
+  if (!unanswered_.isActive()) unanswered_.start();
+  whenNothingIsAsked([this] {
+    terminate();
+    unanswered_.stop();  // an answer has come, and may have been no
+  });
+}
+
+void Program::endUnasked() {
+  isTerminating_ = true;
+  prepareEnd();
+  saveContextOrLog(session_);
+  QCoreApplication::exit(0);  // of every loop, that of the question too
 }
 
 bool Program::isAsking() const {
@@ -100,9 +117,13 @@ void Program::prepareEnd() {
 void Program::endOfSession(QSessionManager& manager) {
   if (!manager.allowsInteraction()) {
     stopAllActivities(session_);
-    return saveAction(session_);
+    return saveContextOrLog(session_);
   }
-  if (!isAsking() && mayEnd()) {
+  periodicSave(session_);
+  unanswered_.start();
+  const bool mayEndNow = !isAsking() && mayEnd();
+  unanswered_.stop();
+  if (isTerminating_ || mayEndNow) {
     manager.release();
     prepareEnd();
   } else {

@@ -56,6 +56,8 @@ class Program {
   /// A signal came.
   void askedToEnd();
   void performWhatWaits();
+  /// Nobody answered in time: stops what runs, stores everything and ends the program.
+  void endUnasked();
 
   Environment& environment_;
   MenuModel menus_;
@@ -67,6 +69,7 @@ class Program {
   SignalWatcher signals_;
   std::vector<std::function<void()>> waits_;  ///< these requests, in the order in which they came
   QTimer waiting_;
+  QTimer unanswered_;
   bool isTerminating_ = false;
 };
 

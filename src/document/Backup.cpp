@@ -1,10 +1,10 @@
 #include "document/Backup.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <cerrno>
 
-#include "document/DocumentLoading.h"
+#include "document/DocumentClosing.h"
+#include "document/DocumentFiles.h"
 #include "document/Documents.h"
 #include "document/RunningTimers.h"
 #include "document/Saving.h"
@@ -31,8 +31,10 @@ QString backupPath(const QString& chosen) {
 }
 
 Result<void> copyDocument(const Session& session, const QString& from, const QString& to, Existing existing) {
-  return copyFile(from, to, existing, [&session](const QString& copy) {
-    return PersistentStore::check(copy, session.objectModel());
+  return copyFile(from, to, existing, [&](const QString& copy) {
+    const ObjectModel& model = session.objectModel();
+    auto whole = PersistentStore::check(copy, model);
+    return whole && existing == Existing::Replace ? takeJournalAway(to, model) : whole;
   });
 }
 
@@ -43,7 +45,8 @@ void sayWhetherBackedUp(Session& session, const QString& target, const Result<vo
       {.key = kBackupNotice,
        .text = exists ? formatted(u"No backup was made: “%@” exists already and was left alone.", {target})
                       : formatted(u"No backup was made at “%@”: %@.", {target, copied.error().text}),
-       .actions = {}});
+       .actions = {},
+       .ofDocument = true});
 }
 
 /// Another document may have been opened beside the panel.
@@ -55,15 +58,10 @@ void sayThatAnotherIsOpen(Session& session, const QString& chosen) {
        .actions = {}});
 }
 
-/// Shuts the document with its window and opens the same one again.
-void reopenDocument(Session& session) {
-  if (MainWindow* window = session.window) {
-    window->close();
-    session.window = nullptr;
-  }
-  loadLastDocument(session);
-  if (session.hasReadDocument()) showDocument(session, session.document()->shared_from_this());
-  ensureAWindow(session);
+/// The document that is open has to be closed before its file can be another one.
+bool mayReplace(Session& session, const QString& target) {
+  if (session.document() && session.document()->isAt(target)) closeDoc(session);
+  return !session.document() || !session.document()->isAt(target);
 }
 
 }  // namespace
@@ -87,19 +85,19 @@ void backUpDocument(Session& session) {
 
 void backUpTo(Session& session, const std::optional<QString>& chosen) {
   const OpenDocument* document = session.document();
-  if (!chosen || !document || !document->path()) return;
+  if (!chosen || !document) return;
   stopAllActivities(session);  // one may have been started while the panel stood open
   const QString target = backupPath(*chosen);
   if (const auto saved = saveContext(session); !saved) {
-    // What could not be saved is only in memory: closing the document now would lose it.
+    // What could not be saved is only in memory, and a copy of the file would lack it.
     return session.notices().post(
         {.key = kBackupNotice,
          .text = formatted(u"No backup was made, because the document could not be saved: %@.",
                            {saved.error().text}),
-         .actions = {}});
+         .actions = {},
+         .ofDocument = true});
   }
-  sayWhetherBackedUp(session, target, copyDocument(session, *document->path(), target, Existing::Keep));
-  reopenDocument(session);
+  sayWhetherBackedUp(session, target, copyDocument(session, document->path(), target, Existing::Keep));
 }
 
 bool checkForBackupFile(Session& session, const QString& path) {
@@ -124,7 +122,7 @@ std::optional<QString> restoreBackup(Session& session, const QString& path) {
                                                      .proposedName = QFileInfo(suggestion).fileName(),
                                                      .folder = {},
                                                      .requiredType = QStringLiteral("pdr")});
-  if (!target) return std::nullopt;
+  if (!target || !mayReplace(session, *target)) return std::nullopt;
   if (const auto copied = copyDocument(session, source, *target, Existing::Replace); !copied) {
     session.notices().post(
         {.key = kRestoreNotice,
@@ -132,7 +130,6 @@ std::optional<QString> restoreBackup(Session& session, const QString& path) {
          .actions = {}});
     return std::nullopt;
   }
-  QFile::remove(*target + u"-journal");  // of the document that was replaced
   noteRecentDocument(session, source);
   session.notices().withdraw(kRestoreNotice);
   session.ports().alerts.runAlert(

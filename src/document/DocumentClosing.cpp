@@ -6,15 +6,6 @@
 
 namespace pendra {
 
-namespace {
-
-void forgetDocument(Session& session) {
-  session.setContext(nullptr);
-  session.setSettings(nullptr);
-}
-
-}  // namespace
-
 bool finishEditing(const Session& session) {
   for (AuxiliaryWindow* editor : {session.customerListController, session.servicesListController}) {
     if (editor && !editor->finishEditing()) return false;
@@ -22,30 +13,29 @@ bool finishEditing(const Session& session) {
   return true;
 }
 
-void closeDoc(Session& session) {
-  if (session.settings()) session.setStandalone(session.settings()->standalone().value_or(false));
+bool mayCloseDocument(Session& session) {
   std::ignore = finishEditing(session);  // whoever could still mend a refused name has asked before
-  if (!checkForRunningTimers(session) || !saveBeforeClosing(session)) return;
-  if (AuxiliaryWindow* setup = std::exchange(session.setupController, nullptr)) setup->close();
-  if (MainWindow* window = session.window) {
-    saveAction(session);
-    session.clearDoc();
-    window->close();
-    session.window = nullptr;
-  }
-  forgetDocument(session);
+  return checkForRunningTimers(session) && saveBeforeClosing(session);
 }
 
-bool mayCloseWindow(Session& session) {
-  return finishEditing(session) && checkForRunningTimers(session) && saveBeforeClosing(session);
+void leaveDocument(Session& session) {
+  if (AuxiliaryWindow* setup = std::exchange(session.setupController, nullptr)) setup->close();
+  if (MainWindow* window = session.window) window->close();
+  session.window = nullptr;
+  session.close();
 }
+
+void closeDoc(Session& session) {
+  if (mayCloseDocument(session)) leaveDocument(session);
+}
+
+bool mayCloseWindow(Session& session) { return finishEditing(session) && mayCloseDocument(session); }
 
 void closeAfterWindow(Session& session) {
   if (session.window) session.window->invalidateTracker();
-  saveAction(session);
-  session.clearDoc();
+  saveContextOrLog(session);
   session.window = nullptr;
-  forgetDocument(session);
+  session.close();
 }
 
 }  // namespace pendra

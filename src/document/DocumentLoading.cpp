@@ -1,18 +1,29 @@
 #include "document/DocumentLoading.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <cerrno>
 
-#include "DocumentReading.h"
 #include "document/Backup.h"
 #include "document/DocumentClosing.h"
 #include "document/DocumentFiles.h"
 #include "document/Documents.h"
 #include "document/Session.h"
 #include "model/Queries.h"
+#include "platform/Files.h"
 #include "platform/Preferences.h"
+#include "platform/Text.h"
 
 namespace pendra {
+
+namespace {
+
+const QString kNoticeKey = QStringLiteral("document");
+
+QString translated(const char* text) { return QCoreApplication::translate("DocumentLoading", text); }
+
+}  // namespace
 
 std::optional<QString> lastDocumentPath(const Session& session) {
   const auto path = session.ports().defaults.text(preferences::kLastDocument);
@@ -24,61 +35,64 @@ void setLastDocumentPath(Session& session, const QString& path) {
 }
 
 void loadLastDocument(Session& session) {
-  if (session.settings()) return;
-  if (const auto last = lastDocumentPath(session); last && QFileInfo(*last).isFile()) {
+  if (session.document()) return;
+  const auto last = lastDocumentPath(session);
+  if (last && QFileInfo(*last).isFile()) {
     loadDocument(session, last);
     return;
   }
-  const QString folder = documentFolder(session.ports().places);
-  QDir().mkpath(folder);
-  // Kept: the default document is always asked for under its older name.
-  loadDocument(session, folder + u"/Pendra File.xml");
-}
-
-void loadDocument(Session& session, const std::optional<QString>& url) {
-  QString path = movedFromOlderName(url ? *url : untitledPath(session.ports().places));
-  if (!checkForBackupFile(session, path)) return;
-  if (path.endsWith(u".pdrbackup")) {
-    const auto restored = restoreBackup(session, path);
-    if (!restored) return;
-    path = *restored;
+  if (!last || !isOutOfReach(*last)) {
+    QDir().mkpath(documentFolder(session.ports().places));
+    loadDocument(session, defaultPath(session.ports().places));
   }
-  session.clearDoc();
-  // The document may be the very one that is open; nobody can hold its file twice.
-  if (session.context()) session.context()->close();
-  auto document = makeDocument(session);
-  if (!readDocument(session, document, path)) return;
-  session.setContext(document->context());
-  checkStandalone(session);
+  if (last) sayNotOpened(session, *last, systemError(QFileInfo::exists(*last) ? EISDIR : ENOENT));
 }
 
-void reloadData(Session& session) {
-  session.setSettings(nullptr);
-  loadLastDocument(session);
+void sayNotOpened(Session& session, const QString& path, const Error& error) {
+  const bool isThere = QFileInfo::exists(path);
+  const auto again = [&session, path] { std::ignore = Documents(session).open(path); };
+  session.notices().post({.key = kNoticeKey,
+                          .text = formatted(translated("“%@” could not be opened: %@."),
+                                            {isThere ? QFileInfo(path).fileName() : path, error.text}),
+                          .actions = isThere ? std::vector<NoticeAction>()
+                                             : std::vector<NoticeAction>{{translated("Try Again"), again}}});
 }
 
-void checkStandalone(Session& session) {
-  ObjectContext& context = *session.context();
-  if (DocumentSettings* first = queries::firstDocument(context)) {
-    session.setSettings(first);
-    session.setStandalone(first->standalone().value_or(false));
-    if (session.isStandalone()) session.ports().menus.hideVantorItems();
-    return;
+namespace {
+
+/// The path at which the document lies that is asked for: moved to its newer name, or restored from a backup.
+/// None when the user declined that.
+std::optional<QString> placeOf(Session& session, const QString& asked) {
+  const QString path = movedFromOlderName(asked, session.objectModel());
+  if (!checkForBackupFile(session, path)) return std::nullopt;
+  return path.endsWith(u".pdrbackup") ? restoreBackup(session, path) : path;
+}
+
+}  // namespace
+
+bool loadDocument(Session& session, const std::optional<QString>& chosen) {
+  const Ports& ports = session.ports();
+  const QString asked = chosen ? *chosen : untitledPath(ports.places);
+  if (session.document() && session.document()->isAt(asked)) return true;
+  const auto path = placeOf(session, asked);
+  if (!path) return false;
+  auto read = OpenDocument::read(*path, session.objectModel(), ports.clock, ports.calendar);
+  if (read || !session.document()) setLastDocumentPath(session, *path);
+  if (!read) {
+    sayNotOpened(session, *path, read.error());
+    return false;
   }
-  auto& identity = context.insert<Identity>();
-  auto& document = context.insert<DocumentSettings>();
-  session.setSettings(&document);
-  document.setIdentity(&identity);
+  leaveDocument(session);
+  session.open(std::move(read).value());
+  session.notices().withdraw(kNoticeKey);
+  noteRecentDocument(session, *path);
+  return true;
 }
 
 bool checkIdentity(Session& session) {
-  if (const OpenDocument* document = session.document()) {
-    session.setContext(document->context());
-    if (Identity* identity = queries::firstIdentity(*session.context())) {
-      if (session.settings()) session.settings()->setIdentity(identity);
-      if (!identity->employeeName().value_or(QString()).isEmpty()) return true;
-    }
-  }
+  const auto context = session.context();
+  const Identity* identity = context ? queries::firstIdentity(*context) : nullptr;
+  if (identity && !identity->employeeName().value_or(QString()).isEmpty()) return true;
   session.ports().interfaces.load(Interface::Setup);
   return false;
 }
@@ -99,15 +113,21 @@ namespace {
 bool makeRoomForAnother(Session& session) {
   if (!showFileOpenWarning(session)) return false;
   closeDoc(session);
-  return !session.context();
+  return !session.document();
+}
+
+void bringToFront(Session& session) {
+  if (session.window) return session.window->show();
+  if (checkIdentity(session)) createNewTimer(session);
 }
 
 }  // namespace
 
 void openFile(Session& session) {
-  if (session.hasReadDocument() && !makeRoomForAnother(session)) return;
-  if (const auto chosen = session.ports().panels.runOpenPanel()) loadDocument(session, chosen);
-  if (session.hasReadDocument()) session.ports().interfaces.load(Interface::TimerWindow);
+  if (session.document() && !makeRoomForAnother(session)) return;
+  if (const auto chosen = session.ports().panels.runOpenPanel(); chosen && loadDocument(session, chosen)) {
+    createNewTimer(session);
+  }
   ensureAWindow(session);
 }
 
@@ -117,13 +137,28 @@ void ensureAWindow(Session& session) {
 }
 
 void newDoc(Session& session) {
-  if (session.window && session.window->isVisible() && !makeRoomForAnother(session)) return;
+  if (session.window && !makeRoomForAnother(session)) return;
   if (!session.setupController) session.ports().interfaces.load(Interface::Setup);
   if (session.setupController) session.setupController->bringToFront();
 }
 
 void createNewTimer(Session& session) {
   if (!session.window) session.ports().interfaces.load(Interface::TimerWindow);
+}
+
+void showTimerWindow(Session& session) {
+  loadLastDocument(session);
+  if (session.document()) {
+    bringToFront(session);
+  } else {
+    ensureAWindow(session);
+  }
+}
+
+bool bringToFrontIfOpen(Session& session, const QString& path) {
+  if (!session.document() || !session.document()->isAt(path)) return false;
+  bringToFront(session);
+  return true;
 }
 
 }  // namespace pendra

@@ -1,15 +1,13 @@
 #include "document/Documents.h"
 
 #include <QFileInfo>
+#include <cerrno>
 
-#include "DocumentReading.h"
-#include "document/Backup.h"
 #include "document/DocumentClosing.h"
-#include "document/DocumentFiles.h"
 #include "document/DocumentLoading.h"
 #include "document/Saving.h"
 #include "document/Session.h"
-#include "model/Identity.h"
+#include "platform/Files.h"
 #include "platform/Preferences.h"
 
 namespace pendra {
@@ -18,35 +16,24 @@ namespace {
 
 constexpr qsizetype kMostRecent = 10;
 
-Error declined() {
-  return {QStringLiteral("NSURLErrorDomain"), -1, QStringLiteral("the user kept the current file")};
-}
+Error declined() { return {QStringLiteral("NSURLErrorDomain"), -1, QStringLiteral("nothing was opened")}; }
 
 }  // namespace
 
-Result<void> Documents::open(const QString& url) {
-  const QString path = movedFromOlderName(url);
-  if (session_.hasReadDocument()) {
+Result<void> Documents::open(const QString& path) {
+  if (bringToFrontIfOpen(session_, path)) return {};
+  if (!QFileInfo::exists(path)) {
+    sayNotOpened(session_, path, systemError(ENOENT));
+    return systemError(ENOENT);
+  }
+  if (session_.document()) {
     if (!showFileOpenWarning(session_)) return declined();
-    saveAction(session_);
-    closeDoc(session_);
-    if (session_.context()) return declined();
-    session_.clearDoc();
+    saveContextOrLog(session_);
+    if (!mayCloseDocument(session_)) return declined();
   }
-  if (auto document = readFrom(path)) showDocument(session_, std::move(document));
+  if (!loadDocument(session_, path)) return declined();
+  createNewTimer(session_);
   return {};
-}
-
-std::shared_ptr<OpenDocument> Documents::readFrom(const QString& url) {
-  if (!checkForBackupFile(session_, url)) return nullptr;
-  QString path = url;
-  if (path.endsWith(u".pdrbackup")) {
-    const auto restored = restoreBackup(session_, path);
-    if (!restored) return nullptr;
-    path = *restored;
-  }
-  auto document = makeDocument(session_);
-  return readDocument(session_, document, path) ? document : nullptr;
 }
 
 QStringList Documents::recentDocuments() const {
@@ -59,18 +46,17 @@ void Documents::clearRecentDocuments() {
   session_.ports().defaults.setTexts(preferences::kRecentDocuments, {});
 }
 
+void forgetRecentDocument(Session& session, const QString& path) {
+  QStringList paths = session.ports().defaults.texts(preferences::kRecentDocuments);
+  paths.removeAll(path);
+  session.ports().defaults.setTexts(preferences::kRecentDocuments, paths);
+}
+
 void noteRecentDocument(Session& session, const QString& path) {
   QStringList paths = session.ports().defaults.texts(preferences::kRecentDocuments);
   paths.removeAll(path);
   paths.prepend(path);
   session.ports().defaults.setTexts(preferences::kRecentDocuments, paths.mid(0, kMostRecent));
-}
-
-void showDocument(Session& session, std::shared_ptr<OpenDocument> document) {
-  auto context = document->context();
-  session.setDocument(std::move(document));
-  session.setContext(std::move(context));
-  session.ports().interfaces.load(Interface::TimerWindow);
 }
 
 }  // namespace pendra

@@ -3,7 +3,7 @@
 #include <QDateTime>
 #include <QFileInfo>
 
-#include "store/ObjectContext.h"
+#include "model/Queries.h"
 
 namespace pendra {
 
@@ -14,9 +14,12 @@ std::optional<Instant> timeOfLastSave(const QString& path) {
 }
 
 HaltedEntries haltedEntries(const ObjectContext& context, std::optional<Instant> lastSave) {
-  HaltedEntries halted{.entries = {}, .lastSave = lastSave};
-  for (TimeEntry* period : context.all<TimeEntry>()) {
-    if (period->running() == true && period->storedDuration() == 0) halted.entries.emplace_back(period);
+  const DocumentSettings* settings = queries::firstDocument(context);
+  const std::optional<Instant> alive = settings ? settings->aliveAt() : std::nullopt;
+  const bool livedOn = alive && (!lastSave || *lastSave < *alive);
+  HaltedEntries halted{.entries = {}, .lastSave = livedOn ? alive : lastSave};
+  for (TimeEntry* entry : context.all<TimeEntry>()) {
+    if (entry->running() == true && entry->storedDuration() == 0) halted.entries.emplace_back(entry);
   }
   return halted;
 }

@@ -2,17 +2,56 @@
 
 #include <QFileInfo>
 
+#include "document/RunningTimers.h"
+#include "model/Queries.h"
+#include "platform/Files.h"
+
 namespace pendra {
 
-Result<void> OpenDocument::read(const QString& url) {
-  path_ = url;
-  return context_->open(url);
+namespace {
+
+bool hasFixedTime(const ManagedObject& object) {
+  return &object.entity() == &TimeEntry::descriptor() && static_cast<const TimeEntry&>(object).timeIsFixed();
 }
 
-bool OpenDocument::save() { return path_ && context_->save(); }
-
-QString OpenDocument::displayName() const {
-  return path_ ? QFileInfo(*path_).completeBaseName() : QStringLiteral("Untitled");
+/// Every document has settings, and they are those of its first identity.
+void completeSettings(ObjectContext& context) {
+  DocumentSettings* settings = queries::firstDocument(context);
+  Identity* identity = queries::firstIdentity(context);
+  if (!settings) {
+    identity = &context.insert<Identity>();
+    settings = &context.insert<DocumentSettings>();
+  }
+  if (identity) settings->setIdentity(identity);
 }
+
+}  // namespace
+
+Result<std::unique_ptr<OpenDocument>> OpenDocument::read(const QString& path, const ObjectModel& model,
+                                                         const Clock& clock, const Calendar& calendar) {
+  const auto lastSave = timeOfLastSave(path);
+  auto context = std::make_shared<ObjectContext>(model, clock, calendar);
+  if (auto opened = context->open(path); !opened) return opened.error();
+  std::unique_ptr<OpenDocument> document(new OpenDocument(path, std::move(context)));
+  document->halted = haltedEntries(*document->context_, lastSave);
+  // Nobody's hand did this; where it cannot be stored, the commit's state says so.
+  [[maybe_unused]] const auto done = document->context_->edit(QString(), {.undoable = false}, [&] {
+    completeSettings(*document->context_);
+    haltRunningEntries(*document->context_);
+  });
+  document->settings_ = queries::firstDocument(*document->context_);
+  return document;
+}
+
+OpenDocument::OpenDocument(QString path, std::shared_ptr<ObjectContext> context)
+    : path_(std::move(path)), context_(std::move(context)), openedAt_(context_->clock().now()) {
+  context_->setFixed(&hasFixedTime);
+}
+
+OpenDocument::~OpenDocument() { context_->close(); }
+
+bool OpenDocument::isAt(const QString& path) const { return isSameFile(path, path_); }
+
+QString OpenDocument::displayName() const { return QFileInfo(path_).completeBaseName(); }
 
 }  // namespace pendra

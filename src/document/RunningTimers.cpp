@@ -1,6 +1,7 @@
 #include "document/RunningTimers.h"
 
-#include "document/Saving.h"
+#include <QCoreApplication>
+
 #include "document/Session.h"
 #include "model/Activity.h"
 #include "model/TimeEntry.h"
@@ -26,17 +27,21 @@ void refreshMainWindow(Session& session) {
 
 }  // namespace
 
-void haltRunningEntries(Session& session) {
-  if (!session.context()) return;
-  for (TimeEntry* period : session.context()->all<TimeEntry>()) period->setRunning(false);
+void haltRunningEntries(ObjectContext& context) {
+  for (TimeEntry* entry : context.all<TimeEntry>()) {
+    if (entry->running() != false) entry->setRunning(false);
+  }
+}
+
+bool isTimeRunning(const ObjectContext& context) {
+  const auto activities = context.all<Activity>();
+  return std::any_of(activities.begin(), activities.end(),
+                     [](const Activity* activity) { return activity->isRunning(); });
 }
 
 bool checkForRunningTimers(Session& session) {
   const auto context = session.context();
-  if (!context) return true;
-  const auto activities = context->all<Activity>();
-  const auto isRunning = [](const Activity* activity) { return activity->isRunning(); };
-  if (std::none_of(activities.begin(), activities.end(), isRunning)) return true;
+  if (!context || !isTimeRunning(*context)) return true;
   if (!userStopsAllTimers(session)) return false;
   stopAllActivities(session);
   refreshMainWindow(session);
@@ -44,10 +49,11 @@ bool checkForRunningTimers(Session& session) {
 }
 
 void stopAllActivities(Session& session) {
-  if (!session.context()) return;
-  for (Activity* activity : session.context()->all<Activity>()) activity->stop();
+  const auto context = session.context();
+  if (!context) return;
+  [[maybe_unused]] const auto done = context->edit(QCoreApplication::translate("RunningTimers", "Stop"), [&] {
+    for (Activity* activity : context->all<Activity>()) activity->stop();
+  });
 }
-
-void periodicSave(Session& session) { saveAction(session); }
 
 }  // namespace pendra

@@ -1,26 +1,39 @@
 #include "document/Session.h"
 
+#include "document/Saving.h"
+
 namespace pendra {
 
-void Session::setContext(std::shared_ptr<ObjectContext> context) {
-  const Notifier::Change change(documentChanges_);
-  context_ = std::move(context);
+void Session::open(std::unique_ptr<OpenDocument> document) { exchange(std::move(document)); }
+
+void Session::close() {
+  if (document_) exchange(nullptr);
 }
 
-void Session::setStandalone(bool standalone) {
-  if (standalone == standalone_) return;
-  const Notifier::Change change(standaloneChanges_);
-  standalone_ = standalone;
+void Session::exchange(std::unique_ptr<OpenDocument> next) {
+  const bool wasStandalone = isStandalone();
+  // From here on `next` is the one before: it stands until nobody shows it any more.
+  std::swap(document_, next);
+  commits_ = {};
+  if (document_) commits_ = context()->observeCommits([this](const CommitState&) { commitTried(); });
+  notices_.withdrawOfDocument();
+  ports_.menus.setVantorItemsShown(!isStandalone());
+  documentChanges_.changed();
+  if (isStandalone() != wasStandalone) standaloneChanges_.changed();
+  commitTried();  // the reading may have been one that could not store what it did
 }
 
-void Session::clearDoc() {
-  if (window) window->stopTimer();
-  document_.reset();
+void Session::commitTried() {
+  sayWhetherSaved(*this);
+  saveStateChanges_.changed();
 }
 
-void Session::setSaveState(SaveState state) {
-  const Notifier::Change change(saveStateChanges_);
-  saveState_ = std::move(state);
+SaveState Session::saveState() const {
+  if (!document_) return {};
+  const CommitState& commits = document_->context()->commitState();
+  const Instant savedAt = commits.savedAt.value_or(document_->openedAt());
+  if (!commits.failure) return {.savedAt = savedAt};
+  return {.savedAt = savedAt, .notSavedSince = savedAt, .reason = commits.failure->why.text};
 }
 
 }  // namespace pendra

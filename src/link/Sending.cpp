@@ -47,7 +47,7 @@ bool Submission::sendEntries() {
   }
   jobsBefore_.reset();
   parts_.checks.closeConnection();
-  saveAction(parts_.session);
+  saveContextOrLog(parts_.session);
   parts_.rows.reloadData();
   finish(sentAll);
   return sentAll;

@@ -2,17 +2,13 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFileInfo>
 
 #include "channel/ChannelFailure.h"
 #include "document/DocumentFiles.h"
 #include "document/DocumentLoading.h"
-#include "document/Saving.h"
-#include "model/Identity.h"
-#include "model/Queries.h"
+#include "document/NewDocument.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
-#include "store/PersistentStore.h"
 
 namespace pendra {
 
@@ -22,11 +18,6 @@ namespace {
 constexpr qint64 kCompanyMilliseconds = 4000;
 const QString kLink = QStringLiteral("vtmac://");
 const QString kNoticeKey = QStringLiteral("setup");
-
-template <class T>
-T& firstOrNew(ObjectContext& context, T* first) {
-  return first ? *first : context.insert<T>();
-}
 
 }  // namespace
 
@@ -110,11 +101,10 @@ void SetupFlow::save() {
     newDoc(session);
     return;
   }
-  if (!makeDocument(*path)) return;
   const bool standalone = view_.selectedRow() != 0;
-  writeIdentity(standalone);
+  if (!makeDocument(*path, standalone)) return;
   if (standalone) {
-    beginStandalone();
+    createNewTimer(session_);
   } else {
     beginLinked();
   }
@@ -124,23 +114,12 @@ void SetupFlow::save() {
 std::optional<QString> SetupFlow::chooseFile() {
   const QString folder = documentFolder(session_.ports().places);
   QDir().mkpath(folder);
+  const QString ofNobody = documentOfNobody(session_);
   return session_.ports().panels.runSavePanel({.title = {},
-                                               .proposedName = proposedName(),
+                                               .proposedName = freeNameIn(folder, proposedName(), ofNobody),
                                                .folder = folder,
                                                .requiredType = QStringLiteral("pdr"),
-                                               .unasked = documentWithoutOwner()});
-}
-
-/// The path of the open document while nobody has set it up: the program made it and nothing is in it.
-QString SetupFlow::documentWithoutOwner() const {
-  const OpenDocument* document = session_.document();
-  if (!session_.hasReadDocument()) return {};
-  const ObjectContext& context = *document->context();
-  const Identity* owner = queries::firstIdentity(context);
-  const bool isNobodys = !owner || owner->employeeName().value_or(QString()).isEmpty();
-  const bool isEmpty = context.all<Activity>().empty() && context.all<Customer>().empty() &&
-                       context.all<Job>().empty() && context.all<Service>().empty();
-  return isNobodys && isEmpty ? document->path().value_or(QString()) : QString();
+                                               .unasked = ofNobody});
 }
 
 QString SetupFlow::proposedName() const {
@@ -150,46 +129,13 @@ QString SetupFlow::proposedName() const {
   return documentNameFor(company.value_or(QStringLiteral("(null)")), view_.selectedName());
 }
 
-/// False when there is no such document now; the notice line has said why, and the window stays.
-bool SetupFlow::makeDocument(const QString& path) {
-  // The document that setup was opened for goes first: it may be the very file that is chosen.
-  const OpenDocument* open = session_.document();
-  if (session_.hasReadDocument() && open->path() != path) saveAction(session_);
-  session_.clearDoc();
-  session_.setContext(nullptr);
-  session_.setSettings(nullptr);
-  if (const auto made = PersistentStore::makeEmptyFile(path); !made) {
-    session_.notices().post({.key = kNoticeKey,
-                             .text = formatted(u"“%@” could not be created: %@.",
-                                               {QFileInfo(path).fileName(), made.error().text}),
-                             .actions = {}});
-    return false;
-  }
-  session_.notices().withdraw(kNoticeKey);
-  loadDocument(session_, path);
-  saveAction(session_);
-  return session_.hasReadDocument();
-}
-
-void SetupFlow::writeIdentity(bool standalone) {
-  ObjectContext& context = *session_.context();
-  auto& document = firstOrNew(context, queries::firstDocument(context));
-  auto& identity = firstOrNew(context, queries::firstIdentity(context));
-  identity.setEmployeeName(standalone ? QStringLiteral("Me") : view_.selectedName());
-  // A link stays encoded, or it would never again be the name that Vantor answers.
-  identity.setCompanyFileName(standalone ? std::optional(QStringLiteral("")) : company_);
-  document.setStandalone(standalone);
-  document.setIdentity(&identity);
-  session_.setStandalone(standalone);
-  session_.setSettings(&document);
-  if (const auto saved = saveContext(session_); !saved) {
-    logLine(formatted(u"Save Error = %@", {saved.error().text}));
-  }
-}
-
-void SetupFlow::beginStandalone() {
-  createNewTimer(session_);
-  session_.ports().menus.hideVantorItems();
+bool SetupFlow::makeDocument(const QString& path, bool standalone) {
+  return pendra::makeDocument(
+      session_, {.path = path,
+                 .employeeName = standalone ? QStringLiteral("Me") : view_.selectedName(),
+                 // A link stays encoded, or it would never again be the name that Vantor answers.
+                 .companyFileName = standalone ? QStringLiteral("") : company_,
+                 .standalone = standalone});
 }
 
 void SetupFlow::beginLinked() {
@@ -205,7 +151,8 @@ void SetupFlow::beginLinked() {
         {.key = kNoticeKey,
          .text = QStringLiteral("The lists could not be fetched, because Vantor did not "
                                 "answer. Choose “Update Lists from Vantor” to try again."),
-         .actions = {}});
+         .actions = {},
+         .ofDocument = true});
   }
   display_.loading = false;
   show();

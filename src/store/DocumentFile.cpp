@@ -71,12 +71,6 @@ qint64 DocumentFile::size() const {
   return ::fstat(descriptor_, &status) == 0 ? status.st_size : -1;
 }
 
-Result<void> DocumentFile::makeEmpty() const {
-  // By name: what is held may not be written through.
-  if (::truncate(QFile::encodeName(path_).constData(), 0) != 0) return posixError();
-  return {};
-}
-
 bool DocumentFile::isEmpty() const { return size() == 0 || beginsWithNothing(journalOf(path_)); }
 
 Result<int> DocumentFile::layout(int newest) const {

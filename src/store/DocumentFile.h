@@ -23,8 +23,6 @@ class DocumentFile {
   /// Whether nothing was ever in the file, also where a killed program had begun to make it: then its journal
   /// says that it was empty before.
   [[nodiscard]] bool isEmpty() const;
-  /// Takes everything out of the file.
-  [[nodiscard]] Result<void> makeEmpty() const;
   /// The layout of the document, read from the file's first bytes without the database. Fails when it is
   /// no document of ours, or of a layout after `newest`.
   [[nodiscard]] Result<int> layout(int newest) const;

@@ -120,11 +120,6 @@ Result<void> PersistentStore::check(const QString& path, const ObjectModel& mode
   });
 }
 
-Result<void> PersistentStore::makeEmptyFile(const QString& path) {
-  auto held = DocumentFile::hold(path);
-  return held ? held.value().makeEmpty() : Result<void>(held.error());
-}
-
 Result<void> PersistentStore::recover(const QString& path, const ObjectModel& model) {
   if (!QFileInfo::exists(path)) return systemError(ENOENT);
   auto held = DocumentFile::hold(path);

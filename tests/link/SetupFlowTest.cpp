@@ -105,7 +105,7 @@ TEST_F(SetupTest, AStandaloneDocumentMayReplaceTheOneThatIsOpen) {
   flow.start();
   desk.addCustomer("Left over");
   view.row = 1;
-  desk.panels.willChoose(*desk.session.document()->path());
+  desk.panels.willChoose(desk.session.document()->path());
   flow.save();
   ASSERT_EQ(desk.panels.savePanels().size(), 1u);
   EXPECT_EQ(desk.panels.savePanels()[0].proposedName, QString("Pendra File.pdr"));
@@ -118,7 +118,8 @@ TEST_F(SetupTest, AStandaloneDocumentMayReplaceTheOneThatIsOpen) {
   EXPECT_EQ(desk.session.settings()->standalone(), true);
   EXPECT_TRUE(context().all<Customer>().empty());
   EXPECT_FALSE(context().hasChanges());
-  EXPECT_THAT(desk.windows.calls(), testing::ElementsAre(QString("close Setup"), QString("removeVTMenus")));
+  EXPECT_THAT(desk.windows.calls(), testing::ElementsAre(QString("close Setup")));
+  EXPECT_FALSE(desk.windows.showsVantorItems);
   EXPECT_EQ(desk.windows.loads(Interface::TimerWindow), 1);
   EXPECT_EQ(view.closed, 1);
 }

@@ -51,8 +51,8 @@ void setLengths(Session& session, const Entries& entries, Instant end) {
 }  // namespace
 
 void postHaltedNotice(Session& session, std::function<void(TimeEntry&)> edit) {
-  session.notices().withdraw(kNoticeKey);  // of the document before
-  const HaltedEntries halted = std::exchange(session.halted, {});
+  const HaltedEntries halted =
+      session.document() ? std::exchange(session.document()->halted, {}) : HaltedEntries();
   Entries entries = halted.entries;
   std::erase_if(entries, [](const Ref<TimeEntry>& entry) { return !entry; });
   if (entries.empty()) return;

@@ -87,8 +87,11 @@ Menu helpMenu() {
 MenuModel::MenuModel()
     : menus_{pendraMenu(), fileMenu(), editMenu(), activityMenu(), listsMenu(), windowMenu(), helpMenu()} {}
 
-void MenuModel::hideVantorItems() {
+void MenuModel::setVantorItemsShown(bool shown) {
+  if (std::exchange(vantorItemsShown_, shown) == shown) return;
   const Notifier::Change change(changes_);
+  menus_[kFileMenu] = fileMenu();
+  if (shown) return;
   auto& items = menus_[kFileMenu].items;
   std::erase_if(items, [](const MenuItem& item) { return item.tag == kSendAllTag; });
   for (MenuItem& item : items) {

@@ -12,8 +12,8 @@ class Session;
 
 /// File > Back Up: stops the timers, with the user's consent, and asks for a name.
 void backUpDocument(Session& session);
-/// What follows when the panel ended: the open document is saved, copied to `chosen`, closed and opened
-/// again. None when the panel was cancelled.
+/// What follows when the panel ended: the open document is saved and copied to `chosen`. None when the panel
+/// was cancelled.
 void backUpTo(Session& session, const std::optional<QString>& chosen);
 
 /// True to go on with this path: the user agreed, or it is no backup.
@@ -21,7 +21,7 @@ void backUpTo(Session& session, const std::optional<QString>& chosen);
 /// "Open Backup File?"; true to continue.
 [[nodiscard]] bool showBackupFileWarning(Session& session);
 /// Copies a backup to a document that the user names and returns its path; none when cancelled or failed.
-/// A document that the user chose to replace stands until the copy is whole.
+/// A document that the user chose to replace stands until the copy is whole; the open one is closed first.
 std::optional<QString> restoreBackup(Session& session, const QString& path);
 
 }  // namespace pendra

@@ -5,22 +5,23 @@
 
 namespace pendra {
 
+struct Error;
 class Session;
 
 /// The path of the document last read; none when there was none.
 std::optional<QString> lastDocumentPath(const Session& session);
 void setLastDocumentPath(Session& session, const QString& path);
 
-/// Loads the last document, else the default one. Does nothing while a document is loaded.
+/// Loads the last document, else the default one. Does nothing while a document is open. A last document that
+/// is gone is told with its path; while not even its folder is there, as on a medium that was taken out, no
+/// other document is put in its place.
 void loadLastDocument(Session& session);
-/// Loads the document at `url`, or a new untitled one, in place of the open one. When the file cannot be
-/// read there is no message: a context without a file is left, and the notice line says so.
-void loadDocument(Session& session, const std::optional<QString>& url);
-/// Forgets the settings object and loads again.
-void reloadData(Session& session);
+/// Opens the document at `path`, or a new untitled one, in place of the one that is open; a missing file
+/// becomes a new document, a backup is restored first. It is read before the one that is open is touched,
+/// which then goes without a question. False when nothing was opened: the notice line says why, or the user
+/// declined.
+bool loadDocument(Session& session, const std::optional<QString>& path);
 
-/// Makes the first settings object `settings`, or inserts one with an identity; applies standalone mode.
-void checkStandalone(Session& session);
 /// Whether the document has an identity with an employee's name; opens the setup window when not.
 bool checkIdentity(Session& session);
 
@@ -34,5 +35,12 @@ void newDoc(Session& session);
 [[nodiscard]] bool showFileOpenWarning(Session& session);
 /// Loads the timer window when there is none.
 void createNewTimer(Session& session);
+/// Window > Timer Window: brings it to the front, with the last document where none is open.
+void showTimerWindow(Session& session);
+/// Brings the document to the front if it is the open one, whatever it is called by.
+[[nodiscard]] bool bringToFrontIfOpen(Session& session, const QString& path);
+
+/// Says in the notice line that a file could not be opened. One that is not there can be tried again.
+void sayNotOpened(Session& session, const QString& path, const Error& error);
 
 }  // namespace pendra

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QStringList>
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -9,7 +8,6 @@
 
 namespace pendra {
 
-class OpenDocument;
 class Session;
 
 /// Opens documents from outside the program, makes untitled ones, and remembers recent files.
@@ -17,23 +15,23 @@ class Documents {
  public:
   explicit Documents(Session& session) : session_(session) {}
 
-  /// Open Recent, and opens from the desktop. An error of domain "NSURLErrorDomain", code -1, when the
-  /// user declined; nobody shows it.
-  Result<void> open(const QString& url);
+  /// Open Recent, and opens from the desktop: what is open already comes to the front, anything else takes
+  /// its place once the user agrees and the file has been read. An error of domain "NSURLErrorDomain", code
+  /// -1, when the user declined or it could not be read, which the notice line says; another one when no file
+  /// is there.
+  Result<void> open(const QString& path);
   /// The files of recent documents that exist, newest first, ten at most.
   [[nodiscard]] QStringList recentDocuments() const;
   void clearRecentDocuments();
 
  private:
-  std::shared_ptr<OpenDocument> readFrom(const QString& url);
-
   Session& session_;
 };
 
 /// Puts a path at the head of the recent documents.
 void noteRecentDocument(Session& session, const QString& path);
 
-/// This document becomes the open one and the timer window is loaded.
-void showDocument(Session& session, std::shared_ptr<OpenDocument> document);
+/// Takes a path out of the recent documents.
+void forgetRecentDocument(Session& session, const QString& path);
 
 }  // namespace pendra

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QTimer>
+#include <QString>
+
+#include "document/AutoSave.h"
 
 namespace pendra {
 
@@ -9,20 +11,20 @@ class Session;
 /// Launch and quit: what happens once in a run of the program.
 class Launch {
  public:
-  explicit Launch(Session& session);
+  explicit Launch(Session& session, SavePace pace = {}) : session_(session), autoSave_(session, pace) {}
 
-  /// The whole launch, in its order: preference, introduction, document, halting, save timer, identity,
-  /// window. A `file` that was named at the start is opened in place of the last document.
+  /// The whole launch, in its order: preference, introduction, document, periodic save, identity, window. A
+  /// `file` that was named at the start is opened in place of the last document; when it cannot be, or when
+  /// the last document is out of reach, nothing else is put in its place.
   void launch(const QString& file = {});
   /// Closes the document; false when the user cancelled. Ends the save timer when true.
   [[nodiscard]] bool mayEnd();
 
  private:
-  void saveTimerFired();
   [[nodiscard]] bool introductionIsDue() const;
 
   Session& session_;
-  QTimer saveTimer_;
+  AutoSave autoSave_;
 };
 
 }  // namespace pendra

@@ -22,7 +22,7 @@ struct Notice {
   QString key;  ///< the subject, "save", "backup"; a later notice of one subject replaces the earlier
   QString text;
   std::vector<NoticeAction> actions;
-  bool ofDocument = false;         ///< it goes when another document is opened
+  bool ofDocument = false;         ///< it goes with the open document
   bool onlyInTimerWindow = false;  ///< it is of no use beside another window
 };
 
@@ -32,7 +32,7 @@ class Notices {
   void post(Notice notice);
   /// Removes the notice of that subject, if it stands.
   void withdraw(const QString& key);
-  /// Removes those that are about a document.
+  /// Removes those that are about the document that was open.
   void withdrawOfDocument();
   [[nodiscard]] const std::vector<Notice>& standing() const { return standing_; }
   /// Announces every change of what stands.

@@ -1,35 +1,57 @@
 #pragma once
+// A document is open once its file has been read, and only then: there is none without a file, and of a file
+// that could not be read there is none. It is read aside, before the one that is open is touched.
 
 #include <QString>
 #include <memory>
 #include <optional>
 
+#include "document/HaltedEntries.h"
+#include "model/DocumentSettings.h"
 #include "platform/Result.h"
 #include "store/ObjectContext.h"
 
 namespace pendra {
 
-/// One document: its file and the context over it. The open one is the session's `document`.
-class OpenDocument : public std::enable_shared_from_this<OpenDocument> {
+/// A file that is held, and everything in it. Lets go of the file when it dies; what no edit and no save has
+/// stored by then is lost.
+class OpenDocument {
  public:
-  /// An empty document without a file, over a fresh context.
-  explicit OpenDocument(std::shared_ptr<ObjectContext> context) : context_(std::move(context)) {}
-
-  /// Reads the file; a missing or empty one becomes a new document. Whatever the outcome, the document
-  /// has that file from now on; after a failure no save ever writes to it.
-  Result<void> read(const QString& url);
-  /// Writes the document to its own file, of the type under which it was read; false on any error.
-  bool save();
+  /// Reads the file; a missing or empty one becomes a new document. What was running in it is halted, and the
+  /// settings that every document has are there afterwards. Clock and calendar must outlive it.
+  static Result<std::unique_ptr<OpenDocument>> read(const QString& path, const ObjectModel& model,
+                                                    const Clock& clock, const Calendar& calendar);
+  ~OpenDocument();
+  OpenDocument(const OpenDocument&) = delete;
+  OpenDocument& operator=(const OpenDocument&) = delete;
 
   [[nodiscard]] const std::shared_ptr<ObjectContext>& context() const { return context_; }
-  /// The document's path; none for one that has no file yet.
-  [[nodiscard]] const std::optional<QString>& path() const { return path_; }
-  /// The file's name without its last extension; "Untitled" without a file.
+  [[nodiscard]] const QString& path() const { return path_; }
+  /// Whether the path leads to this document's file, by whatever name.
+  [[nodiscard]] bool isAt(const QString& path) const;
+  /// The file's name without its last extension.
   [[nodiscard]] QString displayName() const;
+  [[nodiscard]] DocumentSettings& settings() const { return *settings_; }
+  /// Whether the user keeps the lists by hand, without Vantor.
+  [[nodiscard]] bool isStandalone() const { return settings().standalone().value_or(false); }
+  [[nodiscard]] Instant openedAt() const { return openedAt_; }
+
+  /// What was halted when the document was read; emptied once the user has been told.
+  HaltedEntries halted;
+  /// What the user knows about what could not be saved.
+  struct Told {
+    QString reason;                           ///< why; empty while all is well
+    std::optional<quint64> closeRefusedAt{};  ///< how many changes there were when closing was refused
+  };
+  Told told;
 
  private:
+  OpenDocument(QString path, std::shared_ptr<ObjectContext> context);
+
+  QString path_;
   std::shared_ptr<ObjectContext> context_;
-  std::optional<QString> path_;
+  Ref<DocumentSettings> settings_;
+  Instant openedAt_;
 };
 
 }  // namespace pendra

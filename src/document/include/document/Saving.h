@@ -1,6 +1,6 @@
 #pragma once
-
-#include <QString>
+// Every edit is stored when it ends. What stands here is for what no edit has stored: it is tried again, told
+// once, and a document that would lose it is not closed at the first try.
 
 #include "platform/Result.h"
 
@@ -8,18 +8,19 @@ namespace pendra {
 
 class Session;
 
-/// Saves the open context, keeps the save state, and says in the notice line when it cannot; a failure is
-/// not logged. Succeeds without a context.
+/// Saves the open document, waiting for others that read its file; a failure is not logged. Succeeds without
+/// a document.
 Result<void> saveContext(Session& session);
 
 /// saveContext; a failure is logged as "PENDRA Save Error = %@" and otherwise passed over.
 void saveContextOrLog(Session& session);
 
+/// Says in the notice line why the document cannot be stored, once for each reason, and takes it back when it
+/// can. Called by the session after every attempt to store.
+void sayWhetherSaved(Session& session);
+
 /// Saves, so that closing loses nothing; false when the document must stay open for now. The first try to
 /// close what cannot be stored is refused and says so in the notice line; who tries again knows, and may.
 [[nodiscard]] bool saveBeforeClosing(Session& session);
-
-/// The save command: the context (a failure is logged), then the document.
-void saveAction(Session& session);
 
 }  // namespace pendra

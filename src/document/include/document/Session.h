@@ -1,15 +1,13 @@
 #pragma once
-// The session is the state of the one open document and the ports to the world; it does nothing. The
-// operations on it stand by subject in headers of free functions: RunningTimers, DocumentLoading,
-// DocumentClosing, Launch, Backup.
+// The session holds the one open document, or none, and the ports to the world. What is open changes whole:
+// a document that has been read comes in, or none is open any more. The operations on it stand by subject in
+// headers of free functions: DocumentLoading, DocumentClosing, Saving, RunningTimers, NewDocument, Backup.
 
 #include <memory>
 
-#include "document/HaltedEntries.h"
 #include "document/Notices.h"
 #include "document/OpenDocument.h"
 #include "document/Windows.h"
-#include "model/DocumentSettings.h"
 #include "platform/Alerts.h"
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
@@ -40,14 +38,12 @@ struct Ports {
 
 /// Since when the document's file holds all that was done.
 struct SaveState {
-  std::optional<Instant> savedAt{};        ///< the last save that succeeded
-  std::optional<Instant> notSavedSince{};  ///< the first that failed after it; none while all is well
-  QString reason{};                        ///< why it failed
-  /// How many changes there had been when the user tried to close and was told that they would be lost.
-  std::optional<quint64> closeRefusedAt{};
+  std::optional<Instant> savedAt{};        ///< the last save that succeeded; none without a document
+  std::optional<Instant> notSavedSince{};  ///< that same moment while saving fails; none while all is well
+  QString reason{};                        ///< why it fails
 };
 
-/// The state of the application with respect to its document.
+/// The state of the program with respect to its document.
 class Session {
  public:
   Session(const Ports& ports, ObjectModel model) : ports_(ports), objectModel_(std::move(model)) {}
@@ -57,33 +53,27 @@ class Session {
   [[nodiscard]] const Ports& ports() const { return ports_; }
   [[nodiscard]] const ObjectModel& objectModel() const { return objectModel_; }
 
-  /// The open document's context; none when no document is open.
-  [[nodiscard]] const std::shared_ptr<ObjectContext>& context() const { return context_; }
-  void setContext(std::shared_ptr<ObjectContext> context);
-  /// Whether a document is open that was read; one that could not be read leaves a context without a file.
-  [[nodiscard]] bool hasReadDocument() const { return context_ && context_->hasStore(); }
-  /// Announces the changes of `context`.
+  /// The open document; none when no document is open. So are its parts.
+  [[nodiscard]] OpenDocument* document() const { return document_.get(); }
+  [[nodiscard]] std::shared_ptr<ObjectContext> context() const {
+    return document_ ? document_->context() : nullptr;
+  }
+  [[nodiscard]] DocumentSettings* settings() const { return document_ ? &document_->settings() : nullptr; }
+  /// False when no document is open.
+  [[nodiscard]] bool isStandalone() const { return document_ && document_->isStandalone(); }
+
+  /// This document is the open one from now on; the one before is let go of. What it says of itself goes with
+  /// a document: its notices, and Vantor's commands in the menus. Announced once.
+  void open(std::unique_ptr<OpenDocument> document);
+  /// No document is open from now on. Saves nothing. Harmless when none was open.
+  void close();
+  /// Announces that another document is open, or none.
   [[nodiscard]] Notifier& documentChanges() { return documentChanges_; }
-
-  /// The open document's settings; none when no document is open.
-  [[nodiscard]] DocumentSettings* settings() const { return settings_.get(); }
-  void setSettings(DocumentSettings* doc) { settings_ = doc; }
-
-  /// A copy of the document's `standalone`. Kept: it outlives the document that it came from.
-  [[nodiscard]] bool isStandalone() const { return standalone_; }
-  void setStandalone(bool standalone);
   /// Announces the changes of `isStandalone`.
   [[nodiscard]] Notifier& standaloneChanges() { return standaloneChanges_; }
 
-  /// The open document; none when no document is open.
-  [[nodiscard]] OpenDocument* document() const { return document_.get(); }
-  void setDocument(std::shared_ptr<OpenDocument> doc) { document_ = std::move(doc); }
-  /// Forgets the open document and stops the timer window's ticking.
-  void clearDoc();
-
-  [[nodiscard]] const SaveState& saveState() const { return saveState_; }
-  void setSaveState(SaveState state);
-  /// Announces the changes of `saveState`.
+  /// Derived from the document's attempts to store, each of which is announced.
+  [[nodiscard]] SaveState saveState() const;
   [[nodiscard]] Notifier& saveStateChanges() { return saveStateChanges_; }
 
   [[nodiscard]] Notices& notices() { return notices_; }
@@ -94,23 +84,21 @@ class Session {
   AuxiliaryWindow* customerListController = nullptr;
   AuxiliaryWindow* servicesListController = nullptr;
   AuxiliaryWindow* welcomeController = nullptr;
-  /// What was halted when the document was read; emptied once the user has been told.
-  HaltedEntries halted;
   /// The introduction of a first run is due.
   bool showIntroSheet = false;
   /// Set when the user has said no to usage statistics for as long as the program runs.
   bool masterDoNotTrackEvents = false;
 
  private:
+  void exchange(std::unique_ptr<OpenDocument> next);
+  void commitTried();
+
   Ports ports_;
   ObjectModel objectModel_;
-  std::shared_ptr<ObjectContext> context_;
+  std::unique_ptr<OpenDocument> document_;
+  Subscription commits_;
   Notifier documentChanges_;
-  Ref<DocumentSettings> settings_;
-  bool standalone_ = false;
   Notifier standaloneChanges_;
-  std::shared_ptr<OpenDocument> document_;
-  SaveState saveState_;
   Notifier saveStateChanges_;
   Notices notices_;
 };

@@ -26,8 +26,6 @@ class MainWindow {
   [[nodiscard]] virtual bool isVisible() const = 0;
   /// Closes without asking; `closeAfterWindow` runs, and the window leaves the session.
   virtual void close() = 0;
-  /// Stops the display's ticking for good.
-  virtual void stopTimer() = 0;
   /// Stops the window's usage statistics.
   virtual void invalidateTracker() = 0;
 };
@@ -46,12 +44,13 @@ class AuxiliaryWindow {
   virtual void reloadData() {}
 };
 
-/// The menu bar's commands for Vantor. Called when a document turns out, or is set up, to be standalone.
+/// The menu bar's commands for Vantor. Called by the session: they follow the open document.
 class VantorMenus {
  public:
   virtual ~VantorMenus() = default;
-  /// In the second menu removes the item tagged 10 and disables the one tagged 11, where present.
-  virtual void hideVantorItems() = 0;
+  /// Not shown, as for a standalone document, the second menu has no item tagged 10 and the one tagged 11 is
+  /// disabled.
+  virtual void setVantorItemsShown(bool shown) = 0;
 };
 
 }  // namespace pendra

@@ -62,11 +62,8 @@ class SetupFlow {
   void awaitCompany();
   void showCompany();
   [[nodiscard]] std::optional<QString> chooseFile();
-  [[nodiscard]] QString documentWithoutOwner() const;
   [[nodiscard]] QString proposedName() const;
-  [[nodiscard]] bool makeDocument(const QString& path);
-  void writeIdentity(bool standalone);
-  void beginStandalone();
+  [[nodiscard]] bool makeDocument(const QString& path, bool standalone);
   void beginLinked();
   void show() { view_.showDisplay(display_); }
 

@@ -21,8 +21,6 @@ class PersistentStore {
   static Result<std::unique_ptr<PersistentStore>> open(const QString& path, const ObjectModel& model);
   /// Reads the whole file without changing it: whether it is an undamaged document that `open` would take.
   static Result<void> check(const QString& path, const ObjectModel& model);
-  /// Makes an empty file, or empties the one that is there; one that another process holds is left alone.
-  static Result<void> makeEmptyFile(const QString& path);
   /// Brings a document that a killed program left half written back to its last save, after which its journal
   /// is gone. Fails, and has left all alone, where there is no document or another process holds it.
   static Result<void> recover(const QString& path, const ObjectModel& model);

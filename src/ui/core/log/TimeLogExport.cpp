@@ -110,7 +110,7 @@ void writeFile(Notices& notices, const QString& path, const std::vector<LogRow>&
 /// The open document must not be written over, whatever the user has answered to the panel.
 bool isOpenDocument(const Session& session, const QString& path) {
   const OpenDocument* document = session.document();
-  return document && document->path() && isSameFile(path, *document->path());
+  return document && isSameFile(path, document->path());
 }
 
 QString proposedName(const std::optional<QString>& employee, const QString& date) {

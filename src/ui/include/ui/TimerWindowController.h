@@ -46,7 +46,6 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   void show() override;
   [[nodiscard]] bool isVisible() const override;
   void close() override;
-  void stopTimer() override { tick_.stop(); }
   void invalidateTracker() override;
 
  private:

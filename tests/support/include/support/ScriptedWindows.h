@@ -39,13 +39,14 @@ class ScriptedWindows final : public InterfaceLoader, public MainWindow, public 
   void updateTimeDisplay() override { calls_ << "updateTimeDisplay"; }
   void show() override { calls_ << "show"; }
   [[nodiscard]] bool isVisible() const override { return session_->window == this; }
-  void stopTimer() override { calls_ << "stopTimer"; }
   void invalidateTracker() override { calls_ << "invalidateTracker"; }
   void close() override {
     calls_ << "close";
     if (session_->window == this) closeAfterWindow(*session_);
   }
-  void hideVantorItems() override { calls_ << "removeVTMenus"; }
+  void setVantorItemsShown(bool shown) override { showsVantorItems = shown; }
+
+  bool showsVantorItems = true;
 
  private:
   /// A window beside the timer window; leaves the session when it closes.

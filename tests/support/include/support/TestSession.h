@@ -20,8 +20,7 @@ class TestSession {
   /// Opens a document of its own and answers its context.
   ObjectContext& openDocument(bool standalone = true) {
     loadDocument(session, places.path("Test.pdr"));
-    session.settings()->setStandalone(standalone);
-    session.setStandalone(standalone);
+    session.context()->fill([&] { session.settings()->setStandalone(standalone); });
     return *session.context();
   }
 

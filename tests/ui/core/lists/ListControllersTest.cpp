@@ -321,7 +321,7 @@ TEST_P(ListMenu, EnablesItems) {
   ListTable other;
   ServicesListController services(session, other, other);
   services.start();
-  session.setStandalone(GetParam().standalone);
+  session.context()->fill([&] { session.settings()->setStandalone(GetParam().standalone); });
   select(GetParam().selected);
   EXPECT_EQ(list.validateMenuItem(GetParam().item), GetParam().customers);
   EXPECT_EQ(services.validateMenuItem(GetParam().item), GetParam().services);

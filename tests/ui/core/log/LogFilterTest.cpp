@@ -187,7 +187,7 @@ TEST_F(TimeLog, WithoutEntriesOrADocumentThereIsNothing) {
   log.reloadData();
   EXPECT_EQ(log.emptiness(), LogEmptiness::NoEntries);
   EXPECT_EQ(log.customerPopup.titles(), QStringList{"All"});
-  test.session.clearDoc();
+  test.session.close();
   log.reloadKeepingChoice();
   log.updateRunningEntries();
   EXPECT_EQ(log.emptiness(), LogEmptiness::NoEntries);

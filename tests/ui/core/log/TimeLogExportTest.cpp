@@ -36,7 +36,7 @@ class TimeLogExport : public TimeLog {
 };
 
 TEST_F(TimeLogExport, NeverGoesOverTheOpenDocument) {
-  const QString document = *test.session.document()->path();
+  const QString document = test.session.document()->path();
   const QByteArray before = contentsOf(document);
   const QString link = test.places.path("link.txt");
   ASSERT_TRUE(QFile::link(document, link));

@@ -19,15 +19,14 @@ class Halted : public testing::Test, protected TestSession {
       Activity& activity = addActivity(&addCustomer(QString::fromUtf8(name)), &addService("Build"));
       activity.startEntry().setStart(instantOf(start));
     }
-    saveAction(session);
+    saveContextOrLog(session);
     session.context()->close();
     QFile file(places.path("Test.pdr"));
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     ASSERT_TRUE(file.setFileTime(QDateTime::fromString(QLatin1StringView(lastSave), Qt::ISODate),
                                  QFileDevice::FileModificationTime));
     file.close();
-    session.clearDoc();
-    session.setSettings(nullptr);
+    session.close();
     loadDocument(session, places.path("Test.pdr"));
     postHaltedNotice(session, [this](TimeEntry& entry) { edited_ = &entry; });
   }

@@ -73,11 +73,12 @@ class MenuModel final : public VantorMenus {
 
   [[nodiscard]] const std::vector<Menu>& menus() const { return menus_; }
   /// Takes effect for the windows that are open and for every later one.
-  void hideVantorItems() override;
+  void setVantorItemsShown(bool shown) override;
   [[nodiscard]] Notifier& changes() { return changes_; }
 
  private:
   std::vector<Menu> menus_;
+  bool vantorItemsShown_ = true;
   Notifier changes_;
 };
 
