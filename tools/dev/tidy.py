@@ -1,11 +1,10 @@
 #!/usr/bin/env python3
 """Runs clang-tidy over the sources of a build and remembers what was clean.
 
-    tools/dev/tidy.py BUILD-FOLDER [--quick [--record]]
+    tools/dev/tidy.py BUILD-FOLDER [--quick]
 
 --quick leaves out what takes longest and finds least. A source is read again only when it, a project header that it
-can reach, or the configuration has changed: the result is kept under a digest of these. The quick results of the
-sources that were clean are in the repository too, so that a fresh clone reads what has changed since --record.
+can reach, or the configuration has changed: the result is kept in the build's folder under a digest of these.
 """
 import concurrent.futures
 import hashlib
@@ -18,7 +17,6 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-RECORD = ROOT / "tools" / "dev" / "tidy-clean.txt"
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.M)
 PRECOMPILED = re.compile(r"-include (\S+/cmake_pch\.hxx)")
 QUICK = ",".join((
@@ -92,9 +90,8 @@ def main() -> int:
     checks = [f"--checks={QUICK}"] if quick else []
     headers = project_headers()
     sources = sorted({pathlib.Path(entry["file"]) for entry in write_commands(build, kept)})
-    recorded = set(RECORD.read_text().split()) if quick and RECORD.exists() else set()
     marks = {source: kept / digest(source, headers, checks) for source in sources}
-    waiting = [(source, mark) for source, mark in marks.items() if not mark.exists() and mark.name not in recorded]
+    waiting = [(source, mark) for source, mark in marks.items() if not mark.exists()]
 
     def read(source: pathlib.Path) -> subprocess.CompletedProcess:
         return subprocess.run(["clang-tidy", "--quiet", "-p", str(kept), "--extra-arg=-Wno-everything", *checks,
@@ -112,8 +109,6 @@ def main() -> int:
                 failed += 1
                 print(done.result().stdout, done.result().stderr[-2000:], sep="\n")
     print(f"clang-tidy: {len(waiting)} of {len(sources)} sources read, {failed} with findings")
-    if "--record" in sys.argv and quick and not failed:
-        RECORD.write_text("".join(f"{mark.name}\n" for mark in sorted(marks.values())))
     return 1 if failed else 0
 
 
