@@ -103,7 +103,7 @@ TEST(Channel, IsHeldUpByAPeerThatDoesNotReadButNotForGood) {
   const Call longCall = record(QString(300000, u'x'));
   const std::string failed = "VTIPCSend: error occurred trying to send datagram, error: ";
   std::thread later([&] {
-    std::this_thread::sleep_for(milliseconds(700));
+    std::this_thread::sleep_for(milliseconds(900));
     deaf.reset();
   });
   EXPECT_EQ(told(client->call(longCall)), failed + "Connection refused (POSIX 111), in doubt")

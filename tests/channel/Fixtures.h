@@ -41,8 +41,8 @@ class SocketFolder {
 };
 
 /// Limits so short that a test of a time-out need not last.
-inline constexpr TimeLimits kShortLimits{.leave = std::chrono::milliseconds(300),
-                                         .reply = std::chrono::milliseconds(300)};
+inline constexpr TimeLimits kShortLimits{.leave = std::chrono::milliseconds(500),
+                                         .reply = std::chrono::milliseconds(500)};
 
 /// Collects what is logged while it lives.
 class LogCollector {
