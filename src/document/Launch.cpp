@@ -37,7 +37,8 @@ void Launch::launch(const QString& file) {
     session_.showIntroSheet = !defaults.boolean(preferences::kIntroduced);
     return;
   }
-  if (session_.showIntroSheet || session_.window) return;
+  // A first run without a file begins in setup, which shows the window when it is done.
+  if ((session_.showIntroSheet && file.isEmpty()) || session_.window) return;
   session_.ports().interfaces.load(Interface::TimerWindow);
 }
 

@@ -1,4 +1,5 @@
 """A person's first day without Vantor: setup, a first activity by keyboard, timers, quitting and coming back."""
+import shutil
 import signal
 
 from desktop import Failure, run, wait_for
@@ -89,6 +90,9 @@ def test(desktop):
     again.find("Acme")
     second = desktop.start(str(document))
     expect("a second start hands over and ends", second.ended() == 0)
+    other = document.with_name("Other.pdr")
+    shutil.copy(document, other)
+    expect("so does one with another document", desktop.start(str(other)).ended() == 0)
     again.find("Close current file?")
     again.press("Cancel", "push button")
     again.focus_window("Pendra File")
