@@ -27,8 +27,11 @@ class VantorConnection {
  private:
   VantorConnection(const Workspace& workspace, Result<std::unique_ptr<RemoteServer>> client)
       : workspace_(workspace) {
-    if (client) client_ = std::move(client).value();
-    if (!client) whyNoChannel_ = client.error().text;
+    if (client) {
+      client_ = std::move(client).value();
+    } else {
+      whyNoChannel_ = client.error().text;
+    }
   }
 
   const Workspace& workspace_;
