@@ -92,15 +92,15 @@ void Editing::rollBack(std::size_t mark) {
   std::vector<std::unique_ptr<ManagedObject>> gone;
   rollingBack_ = true;
   while (entries_.size() > mark) {
-    Entry last = std::move(entries_.back());
+    const Entry last = std::move(entries_.back());
     entries_.pop_back();
-    takeBack(std::move(last), gone);
+    takeBack(last, gone);
   }
   rollingBack_ = false;
   context_.destroy(std::move(gone));
 }
 
-void Editing::takeBack(Entry entry, std::vector<std::unique_ptr<ManagedObject>>& gone) {
+void Editing::takeBack(const Entry& entry, std::vector<std::unique_ptr<ManagedObject>>& gone) {
   switch (entry.deed) {
     case Deed::Changed:
       return context_.restore(*entry.object, *entry.property, entry.before);

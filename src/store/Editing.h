@@ -51,7 +51,7 @@ class Editing {
   void mustBeAllowed(const ManagedObject& object) const;
   Result<void> attempt(const Work& work);
   void rollBack(std::size_t mark);
-  void takeBack(Entry entry, std::vector<std::unique_ptr<ManagedObject>>& gone);
+  void takeBack(const Entry& entry, std::vector<std::unique_ptr<ManagedObject>>& gone);
   EditRecord balance(const QString& name);
   void settleChanges(EditRecord& record);
   void settleObjects(EditRecord& record);

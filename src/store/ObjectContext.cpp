@@ -181,6 +181,7 @@ void ObjectContext::destroy(std::vector<std::unique_ptr<ManagedObject>> objects)
   if (objects.empty()) return;
   settle();
   undoStack_->forget(objects);
+  objects.clear();  // not before nothing points to them any more
 }
 
 void ObjectContext::settle() {
