@@ -37,6 +37,7 @@ class Program:
 
     def __init__(self, desktop, *arguments):
         self.desktop = desktop
+        self.found = None
         self.log_path = desktop.home / f"log-{time.monotonic_ns()}.txt"
         with self.log_path.open("w") as log:
             self.process = subprocess.Popen([desktop.program, *arguments], env=desktop.environment,
@@ -46,15 +47,24 @@ class Program:
         return self.log_path.read_text().splitlines()
 
     def root(self):
+        """The program on the accessibility bus. Once found it is kept: the bus's own list of programs changes
+        while one that was killed is still being taken off it."""
         from gi.repository import Atspi
-        desktop = Atspi.get_desktop(0)
-        desktop.clear_cache()  # or a program that has just started stays unknown
-        for index in range(desktop.get_child_count()):
-            child = desktop.get_child_at_index(index)
-            if child and child.get_process_id() == self.process.pid:
-                return child
-        desktop.clear_cache()  # what was remembered of the desktop may be from before the program came
-        return None
+        if not self.found:
+            desktop = Atspi.get_desktop(0)
+            desktop.clear_cache()  # or a program that has just started stays unknown
+            children = [desktop.get_child_at_index(index) for index in range(desktop.get_child_count())]
+            self.found = next((child for child in children if child and self.pid_of(child) == self.process.pid), None)
+        if self.found:
+            self.found.clear_cache()
+        return self.found
+
+    @staticmethod
+    def pid_of(child):
+        try:
+            return child.get_process_id()
+        except Exception:  # it went while it was asked
+            return None
 
     def walk(self, node=None, depth=0):
         node = node or self.root()
@@ -139,11 +149,22 @@ class Program:
         from gi.repository import Atspi
         return Atspi.Text.get_text(self.find(name, role, within), 0, -1)
 
+    def listens(self):
+        """True when the keyboard goes to this program, and to the alert, panel or sheet that it shows, if any."""
+        from gi.repository import Atspi
+        root = self.root()
+        children = [root.get_child_at_index(index) for index in range(root.get_child_count())] if root else []
+        shown = [child for child in children if child and child.get_state_set().contains(Atspi.StateType.SHOWING)]
+        asking = [child for child in shown if child.get_role_name() != "frame"]
+        return any(child.get_state_set().contains(Atspi.StateType.ACTIVE) for child in (asking or shown))
+
     def keys(self, *keys):
+        wait_for("the window that keys are for in front", self.listens)
         subprocess.run(["xdotool", "key", "--clearmodifiers", "--delay", "20", *keys],
                        env=self.desktop.environment, check=True)
 
     def type(self, text):
+        wait_for("the window that is typed into in front", self.listens)
         subprocess.run(["xdotool", "type", "--delay", "15", text], env=self.desktop.environment, check=True)
 
     def focus_window(self, title):
@@ -243,6 +264,8 @@ def run(test):
     """Runs `test(desktop)`; the program's path is the first argument. Exits 0 when it held."""
     if not os.environ.get(INSIDE):
         os.environ[INSIDE] = "1"
+        # The buses' sockets lie here: two sessions that shared the folder would take each other's.
+        os.environ["XDG_RUNTIME_DIR"] = tempfile.mkdtemp(prefix="pendra-e2e-run-")
         os.execvp("dbus-run-session", ["dbus-run-session", "--", sys.executable, *sys.argv])
     read_end, write_end = os.pipe()
     server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1000x24", "-nolisten", "tcp"],
@@ -252,6 +275,8 @@ def run(test):
     os.environ["DISPLAY"] = display
     # Without a window manager the keyboard would not come back from a dialog that closes.
     manager = subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    wait_for("a window manager", lambda: subprocess.run(
+        ["xdotool", "get_desktop"], capture_output=True, text=True).stdout.strip() == "0")
     desktop = Desktop(os.path.abspath(sys.argv[1]), display)
     try:
         import gi
@@ -274,3 +299,4 @@ def run(test):
         manager.wait()
         server.terminate()
         server.wait()
+        shutil.rmtree(os.environ["XDG_RUNTIME_DIR"], ignore_errors=True)
