@@ -8,6 +8,11 @@ _pendra() {
       mapfile -t COMPREPLY < <(compgen -W 'light dark' -- "$current")
       return
       ;;
+    --new)
+      compopt -o filenames
+      mapfile -t COMPREPLY < <(compgen -f -- "$current")
+      return
+      ;;
     --tour)
       compopt -o filenames
       mapfile -t COMPREPLY < <(compgen -d -- "$current")
@@ -15,7 +20,7 @@ _pendra() {
       ;;
   esac
   if [[ $current == -* ]]; then
-    mapfile -t COMPREPLY < <(compgen -W '--appearance --tour --version --help' -- "$current")
+    mapfile -t COMPREPLY < <(compgen -W '--appearance --new --tour --version --help' -- "$current")
     return
   fi
   compopt -o filenames

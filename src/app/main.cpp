@@ -1,9 +1,7 @@
 #include <QApplication>
-#include <QFileInfo>
 #include <cstdio>
-#include <span>
-#include <string_view>
 
+#include "CommandLine.h"
 #include "Program.h"
 #include "analytics/Consent.h"
 #include "platform/Identifiers.h"
@@ -11,54 +9,37 @@
 #include "platform/SingleInstance.h"
 #include "tour/Tour.h"
 #include "ui/Accessibility.h"
-#include "ui/Theme.h"
 
 namespace {
 
-constexpr std::string_view kUsage =
-    "Usage: pendra [--appearance light|dark] [FILE]\n"
-    "       pendra --tour DIR\n"
-    "Keeps track of the time you work for your customers.\n\n"
-    "  FILE                  a document (.pdr) or a backup (.pdrbackup) to open\n"
-    "  --appearance A        light or dark, whatever the desktop says\n"
-    "  --tour DIR            draw every window into a picture in that folder; needs no display\n"
-    "  --version, --help     print and end\n";
+using pendra::CommandLine;
+namespace status = pendra::status;
 
-struct Arguments {
-  std::string_view appearance;
-  QString file;
-  QString tour;  ///< the folder for the pictures; empty: no tour
-};
+int refuse(const QString& why, int status) {
+  std::fprintf(stderr, "pendra: %s\n", qUtf8Printable(why));
+  return status;
+}
 
-/// Answers what can be answered without a display; -1 to go on.
-int answerWithoutDisplay(int argc, char** argv) {
-  for (const std::string_view argument : std::span(argv, static_cast<std::size_t>(argc)).subspan(1)) {
-    if (argument == "--version") return std::puts("pendra " PENDRA_VERSION) < 0;
-    if (argument == "--help") return std::fputs(kUsage.data(), stdout) < 0;
-    if (argument == "--tour") qputenv("QT_QPA_PLATFORM", "offscreen");
+/// Answers what can be answered without a display; none to go on.
+std::optional<int> answerWithoutDisplay(const CommandLine& line) {
+  switch (line.task) {
+    case CommandLine::Task::SayVersion:
+      return std::puts("pendra " PENDRA_VERSION) < 0 ? status::kFailed : status::kDone;
+    case CommandLine::Task::SayHelp:
+      return std::fputs(pendra::kUsage, stdout) < 0 ? status::kFailed : status::kDone;
+    case CommandLine::Task::DrawTour:
+      qputenv("QT_QPA_PLATFORM", "offscreen");
+      return std::nullopt;
+    case CommandLine::Task::Run:
+      break;
   }
   const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
                           qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
                           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-  if (hasDisplay) return -1;
-  std::fputs(
-      "pendra: there is no display to open a window on; ./pendra --tour DIR draws the windows into DIR\n",
-      stderr);
-  return 2;
-}
-
-Arguments read(const QStringList& list) {
-  Arguments arguments;
-  for (qsizetype i = 1; i < list.size(); ++i) {
-    if (list[i] == u"--appearance" && i + 1 < list.size()) {
-      arguments.appearance = list[++i] == u"dark" ? "dark" : "light";
-    } else if (list[i] == u"--tour" && i + 1 < list.size()) {
-      arguments.tour = list[++i];
-    } else {
-      arguments.file = QFileInfo(list[i]).absoluteFilePath();
-    }
-  }
-  return arguments;
+  if (hasDisplay) return std::nullopt;
+  return refuse(QStringLiteral("there is no display to open a window on; ./pendra --tour DIR draws the "
+                               "windows into DIR"),
+                status::kWrongUsage);
 }
 
 /// The last net: whatever escapes a command is logged and the program goes on.
@@ -76,21 +57,41 @@ class Application final : public QApplication {
   }
 };
 
-int runProgram(const QString& file) {
+/// Makes the document that a start names as new, before it is known who opens it.
+pendra::Result<void> makeFile(const CommandLine& line) {
+  if (!line.isNewFile) return {};
+  const pendra::SystemClock clock;
+  const auto made =
+      pendra::OpenDocument::read(line.file, pendra::loadObjectModel(), clock, pendra::Calendar::ofSystem());
+  return made ? pendra::Result<void>() : made.error();
+}
+
+int runProgram(const CommandLine& line) {
+  if (const auto made = makeFile(line); !made) {
+    return refuse(line.file + u": " + made.error().text, status::kNoDocument);
+  }
+  using Claim = pendra::SingleInstance::Claim;
   pendra::SingleInstance instance;
-  if (!instance.claim(file)) return 0;
+  const Claim claim = instance.claim(line.file);
+  if (claim == Claim::HandedOver) return status::kDone;
+  if (claim == Claim::Unanswered) {
+    return refuse(QStringLiteral("the Pendra that runs already does not answer"), status::kFailed);
+  }
   auto environment = pendra::Environment::ofUser();
   pendra::Consent(environment.defaults).programStarted();
-  pendra::Program delegate(environment);
-  instance.setOpener([&delegate](const QString& path) { delegate.openFromOutside(path); });
-  delegate.launch(file);
+  pendra::Program program(environment);
+  instance.setOpener([&program](const QString& path) { program.openFromOutside(path); });
+  program.launch(line.file);
   return QApplication::exec();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (const int status = answerWithoutDisplay(argc, argv); status >= 0) return status;
+  const auto read = pendra::readCommandLine({argv, static_cast<std::size_t>(argc)});
+  if (!read) return refuse(read.error().text, read.error().code);
+  const CommandLine& line = read.value();
+  if (const auto status = answerWithoutDisplay(line)) return *status;
   pendra::installLog();
   Application application(argc, argv);
   // Without a display name: it would stand behind the title of every window.
@@ -98,13 +99,11 @@ int main(int argc, char** argv) {
   QApplication::setApplicationVersion(QStringLiteral(PENDRA_VERSION));
   QGuiApplication::setDesktopFileName(pendra::identifiers::kPendra);
   QApplication::setQuitOnLastWindowClosed(false);
-  const Arguments arguments = read(QApplication::arguments());
   pendra::Theme::install(application);
   pendra::installComboBoxAccessibility();
-  if (!arguments.tour.isEmpty()) return pendra::drawTour(arguments.tour) ? 0 : 1;
-  if (!arguments.appearance.empty()) {
-    pendra::Theme::force(arguments.appearance == "dark" ? pendra::Appearance::Dark
-                                                        : pendra::Appearance::Light);
+  if (line.task == CommandLine::Task::DrawTour) {
+    return pendra::drawTour(line.tourFolder) ? status::kDone : status::kFailed;
   }
-  return runProgram(arguments.file);
+  if (line.appearance) pendra::Theme::force(*line.appearance);
+  return runProgram(line);
 }

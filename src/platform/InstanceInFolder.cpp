@@ -1,3 +1,4 @@
+#include <QDeadlineTimer>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QLockFile>
@@ -9,51 +10,63 @@ namespace pendra {
 
 namespace {
 
-/// How long a later start waits for the first to take what it hands over.
-constexpr int kPatienceInMilliseconds = 5000;
+/// Ends what is handed over, and is the answer of whoever has taken it.
+constexpr char kEnd = '\0';
 
 /// The lock says who runs; the socket only carries files to that instance. The lock of a process that
 /// died is stale and is taken over.
 class FolderMeeting final : public SingleInstance::Meeting {
  public:
   explicit FolderMeeting(const QString& folder)
-      : socketPath_(folder + u'/' + identifiers::kPendra), lock_(socketPath_ + u".lock") {
+      : mayHoldFiles_(!folder.isEmpty()),
+        socketPath_(folder + u'/' + identifiers::kPendra),
+        lock_(socketPath_ + u".lock") {
     lock_.setStaleLockTime(0);
     QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] { accept(); });
   }
 
-  bool become() override {
-    if (!lock_.tryLock(0)) return false;
+  Becoming become() override {
+    if (!mayHoldFiles_) return Becoming::Nowhere;
+    if (!lock_.tryLock(0)) {
+      return lock_.error() == QLockFile::LockFailedError ? Becoming::Taken : Becoming::Nowhere;
+    }
     QLocalServer::removeServer(socketPath_);
     server_.setSocketOptions(QLocalServer::UserAccessOption);
     server_.listen(socketPath_);
-    return true;
+    return Becoming::Done;
   }
 
-  bool handOver(const QString& path) override {
+  Handing handOver(const QString& path, std::chrono::milliseconds patience) override {
+    QDeadlineTimer end(patience);
+    const auto left = [&end] { return static_cast<int>(end.remainingTime()); };
     QLocalSocket socket;
-    socket.connectToServer(socketPath_, QIODevice::WriteOnly);
-    if (!socket.waitForConnected(kPatienceInMilliseconds)) return false;
-    socket.write(path.toUtf8());
-    if (!path.isEmpty()) socket.waitForBytesWritten(kPatienceInMilliseconds);
-    socket.disconnectFromServer();
-    return true;
+    socket.connectToServer(socketPath_);
+    if (!socket.waitForConnected(left())) return Handing::NobodyThere;
+    socket.write(path.toUtf8() + kEnd);
+    return socket.waitForBytesWritten(left()) && socket.waitForReadyRead(left()) ? Handing::Done
+                                                                                 : Handing::Unanswered;
+  }
+
+  [[nodiscard]] QString reason() const override {
+    return QStringLiteral("there is no session bus, and no folder of your own for a socket");
   }
 
  private:
   void accept() {
     QLocalSocket* const socket = server_.nextPendingConnection();  // the server owns it
-    const auto finish = [this, socket] {
-      receive(QString::fromUtf8(socket->readAll()));
-      socket->deleteLater();
+    const auto take = [this, socket] {
+      if (!socket->peek(socket->bytesAvailable()).endsWith(kEnd)) return;
+      const QByteArray path = socket->readAll().chopped(1);
+      socket->write(&kEnd, 1);
+      socket->flush();
+      receive(QString::fromUtf8(path));
     };
-    if (socket->state() == QLocalSocket::UnconnectedState) {
-      finish();
-    } else {
-      QObject::connect(socket, &QLocalSocket::disconnected, &server_, finish);
-    }
+    QObject::connect(socket, &QLocalSocket::readyRead, &server_, take);
+    QObject::connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+    take();  // what came before anybody listened
   }
 
+  bool mayHoldFiles_;
   QString socketPath_;
   QLockFile lock_;
   QLocalServer server_;

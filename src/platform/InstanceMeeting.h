@@ -3,6 +3,7 @@
 // of the user's own where there is no bus.
 
 #include <QStringList>
+#include <chrono>
 
 #include "platform/SingleInstance.h"
 
@@ -14,10 +15,23 @@ class SingleInstance::Meeting {
  public:
   virtual ~Meeting() = default;
 
-  /// Becomes the one instance; false when another is.
-  virtual bool become() = 0;
-  /// Hands `path` to the instance that runs; false when there is none any more.
-  virtual bool handOver(const QString& path) = 0;
+  enum class Becoming {
+    Done,     ///< this is the one instance now
+    Taken,    ///< another is
+    Nowhere,  ///< instances cannot meet here; `reason` says why
+  };
+  enum class Handing {
+    Done,
+    NobodyThere,  ///< the other instance has ended
+    Unanswered,   ///< it has not said in time that it took the path; it may yet
+  };
+
+  /// Becomes the one instance.
+  virtual Becoming become() = 0;
+  /// Hands `path` to the instance that runs, which has so long to take it.
+  virtual Handing handOver(const QString& path, std::chrono::milliseconds patience) = 0;
+  /// Why instances cannot meet.
+  [[nodiscard]] virtual QString reason() const = 0;
 
   void setOpener(Opener opener);
 

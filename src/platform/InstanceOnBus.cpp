@@ -58,29 +58,31 @@ class BusMeeting final : public SingleInstance::Meeting {
     bus_.unregisterObject(kObject);
   }
 
-  bool become() override {
+  Becoming become() override {
     // The object first: once the name is owned, a later start may call it at once.
     auto application = std::make_unique<Application>([this](const QString& path) { receive(path); });
     bus_.registerVirtualObject(kObject, application.get());
     if (!bus_.registerService(identifiers::kPendra)) {
       bus_.unregisterObject(kObject);
-      return false;
+      return Becoming::Taken;
     }
     application_ = std::move(application);
-    return true;
+    return Becoming::Done;
   }
 
-  bool handOver(const QString& path) override {
+  Handing handOver(const QString& path, std::chrono::milliseconds patience) override {
     auto call = QDBusMessage::createMethodCall(identifiers::kPendra, kObject, kInterface,
                                                path.isEmpty() ? "Activate" : "Open");
     if (!path.isEmpty()) call << QStringList(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded));
     call << QVariantMap();
     call.setAutoStartService(false);
-    // A running instance that is too busy to answer has still been handed the file.
-    const QDBusMessage reply = bus_.call(call);
-    return reply.type() != QDBusMessage::ErrorMessage ||
-           bus_.interface()->isServiceRegistered(identifiers::kPendra);
+    const QDBusMessage reply = bus_.call(call, QDBus::Block, static_cast<int>(patience.count()));
+    if (reply.type() != QDBusMessage::ErrorMessage) return Handing::Done;
+    return bus_.interface()->isServiceRegistered(identifiers::kPendra) ? Handing::Unanswered
+                                                                       : Handing::NobodyThere;
   }
+
+  [[nodiscard]] QString reason() const override { return bus_.lastError().message(); }
 
  private:
   QDBusConnection bus_;

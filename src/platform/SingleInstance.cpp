@@ -4,6 +4,8 @@
 #include <QStandardPaths>
 
 #include "InstanceMeeting.h"
+#include "platform/Log.h"
+#include "platform/Text.h"
 
 namespace pendra {
 
@@ -11,19 +13,26 @@ SingleInstance::SingleInstance()
     : SingleInstance(QDBusConnection::sessionBus(),
                      QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)) {}
 
-SingleInstance::SingleInstance(const QDBusConnection& bus, const QString& socketFolder)
-    : meeting_(bus.isConnected() ? meetOnBus(bus) : meetInFolder(socketFolder)) {}
+SingleInstance::SingleInstance(const QDBusConnection& bus, const QString& socketFolder,
+                               std::chrono::milliseconds patience)
+    : meeting_(bus.isConnected() ? meetOnBus(bus) : meetInFolder(socketFolder)), patience_(patience) {}
 
 SingleInstance::~SingleInstance() = default;
 
-bool SingleInstance::claim(const QString& path) {
+SingleInstance::Claim SingleInstance::claim(const QString& path) {
   // The other instance may end between the two questions; then this one takes its place.
   constexpr int kAttempts = 3;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    if (meeting_->become()) return true;
-    if (meeting_->handOver(path)) return false;
+    const auto becoming = meeting_->become();
+    if (becoming == Meeting::Becoming::Done) return Claim::First;
+    if (becoming == Meeting::Becoming::Nowhere) break;
+    const auto handing = meeting_->handOver(path, patience_);
+    if (handing == Meeting::Handing::Done) return Claim::HandedOver;
+    if (handing == Meeting::Handing::Unanswered) return Claim::Unanswered;
   }
-  return false;
+  // Two that run are no danger to a document, which only one of them can hold.
+  logLine(formatted(u"Whether Pendra runs already is not known: %@", {meeting_->reason()}));
+  return Claim::First;
 }
 
 void SingleInstance::setOpener(Opener opener) { meeting_->setOpener(std::move(opener)); }

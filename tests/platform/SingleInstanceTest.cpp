@@ -8,11 +8,14 @@
 #include "PrivateBus.h"
 #include "platform/Identifiers.h"
 #include "support/Events.h"
+#include "support/LogCapture.h"
 #include "support/Rows.h"
 #include "support/TestPlaces.h"
 
 namespace pendra {
 namespace {
+
+using Claim = SingleInstance::Claim;
 
 struct Place {
   const char* name;
@@ -26,10 +29,10 @@ class SingleInstanceTest : public testing::TestWithParam<Place> {
                                             places_.path(""));
   }
 
-  /// A later start with this path, in its own thread as another process would be. Whether it claimed.
-  bool startLater(const QString& path) {
+  /// A later start with this path, in its own thread as another process would be.
+  Claim startLater(const QString& path) {
     auto bus = GetParam().hasBus ? bus_.connect() : QDBusConnection("none");
-    std::atomic<bool> claimed = false;
+    std::atomic<Claim> claimed = Claim::Unanswered;
     const std::unique_ptr<QThread> later(QThread::create([&] {
       SingleInstance instance(bus, places_.path(""));
       claimed = instance.claim(path);
@@ -45,24 +48,46 @@ class SingleInstanceTest : public testing::TestWithParam<Place> {
 
 TEST_P(SingleInstanceTest, ALaterStartHandsItsFileToTheFirst) {
   const auto first = start();
-  ASSERT_TRUE(first->claim("/first.pdr"));
+  ASSERT_EQ(first->claim("/first.pdr"), Claim::First);
   const QString path = QString::fromUtf8("/home/zoë/Hours & 100%#1.pdr");
-  EXPECT_FALSE(startLater(path));
+  EXPECT_EQ(startLater(path), Claim::HandedOver);
   QStringList opened;
   EXPECT_TRUE(eventually([&] {
     first->setOpener([&](const QString& handed) { opened << handed; });
     return !opened.isEmpty();
   }));
-  EXPECT_FALSE(startLater({}));
+  EXPECT_EQ(startLater({}), Claim::HandedOver);
   EXPECT_TRUE(eventually([&] { return opened.size() == 2; }));
   EXPECT_EQ(opened, QStringList({path, QString()}));
 }
 
 TEST_P(SingleInstanceTest, TheNextStartAfterTheEndIsTheFirstAgain) {
   auto first = start();
-  ASSERT_TRUE(first->claim({}));
+  ASSERT_EQ(first->claim({}), Claim::First);
   first.reset();
-  EXPECT_TRUE(startLater({}));
+  EXPECT_EQ(startLater({}), Claim::First);
+}
+
+TEST_P(SingleInstanceTest, OneThatDoesNotAnswerIsNotWaitedForAndStillTakesTheFile) {
+  const auto first = start();
+  ASSERT_EQ(first->claim({}), Claim::First);
+  QStringList opened;
+  first->setOpener([&](const QString& handed) { opened << handed; });
+  const std::unique_ptr<QThread> later(QThread::create([&] {
+    SingleInstance second(GetParam().hasBus ? bus_.connect() : QDBusConnection("none"), places_.path(""),
+                          std::chrono::milliseconds(50));
+    EXPECT_EQ(second.claim("/later.pdr"), Claim::Unanswered);
+  }));
+  later->start();
+  later->wait();  // meanwhile nothing of the first runs
+  EXPECT_TRUE(eventually([&] { return opened == QStringList("/later.pdr"); }));
+}
+
+TEST(SingleInstance, StartsWhereNoInstancesCanMeet) {
+  const LogCapture log;
+  SingleInstance instance(QDBusConnection("none"), {});
+  EXPECT_EQ(instance.claim({}), Claim::First);
+  EXPECT_EQ(log.lines().size(), 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(Places, SingleInstanceTest,

@@ -3,6 +3,7 @@
 // ends; every later start hands its file to the first and ends at once.
 
 #include <QString>
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -20,15 +21,20 @@ class SingleInstance {
 
   /// For the user who runs the program.
   SingleInstance();
-  /// Uses `socketFolder` when `bus` is not connected.
-  SingleInstance(const QDBusConnection& bus, const QString& socketFolder);
+  /// Uses `socketFolder` when `bus` is not connected. Waits so long for an instance that runs to answer.
+  SingleInstance(const QDBusConnection& bus, const QString& socketFolder,
+                 std::chrono::milliseconds patience = kPatience);
   ~SingleInstance();
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
-  /// Whether this process is the one that runs. If not, the other one was handed `path`, absolute or
-  /// empty, and this one should end.
-  [[nodiscard]] bool claim(const QString& path);
+  enum class Claim {
+    First,       ///< this process is the one that runs, or there is no way to find out, which is logged
+    HandedOver,  ///< another one has taken the path, and this one should end
+    Unanswered,  ///< another one runs and does not answer; it may take the path later
+  };
+  /// Finds out which process is the one that runs; another one is handed `path`, absolute or empty.
+  [[nodiscard]] Claim claim(const QString& path);
   /// Sets who opens the files of later starts. What came before is told at once.
   void setOpener(Opener opener);
 
@@ -36,7 +42,10 @@ class SingleInstance {
   class Meeting;
 
  private:
+  static constexpr std::chrono::milliseconds kPatience{5000};
+
   std::unique_ptr<Meeting> meeting_;
+  std::chrono::milliseconds patience_;
 };
 
 }  // namespace pendra

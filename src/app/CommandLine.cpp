@@ -1,0 +1,114 @@
+#include "CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <QStringDecoder>
+
+#include "platform/Text.h"
+
+namespace pendra {
+
+const char* const kUsage =
+    "Usage: pendra [--appearance light|dark] [FILE]\n"
+    "       pendra --new FILE\n"
+    "       pendra --tour DIR\n"
+    "Keeps track of the time you work for your customers.\n\n"
+    "  FILE                  a document (.pdr) or a backup (.pdrbackup) to open\n"
+    "  --new FILE            make that document and open it\n"
+    "  --appearance A        light or dark, whatever the desktop says\n"
+    "  --tour DIR            draw every window into a picture in that folder; needs no display\n"
+    "  --version, --help     print and end\n"
+    "  --                    what follows is a FILE, whatever it begins with\n";
+
+namespace {
+
+struct Options {
+  QCommandLineOption help{QStringLiteral("help")};
+  QCommandLineOption version{QStringLiteral("version")};
+  QCommandLineOption appearance{QStringLiteral("appearance"), {}, QStringLiteral("A")};
+  QCommandLineOption newFile{QStringLiteral("new"), {}, QStringLiteral("FILE")};
+  QCommandLineOption tour{QStringLiteral("tour"), {}, QStringLiteral("DIR")};
+
+  void addTo(QCommandLineParser& parser) const {
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    parser.addOptions({help, version, appearance, newFile, tour});
+    // The toolkit's own, one of which a session manager gives when it starts the program again.
+    for (const char* name : {"session", "platform", "style", "display", "geometry", "qwindowgeometry"}) {
+      parser.addOption({QString::fromLatin1(name), {}, QStringLiteral("VALUE")});
+    }
+  }
+};
+
+Error wrongUsage(const QString& text) {
+  return {QStringLiteral("command line"), status::kWrongUsage,
+          formatted(u"%@ (pendra --help says what can be asked)", {text})};
+}
+
+Error noDocument(QStringView text, const QString& file) {
+  return {QStringLiteral("command line"), status::kNoDocument, formatted(text, {file})};
+}
+
+Result<QStringList> textsOf(std::span<const char* const> arguments) {
+  QStringList texts;
+  for (const char* argument : arguments) {
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decoder.decode(QByteArrayView(argument));
+    if (decoder.hasError()) {
+      return noDocument(u"the name “%@” is not UTF-8; nothing was opened", text);
+    }
+    texts << text;
+  }
+  return texts;
+}
+
+QString whatIsWrong(const QCommandLineParser& parser) {
+  if (const QStringList unknown = parser.unknownOptionNames(); !unknown.isEmpty()) {
+    return formatted(u"unknown option --%@", {unknown.front()});
+  }
+  return parser.errorText();
+}
+
+Result<std::optional<Appearance>> appearanceOf(const QString& name) {
+  if (name.isEmpty()) return std::optional<Appearance>();
+  if (name == u"light") return std::optional(Appearance::Light);
+  if (name == u"dark") return std::optional(Appearance::Dark);
+  return wrongUsage(formatted(u"the appearance is light or dark, not “%@”", {name}));
+}
+
+Result<CommandLine> checkFile(CommandLine line, const QString& file) {
+  if (file.isEmpty()) return line;
+  line.file = QFileInfo(file).absoluteFilePath();
+  const bool exists = QFileInfo::exists(line.file);
+  if (line.isNewFile && exists) return noDocument(u"“%@” exists already and was left alone", line.file);
+  if (!line.isNewFile && !exists) {
+    return noDocument(u"“%@” does not exist; pendra --new makes a document", line.file);
+  }
+  return line;
+}
+
+}  // namespace
+
+Result<CommandLine> readCommandLine(std::span<const char* const> arguments) {
+  const auto texts = textsOf(arguments);
+  if (!texts) return texts.error();
+  const Options options;
+  QCommandLineParser parser;
+  options.addTo(parser);
+  const bool understood = parser.parse(texts.value());
+  if (parser.isSet(options.help)) return CommandLine{.task = CommandLine::Task::SayHelp};
+  if (parser.isSet(options.version)) return CommandLine{.task = CommandLine::Task::SayVersion};
+  if (!understood) return wrongUsage(whatIsWrong(parser));
+  const auto appearance = appearanceOf(parser.value(options.appearance));
+  if (!appearance) return appearance.error();
+  CommandLine line{.appearance = appearance.value()};
+  if (parser.isSet(options.tour)) {
+    line.task = CommandLine::Task::DrawTour;
+    line.tourFolder = parser.value(options.tour);
+  }
+  line.isNewFile = parser.isSet(options.newFile);
+  const QStringList files = parser.values(options.newFile) + parser.positionalArguments();
+  if (files.size() > 1) return wrongUsage(QStringLiteral("one document at a time"));
+  return checkFile(line, files.value(0));
+}
+
+}  // namespace pendra

@@ -1,0 +1,39 @@
+#pragma once
+// The command line is read from the bytes that were given, before there is an application or a display: a
+// name that is no text is refused, because any other spelling of it is another file.
+
+#include <QString>
+#include <optional>
+#include <span>
+
+#include "platform/Result.h"
+#include "ui/Theme.h"
+
+namespace pendra {
+
+/// With what status a start ends that does not open a window.
+namespace status {
+inline constexpr int kDone = 0;
+inline constexpr int kFailed = 1;      ///< nothing could be drawn or handed over
+inline constexpr int kWrongUsage = 2;  ///< also without a display
+inline constexpr int kNoDocument = 4;  ///< the document cannot be used
+}  // namespace status
+
+/// What a start of the program was asked for.
+struct CommandLine {
+  enum class Task { Run, DrawTour, SayVersion, SayHelp };
+
+  Task task = Task::Run;
+  std::optional<Appearance> appearance{};
+  QString file{};          ///< absolute; empty: the document that was open last
+  bool isNewFile = false;  ///< the file is to be made
+  QString tourFolder{};
+};
+
+/// Reads `arguments`, the program's name first. An error's code is the status to end with, its text one line.
+[[nodiscard]] Result<CommandLine> readCommandLine(std::span<const char* const> arguments);
+
+/// What `--help` prints.
+extern const char* const kUsage;
+
+}  // namespace pendra
