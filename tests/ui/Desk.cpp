@@ -1,0 +1,235 @@
+#include "Desk.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QDialog>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPlainTextEdit>
+#include <QTimer>
+
+#include "support/Events.h"
+#include "ui/RowTableView.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr int kTurns =
+    4;  // an editor closes, its text is stored, a question is asked, each in a turn of its own
+
+/// The visible top-level window with the table of activities.
+QWidget* timerWindow() {
+  const auto windows = QApplication::topLevelWidgets();
+  const auto found = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+    const auto tables = window->findChildren<RowTableView*>();
+    return qobject_cast<const QMainWindow*>(window) &&
+           std::any_of(tables.begin(), tables.end(), [](const QWidget* table) {
+             return table->accessibleName() == QStringLiteral("Activities");
+           });
+  });
+  return found == windows.end() ? nullptr : *found;
+}
+
+}  // namespace
+
+Desk::Desk(bool standalone) {
+  session.masterDoNotTrackEvents = true;
+  openDocument(standalone);
+}
+
+Desk::~Desk() {
+  for (AuxiliaryWindow* list : {session.customerListController, session.servicesListController}) {
+    if (auto* window = dynamic_cast<QWidget*>(list)) window->close();
+  }
+  settle();
+  timer_.reset();
+}
+
+void Desk::sitDown() {
+  std::ignore = session.context()->save();
+  timer_ =
+      std::make_unique<TimerWindowController>(session, menus_, static_cast<CommandTarget&>(*this), [] {});
+  window_ = timerWindow();
+  std::ignore = QTest::qWaitForWindowActive(window_);
+}
+
+void Desk::onDisk(const std::function<void(const ObjectContext&)>& look) const {
+  const QString copy = places.path(QStringLiteral("Copy.pdr"));
+  QFile::remove(copy);
+  ASSERT_TRUE(QFile::copy(session.document()->path(), copy));
+  ObjectContext read(session.objectModel(), clock, calendar);
+  ASSERT_TRUE(read.open(copy));
+  look(read);
+}
+
+void Desk::settle() {
+  for (int turn = 0; turn < kTurns; ++turn) QCoreApplication::processEvents();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void Desk::during(const Steps& opening, Steps steps) {
+  if (!steps) {
+    opening();
+    return settle();
+  }
+  bool done = false;
+  QTimer::singleShot(0, qApp, [&done, steps = std::move(steps)] {
+    QPointer<QWidget> sheet = QApplication::activeModalWidget();
+    ASSERT_TRUE(sheet) << "no sheet has opened";
+    sheet->activateWindow();
+    std::ignore = eventually([&] { return QApplication::activeWindow() == sheet; });
+    try {
+      steps();
+    } catch (const std::exception& failure) {
+      ADD_FAILURE() << failure.what();
+    }
+    settle();
+    done = true;
+    if (!sheet || !sheet->isVisible()) return;
+    ADD_FAILURE() << "the sheet is still open";
+    static_cast<QDialog&>(*sheet).done(QDialog::Rejected);
+  });
+  opening();
+  settle();
+  EXPECT_TRUE(done) << "no sheet has opened";
+}
+
+void Desk::type(const QString& text) {
+  QTest::keyClicks(QApplication::focusWidget(), text);
+  settle();
+}
+
+void Desk::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  QWidget* focus = QApplication::focusWidget();
+  QTest::keyClick(focus ? focus : &front(), key, modifiers);
+  settle();
+}
+
+void Desk::press(const QString& button, Steps inSheet) {
+  auto& widget = named<QAbstractButton>(button);
+  during([&] { QTest::mouseClick(&widget, Qt::LeftButton); }, std::move(inSheet));
+}
+
+void Desk::go(const QString& field) {
+  named(field).setFocus(Qt::MouseFocusReason);
+  settle();
+}
+
+void Desk::typeInto(const QString& field, const QString& text) {
+  go(field);
+  press(Qt::Key_A, Qt::ControlModifier);
+  press(Qt::Key_Delete);
+  if (!text.isEmpty()) type(text);
+}
+
+void Desk::select(const QString& table, int row) {
+  auto& view = named<RowTableView>(table);
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                    view.visualRect(view.model()->index(row, 1)).center());
+  settle();
+}
+
+void Desk::pressCell(const QString& table, int row, const QString& column, Steps inSheet) {
+  auto& view = named<RowTableView>(table);
+  const QPoint place = view.visualRect(index(table, row, column)).center();
+  during([&] { QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place); }, std::move(inSheet));
+}
+
+void Desk::command(Command command, Steps inSheet) {
+  during([&] { perform(command, &front()); }, std::move(inSheet));
+}
+
+void Desk::wait(double seconds) {
+  clock.advance(seconds);
+  if (!modals.isModal()) timer_->updateTimeDisplay();
+}
+
+QWidget& Desk::front() const {
+  if (QWidget* sheet = QApplication::activeModalWidget()) return *sheet;
+  QWidget* active = QApplication::activeWindow();
+  return active ? *active : *window_;
+}
+
+QString Desk::text(const QString& field) const {
+  const QWidget& widget = named(field);
+  if (const auto* box = qobject_cast<const QComboBox*>(&widget)) return box->currentText();
+  if (const auto* line = qobject_cast<const QLineEdit*>(&widget)) return line->text();
+  if (const auto* note = qobject_cast<const QPlainTextEdit*>(&widget)) return note->toPlainText();
+  return static_cast<const QLabel&>(widget).text();
+}
+
+QString Desk::description(const QString& name) const { return named(name).accessibleDescription(); }
+bool Desk::isEnabled(const QString& name) const { return named(name).isEnabled(); }
+bool Desk::isChecked(const QString& box) const { return named<QAbstractButton>(box).isChecked(); }
+
+QString Desk::focus() const {
+  const QWidget* widget = QApplication::focusWidget();
+  return widget ? widget->accessibleName() : QString();
+}
+
+int Desk::rows(const QString& table) const { return named<RowTableView>(table).model()->rowCount(); }
+int Desk::selectedRow(const QString& table) const { return named<RowTableView>(table).selectedRow(); }
+
+QModelIndex Desk::index(const QString& table, int row, const QString& column) const {
+  const QAbstractItemModel& model = *named<RowTableView>(table).model();
+  for (int section = 0; section < model.columnCount(); ++section) {
+    const auto says = [&](Qt::ItemDataRole role) {
+      return model.headerData(section, Qt::Horizontal, role).toString() == column;
+    };
+    if (says(Qt::DisplayRole) || says(Qt::AccessibleTextRole)) return model.index(row, section);
+  }
+  ADD_FAILURE() << table.toStdString() << " has no column " << column.toStdString();
+  return {};
+}
+
+QString Desk::cell(const QString& table, int row, const QString& column) const {
+  return index(table, row, column).data().toString();
+}
+
+QString Desk::row(const QString& table, int row) const {
+  const QAbstractItemModel& model = *named<RowTableView>(table).model();
+  QStringList cells;
+  for (int section = 0; section < model.columnCount(); ++section) {
+    cells << model.index(row, section).data(Qt::AccessibleTextRole).toString();
+  }
+  cells.removeAll(QString());
+  return cells.join(u' ');
+}
+
+QStringList Desk::notices() const {
+  QStringList texts;
+  for (const Notice& notice : const_cast<Session&>(session).notices().standing()) texts << notice.text;
+  return texts;
+}
+
+void Desk::perform(Command command, QWidget*) {
+  switch (command) {
+    case Command::AddActivity:
+      return timer_->addActivity();
+    case Command::EditActivity:
+      return timer_->editActivity();
+    case Command::EditSelected:
+      return timer_->editSelected();
+    case Command::Delete:
+      return timer_->deleteActivity();
+    case Command::ToggleTimer:
+      return timer_->state().toggleTimer();
+    case Command::MarkComplete:
+      return timer_->state().markSelectedCompleted();
+    case Command::MakeCurrent:
+      return timer_->state().makeCurrent();
+    case Command::MarkUnsent:
+      return timer_->state().log().markSelectedUnsent();
+    case Command::CustomerList:
+      return loadCustomerList(session, menus_, *this);
+    case Command::ServicesList:
+      return loadServicesList(session, menus_, *this);
+    default:
+      ADD_FAILURE() << "nobody at the desk carries out this command";
+  }
+}
+
+}  // namespace pendra
