@@ -2,7 +2,7 @@
 
 #include <QFileInfo>
 
-#include "document/RunningTimers.h"
+#include "document/HaltedEntries.h"
 #include "model/Queries.h"
 #include "platform/Files.h"
 
@@ -33,11 +33,10 @@ Result<std::unique_ptr<OpenDocument>> OpenDocument::read(const QString& path, co
   auto context = std::make_shared<ObjectContext>(model, clock, calendar);
   if (auto opened = context->open(path); !opened) return opened.error();
   std::unique_ptr<OpenDocument> document(new OpenDocument(path, std::move(context)));
-  document->halted = haltedEntries(*document->context_, lastSave);
   // Nobody's hand did this; where it cannot be stored, the commit's state says so.
   [[maybe_unused]] const auto done = document->context_->edit(QString(), {.undoable = false}, [&] {
     completeSettings(*document->context_);
-    haltRunningEntries(*document->context_);
+    haltRunningEntries(*document->context_, lastSave);
   });
   document->settings_ = queries::firstDocument(*document->context_);
   return document;

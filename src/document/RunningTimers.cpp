@@ -27,12 +27,6 @@ void refreshMainWindow(Session& session) {
 
 }  // namespace
 
-void haltRunningEntries(ObjectContext& context) {
-  for (TimeEntry* entry : context.all<TimeEntry>()) {
-    if (entry->running() != false) entry->setRunning(false);
-  }
-}
-
 bool isTimeRunning(const ObjectContext& context) {
   const auto activities = context.all<Activity>();
   return std::any_of(activities.begin(), activities.end(),

@@ -32,6 +32,16 @@ void TimeEntry::awakeFromInsert() {
 Activity* TimeEntry::activity() const { return activity_.get(); }
 void TimeEntry::setActivity(Activity* activity) { relate(activity_, activity); }
 
+void TimeEntry::setDuration(std::optional<double> duration) {
+  if (duration.value_or(0) != storedDuration()) setHaltedAt(std::nullopt);
+  assign(duration_, duration);
+}
+
+void TimeEntry::startTimer() {
+  setHaltedAt(std::nullopt);
+  setRunning(true);
+}
+
 void TimeEntry::stopTimer() {
   setDuration(elapsed());
   setRunning(false);

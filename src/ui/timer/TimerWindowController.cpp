@@ -120,7 +120,7 @@ void TimerWindowController::startUp() {
   show();
   introduce();
   tellOfStatistics();
-  postHaltedNotice(session_, [this](TimeEntry& entry) {
+  halted_ = std::make_unique<HaltedNotice>(session_, [this](TimeEntry& entry) {
     state_.log().selectEntry(&entry);
     state_.setCurrentEntry(&entry);
     editors_->showTimeEntrySheet();

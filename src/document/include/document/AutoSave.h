@@ -4,6 +4,7 @@
 #include <chrono>
 
 #include "platform/Notifier.h"
+#include "store/Observers.h"
 
 namespace pendra {
 
@@ -26,12 +27,18 @@ class AutoSave {
 
  private:
   void tryAgainIfNeeded();
+  void followDocument();
+  /// As soon as time runs that no sign of life covers: the next one may be two minutes away.
+  void giveFirstSign();
 
   Session& session_;
   SavePace pace_;
   QTimer periodic_;
   QTimer again_;
+  QTimer sign_;
   Notifier::Subscription attempts_;
+  Notifier::Subscription documents_;
+  Subscription edits_;
 };
 
 /// Stores that the program is alive, if time runs; what is being timed is known up to this moment should it

@@ -6,7 +6,6 @@
 #include <memory>
 #include <optional>
 
-#include "document/HaltedEntries.h"
 #include "model/DocumentSettings.h"
 #include "platform/Result.h"
 #include "store/ObjectContext.h"
@@ -36,8 +35,6 @@ class OpenDocument {
   [[nodiscard]] bool isStandalone() const { return settings().standalone().value_or(false); }
   [[nodiscard]] Instant openedAt() const { return openedAt_; }
 
-  /// What was halted when the document was read; emptied once the user has been told.
-  HaltedEntries halted;
   /// What the user knows about what could not be saved.
   struct Told {
     QString reason;                           ///< why; empty while all is well

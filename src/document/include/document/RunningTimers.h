@@ -7,9 +7,6 @@ namespace pendra {
 class ObjectContext;
 class Session;
 
-/// Sets `running` of every entry to false; no duration is written.
-void haltRunningEntries(ObjectContext& context);
-
 /// Whether any activity is being timed.
 [[nodiscard]] bool isTimeRunning(const ObjectContext& context);
 

@@ -21,7 +21,8 @@ class TimeEntry final : public ManagedObject {
   void setStart(std::optional<Instant> start) { assign(start_, start); }
   /// Seconds; absent while the entry has never been stopped.
   [[nodiscard]] std::optional<double> duration() const { return duration_; }
-  void setDuration(std::optional<double> duration) { assign(duration_, duration); }
+  /// Another length answers how long the entry is that a crash cut off.
+  void setDuration(std::optional<double> duration);
   [[nodiscard]] std::optional<bool> running() const { return running_; }
   void setRunning(std::optional<bool> running) { assign(running_, running); }
   /// When the entry was last sent; the reference instant, or none, means not sent.
@@ -35,6 +36,8 @@ class TimeEntry final : public ManagedObject {
   /// is.
   [[nodiscard]] std::optional<Instant> haltedAt() const { return haltedAt_; }
   void setHaltedAt(std::optional<Instant> instant) { assign(haltedAt_, instant); }
+  /// Whether it is still to be said how long it is, and may be: what was sent stays as it is.
+  [[nodiscard]] bool isHalted() const { return haltedAt_ && !timeIsFixed(); }
   /// The time within the entry in which nobody was there, while it has not been answered whether it counts.
   /// Both or none are present.
   [[nodiscard]] std::optional<Instant> awayFrom() const { return awayFrom_; }
@@ -44,7 +47,8 @@ class TimeEntry final : public ManagedObject {
   [[nodiscard]] const std::optional<QString>& notes() const { return notes_; }
   void setNotes(std::optional<QString> notes) { assign(notes_, std::move(notes)); }
 
-  void startTimer() { setRunning(true); }
+  /// Runs from its start on; what a crash cut off runs on as if it had not been.
+  void startTimer();
   /// The duration becomes now minus the start.
   void stopTimer();
 

@@ -14,6 +14,7 @@ namespace pendra {
 
 class CommandTarget;
 class EditorSheets;
+class HaltedNotice;
 class LogPaneView;
 class MenuModel;
 class TimerWindow;
@@ -74,6 +75,7 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   TimerState state_;
   LogPaneView* log_;
   std::unique_ptr<EditorSheets> editors_;
+  std::unique_ptr<HaltedNotice> halted_;
   QTimer tick_;
   std::unique_ptr<Tracker> tracker_;
   bool logHadFocus_ = false;

@@ -4,33 +4,53 @@
 
 #include <QDateTime>
 
-#include "document/Saving.h"
+#include "document/Backup.h"
+#include "store/UndoStack.h"
 #include "support/TestSession.h"
 
 namespace pendra {
 namespace {
 
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr auto kStart = "2026-11-24T08:00:00Z";
+constexpr auto kLastSave = "2026-11-24T08:58:00Z";
+
 class Halted : public testing::Test, protected TestSession {
  protected:
-  /// A document whose timers ran since `start` when the program was killed, last saved at `lastSave`.
-  void openAfterKill(std::initializer_list<const char*> customers, const char* start, const char* lastSave) {
-    openDocument();
-    for (const char* name : customers) {
-      Activity& activity = addActivity(&addCustomer(QString::fromUtf8(name)), &addService("Build"));
-      activity.startEntry().setStart(instantOf(start));
-    }
-    saveContextOrLog(session);
-    session.context()->close();
+  /// The program is killed; the file is from `lastSave`, and opened again.
+  void killAndOpen(const char* lastSave = kLastSave) {
+    ASSERT_TRUE(session.context()->save());
+    session.close();
     QFile file(places.path("Test.pdr"));
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     ASSERT_TRUE(file.setFileTime(QDateTime::fromString(QLatin1StringView(lastSave), Qt::ISODate),
                                  QFileDevice::FileModificationTime));
     file.close();
-    session.close();
-    loadDocument(session, places.path("Test.pdr"));
-    postHaltedNotice(session, [this](TimeEntry& entry) { edited_ = &entry; });
+    ASSERT_TRUE(loadDocument(session, places.path("Test.pdr")));
   }
-  const Notice& notice() { return session.notices().standing().at(0); }
+  Activity& addRunning(const char* customer, const char* start = kStart) {
+    Activity& activity = addActivity(&addCustomer(QString::fromUtf8(customer)), &addService("Build"));
+    activity.startEntry().setStart(instantOf(start));
+    return activity;
+  }
+  TimeEntry& entry(std::size_t index) { return *session.context()->all<TimeEntry>()[index]; }
+  template <class Work>
+  void edit(Work work) {
+    ASSERT_TRUE(session.context()->edit({}, work));
+  }
+  const std::vector<Notice>& standing() { return session.notices().standing(); }
+  QStringList titles() {
+    QStringList titles;
+    for (const NoticeAction& action : standing().at(0).actions) titles << action.title;
+    return titles;
+  }
+  void press(const QString& title) {
+    const NoticeAction action =
+        standing().at(0).actions.at(titles().indexOf(title));  // it may go with its notice
+    action.run();
+  }
   std::vector<std::optional<double>> durations() {
     std::vector<std::optional<double>> all;
     for (const TimeEntry* entry : session.context()->all<TimeEntry>()) all.push_back(entry->duration());
@@ -39,32 +59,111 @@ class Halted : public testing::Test, protected TestSession {
   TimeEntry* edited_ = nullptr;
 };
 
-TEST_F(Halted, OneEntryIsNamedAndCanBeSetOrTyped) {
-  openAfterKill({"Acme"}, "2026-11-24T08:00:00Z", "2026-11-24T08:58:00Z");
-  EXPECT_EQ(notice().text, "“Acme - Build” was being timed when Pendra ended. Its length was not stored.");
-  ASSERT_EQ(notice().actions.size(), 2U);
-  EXPECT_EQ(notice().actions[0].title, "Set to last save (09:58)");
-  notice().actions[1].run();
-  EXPECT_EQ(edited_, session.context()->all<TimeEntry>()[0]);
-  EXPECT_THAT(durations(), testing::ElementsAre(std::nullopt)) << "nothing is rescued unasked";
-  notice().actions[0].run();
-  EXPECT_THAT(durations(), testing::ElementsAre(3480));
+TEST_F(Halted, IsKnownToHaveRunUntilTheLastSignOfLife) {
+  const struct {
+    const char* alive;
+    const char* lastSave;
+    const char* start;
+    const char* shown;
+    const char* why;
+  } cases[] = {
+      {nullptr, "08:58", "08:00", "09:58", "a document of before there were signs of life"},
+      {"08:57", "08:58", "08:00", "09:58", "an edit was stored after the sign"},
+      {"08:57", "08:10", "08:00", "09:57", "a copy that is older than what is in it"},
+      {"08:30", "08:58", "08:00", "09:30", "a copy, made when nothing ran any more"},
+      {"06:00", "08:58", "08:57", "09:58", "the sign is of an earlier day's work"},
+      {"06:00", "07:00", "08:57", "09:57", "it lived when the entry began"},
+      {"23:00", "08:58", "08:00", "10:00", "not later than now, whatever a clock said"},
+  };
+  const auto at = [](const char* time) { return QStringLiteral("2026-11-24T%1:00Z").arg(time).toUtf8(); };
+  for (const auto& one : cases) {
+    openDocument();
+    addRunning("Acme", at(one.start).constData());
+    if (one.alive) session.settings()->setAliveAt(instantOf(at(one.alive).constData()));
+    killAndOpen(at(one.lastSave).constData());
+    const HaltedNotice notice(session, {});
+    EXPECT_EQ(titles()[0], QStringLiteral("Set to last save (%1)").arg(one.shown)) << one.why;
+    session.close();
+    QFile::remove(places.path("Test.pdr"));
+  }
+}
+
+TEST_F(Halted, AsksUntilItIsAnsweredAndNoLonger) {
+  openDocument();
+  addRunning("Acme");
+  killAndOpen();
+  const HaltedNotice notice(session, [this](TimeEntry& entry) { edited_ = &entry; });
+  EXPECT_EQ(standing()[0].text,
+            "“Acme - Build” was being timed when Pendra ended. Its length was not stored.");
+  EXPECT_EQ(titles(), QStringList({"Set to last save (09:58)", "Type its length…", "Run On"}));
+  press("Type its length…");
+  EXPECT_EQ(edited_, &entry(0));
+  EXPECT_THAT(durations(), ElementsAre(std::nullopt)) << "nothing is rescued unasked";
+  edit([&] { entry(0).setNotes("no answer"), entry(0).setDuration(0); });
+  EXPECT_EQ(standing().size(), 1U);
+  edit([&] { entry(0).activity()->customer()->setName("Zed"); });
+  EXPECT_TRUE(standing()[0].text.startsWith("“Zed - Build”"));
+
+  session.notices().withdraw(standing()[0].key);
+  edit([&] { entry(0).setNotes("still none"); });
+  EXPECT_THAT(standing(), IsEmpty()) << "it was dismissed";
+  backUpTo(session, places.path("Copy.pdrbackup"));
+  killAndOpen();
+  EXPECT_EQ(titles()[0], "Set to last save (09:58)") << "but not answered";
+  session.close();
+  QFile::remove(places.path("Test.pdr"));
+  ASSERT_TRUE(QFile::rename(places.path("Copy.pdrbackup"), places.path("Test.pdr")));
+  ASSERT_TRUE(loadDocument(session, places.path("Test.pdr")));
+  EXPECT_EQ(titles()[0], "Set to last save (09:58)") << "nor by a backup and a restore";
+
+  press("Set to last save (09:58)");
+  EXPECT_THAT(durations(), ElementsAre(3480));
   EXPECT_FALSE(session.context()->hasChanges()) << "it is stored at once";
+  EXPECT_THAT(standing(), IsEmpty());
+  session.context()->undoStack().undo();
+  EXPECT_EQ(standing().size(), 1U) << "the answer was taken back";
+  edit([&] { entry(0).setSendingSince(clock.now()); });
+  EXPECT_THAT(standing(), IsEmpty()) << "its time may be in Vantor";
+  edit([&] { entry(0).setSendingSince({}); });
+  EXPECT_EQ(standing().size(), 1U);
+  edit([&] { entry(0).setDuration(7200); });
+  EXPECT_THAT(standing(), IsEmpty()) << "its length was corrected elsewhere";
+  EXPECT_FALSE(entry(0).haltedAt());
 }
 
-TEST_F(Halted, SeveralAreCountedAndSetTogether) {
-  openAfterKill({"Acme", "Zed"}, "2026-11-23T08:00:00Z", "2026-11-23T08:00:30Z");
-  EXPECT_EQ(notice().text, "2 entries were being timed when Pendra ended. Their lengths were not stored.");
-  ASSERT_EQ(notice().actions.size(), 1U);
-  EXPECT_EQ(notice().actions[0].title, "Set to last save (23 Nov 09:00)");
-  session.context()->deleteObject(*session.context()->all<TimeEntry>()[0]);
-  notice().actions[0].run();
-  EXPECT_THAT(durations(), testing::ElementsAre(30)) << "one may have been deleted meanwhile";
-}
-
-TEST_F(Halted, NothingIsSaidWhereNothingWasLost) {
-  openAfterKill({}, "2026-11-24T08:00:00Z", "2026-11-24T08:58:00Z");
-  EXPECT_TRUE(session.notices().standing().empty());
+TEST_F(Halted, SeveralAreAnsweredTogetherAndEachCrashForItself) {
+  openDocument();
+  addRunning("Earlier", "2026-11-23T08:00:00Z");
+  killAndOpen("2026-11-23T08:00:30Z");
+  addRunning("Acme");
+  addRunning("Deleted");
+  addRunning("Again");
+  addRunning("Completed");
+  killAndOpen();
+  const HaltedNotice notice(session, {});
+  EXPECT_EQ(standing()[0].text,
+            "4 entries were being timed when Pendra ended. Their lengths were not stored.");
+  EXPECT_EQ(titles(), QStringList({"Set to last save (09:58)", "Run On"}));
+  edit([&] {
+    session.context()->deleteObject(entry(2));
+    entry(2).activity()->startEntry();
+    entry(3).activity()->setCompleted(true);
+  });
+  press("Run On");
+  const auto runs = [&](std::size_t index) { return entry(index).running() == true; };
+  EXPECT_TRUE(runs(1) && !entry(1).haltedAt()) << "from its start, as if nothing had happened";
+  EXPECT_EQ(entry(1).elapsed(), 3600);
+  EXPECT_FALSE(runs(2)) << "its activity runs already";
+  EXPECT_FALSE(runs(3)) << "its activity has left the list";
+  EXPECT_EQ(titles(), QStringList{"Set to last save (09:58)"});
+  session.context()->undoStack().undo();
+  EXPECT_TRUE(!runs(1) && entry(1).isHalted());
+  press("Set to last save (09:58)");
+  EXPECT_THAT(durations(), ElementsAre(std::nullopt, 3480, 3480, 3480, std::nullopt));
+  EXPECT_EQ(titles()[0], "Set to last save (23 Nov 09:00)") << "the crash before";
+  press(titles()[0]);
+  EXPECT_EQ(durations()[0], 30);
+  EXPECT_THAT(standing(), IsEmpty());
 }
 
 }  // namespace
