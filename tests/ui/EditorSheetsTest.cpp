@@ -234,9 +234,7 @@ TEST(TimePeriodSheetInAWindow, EndsWithOKOrCancelByKeyboard) {
   TimeEntrySheet sheet(test.session, nullptr);
   int ended = -1;
   QObject::connect(&sheet, &QDialog::finished, &sheet, [&](int code) { ended = code; });
-  sheet.controller().setCurrentActivity(&activity);
-  sheet.controller().setCurrentEntry(&period);
-  sheet.controller().fill();
+  sheet.controller().show(period);
   sheet.show();
   QTest::keyClick(&named<QLineEdit>(sheet, "Duration"), Qt::Key_Return);
   EXPECT_EQ(ended, EditorSheet::kAccepted);

@@ -1,5 +1,6 @@
 #include "EntryAdapters.h"
 
+#include "ui/Buttons.h"
 #include "ui/Theme.h"
 
 namespace pendra {
@@ -18,6 +19,12 @@ void layOutEntry(EntryAdapters& entry) {
   fitToText(entry.startTimeField.widget(), "00:00 ");
   fitToText(entry.startTimeFieldAMPM.widget(), "AM ");
   fitToText(entry.durationField.widget(), "0000:00:00");
+}
+
+void markUnreadable(QWidget& field, bool unreadable) {
+  if (field.property(kUnreadableProperty).toBool() == unreadable) return;
+  field.setProperty(kUnreadableProperty, unreadable);
+  field.update();
 }
 
 void showAsSecondary(std::initializer_list<QWidget*> labels) {

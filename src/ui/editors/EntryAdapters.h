@@ -2,6 +2,7 @@
 
 #include "ControlAdapters.h"
 #include "LeaveGuard.h"
+#include "ui/EchoLine.h"
 #include "ui_core/ListSteps.h"
 
 namespace pendra {
@@ -72,6 +73,23 @@ void connectEntry(EntryAdapters& entry, LeaveGuard& guard, Controller& controlle
 
 /// Sizes of the fields, for the longest text that each is made for.
 void layOutEntry(EntryAdapters& entry);
+/// Frames a field in the colour of a warning, or not.
+void markUnreadable(QWidget& field, bool unreadable);
+
+/// Shows what stands beside start and duration in a form that names its lines alike.
+template <class Form>
+void showTimeEchoes(const Form& form, const EntryEchoes& echoes) {
+  form.startEcho->showEcho(echoes.start);
+  form.durationEcho->showEcho(echoes.duration);
+  form.adviceEcho->showEcho(echoes.advice);
+  for (QWidget* field : {form.startDateField, form.startTimeField, form.startTimeFieldAMPM}) {
+    describeField(*field, {echoes.start});
+  }
+  describeField(*form.durationField, {echoes.duration, echoes.advice});
+  form.durationField->setReadOnly(echoes.lengthRuns);
+  markUnreadable(*form.durationField, echoes.duration.tone == Echo::Tone::Warning);
+}
+
 /// Shows words that matter less than the fields as such.
 void showAsSecondary(std::initializer_list<QWidget*> labels);
 

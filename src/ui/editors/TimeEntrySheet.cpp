@@ -11,6 +11,8 @@ namespace pendra {
 
 namespace {
 
+constexpr std::chrono::milliseconds kTick{1000};
+
 struct Form : Ui::TimeEntrySheet {
   explicit Form(QDialog* sheet) { setupUi(sheet); }
 };
@@ -22,11 +24,12 @@ struct TimeEntrySheet::Parts {
   Parts(TimeEntrySheet& sheet, Session& session)
       : form(&sheet),
         guard(*new LeaveGuard(sheet)),
-        edited([this](const Control&) { controller.controlEdited(); }),
+        edited([this](const Control& control) { controller.controlEdited(control); }),
         entry(form, edited),
         notesField(*form.notesField, edited),
         activityNotesField(*form.activityNotesField, edited),
-        controller(session, {entry.fields(), notesField, activityNotesField, *form.notesLength, sheet}) {}
+        controller(session,
+                   {entry.fields(), notesField, activityNotesField, *form.notesLength, sheet, sheet}) {}
 
   Form form;
   LeaveGuard& guard;
@@ -59,8 +62,25 @@ void TimeEntrySheet::connectControls() {
     guardField(parts.guard, *notes, parts.controller);
     connect(&notes->widget(), &NotesEdit::returnPressed, this, [this] { parts_->controller.accept(); });
   }
+  connect(&tick_, &QTimer::timeout, this, [this] { parts_->controller.tick(); });
   connect(parts.form.okButton, &QPushButton::clicked, this, [this] { parts_->controller.accept(); });
   connect(parts.form.cancelButton, &QPushButton::clicked, this, &TimeEntrySheet::reject);
+}
+
+void TimeEntrySheet::showEchoes(const EntryEchoes& echoes) {
+  const Form& form = parts_->form;
+  const int before = sizeHint().height();
+  showTimeEchoes(form, echoes);
+  form.jobEcho->showEcho(echoes.job);
+  form.namesEcho->showEcho(echoes.names);
+  for (QWidget* popup :
+       {static_cast<QWidget*>(form.customerPopup), static_cast<QWidget*>(form.servicePopup)}) {
+    describeField(*popup, {echoes.names});
+  }
+  describeField(*form.jobPopup, {echoes.job, echoes.names});
+  markUnreadable(*form.jobPopup, !echoes.job.text.isEmpty());
+  layout()->activate();
+  resize(width(), height() + sizeHint().height() - before);
 }
 
 int TimeEntrySheet::run() {
@@ -69,9 +89,13 @@ int TimeEntrySheet::run() {
   // What is wrong with an entry is most often its length.
   QLineEdit& duration = *parts_->form.durationField;
   duration.selectAll();
-  QWidget* first = duration.isEnabled() ? static_cast<QWidget*>(&duration) : parts_->form.notesField;
+  const bool typed = duration.isEnabled() && !duration.isReadOnly();
+  QWidget* first = typed ? static_cast<QWidget*>(&duration) : parts_->form.notesField;
   first->setFocus();
-  return SheetRunner(session_.ports().modals).run(*this);
+  tick_.start(kTick);
+  const int code = SheetRunner(session_.ports().modals).run(*this);
+  tick_.stop();
+  return code;
 }
 
 void TimeEntrySheet::reject() { parts_->controller.cancel(); }

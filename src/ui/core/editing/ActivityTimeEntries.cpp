@@ -1,6 +1,7 @@
 #include "model/DurationText.h"
 #include "platform/Preferences.h"
 #include "ui_core/ActivityEditor.h"
+#include "ui_core/DurationReading.h"
 
 namespace pendra {
 
@@ -15,8 +16,11 @@ void ActivityEditor::applyToSelectedEntry() {
   TimeEntry* period = selectedEntry();
   const EntryTexts texts = textsOf(controls_.entry, session_, period != nullptr);
   if (!passes(selectedPeriodChecks(), texts, session_.ports().alerts)) return;
-  takeStart(*period, texts, session_.notices());
-  period->setDuration(durationInSeconds(texts.duration));
+  if (!period->timeIsFixed()) {
+    period->setStart(startToStore(*period, texts, session_.notices()));
+    period->setDuration(readDuration(texts.duration).seconds);
+    period->setHaltedAt(std::nullopt);
+  }
 
   const int index = controls_.activityTable.selectedRow();
   TimeEntryRow row = *rows_.row(index);
@@ -32,7 +36,10 @@ void ActivityEditor::applyToSelectedEntry() {
 
 void ActivityEditor::addTimeEntry() {
   if (!currentActivity_) return;
-  const TimeEntry& period = currentActivity_->addEntry();
+  const Instant start =
+      startOfAddedEntry(*currentActivity_, session_.ports().clock.now(), session_.ports().calendar);
+  TimeEntry& period = currentActivity_->addEntry();
+  period.setStart(start);
   reloadData();
   if (const auto row = indexOfEntry(period)) controls_.activityTable.selectRow(*row);
   controls_.entry.startDateField.takeFocus();

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "platform/DateTexts.h"
+#include "ui_core/DurationReading.h"
 
 namespace pendra {
 

@@ -1,11 +1,14 @@
 #include "ui_core/EntryTexts.h"
 
+#include <QCoreApplication>
 #include <cmath>
 
+#include "model/Activity.h"
 #include "model/TimeEntry.h"
 #include "platform/DateTexts.h"
 #include "platform/NaturalDate.h"
 #include "platform/Text.h"
+#include "ui_core/DurationReading.h"
 
 namespace pendra {
 
@@ -13,6 +16,10 @@ namespace {
 
 constexpr double kMinute = 60;
 const QString kStartNoticeKey = QStringLiteral("start");
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::EntryTexts", text); }
+
+Instant wholeMinute(Instant instant) { return {std::floor(instant.seconds / kMinute) * kMinute}; }
 
 /// Whether two instants have the same date and time of day, which in the night when the clock is set back two
 /// instants have that lie an hour apart.
@@ -34,47 +41,46 @@ EntryTexts textsOf(const EntryFields& fields, const Session& session, bool entry
           .calendar = session.ports().calendar};
 }
 
-qint64 integerValue(QStringView text) {
-  constexpr qint64 kLimit = std::numeric_limits<qint32>::max();
-  text = text.trimmed();
-  const bool negative = text.startsWith(u'-');
-  if (negative || text.startsWith(u'+')) text = text.sliced(1);
-  qint64 value = 0;
-  for (const QChar digit : text) {
-    if (digit < u'0' || digit > u'9') break;
-    value = std::min(value * 10 + (digit.unicode() - u'0'), kLimit);
-  }
-  return negative ? -value : value;
-}
-
-double durationInSeconds(const QString& text) {
-  const QStringList pieces = text.split(u':');
-  const qint64 minutes = pieces.size() > 1 ? integerValue(pieces[1]) : 0;
-  return static_cast<double>((integerValue(pieces[0]) * 60 + minutes) * 60);
-}
-
 std::optional<Instant> startInstant(const EntryTexts& texts, std::optional<Instant> before) {
   const QString joined = texts.startTime + texts.startTimeAMPM + texts.startDate;
   const auto typed = dateWithNaturalLanguageString(joined, texts.now, texts.calendar);
   if (!typed || !before) return typed;
-  const Instant minuteBefore{std::floor(before->seconds / kMinute) * kMinute};
+  const Instant minuteBefore = wholeMinute(*before);
   return looksLike(*typed, minuteBefore, texts.calendar) ? minuteBefore : typed;
 }
 
-void takeStart(TimeEntry& period, const EntryTexts& texts, Notices& notices) {
-  if (const auto start = startInstant(texts, period.start())) {
-    period.setStart(start);
-    notices.withdraw(kStartNoticeKey);
-    return;
-  }
-  if (texts.startDate.isEmpty() && texts.startTime.isEmpty()) return notices.withdraw(kStartNoticeKey);
+std::optional<Instant> typedStart(const TimeEntry& entry, const EntryTexts& texts) {
+  const auto typed = startInstant(texts, entry.start());
+  const bool isAdded = !entry.duration() && entry.running() != true && !entry.haltedAt();
+  const double length = readDuration(texts.duration).seconds;
+  if (!typed || !entry.start() || !isAdded || length <= 0) return typed;
+  if (*typed != wholeMinute(*entry.start())) return typed;
+  return std::min(*typed, wholeMinute(texts.now + -length));
+}
+
+std::optional<Instant> startToStore(const TimeEntry& entry, const EntryTexts& texts, Notices& notices) {
+  notices.withdraw(kStartNoticeKey);
+  if (const auto start = typedStart(entry, texts)) return start;
   const QString typed =
       QStringList{texts.startDate, texts.startTime, texts.startTimeAMPM}.join(u' ').trimmed();
-  notices.post(
-      {.key = kStartNoticeKey,
-       .text = formatted(u"“%@” could not be read as a start; the entry keeps the one it has.", {typed}),
-       .actions = {},
-       .ofDocument = true});
+  if (!(texts.startDate.isEmpty() && texts.startTime.isEmpty())) {
+    notices.post(
+        {.key = kStartNoticeKey,
+         .text = formatted(tr("“%@” could not be read as a start; the entry keeps the one it has."), {typed}),
+         .actions = {},
+         .ofDocument = true});
+  }
+  return entry.start();
+}
+
+Instant startOfAddedEntry(const Activity& activity, Instant now, const Calendar& calendar) {
+  std::optional<Instant> lastEnd;
+  for (const TimeEntry* entry : activity.entries()) {
+    if (!entry->start() || calendar.day(*entry->start()) != calendar.day(now)) continue;
+    const Instant end = entry->running() == true ? now : *entry->start() + entry->storedDuration();
+    lastEnd = std::max(lastEnd.value_or(end), end);
+  }
+  return std::min(lastEnd.value_or(now), now);
 }
 
 void showStart(const EntryFields& fields, std::optional<Instant> start, const Calendar& calendar) {

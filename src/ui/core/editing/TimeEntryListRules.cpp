@@ -1,18 +1,31 @@
+#include <QCoreApplication>
+
 #include "model/Queries.h"
 #include "ui_core/ListSteps.h"
 #include "ui_core/TimeEntryEditor.h"
 
 namespace pendra {
 
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::TimeEntryEditor", text); }
+
+}  // namespace
+
 void TimeEntryEditor::reloadNames() {
   if (!session_.context()) return;
   customerNames_ = queries::distinctNames(queries::shownCustomers(context()));
   serviceNames_ = queries::distinctNames(queries::shownServices(context()));
-  customerPicked();
+  refillJobs();
   controls_.entry.jobPopup.setEnabled(isStandalone());
 }
 
 void TimeEntryEditor::customerPicked() {
+  refillJobs();
+  showEchoes();
+}
+
+void TimeEntryEditor::refillJobs() {
   const EntryFields& entry = controls_.entry;
   const QString name = entry.customerPopup.text();
   if (name.isEmpty()) {
@@ -57,7 +70,7 @@ bool TimeEntryEditor::mayLeaveCustomer() {
     return false;
   }
   if (!wantsToAdd(name, popup)) return false;
-  addCustomer(context(), name);
+  std::ignore = context().edit(tr("New Customer"), [&] { addCustomer(context(), name); });
   customerPicked();
   jobNames_.clear();
   return true;
@@ -72,15 +85,16 @@ bool TimeEntryEditor::mayLeaveService() {
     return false;
   }
   if (!wantsToAdd(name, popup)) return false;
-  addService(context(), name);
+  std::ignore = context().edit(tr("New Service Item"), [&] { addService(context(), name); });
   return true;
 }
 
-// Kept: a job is never added from here, and nothing is said; an unknown customer holds the field.
+// Kept: a job is never added from here, and no alert is shown; an unknown customer holds the field. Why
+// stands beside it.
 bool TimeEntryEditor::mayLeaveJob() const {
   const QString customerName = controls_.entry.customerPopup.text();
   const QString name = controls_.entry.jobPopup.text();
-  if (customerName.isEmpty() || name.isEmpty()) return true;
+  if (customerName.isEmpty() || name.isEmpty() || !isTouched(controls_.entry.jobPopup)) return true;
   for (const Customer* customer : queries::customersNamed(context(), customerName)) {
     for (const Job* job : customer->jobs()) {
       if (job->name() == name) return true;

@@ -3,19 +3,10 @@
 namespace pendra {
 
 void TimeEntrySheetFlow::showTimeEntrySheet() {
-  TimeEntry* period = timer_.currentEntry();
-  if (!period) return;
-  LogPane& log = timer_.log();
-  // The log can be asked for its activity only while a row is selected.
-  Activity* activity = log.numberOfSelectedRows() > 0 ? log.selectedActivity() : period->activity();
-  editor_.setCurrentActivity(activity);
-  editor_.setCurrentEntry(period);
-  editor_.fill();
-  if (editor_.controls().sheet.run() != EditorSheet::kAccepted) return;
-  editor_.saveValues();
-  timer_.reloadData();
-  log.reloadKeepingChoice();
-  log.selectEntry(timer_.currentEntry());
+  TimeEntry* entry = timer_.currentEntry();
+  if (!entry || !entry->activity()) return;
+  editor_.show(*entry);
+  if (editor_.controls().sheet.run() == EditorSheet::kAccepted) editor_.saveValues();
 }
 
 }  // namespace pendra

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QTimer>
 #include <memory>
 
 #include "ui_core/TimeEntryEditor.h"
@@ -8,7 +9,7 @@
 namespace pendra {
 
 /// The time entry editor as a sheet of the timer window. Return is its OK, Escape its Cancel.
-class TimeEntrySheet final : public QDialog, public EditorSheet {
+class TimeEntrySheet final : public QDialog, public EditorSheet, public EchoDisplay {
   Q_OBJECT
  public:
   /// A child of `window`; the session must outlive it.
@@ -20,6 +21,7 @@ class TimeEntrySheet final : public QDialog, public EditorSheet {
   int run() override;
   void end(int code) override { done(code); }
   void reject() override;
+  void showEchoes(const EntryEchoes& echoes) override;
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -30,6 +32,7 @@ class TimeEntrySheet final : public QDialog, public EditorSheet {
 
   Session& session_;
   std::unique_ptr<Parts> parts_;
+  QTimer tick_;
 };
 
 }  // namespace pendra

@@ -175,9 +175,9 @@ TEST_F(ActivityEditor, CountsTheNoteAndWarnsOnceEver) {
   EXPECT_EQ(test.alerts.messages(), QStringList{"Note exceeds Vantor limits."});
   EXPECT_EQ(test.defaults.text(" PendraNoteLengthWarning"), "YES");
 
-  TimePeriodEditorOfTest period(test);
+  TimeEntryEditorOfTest period(test);
   period.activityNotesField.value = QString(101, u'x');
-  period.editor.controlEdited();
+  period.editor.controlEdited(period.activityNotesField);
   EXPECT_TRUE(period.notesLength.tooLong);
   EXPECT_EQ(test.alerts.shown().size(), 1u) << "either editor silences both";
 }

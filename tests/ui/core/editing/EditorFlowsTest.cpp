@@ -21,13 +21,12 @@ class LogOfFlows final : public LogPane {
   void clearSelection() override {}
   void updateRunningEntries() override {}
   void markSelectedUnsent() override {}
-  void selectEntry(const TimeEntry* period) override { selected = period; }
+  void selectEntry(const TimeEntry*) override {}
   [[nodiscard]] std::vector<Ref<TimeEntry>> selectedEntries() const override { return {}; }
   [[nodiscard]] Activity* selectedActivity() const override { return activity; }
   [[nodiscard]] int numberOfSelectedRows() const override { return activity ? 1 : 0; }
 
   Activity* activity = nullptr;
-  const TimeEntry* selected = nullptr;
 };
 
 class EditorFlows : public testing::Test {
@@ -55,7 +54,7 @@ class EditorFlows : public testing::Test {
   TestSession test;
   ObjectContext& context;
   ActivityEditorOfTest sheet;
-  TimePeriodEditorOfTest entrySheet;
+  TimeEntryEditorOfTest entrySheet;
   NoDisplay display;
   LogOfFlows log;
   TableOfEditor table;
@@ -182,26 +181,27 @@ TEST_F(EditorFlows, ANewActivityOfAnUnknownCustomerStaysAsItWasMade) {
   EXPECT_EQ(timer.rows().rowCount(), 0) << "listed by the next reload only";
 }
 
-TEST_F(EditorFlows, ATimeEntryIsSavedOnOKOnlyAndSelectedAgain) {
+TEST_F(EditorFlows, ATimeEntryIsEditedWithItsOwnActivityOnOKOnly) {
   TimeEntrySheetFlow entryFlow(timer, entrySheet.editor);
   Activity& activity = test.addActivity(acme, design);
-  TimeEntry& period = test.addPeriod(activity, "2026-11-23T08:00:00Z", 60);
+  TimeEntry& entry = test.addPeriod(activity, "2026-11-23T08:00:00Z", 60);
   entryFlow.showTimeEntrySheet();
   EXPECT_EQ(entrySheet.editor.currentEntry(), nullptr) << "nothing is selected";
 
-  timer.setCurrentEntry(&period);
-  log.activity = &activity;
+  timer.setCurrentEntry(&entry);
+  log.activity = &test.addActivity(zenith, design);
   int code = EditorSheet::kCancelled;
   entrySheet.sheet.user = [&] {
-    entrySheet.fields.durationField.value = "2:00";
+    EXPECT_EQ(entrySheet.fields.customerPopup.value, "Acme") << "whatever the log has selected";
+    entrySheet.type(entrySheet.fields.durationField, "2:00");
     entrySheet.sheet.end(code);
   };
   entryFlow.showTimeEntrySheet();
-  EXPECT_EQ(period.duration(), 60);
+  EXPECT_EQ(entry.duration(), 60);
   code = EditorSheet::kAccepted;
   entryFlow.showTimeEntrySheet();
-  EXPECT_EQ(period.duration(), 7200);
-  EXPECT_EQ(log.selected, &period);
+  EXPECT_EQ(entry.duration(), 7200);
+  EXPECT_EQ(context.undoStack().undoName(), "Edit of an Entry");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "store/UndoStack.h"
 #include "support/CellText.h"
 #include "support/TestSession.h"
 #include "ui_core/EditorFlows.h"
@@ -133,19 +134,26 @@ struct ActivityEditorOfTest {
 };
 
 /// The time entry editor over a document of its own.
-struct TimePeriodEditorOfTest {
-  explicit TimePeriodEditorOfTest(TestSession& test) : editor(test.session, controls) {}
-  void edit(TimeEntry& period) {
-    editor.setCurrentActivity(period.activity());
-    editor.setCurrentEntry(&period);
-    editor.fill();
+struct TimeEntryEditorOfTest : EchoDisplay {
+  explicit TimeEntryEditorOfTest(TestSession& test) : editor(test.session, controls) {}
+  void showEchoes(const EntryEchoes& now) override { echoes = now; }
+  /// What a person does: unlike a text that is set, it counts as touched.
+  void type(ControlOfTest& control, const QString& text) {
+    control.value = text;
+    editor.controlEdited(control);
+  }
+  void typeStart(const char* time, const char* marker, const char* date) {
+    type(fields.startTimeField, time);
+    type(fields.startTimeFieldAMPM, marker);
+    type(fields.startDateField, date);
   }
 
   FieldsOfTest fields;
   ControlOfTest notesField, activityNotesField;
   LengthOfTest notesLength;
   SheetOfTest sheet;
-  TimeEntryEditorControls controls{fields.entry, notesField, activityNotesField, notesLength, sheet};
+  EntryEchoes echoes;
+  TimeEntryEditorControls controls{fields.entry, notesField, activityNotesField, notesLength, *this, sheet};
   TimeEntryEditor editor;
 };
 

@@ -2,6 +2,7 @@
 
 #include "support/Rows.h"
 #include "support/TestSession.h"
+#include "ui_core/DurationReading.h"
 
 namespace pendra {
 namespace {
@@ -92,29 +93,67 @@ TEST(SelectedPeriodChecks, StopWithoutAWordWhenNothingIsSelected) {
   EXPECT_EQ(alerts.last().style, Alert::Style::Critical);
 }
 
+using Doubt = DurationReading::Doubt;
+
 struct Length {
   const char* name;
   const char* text;
-  double seconds;
+  const char* stored;
+  Doubt doubt = Doubt::None;
+  const char* advice = "";
+  double dropped = 0;
 };
 
-class DurationReading : public testing::TestWithParam<Length> {};
+class ReadDuration : public testing::TestWithParam<Length> {};
 
-TEST_P(DurationReading, TakesHoursAndMinutes) {
-  EXPECT_EQ(durationInSeconds(GetParam().text), GetParam().seconds);
+TEST_P(ReadDuration, SaysWhatIsStoredAndWhetherThatIsWhatTheTextSeemsToSay) {
+  const DurationReading reading = readDuration(GetParam().text);
+  EXPECT_EQ(durationInWords(reading.seconds), QString(GetParam().stored));
+  EXPECT_EQ(reading.doubt, GetParam().doubt);
+  EXPECT_EQ(reading.advice, QString(GetParam().advice));
+  EXPECT_EQ(reading.dropped, GetParam().dropped);
 }
 
+constexpr auto kHow = "A length is typed as 1:30, 1h30 or 90m.";
+
 INSTANTIATE_TEST_SUITE_P(
-    Rows, DurationReading,
-    testing::Values(Length{"HoursAlone", "2", 7200}, Length{"ShortMinutes", "1:5", 3900},
-                    Length{"SecondsAreDropped", "02:15:59", 8100}, Length{"MinutesHaveNoLimit", "1:75", 8100},
-                    Length{"NegativeMinutes", "0:-30", -1800}, Length{"MinusZero", "-0:30", 1800},
-                    Length{"LeadingBlanks", "  1: 30", 5400}, Length{"DigitsThenWords", "90m", 324000},
-                    Length{"PointEndsTheNumber", "1.5", 3600}, Length{"WordsAreZero", "abc", 0},
-                    Length{"Empty", "", 0}, Length{"NothingButColons", "::", 0}),
+    Plain, ReadDuration,
+    testing::Values(
+        Length{"Empty", "", "0 h 00 min"}, Length{"HoursAlone", "2", "2 h 00 min"},
+        Length{"Twelve", "12", "12 h 00 min"},
+        Length{"MoreThanTwelve", "90", "90 h 00 min", Doubt::TooLong, "For 90 minutes type 1:30."},
+        Length{"MoreThanTwelveWithAColon", "12:01", "12 h 01 min", Doubt::TooLong},
+        Length{"ShortMinutes", "1:5", "1 h 05 min"}, Length{"NoHours", ":30", "0 h 30 min"},
+        Length{"Blanks", "  1: 30 ", "1 h 30 min", Doubt::Unreadable, kHow},
+        Length{"SecondsAreDropped", "02:15:59", "2 h 15 min", Doubt::None, "", 59},
+        Length{"MinutesHaveNoLimit", "0:75", "1 h 15 min", Doubt::Differs},
+        Length{"PointEndsTheNumber", "1.5", "1 h 00 min", Doubt::Differs, "For 1 h 30 min type 1:30."},
+        Length{"SoDoesAComma", "0,33", "0 h 00 min", Doubt::Differs, "For 0 h 20 min type 0:20."},
+        Length{"NoDecimals", "2.0", "2 h 00 min"},
+        Length{"NegativeMinutes", "0:-30", "-0 h 30 min", Doubt::Differs},
+        Length{"NegativeHours", "-2:30", "-1 h 30 min", Doubt::Differs},
+        Length{"MinusZero", "-0:30", "0 h 30 min", Doubt::Differs},
+        Length{"Words", "abc", "0 h 00 min", Doubt::Unreadable, kHow},
+        Length{"DigitsThenWords", "2 cats", "2 h 00 min", Doubt::Unreadable, kHow},
+        Length{"NothingButColons", "::", "0 h 00 min", Doubt::Unreadable, kHow},
+        Length{"TwoNumbers", "1 30", "1 h 00 min", Doubt::Unreadable, kHow},
+        Length{"BeyondEveryNumber", "99999999999999999999999:59", "2147483647 h 59 min", Doubt::TooLong}),
     RowName());
 
-TEST(DurationReading, DoesNotOverflow) { EXPECT_GT(durationInSeconds("99999999999999999999999:59"), 0); }
+INSTANTIATE_TEST_SUITE_P(
+    WithUnits, ReadDuration,
+    testing::Values(Length{"HoursAndMinutes", "1h30", "1 h 30 min"}, Length{"Minutes", "90m", "1 h 30 min"},
+                    Length{"PartOfAnHour", "1.5h", "1 h 30 min"}, Length{"WithAComma", "1,5 h", "1 h 30 min"},
+                    Length{"LongUnit", "45 min", "0 h 45 min"},
+                    Length{"AllInWords", "1 Hour, 30 minutes", "1 h 30 min"},
+                    Length{"Clock", "1:30 h", "1 h 30 min"}, Length{"AThird", "0.33h", "0 h 20 min"},
+                    Length{"Seconds", "1h 5m 75s", "1 h 06 min", Doubt::None, "", 15},
+                    Length{"SecondsAlone", "90s", "0 h 01 min", Doubt::None, "", 30},
+                    Length{"TooLong", "90h", "90 h 00 min", Doubt::TooLong},
+                    Length{"NumberWithoutAUnit", "90 30s", "90 h 00 min", Doubt::Unreadable, kHow},
+                    Length{"Negative", "-1h30", "-1 h 00 min", Doubt::Unreadable, kHow},
+                    Length{"NoUnitOfTime", "3 km", "3 h 00 min", Doubt::Unreadable, kHow}),
+    RowName());
 
 }  // namespace
 }  // namespace pendra

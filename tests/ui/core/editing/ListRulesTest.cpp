@@ -144,8 +144,10 @@ INSTANTIATE_TEST_SUITE_P(
 class TimeEntryListRules : public ListRules {};
 
 TEST_P(TimeEntryListRules, DecideWhetherAFieldIsLeft) {
-  TimePeriodEditorOfTest sheet(test);
-  EXPECT_EQ(sheet.editor.mayLeave(type(sheet.fields)), GetParam().mayLeave);
+  TimeEntryEditorOfTest sheet(test);
+  const Control& left = type(sheet.fields);
+  sheet.editor.controlEdited(sheet.fields.jobPopup);
+  EXPECT_EQ(sheet.editor.mayLeave(left), GetParam().mayLeave);
   expectSaid();
 }
 
@@ -241,7 +243,7 @@ TEST_F(ListEntries, ListsHoldDistinctOfferedNamesWhateverTheirCase) {
   test.addCustomer("Acme");
   test.addCustomer("Hidden").setShown(false);
   ActivityEditorOfTest activity(test);
-  TimePeriodEditorOfTest period(test);
+  TimeEntryEditorOfTest period(test);
   period.editor.reloadNames();
   const QStringList expected{"Acme", "zebra"};
   EXPECT_EQ(activity.editor.namesFor(activity.fields.customerPopup), expected);
@@ -262,7 +264,7 @@ TEST_F(ListEntries, PickingACustomerListsItsJobsEachEditorInItsOwnWay) {
   EXPECT_EQ(activity.editor.namesFor(activity.fields.jobPopup), (QStringList{"Cellar", "roof"}));
   EXPECT_EQ(activity.fields.jobPopup.value, "");
 
-  TimePeriodEditorOfTest period(test);
+  TimeEntryEditorOfTest period(test);
   period.editor.setCustomer(&acme);
   period.fields.customerPopup.value = "Acme";
   period.fields.jobPopup.value = "Cellar";

@@ -1,6 +1,6 @@
 #pragma once
 // What stands in the fields of an entry is text until it is saved. Reading is lenient on purpose: a length
-// is read by its leading digits, a start by whatever the natural-language reader can make of it.
+// always has one, a start by whatever the natural-language reader can make of it.
 
 #include <QString>
 #include <optional>
@@ -10,6 +10,7 @@
 
 namespace pendra {
 
+class Activity;
 class Notices;
 class TimeEntry;
 
@@ -26,16 +27,18 @@ struct EntryTexts {
 [[nodiscard]] EntryTexts textsOf(const EntryFields& fields, const Session& session,
                                  bool entryIsSelected = true);
 
-/// The number at the beginning of a text, after blanks and with its sign; 0 when there is none.
-[[nodiscard]] qint64 integerValue(QStringView text);
-/// The seconds that "hours:minutes" means. Minutes are not limited; whatever follows them is ignored.
-[[nodiscard]] double durationInSeconds(const QString& text);
 /// The instant that time, marker and date name when they are joined without blanks; none when unreadable.
 /// A text that still shows the minute of the start `before` means that minute, without its seconds.
 [[nodiscard]] std::optional<Instant> startInstant(const EntryTexts& texts, std::optional<Instant> before);
-/// Gives the entry the start that its fields name. Where they name none it keeps its own, because nothing can
-/// do without one; a notice says so of a text that was typed.
-void takeStart(TimeEntry& period, const EntryTexts& texts, Notices& notices);
+/// The start that the fields give to an entry; none when they are unreadable. An entry that was added by hand
+/// and gets its first length begins early enough not to end after now, unless its start was typed.
+[[nodiscard]] std::optional<Instant> typedStart(const TimeEntry& entry, const EntryTexts& texts);
+/// The same, and the start that the entry has where the fields name none, because nothing can do without one;
+/// a notice says so of a text that was typed.
+[[nodiscard]] std::optional<Instant> startToStore(const TimeEntry& entry, const EntryTexts& texts,
+                                                  Notices& notices);
+/// When an entry that is to be added by hand begins: where the activity's last entry of today ends, or now.
+[[nodiscard]] Instant startOfAddedEntry(const Activity& activity, Instant now, const Calendar& calendar);
 
 /// Puts an entry's start into the three fields, each of which shows its part; none empties them.
 void showStart(const EntryFields& fields, std::optional<Instant> start, const Calendar& calendar);

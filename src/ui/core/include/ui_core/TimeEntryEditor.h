@@ -1,11 +1,15 @@
 #pragma once
-// The time entry editor writes nothing before `saveValues`, and then to two objects: start, length and note
-// to the entry; customer, job, service and notes to the entry's activity, and so to all of its entries.
+// The time entry editor changes nothing before OK, and then two objects in one edit: start, length and note
+// are the entry's; customer, job, service and notes its activity's, and so those of all of its entries. Names
+// and notes that nobody touched stay what they are, whatever their fields show.
+
+#include <QSet>
 
 #include "model/Activity.h"
 #include "model/Customer.h"
 #include "model/TimeEntry.h"
 #include "ui_core/EntryChecks.h"
+#include "ui_core/EntryEchoes.h"
 
 namespace pendra {
 
@@ -15,6 +19,7 @@ struct TimeEntryEditorControls {
   Control& notesField;
   Control& activityNotesField;
   LengthLabel& notesLength;
+  EchoDisplay& echoes;
   EditorSheet& sheet;
 };
 
@@ -23,22 +28,22 @@ class TimeEntryEditor {
  public:
   TimeEntryEditor(Session& session, const TimeEntryEditorControls& controls);
 
-  [[nodiscard]] Session& session() const { return session_; }
   [[nodiscard]] const TimeEntryEditorControls& controls() const { return controls_; }
   [[nodiscard]] Activity* currentActivity() const { return currentActivity_.get(); }
-  void setCurrentActivity(Activity* activity) { currentActivity_ = activity; }
   [[nodiscard]] TimeEntry* currentEntry() const { return currentEntry_.get(); }
-  void setCurrentEntry(TimeEntry* period) { currentEntry_ = period; }
   /// The customer that was last chosen in its field.
   [[nodiscard]] Customer* customer() const { return customer_.get(); }
   void setCustomer(Customer* customer) { customer_ = customer; }
 
-  /// Fills the sheet. What entry or activity lack leaves its field as it was.
-  void fill();
-  /// OK: ends the sheet when all is valid.
+  /// Fills the sheet with an entry and its own activity. What they lack leaves its field as it was.
+  void show(TimeEntry& entry);
+  /// Shows how long a running entry has run by now; nothing for another.
+  void tick();
+  /// OK: ends the sheet when all is valid. A name that was touched is asked about first.
   void accept();
   void cancel() { controls_.sheet.end(EditorSheet::kCancelled); }
-  /// Writes the fields into entry and activity; for the caller, after OK. Seconds of the length are dropped.
+  /// Writes the fields into entry and activity; for the caller, after OK. Seconds of start and length are
+  /// dropped.
   void saveValues();
 
   /// The lists.
@@ -57,10 +62,20 @@ class TimeEntryEditor {
   [[nodiscard]] QString listNameFor(const Control& popup) const;
 
   /// A person changed the text of a control.
-  void controlEdited();
+  void controlEdited(const Control& control);
 
  private:
   void showNamesOfActivity();
+  void enableFields();
+  void refillJobs();
+  void showEchoes();
+  [[nodiscard]] Echo namesEcho() const;
+  [[nodiscard]] Echo jobEcho() const;
+  [[nodiscard]] bool namesMayStand();
+  void storeTime(TimeEntry& entry, std::optional<Instant> start);
+  void storeNames(Activity& activity);
+  [[nodiscard]] EntryTexts texts() const;
+  [[nodiscard]] bool isTouched(const Control& control) const { return touched_.contains(&control); }
   [[nodiscard]] bool isStandalone() const { return session_.isStandalone(); }
   [[nodiscard]] ObjectContext& context() const { return *session_.context(); }
 
@@ -69,6 +84,8 @@ class TimeEntryEditor {
   Ref<TimeEntry> currentEntry_;
   Ref<Activity> currentActivity_;
   Ref<Customer> customer_;
+  QSet<const Control*> touched_;
+  bool lengthRuns_ = false;  ///< it ran when the sheet was filled, so no length has been typed
   QStringList customerNames_;
   QStringList jobNames_;
   QStringList serviceNames_;
