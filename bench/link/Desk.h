@@ -35,9 +35,10 @@ class NoWindows final : public InterfaceLoader, public VantorMenus {
   void setVantorItemsShown(bool) override {}
 };
 class NoProgress final : public ProgressSink {
-  void startSpinner() override {}
+  void startSpinner(const QString&, int) override {}
   void showProgress(int, int) override {}
   void stopSpinner() override {}
+  bool pause(std::chrono::milliseconds) override { return true; }
 };
 
 inline ObjectModel modelOfDocuments() {

@@ -74,9 +74,12 @@ class Vantor final : public RemoteServer {
 class Synchronising {
  public:
   explicit Synchronising(const Company& company)
-      : checks_(desk_.session, [&](const auto&, const auto&) {
-          return std::unique_ptr<RemoteServer>(std::make_unique<Vantor>(company));
-        }) {}
+      : checks_(
+            desk_.session,
+            [&](const auto&, const auto&) {
+              return std::unique_ptr<RemoteServer>(std::make_unique<Vantor>(company));
+            },
+            desk_.progress) {}
 
   void emptyDocument() {
     const QString path = firstFreePath(desk_.folder.path() + u"/empty", QStringLiteral("pdr"));
@@ -91,7 +94,7 @@ class Synchronising {
  private:
   Desk desk_;
   ConnectionChecks checks_;
-  ListSync lists_{desk_.session, checks_, desk_.progress};
+  ListSync lists_{desk_.session, checks_};
 };
 
 /// Whether a repeated synchronisation leaves a saved document as it is.

@@ -140,12 +140,12 @@ void measureSending() {
   desk.defaults.setBoolean(preferences::kMergeSubmissions, false);
   loadDocument(desk.session, desk.places.documents + u"/bench.pdr");
   fill(desk.session);
-  ConnectionChecks checks(desk.session, connectOverChannel());
-  ListSync lists(desk.session, checks, desk.progress);
+  ConnectionChecks checks(desk.session, connectOverChannel(), desk.progress);
+  ListSync lists(desk.session, checks);
   ObjectContext& context = *desk.session.context();
   AllEntries rows(context);
   NoSummary summary;
-  Submission submission({desk.session, checks, lists, desk.progress, rows, summary});
+  Submission submission({desk.session, checks, lists, rows, summary});
   const TimeEntry& sample = *context.all<TimeEntry>()[kEntries / 2];
   const QString record = kTimeRecordDeclaration + timeRecord(*sample.activity(), sample, nullptr);
   Commits commits(desk.places.documents + u"/plain.sqlite");

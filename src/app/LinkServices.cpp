@@ -12,7 +12,7 @@ template <class Send>
 void LinkServices::send(TimerWindowController& timer, const Send& how) {
   LogSubmissionRows rows(timer.log().logController());
   SendTimeSheet summary(session.ports().modals, timer.log().window());
-  Submission submission({session, checks, lists, progress, rows, summary});
+  Submission submission({session, checks, lists, rows, summary});
   how(submission);
 }
 

@@ -18,9 +18,9 @@ struct LinkServices {
   void sendAllTime(TimerWindowController& timer);
 
   Session& session;
-  ConnectionChecks checks{session, connectOverChannel()};
-  BusyPanel progress;
-  ListSync lists{session, checks, progress};
+  BusyPanel progress{session.ports().modals};
+  ConnectionChecks checks{session, connectOverChannel({}, &progress), progress};
+  ListSync lists{session, checks};
 
  private:
   template <class Send>

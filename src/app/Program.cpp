@@ -58,6 +58,7 @@ void Program::openFromOutside(const QString& path) {
 
 void Program::askedToEnd() {
   periodicSave(session_);  // who sends a signal may not wait for the answer to a question
+  link_.progress.cancel();
   if (!unanswered_.isActive()) unanswered_.start();
   whenNothingIsAsked([this] {
     terminate();

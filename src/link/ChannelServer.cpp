@@ -64,6 +64,7 @@ class ChannelServer final : public RemoteServer, private PendingCall {
   void cancel() override { thread_.cancel(); }
 
   ArchiveValue ask(const Operation& operation, const ArchiveValue::Array& arguments = {}) {
+    if (wait_) wait_->prepare();
     thread_.begin({.operation = &operation, .arguments = arguments});
     if (wait_) wait_->wait(*this);
     CallOutcome outcome = thread_.take();

@@ -10,8 +10,15 @@
 namespace pendra {
 
 namespace {
+
 const QString kChannelNoticeKey = QStringLiteral("channel");
-}
+/// How long the company's name is asked for again, in seconds from the first repeat.
+constexpr double kCompanySeconds = 4.0;
+/// Kept: setup asks again at once by its rule; a tenth of a second is at once for a person, and spares
+/// Vantor.
+constexpr std::chrono::milliseconds kBetweenQuestions{100};
+
+}  // namespace
 
 void ConnectionChecks::openConnection() {
   const Ports& ports = session_.ports();
@@ -30,6 +37,19 @@ void ConnectionChecks::tellOfMissingChannel() {
       {why});
   logLine(text);
   session_.notices().post({.key = kChannelNoticeKey, .text = text, .actions = {}});
+}
+
+std::optional<QString> ConnectionChecks::awaitCompany() {
+  if (auto company = connection_->getCompanyFileName()) return company;
+  const Spinning spinning(
+      progress_,
+      QCoreApplication::translate("ConnectionChecks", "Waiting for a company to be opened in Vantor…"), 0);
+  const Clock& clock = session_.ports().clock;
+  const Instant first = clock.now();
+  while (clock.now() - first < kCompanySeconds && progress_.pause(kBetweenQuestions)) {
+    if (auto company = connection_->getCompanyFileName()) return company;
+  }
+  return std::nullopt;
 }
 
 RemoteServer& ConnectionChecks::remoteServer() const {

@@ -9,12 +9,36 @@
 
 namespace pendra {
 
+namespace {
+
+/// Three lists, and the two questions of a check before the services and before the customers.
+constexpr int kAnswers = 7;
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::ListSync", text); }
+
+FetchedLists::List fetchServices(ConnectionChecks& checks) {
+  return checks.checkCompany() ? checks.remoteServer().getServicesArray() : std::nullopt;
+}
+
+void fetchCustomersAndJobs(ConnectionChecks& checks, FetchedLists& lists) {
+  if (!checks.checkCompany()) return;
+  lists.customers = checks.remoteServer().getCustomersArray();
+  lists.jobs = checks.remoteServer().getJobsArray();
+}
+
+FetchedLists fetch(ConnectionChecks& checks) {
+  const Spinning spinning(checks.progress(), tr("Fetching the lists from Vantor…"), kAnswers);
+  FetchedLists lists;
+  lists.services = fetchServices(checks);
+  fetchCustomersAndJobs(checks, lists);
+  return lists;
+}
+
+}  // namespace
+
 void ListSync::loadLists() {
   const ConnectionChecks::Closing closing(checks_);
-  FetchedLists lists;
-  fetchServices(lists);
-  fetchCustomersAndJobs(lists);
-  merge(lists);
+  merge(fetch(checks_));
   createNewTimer(session_);
 }
 
@@ -23,46 +47,29 @@ void ListSync::updateLists() {
   {
     const ConnectionChecks::Closing closing(checks_);
     if (!checks_.checkCompany() || !checkForRunningTimers(session_)) return;
-    FetchedLists lists;
-    {
-      const Spinning spinning(progress_);
-      fetchServices(lists);
-      fetchCustomersAndJobs(lists);
-    }
-    merge(lists);
+    merge(fetch(checks_));
   }
   session_.ports().alerts.runAlert({.style = Alert::Style::Informational,
-                                    .message = QStringLiteral("Your lists are now up to date"),
-                                    .informative = QStringLiteral("Click OK to continue"),
-                                    .buttons = {QStringLiteral("OK")}});
+                                    .message = tr("Your lists are now up to date"),
+                                    .informative = tr("Click OK to continue"),
+                                    .buttons = {tr("OK")}});
 }
 
 void ListSync::refreshBeforeSending() {
   FetchedLists lists;
   {
-    const Spinning spinning(progress_);
-    fetchCustomersAndJobs(lists);
-    fetchServices(lists);
+    const Spinning spinning(checks_.progress(), tr("Fetching the lists from Vantor…"), kAnswers);
+    fetchCustomersAndJobs(checks_, lists);
+    lists.services = fetchServices(checks_);
   }
   merge(lists);
-}
-
-void ListSync::fetchServices(FetchedLists& lists) {
-  if (checks_.checkCompany()) lists.services = checks_.remoteServer().getServicesArray();
-}
-
-void ListSync::fetchCustomersAndJobs(FetchedLists& lists) {
-  if (!checks_.checkCompany()) return;
-  lists.customers = checks_.remoteServer().getCustomersArray();
-  lists.jobs = checks_.remoteServer().getJobsArray();
 }
 
 void ListSync::merge(const FetchedLists& lists) {
   ObjectContext& context = *session_.context();
   const NamesBefore before(context);
   QStringList affected;
-  const QString name = QCoreApplication::translate("pendra::ListSync", "Update Lists from Vantor");
-  std::ignore = context.edit(name, {.undoable = false}, [&] {
+  std::ignore = context.edit(tr("Update Lists from Vantor"), {.undoable = false}, [&] {
     mergeLists(context, lists);
     affected = before.noteLosses();
   });

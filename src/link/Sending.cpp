@@ -41,7 +41,7 @@ bool Submission::sendEntries() {
   run_ = {};
   bool sentAll = false;
   {
-    const Spinning spinning(parts_.progress);
+    const Spinning spinning(parts_.checks.progress(), {}, 0);
     const bool merging = parts_.session.ports().defaults.boolean(preferences::kMergeSubmissions);
     sentAll = merging ? sendMergedEntries() : sendOneByOne();
   }
@@ -139,7 +139,7 @@ bool Submission::hasCustomerAndService(const Activity& activity) const {
 }
 
 bool Submission::transmit(const TimeEntry& period, const Activity& activity, Entries entries) {
-  parts_.progress.showProgress(++run_.position, run_.total);
+  parts_.checks.progress().showProgress(++run_.position, run_.total);
   // This writes the stamps of the record before, too.
   if (const auto marked = markSending(parts_.session, entries); !marked) {
     run_.stopped = formatted(u"the document could not be saved: %@", {marked.error().text});

@@ -1,7 +1,6 @@
 #include "link/SetupFlow.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 
 #include "channel/ChannelFailure.h"
 #include "document/DocumentFiles.h"
@@ -14,8 +13,6 @@ namespace pendra {
 
 namespace {
 
-/// How long the company's name is asked for again, counted from the first repeat.
-constexpr qint64 kCompanyMilliseconds = 4000;
 const QString kLink = QStringLiteral("vtmac://");
 const QString kNoticeKey = QStringLiteral("setup");
 
@@ -39,14 +36,15 @@ void SetupFlow::start() {
   display_.settingsVisible = !standalone_;
   display_.noneText = display_.noFileOpen = display_.canLookAgain = !running;
   display_.linkedControls = running;
-  display_.ok = running || standalone_;
+  company_.reset();
   if (running) askVantor();
+  allowOk();
   show();
 }
 
 void SetupFlow::askVantor() {
   try {
-    awaitCompany();
+    company_ = checks_.awaitCompany();
     showCompany();
     display_.employeeNames = checks_.connection()->getEmployeeNamesArray();
   } catch (const ChannelFailure&) {
@@ -54,20 +52,11 @@ void SetupFlow::askVantor() {
     company_.reset();
     display_.companyFile.clear();
     display_.linkedControls = false;
-    display_.ok = standalone_;
+    allowOk();
     display_.noFileOpen = display_.canLookAgain = true;
     display_.noFileOpenText = QStringLiteral("Vantor does not answer.");
     show();
     throw;
-  }
-}
-
-void SetupFlow::awaitCompany() {
-  company_ = checks_.connection()->getCompanyFileName();
-  QElapsedTimer repeating;
-  repeating.start();
-  while (!company_ && repeating.elapsed() < kCompanyMilliseconds) {
-    company_ = checks_.connection()->getCompanyFileName();
   }
 }
 
@@ -82,12 +71,13 @@ void SetupFlow::showCompany() {
   }
 }
 
+/// There is nothing to link to before a company is open.
+void SetupFlow::allowOk() { display_.ok = standalone_ || company_; }
+
 void SetupFlow::modePicked() {
-  const bool chosen = view_.selectedRow() != 0;
-  display_.settingsVisible = !chosen;
-  // Kept: going back to linked does not take the button away again.
-  if (chosen && !standalone_) display_.ok = true;
-  standalone_ = chosen;
+  standalone_ = view_.selectedRow() != 0;
+  display_.settingsVisible = !standalone_;
+  allowOk();
   show();
 }
 
@@ -126,7 +116,7 @@ QString SetupFlow::proposedName() const {
   if (standalone_) return QStringLiteral("Pendra File.pdr");
   const VantorConnection* vantor = checks_.connection();
   const auto company = vantor ? vantor->getCompanyFileName() : std::nullopt;
-  return documentNameFor(company.value_or(QStringLiteral("(null)")), view_.selectedName());
+  return documentNameFor(company.value_or(company_.value_or(QString())), view_.selectedName());
 }
 
 bool SetupFlow::makeDocument(const QString& path, bool standalone) {

@@ -60,6 +60,7 @@ void PrintTo(const Misbehaviour& row, std::ostream* out) { *out << row.name; }
 /// Waits for a while and then cancels, once it is told to.
 class ImpatientWait final : public WaitPort {
  public:
+  void prepare() override {}
   void wait(PendingCall& call) override {
     pollfd finished{.fd = call.finished(), .events = POLLIN, .revents = 0};
     if (!isImpatient || ::poll(&finished, 1, 60) > 0) return;
@@ -236,7 +237,9 @@ TEST_F(Owing, ALateAnswerVouchesForItsOwnRecordOnly) {
 /// Waits in an event loop, and cancels after a while.
 class CancellingWait final : public WaitPort {
  public:
+  void prepare() override { ++prepared; }
   void wait(PendingCall& call) override {
+    EXPECT_EQ(prepared, 1) << "before the call begins";
     QEventLoop loop;
     QSocketNotifier finished(call.finished(), QSocketNotifier::Read);
     QObject::connect(&finished, &QSocketNotifier::activated, &loop, &QEventLoop::quit);
@@ -250,6 +253,7 @@ class CancellingWait final : public WaitPort {
     loop.exec();
   }
 
+  int prepared = 0;
   int ticks = 0;
   QElapsedTimer sinceCancel;
 };
@@ -264,6 +268,7 @@ TEST_F(Owing, ACallIsWaitedForInAnEventLoopAndCancelledFromThere) {
   EXPECT_EQ(outcomeOf([&] { remote->submitTime("<record/>"); }), Outcome::InDoubt);
   EXPECT_LT(wait.sinceCancel.elapsed(), 100);
   EXPECT_GE(wait.ticks, 3) << "the interface lives meanwhile";
+  wait.prepared = 0;
   EXPECT_EQ(outcomeOf([&] { remote->submitTime("<next/>"); }), Outcome::NeverLeft);
 }
 

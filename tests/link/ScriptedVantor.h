@@ -69,17 +69,29 @@ class ScriptedVantor {
   };
 };
 
-/// Notes how the spinner ran and what progress was shown.
+/// Notes how the spinner ran and what progress was shown. A pause moves the clock on, nothing else does.
 class NotedProgress final : public ProgressSink {
  public:
+  explicit NotedProgress(ManualClock& clock) : clock_(clock) {}
   QStringList shown;
   bool spinning = false;
+  bool cancelsPauses = false;
 
-  void startSpinner() override { spinning = true; }
+  void startSpinner(const QString& words, int answers) override {
+    spinning = true;
+    if (answers > 0) shown << words + u" " + QString::number(answers);
+  }
   void showProgress(int position, int total) override {
     shown << QString::number(position) + u" of " + QString::number(total);
   }
   void stopSpinner() override { spinning = false; }
+  bool pause(std::chrono::milliseconds time) override {
+    clock_.advance(static_cast<double>(time.count()) / 1000);
+    return !cancelsPauses;
+  }
+
+ private:
+  ManualClock& clock_;
 };
 
 inline ListRow item(const QString& name, const QString& id) { return {.name = name, .id = id, .parent = {}}; }
@@ -99,9 +111,9 @@ class LinkTest : public testing::Test {
 
   TestSession desk;
   ScriptedVantor vantor;
-  NotedProgress progress;
-  ConnectionChecks checks{desk.session, vantor.connector()};
-  ListSync lists{desk.session, checks, progress};
+  NotedProgress progress{desk.clock};
+  ConnectionChecks checks{desk.session, vantor.connector(), progress};
+  ListSync lists{desk.session, checks};
 };
 
 }  // namespace pendra

@@ -45,9 +45,10 @@ class HonestUser final : public Alerts {
 
 class NoProgress final : public ProgressSink {
  public:
-  void startSpinner() override {}
+  void startSpinner(const QString&, int) override {}
   void showProgress(int, int) override {}
   void stopSpinner() override {}
+  bool pause(std::chrono::milliseconds) override { return true; }
 };
 
 /// Opens the document of the place and sends all of its time over the real channel, once.
@@ -71,12 +72,12 @@ inline void sendAll(const SendingPlace& place) {
   loadDocument(session, place.document());
 
   NoProgress progress;
-  ConnectionChecks checks{session, connectOverChannel({.reply = std::chrono::milliseconds(500)})};
-  ListSync lists{session, checks, progress};
+  ConnectionChecks checks{session, connectOverChannel({.reply = std::chrono::milliseconds(500)}), progress};
+  ListSync lists{session, checks};
   ListedRows rows;
   ScriptedSummary summary;
   for (TimeEntry* period : session.context()->all<TimeEntry>()) rows.add(*period);
-  Submission({session, checks, lists, progress, rows, summary}).sendSelectedTime();
+  Submission({session, checks, lists, rows, summary}).sendSelectedTime();
 }
 
 }  // namespace pendra

@@ -67,7 +67,7 @@ class SubmissionTest : public LinkTest {
   Service* design = nullptr;
   ListedRows rows;
   ScriptedSummary summary;
-  Submission submission{{desk.session, checks, lists, progress, rows, summary}};
+  Submission submission{{desk.session, checks, lists, rows, summary}};
 };
 
 TEST_F(SubmissionTest, ARecordIsTheseBytes) {
@@ -107,7 +107,8 @@ TEST_F(SubmissionTest, EverythingGoesOutOnceAndIsStampedDurably) {
   EXPECT_EQ(vantor.records.size(), 2);
   EXPECT_TRUE(vantor.records[0].startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<record>\n"));
   EXPECT_EQ(desk.alerts.messages(), QStringList{"Time Sent"});
-  EXPECT_EQ(progress.shown, (QStringList{"1 of 2", "2 of 2"}));
+  EXPECT_EQ(progress.shown, (QStringList{"Fetching the lists from Vantor… 7",
+                                         "Fetching the lists from Vantor… 7", "1 of 2", "2 of 2"}));
   EXPECT_EQ(inFile(), (std::array{3, 2, 0}));
   EXPECT_EQ(before.submittedSeconds(), 1.0);
   EXPECT_EQ(rows.reloads, 1);

@@ -1,5 +1,7 @@
 #include "ui_core/RunCommand.h"
 
+#include <QCoreApplication>
+
 #include "document/Session.h"
 #include "link/PlainReason.h"
 #include "platform/Log.h"
@@ -7,15 +9,26 @@
 
 namespace pendra {
 
+namespace {
+QString tr(const char* text) { return QCoreApplication::translate("pendra::runCommand", text); }
+}  // namespace
+
 void runCommand(Session& session, const QString& name, const std::function<void()>& command) {
   const QString key = u"command " + name;
+  if (session.ports().modals.asksVantor()) {
+    return session.notices().post(
+        {.key = key,
+         .text = formatted(
+             tr("“%@” was not done, because Vantor is being asked. Wait for the answer, or cancel."), {name}),
+         .actions = {}});
+  }
   try {
     command();
     session.notices().withdraw(key);
   } catch (const ChannelFailure& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
     session.notices().post({.key = key,
-                            .text = formatted(u"“%@” was not finished: %@.", {name, plainReason(failure)}),
+                            .text = formatted(tr("“%@” was not finished: %@."), {name, plainReason(failure)}),
                             .actions = {}});
   }
 }

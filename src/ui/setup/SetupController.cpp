@@ -208,8 +208,6 @@ void SetupController::showDisplay(const SetupDisplay& display) {
   statusText_->setVisible(display.loading);
   linkSettings_->setVisible(display.settingsVisible);
   fitToContent();
-  // Nothing is drawn by itself while Vantor's answers are awaited.
-  if (display.loading) repaint();
 }
 
 /// The top edge stays; what the content needs more or less, the window is higher or lower.

@@ -3,6 +3,7 @@
 // done. A check that says no has told the user why and has closed the connection itself.
 
 #include "document/Session.h"
+#include "link/ProgressSink.h"
 #include "link/VantorConnection.h"
 
 namespace pendra {
@@ -10,9 +11,12 @@ namespace pendra {
 /// Owns the program's connection to Vantor and makes the checks before it is used.
 class ConnectionChecks {
  public:
-  /// The session must outlive it.
-  ConnectionChecks(Session& session, ConnectToVantor connect)
-      : session_(session), connect_(std::move(connect)) {}
+  /// Session and sink must outlive it.
+  ConnectionChecks(Session& session, ConnectToVantor connect, ProgressSink& progress)
+      : session_(session), connect_(std::move(connect)), progress_(progress) {}
+
+  /// Where what Vantor is asked for is shown.
+  [[nodiscard]] ProgressSink& progress() const { return progress_; }
 
   /// None while no connection is open.
   [[nodiscard]] VantorConnection* connection() const { return connection_.get(); }
@@ -22,6 +26,9 @@ class ConnectionChecks {
   /// Whether Vantor runs, accepts this program and has this document's company open; when not, the user
   /// has been told and the connection is closed. Throws what the channel throws.
   [[nodiscard]] bool checkCompany();
+  /// The company that is open in Vantor; while there is none, asks again for up to four seconds from the
+  /// first repeat. None then, or when the user has cancelled. Throws what the channel throws.
+  [[nodiscard]] std::optional<QString> awaitCompany();
   /// Vantor at the other end. Without a connection or a channel it answers nothing to every question, and
   /// takes no record.
   [[nodiscard]] RemoteServer& remoteServer() const;
@@ -45,6 +52,7 @@ class ConnectionChecks {
 
   Session& session_;
   ConnectToVantor connect_;
+  ProgressSink& progress_;
   std::unique_ptr<VantorConnection> connection_;
 };
 

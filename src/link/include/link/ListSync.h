@@ -5,7 +5,6 @@
 
 #include "link/AffectedActivities.h"
 #include "link/ConnectionChecks.h"
-#include "link/ProgressSink.h"
 
 namespace pendra {
 
@@ -16,9 +15,8 @@ struct FetchedLists;
 /// call that fails changes nothing, and what the channel throws passes through.
 class ListSync {
  public:
-  /// All must outlive it.
-  ListSync(Session& session, ConnectionChecks& checks, ProgressSink& progress)
-      : session_(session), checks_(checks), progress_(progress) {}
+  /// Both must outlive it.
+  ListSync(Session& session, ConnectionChecks& checks) : session_(session), checks_(checks) {}
 
   /// Fills the lists of a document that was just linked, and shows its timer window.
   void loadLists();
@@ -31,13 +29,10 @@ class ListSync {
   void importCustomers();
 
  private:
-  void fetchServices(FetchedLists& lists);
-  void fetchCustomersAndJobs(FetchedLists& lists);
   void merge(const FetchedLists& lists);
 
   Session& session_;
   ConnectionChecks& checks_;
-  ProgressSink& progress_;
 };
 
 }  // namespace pendra

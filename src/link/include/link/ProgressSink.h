@@ -1,22 +1,30 @@
 #pragma once
 
+#include <QString>
+#include <chrono>
+
 namespace pendra {
 
-/// Shows that something long goes on, while the program does nothing else: whoever implements this draws
-/// at once, because no event is handled meanwhile. Called by list synchronisation, sending and setup.
+/// Shows what Vantor is being asked for. Called by the commands that ask it; the calls themselves are waited
+/// for through a `WaitPort`, which whoever shows something implements, too.
 class ProgressSink {
  public:
   virtual ~ProgressSink() = default;
-  virtual void startSpinner() = 0;
-  /// "3 of 50": the third of fifty records is going out.
+  /// What the next calls are for, in words, and how many answers it takes.
+  virtual void startSpinner(const QString& words, int answers) = 0;
+  /// The third of fifty records is going out: 3, 50.
   virtual void showProgress(int position, int total) = 0;
   virtual void stopSpinner() = 0;
+  /// Lets time pass between two calls, with the interface alive; false when the user has cancelled.
+  [[nodiscard]] virtual bool pause(std::chrono::milliseconds time) = 0;
 };
 
-/// Lets the spinner run for as long as it lives.
+/// Says what Vantor is asked for, for as long as it lives.
 class [[nodiscard]] Spinning {
  public:
-  explicit Spinning(ProgressSink& sink) : sink_(sink) { sink_.startSpinner(); }
+  Spinning(ProgressSink& sink, const QString& words, int answers) : sink_(sink) {
+    sink_.startSpinner(words, answers);
+  }
   ~Spinning() { sink_.stopSpinner(); }
   Spinning(const Spinning&) = delete;
   Spinning& operator=(const Spinning&) = delete;

@@ -59,8 +59,8 @@ class SetupFlow {
 
  private:
   void askVantor();
-  void awaitCompany();
   void showCompany();
+  void allowOk();
   [[nodiscard]] std::optional<QString> chooseFile();
   [[nodiscard]] QString proposedName() const;
   [[nodiscard]] bool makeDocument(const QString& path, bool standalone);

@@ -24,7 +24,6 @@ class Submission {
     Session& session;
     ConnectionChecks& checks;
     ListSync& lists;
-    ProgressSink& progress;
     SubmissionRows& rows;
     SummarySheet& summary;
   };

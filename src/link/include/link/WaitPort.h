@@ -18,6 +18,8 @@ class PendingCall {
 class WaitPort {
  public:
   virtual ~WaitPort() = default;
+  /// A call is about to begin. What has to be on the screen while it goes on is drawn here.
+  virtual void prepare() = 0;
   /// Returns when the call is over. Returning earlier is no fault; the rest is waited for without events.
   virtual void wait(PendingCall& call) = 0;
 };
