@@ -39,10 +39,10 @@ QString lossText(const Activity& activity) {
   const Activity::Loss loss = activity.loss();
   if (!loss.any()) return {};
   const bool several = loss.customer + loss.job + loss.service > 1;
-  return formatted(several ? u"Its %@ are no longer in Vantor and were cleared. "
-                             "Edit the activity before you send its time."
-                           : u"Its %@ is no longer in Vantor and was cleared. "
-                             "Edit the activity before you send its time.",
+  return formatted(several ? u"Its %@ are no longer in the lists and were cleared. "
+                             "Edit the activity to choose others."
+                           : u"Its %@ is no longer in the lists and was cleared. "
+                             "Edit the activity to choose another.",
                    {listed(loss)});
 }
 

@@ -224,7 +224,7 @@ def lists_change(day, vantor):
     day.dismiss("Your lists are now up to date")
     day.cell("Roof and gutter", "Activities")
     wait_for("the activity that lost its customer is marked", lambda: day.marks() == [
-        "Its customer and job are no longer in Vantor and were cleared. Edit the activity before you send its time."])
+        "Its customer and job are no longer in the lists and were cleared. Edit the activity to choose others."])
 
 
 def repair(day):

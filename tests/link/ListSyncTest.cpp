@@ -141,7 +141,7 @@ TEST_F(ListSyncTest, WhatGoesClearsItsActivitiesAndKeepsTheirTime) {
   EXPECT_EQ(acme.customer(), nullptr);
   EXPECT_EQ(acme.job(), nullptr);
   EXPECT_EQ(acme.entries().size(), 1u);
-  EXPECT_TRUE(lossText(acme).startsWith("Its customer and job are no longer in Vantor"));
+  EXPECT_TRUE(lossText(acme).startsWith("Its customer and job are no longer in the lists"));
   EXPECT_EQ(lossText(zed), "");
   EXPECT_EQ(lossText(done), "") << "nothing of it is left to send";
   ASSERT_EQ(desk.session.notices().standing().size(), 1u);
@@ -149,7 +149,7 @@ TEST_F(ListSyncTest, WhatGoesClearsItsActivitiesAndKeepsTheirTime) {
       desk.session.notices().standing()[0].text.startsWith("“Acme - Roof - Design”: a customer, job"));
 
   acme.setCustomer(zed.customer());
-  EXPECT_TRUE(lossText(acme).startsWith("Its job is no longer in Vantor")) << "the job is still missing";
+  EXPECT_TRUE(lossText(acme).startsWith("Its job is no longer in the lists")) << "the job is still missing";
   forgetLoss(desk.session, acme);
   EXPECT_EQ(lossText(acme), "") << "it is meant to have none";
   EXPECT_TRUE(desk.session.notices().standing().empty());

@@ -16,6 +16,13 @@
 
 namespace pendra {
 
+namespace {
+
+/// How far a second list stands from the first.
+constexpr int kStep = 40;
+
+}  // namespace
+
 ListWindow::ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*place, ListWords words)
     : session_(parts.session),
       target_(parts.commands),
@@ -31,12 +38,22 @@ ListWindow::ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*plac
   setMenuBar(new MenuBar(parts.menus, parts.commands, this));
   resize(content->geometry().size());
   new WindowPlace(*this, session_.ports().defaults, words_.place);
+  stepAside();
   session_.*place_ = this;
 }
 
 ListWindow::~ListWindow() {
   table().dropSource();  // the rows go before the view
   if (session_.*place_ == this) session_.*place_ = nullptr;
+}
+
+/// Beside a list that stands open this one shows both title bars.
+void ListWindow::stepAside() {
+  for (const QWidget* other : QApplication::topLevelWidgets()) {
+    if (other == this || !other->isVisible() || !qobject_cast<const ListWindow*>(other)) continue;
+    const bool over = (pos() - other->pos()).manhattanLength() < kStep;
+    if (!testAttribute(Qt::WA_Moved) || over) move(other->pos() + QPoint(kStep, kStep));
+  }
 }
 
 void ListWindow::start(std::unique_ptr<ListController> controller) {
@@ -65,7 +82,7 @@ void ListWindow::connectTable() {
   view.installEventFilter(this);
   connect(&view, &RowTableView::cellPressed, this, [this](int row, const QString& identifier) {
     const int column = table().tableModel().columnOf(identifier);
-    controller_->setValue(!controller_->source().isChecked(row, column), identifier, row);
+    controller_->setShown(row, !controller_->source().isChecked(row, column));
   });
   connect(&view, &RowTableView::rowActivated, this, &ListWindow::editName);
   connect(&view, &RowTableView::selectionChanged, this, &ListWindow::updateButtons);
@@ -122,10 +139,6 @@ void ListWindow::closeEvent(QCloseEvent* event) {
   event->accept();
 }
 
-void ListWindow::reloadData() {
-  if (session_.context()) controller_->reloadData();
-}
-
 void ListWindow::search(const QString& text) {
   controller_->setSearchString(text);
   table().showSelectionOrTop();
@@ -167,8 +180,14 @@ void ListWindow::add() {
   if (takeEdit()) addNew();
 }
 
+/// A command that came from another window is seen to act, and nothing is done over a name that was refused.
+bool ListWindow::readyToAct() {
+  if (!isActiveWindow()) bringToFront();
+  return takeEdit();
+}
+
 void ListWindow::deleteRow() {
-  if (!takeEdit()) return;
+  if (!readyToAct()) return;
   const int row = table().selectedRow();
   controller_->deleteRow();
   // The next one moves up, so that the keyboard goes on where it was.
@@ -177,11 +196,11 @@ void ListWindow::deleteRow() {
 }
 
 void ListWindow::markAllShown() {
-  if (takeEdit()) controller_->markAllShown();
+  if (readyToAct()) controller_->markAllShown();
 }
 
 void ListWindow::markNoneShown() {
-  if (takeEdit()) controller_->markNoneShown();
+  if (readyToAct()) controller_->markNoneShown();
 }
 
 /// A text that is only left, not changed, is no edit: leaving the editor must not ask anything. What is an
@@ -191,7 +210,7 @@ void ListWindow::takeText(const QString& value, const QString& identifier, int r
   const QWidget* focus = QApplication::focusWidget();
   const bool leaving = leaving_ || !focus || !table().viewport()->isAncestorOf(focus);
   if (leaving && value == controller_->source().text(row, column)) return;
-  taken_ = {value, identifier, controller_->source().identity(row)};
+  taken_ = {value, controller_->source().identity(row)};
   QMetaObject::invokeMethod(
       this, [this] { std::ignore = storeTaken(); }, Qt::QueuedConnection);
 }
@@ -200,14 +219,11 @@ bool ListWindow::storeTaken() {
   if (!taken_) return true;
   const Taken taken = *std::exchange(taken_, std::nullopt);
   const TableSource& source = controller_->source();
-  const int column = table().tableModel().columnOf(taken.identifier);
   for (int row = 0; row < source.rowCount(); ++row) {
     if (source.identity(row) != taken.identity) continue;
-    controller_->setValue(taken.value, taken.identifier, row);
+    const bool stored = controller_->rename(row, taken.value);
     table().scrollTo(table().currentIndex());
-    // A refused name leaves the rows as they were; a stored one may have moved its row.
-    return row >= source.rowCount() || source.identity(row) != taken.identity ||
-           source.text(row, column) == taken.value;
+    return stored;
   }
   return true;
 }

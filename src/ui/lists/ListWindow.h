@@ -56,7 +56,6 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
   }
 
   [[nodiscard]] bool finishEditing() override { return takeEdit(); }
-  void reloadData() override;
 
   void editColumn(int column, int row) override;
   void standaloneChanged() override;
@@ -88,15 +87,16 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
   /// A name that was typed and is yet to be stored. Its row may have moved by then.
   struct Taken {
     QString value;
-    QString identifier;
     quint64 identity;
   };
 
+  void stepAside();
   void connectTable();
   void connectButtons();
   void search(const QString& text);
   void showCounts();
   void add();
+  [[nodiscard]] bool readyToAct();
   void takeText(const QString& value, const QString& identifier, int row);
   [[nodiscard]] bool storeTaken();
   bool keyInTable(int key);

@@ -162,7 +162,12 @@ TEST_F(ListWindows, AskOnceAboutATakenNameAndNothingWhenTheEditorIsLeft) {
   table()->setFocus();
   press(Qt::Key_Return);
   named<QLineEdit>("Search")->setFocus();
+  table()->setFocus();
+  press(Qt::Key_Return);
+  press(Qt::Key_Backspace);
+  press(Qt::Key_Return);
   EXPECT_EQ(alerts.shown().size(), 0U) << "left unchanged";
+  EXPECT_EQ(cell(0, 0), "Acme");
   table()->setFocus();
   press(Qt::Key_Return);
   type(QStringLiteral("Zed"));
@@ -197,9 +202,14 @@ TEST_F(ListWindows, OfALinkedDocumentOnlyOfferAndChoose) {
   press(Qt::Key_F2);
   EXPECT_EQ(QApplication::focusWidget(), table());
   ASSERT_NE(listEditorOf(editor()), nullptr);
-  listEditorOf(editor())->markNoneShown();
+  loadCustomerList(session, menus, commands);
+  const std::unique_ptr<QWidget> other(dynamic_cast<QWidget*>(session.customerListController));
+  EXPECT_TRUE(QTest::qWaitForWindowActive(other.get()));
+  EXPECT_NE(other->pos(), window->pos()) << "not exactly on each other";
+  listEditorOf(session.servicesListController)->markNoneShown();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(window)) << "it is seen to be changed";
   EXPECT_TRUE(queries::shownServices(*session.context()).empty());
-  editor()->close();
+  session.servicesListController->close();
   EXPECT_EQ(session.servicesListController, nullptr);
 }
 

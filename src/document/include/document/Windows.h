@@ -30,8 +30,8 @@ class MainWindow {
   virtual void invalidateTracker() = 0;
 };
 
-/// A window beside the timer window: setup, the list editors, welcome. Called by closing, setup and list
-/// synchronisation. It leaves the session when it closes.
+/// A window beside the timer window: setup, the list editors, welcome. Called by closing and setup. It leaves
+/// the session when it closes.
 class AuxiliaryWindow {
  public:
   virtual ~AuxiliaryWindow() = default;
@@ -40,8 +40,6 @@ class AuxiliaryWindow {
   [[nodiscard]] virtual bool isVisible() const = 0;
   /// Stores what is being typed; false when it was refused, which the user has been told. Called by closing.
   [[nodiscard]] virtual bool finishEditing() { return true; }
-  /// Shows the document's objects anew. Called by list synchronisation.
-  virtual void reloadData() {}
 };
 
 /// The menu bar's commands for Vantor. Called by the session: they follow the open document.

@@ -1,7 +1,7 @@
 #pragma once
-// When Vantor no longer has a customer, job or service, the activities that named it lose it. Nothing is
-// wrong with such an activity in the document; only the user can say what it should name instead. Until
-// then the document remembers what was lost.
+// When Vantor no longer has a customer, job or service, or the user deletes one, the activities that named it
+// lose it. Nothing is wrong with such an activity in the document; only the user can say what it should name
+// instead. Until then the document remembers what was lost.
 
 #include <QStringList>
 #include <vector>

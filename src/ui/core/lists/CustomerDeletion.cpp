@@ -1,3 +1,6 @@
+#include <QCoreApplication>
+
+#include "DeletionText.h"
 #include "model/Queries.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
@@ -8,7 +11,17 @@ namespace pendra {
 
 namespace {
 
+QString tr(const char* text) { return QCoreApplication::translate("pendra::CustomerDeletion", text); }
+
 const QString kNoticeKey = QStringLiteral("delete");
+
+/// "Its 2 jobs go with it."
+QString jobsSentence(const Customer& customer) {
+  const auto count = std::ssize(customer.jobs());
+  if (count == 0) return {};
+  if (count == 1) return tr("Its job goes with it.");
+  return formatted(tr("Its %@ jobs go with it."), {QString::number(count)});
+}
 
 }  // namespace
 
@@ -18,7 +31,11 @@ void CustomerListController::deleteRow() {
   const Ref<Job> job(jobForRow(*row));
   const Ref<Customer> customer(customerForRow(*row));
   if (!job && !customer) return;
-  if (!confirmDelete(job ? queries::nameOf(job.get()) : queries::nameOf(customer.get()))) return;
+  QStringList whatGoes;
+  if (customer) whatGoes << jobsSentence(*customer);
+  whatGoes << lists::lossSentence(job ? job->activities() : customer->activities(), standalone());
+  whatGoes.removeAll(QString());
+  if (!confirmDelete(nameInRow(*row), whatGoes.join(u' '))) return;
   if (job) {
     deleteJob(*job);
   } else if (customer) {
@@ -60,8 +77,7 @@ void CustomerListController::deleteCustomer(Customer& customer) {
          .buttons = {QStringLiteral("OK")}});
   }
   if (inUse != false) return;
-  context()->deleteObject(customer);
-  reloadData();
+  deleteNamed(customer, name);
 }
 
 void CustomerListController::deleteJob(Job& job) {
@@ -81,8 +97,7 @@ void CustomerListController::deleteJob(Job& job) {
          .buttons = {QStringLiteral("OK")}});
   }
   if (inUse != false) return;
-  context()->deleteObject(job);
-  reloadData();
+  deleteNamed(job, name);
 }
 
 }  // namespace pendra

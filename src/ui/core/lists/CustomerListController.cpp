@@ -1,8 +1,12 @@
 #include "ui_core/CustomerListController.h"
 
+#include <QCoreApplication>
+#include <QSet>
+
 #include "ListColumns.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "store/ChangeSet.h"
 
 namespace pendra {
 
@@ -10,9 +14,15 @@ namespace {
 
 using namespace lists;
 
-QString nameOfCustomer(const CustomerListRow& row) { return row.isJob ? QString() : row.name; }
-QString nameOfJob(const CustomerListRow& row) { return row.isJob ? row.name : QString(); }
-bool isShown(const CustomerListRow& row) { return row.checkbox; }
+QString tr(const char* text) { return QCoreApplication::translate("pendra::CustomerListController", text); }
+
+QString nameOfCustomer(const CustomerListRow& row) { return queries::nameOf(row.customer.get()); }
+QString nameOfJob(const CustomerListRow& row) { return queries::nameOf(row.job.get()); }
+bool isShown(const CustomerListRow& row) {
+  const auto shown = row.isJob ? (row.job ? row.job->shown() : std::nullopt)
+                               : (row.customer ? row.customer->shown() : std::nullopt);
+  return shown.value_or(false);
+}
 
 std::vector<Column<CustomerListRow>> columns(const CustomerListController& list) {
   return {nameColumn(list, QStringLiteral("customerName"), QStringLiteral("Customer"), nameOfCustomer),
@@ -20,42 +30,19 @@ std::vector<Column<CustomerListRow>> columns(const CustomerListController& list)
           shownColumn(isShown)};
 }
 
-/// Customers and jobs are numbered apart; the last bit tells them apart.
-quint64 identityOf(const CustomerListRow& row) {
-  const ManagedObject* shown = row.isJob ? static_cast<const ManagedObject*>(row.job.get())
-                                         : static_cast<const ManagedObject*>(row.customer.get());
-  return shown ? static_cast<quint64>(shown->objectID()) * 2 + (row.isJob ? 1 : 0) : 0;
+const ManagedObject* objectOf(const CustomerListRow& row) {
+  return row.isJob ? static_cast<const ManagedObject*>(row.job.get()) : row.customer.get();
 }
 
-CustomerListRow rowOf(Customer& customer) {
-  return {.isJob = false,
-          .name = queries::nameOf(&customer),
-          .checkbox = customer.shown().value_or(false),
-          .customer = &customer,
-          .job = {}};
-}
-
-CustomerListRow rowOf(Job& job) {
-  return {.isJob = true,
-          .name = queries::nameOf(&job),
-          .checkbox = job.shown().value_or(false),
-          .customer = job.customer(),
-          .job = &job};
-}
-
-void setShown(CustomerListRow& row, bool shown) {
-  row.checkbox = shown;
-  if (row.isJob) {
-    if (row.job) row.job->setShown(shown);
-  } else if (row.customer) {
-    row.customer->setShown(shown);
-  }
-}
+/// More changed rows than these are shown anew in one go.
+constexpr qsizetype kFewRows = 64;
 
 }  // namespace
 
 CustomerListController::CustomerListController(Session& session, TablePort& table, ListView& view)
-    : ListController(session, table, view), rows_(columns(*this), {.identity = identityOf, .running = {}}) {}
+    : ListController(session, table, view),
+      rows_(columns(*this), {.identity = [](const CustomerListRow& row) { return identityOf(objectOf(row)); },
+                             .running = {}}) {}
 
 std::vector<Customer*> CustomerListController::listedCustomers() const {
   if (searchString().isEmpty()) return context()->fetch<Customer>();
@@ -64,61 +51,86 @@ std::vector<Customer*> CustomerListController::listedCustomers() const {
   };
   return context()->fetch<Customer>([&](const Customer& customer) {
     const auto jobs = customer.jobs();
-    return found(&customer) || std::any_of(jobs.begin(), jobs.end(), found);
+    return wasAdded(customer) || found(&customer) || std::any_of(jobs.begin(), jobs.end(), found);
   });
 }
 
 void CustomerListController::reloadData() {
+  const auto added = [this](const ManagedObject& object) { return wasAdded(object); };
   std::vector<CustomerListRow> rows;
   if (context()) {
     auto customers = listedCustomers();
     sortByName(customers);
+    putAddedFirst(customers, added);
     if (searchString().isEmpty()) rows.reserve(customers.size() + context()->all<Job>().size());
     const Customer* last = nullptr;
     for (Customer* customer : customers) {
       // Kept: of several customers of one name only the first is listed, with its own jobs.
       if (last && queries::compareNames(last->name(), customer->name()) == 0) continue;
-      last = customer;
-      rows.push_back(rowOf(*customer));
-      for (Job* job : customer->jobs()) rows.push_back(rowOf(*job));
+      if (!added(*customer)) last = customer;
+      rows.push_back({.isJob = false, .customer = customer, .job = {}});
+      auto jobs = customer->jobs().copy();
+      putAddedFirst(jobs, added);
+      for (Job* job : jobs) rows.push_back({.isJob = true, .customer = {}, .job = job});
     }
   }
   rows_.setRows(std::move(rows));
   table().reloadData();
 }
 
+void CustomerListController::documentEdited(const ChangeSet& changes) {
+  const bool other = !changes.inserted<Customer>().empty() || !changes.deleted<Customer>().empty() ||
+                     !changes.inserted<Job>().empty() || !changes.deleted<Job>().empty() ||
+                     changes.changedAny<Customer>("name") || changes.changedAny<Job>("customer");
+  if (other) {
+    reloadData();
+  } else if (changes.touches<Customer>() || changes.touches<Job>()) {
+    redrawChangedRows(changes);
+  }
+}
+
+void CustomerListController::redrawChangedRows(const ChangeSet& changes) {
+  QSet<const ManagedObject*> changed;
+  for (const Customer* customer : changes.changed<Customer>()) changed << customer;
+  for (const Job* job : changes.changed<Job>()) changed << job;
+  if (changed.size() > kFewRows) return table().reloadData();
+  for (int row = 0; row < rows_.rowCount(); ++row) {
+    if (changed.contains(objectOf(*rows_.row(row)))) table().redrawRow(row);
+  }
+}
+
 Job* CustomerListController::jobForRow(int row) const {
   const CustomerListRow* one = rows_.row(row);
-  return one && one->isJob ? one->job.get() : nullptr;
+  return one ? one->job.get() : nullptr;
 }
 
 Customer* CustomerListController::customerForRow(int row) const {
   const CustomerListRow* one = rows_.row(row);
-  return one && !one->isJob ? one->customer.get() : nullptr;
+  return one ? one->customer.get() : nullptr;
 }
 
-void CustomerListController::setValue(const CellValue& value, const QString& column, int row) {
-  const CustomerListRow* old = rows_.row(row);
-  if (!old) return;
-  if (const QString* name = std::get_if<QString>(&value)) return storeName(*old, *name, row);
-  if (column != kCheckbox) return;
-  CustomerListRow changed = *old;
-  setShown(changed, std::get<bool>(value));
-  rows_.replaceRow(row, std::move(changed));
-  table().redrawRow(row);
+QString CustomerListController::nameInRow(int row) const {
+  const Job* job = jobForRow(row);
+  return job ? queries::nameOf(job) : queries::nameOf(customerForRow(row));
 }
 
-void CustomerListController::storeName(CustomerListRow row, const QString& name, int index) {
+bool CustomerListController::takeName(int row, const QString& name) {
   // Kept: a job's name is compared with the customers' names too.
-  if (standalone() && !mayLeaveCustomer(name)) return;
-  row.name = name;
-  if (row.isJob) {
-    if (row.job) row.job->setName(name);
-    rows_.replaceRow(index, std::move(row));
-    return table().redrawRow(index);
-  }
-  if (row.customer) row.customer->setName(name);
-  reloadData();
+  if (standalone() && !mayLeaveCustomer(name)) return false;
+  Job* job = jobForRow(row);
+  Customer* customer = customerForRow(row);
+  if (!job && !customer) return true;
+  edit(formatted(tr("Rename of %@"), {nameInRow(row)}), [&] {
+    if (job) job->setName(name);
+    if (customer) customer->setName(name);
+  });
+  if (customer) settleAdded();
+  return true;
+}
+
+void CustomerListController::markShown(int row, bool shown) {
+  if (Job* job = jobForRow(row)) job->setShown(shown);
+  if (Customer* customer = customerForRow(row)) customer->setShown(shown);
 }
 
 bool CustomerListController::mayLeaveCustomer(const QString& name) {
@@ -137,36 +149,40 @@ bool CustomerListController::mayLeaveCustomer(const QString& name) {
   return false;
 }
 
+namespace {
+
+/// A name for the newest customer.
+QString numberedName(const ObjectContext& context, const Customer& made) {
+  // "index == %@": nothing writes it, so all customers count, the new one too.
+  const auto customers = context.all<Customer>();
+  const auto number = std::count_if(customers.begin(), customers.end(),
+                                    [&](const Customer* one) { return one->index() == made.index(); });
+  const auto numbered = [](auto n) { return formatted(u"Customer%@", {QString::number(n)}); };
+  const bool taken = !queries::customersNamed(context, numbered(number)).empty();
+  // Kept: one try more, and no further look whether that name is taken too.
+  return numbered(taken ? number + 1 : number);
+}
+
+}  // namespace
+
 void CustomerListController::addNewCustomer() {
   if (!standalone() || !context()) return;
-  auto& customer = insertLocal<Customer>(*context(), QStringLiteral("Customer"));
-  // "index == %@": nothing writes it, so all customers count, the new one too.
-  const auto customers = context()->all<Customer>();
-  const auto number = std::count_if(customers.begin(), customers.end(),
-                                    [&](const Customer* one) { return one->index() == customer.index(); });
-  const auto numbered = [](auto n) { return formatted(u"Customer%@", {QString::number(n)}); };
-  const bool taken = !queries::customersNamed(*context(), numbered(number)).empty();
-  // Kept: one try more, and no further look whether that name is taken too.
-  customer.setName(numbered(taken ? number + 1 : number));
-  rows_.insertRow(0, rowOf(customer));
-  table().reloadData();
-  table().selectRow(0);
+  add(tr("Add Customer"), [this] {
+    auto& customer = insertLocal<Customer>(*context(), QStringLiteral("Customer"));
+    customer.setName(numberedName(*context(), customer));
+    return &customer;
+  });
 }
 
 void CustomerListController::addNewJob() {
   const auto row = selectedRow();
   Customer* customer = row && standalone() ? customerForRow(*row) : nullptr;
   if (!customer) return;
-  auto& job = insertLocal<Job>(*context(), QStringLiteral("Job Name"));
-  job.setCustomer(customer);
-  rows_.insertRow(*row + 1, rowOf(job));
-  table().reloadData();
-  table().selectRow(*row + 1);
-}
-
-void CustomerListController::setAllShown(bool shown) {
-  rows_.changeRows([shown](CustomerListRow& row) { setShown(row, shown); });
-  table().reloadData();
+  add(tr("Add Job"), [&] {
+    auto& job = insertLocal<Job>(*context(), QStringLiteral("Job Name"));
+    job.setCustomer(customer);
+    return &job;
+  });
 }
 
 bool CustomerListController::validateMenuItem(ListCommand item) const {

@@ -39,12 +39,27 @@ Named& insertLocal(ObjectContext& context, const QString& name) {
   return made;
 }
 
+/// Names what a row shows. Customers and jobs are numbered apart; the last bit tells them apart. 0: none.
+inline quint64 identityOf(const ManagedObject* named) {
+  if (!named) return 0;
+  return static_cast<quint64>(named->objectID()) * 2 + (&named->entity() == &Job::descriptor() ? 1 : 0);
+}
+
 /// Sorts by name, by code unit; of equal names the one that was inserted first comes first.
 template <class Named>
 void sortByName(std::vector<Named*>& objects) {
   std::stable_sort(objects.begin(), objects.end(), [](const Named* a, const Named* b) {
     return queries::compareNames(a->name(), b->name()) < 0;
   });
+}
+
+/// Moves what was added to the front, the newest first.
+template <class Named, class WasAdded>
+void putAddedFirst(std::vector<Named*>& objects, const WasAdded& wasAdded) {
+  const auto end =
+      std::stable_partition(objects.begin(), objects.end(), [&](const Named* one) { return wasAdded(*one); });
+  std::sort(objects.begin(), end,
+            [](const Named* a, const Named* b) { return a->objectID() > b->objectID(); });
 }
 
 }  // namespace pendra::lists

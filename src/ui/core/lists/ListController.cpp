@@ -1,30 +1,106 @@
 #include "ui_core/ListController.h"
 
+#include <QCoreApplication>
+
+#include "ListColumns.h"
+#include "link/AffectedActivities.h"
 #include "platform/Text.h"
 
 namespace pendra {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::ListController", text); }
+
+}  // namespace
 
 ListController::ListController(Session& session, TablePort& table, ListView& view)
     : session_(session), table_(table), view_(view) {}
 
 void ListController::start() {
-  documentChanged();
+  followDocument();
   view_.standaloneChanged();
-  contextChanges_ = session_.documentChanges().observe([this] { documentChanged(); });
+  documentChanges_ = session_.documentChanges().observe([this] { followDocument(); });
   standaloneChanges_ = session_.standaloneChanges().observe([this] { view_.standaloneChanged(); });
+}
+
+void ListController::followDocument() {
+  news_ = {};
+  added_.clear();
+  if (context()) {
+    news_ = context()->observe([this](const ChangeSet& changes) { documentEdited(changes); });
+  }
+  reloadData();
 }
 
 void ListController::setSearchString(const QString& text) {
   searchString_ = text;
-  if (context()) reloadData();
+  added_.clear();
+  reloadData();
 }
 
-bool ListController::confirmDelete(const QString& name) {
+bool ListController::rename(int row, const QString& name) { return name.isEmpty() || takeName(row, name); }
+
+void ListController::setShown(int row, bool shown) {
+  if (!context() || row < 0 || row >= source().rowCount()) return;
+  edit(formatted(shown ? tr("Show %@") : tr("Hide %@"), {nameInRow(row)}), [&] { markShown(row, shown); });
+}
+
+void ListController::markAllShown() { markAll(tr("Mark All Shown"), true); }
+
+void ListController::markNoneShown() { markAll(tr("Mark None Shown"), false); }
+
+void ListController::markAll(const QString& name, bool shown) {
+  if (!context()) return;
+  edit(name, [&] {
+    for (int row = 0; row < source().rowCount(); ++row) markShown(row, shown);
+  });
+}
+
+ObjectContext* ListController::context() const {
+  const OpenDocument* document = session_.document();
+  return document ? document->context().get() : nullptr;
+}
+
+void ListController::edit(const QString& name, const std::function<void()>& work) const {
+  std::ignore = context()->edit(name, work);  // such work cannot fail
+}
+
+bool ListController::confirmDelete(const QString& name, const QString& whatGoes) const {
   return session_.ports().alerts.runAlert(
-             {.style = Alert::Style::Warning,
+             {.style = Alert::Style::Critical,
               .message = formatted(u"Delete %@?", {name}),
-              .informative = {},
+              .informative = whatGoes,
               .buttons = {QStringLiteral("Delete"), QStringLiteral("Cancel")}}) == kFirstButton;
+}
+
+void ListController::deleteNamed(ManagedObject& named, const QString& name) const {
+  edit(formatted(tr("Delete of %@"), {name}), [&] {
+    const NamesBefore before(*context());
+    context()->deleteObject(named);
+    std::ignore = before.noteLosses();  // the question has said it
+  });
+}
+
+void ListController::add(const QString& name, const std::function<ManagedObject*()>& make) {
+  const ManagedObject* made = nullptr;
+  edit(name, [&] {
+    added_.emplace_back(make());
+    made = added_.back().get();
+  });
+  for (int row = 0; row < source().rowCount(); ++row) {
+    if (source().identity(row) == lists::identityOf(made)) return table_.selectRow(row);
+  }
+}
+
+bool ListController::wasAdded(const ManagedObject& object) const {
+  return std::any_of(added_.begin(), added_.end(), [&](const auto& added) { return added == &object; });
+}
+
+void ListController::settleAdded() {
+  if (added_.empty()) return;
+  added_.clear();
+  reloadData();
 }
 
 std::optional<int> ListController::selectedRow() const {

@@ -1,7 +1,12 @@
 #include "ui_core/ServicesListController.h"
 
+#include <QCoreApplication>
+
+#include "DeletionText.h"
 #include "ListColumns.h"
 #include "model/Queries.h"
+#include "platform/Text.h"
+#include "store/ChangeSet.h"
 
 namespace pendra {
 
@@ -9,86 +14,79 @@ namespace {
 
 using namespace lists;
 
-QString nameOfService(const ServicesListRow& row) { return row.serviceName; }
-bool isShown(const ServicesListRow& row) { return row.checkbox.value_or(false); }
+QString tr(const char* text) { return QCoreApplication::translate("pendra::ServicesListController", text); }
+
+QString nameOfService(const ServicesListRow& row) { return queries::nameOf(row.service.get()); }
+bool isShown(const ServicesListRow& row) { return row.service && row.service->shown().value_or(false); }
 
 std::vector<Column<ServicesListRow>> columns(const ServicesListController& list) {
   return {nameColumn(list, QStringLiteral("serviceName"), QStringLiteral("Service"), nameOfService),
           shownColumn(isShown)};
 }
 
-quint64 identityOf(const ServicesListRow& row) {
-  return row.service ? static_cast<quint64>(row.service->objectID()) : 0;
-}
-
-ServicesListRow rowOf(Service& service) {
-  return {.serviceName = queries::nameOf(&service), .checkbox = service.shown(), .service = &service};
-}
-
-void setShown(ServicesListRow& row, bool shown) {
-  row.checkbox = shown;
-  if (row.service) row.service->setShown(shown);
-}
-
 }  // namespace
 
 ServicesListController::ServicesListController(Session& session, TablePort& table, ListView& view)
-    : ListController(session, table, view), rows_(columns(*this), {.identity = identityOf, .running = {}}) {}
+    : ListController(session, table, view),
+      rows_(columns(*this),
+            {.identity = [](const ServicesListRow& row) { return identityOf(row.service.get()); },
+             .running = {}}) {}
 
 void ServicesListController::reloadData() {
   std::vector<Service*> services;
   if (context()) {
     services = context()->fetch<Service>([this](const Service& service) {
-      return searchString().isEmpty() || queries::nameContains(service.name(), searchString());
+      return wasAdded(service) || searchString().isEmpty() ||
+             queries::nameContains(service.name(), searchString());
     });
   }
   sortByName(services);
+  putAddedFirst(services, [this](const Service& service) { return wasAdded(service); });
   std::vector<ServicesListRow> rows;
   rows.reserve(services.size());
-  for (Service* service : services) rows.push_back(rowOf(*service));
+  for (Service* service : services) rows.push_back({service});
   rows_.setRows(std::move(rows));
   table().reloadData();
 }
 
-void ServicesListController::setValue(const CellValue& value, const QString& column, int row) {
-  const ServicesListRow* old = rows_.row(row);
-  if (!old) return;
-  ServicesListRow changed = *old;
-  const QString* name = std::get_if<QString>(&value);
-  if (name) {
-    changed.serviceName = *name;
-    if (changed.service) changed.service->setName(*name);
-  } else if (column == kCheckbox) {
-    setShown(changed, std::get<bool>(value));
-  }
-  rows_.replaceRow(row, std::move(changed));
-  if (name) {
-    reloadData();
-  } else {
-    table().redrawRow(row);
-  }
+void ServicesListController::documentEdited(const ChangeSet& changes) {
+  if (changes.touches<Service>()) reloadData();
+}
+
+Service* ServicesListController::serviceForRow(int row) const {
+  const ServicesListRow* one = rows_.row(row);
+  return one ? one->service.get() : nullptr;
+}
+
+QString ServicesListController::nameInRow(int row) const { return queries::nameOf(serviceForRow(row)); }
+
+bool ServicesListController::takeName(int row, const QString& name) {
+  Service* service = serviceForRow(row);
+  if (!service) return true;
+  edit(formatted(tr("Rename of %@"), {nameInRow(row)}), [&] { service->setName(name); });
+  settleAdded();
+  return true;
+}
+
+void ServicesListController::markShown(int row, bool shown) {
+  if (Service* service = serviceForRow(row)) service->setShown(shown);
 }
 
 void ServicesListController::addNewService() {
   if (!standalone() || !context()) return;
-  auto& service = insertLocal<Service>(*context(), QStringLiteral("Service Name"));
-  rows_.insertRow(0, rowOf(service));
-  table().reloadData();
-  table().selectRow(0);
-}
-
-void ServicesListController::setAllShown(bool shown) {
-  rows_.changeRows([shown](ServicesListRow& row) { setShown(row, shown); });
-  table().reloadData();
+  add(tr("Add Service Item"),
+      [this] { return &insertLocal<Service>(*context(), QStringLiteral("Service Name")); });
 }
 
 void ServicesListController::deleteRow() {
   const auto row = selectedRow();
   if (!standalone() || !row || !context()) return;
-  const Ref<Service> service = rows_.row(*row)->service;
-  if (!service || !confirmDelete(queries::nameOf(service.get())) || !service) return;
-  context()->deleteObject(*service);
-  reloadData();
+  const Ref<Service> service(serviceForRow(*row));
+  if (!service) return;
+  const QString name = queries::nameOf(service.get());
+  if (confirmDelete(name, lossSentence(service->activities(), standalone())) && service) {
+    deleteNamed(*service, name);
+  }
 }
 
 bool ServicesListController::validateMenuItem(ListCommand item) const {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "document/DocumentClosing.h"
+#include "store/UndoStack.h"
 #include "support/LogCapture.h"
 #include "support/Rows.h"
 #include "support/TestSession.h"
@@ -38,7 +39,7 @@ class Lists : public testing::Test, protected TestSession {
  protected:
   explicit Lists(bool standalone = true) { openDocument(standalone); }
 
-  void reload() { list.reloadData(); }
+  void reload() { list.setSearchString(list.searchString()); }
   /// The rows as "name" or "  job".
   QStringList rows() {
     QStringList texts;
@@ -51,8 +52,14 @@ class Lists : public testing::Test, protected TestSession {
   void select(const char* text) {
     table.selected = static_cast<int>(rows().indexOf(QString::fromUtf8(text)));
   }
-  void type(const QString& text) { list.setValue(text, list.source().head(0).identifier, table.selected); }
-  void tick(bool shown) { list.setValue(shown, QStringLiteral("checkbox"), table.selected); }
+  void type(const QString& text) { std::ignore = list.rename(table.selected, text); }
+  void tick(bool shown) { list.setShown(table.selected, shown); }
+  /// A change that some other window makes.
+  template <class Work>
+  void elsewhere(const Work& work) {
+    std::ignore = session.context()->edit(QStringLiteral("Elsewhere"), work);
+  }
+  UndoStack& steps() { return session.context()->undoStack(); }
 
   ListTable table;
   Controller list{session, table, table};
@@ -127,12 +134,34 @@ TEST_F(CustomerList, RenamesSortsAgainAndRefusesATakenName) {
   type(QStringLiteral("Zulu"));
   EXPECT_EQ(alerts.last().message, "Zulu already exists!") << "its own name too";
   select("  Phone");
-  list.setValue(QStringLiteral("Zed"), QStringLiteral("jobName"), table.selected);
+  type(QStringLiteral("Zed"));
   EXPECT_EQ(acme->jobs()[0]->name(), "Phone") << "a job's name is compared with the customers'";
-  list.setValue(QStringLiteral("Backup"), QStringLiteral("jobName"), table.selected);
+  type(QStringLiteral("Backup"));
   EXPECT_EQ(acme->jobs()[0]->name(), "Backup");
   EXPECT_EQ(alerts.shown().size(), 3U);
-  EXPECT_TRUE(list.mayLeaveCustomer(QString()));
+  EXPECT_TRUE(list.rename(table.selected, QString()));
+  EXPECT_EQ(acme->jobs()[0]->name(), "Backup") << "an empty name is left unchanged";
+}
+
+TEST_F(CustomerList, ShowsWhatIsDoneElsewhereAndTakesItsOwnStepsBack) {
+  elsewhere([this] { addJob(addCustomer(QStringLiteral("Moon")), QStringLiteral("Landing")); });
+  EXPECT_THAT(rows(), ElementsAre("Acme", "  Phone", "  Accounts", "Moon", "  Landing", "Zed", "  Backup"));
+  elsewhere([this] { acme->setName(QStringLiteral("Zz")); });
+  EXPECT_THAT(rows(), ElementsAre("Moon", "  Landing", "Zed", "  Backup", "Zz", "  Phone", "  Accounts"));
+  const int reloads = table.reloads;
+  elsewhere([this] { addActivity(acme, nullptr); });
+  select("Zed");
+  tick(false);
+  EXPECT_EQ(table.reloads, reloads) << "one row shows what one row is told";
+  EXPECT_EQ(steps().undoName(), "Hide Zed");
+  type(QStringLiteral("Star"));
+  EXPECT_EQ(steps().undoName(), "Rename of Zed");
+  list.markNoneShown();
+  EXPECT_EQ(steps().undoName(), "Mark None Shown");
+  list.addNewCustomer();
+  for (int step = 0; step < 4; ++step) steps().undo();
+  EXPECT_THAT(rows(), ElementsAre("Moon", "  Landing", "Zed", "  Backup", "Zz", "  Phone", "  Accounts"));
+  EXPECT_TRUE(list.source().isChecked(2, 2));
 }
 
 TEST_F(CustomerList, TextsAreEditedOnlyWhereThereIsOne) {
@@ -198,18 +227,28 @@ TEST_F(CustomerList, MarksOnlyWhatIsListed) {
 }
 
 TEST_F(CustomerList, DeletesACustomerWhoseActivitiesAreComplete) {
-  auto& activity = addActivity(acme, nullptr);
+  auto& activity = addActivity(acme, nullptr, acme->jobs()[1]);
   activity.setCompleted(true);
+  addPeriod(activity, "2026-11-20 09:00", 60);
   select("Acme");
   alerts.willAnswer({"Cancel", "Delete"});
   list.deleteRow();
   EXPECT_EQ(alerts.last().message, "Delete Acme?");
   EXPECT_EQ(alerts.last().buttons, QStringList({"Delete", "Cancel"}));
+  EXPECT_EQ(alerts.last().style, Alert::Style::Critical) << "Cancel is its default";
+  EXPECT_EQ(alerts.last().informative,
+            "Its 2 jobs go with it. 1 completed activity with 1 entry keeps its time and loses this name.");
   EXPECT_EQ(list.source().rowCount(), 5);
   list.deleteRow();
   EXPECT_THAT(rows(), ElementsAre("Zed", "  Backup"));
   EXPECT_EQ(activity.customer(), nullptr);
+  EXPECT_TRUE(activity.loss().customer && activity.loss().job);
   EXPECT_EQ(session.context()->all<Job>().size(), 1U);
+  EXPECT_EQ(session.notices().standing().size(), 0U);
+  EXPECT_EQ(steps().undoName(), "Delete of Acme");
+  steps().undo();
+  EXPECT_EQ(activity.job(), acme->jobs()[1]);
+  EXPECT_FALSE(activity.loss().any());
 }
 
 TEST_F(CustomerList, RefusesWhatAnOpenActivityUses) {
@@ -299,11 +338,19 @@ TEST_F(LinkedCustomerList, OnlyChoosesWhatIsOfferedButStillDeletes) {
   EXPECT_EQ(list.source().rowCount(), 5);
   tick(false);
   EXPECT_EQ(acme->shown(), false);
+  Activity& done = addActivity(zed, nullptr, zed->jobs()[0]);
+  done.setCompleted(true);
+  for (const char* sent : {"2026-11-20 09:00", "", ""}) {
+    TimeEntry& entry = addPeriod(done, "2026-11-19 09:00", 60);
+    if (*sent) entry.setDateSubmitted(instantOf(sent));
+  }
   select("  Backup");
   tick(false);
   EXPECT_EQ(zed->jobs()[0]->shown(), false);
   alerts.willAnswer({"Delete"});
   list.deleteRow();
+  EXPECT_EQ(alerts.last().informative,
+            "1 completed activity with 3 entries, 2 of them unsent, keeps its time and loses this name.");
   EXPECT_TRUE(zed->jobs().empty());
 }
 
@@ -370,14 +417,13 @@ TEST_F(ServicesList, AddsAtTheTopAndNumbersNothing) {
   EXPECT_EQ(list.rows().row(0)->service->shown(), true);
   EXPECT_EQ(list.rows().row(0)->service->vtObjectID(), "0");
   EXPECT_EQ(table.selected, 0);
-  addService(QStringLiteral("Elsewhere"));
-  EXPECT_EQ(list.source().rowCount(), 4) << "what is added elsewhere shows at the next reload";
+  elsewhere([this] { addService(QStringLiteral("Base")); });
+  EXPECT_THAT(rows(), ElementsAre("Service Name", "Service Name", "Advice", "Base", "Design"));
 }
 
 TEST_F(ServicesList, KeepsAnAbsentCheckBoxAbsentUntilItIsTicked) {
   design->setShown(std::nullopt);
   reload();
-  EXPECT_EQ(list.rows().row(1)->checkbox, std::nullopt);
   EXPECT_FALSE(list.source().isChecked(1, 1));
   select("Design");
   tick(false);
@@ -388,10 +434,13 @@ TEST_F(ServicesList, KeepsAnAbsentCheckBoxAbsentUntilItIsTicked) {
 
 TEST_F(ServicesList, DeletesAnItemThatIsInUse) {
   auto& activity = addActivity(nullptr, design);
+  addPeriod(activity, "2026-11-20 09:00", 60);
+  addActivity(nullptr, design).setCompleted(true);
   select("Design");
   alerts.willAnswer({"Cancel", "Delete"});
   list.deleteRow();
   EXPECT_EQ(alerts.last().message, "Delete Design?");
+  EXPECT_EQ(alerts.last().informative, "2 activities with 1 entry keep their time and lose this name.");
   list.deleteRow();
   EXPECT_THAT(rows(), ElementsAre("Advice"));
   EXPECT_EQ(activity.service(), nullptr);

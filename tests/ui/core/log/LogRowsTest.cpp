@@ -104,6 +104,36 @@ TEST_F(TimeLog, SelectingAnEntryThatIsNotListedSelectsTheOldRowAgain) {
   EXPECT_EQ(window.currentEntry(), nullptr);
 }
 
+TEST_F(TimeLog, NamesFollowTheListsInEveryTableAndFilter) {
+  Activity& activity = activityOf("Acme", "Roof");
+  test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  window.reloadData();
+  log.reloadData();
+  log.reloadNames();
+  const auto names = [this](const char* column) {
+    return QStringList{cellText(window.rows(), QString::fromLatin1(column), 0),
+                       cellText(log.rows(), QString::fromLatin1(column), 0)};
+  };
+  const auto edit = [this](const auto& work) { std::ignore = test.session.context()->edit("Edit", work); };
+  edit([&] {
+    activity.customer()->setName("Moon");
+    activity.job()->setName("Crater");
+    design->setName("Survey");
+  });
+  EXPECT_EQ(names("customer"), QStringList({"Moon", "Moon"}));
+  EXPECT_EQ(names("job"), QStringList({"Crater", "Crater"}));
+  EXPECT_EQ(log.customerPopup.titles(), QStringList({"All", "Moon"}));
+  EXPECT_EQ(log.servicePopup.titles(), QStringList({"All", "Survey"}));
+  edit([&] {
+    test.session.context()->deleteObject(*activity.customer());
+    test.session.context()->deleteObject(*design);
+  });
+  EXPECT_EQ(names("customer"), QStringList({"", ""}));
+  EXPECT_EQ(names("job"), QStringList({"", ""})) << "it went with its customer";
+  EXPECT_EQ(names("service"), QStringList({"", ""}));
+  EXPECT_EQ(log.customerPopup.titles(), QStringList("All"));
+}
+
 TEST_F(TimeLog, MarkingAsUnsentAsksFirst) {
   TimeEntry& entry = test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   entry.setDateSubmitted(test.clock.now());

@@ -1,20 +1,21 @@
 #pragma once
 // The two lists follow the same steps by different rules. The steps that are the same stand here, once; every
-// rule stands in the controller whose rule it is, also where the other one's looks much alike.
+// rule stands in the controller whose rule it is, also where the other one's looks much alike. A list follows
+// its document: what it does is an edit, and what it shows comes from the news of edits, whoever made them.
 
 #include <QString>
+#include <functional>
 #include <optional>
-#include <variant>
 
 #include "document/Session.h"
+#include "store/Observers.h"
 #include "ui_core/ListEditor.h"
 #include "ui_core/TablePort.h"
 #include "ui_core/TableSource.h"
 
 namespace pendra {
 
-/// A cell's value: the state of its check box, or its text.
-using CellValue = std::variant<bool, QString>;
+class ChangeSet;
 
 /// What a list asks of its window beyond its table.
 class ListView {
@@ -33,7 +34,7 @@ class ListController : public ListEditor {
   ListController(const ListController&) = delete;
   ListController& operator=(const ListController&) = delete;
 
-  /// First load; from then on the list follows the document's coming, going and mode. Called once the
+  /// First load; from then on the list follows the document, and its coming, going and mode. Called once the
   /// window shows `source`.
   void start();
   [[nodiscard]] const QString& searchString() const { return searchString_; }
@@ -42,41 +43,65 @@ class ListController : public ListEditor {
   /// Whether the document is kept without Vantor: only then are names the user's to write.
   [[nodiscard]] bool standalone() const { return session_.isStandalone(); }
 
-  /// Rebuilds all rows from the document.
-  virtual void reloadData() = 0;
   /// What the table shows.
   [[nodiscard]] virtual TableSource& source() = 0;
   [[nodiscard]] virtual const TableSource& source() const = 0;
-  virtual void setValue(const CellValue& value, const QString& column, int row) = 0;
 
-  void markAllShown() override { setAllShown(true); }
-  void markNoneShown() override { setAllShown(false); }
+  /// Takes a name that was typed into a row; an empty one leaves the name as it was. False when it was
+  /// refused, which the user has been told.
+  [[nodiscard]] bool rename(int row, const QString& name);
+  /// Whether what the row shows is offered in the pick lists from now on.
+  void setShown(int row, bool shown);
+  void markAllShown() override;
+  void markNoneShown() override;
   [[nodiscard]] bool isDeleteOK() const override { return selectedRow().has_value(); }
 
  protected:
   /// All must outlive it.
   ListController(Session& session, TablePort& table, ListView& view);
 
-  virtual void setAllShown(bool shown) = 0;
-  /// "Delete %@?"; true for "Delete".
-  [[nodiscard]] bool confirmDelete(const QString& name);
+  /// Makes all rows anew from the document, in their order.
+  virtual void reloadData() = 0;
+  virtual void documentEdited(const ChangeSet& changes) = 0;
+  /// As `rename`, of a name that is not empty.
+  [[nodiscard]] virtual bool takeName(int row, const QString& name) = 0;
+  [[nodiscard]] virtual QString nameInRow(int row) const = 0;
+  /// Marks what the row shows; inside an edit.
+  virtual void markShown(int row, bool shown) = 0;
+
+  /// Changes the open document under a name.
+  void edit(const QString& name, const std::function<void()>& work) const;
+  /// "Delete %@?", and what goes with it; true for "Delete".
+  [[nodiscard]] bool confirmDelete(const QString& name, const QString& whatGoes) const;
+  /// Deletes it in an edit; the activities that lose its name remember that.
+  void deleteNamed(ManagedObject& named, const QString& name) const;
+
+  /// Adds in an edit what `make` makes. It stands first, unsorted and whatever the search, and is selected.
+  void add(const QString& name, const std::function<ManagedObject*()>& make);
+  [[nodiscard]] bool wasAdded(const ManagedObject& object) const;
+  /// What was added takes its place among the others.
+  void settleAdded();
 
   [[nodiscard]] Session& session() const { return session_; }
   [[nodiscard]] TablePort& table() const { return table_; }
   [[nodiscard]] ListView& view() const { return view_; }
   /// The open document's objects; none when no document is open.
-  [[nodiscard]] ObjectContext* context() const { return session_.context().get(); }
+  [[nodiscard]] ObjectContext* context() const;
   /// The selected row, if it is there.
   [[nodiscard]] std::optional<int> selectedRow() const;
-  /// The document came, went or was exchanged for another.
-  virtual void documentChanged() { reloadData(); }
 
  private:
+  /// The document came, went or was exchanged for another.
+  void followDocument();
+  void markAll(const QString& name, bool shown);
+
   Session& session_;
   TablePort& table_;
   ListView& view_;
   QString searchString_;
-  Notifier::Subscription contextChanges_;
+  std::vector<Ref<ManagedObject>> added_;  // the newest last
+  Subscription news_;
+  Notifier::Subscription documentChanges_;
   Notifier::Subscription standaloneChanges_;
 };
 

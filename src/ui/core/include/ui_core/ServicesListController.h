@@ -6,10 +6,8 @@
 
 namespace pendra {
 
-/// A row of the services' list, a snapshot taken at reload.
+/// A row of the services' list.
 struct ServicesListRow {
-  QString serviceName;
-  std::optional<bool> checkbox;  ///< as it is stored, absent too
   Ref<Service> service;
 };
 
@@ -23,17 +21,21 @@ class ServicesListController : public ListController {
   [[nodiscard]] TableSource& source() override { return rows_; }
   [[nodiscard]] const TableSource& source() const override { return rows_; }
 
-  void reloadData() override;
   void addNewService();
   /// Kept: only in a standalone document, unlike the customers' list.
   void deleteRow() override;
-  void setValue(const CellValue& value, const QString& column, int row) override;
   [[nodiscard]] bool validateMenuItem(ListCommand item) const override;
 
  protected:
-  void setAllShown(bool shown) override;
+  void reloadData() override;
+  void documentEdited(const ChangeSet& changes) override;
+  [[nodiscard]] bool takeName(int row, const QString& name) override;
+  [[nodiscard]] QString nameInRow(int row) const override;
+  void markShown(int row, bool shown) override;
 
  private:
+  [[nodiscard]] Service* serviceForRow(int row) const;
+
   RowTable<ServicesListRow> rows_;
 };
 
