@@ -164,8 +164,8 @@ TEST_F(TimeEntryEditor, TheFirstLengthOfAnAddedEntryDoesNotReachIntoTheFuture) {
 }
 
 TEST_F(TimeEntryEditor, TypingTheLengthAnswersWhatACrashLeftOpen) {
-  entry->setHaltedAt(instantOf("2026-11-23T09:00:00Z"));
   entry->setDuration(std::nullopt);
+  entry->setHaltedAt(instantOf("2026-11-23T09:00:00Z"));
   editor.show(*entry);
   sheet.type(sheet.notesField, "Call");
   ASSERT_TRUE(accept());
