@@ -24,11 +24,18 @@ constexpr int kTimers = 5;
 
 class NoCommands final : public CommandTarget {
  public:
+  [[nodiscard]] std::span<const Menu> menus() const override { return {}; }
   void perform(Command, QWidget*) override {}
-  [[nodiscard]] bool validate(const MenuItem&) const override { return true; }
+  [[nodiscard]] bool mayRun(const CommandRow&) const override { return false; }
+  [[nodiscard]] bool isShown(const CommandRow&) const override { return true; }
+  [[nodiscard]] QString titleOf(const CommandRow&) const override { return {}; }
+  [[nodiscard]] Notifier& menuChanges() override { return changes_; }
   [[nodiscard]] QStringList recentDocuments() const override { return {}; }
   void openRecent(const QString&) override {}
   void clearRecent() override {}
+
+ private:
+  Notifier changes_;
 };
 
 class NoTable final : public TablePort {
@@ -85,9 +92,8 @@ class DocumentBench {
   void openWindow() {
     TestSession test;
     loadDocument(test.session, path_);
-    MenuModel menus;
     NoCommands commands;
-    TimerWindowController window(test.session, menus, commands, [] {});
+    TimerWindowController window(test.session, commands, [] {});
     QCoreApplication::processEvents();
     window.close();
   }

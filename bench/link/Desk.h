@@ -30,9 +30,8 @@ class Running final : public Workspace {
   void reveal(const QString&) override {}
   Subscription observeLaunches(std::function<void(const QString&)>) override { return {}; }
 };
-class NoWindows final : public InterfaceLoader, public VantorMenus {
+class NoWindows final : public InterfaceLoader {
   void load(Interface) override {}
-  void setVantorItemsShown(bool) override {}
 };
 class NoProgress final : public ProgressSink {
   void startSpinner(const QString&, int) override {}
@@ -62,7 +61,7 @@ struct Desk {
   NoWindows windows;
   NoProgress progress;
   Session session{
-      {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows, windows},
+      {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows},
       modelOfDocuments()};
 };
 

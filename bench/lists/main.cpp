@@ -36,9 +36,8 @@ class NoWorkspace final : public Workspace {
   void reveal(const QString&) override {}
   Subscription observeLaunches(std::function<void(const QString&)>) override { return {}; }
 };
-class NoWindows final : public InterfaceLoader, public VantorMenus {
+class NoWindows final : public InterfaceLoader {
   void load(Interface) override { std::abort(); }
-  void setVantorItemsShown(bool) override {}
 };
 class NoTable final : public TablePort, public ListView {
  public:
@@ -121,7 +120,7 @@ void run() {
   QFile schema(QStringLiteral(PENDRA_RESOURCES "/Corvel.momd"));
   if (!schema.open(QIODevice::ReadOnly)) std::abort();
   Session session(
-      {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows, windows},
+      {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows},
       objectModel(schema.readAll()));
   const QTemporaryDir folder;
   auto document = OpenDocument::read(folder.filePath(QStringLiteral("bench.pdr")), session.objectModel(),

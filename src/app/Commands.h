@@ -1,54 +1,37 @@
 #pragma once
 
-#include <functional>
-
+#include "CommandContext.h"
 #include "document/Documents.h"
-#include "document/Session.h"
 #include "ui/CommandTarget.h"
 
 namespace pendra {
 
-class ListEditor;
-struct LinkServices;
-class WindowLoader;
-
-/// What each command of the menus does, and whether it may.
+/// Runs the commands of the table for the menu bars and the controls.
 class Commands final : public CommandTarget {
  public:
   /// All must outlive it. `terminate` asks for the end of the program.
-  Commands(Session& session, const MenuModel& menus, WindowLoader& windows, LinkServices& link,
+  Commands(Session& session, WindowLoader& windows, LinkServices& link, UndoHistory& history,
            std::function<void()> terminate);
 
+  [[nodiscard]] std::span<const Menu> menus() const override;
   void perform(Command command, QWidget* sender) override;
-  [[nodiscard]] bool validate(const MenuItem& item) const override;
+  [[nodiscard]] bool mayRun(const CommandRow& row) const override { return row.mayRun(context_); }
+  [[nodiscard]] bool isShown(const CommandRow& row) const override {
+    return !row.isShown || row.isShown(context_);
+  }
+  [[nodiscard]] QString titleOf(const CommandRow& row) const override;
+  [[nodiscard]] Notifier& menuChanges() override { return menuChanges_; }
+
   [[nodiscard]] QStringList recentDocuments() const override { return documents_.recentDocuments(); }
   void openRecent(const QString& path) override;
   void clearRecent() override { documents_.clearRecentDocuments(); }
 
  private:
-  [[nodiscard]] bool performForProgram(Command command, QWidget* sender);
-  [[nodiscard]] bool performForDocument(Command command);
-  [[nodiscard]] bool performForVantor(Command command);
-  [[nodiscard]] bool performForShell(Command command, QWidget* sender);
-  [[nodiscard]] bool performForTimerWindow(Command command);
-  [[nodiscard]] bool performForLists(Command command);
-  [[nodiscard]] bool performInFocus(Command command);
-  void addActivity();
-  void deleteActivity();
-  /// The list editors that are open; none otherwise.
-  [[nodiscard]] ListEditor* customerEditor() const;
-  [[nodiscard]] ListEditor* servicesEditor() const;
-  /// The one at the front, else the one that is open.
-  [[nodiscard]] ListEditor* listInFront() const;
-  [[nodiscard]] bool canDelete() const;
-  [[nodiscard]] CommandState state() const;
-
-  Session& session_;
-  const MenuModel& menus_;
-  WindowLoader& windows_;
-  LinkServices& link_;
   std::function<void()> terminate_;
+  CommandContext context_;
   Documents documents_;
+  Notifier menuChanges_;
+  std::vector<Notifier::Subscription> observations_;
 };
 
 }  // namespace pendra

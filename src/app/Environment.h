@@ -27,9 +27,9 @@ struct Environment {
   QtAlerts alerts{modals};
   QtPanels panels{modals, defaults, places.documents};
 
-  [[nodiscard]] Ports ports(InterfaceLoader& interfaces, VantorMenus& menus) {
-    return {*clock,     calendar, places,        defaults,   alerts, panels,
-            *workspace, modals,   notifications, interfaces, menus};
+  [[nodiscard]] Ports ports(InterfaceLoader& interfaces) {
+    return {*clock, calendar,   places, defaults,      alerts,
+            panels, *workspace, modals, notifications, interfaces};
   }
 };
 

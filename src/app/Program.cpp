@@ -32,17 +32,18 @@ ObjectModel loadObjectModel() {
 
 Program::Program(Environment& environment)
     : environment_(environment),
-      session_(environment_.ports(windows_, menus_), loadObjectModel()),
+      session_(environment_.ports(windows_), loadObjectModel()),
       link_(session_),
+      history_(session_),
       launch_(session_),
-      commands_(session_, menus_, windows_, link_, [this] { terminate(); }),
+      commands_(session_, windows_, link_, history_, [this] { terminate(); }),
       signals_([this] { askedToEnd(); }) {
   waiting_.setInterval(kBetweenLooks);
   QObject::connect(&waiting_, &QTimer::timeout, &waiting_, [this] { performWhatWaits(); });
   unanswered_.setSingleShot(true);
   unanswered_.setInterval(kUntilUnanswered);
   QObject::connect(&unanswered_, &QTimer::timeout, &unanswered_, [this] { endUnasked(); });
-  windows_.connectTo(session_, menus_, commands_, link_, [this] { terminate(); });
+  windows_.connectTo(session_, commands_, link_, [this] { terminate(); });
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
                    [this](QSessionManager& manager) { endOfSession(manager); });
 }

@@ -13,7 +13,7 @@
 #include "SignalWatcher.h"
 #include "WindowLoader.h"
 #include "document/Launch.h"
-#include "ui_core/Menus.h"
+#include "ui_core/UndoHistory.h"
 
 class QSessionManager;
 
@@ -60,10 +60,10 @@ class Program {
   void endUnasked();
 
   Environment& environment_;
-  MenuModel menus_;
   WindowLoader windows_;
   Session session_;
   LinkServices link_;
+  UndoHistory history_;
   Launch launch_;
   Commands commands_;
   SignalWatcher signals_;

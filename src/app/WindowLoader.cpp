@@ -9,6 +9,7 @@
 #include "document/Session.h"
 #include "platform/Resources.h"
 #include "ui/CommandTarget.h"
+#include "ui/FieldUndo.h"
 #include "ui/ListWindows.h"
 #include "ui/SetupController.h"
 #include "ui/ShellWindows.h"
@@ -53,17 +54,16 @@ void WindowLoader::retire(std::unique_ptr<Window>& window) {
   if (window) new Retired(std::shared_ptr<Window>(std::move(window)), &open_->retired);
 }
 
-void WindowLoader::connectTo(Session& session, MenuModel& menus, CommandTarget& target, LinkServices& link,
+void WindowLoader::connectTo(Session& session, CommandTarget& target, LinkServices& link,
                              std::function<void()> terminate) {
   link_ = &link;
   session_ = &session;
-  menus_ = &menus;
   target_ = &target;
   terminate_ = std::move(terminate);
   qApp->installEventFilter(this);
 }
 
-WindowFrame WindowLoader::frame() const { return {*session_, *menus_, *target_}; }
+WindowFrame WindowLoader::frame() const { return {*session_, *target_}; }
 
 template <class Window, class... Arguments>
 Window& WindowLoader::open(std::unique_ptr<Window>& place, Arguments&&... arguments) {
@@ -91,10 +91,10 @@ void WindowLoader::load(Interface interface) {
       });
       break;
     case Interface::CustomerList:
-      loadCustomerList(*session_, *menus_, *target_);
+      loadCustomerList(*session_, *target_);
       break;
     case Interface::ServicesList:
-      loadServicesList(*session_, *menus_, *target_);
+      loadServicesList(*session_, *target_);
       break;
     case Interface::Setup:
       open(open_->setup, link_->checks, link_->lists);
@@ -105,7 +105,7 @@ void WindowLoader::load(Interface interface) {
 void WindowLoader::loadTimerWindow() {
   retire(open_->timer);
   open_->timer =
-      std::make_unique<TimerWindowController>(*session_, *menus_, *target_, [this] { retire(open_->timer); });
+      std::make_unique<TimerWindowController>(*session_, *target_, [this] { retire(open_->timer); });
   if (open_->welcome) open_->welcome->close();  // where to begin has been found
 }
 
@@ -116,6 +116,7 @@ bool WindowLoader::eventFilter(QObject* watched, QEvent* event) {
       static_cast<QWidget*>(watched)->isWindow()) {
     endWithoutWindows();
   }
+  if (belongsToMenu(*event)) return true;
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
     return helpFor(watched);
   }

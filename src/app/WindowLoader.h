@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "document/Windows.h"
-#include "ui_core/Menus.h"
 
 namespace pendra {
 
@@ -22,7 +21,7 @@ class WindowLoader final : public QObject, public InterfaceLoader {
   ~WindowLoader() override;
 
   /// Given once the session exists, which needs the loader first.
-  void connectTo(Session& session, MenuModel& menus, CommandTarget& target, LinkServices& link,
+  void connectTo(Session& session, CommandTarget& target, LinkServices& link,
                  std::function<void()> terminate);
 
   void load(Interface interface) override;
@@ -48,7 +47,6 @@ class WindowLoader final : public QObject, public InterfaceLoader {
   [[nodiscard]] WindowFrame frame() const;
 
   Session* session_ = nullptr;
-  MenuModel* menus_ = nullptr;
   CommandTarget* target_ = nullptr;
   LinkServices* link_ = nullptr;
   std::function<void()> terminate_;

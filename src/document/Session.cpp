@@ -17,7 +17,6 @@ void Session::exchange(std::unique_ptr<OpenDocument> next) {
   commits_ = {};
   if (document_) commits_ = context()->observeCommits([this](const CommitState&) { commitTried(); });
   notices_.withdrawOfDocument();
-  ports_.menus.setVantorItemsShown(!isStandalone());
   documentChanges_.changed();
   if (isStandalone() != wasStandalone) standaloneChanges_.changed();
   commitTried();  // the reading may have been one that could not store what it did

@@ -18,21 +18,25 @@ std::vector<Skipped> UndoStack::apply(std::deque<EditRecord>& from, std::deque<E
   StepBack back(context_, step);
   EditRecord inverse = context_.editing_->runBack(step.name, [&] { back.run(); });
   if (!inverse.isEmpty()) to.push_back(std::move(inverse));
+  observers_.tell(News::Changed);
   return back.skipped();
 }
 
 void UndoStack::push(EditRecord record) {
   undone_.clear();
   done_.push_back(std::move(record));
-  if (done_.size() <= kMostSteps) return;
-  auto gone = std::move(done_.front().deleted);
-  done_.pop_front();
-  context_.destroy(std::move(gone));
+  if (done_.size() > kMostSteps) {
+    auto gone = std::move(done_.front().deleted);
+    done_.pop_front();
+    context_.destroy(std::move(gone));
+  }
+  observers_.tell(News::Added);
 }
 
 void UndoStack::clear() {
   done_.clear();
   undone_.clear();
+  observers_.tell(News::Changed);
 }
 
 void UndoStack::forget(const std::vector<std::unique_ptr<ManagedObject>>& gone) {
@@ -45,6 +49,7 @@ void UndoStack::forget(const std::vector<std::unique_ptr<ManagedObject>>& gone) 
     }
     std::erase_if(*steps, [](const EditRecord& step) { return step.isEmpty(); });
   }
+  observers_.tell(News::Changed);
 }
 
 }  // namespace pendra

@@ -11,7 +11,7 @@ namespace pendra {
 
 AppWindow::AppWindow(const WindowFrame& frame, const QString& title) : frame_(new QWidget) {
   setPlainTitle(*this, title);
-  setMenuBar(new MenuBar(frame.menus, frame.target, this));
+  setMenuBar(new MenuBar(frame.target, this));
   auto* column = new QVBoxLayout(frame_);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);

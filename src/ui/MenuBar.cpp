@@ -41,50 +41,72 @@ QList<QKeySequence> sequences(const QStringList& keys) {
 
 }  // namespace
 
-MenuBar::MenuBar(MenuModel& model, CommandTarget& target, QWidget* window)
-    : QMenuBar(window), model_(model), target_(target), window_(window) {
+MenuBar::MenuBar(CommandTarget& target, QWidget* window)
+    : QMenuBar(window), target_(target), window_(window) {
   setNativeMenuBar(false);
-  rebuild();
-  modelChanges_ = model.changes().observe([this] { rebuild(); });
+  for (const Menu& each : target.menus()) addMenuOf(each);
+  const auto refreshAll = [this] {
+    for (const QAction* menu : actions()) {
+      refresh(*menu->menu());
+      enableShortcuts(*menu->menu());
+    }
+  };
+  changes_ = target.menuChanges().observe(refreshAll);
+  refreshAll();
 }
 
-void MenuBar::rebuild() {
-  items_.clear();
-  clear();
-  for (const Menu& each : model_.menus()) {
-    // Alt with its first letter opens a menu; no two begin with the same one.
-    QMenu* menu = addMenu(u'&' + menuText(each.title));
-    QSet<QChar> letters;
-    for (const MenuItem& item : each.items) addItem(*menu, item, letters);
-    connect(menu, &QMenu::aboutToShow, this, [this, menu] { validate(*menu); });
-    connect(menu, &QMenu::aboutToHide, this, [this, menu] { enableShortcuts(*menu); });
+void MenuBar::addMenuOf(const Menu& each) {
+  // Alt with its first letter opens a menu; no two begin with the same one.
+  QMenu* menu = addMenu(u'&' + menuText(QCoreApplication::translate("pendra::Commands", each.title)));
+  for (const CommandRow& row : each.rows) {
+    addAction(*menu, row);
+    if (each.list != MenuList::None && row.command == each.listAfter) addList(*menu, each.list);
   }
+  connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+    refresh(*menu);
+    validate(*menu);
+  });
+  connect(menu, &QMenu::aboutToHide, this, [this, menu] { enableShortcuts(*menu); });
 }
 
-void MenuBar::addItem(QMenu& menu, const MenuItem& item, QSet<QChar>& letters) {
-  if (item.startsGroup) menu.addSeparator();
-  if (item.command == Command::OpenRecent) {
-    QMenu* recent = menu.addMenu(withLetter(item.title, letters));
-    recent->menuAction()->setProperty("helpAnchor", help::anchorOfItem(item));
-    connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecent(*recent); });
-    fillRecent(*recent);
-    return;
-  }
-  if (item.command == Command::OpenWindows) {
+void MenuBar::addAction(QMenu& menu, const CommandRow& row) {
+  if (row.startsGroup) menu.addSeparator();
+  QAction* action = menu.addAction(QString());
+  action->setShortcuts(sequences(keysOf(row)));
+  action->setMenuRole(QAction::NoRole);
+  action->setProperty("helpAnchor", help::anchorOfItem(row.tag, QString::fromUtf8(row.title)));
+  connect(action, &QAction::triggered, this, [this, &row] { trigger(row); });
+  rows_.insert(action, &row);
+}
+
+void MenuBar::addList(QMenu& menu, MenuList list) {
+  if (list == MenuList::OpenWindows) {
     connect(&menu, &QMenu::aboutToShow, this, [this, &menu] { fillWindows(menu); });
     return;
   }
-  QAction* action = menu.addAction(withLetter(item.title, letters));
-  action->setShortcuts(sequences(item.keys));
-  action->setEnabled(item.enabled);
-  action->setMenuRole(QAction::NoRole);
-  connect(action, &QAction::triggered, this, [this, item] {
-    whenFree([this, item] {
-      if (target_.validate(item)) target_.perform(item.command, window_);
-    });
+  const QString title = QString::fromUtf8(kOpenRecentTitle);
+  QMenu* recent = menu.addMenu(QCoreApplication::translate("pendra::Commands", kOpenRecentTitle));
+  recent->menuAction()->setProperty("helpAnchor", help::anchorOfItem(0, title));
+  connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecent(*recent); });
+  fillRecent(*recent);
+}
+
+void MenuBar::trigger(const CommandRow& row) {
+  whenFree([this, &row] {
+    if (target_.mayRun(row)) target_.perform(row.command, window_);
   });
-  action->setProperty("helpAnchor", help::anchorOfItem(item));
-  items_.insert(action, item);
+}
+
+void MenuBar::refresh(const QMenu& menu) {
+  QSet<QChar> letters;
+  for (QAction* action : menu.actions()) {
+    if (action->menu()) {
+      action->setText(withLetter(QString(action->text()).remove(u'&'), letters));
+    } else if (const CommandRow* row = rows_.value(action)) {
+      action->setText(withLetter(target_.titleOf(*row), letters));
+      action->setVisible(target_.isShown(*row));
+    }
+  }
 }
 
 /// Assistive technology reaches what mouse and keyboard cannot reach. A sheet may be about to close, because
@@ -98,16 +120,15 @@ void MenuBar::whenFree(const std::function<void()>& act) {
 
 void MenuBar::validate(const QMenu& menu) {
   for (QAction* action : menu.actions()) {
-    if (const auto item = items_.constFind(action); item != items_.constEnd()) {
-      action->setEnabled(target_.validate(*item));
-    }
+    if (const CommandRow* row = rows_.value(action)) action->setEnabled(target_.mayRun(*row));
   }
 }
 
 void MenuBar::enableShortcuts(const QMenu& menu) {
   for (QAction* action : menu.actions()) {
-    if (const auto item = items_.constFind(action); item != items_.constEnd())
-      action->setEnabled(item->enabled);
+    if (const CommandRow* row = rows_.value(action)) {
+      action->setEnabled(!row->showsState || target_.mayRun(*row));
+    }
   }
 }
 

@@ -52,7 +52,7 @@ TEST_F(Opening, AFirstLaunchMakesADocumentThatTheSecondRenames) {
   EXPECT_FALSE(session.showIntroSheet);
 }
 
-TEST_F(Opening, LaunchHaltsWhatRanAndTheMenusFollowTheDocument) {
+TEST_F(Opening, LaunchHaltsWhatRan) {
   openWithRunningTimer();
   session.close();  // as if the program had been killed
   session.window = nullptr;
@@ -63,13 +63,9 @@ TEST_F(Opening, LaunchHaltsWhatRanAndTheMenusFollowTheDocument) {
   EXPECT_EQ(session.context()->all<TimeEntry>()[0]->running(), false);
   EXPECT_FALSE(session.context()->hasChanges() || session.context()->undoStack().canUndo());
   EXPECT_TRUE(session.isStandalone());
-  EXPECT_FALSE(windows.showsVantorItems);
   closeDoc(session);
   EXPECT_EQ(stored(path("Work.pdr"))->all<TimeEntry>()[0]->running(), false);
   EXPECT_EQ(stored(path("Work.pdr"))->all<TimeEntry>()[0]->duration(), std::nullopt) << "nobody knows";
-  write(path("Linked.pdr"), "Zed", false);
-  open("Linked.pdr");
-  EXPECT_TRUE(windows.showsVantorItems && !session.isStandalone());
 }
 
 TEST_F(Opening, ALastDocumentThatIsNoFileGivesTheDefaultOneAndIsNamed) {

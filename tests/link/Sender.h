@@ -64,7 +64,7 @@ inline void sendAll(const SendingPlace& place) {
   NotificationCenter notifications;
   ScriptedWindows windows;
   Session session{
-      {clock, calendar, places, defaults, user, panels, workspace, modals, notifications, windows, windows},
+      {clock, calendar, places, defaults, user, panels, workspace, modals, notifications, windows},
       testModel()};
   windows.setSession(session);
   workspace.setRunning(identifiers::kVantor, true);

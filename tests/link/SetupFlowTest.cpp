@@ -133,7 +133,6 @@ TEST_F(SetupTest, AStandaloneDocumentMayReplaceTheOneThatIsOpen) {
   EXPECT_TRUE(context().all<Customer>().empty());
   EXPECT_FALSE(context().hasChanges());
   EXPECT_THAT(desk.windows.calls(), testing::ElementsAre(QString("close Setup")));
-  EXPECT_FALSE(desk.windows.showsVantorItems);
   EXPECT_EQ(desk.windows.loads(Interface::TimerWindow), 1);
   EXPECT_EQ(view.closed, 1);
 }

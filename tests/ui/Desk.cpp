@@ -50,8 +50,7 @@ Desk::~Desk() {
 
 void Desk::sitDown() {
   std::ignore = session.context()->save();
-  timer_ =
-      std::make_unique<TimerWindowController>(session, menus_, static_cast<CommandTarget&>(*this), [] {});
+  timer_ = std::make_unique<TimerWindowController>(session, static_cast<CommandTarget&>(*this), [] {});
   window_ = timerWindow();
   std::ignore = QTest::qWaitForWindowActive(window_);
 }
@@ -224,9 +223,9 @@ void Desk::perform(Command command, QWidget*) {
     case Command::MarkUnsent:
       return timer_->state().log().markSelectedUnsent();
     case Command::CustomerList:
-      return loadCustomerList(session, menus_, *this);
+      return loadCustomerList(session, *this);
     case Command::ServicesList:
-      return loadServicesList(session, menus_, *this);
+      return loadServicesList(session, *this);
     default:
       ADD_FAILURE() << "nobody at the desk carries out this command";
   }

@@ -6,8 +6,8 @@
 #include <QPointer>
 #include <QTest>
 
+#include "NoCommands.h"
 #include "support/TestSession.h"
-#include "ui/CommandTarget.h"
 #include "ui/ListWindows.h"
 #include "ui/TimerWindowController.h"
 
@@ -26,7 +26,7 @@ namespace pendra {
 ///     EXPECT_EQ(desk.rows("Activities"), 1);
 ///
 /// What is named stands in the sheet that is open, else in the window that is at the front.
-class Desk : public TestSession, private CommandTarget {
+class Desk : public TestSession, private NoCommands {
  public:
   using Steps = std::function<void()>;
 
@@ -87,16 +87,11 @@ class Desk : public TestSession, private CommandTarget {
 
  private:
   void perform(Command command, QWidget* sender) override;
-  [[nodiscard]] bool validate(const MenuItem&) const override { return true; }
-  [[nodiscard]] QStringList recentDocuments() const override { return {}; }
-  void openRecent(const QString&) override {}
-  void clearRecent() override {}
 
   [[nodiscard]] QModelIndex index(const QString& table, int row, const QString& column) const;
   /// Has `steps` done in the next sheet that opens, while `opening` waits for its end.
   void during(const Steps& opening, Steps steps);
 
-  MenuModel menus_;
   std::unique_ptr<TimerWindowController> timer_;
   QPointer<QWidget> window_;
 };

@@ -5,12 +5,18 @@
 namespace pendra {
 
 /// Carries out nothing; for windows whose commands are not what is looked at.
-class NoCommands final : public CommandTarget {
+class NoCommands : public CommandTarget {
+  std::span<const Menu> menus() const override { return {}; }
   void perform(Command, QWidget*) override {}
-  bool validate(const MenuItem&) const override { return false; }
+  bool mayRun(const CommandRow&) const override { return false; }
+  bool isShown(const CommandRow&) const override { return true; }
+  QString titleOf(const CommandRow&) const override { return {}; }
+  Notifier& menuChanges() override { return changes_; }
   QStringList recentDocuments() const override { return {}; }
   void openRecent(const QString&) override {}
   void clearRecent() override {}
+
+  Notifier changes_;
 };
 
 }  // namespace pendra

@@ -37,9 +37,9 @@ std::optional<QString> anchorOfAlert(const QString& message) {
   return std::nullopt;
 }
 
-QString anchorOfItem(const MenuItem& item) {
-  if (item.tag != 0) return QString::number(item.tag);
-  return QString(item.title).remove(u'…').toLower().replace(u' ', u'-');
+QString anchorOfItem(int tag, const QString& title) {
+  if (tag != 0) return QString::number(tag);
+  return QString(title).remove(u'…').toLower().replace(u' ', u'-');
 }
 
 }  // namespace pendra::help

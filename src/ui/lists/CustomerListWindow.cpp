@@ -40,8 +40,8 @@ void CustomerListWindow::addJob() {
   if (customers_->source().rowCount() > rows) editName(table().selectedRow());
 }
 
-void loadCustomerList(Session& session, MenuModel& menus, CommandTarget& commands) {
-  auto* window = new CustomerListWindow({session, menus, commands});  // its closing deletes it
+void loadCustomerList(Session& session, CommandTarget& commands) {
+  auto* window = new CustomerListWindow({session, commands});  // its closing deletes it
   window->bringToFront();
 }
 

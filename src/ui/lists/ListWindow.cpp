@@ -35,7 +35,7 @@ ListWindow::ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*plac
   ui_->setupUi(content);
   setCentralWidget(content);
   ui_->column->insertWidget(1, new NoticeLine(session_.notices(), NoticeLine::In::OtherWindow, content));
-  setMenuBar(new MenuBar(parts.menus, parts.commands, this));
+  setMenuBar(new MenuBar(parts.commands, this));
   resize(content->geometry().size());
   new WindowPlace(*this, session_.ports().defaults, words_.place);
   stepAside();

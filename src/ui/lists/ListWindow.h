@@ -15,13 +15,11 @@ class ListWindow;
 namespace pendra {
 
 class CommandTarget;
-class MenuModel;
 class RowTableView;
 
 /// What the program's windows share with their program.
 struct WindowParts {
   Session& session;
-  MenuModel& menus;
   CommandTarget& commands;
 };
 

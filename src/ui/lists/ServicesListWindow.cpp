@@ -28,8 +28,8 @@ void ServicesListWindow::addNew() {
   editName(table().selectedRow());
 }
 
-void loadServicesList(Session& session, MenuModel& menus, CommandTarget& commands) {
-  auto* window = new ServicesListWindow({session, menus, commands});  // its closing deletes it
+void loadServicesList(Session& session, CommandTarget& commands) {
+  auto* window = new ServicesListWindow({session, commands});  // its closing deletes it
   window->bringToFront();
 }
 

@@ -43,7 +43,7 @@ std::unique_ptr<TimerWindow> makeWindow(Session& session, std::function<void()> 
 
 }  // namespace
 
-TimerWindowController::TimerWindowController(Session& session, MenuModel& menus, CommandTarget& target,
+TimerWindowController::TimerWindowController(Session& session, CommandTarget& target,
                                              std::function<void()> closed)
     : session_(session),
       target_(target),
@@ -54,7 +54,7 @@ TimerWindowController::TimerWindowController(Session& session, MenuModel& menus,
       editors_(std::make_unique<EditorSheets>(state_, *window_->activityTable, *window_)) {
   state_.setLog(log_->logController());
   window_->setLog(log_, log_->makeSummary());
-  window_->setMenuBar(new MenuBar(menus, target, window_.get()));
+  window_->setMenuBar(new MenuBar(target, window_.get()));
   window_->activityTable->setSource(state_.rows());
   session.window = this;
   connectControls();
@@ -194,6 +194,8 @@ void TimerWindowController::deleteActivity() {
     askToDeleteEntries(state_);
   }
 }
+
+void TimerWindowController::exportTimeLog() { log_->exportTimeLog(); }
 
 void TimerWindowController::showActivitySheet(bool forNew) { editors_->showActivitySheet(forNew); }
 

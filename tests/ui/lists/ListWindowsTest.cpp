@@ -28,7 +28,7 @@ class ListWindows : public testing::Test, protected TestSession {
       addJob(addCustomer(QString::fromUtf8(name)), QString("Job of " + QString::fromUtf8(name)));
       addService(QString::fromUtf8(name));
     }
-    (services ? loadServicesList : loadCustomerList)(session, menus, commands);
+    (services ? loadServicesList : loadCustomerList)(session, commands);
     window = dynamic_cast<QWidget*>(editor());
     EXPECT_TRUE(QTest::qWaitForWindowActive(window));
   }
@@ -54,7 +54,6 @@ class ListWindows : public testing::Test, protected TestSession {
   void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
 
   NoCommands commands;
-  MenuModel menus;
   QPointer<QWidget> window;
 };
 

@@ -33,7 +33,6 @@ struct Ports {
   ModalDepth& modals;
   NotificationCenter& notifications;
   InterfaceLoader& interfaces;
-  VantorMenus& menus;
 };
 
 /// Since when the document's file holds all that was done.
@@ -63,7 +62,7 @@ class Session {
   [[nodiscard]] bool isStandalone() const { return document_ && document_->isStandalone(); }
 
   /// This document is the open one from now on; the one before is let go of. What it says of itself goes with
-  /// a document: its notices, and Vantor's commands in the menus. Announced once.
+  /// a document: its notices. Announced once.
   void open(std::unique_ptr<OpenDocument> document);
   /// No document is open from now on. Saves nothing. Harmless when none was open.
   void close();

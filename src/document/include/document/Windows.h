@@ -42,13 +42,4 @@ class AuxiliaryWindow {
   [[nodiscard]] virtual bool finishEditing() { return true; }
 };
 
-/// The menu bar's commands for Vantor. Called by the session: they follow the open document.
-class VantorMenus {
- public:
-  virtual ~VantorMenus() = default;
-  /// Not shown, as for a standalone document, the second menu has no item tagged 10 and the one tagged 11 is
-  /// disabled.
-  virtual void setVantorItemsShown(bool shown) = 0;
-};
-
 }  // namespace pendra

@@ -4,9 +4,11 @@
 
 #include <QString>
 #include <deque>
+#include <functional>
 #include <vector>
 
 #include "store/EditRecord.h"
+#include "store/Observers.h"
 
 namespace pendra {
 
@@ -40,6 +42,16 @@ class UndoStack {
   std::vector<Skipped> redo();
   void clear();
 
+  /// What has become of the steps.
+  enum class News {
+    Added,   ///< an edit has added one
+    Changed  ///< one was taken back or done again, or steps have gone
+  };
+  /// Tells of every change of the steps, after it has been stored.
+  [[nodiscard]] Subscription observe(std::function<void(News)> told) {
+    return observers_.add(std::move(told));
+  }
+
  private:
   friend class Editing;
   friend class ObjectContext;
@@ -52,6 +64,7 @@ class UndoStack {
   ObjectContext& context_;
   std::deque<EditRecord> done_;
   std::deque<EditRecord> undone_;
+  Observers<News> observers_;
 };
 
 }  // namespace pendra

@@ -7,12 +7,10 @@
 namespace pendra {
 
 class CommandTarget;
-class MenuModel;
 
 /// What every window of the program has: the whole menu bar, and the line for what is worth knowing.
 struct WindowFrame {
   Session& session;
-  MenuModel& menus;
   CommandTarget& target;
 };
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QStringList>
-#include <vector>
 
+#include "platform/Notifier.h"
 #include "ui_core/Menus.h"
 
 class QWidget;
@@ -14,9 +14,16 @@ class CommandTarget {
  public:
   virtual ~CommandTarget() = default;
 
-  /// Runs the command, if it may run now. `sender` is the window whose menu or control asked.
+  /// The menus in their order.
+  [[nodiscard]] virtual std::span<const Menu> menus() const = 0;
+  /// Runs the command. `sender` is the window whose menu or control asked; none for no window.
   virtual void perform(Command command, QWidget* sender) = 0;
-  [[nodiscard]] virtual bool validate(const MenuItem& item) const = 0;
+  [[nodiscard]] virtual bool mayRun(const CommandRow& row) const = 0;
+  [[nodiscard]] virtual bool isShown(const CommandRow& row) const = 0;
+  /// The title as it stands now, translated: "Undo Start".
+  [[nodiscard]] virtual QString titleOf(const CommandRow& row) const = 0;
+  /// Announces that titles, or what is shown, or what shows the document's state may have changed.
+  [[nodiscard]] virtual Notifier& menuChanges() = 0;
 
   /// Paths of the recent documents, newest first.
   [[nodiscard]] virtual QStringList recentDocuments() const = 0;

@@ -6,29 +6,31 @@
 
 namespace pendra {
 
-/// The program's menu bar for one top-level window: made from the menu model, made again when that
-/// changes, validated when a menu opens and again when an item is triggered.
+/// The program's menu bar for one top-level window: an action for each command, validated when its menu opens
+/// and again when it is triggered.
 class MenuBar final : public QMenuBar {
  public:
-  /// The model and the target must outlive it.
-  MenuBar(MenuModel& model, CommandTarget& target, QWidget* window);
+  /// The target must outlive it.
+  MenuBar(CommandTarget& target, QWidget* window);
 
  private:
-  void rebuild();
-  /// Adds the letter that it takes to `letters`.
-  void addItem(QMenu& menu, const MenuItem& item, QSet<QChar>& letters);
+  void addMenuOf(const Menu& each);
+  void addAction(QMenu& menu, const CommandRow& row);
+  void addList(QMenu& menu, MenuList list);
+  void trigger(const CommandRow& row);
   void whenFree(const std::function<void()>& act);
   void fillRecent(QMenu& menu);
   void fillWindows(QMenu& menu);
+  /// Titles and the letters that choose them, and what there is.
+  void refresh(const QMenu& menu);
   void validate(const QMenu& menu);
-  /// Outside an open menu every item is enabled, so that its shortcut asks the rules when it is pressed.
+  /// Outside an open menu an item is enabled, so that its shortcut asks the rules when it is pressed.
   void enableShortcuts(const QMenu& menu);
 
-  MenuModel& model_;
   CommandTarget& target_;
   QWidget* window_;
-  QHash<QAction*, MenuItem> items_;
-  Notifier::Subscription modelChanges_;
+  QHash<QAction*, const CommandRow*> rows_;
+  Notifier::Subscription changes_;
 };
 
 }  // namespace pendra

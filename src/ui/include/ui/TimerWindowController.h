@@ -16,7 +16,6 @@ class CommandTarget;
 class EditorSheets;
 class HaltedNotice;
 class LogPaneView;
-class MenuModel;
 class TimerWindow;
 class Tracker;
 
@@ -25,8 +24,7 @@ class TimerWindowController final : public QObject, public MainWindow, private T
  public:
   /// Shows the window and enters it in the session. `closed` is told when it has left, at a moment when
   /// it may be destroyed later but not yet.
-  TimerWindowController(Session& session, MenuModel& menus, CommandTarget& target,
-                        std::function<void()> closed);
+  TimerWindowController(Session& session, CommandTarget& target, std::function<void()> closed);
   ~TimerWindowController() override;
 
   [[nodiscard]] TimerState& state() { return state_; }
@@ -40,6 +38,7 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   void editSelected();
   void editTimeEntry();
   void deleteActivity();
+  void exportTimeLog();
 
   void reloadData() override { state_.reloadData(); }
   void updateMainButton() override { state_.updateMainButton(); }

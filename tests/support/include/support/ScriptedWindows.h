@@ -9,7 +9,7 @@
 namespace pendra {
 
 /// Windows that are only noted: what was loaded and closed, and what the timer window was asked to do.
-class ScriptedWindows final : public InterfaceLoader, public MainWindow, public VantorMenus {
+class ScriptedWindows final : public InterfaceLoader, public MainWindow {
  public:
   /// Given once the session exists, which needs the windows first.
   void setSession(Session& session) { session_ = &session; }
@@ -44,9 +44,6 @@ class ScriptedWindows final : public InterfaceLoader, public MainWindow, public 
     calls_ << "close";
     if (session_->window == this) closeAfterWindow(*session_);
   }
-  void setVantorItemsShown(bool shown) override { showsVantorItems = shown; }
-
-  bool showsVantorItems = true;
 
  private:
   /// A window beside the timer window; leaves the session when it closes.

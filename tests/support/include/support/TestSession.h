@@ -80,7 +80,7 @@ class TestSession {
   NotificationCenter notifications;
   ScriptedWindows windows;
   Session session{
-      {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows, windows},
+      {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows},
       testModel()};
 };
 

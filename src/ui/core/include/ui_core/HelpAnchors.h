@@ -3,8 +3,6 @@
 #include <QStringList>
 #include <optional>
 
-#include "ui_core/Menus.h"
-
 /// Where in the help book each window, menu item and alert stands; F1 in it opens the book there.
 namespace pendra::help {
 
@@ -38,7 +36,7 @@ inline const QStringList kAll{
 [[nodiscard]] std::optional<QString> anchorOfWindow(const QString& title);
 /// Where an alert with that message is explained; none for an alert that says all there is.
 [[nodiscard]] std::optional<QString> anchorOfAlert(const QString& message);
-/// A menu item's tag; for one without, its title in small letters with hyphens ("add-activity").
-[[nodiscard]] QString anchorOfItem(const MenuItem& item);
+/// A menu item's tag; for one without (0), its English title in small letters with hyphens ("add-activity").
+[[nodiscard]] QString anchorOfItem(int tag, const QString& title);
 
 }  // namespace pendra::help

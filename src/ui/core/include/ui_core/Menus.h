@@ -1,13 +1,9 @@
 #pragma once
-// A menu item is known by its command and its tag, never by its title: titles are what people read, tags
-// are what rules and the help book are keyed by.
+// A command is known by its enum and by its tag, never by its title: titles are what people read, tags are
+// what scripts and the help book are keyed by.
 
-#include <QString>
 #include <QStringList>
-#include <vector>
-
-#include "document/Windows.h"
-#include "platform/Notifier.h"
+#include <span>
 
 namespace pendra {
 
@@ -18,13 +14,14 @@ enum class Command {
   Quit,
   New,
   Open,
-  OpenRecent,
   Close,
   SendAllTime,
   UpdateLists,
   ImportCustomers,
   BackUp,
   ExportLog,
+  Undo,
+  Redo,
   Cut,
   Copy,
   Paste,
@@ -44,73 +41,48 @@ enum class Command {
   MarkAll,
   MarkNone,
   TimerWindow,
-  OpenWindows,
   Help,
   Welcome,
   Feedback,
   Community,
   Components,
 };
+inline constexpr int kCommandCount = static_cast<int>(Command::Components) + 1;
 
-struct MenuItem {
+struct CommandContext;
+
+/// A command: what a menu shows of it, when it may run, and what it does.
+struct CommandRow {
   Command command;
-  QString title;
-  int tag = 0;
-  QStringList keys = {};     ///< the first is shown; all act
+  const char* title;         ///< in English, to be translated in the context "pendra::Commands"
+  int tag = 0;               ///< 0: it has none
+  const char* keys = "";     ///< parted by blanks; the first is shown, all act
   bool startsGroup = false;  ///< a line stands above it
-  bool enabled = true;       ///< false: disabled for good, whatever the rules say
+  /// Asked when a menu opens and again when the command is triggered: a shortcut passes no menu.
+  bool (*mayRun)(const CommandContext&) = nullptr;
+  void (*run)(const CommandContext&) = nullptr;
+  /// Whether menus have it at all; none: always.
+  bool (*isShown)(const CommandContext&) = nullptr;
+  /// Whether it also looks disabled while its menu is closed, as what stands for the document's state does.
+  bool showsState = false;
 };
+
+/// What stands at the end of a menu, or after one of its commands, and is as long as it happens to be.
+enum class MenuList { None, RecentDocuments, OpenWindows };
 
 struct Menu {
-  QString title;
-  std::vector<MenuItem> items;
+  const char* title;
+  std::span<const CommandRow> rows;
+  MenuList list = MenuList::None;
+  Command listAfter = Command::About;  ///< the row that the list follows
 };
 
-/// The one menu bar of the program; every top-level window shows it whole.
-class MenuModel final : public VantorMenus {
- public:
-  MenuModel();
+/// The title of the submenu of recent documents.
+inline constexpr const char* kOpenRecentTitle = "Open Recent";
 
-  [[nodiscard]] const std::vector<Menu>& menus() const { return menus_; }
-  /// Takes effect for the windows that are open and for every later one.
-  void setVantorItemsShown(bool shown) override;
-  [[nodiscard]] Notifier& changes() { return changes_; }
-
- private:
-  std::vector<Menu> menus_;
-  bool vantorItemsShown_ = true;
-  Notifier changes_;
-};
-
-/// What the enabling rules look at.
-struct CommandState {
-  bool documentOpen = false;
-  bool timerWindowOpen = false;
-  bool customerListOpen = false;
-  bool customerDeleteOK = false;
-  bool listEditorOpen = false;
-  bool canDelete = false;
-  bool editable = false;
-  bool exportable = false;
-  bool canSend = false;
-  bool activitySelected = false;
-  bool entrySelected = false;
-};
-
-/// Whether a command may run now. Asked when a menu opens and again when the command is triggered, because
-/// a shortcut does not pass through the menu.
-[[nodiscard]] bool validateMenuItem(const MenuItem& item, const CommandState& state);
-
-/// Whether Delete applies: where a list editor is open its selection decides, the service list's last.
-struct DeleteState {
-  bool timerWindowOpen = false;
-  bool logSelected = false;
-  bool activitySelected = false;
-  bool customerListOpen = false;
-  bool customerSelected = false;
-  bool servicesListOpen = false;
-  bool serviceSelected = false;
-};
-[[nodiscard]] bool canDelete(const DeleteState& state);
+/// The keys of a row, one a text.
+[[nodiscard]] inline QStringList keysOf(const CommandRow& row) {
+  return QString::fromLatin1(row.keys).split(u' ', Qt::SkipEmptyParts);
+}
 
 }  // namespace pendra

@@ -7,9 +7,9 @@
 #include <QSet>
 #include <QUrl>
 
+#include "CommandTable.h"
 #include "support/TestPlaces.h"
 #include "ui_core/HelpAnchors.h"
-#include "ui_core/Menus.h"
 #include "ui_core/ShellCommands.h"
 
 namespace pendra {
@@ -32,10 +32,10 @@ class HelpBook : public testing::Test {
 TEST_F(HelpBook, EveryWindowAndMenuItemHasItsAnchor) {
   QStringList missing;
   QStringList wanted = help::kAll;
-  const MenuModel model;
-  for (const Menu& menu : model.menus()) {
-    for (const MenuItem& item : menu.items) {
-      if (!item.title.isEmpty()) wanted << help::anchorOfItem(item);
+  wanted << help::anchorOfItem(0, QString::fromUtf8(kOpenRecentTitle));
+  for (const Menu& menu : allMenus()) {
+    for (const CommandRow& row : menu.rows) {
+      wanted << help::anchorOfItem(row.tag, QString::fromUtf8(row.title));
     }
   }
   for (const QString& anchor : wanted) {

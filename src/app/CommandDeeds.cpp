@@ -1,0 +1,104 @@
+#include "CommandDeeds.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QMetaObject>
+
+#include "document/DocumentClosing.h"
+#include "platform/Resources.h"
+#include "ui/TimerWindowController.h"
+#include "ui_core/HelpAnchors.h"
+#include "ui_core/ShellCommands.h"
+
+namespace pendra {
+
+ListEditor* CommandContext::listInFront() const {
+  ListEditor* const first = customers();
+  ListEditor* const second = services();
+  if (!first || !second) return first ? first : second;
+  return dynamic_cast<const ListEditor*>(QApplication::activeWindow()) == second ? second : first;
+}
+
+namespace deeds {
+
+namespace {
+
+/// The place in the help book for a window or an alert, or for the window that it belongs to.
+QString anchorOf(const QWidget* sender) {
+  for (; sender; sender = sender->parentWidget()) {
+    if (!sender->isWindow()) continue;
+    if (const auto* alert = qobject_cast<const QMessageBox*>(sender)) {
+      if (const auto anchor = help::anchorOfAlert(alert->text())) return *anchor;
+    }
+    if (const auto anchor = help::anchorOfWindow(sender->windowTitle())) return *anchor;
+  }
+  return help::kTimerWindow;
+}
+
+bool isAsked(const CommandContext& at) {
+  return QApplication::activeModalWidget() || at.session.ports().modals.isModal();
+}
+
+}  // namespace
+
+void quit(const CommandContext& at) {
+  if (finishEditing(at.session)) at.terminate();
+}
+
+void closeWindow(const CommandContext& at) {
+  if (at.sender) at.sender->window()->close();
+}
+
+void help(const CommandContext& at) {
+  showHelp({.text = anchorOf(at.sender)}, at.session.ports().workspace, resourceFolder());
+}
+
+void sendAllTime(const CommandContext& at) {
+  if (TimerWindowController* timer = at.timer()) at.link.sendAllTime(*timer);
+}
+
+void sendSelectedTime(const CommandContext& at) {
+  if (TimerWindowController* timer = at.timer()) at.link.sendSelectedTime(*timer);
+}
+
+void invokeInFocus(const char* slot) {
+  if (QWidget* focus = QApplication::focusWidget()) QMetaObject::invokeMethod(focus, slot);
+}
+
+bool canDelete(const CommandContext& at) {
+  TimerWindowController* timer = at.timer();
+  bool answer =
+      !timer || timer->state().log().numberOfSelectedRows() > 0 || timer->state().selectedActivity();
+  if (const ListEditor* customers = at.customers()) answer = customers->isDeleteOK();
+  if (const ListEditor* services = at.services()) answer = services->isDeleteOK();
+  return answer;
+}
+
+void deleteSelected(const CommandContext& at) {
+  // Kept: a list editor that is open takes the command, also from behind; both ask before they delete.
+  if (ListEditor* customers = at.customers()) return customers->deleteRow();
+  if (ListEditor* services = at.services()) return services->deleteRow();
+  if (TimerWindowController* timer = at.timer()) timer->deleteActivity();
+}
+
+template <UndoWay Way>
+bool canStep(const CommandContext& at) {
+  if (canUndoInField(Way)) return true;
+  return !isAsked(at) && (Way == UndoWay::Undo ? at.history.canUndo() : at.history.canRedo());
+}
+
+template <UndoWay Way>
+void step(const CommandContext& at) {
+  if (canUndoInField(Way)) return undoInField(Way);
+  if (isAsked(at)) return;
+  Way == UndoWay::Undo ? at.history.undo() : at.history.redo();
+}
+
+template bool canStep<UndoWay::Undo>(const CommandContext&);
+template bool canStep<UndoWay::Redo>(const CommandContext&);
+template void step<UndoWay::Undo>(const CommandContext&);
+template void step<UndoWay::Redo>(const CommandContext&);
+
+}  // namespace deeds
+
+}  // namespace pendra

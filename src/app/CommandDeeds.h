@@ -1,0 +1,27 @@
+#pragma once
+// The deeds and rules of the commands that need more than a line.
+
+#include "CommandContext.h"
+#include "ui/FieldUndo.h"
+
+namespace pendra::deeds {
+
+void quit(const CommandContext& at);
+void closeWindow(const CommandContext& at);
+void help(const CommandContext& at);
+void sendAllTime(const CommandContext& at);
+void sendSelectedTime(const CommandContext& at);
+/// Hands an edit command to the field that has the keyboard focus.
+void invokeInFocus(const char* slot);
+
+/// Where a list editor is open its selection decides, the service list's last.
+[[nodiscard]] bool canDelete(const CommandContext& at);
+void deleteSelected(const CommandContext& at);
+
+/// A field undoes its own text first; then a step of the document, unless something is asked or Vantor is.
+template <UndoWay Way>
+[[nodiscard]] bool canStep(const CommandContext& at);
+template <UndoWay Way>
+void step(const CommandContext& at);
+
+}  // namespace pendra::deeds

@@ -1,0 +1,172 @@
+#include "CommandTable.h"
+
+#include <QApplication>
+
+#include "CommandContext.h"
+#include "CommandDeeds.h"
+#include "document/Backup.h"
+#include "document/DocumentLoading.h"
+#include "platform/Resources.h"
+#include "ui/FieldUndo.h"
+#include "ui/LogPaneView.h"
+#include "ui/TimerWindowController.h"
+#include "ui_core/ShellCommands.h"
+
+namespace pendra {
+
+namespace {
+
+using At = const CommandContext&;
+
+bool always(At) { return true; }
+bool withDocument(At at) { return at.session.document() != nullptr; }
+bool notStandalone(At at) { return !at.session.isStandalone(); }
+bool withTimerWindow(At at) { return at.timer() != nullptr; }
+bool withActivity(At at) { return at.timer() && at.timer()->state().currentActivity(); }
+bool withEntry(At at) { return at.timer() && at.timer()->state().currentEntry(); }
+bool withListEditor(At at) { return at.customers() || at.services(); }
+
+bool canEditSelected(At at) { return at.timer() && at.timer()->state().editable(); }
+bool canSendSelected(At at) { return at.timer() && notStandalone(at) && at.timer()->state().canSend(); }
+bool canDeleteCustomer(At at) { return at.customers() && at.customers()->isDeleteOK(); }
+
+template <auto Deed>
+void inTimerWindow(At at) {
+  if (TimerWindowController* timer = at.timer()) (timer->*Deed)();
+}
+template <auto Deed>
+void inTimerState(At at) {
+  if (TimerWindowController* timer = at.timer()) (timer->state().*Deed)();
+}
+template <auto Deed>
+void inListInFront(At at) {
+  if (ListEditor* list = at.listInFront()) (list->*Deed)();
+}
+template <auto Deed>
+void inSession(At at) {
+  Deed(at.session);
+}
+template <auto Deed>
+void onDesktop(At at) {
+  Deed(at.session.ports().workspace);
+}
+template <Interface Window>
+void openWindow(At at) {
+  at.windows.load(Window);
+}
+
+// Where a row has further columns they are: starts a group, rule, deed, shown, shows the document's state.
+constexpr CommandRow kPendra[] = {
+    {Command::About, "About Pendra", 0, "", false, always, openWindow<Interface::AboutBox>},
+    {Command::Preferences, "Preferences…", 0, "Ctrl+,", true, always,
+     [](At at) { at.windows.showPreferences(); }},
+    {Command::Quit, "Quit Pendra", 0, "Ctrl+Q", true, always, deeds::quit},
+};
+
+constexpr CommandRow kFile[] = {
+    {Command::New, "New…", 12, "Ctrl+N", false, always, inSession<newDoc>},
+    {Command::Open, "Open…", 13, "Ctrl+O", false, always, inSession<openFile>},
+    {Command::Close, "Close", 15, "Ctrl+W", false, always, deeds::closeWindow},
+    {Command::SendAllTime, "Send All Time to Vantor…", 10, "", true, withDocument, deeds::sendAllTime,
+     notStandalone},
+    {Command::UpdateLists, "Update Lists from Vantor", 11, "", false, notStandalone,
+     [](At at) { at.link.lists.updateLists(); }, nullptr, true},
+    {Command::ImportCustomers, "Import Customer List…", 14, "", false, always,
+     [](At at) { at.link.lists.importCustomers(); }},
+    {Command::BackUp, "Back Up Document…", 16, "", true, withDocument, inSession<backUpDocument>},
+    {Command::ExportLog, "Export Time Log…", 43, "", false, withDocument,
+     inTimerWindow<&TimerWindowController::exportTimeLog>},
+};
+
+constexpr CommandRow kEdit[] = {
+    {Command::Undo, "Undo", 0, "Ctrl+Z", false, deeds::canStep<UndoWay::Undo>, deeds::step<UndoWay::Undo>,
+     nullptr, true},
+    {Command::Redo, "Redo", 0, "Ctrl+Shift+Z", false, deeds::canStep<UndoWay::Redo>,
+     deeds::step<UndoWay::Redo>, nullptr, true},
+    {Command::Cut, "Cut", 0, "Ctrl+X", true, always, [](At) { deeds::invokeInFocus("cut"); }},
+    {Command::Copy, "Copy", 0, "Ctrl+C", false, always, [](At) { deeds::invokeInFocus("copy"); }},
+    {Command::Paste, "Paste", 0, "Ctrl+V", false, always, [](At) { deeds::invokeInFocus("paste"); }},
+    {Command::SelectAll, "Select All", 0, "Ctrl+A", false, always,
+     [](At) { deeds::invokeInFocus("selectAll"); }},
+    {Command::Delete, "Delete", 0, "Del", true, deeds::canDelete, deeds::deleteSelected},
+    {Command::EditSelected, "Edit Selected…", 0, "Ctrl+E", false, canEditSelected,
+     inTimerWindow<&TimerWindowController::editSelected>},
+};
+
+constexpr CommandRow kActivity[] = {
+    {Command::AddActivity, "Add Activity…", 0, "Ctrl+Shift+N", false, withTimerWindow,
+     inTimerWindow<&TimerWindowController::addActivity>},
+    {Command::EditActivity, "Edit Activity…", 0, "", false, withActivity,
+     inTimerWindow<&TimerWindowController::editActivity>},
+    {Command::ToggleTimer, "Start or Stop Timer", 0, "Ctrl+T", true, withTimerWindow,
+     inTimerState<&TimerState::toggleTimer>},
+    {Command::MarkComplete, "Mark Complete", 0, "", false, withActivity,
+     inTimerState<&TimerState::markSelectedCompleted>},
+    {Command::MakeCurrent, "Make Activity Current", 0, "", false, withEntry,
+     inTimerState<&TimerState::makeCurrent>},
+    {Command::SendSelected, "Send Selected Time…", 0, "", true, canSendSelected, deeds::sendSelectedTime},
+    // With or without Shift; the toolkit's own mapping of the two modifiers acts as well.
+    {Command::MarkUnsent, "Mark as Unsent", 0, "Ctrl+Alt+U Ctrl+Alt+Shift+U Ctrl+Meta+U Ctrl+Meta+Shift+U",
+     false, withEntry, [](At at) { at.timer()->state().log().markSelectedUnsent(); }},
+};
+
+constexpr CommandRow kLists[] = {
+    {Command::CustomerList, "Customers and Jobs…", 23, "", false, withDocument, inSession<showCustomerList>},
+    {Command::ServicesList, "Service Items…", 24, "", false, withDocument, inSession<showServicesList>},
+    {Command::DeleteCustomerOrJob, "Delete Customer or Job", 20, "", true, canDeleteCustomer,
+     [](At at) { at.customers()->deleteRow(); }},
+    {Command::MarkAll, "Mark All Shown", 21, "", false, withListEditor,
+     inListInFront<&ListEditor::markAllShown>},
+    {Command::MarkNone, "Mark None Shown", 22, "", false, withListEditor,
+     inListInFront<&ListEditor::markNoneShown>},
+};
+
+constexpr CommandRow kWindow[] = {
+    {Command::TimerWindow, "Timer Window", 0, "", false, always, inSession<showTimerWindow>},
+};
+
+constexpr CommandRow kHelp[] = {
+    {Command::Help, "Pendra Help", 0, "F1", false, always, deeds::help},
+    {Command::Welcome, "Welcome to Pendra", 0, "", false, always, openWindow<Interface::WelcomeController>},
+    {Command::Feedback, "Send Feedback", 0, "", true, always, onDesktop<submitFeedback>},
+    {Command::Community, "User Community", 0, "", false, always, onDesktop<showCommunity>},
+    {Command::Components, "Outside Components", 0, "", false, always,
+     [](At at) { showComponents(at.session.ports().workspace, resourceFolder()); }},
+};
+
+constexpr Menu kMenus[] = {
+    {"Pendra", kPendra}, {"File", kFile, MenuList::RecentDocuments, Command::Open},
+    {"Edit", kEdit},     {"Activity", kActivity},
+    {"Lists", kLists},   {"Window", kWindow, MenuList::OpenWindows, Command::TimerWindow},
+    {"Help", kHelp},
+};
+
+/// The row of a command; none when no menu has it.
+constexpr const CommandRow* find(Command command) {
+  const CommandRow* found = nullptr;
+  for (const Menu& menu : kMenus) {
+    for (const CommandRow& row : menu.rows) {
+      if (row.command != command) continue;
+      if (found) return nullptr;  // it would stand in two menus
+      found = &row;
+    }
+  }
+  return found;
+}
+
+constexpr bool everyCommandHasItsRow() {
+  for (int command = 0; command < kCommandCount; ++command) {
+    const CommandRow* row = find(static_cast<Command>(command));
+    if (!row || !row->mayRun || !row->run) return false;
+  }
+  return true;
+}
+static_assert(everyCommandHasItsRow(), "a command stands in one menu, with a rule and a deed");
+
+}  // namespace
+
+std::span<const Menu> allMenus() { return kMenus; }
+
+const CommandRow& rowOf(Command command) { return *find(command); }
+
+}  // namespace pendra

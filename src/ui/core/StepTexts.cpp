@@ -1,0 +1,117 @@
+#include "StepTexts.h"
+
+#include <QCoreApplication>
+#include <set>
+
+#include "link/ActivityTitle.h"
+#include "model/Queries.h"
+#include "model/TimeEntry.h"
+#include "platform/Text.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr qsizetype kMostNamed = 3;
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::StepTexts", text); }
+
+/// What the activity was called before the edit, which has taken it out of every relationship.
+QString titleBefore(const ChangeSet& changes, const Activity& activity) {
+  QStringList names{queries::nameOf(changes.targetBefore<Customer>(activity, "customer")),
+                    queries::nameOf(changes.targetBefore<Job>(activity, "job")),
+                    queries::nameOf(changes.targetBefore<Service>(activity, "service"))};
+  names.removeAll(QString());
+  return names.isEmpty() ? activity.notes().value_or(QString()) : names.join(u" - ");
+}
+
+template <class T>
+QString whatWasDeleted(const ChangeSet& changes, const char* many) {
+  const auto gone = changes.deleted<T>();
+  if (gone.empty()) return {};
+  if (gone.size() > 1) return formatted(tr(many), {QString::number(gone.size())});
+  return formatted(tr("“%@” was deleted."), {queries::nameOf(gone[0])});
+}
+
+QString whatWasDeleted(const ChangeSet& changes) {
+  if (const auto customers = whatWasDeleted<Customer>(changes, "%@ customers were deleted.");
+      !customers.isEmpty())
+    return customers;
+  if (const auto jobs = whatWasDeleted<Job>(changes, "%@ jobs were deleted."); !jobs.isEmpty()) return jobs;
+  if (const auto services = whatWasDeleted<Service>(changes, "%@ service items were deleted.");
+      !services.isEmpty())
+    return services;
+  const auto activities = changes.deleted<Activity>();
+  if (activities.size() == 1) {
+    return formatted(tr("“%@” was deleted with all its time entries."),
+                     {titleBefore(changes, *activities[0])});
+  }
+  if (!activities.empty()) {
+    return formatted(tr("%@ activities were deleted."), {QString::number(activities.size())});
+  }
+  const auto entries = changes.deleted<TimeEntry>();
+  if (entries.empty()) return {};
+  if (entries.size() == 1) return tr("1 time entry was deleted.");
+  return formatted(tr("%@ time entries were deleted."), {QString::number(entries.size())});
+}
+
+/// The activity whose entries all have another customer, job or service now; none unless there are several.
+const Activity* movedWithOthers(const ChangeSet& changes) {
+  for (const Activity* activity : changes.changed<Activity>()) {
+    const bool moved = changes.changed(*activity, "customer") || changes.changed(*activity, "job") ||
+                       changes.changed(*activity, "service");
+    if (moved && activity->entries().size() > 1) return activity;
+  }
+  return nullptr;
+}
+
+QString nameOf(const Skipped& skipped) {
+  const ManagedObject* object = skipped.object.get();
+  if (skipped.entity == &TimeEntry::descriptor()) {
+    const auto* entry = static_cast<const TimeEntry*>(object);
+    if (!entry || !entry->activity()) return tr("a time entry");
+    return formatted(tr("a time entry of “%@”"), {activityTitle(*entry->activity())});
+  }
+  if (skipped.entity == &Activity::descriptor()) {
+    return object ? formatted(u"“%@”", {activityTitle(static_cast<const Activity&>(*object))})
+                  : tr("an activity");
+  }
+  if (skipped.entity == &Customer::descriptor() && object) {
+    return formatted(u"“%@”", {queries::nameOf(static_cast<const Customer*>(object))});
+  }
+  if (skipped.entity == &Job::descriptor() && object) {
+    return formatted(u"“%@”", {queries::nameOf(static_cast<const Job*>(object))});
+  }
+  if (skipped.entity == &Service::descriptor() && object) {
+    return formatted(u"“%@”", {queries::nameOf(static_cast<const Service*>(object))});
+  }
+  return tr("a name that is gone");
+}
+
+}  // namespace
+
+QString whatWasDone(const ChangeSet& changes) {
+  if (const QString deleted = whatWasDeleted(changes); !deleted.isEmpty()) return deleted;
+  for (const Activity* activity : changes.changed<Activity>()) {
+    if (!changes.changed(*activity, "completed") || activity->completed() != true) continue;
+    return formatted(tr("“%@” is complete."), {activityTitle(*activity)});
+  }
+  if (const Activity* moved = movedWithOthers(changes)) {
+    return formatted(tr("All %@ time entries of “%@” have changed."),
+                     {QString::number(moved->entries().size()), activityTitle(*moved)});
+  }
+  return {};
+}
+
+QStringList whatWasLeftAlone(const std::vector<Skipped>& skipped) {
+  std::set<std::pair<const EntityDescriptor*, qint64>> seen;
+  QStringList names;
+  for (const Skipped& each : skipped) {
+    if (seen.insert({each.entity, each.id}).second) names << nameOf(each);
+  }
+  const qsizetype more = names.size() - kMostNamed;
+  if (more <= 0) return names;
+  return names.first(kMostNamed) << formatted(tr("%@ more"), {QString::number(more)});
+}
+
+}  // namespace pendra

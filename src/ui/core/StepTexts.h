@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QStringList>
+#include <vector>
+
+#include "store/ChangeSet.h"
+#include "store/UndoStack.h"
+
+namespace pendra {
+
+/// What an edit did, in one sentence, where it cannot be seen easily: something was completed or deleted, or
+/// more entries moved than the one that was meant. Empty for any other edit.
+[[nodiscard]] QString whatWasDone(const ChangeSet& changes);
+
+/// What a step left alone, each thing once: "an entry of “Acme - Roof”", "“Acme”". Of many the first ones and
+/// how many more.
+[[nodiscard]] QStringList whatWasLeftAlone(const std::vector<Skipped>& skipped);
+
+}  // namespace pendra

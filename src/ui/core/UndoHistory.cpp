@@ -1,0 +1,88 @@
+#include "ui_core/UndoHistory.h"
+
+#include <QCoreApplication>
+
+#include "StepTexts.h"
+#include "document/DocumentClosing.h"
+#include "platform/Text.h"
+
+namespace pendra {
+
+namespace {
+
+const QString kOfferKey = QStringLiteral("undo");
+const QString kLeftAloneKey = QStringLiteral("undo left alone");
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::UndoHistory", text); }
+
+}  // namespace
+
+UndoHistory::UndoHistory(Session& session, std::chrono::milliseconds patience) : session_(session) {
+  patience_.setSingleShot(true);
+  patience_.setInterval(patience);
+  QObject::connect(&patience_, &QTimer::timeout, &patience_,
+                   [this] { session_.notices().withdraw(kOfferKey); });
+  documents_ = session.documentChanges().observe([this] { follow(); });
+  follow();
+}
+
+UndoStack* UndoHistory::stack() const {
+  const OpenDocument* document = session_.document();
+  return document ? &document->context()->undoStack() : nullptr;
+}
+
+void UndoHistory::follow() {
+  edits_ = {};
+  steps_ = {};
+  if (UndoStack* const steps = stack()) {
+    edits_ =
+        session_.context()->observe([this](const ChangeSet& changes) { sentence_ = whatWasDone(changes); });
+    steps_ = steps->observe([this](UndoStack::News news) { stepsChanged(news); });
+  }
+  changes_.changed();
+}
+
+void UndoHistory::stepsChanged(UndoStack::News news) {
+  patience_.stop();
+  session_.notices().withdraw(kOfferKey);
+  const QString sentence = std::exchange(sentence_, {});
+  if (news == UndoStack::News::Added) {
+    session_.notices().withdraw(kLeftAloneKey);
+    if (!sentence.isEmpty()) offerUndo(sentence);
+  }
+  changes_.changed();
+}
+
+void UndoHistory::offerUndo(const QString& sentence) {
+  session_.notices().post({.key = kOfferKey,
+                           .text = sentence,
+                           .actions = {{tr("Undo"), [this] { undo(); }}},
+                           .ofDocument = true});
+  patience_.start();
+}
+
+bool UndoHistory::canUndo() const { return stack() && stack()->canUndo(); }
+bool UndoHistory::canRedo() const { return stack() && stack()->canRedo(); }
+QString UndoHistory::undoName() const { return stack() ? stack()->undoName() : QString(); }
+QString UndoHistory::redoName() const { return stack() ? stack()->redoName() : QString(); }
+
+void UndoHistory::undo() {
+  if (canUndo()) go(&UndoStack::undo, formatted(tr("Undo %@"), {undoName()}));
+}
+
+void UndoHistory::redo() {
+  if (canRedo()) go(&UndoStack::redo, formatted(tr("Redo %@"), {redoName()}));
+}
+
+void UndoHistory::go(Way way, const QString& title) {
+  if (session_.ports().modals.isModal() || !finishEditing(session_)) return;
+  const QStringList leftAlone = whatWasLeftAlone((stack()->*way)());
+  if (leftAlone.isEmpty()) return session_.notices().withdraw(kLeftAloneKey);
+  session_.notices().post({.key = kLeftAloneKey,
+                           .text = formatted(tr("“%@” left alone what has been sent or changed since: %@."),
+                                             {title, leftAlone.join(QStringLiteral(", "))}),
+                           .actions = {},
+                           .ofDocument = true});
+}
+
+}  // namespace pendra
