@@ -1,5 +1,6 @@
 #include "PendraStyle.h"
 
+#include <QLineEdit>
 #include <QListView>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -98,7 +99,9 @@ void drawFieldPanel(QPainter& painter, const QStyleOption& option, const QWidget
   const Colours& colours = Theme::colours(option.palette);
   const bool unreadable = widget && widget->property(kUnreadableProperty).toBool();
   const bool enabled = option.state & QStyle::State_Enabled;
-  drawRounded(painter, option.rect, enabled ? colours.base : colours.window,
+  const auto* line = qobject_cast<const QLineEdit*>(widget);
+  const bool takesText = enabled && !(line && line->isReadOnly());
+  drawRounded(painter, option.rect, takesText ? colours.base : colours.window,
               unreadable ? colours.warning : controlLine(colours));
   if (option.state & QStyle::State_HasFocus && enabled) {
     drawFocusRing(painter, option.rect, unreadable ? colours.warning : colours.link);

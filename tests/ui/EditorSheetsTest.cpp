@@ -226,22 +226,5 @@ TEST(NotesEdit, GivesBackToTheCharacterWhatNobodyEdited) {
   EXPECT_EQ(edit.note(), u"a\u00a0b\nc\td\nex"_qs);
 }
 
-TEST(TimePeriodSheetInAWindow, EndsWithOKOrCancelByKeyboard) {
-  TestSession test;
-  test.openDocument();
-  Activity& activity = test.addActivity(&test.addCustomer("Acme"), &test.addService("Design"));
-  TimeEntry& period = test.addPeriod(activity, "2026-11-23T12:00:00Z", 3600);
-  TimeEntrySheet sheet(test.session, nullptr);
-  int ended = -1;
-  QObject::connect(&sheet, &QDialog::finished, &sheet, [&](int code) { ended = code; });
-  sheet.controller().show(period);
-  sheet.show();
-  QTest::keyClick(&named<QLineEdit>(sheet, "Duration"), Qt::Key_Return);
-  EXPECT_EQ(ended, EditorSheet::kAccepted);
-  sheet.show();
-  QTest::keyClick(&named<NotesEdit>(sheet, "Entry notes"), Qt::Key_Escape);
-  EXPECT_EQ(ended, EditorSheet::kCancelled);
-}
-
 }  // namespace
 }  // namespace pendra

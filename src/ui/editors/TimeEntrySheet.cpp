@@ -69,7 +69,7 @@ void TimeEntrySheet::connectControls() {
 
 void TimeEntrySheet::showEchoes(const EntryEchoes& echoes) {
   const Form& form = parts_->form;
-  const int before = sizeHint().height();
+  const int spare = std::max(0, height() - sizeHint().height());  // what a person has added
   showTimeEchoes(form, echoes);
   form.jobEcho->showEcho(echoes.job);
   form.namesEcho->showEcho(echoes.names);
@@ -80,7 +80,7 @@ void TimeEntrySheet::showEchoes(const EntryEchoes& echoes) {
   describeField(*form.jobPopup, {echoes.job, echoes.names});
   markUnreadable(*form.jobPopup, !echoes.job.text.isEmpty());
   layout()->activate();
-  resize(width(), height() + sizeHint().height() - before);
+  resize(width(), sizeHint().height() + spare);
 }
 
 int TimeEntrySheet::run() {

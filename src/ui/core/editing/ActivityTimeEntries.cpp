@@ -1,7 +1,6 @@
 #include "model/DurationText.h"
 #include "platform/Preferences.h"
 #include "ui_core/ActivityEditor.h"
-#include "ui_core/DurationReading.h"
 
 namespace pendra {
 
@@ -17,9 +16,7 @@ void ActivityEditor::applyToSelectedEntry() {
   const EntryTexts texts = textsOf(controls_.entry, session_, period != nullptr);
   if (!passes(selectedPeriodChecks(), texts, session_.ports().alerts)) return;
   if (!period->timeIsFixed()) {
-    period->setStart(startToStore(*period, texts, session_.notices()));
-    period->setDuration(readDuration(texts.duration).seconds);
-    period->setHaltedAt(std::nullopt);
+    storeTime(*period, startToStore(*period, texts, session_.notices()), texts.duration);
   }
 
   const int index = controls_.activityTable.selectedRow();

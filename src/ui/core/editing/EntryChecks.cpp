@@ -21,7 +21,8 @@ constexpr QStringView kSilently = u"";
 
 bool durationIsNegative(const EntryTexts& texts) { return integerValue(texts.duration) < 0; }
 
-/// Kept: "-0:30" is negative to the time entry editor, while the activity editor takes it for half an hour.
+/// Kept: promised to those who use the editors: "-0:30" is negative to the time entry editor, while the
+/// activity editor takes it for half an hour.
 bool durationHasMinus(const EntryTexts& texts) {
   const QStringList pieces = texts.duration.trimmed().split(u':');
   const bool restIsPositive = std::any_of(pieces.begin() + 1, pieces.end(),
@@ -36,7 +37,7 @@ bool timeIsInvalid(const EntryTexts& texts) {
 bool dateIsInvalid(const EntryTexts& texts) {
   return !texts.startDate.isEmpty() && !readShortDate(texts.startDate);
 }
-/// Kept: a small "m" passes here.
+/// Kept: promised to those who use the editors: a small "m" passes here.
 bool markerIsInTime(const EntryTexts& texts) { return texts.startTime.contains(u'M'); }
 bool markerIsMissing(const EntryTexts& texts) {
   return texts.startTimeAMPM.isEmpty() && !texts.startDate.isEmpty();

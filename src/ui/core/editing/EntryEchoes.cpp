@@ -35,7 +35,7 @@ QString startInWords(Instant start, const EntryTexts& texts) {
 Echo startEcho(const TimeEntry& entry, const EntryTexts& texts, bool touched) {
   const auto start = typedStart(entry, texts);
   if (!start && !touched) return {};
-  if (!start) return {tr("cannot be read, the start stays"), Echo::Tone::Warning};
+  if (!start) return {tr("cannot be read, it stays"), Echo::Tone::Warning};
   const double moved = entry.start().value_or(*start) - *start;
   if (!touched && std::abs(moved) < 1) return {};
   const double dropped = moved > 0 && moved < kMinute ? moved : 0;

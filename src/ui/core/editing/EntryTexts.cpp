@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "model/Activity.h"
+#include "model/DurationText.h"
 #include "model/TimeEntry.h"
 #include "platform/DateTexts.h"
 #include "platform/NaturalDate.h"
@@ -71,6 +72,13 @@ std::optional<Instant> startToStore(const TimeEntry& entry, const EntryTexts& te
          .ofDocument = true});
   }
   return entry.start();
+}
+
+void storeTime(TimeEntry& entry, std::optional<Instant> start, const QString& length) {
+  const bool isTyped = length != durationText(entry.storedDuration());
+  entry.setStart(start);
+  entry.setDuration(readDuration(length).seconds);
+  if (isTyped) entry.setHaltedAt(std::nullopt);
 }
 
 Instant startOfAddedEntry(const Activity& activity, Instant now, const Calendar& calendar) {

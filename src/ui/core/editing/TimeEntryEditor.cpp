@@ -25,7 +25,7 @@ void TimeEntryEditor::show(TimeEntry& entry) {
   if (!currentActivity_) return;
   touched_.clear();
   lengthRuns_ = entry.running() == true;
-  // Kept: the job list follows the customer that the field held before.
+  // Kept: promised to those who use the editor: the job list follows the customer that the field held before.
   reloadNames();
   showNamesOfActivity();
   controls_.notesField.setText(entry.notes().value_or(QString()));
@@ -36,7 +36,6 @@ void TimeEntryEditor::show(TimeEntry& entry) {
   controls_.entry.durationField.setText(durationText(entry.storedDuration()));
   enableFields();
   customer_ = currentActivity_->customer();
-  tick();
   showEchoes();
 }
 
@@ -48,7 +47,7 @@ void TimeEntryEditor::showNamesOfActivity() {
   if (const Customer* customer = currentActivity_->customer()) {
     entry.customerPopup.setText(queries::nameOf(customer));
   }
-  // Kept: an activity without a job leaves the text that stood here before.
+  // Kept: promised to those who use the editor: an activity without a job leaves the text that stood here.
   if (const Job* job = currentActivity_->job()) entry.jobPopup.setText(queries::nameOf(job));
 }
 
@@ -64,12 +63,15 @@ void TimeEntryEditor::enableFields() {
 EntryTexts TimeEntryEditor::texts() const { return textsOf(controls_.entry, session_); }
 
 void TimeEntryEditor::tick() {
-  if (!currentEntry_ || currentEntry_->running() != true) return;
+  if (currentEntry_ && currentEntry_->running() == true) showEchoes();
+}
+
+/// Counted from the start that OK will leave.
+void TimeEntryEditor::showRunningLength() {
   const auto typed = typedStart(*currentEntry_, texts());
   const Instant now = session_.ports().clock.now();
   const Instant start = typed ? *typed : currentEntry_->start().value_or(now);
   controls_.entry.durationField.setText(durationText(std::trunc(now - start)));
-  showEchoes();
 }
 
 void TimeEntryEditor::accept() {
@@ -104,17 +106,13 @@ void TimeEntryEditor::saveValues() {
     if (isTouched(controls_.notesField)) entry.setNotes(controls_.notesField.text());
     if (isTouched(controls_.activityNotesField)) activity.setNotes(controls_.activityNotesField.text());
     if (!open) return;
-    storeTime(entry, start);
+    if (lengthRuns_ || entry.running() == true) {
+      entry.setStart(start);
+    } else {
+      storeTime(entry, start, controls_.entry.durationField.text());
+    }
     storeNames(activity);
   });
-}
-
-void TimeEntryEditor::storeTime(TimeEntry& entry, std::optional<Instant> start) {
-  entry.setStart(start);
-  if (lengthRuns_ || entry.running() == true) return;
-  const Control& field = controls_.entry.durationField;
-  entry.setDuration(readDuration(field.text()).seconds);
-  if (isTouched(field)) entry.setHaltedAt(std::nullopt);
 }
 
 /// Another customer has other jobs, so a job that was not chosen anew goes with the old one.
@@ -143,6 +141,7 @@ void TimeEntryEditor::controlEdited(const Control& control) {
 void TimeEntryEditor::showEchoes() {
   EntryEchoes echoes;
   if (currentEntry_ && currentActivity_ && !currentEntry_->timeIsFixed()) {
+    if (currentEntry_->running() == true) showRunningLength();
     const EntryFields& entry = controls_.entry;
     echoes.names = namesEcho();
     echoes.job = jobEcho();

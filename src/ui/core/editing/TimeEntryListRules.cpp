@@ -60,7 +60,8 @@ bool TimeEntryEditor::mayLeave(const Control& control) {
   return mayLeaveJob();
 }
 
-// Kept: unlike in the activity editor, blanks alone are a name here, for customers and for service items.
+// Kept: promised to those who use the editor: unlike in the activity editor, blanks alone are a name here,
+// for customers and for service items.
 bool TimeEntryEditor::mayLeaveCustomer() {
   const Control& popup = controls_.entry.customerPopup;
   const QString name = popup.text();
@@ -89,8 +90,8 @@ bool TimeEntryEditor::mayLeaveService() {
   return true;
 }
 
-// Kept: a job is never added from here, and no alert is shown; an unknown customer holds the field. Why
-// stands beside it.
+// Kept: promised to those who use the editor: a job is never added from here, and no alert is shown; an
+// unknown customer holds the field. Why stands beside it.
 bool TimeEntryEditor::mayLeaveJob() const {
   const QString customerName = controls_.entry.customerPopup.text();
   const QString name = controls_.entry.jobPopup.text();
@@ -104,7 +105,7 @@ bool TimeEntryEditor::mayLeaveJob() const {
 }
 
 bool TimeEntryEditor::wantsToAdd(const QString& name, const Control& toList) {
-  // Kept: asked twice, and only the second answer counts.
+  // Kept: promised to those who use the editor: it is asked twice, and only the second answer counts.
   std::ignore = asksToAdd(session_.ports().alerts, name, listNameFor(toList));
   return asksToAdd(session_.ports().alerts, name, listNameFor(toList));
 }

@@ -84,7 +84,7 @@ TEST_F(TimeEntryEditor, EchoesEveryTextWhileItIsTyped) {
   EXPECT_EQ(entry->start(), instantOf("2026-11-24T18:15:00Z"));
   EXPECT_EQ(entry->duration(), 5400);
   sheet.typeStart("soon", "PM", "11/23/26");
-  EXPECT_EQ(sheet.echoes.start.text, "cannot be read, the start stays");
+  EXPECT_EQ(sheet.echoes.start.text, "cannot be read, it stays");
   EXPECT_EQ(sheet.echoes.start.tone, Tone::Warning);
   ASSERT_TRUE(accept());
   EXPECT_EQ(entry->start(), instantOf("2026-11-24T18:15:00Z"));

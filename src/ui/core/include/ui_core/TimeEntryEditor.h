@@ -69,10 +69,10 @@ class TimeEntryEditor {
   void enableFields();
   void refillJobs();
   void showEchoes();
+  void showRunningLength();
   [[nodiscard]] Echo namesEcho() const;
   [[nodiscard]] Echo jobEcho() const;
   [[nodiscard]] bool namesMayStand();
-  void storeTime(TimeEntry& entry, std::optional<Instant> start);
   void storeNames(Activity& activity);
   [[nodiscard]] EntryTexts texts() const;
   [[nodiscard]] bool isTouched(const Control& control) const { return touched_.contains(&control); }
