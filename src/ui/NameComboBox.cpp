@@ -2,7 +2,6 @@
 
 #include <QAbstractItemView>
 #include <QCompleter>
-#include <QScopedValueRollback>
 #include <QStringListModel>
 #include <QWheelEvent>
 
@@ -50,7 +49,7 @@ void NameComboBox::setText(const QString& text) {
   const QSignalBlocker silentEdit(edit_);
   setEditText(text);
   edit_->setCursorPosition(0);  // a long name shows its beginning
-  pickedText_ = text;
+  settledText_ = text;
 }
 
 /// Fills the list with the names of now and points at the one that the text equals, if any.
@@ -107,40 +106,17 @@ void NameComboBox::closeList() {
 
 /// The field itself reports a name once more when it is left; that is no second pick.
 void NameComboBox::pick() {
-  if (text() == pickedText_) return;
-  pickedText_ = text();
-  Q_EMIT textEdited(pickedText_);
+  if (text() == settledText_) return;
+  settledText_ = text();
+  Q_EMIT textEdited(settledText_);
   Q_EMIT picked();
 }
 
-bool NameComboBox::mayLeave() {
-  if (asking_) return false;
-  asking_ = true;
-  const bool may = !rules_.mayLeave || rules_.mayLeave();
-  asking_ = false;
-  if (may && text() != pickedText_) {
-    pickedText_ = text();
-    Q_EMIT picked();
-  }
-  return may;
-}
-
-bool NameComboBox::focusNextPrevChild(bool next) {
+void NameComboBox::accept() {
   closeList();
-  if (!mayLeave()) return true;
-  const QScopedValueRollback lettingGo(lettingGo_, true);
-  return QComboBox::focusNextPrevChild(next);
-}
-
-/// The focus is gone to another field of this window. It comes back when the text may not stand.
-void NameComboBox::leave() {
-  if (asking_ || edit_->hasFocus() || !window()->isVisible()) return;
-  if (!mayLeave()) takeFocusBack();
-}
-
-void NameComboBox::takeFocusBack() {
-  edit_->setFocus(Qt::OtherFocusReason);
-  edit_->selectAll();
+  if (!isTyped()) return;
+  settledText_ = text();
+  Q_EMIT picked();
 }
 
 void NameComboBox::keyPressEvent(QKeyEvent* event) {

@@ -6,7 +6,7 @@ namespace pendra {
 
 class NameComboBox;
 
-/// The text of a NameComboBox: sees the keys and the loss of focus that would end its editing.
+/// The text of a NameComboBox: sees the keys that change what is completed.
 class NameEdit final : public QLineEdit {
   Q_OBJECT
  public:
@@ -14,7 +14,7 @@ class NameEdit final : public QLineEdit {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
   NameComboBox& box_;

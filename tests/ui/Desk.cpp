@@ -50,6 +50,7 @@ Desk::~Desk() {
 
 void Desk::sitDown() {
   std::ignore = session.context()->save();
+  session.context()->requireEdits(true);
   timer_ = std::make_unique<TimerWindowController>(session, static_cast<CommandTarget&>(*this), [] {});
   window_ = timerWindow();
   std::ignore = QTest::qWaitForWindowActive(window_);
@@ -135,6 +136,14 @@ void Desk::pressCell(const QString& table, int row, const QString& column, Steps
   auto& view = named<RowTableView>(table);
   const QPoint place = view.visualRect(index(table, row, column)).center();
   during([&] { QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place); }, std::move(inSheet));
+}
+
+void Desk::editCell(const QString& table, int row, const QString& column) {
+  auto& view = named<RowTableView>(table);
+  view.setFocus();
+  view.setCurrentIndex(index(table, row, column));
+  view.edit(view.currentIndex());
+  settle();
 }
 
 void Desk::command(Command command, Steps inSheet) {

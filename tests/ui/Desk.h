@@ -25,7 +25,8 @@ namespace pendra {
 ///     });
 ///     EXPECT_EQ(desk.rows("Activities"), 1);
 ///
-/// What is named stands in the sheet that is open, else in the window that is at the front.
+/// What is named stands in the sheet that is open, else in the window that is at the front. From the moment
+/// when the person sits down every change of the document must stand in an edit.
 class Desk : public TestSession, private NoCommands {
  public:
   using Steps = std::function<void()>;
@@ -52,6 +53,8 @@ class Desk : public TestSession, private NoCommands {
   void select(const QString& table, int row);
   /// Clicks into the cell under that head.
   void pressCell(const QString& table, int row, const QString& column, Steps inSheet = {});
+  /// Begins to type over the cell, all of which is selected.
+  void editCell(const QString& table, int row, const QString& column);
   void command(Command command, Steps inSheet = {});
   /// So many seconds go by, the last of which is shown.
   void wait(double seconds);
@@ -72,6 +75,7 @@ class Desk : public TestSession, private NoCommands {
   /// The cells of a row that say something, with a blank between them; empty when there is no such row.
   [[nodiscard]] QString row(const QString& table, int row) const;
   [[nodiscard]] QStringList notices() const;
+  [[nodiscard]] TimerWindowController& timer() { return *timer_; }
   /// The window or sheet at the front.
   [[nodiscard]] QWidget& front() const;
 

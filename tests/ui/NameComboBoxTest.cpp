@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "ui/Buttons.h"
+#include "ui/LeaveGuard.h"
 
 namespace pendra {
 namespace {
@@ -25,18 +26,20 @@ class NameField : public testing::Test {
     column->addWidget(&other);
     column->addWidget(&cancel);
     makeSheetButton(cancel);
-    box.setRules({.names = [this] { return names; },
-                  .mayLeave =
-                      [this] {
-                        ++asked;
-                        return known();
-                      }});
+    box.setRules({.names = [this] { return names; }});
+    guard.watch(box, {.mayLeave =
+                          [this] {
+                            ++asked;
+                            const bool may = answer();
+                            if (may) box.accept();
+                            return may;
+                          },
+                      .isTyped = [this] { return box.isTyped(); }});
     sheet.show();
     sheet.activateWindow();
     box.setFocus();
     std::ignore = QTest::qWaitForWindowActive(&sheet);
   }
-  bool known() const { return box.text().isEmpty() || names.contains(box.text()); }
   void type(const QString& text) { QTest::keyClicks(sheet.focusWidget(), text); }
   void key(Qt::Key key) { QTest::keyClick(sheet.focusWidget(), key); }
   void settle() { QCoreApplication::processEvents(); }
@@ -47,6 +50,8 @@ class NameField : public testing::Test {
   NameComboBox box{&sheet};
   QLineEdit other{&sheet};
   QPushButton cancel{u"Cancel"_s, &sheet};
+  LeaveGuard& guard = *new LeaveGuard(sheet);
+  std::function<bool()> answer = [this] { return box.text().isEmpty() || names.contains(box.text()); };
 };
 
 TEST_F(NameField, CompletesWithTheRestSelected) {
@@ -81,17 +86,24 @@ TEST_F(NameField, AnAcceptedTabAsksOnceAndReportsTheName) {
   EXPECT_TRUE(other.hasFocus());
 }
 
-TEST_F(NameField, TabReachesAFieldThatTheAnswerEnables) {
-  other.setEnabled(false);
-  box.setRules({.names = [this] { return names; },
-                .mayLeave =
-                    [this] {
-                      other.setEnabled(true);
-                      return true;
-                    }});
-  type(u"nobody"_s);
-  key(Qt::Key_Tab);
-  EXPECT_TRUE(other.hasFocus());
+TEST_F(NameField, TabReachesAFieldThatTheAnswerEnablesAlsoFromTheOpenList) {
+  for (const bool listOpens : {false, true}) {
+    box.setRules({.names = [this] { return names; }, .opensListWhileTyping = listOpens});
+    other.setEnabled(false);
+    answer = [this] {
+      other.setEnabled(true);
+      return true;
+    };
+    box.setFocus();
+    box.setText({});
+    type(u"nobody"_s);
+    QWidget* list = QApplication::activePopupWidget();
+    EXPECT_EQ(list != nullptr, listOpens);
+    QTest::keyClick(list ? list : sheet.focusWidget(), Qt::Key_Tab);
+    settle();
+    EXPECT_TRUE(other.hasFocus());
+  }
+  EXPECT_EQ(asked, 2);
 }
 
 TEST_F(NameField, AClickElsewhereIsRefusedAndTheFocusComesBack) {
@@ -102,15 +114,18 @@ TEST_F(NameField, AClickElsewhereIsRefusedAndTheFocusComesBack) {
   EXPECT_TRUE(box.lineEdit()->hasFocus());
 }
 
-TEST_F(NameField, ReturnIsRefusedBeforeTheSheetSeesIt) {
-  QSignalSpy presses(&cancel, &QPushButton::clicked);
-  cancel.setDefault(true);
+TEST_F(NameField, AWindowIsFinishedOnceWhatWasTypedIsAccepted) {
+  EXPECT_TRUE(guard.mayFinish());
+  EXPECT_EQ(asked, 0) << "nothing was typed";
   type(u"nobody"_s);
-  key(Qt::Key_Return);
-  EXPECT_EQ(presses.count(), 0);
-  box.setText(u"Acme"_s);
-  key(Qt::Key_Return);
-  EXPECT_EQ(presses.count(), 1);
+  cancel.setFocus(Qt::ActiveWindowFocusReason);
+  EXPECT_FALSE(guard.mayFinish());
+  EXPECT_TRUE(box.lineEdit()->hasFocus());
+  EXPECT_EQ(box.lineEdit()->selectedText(), u"nobody"_s);
+  answer = [] { return true; };
+  EXPECT_TRUE(guard.mayFinish());
+  EXPECT_TRUE(guard.mayFinish());
+  EXPECT_EQ(asked, 2) << "not again about what was accepted";
 }
 
 TEST_F(NameField, ASheetButtonIsPressedWithoutAQuestion) {
@@ -122,14 +137,11 @@ TEST_F(NameField, ASheetButtonIsPressedWithoutAQuestion) {
 }
 
 TEST_F(NameField, AQuestionWithinTheQuestionIsNotAsked) {
-  box.setRules({.names = [this] { return names; },
-                .mayLeave =
-                    [this] {
-                      ++asked;
-                      other.setFocus();
-                      QCoreApplication::processEvents();
-                      return false;
-                    }});
+  answer = [this] {
+    other.setFocus();
+    QCoreApplication::processEvents();
+    return guard.mayFinish();
+  };
   type(u"nobody"_s);
   key(Qt::Key_Tab);
   settle();

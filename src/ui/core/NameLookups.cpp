@@ -31,12 +31,8 @@ Job* findJobByName(const ObjectContext& context, const QString& name, const Cust
   return nullptr;
 }
 
-Activity& createNewActivity(ObjectContext& context, const std::optional<QString>& customer,
-                            const std::optional<QString>& job, const std::optional<QString>& service) {
+Activity& createNewActivity(ObjectContext& context) {
   auto& activity = context.insert<Activity>();
-  if (customer) activity.setCustomer(findCustomerByName(context, *customer));
-  if (service) activity.setService(findServiceByName(context, *service));
-  if (job) activity.setJob(findJobByName(context, *job, activity.customer()));
   activity.setBillable(true);
   activity.setShouldAutoStartTimer(true);
   activity.setNotes(QString());

@@ -45,14 +45,13 @@ struct ActivitySheet::Parts {
   ButtonControl okButton;
   ButtonControl littleSaveButton;
   ActivityEditor controller;
-  Notifier::Subscription deletability;
 };
 
 ActivitySheet::ActivitySheet(Session& session, QWidget* window)
     : QDialog(window), session_(session), parts_(std::make_unique<Parts>(*this, session)) {
   layOutEntry(parts_->entry);
   const Form& form = parts_->form;
-  showAsSecondary({form.serviceHint, form.sendToVTLabel});
+  showAsSecondary({form.serviceHint, form.sendToVTLabel, form.missingLabel});
   form.serviceHint->hide();
   for (QPushButton* button : {form.okButton, form.cancelButton, form.littleSaveButton,
                               form.addTimeEntryButton, form.deleteTimeEntryButton}) {
@@ -60,8 +59,6 @@ ActivitySheet::ActivitySheet(Session& session, QWidget* window)
   }
   makeQuiet(*form.addTimeEntryButton);
   makeQuiet(*form.deleteTimeEntryButton);
-  form.okButton->setEnabled(false);
-  form.littleSaveButton->setEnabled(false);
   connectControls();
   connectTimeEntries();
   // As wide without the time entries as with them.
@@ -73,7 +70,7 @@ ActivitySheet::ActivitySheet(Session& session, QWidget* window)
 ActivitySheet::~ActivitySheet() {
   // The rows go with the logic, before the table that shows them.
   hide();
-  parts_->form.activityTable->setModel(nullptr);
+  parts_->form.activityTable->dropSource();
 }
 
 ActivityEditor& ActivitySheet::controller() { return parts_->controller; }
@@ -82,46 +79,48 @@ void ActivitySheet::hideSendingLabel() { parts_->form.sendToVTLabel->hide(); }
 
 void ActivitySheet::connectControls() {
   Parts& parts = *parts_;
-  ActivityEditor& controller = parts.controller;
-  connectEntry(parts.entry, parts.guard, controller, true);
-  guardField(parts.guard, parts.notesField, controller);
-  connectService();
+  connectEntry(parts.entry, parts.guard, parts.controller, true);
+  guardField(parts.guard, parts.notesField, parts.controller);
   connect(parts.form.notesField, &NotesEdit::returnPressed, this, &ActivitySheet::pressReturn);
   connect(parts.form.okButton, &QPushButton::clicked, this, &ActivitySheet::save);
   connect(parts.form.cancelButton, &QPushButton::clicked, this, &ActivitySheet::reject);
 }
 
-/// The service is looked at again whenever it is left, not only when it has changed: the customer, which OK
-/// waits for as well, may have come later.
-void ActivitySheet::connectService() {
-  NameComboControl& popup = parts_->entry.servicePopup;
-  ActivityEditor& controller = parts_->controller;
-  const auto mayLeave = [&] {
-    const bool may = controller.mayLeave(popup);
-    if (may) controller.enableOk();
-    return may;
-  };
-  popup.widget().setRules({.names = [&] { return controller.namesFor(popup); },
-                           .mayLeave = mayLeave,
-                           .opensListWhileTyping = true});
-  connect(&popup.widget(), &NameComboBox::picked, this, [&] { controller.enableOk(); });
-}
-
 void ActivitySheet::connectTimeEntries() {
   const Form& form = parts_->form;
   ActivityEditor& controller = parts_->controller;
-  form.activityTable->setController(controller);
-  connect(form.littleSaveButton, &QPushButton::clicked, this, [&] { controller.applyToSelectedEntry(); });
-  connect(form.addTimeEntryButton, &QPushButton::clicked, this, [&] { controller.addTimeEntry(); });
-  connect(form.deleteTimeEntryButton, &QPushButton::clicked, this, [&] { controller.deleteTimeEntry(); });
-  auto* deleteKey = new QShortcut(QKeySequence::Delete, form.activityTable);
-  deleteKey->setContext(Qt::WidgetShortcut);
-  connect(deleteKey, &QShortcut::activated, this, [&] { controller.deleteTimeEntry(); });
-  const auto enable = [&] {
-    parts_->form.deleteTimeEntryButton->setEnabled(parts_->controller.canDeleteEntries());
+  TimeEntriesTable& table = *form.activityTable;
+  table.setController(controller);
+  // Whatever is done to an entry, the note that is being typed comes first.
+  const auto afterTyping = [&table](auto act) {
+    return [&table, act] {
+      table.commitEditing();
+      act();
+    };
   };
-  parts_->deletability = controller.canDeleteEntriesChanges.observe(enable);
-  enable();
+  const auto deletes = afterTyping([&] { controller.deleteTimeEntry(); });
+  connect(form.littleSaveButton, &QPushButton::clicked, this,
+          afterTyping([&] { controller.applyToSelectedEntry(); }));
+  connect(form.addTimeEntryButton, &QPushButton::clicked, this,
+          afterTyping([&] { controller.addTimeEntry(); }));
+  connect(form.deleteTimeEntryButton, &QPushButton::clicked, this, deletes);
+  auto* deleteKey = new QShortcut(QKeySequence::Delete, &table);
+  deleteKey->setContext(Qt::WidgetShortcut);
+  connect(deleteKey, &QShortcut::activated, this, deletes);
+  connect(&table, &RowTableView::selectionChanged, this, &ActivitySheet::enableDelete);
+  enableDelete();
+}
+
+void ActivitySheet::enableDelete() {
+  parts_->form.deleteTimeEntryButton->setEnabled(parts_->controller.canDeleteEntries());
+}
+
+void ActivitySheet::showMissing(const QString& sentence) {
+  const Form& form = parts_->form;
+  form.missingLabel->setText(sentence);
+  form.missingLabel->setAccessibleDescription(sentence);
+  form.okButton->setToolTip(sentence);
+  form.okButton->setAccessibleDescription(sentence);
 }
 
 int ActivitySheet::run() {
@@ -145,7 +144,7 @@ void ActivitySheet::reject() { parts_->controller.cancel(); }
 
 void ActivitySheet::save() {
   parts_->form.activityTable->commitEditing();
-  parts_->controller.save();
+  if (parts_->guard.mayFinish()) parts_->controller.save();
 }
 
 void ActivitySheet::keyPressEvent(QKeyEvent* event) {
@@ -156,9 +155,10 @@ void ActivitySheet::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-/// Where the focus is in a name, the name has been asked about before Return comes here.
+/// Where OK is not enabled yet Return only ends the typing of a name.
 void ActivitySheet::pressReturn() {
-  if (parts_->form.okButton->isEnabled()) save();
+  if (parts_->form.okButton->isEnabled()) return save();
+  std::ignore = parts_->guard.mayFinish();
 }
 
 /// A click beside the fields, or on OK while it is disabled, leaves the name that is being typed.

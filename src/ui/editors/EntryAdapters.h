@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ControlAdapters.h"
-#include "LeaveGuard.h"
 #include "ui/EchoLine.h"
+#include "ui/LeaveGuard.h"
 #include "ui_core/ListSteps.h"
 
 namespace pendra {
@@ -44,16 +44,23 @@ struct EntryAdapters {
 
 /// Gives a combo box its list from a controller, which also decides whether it is left.
 template <class Controller>
-void connectNames(NameComboControl& popup, Controller& controller, bool opensListWhileTyping) {
-  popup.widget().setRules({.names = [&] { return controller.namesFor(popup); },
-                           .mayLeave = [&] { return controller.mayLeave(popup); },
-                           .opensListWhileTyping = opensListWhileTyping});
+void connectNames(LeaveGuard& guard, NameComboControl& popup, Controller& controller,
+                  bool opensListWhileTyping) {
+  NameComboBox& box = popup.widget();
+  box.setRules(
+      {.names = [&] { return controller.namesFor(popup); }, .opensListWhileTyping = opensListWhileTyping});
+  const auto mayLeave = [&] {
+    if (!controller.mayLeave(popup)) return false;
+    box.accept();
+    return true;
+  };
+  guard.watch(box, {.mayLeave = mayLeave, .isTyped = [&] { return box.isTyped(); }});
 }
 
 /// Lets the controller decide whether any other field is left.
 template <class Widget, class Controller>
 void guardField(LeaveGuard& guard, WidgetControl<Widget>& field, Controller& controller) {
-  guard.watch(field.widget(), [&] { return controller.mayLeave(field); });
+  guard.watch(field.widget(), {.mayLeave = [&] { return controller.mayLeave(field); }});
 }
 
 /// What both sheets do with the fields of an entry.
@@ -61,7 +68,7 @@ template <class Controller>
 void connectEntry(EntryAdapters& entry, LeaveGuard& guard, Controller& controller,
                   bool opensListWhileTyping) {
   for (NameComboControl* popup : {&entry.customerPopup, &entry.jobPopup, &entry.servicePopup}) {
-    connectNames(*popup, controller, opensListWhileTyping);
+    connectNames(guard, *popup, controller, opensListWhileTyping);
   }
   for (LineEditControl* field :
        {&entry.startDateField, &entry.startTimeField, &entry.startTimeFieldAMPM, &entry.durationField}) {

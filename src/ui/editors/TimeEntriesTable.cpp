@@ -24,11 +24,8 @@ void TimeEntriesTable::setController(ActivityEditor& controller) {
   tableModel().setEditRules(
       {.shouldEdit = [&](const QString& column, int row) { return controller.isEditable(column, row); },
        .textForEditing = [&](const QString&, int row) { return controller.noteForEditing(row); },
-       .setValue =
-           [&, this](const QString& value, const QString& column, int row) {
-             controller.setValue(value, column, row);
-             redrawRow(row);
-           }});
+       .setValue = [&](const QString& value, const QString& column,
+                       int row) { controller.setValue(value, column, row); }});
   connect(this, &RowTableView::selectionChanged, this, [&] { controller.selectionChanged(); });
   connect(this, &RowTableView::rowActivated, this, [this](int row) { editCell("notes", row); });
 }

@@ -60,10 +60,10 @@ void TimeEntrySheet::connectControls() {
   connectEntry(parts.entry, parts.guard, parts.controller, false);
   for (NotesControl* notes : {&parts.notesField, &parts.activityNotesField}) {
     guardField(parts.guard, *notes, parts.controller);
-    connect(&notes->widget(), &NotesEdit::returnPressed, this, [this] { parts_->controller.accept(); });
+    connect(&notes->widget(), &NotesEdit::returnPressed, this, &TimeEntrySheet::finish);
   }
   connect(&tick_, &QTimer::timeout, this, [this] { parts_->controller.tick(); });
-  connect(parts.form.okButton, &QPushButton::clicked, this, [this] { parts_->controller.accept(); });
+  connect(parts.form.okButton, &QPushButton::clicked, this, &TimeEntrySheet::finish);
   connect(parts.form.cancelButton, &QPushButton::clicked, this, &TimeEntrySheet::reject);
 }
 
@@ -98,11 +98,15 @@ int TimeEntrySheet::run() {
   return code;
 }
 
+void TimeEntrySheet::finish() {
+  if (parts_->guard.mayFinish()) parts_->controller.accept();
+}
+
 void TimeEntrySheet::reject() { parts_->controller.cancel(); }
 
 void TimeEntrySheet::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    parts_->controller.accept();
+    finish();
   } else {
     QDialog::keyPressEvent(event);
   }

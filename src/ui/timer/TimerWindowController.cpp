@@ -98,7 +98,6 @@ void TimerWindowController::observeSession() {
   observations_.push_back(session_.documentChanges().observe([this] {
     if (!session_.document() || !session_.context()) return;
     state_.reloadData();
-    editors_->reloadData();
     state_.log().reloadData();
     state_.log().reloadNames();
   }));

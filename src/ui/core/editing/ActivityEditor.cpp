@@ -1,14 +1,20 @@
 #include "ui_core/ActivityEditor.h"
 
+#include <QCoreApplication>
+
+#include "link/AffectedActivities.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/Preferences.h"
 #include "ui_core/ListSteps.h"
+#include "ui_core/NameLookups.h"
 #include "ui_core/NoteLength.h"
 
 namespace pendra {
 
 namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::ActivityEditor", text); }
 
 std::vector<Column<TimeEntryRow>> timeEntryColumns() {
   return {
@@ -32,39 +38,60 @@ std::vector<Column<TimeEntryRow>> timeEntryColumns() {
 }
 
 RowTraits<TimeEntryRow> timeEntryTraits() {
-  return {.identity =
-              [](const TimeEntryRow& row) {
-                return row.entries ? static_cast<quint64>(row.entries->objectID()) : 0;
-              },
-          .running = [](const TimeEntryRow& row) { return row.entries && row.entries->running() == true; }};
+  return {
+      .identity =
+          [](const TimeEntryRow& row) { return row.entry ? static_cast<quint64>(row.entry->objectID()) : 0; },
+      .running = [](const TimeEntryRow& row) { return row.entry && row.entry->running() == true; }};
 }
 
 }  // namespace
 
 ActivityEditor::ActivityEditor(Session& session, const ActivityEditorControls& controls)
-    : session_(session), controls_(controls), rows_(timeEntryColumns(), timeEntryTraits()) {
+    : session_(session),
+      controls_(controls),
+      rows_(timeEntryColumns(), timeEntryTraits()),
+      documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
   controls_.sheet.setPastTimeViewShown(false);
-  reloadNames();
+  followDocument();
 }
 
-void ActivityEditor::setLabels(bool adding) {
-  controls_.activityLabel.setText(adding ? "Add Activity" : "Edit Activity");
-  controls_.okButton.setText(adding ? "Add" : "Save");
-  controls_.autoStartCheckbox.setHidden(!adding);
-  if (!adding) controls_.okButton.setEnabled(true);
-}
-
-void ActivityEditor::setShouldDisplayPastTimeEntries(bool display) {
-  if (display != shouldDisplayPastTimeEntries_) controls_.sheet.setPastTimeViewShown(display);
-  shouldDisplayPastTimeEntries_ = display;
-}
-
-void ActivityEditor::reloadData() {
-  {
-    const Notifier::Change change(canDeleteEntriesChanges);
-    rows_.setRows(rowsOfActivity());
+void ActivityEditor::followDocument() {
+  news_ = {};
+  if (session_.document()) {
+    news_ = context().observe([this](const ChangeSet& changes) { documentEdited(changes); });
   }
-  showNamesOfActivity();
+}
+
+void ActivityEditor::documentEdited(const ChangeSet& changes) {
+  const bool comeOrGo = !changes.inserted<TimeEntry>().empty() || !changes.deleted<TimeEntry>().empty() ||
+                        !changes.deleted<Activity>().empty();
+  if (comeOrGo || changes.changedAny<TimeEntry>("activity")) {
+    showRows();
+  } else if (changes.touches<TimeEntry>()) {
+    refreshRows(changes);
+  }
+}
+
+/// Kept: the dates and times of the rows stay as they were until entries come or go or the sheet is opened
+/// again; promised of "Apply".
+void ActivityEditor::refreshRows(const ChangeSet& changes) {
+  for (const TimeEntry* entry : changes.changed<TimeEntry>()) {
+    const auto index = indexOfEntry(*entry);
+    if (!index) continue;
+    TimeEntryRow row = *rows_.row(*index);
+    row.start = entry->start();
+    row.duration = durationText(entry->storedDuration());
+    if (changes.changed(*entry, "notes")) row.notes = entry->notes().value_or(QString());
+    rows_.replaceRow(*index, std::move(row));
+    controls_.activityTable.redrawRow(*index);
+  }
+  if (!changes.changedAny<TimeEntry>("start") && !changes.changedAny<TimeEntry>("duration")) return;
+  rows_.sort();
+  controls_.activityTable.reloadData();
+}
+
+void ActivityEditor::showRows() {
+  rows_.setRows(rowsOfActivity());
   controls_.activityTable.reloadData();
 }
 
@@ -73,17 +100,17 @@ std::vector<TimeEntryRow> ActivityEditor::rowsOfActivity() const {
   if (!currentActivity_) return rows;
   const bool found = session_.ports().defaults.boolean(preferences::kUserFoundTableEdit);
   const QString placeholder = found ? QString() : QStringLiteral("Double-click to edit...");
-  for (TimeEntry* period : currentActivity_->entries()) rows.push_back(rowOf(*period, placeholder));
+  for (TimeEntry* entry : currentActivity_->entries()) rows.push_back(rowOf(*entry, placeholder));
   return rows;
 }
 
-TimeEntryRow ActivityEditor::rowOf(TimeEntry& period, const QString& placeholder) const {
-  TimeEntryRow row{.entries = &period,
-                   .start = period.start(),
-                   .duration = durationText(period.storedDuration()),
+TimeEntryRow ActivityEditor::rowOf(TimeEntry& entry, const QString& placeholder) const {
+  TimeEntryRow row{.entry = &entry,
+                   .start = entry.start(),
+                   .duration = durationText(entry.storedDuration()),
                    .date = {},
                    .time = {},
-                   .notes = period.notes().value_or(QString())};
+                   .notes = entry.notes().value_or(QString())};
   if (row.notes.isEmpty()) row.notes = placeholder;
   if (row.start) {
     const QDateTime local = session_.ports().calendar.local(*row.start);
@@ -94,35 +121,108 @@ TimeEntryRow ActivityEditor::rowOf(TimeEntry& period, const QString& placeholder
   return row;
 }
 
-void ActivityEditor::showNamesOfActivity() {
-  if (!currentActivity_) return;
+void ActivityEditor::fill(Activity* activity) {
+  currentActivity_ = activity;
+  adding_ = !activity;
+  showRows();
+  clearTableSelection();
+  showNames(activity);
+  const QString note = activity ? activity->notes().value_or(QString()) : QString();
+  controls_.notesField.setText(note);
+  showNotesLength(controls_.notesLength, note);
+  controls_.billableCheckbox.setChecked(!activity || activity->billable() == true);
+  controls_.autoStartCheckbox.setChecked(!activity || activity->shouldAutoStartTimer() == true);
+  controls_.littleSaveButton.setEnabled(false);
+  showKind(!activity);
+  (activity ? controls_.notesField : controls_.entry.customerPopup).takeFocus();
+}
+
+void ActivityEditor::showKind(bool adding) {
+  controls_.activityLabel.setText(adding ? tr("Add Activity") : tr("Edit Activity"));
+  controls_.okButton.setText(adding ? tr("Add") : tr("Save"));
+  controls_.autoStartCheckbox.setHidden(!adding);
+  if (std::exchange(showsEntries_, !adding) == adding) controls_.sheet.setPastTimeViewShown(!adding);
+  showOk();
+}
+
+void ActivityEditor::showNames(const Activity* activity) {
   const EntryFields& entry = controls_.entry;
-  if (const Customer* customer = currentActivity_->customer(); customer && customer->name()) {
-    entry.customerPopup.setText(*customer->name());
-    customerPicked();
-  }
-  if (const Service* service = currentActivity_->service(); service && service->name()) {
-    entry.servicePopup.setText(*service->name());
-  }
+  const Customer* customer = activity ? activity->customer() : nullptr;
+  entry.customerPopup.setText(queries::nameOf(customer));
+  entry.servicePopup.setText(activity ? queries::nameOf(activity->service()) : QString());
+  entry.jobPopup.setEnabled(false);
+  entry.jobPopup.setText(QString());
+  customerPicked();
   // The job comes last: choosing the customer has emptied it.
-  if (const Job* job = currentActivity_->job(); job && job->name()) {
-    entry.jobPopup.setText(*job->name());
-  }
+  if (activity) entry.jobPopup.setText(queries::nameOf(activity->job()));
+}
+
+QString ActivityEditor::missing() const {
+  const bool customer = isBlank(controls_.entry.customerPopup.text());
+  const bool service = isBlank(controls_.entry.servicePopup.text());
+  if (customer && service) return tr("A customer and a service item are missing.");
+  if (customer) return tr("The customer is missing.");
+  return service ? tr("The service item is missing.") : QString();
+}
+
+void ActivityEditor::showOk() {
+  const QString sentence = missing();
+  controls_.okButton.setEnabled(sentence.isEmpty());
+  controls_.sheet.showMissing(sentence);
 }
 
 void ActivityEditor::controlEdited(const Control& control) {
-  if (&control != &controls_.notesField) {
-    controls_.littleSaveButton.setEnabled(true);
+  if (&control == &controls_.notesField) {
+    followNote(session_, controls_.notesLength, controls_.notesField.text());
     return;
   }
-  followNote(session_, controls_.notesLength, controls_.notesField.text());
+  controls_.littleSaveButton.setEnabled(true);
+  showOk();
 }
 
+/// The names are asked about here, too: what one of them named may have gone since it was left.
 void ActivityEditor::save() {
   if (!passes(activitySaveChecks(), textsOf(controls_.entry, session_), session_.ports().alerts)) return;
-  if (!mayLeaveJob()) return;
-  if (controls_.littleSaveButton.isEnabled()) applyToSelectedEntry();
+  if (!mayLeaveCustomer() || !mayLeaveService() || !mayLeaveJob()) return;
   controls_.sheet.end(EditorSheet::kAccepted);
+}
+
+Activity* ActivityEditor::store() {
+  Activity* activity = currentActivity();
+  if (!activity && !adding_) return nullptr;
+  std::ignore = context().edit(adding_ ? tr("Add Activity") : tr("Edit Activity"), [&] {
+    TimeEntry* entry = selectedEntry();
+    if (entry && controls_.littleSaveButton.isEnabled()) {
+      applyTimes(*entry, textsOf(controls_.entry, session_));
+    }
+    if (!activity) activity = &createNewActivity(context());
+    storeNames(*activity);
+    forgetLoss(session_, *activity);
+    activity->setNotes(controls_.notesField.text());
+    activity->setBillable(controls_.billableCheckbox.isChecked());
+    activity->setShouldAutoStartTimer(controls_.autoStartCheckbox.isChecked());
+    if (adding_ && activity->shouldAutoStartTimer() == true) activity->startEntry();
+  });
+  return activity;
+}
+
+void ActivityEditor::letGo() {
+  currentActivity_ = {};
+  adding_ = false;
+  showRows();
+}
+
+/// A name that is still the activity's own means what it meant, also where another one is called the same.
+void ActivityEditor::storeNames(Activity& activity) const {
+  const EntryFields& entry = controls_.entry;
+  const bool sameCustomer = queries::nameOf(activity.customer()) == entry.customerPopup.text();
+  if (!sameCustomer) activity.setCustomer(findCustomerByName(context(), entry.customerPopup.text()));
+  if (queries::nameOf(activity.service()) != entry.servicePopup.text()) {
+    activity.setService(findServiceByName(context(), entry.servicePopup.text()));
+  }
+  const QString job = entry.jobPopup.text();
+  if (sameCustomer && queries::nameOf(activity.job()) == job) return;
+  activity.setJob(job.isEmpty() ? nullptr : findJobByName(context(), job, activity.customer()));
 }
 
 }  // namespace pendra

@@ -4,44 +4,32 @@
 
 namespace pendra {
 
-void ActivityEditor::reloadNames() {
-  if (!session_.context()) return;
-  const auto customers = queries::distinctNames(queries::shownCustomers(context()));
-  customerNames_ = customers.isEmpty() ? std::nullopt : std::optional(customers);
-  const auto services = queries::shownServices(context());
-  const auto names = queries::distinctNames(services);
-  // Kept: service items that are all nameless leave the list as it was.
-  if (services.empty() || !names.isEmpty()) serviceNames_ = names;
-  customerPicked();
-}
-
 void ActivityEditor::customerPicked() {
   const EntryFields& entry = controls_.entry;
   const QString name = entry.customerPopup.text();
-  if (name.isEmpty()) return;
-  const auto customers = queries::customersNamed(context(), name);
-  if (customers.empty()) return;
-  jobNames_.clear();
-  for (const Customer* customer : customers) {
-    for (const Job* job : customer->jobs()) {
-      if (job->shown() == true && job->name() && !jobNames_.contains(*job->name())) jobNames_ << *job->name();
-    }
-  }
-  queries::sortIgnoringCase(jobNames_);
-  entry.jobPopup.setEnabled(!jobNames_.isEmpty() || isStandalone());
+  if (name.isEmpty() || queries::customersNamed(context(), name).empty()) return;
+  entry.jobPopup.setEnabled(isStandalone() || !jobNames().isEmpty());
   entry.jobPopup.setText(QString());
-  // Kept: a customer without jobs leaves OK as it was.
-  if (!jobNames_.isEmpty()) enableOk();
-}
-
-void ActivityEditor::enableOk() {
-  const EntryFields& entry = controls_.entry;
-  controls_.okButton.setEnabled(!isBlank(entry.servicePopup.text()) && !isBlank(entry.customerPopup.text()));
 }
 
 QStringList ActivityEditor::namesFor(const Control& popup) const {
-  if (&popup == &controls_.entry.customerPopup) return customerNames_.value_or(QStringList());
-  return &popup == &controls_.entry.servicePopup ? serviceNames_ : jobNames_;
+  if (!session_.document()) return {};
+  if (&popup == &controls_.entry.jobPopup) return jobNames();
+  return &popup == &controls_.entry.servicePopup ? queries::distinctNames(queries::shownServices(context()))
+                                                 : queries::distinctNames(queries::shownCustomers(context()));
+}
+
+/// The jobs that are offered for the customer that is typed in.
+QStringList ActivityEditor::jobNames() const {
+  QStringList names;
+  for (const Customer* customer : queries::customersNamed(context(), controls_.entry.customerPopup.text())) {
+    for (const Job* job : customer->jobs()) {
+      if (job->shown() == true && job->name()) names << *job->name();
+    }
+  }
+  names.removeDuplicates();
+  queries::sortIgnoringCase(names);
+  return names;
 }
 
 bool ActivityEditor::mayLeave(const Control& control) {
@@ -61,7 +49,6 @@ bool ActivityEditor::mayLeaveCustomer() {
   if (!wantsToAdd(name, popup)) return false;
   addCustomer(context(), name);
   customerPicked();
-  jobNames_.clear();
   return true;
 }
 
@@ -104,16 +91,12 @@ bool ActivityEditor::mayLeaveService() {
     return false;
   }
   if (!wantsToAdd(name, popup)) return false;
-  addService(context(), name);  // Kept: the list of services is not refilled
+  addService(context(), name);
   return true;
 }
 
 bool ActivityEditor::wantsToAdd(const QString& name, const Control& toList) {
-  return asksToAdd(session_.ports().alerts, name, listNameFor(toList));
-}
-
-QString ActivityEditor::listNameFor(const Control& popup) const {
-  return pendra::listNameFor(controls_.entry, popup);
+  return asksToAdd(session_.ports().alerts, name, listNameFor(controls_.entry, toList));
 }
 
 }  // namespace pendra

@@ -1,3 +1,5 @@
+#include <QCoreApplication>
+
 #include "model/DurationText.h"
 #include "platform/Preferences.h"
 #include "ui_core/ActivityEditor.h"
@@ -6,89 +8,89 @@ namespace pendra {
 
 namespace {
 
+QString tr(const char* text) { return QCoreApplication::translate("pendra::ActivityEditor", text); }
+
 /// The only column that can be typed into.
 constexpr QStringView kNotesColumn = u"notes";
 
 }  // namespace
 
-void ActivityEditor::applyToSelectedEntry() {
-  TimeEntry* period = selectedEntry();
-  const EntryTexts texts = textsOf(controls_.entry, session_, period != nullptr);
-  if (!passes(selectedPeriodChecks(), texts, session_.ports().alerts)) return;
-  if (!period->timeIsFixed()) {
-    storeTime(*period, startToStore(*period, texts, session_.notices()), texts.duration);
-  }
-
-  const int index = controls_.activityTable.selectedRow();
-  TimeEntryRow row = *rows_.row(index);
-  row.start = period->start();
-  row.duration = durationText(period->storedDuration());
-  // Kept: the row's date and time stay as they were until the next reload.
-  rows_.replaceRow(index, std::move(row));
-  controls_.littleSaveButton.setEnabled(false);
-  rows_.sort();
-  controls_.activityTable.reloadData();
-  if (const auto edited = indexOfEntry(*period)) controls_.activityTable.selectRow(*edited);
+bool ActivityEditor::applyToSelectedEntry() {
+  TimeEntry* entry = selectedEntry();
+  const EntryTexts texts = textsOf(controls_.entry, session_, entry != nullptr);
+  if (!passes(selectedPeriodChecks(), texts, session_.ports().alerts)) return false;
+  std::ignore = context().edit(tr("Edit of an Entry"), [&] { applyTimes(*entry, texts); });
+  if (const auto row = indexOfEntry(*entry)) controls_.activityTable.selectRow(*row);
+  return true;
 }
 
+void ActivityEditor::applyTimes(TimeEntry& entry, const EntryTexts& texts) {
+  if (entry.timeIsFixed()) return;
+  storeTime(entry, startToStore(entry, texts, session_.notices()), texts.duration);
+}
+
+/// What stands in the time fields is the selected entry's, and stored before another one is selected.
 void ActivityEditor::addTimeEntry() {
   if (!currentActivity_) return;
+  if (selectedEntry() && timeTexts() != shownTimes_ && !applyToSelectedEntry()) return;
   const Instant start =
       startOfAddedEntry(*currentActivity_, session_.ports().clock.now(), session_.ports().calendar);
-  TimeEntry& period = currentActivity_->addEntry();
-  period.setStart(start);
-  reloadData();
-  if (const auto row = indexOfEntry(period)) controls_.activityTable.selectRow(*row);
+  TimeEntry* entry = nullptr;
+  std::ignore = context().edit(tr("New Entry"), [&] {
+    entry = &currentActivity_->addEntry();
+    entry->setStart(start);
+  });
+  if (const auto row = indexOfEntry(*entry)) controls_.activityTable.selectRow(*row);
   controls_.entry.startDateField.takeFocus();
 }
 
 void ActivityEditor::deleteTimeEntry() {
-  const Ref<TimeEntry> period(selectedEntry());
-  if (!period) return;
+  const Ref<TimeEntry> entry(selectedEntry());
+  if (!entry) return;
   const Alert question{.style = Alert::Style::Critical,
                        .message = "Are you sure you want to delete this time event?",
                        .informative = {},
                        .buttons = {"Delete", "Cancel"}};
-  session_.ports().alerts.beginSheet(question, [this, period](int answer) {
-    if (answer == kFirstButton && period && currentActivity_) deletePeriod(*period);
+  session_.ports().alerts.beginSheet(question, [this, entry](int answer) {
+    if (answer != kFirstButton || !entry) return;
+    std::ignore = context().edit(tr("Delete of an Entry"), [&] {
+      if (entry->running() == true) entry->stopTimer();
+      context().deleteObject(*entry);
+    });
   });
-}
-
-void ActivityEditor::deletePeriod(TimeEntry& period) {
-  if (currentActivity_->runningEntry() == &period) currentActivity_->stop();
-  context().deleteObject(period);
-  reloadData();
-  selectionChanged();  // the selected row went with its entry, and the table does not say so
 }
 
 TimeEntry* ActivityEditor::selectedEntry() const {
   const TimeEntryRow* row = rows_.row(controls_.activityTable.selectedRow());
-  return row ? row->entries.get() : nullptr;
+  return row ? row->entry.get() : nullptr;
 }
 
-std::optional<int> ActivityEditor::indexOfEntry(const TimeEntry& period) const {
-  return rows_.indexOf([&](const TimeEntryRow& row) { return row.entries == &period; });
+std::optional<int> ActivityEditor::indexOfEntry(const TimeEntry& entry) const {
+  return rows_.indexOf([&](const TimeEntryRow& row) { return row.entry == &entry; });
 }
 
 bool ActivityEditor::canDeleteEntries() const {
   return controls_.activityTable.selectedRow() >= 0 && rows_.rowCount() > 0;
 }
 
+QStringList ActivityEditor::timeTexts() const {
+  const EntryFields& entry = controls_.entry;
+  return {entry.startDateField.text(), entry.startTimeField.text(), entry.startTimeFieldAMPM.text(),
+          entry.durationField.text()};
+}
+
 void ActivityEditor::selectionChanged() {
   const int selected = controls_.activityTable.selectedRow();
-  if (selected < 0) {
-    const Notifier::Change change(canDeleteEntriesChanges);
-    showStart(controls_.entry, std::nullopt, session_.ports().calendar);
-    controls_.entry.durationField.setText(QString());
-  } else if (const TimeEntryRow* row = rows_.row(selected)) {
-    const Notifier::Change change(canDeleteEntriesChanges);
-    showStart(controls_.entry, row->start, session_.ports().calendar);
-    controls_.entry.durationField.setText(row->duration);
-    controls_.littleSaveButton.setEnabled(false);
+  const TimeEntryRow* row = rows_.row(selected);
+  if (row || selected < 0) {
+    showStart(controls_.entry, row ? row->start : std::nullopt, session_.ports().calendar);
+    controls_.entry.durationField.setText(row ? row->duration : QString());
+    shownTimes_ = timeTexts();
   }
-  const TimeEntry* period = selectedEntry();
+  if (row) controls_.littleSaveButton.setEnabled(false);
+  const TimeEntry* entry = selectedEntry();
   // Kept: past the end there is no entry, and no entry counts as not sent.
-  enableTimeEditFields(selected >= 0 && !(period && period->timeIsFixed()));
+  enableTimeEditFields(controls_.entry, selected >= 0 && !(entry && entry->timeIsFixed()));
 }
 
 void ActivityEditor::clearTableSelection() {
@@ -104,21 +106,13 @@ bool ActivityEditor::isEditable(QStringView column, int) {
 
 QString ActivityEditor::noteForEditing(int row) const {
   const TimeEntryRow* shown = rows_.row(row);
-  return shown && shown->entries ? shown->entries->notes().value_or(QString()) : QString();
+  return shown && shown->entry ? shown->entry->notes().value_or(QString()) : QString();
 }
 
 void ActivityEditor::setValue(const QString& value, QStringView column, int row) {
   const TimeEntryRow* shown = rows_.row(row);
-  if (column != kNotesColumn || !shown || !shown->entries) return;
-  shown->entries->setNotes(value);
-  TimeEntryRow edited = *shown;
-  edited.notes = value;
-  rows_.replaceRow(row, std::move(edited));
-}
-
-void ActivityEditor::sortChanged(const SortOrder& descriptor) {
-  rows_.sortBy(descriptor);
-  controls_.activityTable.reloadData();
+  if (column != kNotesColumn || !shown || !shown->entry) return;
+  std::ignore = context().edit(tr("Edit of an Entry"), [&] { shown->entry->setNotes(value); });
 }
 
 }  // namespace pendra

@@ -1,5 +1,7 @@
 #include "ui_core/ListSteps.h"
 
+#include <QCoreApplication>
+
 #include "model/Customer.h"
 #include "model/Job.h"
 #include "model/Service.h"
@@ -9,6 +11,8 @@
 namespace pendra {
 
 namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::ListSteps", text); }
 
 /// The identifier of what exists only here.
 const QString kLocalRecord = QStringLiteral("0");
@@ -43,23 +47,30 @@ bool asksToAdd(Alerts& alerts, const QString& name, const QString& listName) {
 }
 
 void addCustomer(ObjectContext& context, const QString& name) {
-  auto& customer = context.insert<Customer>();
-  customer.setName(name);
-  customer.setVtObjectID(kLocalRecord);
-  customer.setShown(true);
+  std::ignore = context.edit(tr("Add Customer"), [&] {
+    auto& customer = context.insert<Customer>();
+    customer.setName(name);
+    customer.setVtObjectID(kLocalRecord);
+    customer.setShown(true);
+  });
 }
 
 void addService(ObjectContext& context, const QString& name) {
-  auto& service = context.insert<Service>();
-  service.setName(name);
-  service.setVtObjectID(kLocalRecord);
+  std::ignore = context.edit(tr("Add Service Item"), [&] {
+    auto& service = context.insert<Service>();
+    service.setName(name);
+    service.setVtObjectID(kLocalRecord);
+  });
 }
 
 void addJob(Customer& customer, const QString& name) {
-  auto& job = customer.context()->insert<Job>();
-  job.setName(name);
-  job.setVtObjectID(kLocalRecord);
-  job.setCustomer(&customer);
+  ObjectContext& context = *customer.context();
+  std::ignore = context.edit(tr("Add Job"), [&] {
+    auto& job = context.insert<Job>();
+    job.setName(name);
+    job.setVtObjectID(kLocalRecord);
+    job.setCustomer(&customer);
+  });
 }
 
 void showChooseExistingCustomer(Alerts& alerts) {

@@ -22,6 +22,7 @@ class ActivitySheet final : public QDialog, public ActivityEditorSheet {
   int run() override;
   void end(int code) override { done(code); }
   void setPastTimeViewShown(bool shown) override;
+  void showMissing(const QString& sentence) override;
   void reject() override;
 
  protected:
@@ -31,8 +32,8 @@ class ActivitySheet final : public QDialog, public ActivityEditorSheet {
  private:
   struct Parts;
   void connectControls();
-  void connectService();
   void connectTimeEntries();
+  void enableDelete();
   void pressReturn();
   void save();
 

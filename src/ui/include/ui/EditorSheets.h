@@ -14,12 +14,7 @@ class EditorSheets {
 
   void showActivitySheet(bool forNew) { activityFlow_.showActivitySheet(forNew); }
   void showTimeEntrySheet() { timeEntryFlow_.showTimeEntrySheet(); }
-  /// The activity editor's lists and rows follow the document.
-  void reloadNames() { activityEditor().reloadNames(); }
-  void reloadData() { activityEditor().reloadData(); }
   void hideSendingLabel() { activitySheet_.hideSendingLabel(); }
-
-  [[nodiscard]] ActivityEditor& activityEditor() { return activitySheet_.controller(); }
 
  private:
   ActivitySheet& activitySheet_;

@@ -29,6 +29,8 @@ class TimeEntrySheet final : public QDialog, public EditorSheet, public EchoDisp
  private:
   struct Parts;
   void connectControls();
+  /// OK and Return.
+  void finish();
 
   Session& session_;
   std::unique_ptr<Parts> parts_;

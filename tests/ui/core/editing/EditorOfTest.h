@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "store/UndoStack.h"
 #include "support/CellText.h"
 #include "support/TestSession.h"
@@ -43,48 +41,25 @@ class LengthOfTest final : public LengthLabel {
   bool tooLong = false;
 };
 
-/// A sheet whose run is a script: `user` stands for what a person does until it ends.
+/// A sheet that only notes how it ended.
 class SheetOfTest final : public ActivityEditorSheet {
  public:
-  int run() override {
-    ended.reset();
-    if (user) user();
-    return ended.value_or(kCancelled);
-  }
+  int run() override { return kCancelled; }
   void end(int code) override { ended = code; }
-  void setPastTimeViewShown(bool shown) override { pastTimeView << shown; }
+  void setPastTimeViewShown(bool) override {}
+  void showMissing(const QString&) override {}
 
-  std::function<void()> user;
   std::optional<int> ended;
-  QList<bool> pastTimeView;
 };
 
-/// A table that keeps its selection by row and reports every selection.
+/// A table without a selection.
 class TableOfEditor final : public TablePort {
  public:
-  void reloadData() override {
-    ++reloads;
-    if (rowNow) row = selected ? rowNow() : -1;
-  }
+  void reloadData() override {}
   void redrawRow(int) override {}
-  [[nodiscard]] std::vector<int> selectedRows() const override {
-    return row < 0 ? std::vector<int>() : std::vector<int>{row};
-  }
-  void selectRow(int value) override {
-    row = value;
-    selected = true;
-    if (changed) changed();
-  }
-  void clearSelection() override {
-    selected = false;
-    if (std::exchange(row, -1) >= 0 && changed) changed();
-  }
-
-  std::function<void()> changed;
-  std::function<int()> rowNow;  ///< where the selected object stands after a reload
-  int row = -1;
-  bool selected = false;
-  int reloads = 0;
+  [[nodiscard]] std::vector<int> selectedRows() const override { return {}; }
+  void selectRow(int) override {}
+  void clearSelection() override {}
 };
 
 /// The fields that both editors have, filled with an entry that passes every check.
@@ -104,22 +79,7 @@ struct FieldsOfTest {
 
 /// The activity editor over a document of its own.
 struct ActivityEditorOfTest {
-  explicit ActivityEditorOfTest(TestSession& test) : editor(test.session, controls) {
-    table.changed = [this] { editor.selectionChanged(); };
-  }
-  /// Edits the activity as the timer window does.
-  void edit(Activity& activity) {
-    editor.setCurrentActivity(&activity);
-    editor.reloadData();
-  }
-  /// Selects an entry, and keeps it selected over reloads.
-  void select(const TimeEntry& period) {
-    table.rowNow = [this, &period] { return editor.indexOfEntry(period).value_or(-1); };
-    table.selectRow(editor.indexOfEntry(period).value());
-  }
-  [[nodiscard]] QString cell(const char* column, int row) {
-    return cellText(editor.rows(), QString::fromLatin1(column), row);
-  }
+  explicit ActivityEditorOfTest(TestSession& test) : editor(test.session, controls) {}
 
   FieldsOfTest fields;
   ControlOfTest notesField, activityLabel, okButton, littleSaveButton;

@@ -1,18 +1,22 @@
 #pragma once
 // The activity editor works on two things in two ways: the activity's own values stay in the fields until
-// the sheet ends with OK, but its time entries, and names added to the lists, change in the document at once.
+// the sheet ends with OK, and a new activity is not in the document before; but time entries, and names added
+// to the lists, change in the document at once.
 
 #include "model/Activity.h"
 #include "model/TimeEntry.h"
+#include "store/Observers.h"
 #include "ui_core/EntryChecks.h"
 #include "ui_core/RowTable.h"
 #include "ui_core/TablePort.h"
 
 namespace pendra {
 
-/// One row of the table of time entries, a snapshot taken at reload.
+class ChangeSet;
+
+/// One row of the table of time entries.
 struct TimeEntryRow {
-  Ref<TimeEntry> entries;
+  Ref<TimeEntry> entry;
   std::optional<Instant> start;
   QString duration;
   QString date;   ///< month/day/year without padding
@@ -25,6 +29,8 @@ class ActivityEditorSheet : public EditorSheet {
  public:
   /// Grows or shrinks by the area of the time entries; the top edge stays where it is.
   virtual void setPastTimeViewShown(bool shown) = 0;
+  /// Says what is missing before OK can be pressed; empty when nothing is.
+  virtual void showMissing(const QString& sentence) = 0;
 };
 
 /// What the activity editor is made of. All must outlive it.
@@ -41,83 +47,89 @@ struct ActivityEditorControls {
   ActivityEditorSheet& sheet;
 };
 
-/// The logic of the activity editor. Lives as long as the timer window.
+/// The logic of the activity editor. Lives as long as the timer window; follows the open document by its
+/// news.
 class ActivityEditor {
  public:
-  /// Starts shrunk, with lists for the open document.
+  /// Starts shrunk.
   ActivityEditor(Session& session, const ActivityEditorControls& controls);
 
   [[nodiscard]] Session& session() const { return session_; }
   [[nodiscard]] const ActivityEditorControls& controls() const { return controls_; }
+  /// The activity that is edited; none when one is added, which is in the document from OK on.
   [[nodiscard]] Activity* currentActivity() const { return currentActivity_.get(); }
-  void setCurrentActivity(Activity* activity) { currentActivity_ = activity; }
   [[nodiscard]] RowTable<TimeEntryRow>& rows() { return rows_; }
 
-  /// True: adding. False: editing, which enables OK.
-  void setLabels(bool adding);
-  void setShouldDisplayPastTimeEntries(bool display);
-  /// Rebuilds the rows and puts the activity's names into the combo boxes.
-  void reloadData();
+  /// Fills the sheet from an activity; without one, for a new one.
+  void fill(Activity* activity);
+  /// What OK does to the document, as one edit; answers the activity. None when it has gone meanwhile.
+  Activity* store();
+  /// Holds no activity any more; after the sheet has ended.
+  void letGo();
 
-  /// The lists.
-  void reloadNames();
-  /// Refills the list of jobs for the customer that is typed in, and forgets the job.
+  /// Empties the job, which is another customer's, and lets one be chosen where there are some.
   void customerPicked();
-  /// Enables OK while customer and service hold text.
-  void enableOk();
+  /// What is still missing before OK, as a sentence; empty when nothing is.
+  [[nodiscard]] QString missing() const;
   [[nodiscard]] QStringList namesFor(const Control& popup) const;
-  [[nodiscard]] bool offersNoServices() const { return serviceNames_.isEmpty(); }
+  [[nodiscard]] bool offersNoServices() const { return namesFor(controls_.entry.servicePopup).isEmpty(); }
 
   /// Whether a control may give up the focus with the text that it holds.
   [[nodiscard]] bool mayLeave(const Control& control);
-  [[nodiscard]] bool mayLeaveCustomer();
-  [[nodiscard]] bool mayLeaveJob();
-  [[nodiscard]] bool mayLeaveService();
-  [[nodiscard]] bool wantsToAdd(const QString& name, const Control& toList);
-  [[nodiscard]] QString listNameFor(const Control& popup) const;
 
   /// A person changed the text of a control.
   void controlEdited(const Control& control);
 
-  /// OK: ends the sheet when all is valid, after pending edits of an entry were applied.
+  /// OK: ends the sheet when all is valid.
   void save();
   void cancel() { controls_.sheet.end(EditorSheet::kCancelled); }
-  [[nodiscard]] static bool mayCloseWindow() { return true; }
 
-  /// The time entries.
-  void applyToSelectedEntry();
+  /// The time entries, each an edit of its own that stays when the sheet is cancelled.
+  /// False when the fields hold what cannot be applied; then that has been said.
+  bool applyToSelectedEntry();
   void addTimeEntry();
   void deleteTimeEntry();
   [[nodiscard]] TimeEntry* selectedEntry() const;
-  [[nodiscard]] std::optional<int> indexOfEntry(const TimeEntry& period) const;
+  [[nodiscard]] std::optional<int> indexOfEntry(const TimeEntry& entry) const;
   [[nodiscard]] bool canDeleteEntries() const;
-  Notifier canDeleteEntriesChanges;
   void clearTableSelection();
-  void enableTimeEditFields(bool enabled) { pendra::enableTimeEditFields(controls_.entry, enabled); }
   void selectionChanged();
   /// Asked before a cell is typed into. From the first yes on, the placeholder is not needed any more.
   [[nodiscard]] bool isEditable(QStringView column, int row);
   /// The note of a row as it is typed over: the entry's own, never the placeholder.
   [[nodiscard]] QString noteForEditing(int row) const;
   void setValue(const QString& value, QStringView column, int row);
-  void sortChanged(const SortOrder& descriptor);
 
  private:
-  [[nodiscard]] TimeEntryRow rowOf(TimeEntry& period, const QString& placeholder) const;
+  [[nodiscard]] TimeEntryRow rowOf(TimeEntry& entry, const QString& placeholder) const;
   [[nodiscard]] std::vector<TimeEntryRow> rowsOfActivity() const;
-  void showNamesOfActivity();
-  void deletePeriod(TimeEntry& period);
+  void followDocument();
+  void documentEdited(const ChangeSet& changes);
+  void refreshRows(const ChangeSet& changes);
+  void showRows();
+  void showKind(bool adding);
+  void showNames(const Activity* activity);
+  void showOk();
+  [[nodiscard]] bool mayLeaveCustomer();
+  [[nodiscard]] bool mayLeaveJob();
+  [[nodiscard]] bool mayLeaveService();
+  [[nodiscard]] bool wantsToAdd(const QString& name, const Control& toList);
+  [[nodiscard]] QStringList jobNames() const;
+  void applyTimes(TimeEntry& entry, const EntryTexts& texts);
+  [[nodiscard]] QStringList timeTexts() const;
+  void storeNames(Activity& activity) const;
   [[nodiscard]] bool isStandalone() const { return session_.isStandalone(); }
   [[nodiscard]] ObjectContext& context() const { return *session_.context(); }
 
   Session& session_;
   ActivityEditorControls controls_;
   Ref<Activity> currentActivity_;
+  bool adding_ = false;
   RowTable<TimeEntryRow> rows_;
-  std::optional<QStringList> customerNames_;
-  QStringList jobNames_;
-  QStringList serviceNames_;
-  bool shouldDisplayPastTimeEntries_ = false;
+  QStringList shownTimes_;  // the time fields as they were filled from the selected row
+  bool showsEntries_ = false;
+  Subscription news_;
+  Notifier::Subscription documentChanges_;
 };
 
 }  // namespace pendra

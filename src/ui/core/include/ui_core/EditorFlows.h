@@ -14,24 +14,15 @@ class ActivitySheetFlow {
   ActivitySheetFlow(TimerState& timer, TablePort& activities, ActivityEditor& editor)
       : timer_(timer), activities_(activities), editor_(editor) {}
 
-  /// Runs the sheet for a new activity, or for the current one, and applies what was chosen. Editing
-  /// without a current activity does nothing.
+  /// Runs the sheet for a new activity, or for the current one, and stores and selects what was chosen.
+  /// Editing without a current activity does nothing, and neither does a second sheet.
   void showActivitySheet(bool forNew);
-  /// Prepares the sheet for the new activity.
-  void updateSheetForNewActivity();
-  /// Fills the sheet from the current activity.
-  void updateSheetFromSelected();
 
  private:
-  void openForNew();
-  void openForSelected();
-  void hand();
-  void applyTo(Activity& activity, bool isNew);
-  void applyRest(Activity& activity, bool isNew);
-
   TimerState& timer_;
   TablePort& activities_;
   ActivityEditor& editor_;
+  bool running_ = false;
 };
 
 /// Edits the time entry that is selected in the log. All that it is given must outlive it.

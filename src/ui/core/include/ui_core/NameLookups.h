@@ -3,7 +3,6 @@
 // among the jobs of every customer that has the given customer's name.
 
 #include <QString>
-#include <optional>
 
 #include "store/ObjectContext.h"
 
@@ -20,8 +19,7 @@ Service* findServiceByName(const ObjectContext& context, const QString& name);
 /// None without a customer.
 Job* findJobByName(const ObjectContext& context, const QString& name, const Customer* forCustomer);
 
-/// A new activity with whatever the names find; billable, to be started at once, with empty notes.
-Activity& createNewActivity(ObjectContext& context, const std::optional<QString>& customer,
-                            const std::optional<QString>& job, const std::optional<QString>& service);
+/// A new activity; billable, to be started at once, with empty notes.
+Activity& createNewActivity(ObjectContext& context);
 
 }  // namespace pendra
