@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QCompleter>
+#include <QStandardItemModel>
 #include <QStringListModel>
 #include <QWheelEvent>
 
@@ -68,7 +69,20 @@ void NameComboBox::reloadItems() {
 
 void NameComboBox::showPopup() {
   reloadItems();
+  if (count() == 0) sayThatItIsEmpty();
   if (count() > 0) QComboBox::showPopup();
+}
+
+void NameComboBox::sayThatItIsEmpty() {
+  if (rules_.whenEmpty.isEmpty()) return;
+  const QSignalBlocker silent(this);
+  const QSignalBlocker silentEdit(edit_);
+  const QString text = this->text();
+  auto* words = new QStandardItem(rules_.whenEmpty);
+  words->setFlags(Qt::NoItemFlags);
+  static_cast<QStandardItemModel*>(model())->appendRow(words);
+  setCurrentIndex(-1);
+  setEditText(text);
 }
 
 void NameComboBox::typed(const QString& text) {

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QClipboard>
+#include <QDropEvent>
+#include <QMimeData>
+
 #include "Desk.h"
 #include "store/UndoStack.h"
 
@@ -164,6 +168,40 @@ TEST_F(LinkedActivitySheetAtTheDesk, ALinkedDocumentTakesNoNameThatVantorDoesNot
   EXPECT_EQ(desk.cell(kActivities, 1, kCustomer), "Acme");
 }
 
+TEST_F(ActivitySheetAtTheDesk, AServiceItemThatIsNotOfferedSaysSoAndLeadsToTheList) {
+  add([&] {
+    EXPECT_FALSE(desk.sees(u"Service hint"_s));
+    desk.typeInto(kCustomer, u"Acme"_s);
+    desk.typeInto(kService, u"Work"_s);
+    desk.alerts.willAnswer({u"OK"_s});
+    desk.press(Qt::Key_Tab);
+    EXPECT_EQ(desk.description(u"Service hint"_s), "“Work” is not offered in this list.");
+    EXPECT_EQ(desk.offered(kService), QStringList{u"Design"_s});
+    desk.press(u"Service items"_s, [&] {
+      EXPECT_EQ(desk.front().windowTitle(), "Service Items");
+      desk.press(Qt::Key_N, Qt::ControlModifier);  // a command of its menus would fail the test
+      desk.pressCell(u"Service items"_s, 1, u"Shown"_s);
+      desk.front().close();
+    });
+    EXPECT_EQ(desk.front().windowTitle(), "Add Activity");
+    EXPECT_FALSE(desk.sees(u"Service hint"_s));
+    EXPECT_EQ(desk.offered(kService), (QStringList{u"Design"_s, u"Work"_s}));
+    desk.press(kAdd);
+  });
+  EXPECT_EQ(desk.cell(kActivities, 1, kService), "Work");
+}
+
+TEST(AnEmptyDesk, SaysWhyAListIsEmpty) {
+  Desk desk(false);
+  desk.sitDown();
+  desk.press(u"Add activity"_s, [&] {
+    EXPECT_EQ(desk.description(u"Service hint"_s), "No service item is offered yet.");
+    EXPECT_EQ(desk.offered(kService), QStringList{u"No service item is offered yet"_s});
+    EXPECT_EQ(desk.text(kService), "");
+    desk.press(kCancel);
+  });
+}
+
 TEST_F(ActivitySheetAtTheDesk, AnActivityWithoutNamesIsNotShownWithThoseOfTheOneBefore) {
   Activity* bare = nullptr;
   desk.session.context()->fill([&] { bare = &desk.addActivity(nullptr, nullptr); });
@@ -294,6 +332,26 @@ TEST_F(ActivitySheetAtTheDesk, ASentEntryKeepsItsTimesAndAnUnreadableStartKeepsT
   });
   EXPECT_EQ(entry->start(), instantOf("2026-11-23T12:00:30Z"));
   EXPECT_TRUE(desk.notices().last().contains(u"“11/23/26 1:00 XX”"_s)) << desk.notices().last().toStdString();
+}
+
+TEST_F(ActivitySheetAtTheDesk, NothingComesOfPastingOrDroppingWhatHasNoWords) {
+  edit([&] {
+    QGuiApplication::clipboard()->setMimeData(new QMimeData);
+    for (const QString& field : {kCustomer, kNotes, kDuration}) {
+      desk.named(field).setEnabled(true);
+      desk.go(field);
+      const QString before = desk.text(field);
+      desk.press(Qt::Key_V, Qt::ControlModifier);
+      QMimeData picture;
+      picture.setImageData(QImage(2, 2, QImage::Format_RGB32));
+      QDropEvent drop({3, 3}, Qt::CopyAction, &picture, Qt::LeftButton, Qt::NoModifier);
+      QInputMethodEvent input;
+      QApplication::sendEvent(QApplication::focusWidget(), &drop);
+      QApplication::sendEvent(QApplication::focusWidget(), &input);
+      EXPECT_EQ(desk.text(field), before);
+    }
+    desk.press(kCancel);
+  });
 }
 
 TEST_F(LinkedActivitySheetAtTheDesk, CountsTheNoteAndWarnsOnceEver) {

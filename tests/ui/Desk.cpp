@@ -90,7 +90,7 @@ void Desk::during(const Steps& opening, Steps steps) {
     done = true;
     if (!sheet || !sheet->isVisible()) return;
     ADD_FAILURE() << "the sheet is still open";
-    static_cast<QDialog&>(*sheet).done(QDialog::Rejected);
+    sheet->close();
   });
   opening();
   settle();
@@ -172,6 +172,22 @@ QString Desk::text(const QString& field) const {
 QString Desk::description(const QString& name) const { return named(name).accessibleDescription(); }
 bool Desk::isEnabled(const QString& name) const { return named(name).isEnabled(); }
 bool Desk::isChecked(const QString& box) const { return named<QAbstractButton>(box).isChecked(); }
+
+QStringList Desk::offered(const QString& field) const {
+  auto& box = named<QComboBox>(field);
+  box.showPopup();
+  QStringList names;
+  for (int item = 0; item < box.count(); ++item) names << box.itemText(item);
+  box.hidePopup();
+  return names;
+}
+
+bool Desk::sees(const QString& name) const {
+  const auto widgets = front().findChildren<QWidget*>();
+  return std::any_of(widgets.begin(), widgets.end(), [&](const QWidget* widget) {
+    return widget->accessibleName() == name && widget->isVisible();
+  });
+}
 
 QString Desk::focus() const {
   const QWidget* widget = QApplication::focusWidget();

@@ -72,6 +72,10 @@ class Desk : public TestSession, private NoCommands {
   [[nodiscard]] int rows(const QString& table) const;
   [[nodiscard]] int selectedRow(const QString& table) const;
   [[nodiscard]] QString cell(const QString& table, int row, const QString& column) const;
+  /// What the list of a field offers when it is opened.
+  [[nodiscard]] QStringList offered(const QString& field) const;
+  /// Whether something of that name is to be seen.
+  [[nodiscard]] bool sees(const QString& name) const;
   /// The cells of a row that say something, with a blank between them; empty when there is no such row.
   [[nodiscard]] QString row(const QString& table, int row) const;
   [[nodiscard]] QStringList notices() const;

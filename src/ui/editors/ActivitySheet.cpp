@@ -52,13 +52,14 @@ ActivitySheet::ActivitySheet(Session& session, QWidget* window)
   layOutEntry(parts_->entry);
   const Form& form = parts_->form;
   showAsSecondary({form.serviceHint, form.sendToVTLabel, form.missingLabel});
-  form.serviceHint->hide();
+  form.serviceHintRow->hide();
   for (QPushButton* button : {form.okButton, form.cancelButton, form.littleSaveButton,
-                              form.addTimeEntryButton, form.deleteTimeEntryButton}) {
+                              form.addTimeEntryButton, form.deleteTimeEntryButton, form.serviceItemsButton}) {
     makeSheetButton(*button);
   }
   makeQuiet(*form.addTimeEntryButton);
   makeQuiet(*form.deleteTimeEntryButton);
+  makeQuiet(*form.serviceItemsButton);
   connectControls();
   connectTimeEntries();
   // As wide without the time entries as with them.
@@ -83,6 +84,7 @@ void ActivitySheet::connectControls() {
   guardField(parts.guard, parts.notesField, parts.controller);
   connect(parts.form.notesField, &NotesEdit::returnPressed, this, &ActivitySheet::pressReturn);
   connect(parts.form.okButton, &QPushButton::clicked, this, &ActivitySheet::save);
+  connect(parts.form.serviceItemsButton, &QPushButton::clicked, this, &ActivitySheet::serviceItemsWanted);
   connect(parts.form.cancelButton, &QPushButton::clicked, this, &ActivitySheet::reject);
 }
 
@@ -123,11 +125,14 @@ void ActivitySheet::showMissing(const QString& sentence) {
   form.okButton->setAccessibleDescription(sentence);
 }
 
-int ActivitySheet::run() {
-  const ActivityEditor& controller = parts_->controller;
-  parts_->form.serviceHint->setVisible(!session_.isStandalone() && controller.offersNoServices());
-  return SheetRunner(session_.ports().modals).run(*this);
+void ActivitySheet::showServiceHint(const QString& sentence) {
+  const Form& form = parts_->form;
+  form.serviceHint->setText(sentence);
+  form.serviceHint->setAccessibleDescription(sentence);
+  form.serviceHintRow->setHidden(sentence.isEmpty());
 }
+
+int ActivitySheet::run() { return SheetRunner(session_.ports().modals).run(*this); }
 
 void ActivitySheet::setPastTimeViewShown(bool shown) {
   auto* pastTimeView = findChild<QWidget*>("pastTimeView");

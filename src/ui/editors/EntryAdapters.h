@@ -47,8 +47,9 @@ template <class Controller>
 void connectNames(LeaveGuard& guard, NameComboControl& popup, Controller& controller,
                   bool opensListWhileTyping) {
   NameComboBox& box = popup.widget();
-  box.setRules(
-      {.names = [&] { return controller.namesFor(popup); }, .opensListWhileTyping = opensListWhileTyping});
+  box.setRules({.names = [&] { return controller.namesFor(popup); },
+                .opensListWhileTyping = opensListWhileTyping,
+                .whenEmpty = emptyListText(controller.controls().entry, popup)});
   const auto mayLeave = [&] {
     if (!controller.mayLeave(popup)) return false;
     box.accept();

@@ -1,6 +1,7 @@
 #include "ui/NotesEdit.h"
 
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QScopedValueRollback>
 #include <cmath>
 
@@ -52,6 +53,11 @@ void NotesEdit::keyPressEvent(QKeyEvent* event) {
     return;
   }
   QPlainTextEdit::keyPressEvent(event);
+}
+
+/// What is pasted or dropped without words brings nothing; Qt's own field would end the program over it.
+void NotesEdit::insertFromMimeData(const QMimeData* source) {
+  if (source && !source->text().isEmpty()) QPlainTextEdit::insertFromMimeData(source);
 }
 
 NotesLengthLabel::NotesLengthLabel(QWidget* parent) : QLabel(parent) {

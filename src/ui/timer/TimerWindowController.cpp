@@ -51,7 +51,7 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
       window_(makeWindow(session, [this] { leave(); })),
       state_(session, *window_->activityTable, *this),
       log_(new LogPaneView(session, state_)),
-      editors_(std::make_unique<EditorSheets>(state_, *window_->activityTable, *window_)) {
+      editors_(std::make_unique<EditorSheets>(state_, *window_->activityTable, target, *window_)) {
   state_.setLog(log_->logController());
   window_->setLog(log_, log_->makeSummary());
   window_->setMenuBar(new MenuBar(target, window_.get()));

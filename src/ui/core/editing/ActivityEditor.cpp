@@ -6,6 +6,7 @@
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/Preferences.h"
+#include "platform/Text.h"
 #include "ui_core/ListSteps.h"
 #include "ui_core/NameLookups.h"
 #include "ui_core/NoteLength.h"
@@ -63,6 +64,8 @@ void ActivityEditor::followDocument() {
 }
 
 void ActivityEditor::documentEdited(const ChangeSet& changes) {
+  if (!adding_ && !currentActivity_) return;
+  if (changes.touches<Service>()) showHints();
   const bool comeOrGo = !changes.inserted<TimeEntry>().empty() || !changes.deleted<TimeEntry>().empty() ||
                         !changes.deleted<Activity>().empty();
   if (comeOrGo || changes.changedAny<TimeEntry>("activity")) {
@@ -142,7 +145,7 @@ void ActivityEditor::showKind(bool adding) {
   controls_.okButton.setText(adding ? tr("Add") : tr("Save"));
   controls_.autoStartCheckbox.setHidden(!adding);
   if (std::exchange(showsEntries_, !adding) == adding) controls_.sheet.setPastTimeViewShown(!adding);
-  showOk();
+  showHints();
 }
 
 void ActivityEditor::showNames(const Activity* activity) {
@@ -165,10 +168,20 @@ QString ActivityEditor::missing() const {
   return service ? tr("The service item is missing.") : QString();
 }
 
-void ActivityEditor::showOk() {
+QString ActivityEditor::serviceHint() const {
+  const QStringList offered = namesFor(controls_.entry.servicePopup);
+  if (offered.isEmpty()) return tr("No service item is offered yet.");
+  const QString name = controls_.entry.servicePopup.text();
+  const bool isKept = !isBlank(name) && !queries::servicesNamed(context(), name).empty();
+  return isKept && !offered.contains(name) ? formatted(tr("“%@” is not offered in this list."), {name})
+                                           : QString();
+}
+
+void ActivityEditor::showHints() {
   const QString sentence = missing();
   controls_.okButton.setEnabled(sentence.isEmpty());
   controls_.sheet.showMissing(sentence);
+  controls_.sheet.showServiceHint(serviceHint());
 }
 
 void ActivityEditor::controlEdited(const Control& control) {
@@ -177,7 +190,7 @@ void ActivityEditor::controlEdited(const Control& control) {
     return;
   }
   controls_.littleSaveButton.setEnabled(true);
-  showOk();
+  showHints();
 }
 
 /// The names are asked about here, too: what one of them named may have gone since it was left.

@@ -40,6 +40,12 @@ QString listNameFor(const EntryFields& fields, const Control& popup) {
   return &popup == &fields.servicePopup ? "Services" : "Jobs";
 }
 
+QString emptyListText(const EntryFields& fields, const Control& popup) {
+  if (&popup == &fields.customerPopup) return tr("No customer is offered yet");
+  return &popup == &fields.servicePopup ? tr("No service item is offered yet")
+                                        : tr("This customer has no jobs in the list");
+}
+
 bool asksToAdd(Alerts& alerts, const QString& name, const QString& listName) {
   return alerts.runAlert({.message = formatted(u"Add \"%@\" to the %@ list?", {name, listName}),
                           .informative = "Click OK to continue.",

@@ -23,7 +23,12 @@ class ActivitySheet final : public QDialog, public ActivityEditorSheet {
   void end(int code) override { done(code); }
   void setPastTimeViewShown(bool shown) override;
   void showMissing(const QString& sentence) override;
+  void showServiceHint(const QString& sentence) override;
   void reject() override;
+
+ Q_SIGNALS:
+  /// The window of the service items is to be opened, above the sheet.
+  void serviceItemsWanted();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

@@ -20,6 +20,7 @@ class NameComboBox : public QComboBox {
   struct Rules {
     std::function<QStringList()> names;  ///< the names to offer, asked for whenever they are needed
     bool opensListWhileTyping = false;
+    QString whenEmpty{};  ///< what the list says when there is no name to offer
   };
 
   explicit NameComboBox(QWidget* parent = nullptr);
@@ -48,6 +49,7 @@ class NameComboBox : public QComboBox {
   friend class NameEdit;
 
   void reloadItems();
+  void sayThatItIsEmpty();
   void typed(const QString& text);
   void complete(const QString& typedText);
   void openList(const QString& typedText);

@@ -48,6 +48,7 @@ class SheetOfTest final : public ActivityEditorSheet {
   void end(int code) override { ended = code; }
   void setPastTimeViewShown(bool) override {}
   void showMissing(const QString&) override {}
+  void showServiceHint(const QString&) override {}
 
   std::optional<int> ended;
 };

@@ -31,6 +31,8 @@ class ActivityEditorSheet : public EditorSheet {
   virtual void setPastTimeViewShown(bool shown) = 0;
   /// Says what is missing before OK can be pressed; empty when nothing is.
   virtual void showMissing(const QString& sentence) = 0;
+  /// Says why a service item is not in its list, beside the way to them; empty when there is nothing to say.
+  virtual void showServiceHint(const QString& sentence) = 0;
 };
 
 /// What the activity editor is made of. All must outlive it.
@@ -69,10 +71,7 @@ class ActivityEditor {
 
   /// Empties the job, which is another customer's, and lets one be chosen where there are some.
   void customerPicked();
-  /// What is still missing before OK, as a sentence; empty when nothing is.
-  [[nodiscard]] QString missing() const;
   [[nodiscard]] QStringList namesFor(const Control& popup) const;
-  [[nodiscard]] bool offersNoServices() const { return namesFor(controls_.entry.servicePopup).isEmpty(); }
 
   /// Whether a control may give up the focus with the text that it holds.
   [[nodiscard]] bool mayLeave(const Control& control);
@@ -109,7 +108,9 @@ class ActivityEditor {
   void showRows();
   void showKind(bool adding);
   void showNames(const Activity* activity);
-  void showOk();
+  void showHints();
+  [[nodiscard]] QString missing() const;
+  [[nodiscard]] QString serviceHint() const;
   [[nodiscard]] bool mayLeaveCustomer();
   [[nodiscard]] bool mayLeaveJob();
   [[nodiscard]] bool mayLeaveService();

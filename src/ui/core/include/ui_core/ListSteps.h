@@ -24,6 +24,8 @@ inline constexpr qint64 kNotFound = std::numeric_limits<qint64>::max();
 [[nodiscard]] bool isBlank(QStringView text);
 /// The list that a combo box of an editor stands for: "Customers", "Services", else "Jobs".
 [[nodiscard]] QString listNameFor(const EntryFields& fields, const Control& popup);
+/// What that list says while it is empty.
+[[nodiscard]] QString emptyListText(const EntryFields& fields, const Control& popup);
 /// Asks once whether a typed name is to be added to a list.
 [[nodiscard]] bool asksToAdd(Alerts& alerts, const QString& name, const QString& listName);
 
