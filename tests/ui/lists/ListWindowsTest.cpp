@@ -201,7 +201,7 @@ TEST_F(ListWindows, OfALinkedDocumentOnlyOfferAndChoose) {
   press(Qt::Key_F2);
   EXPECT_EQ(QApplication::focusWidget(), table());
   ASSERT_NE(listEditorOf(editor()), nullptr);
-  loadCustomerList(session, menus, commands);
+  loadCustomerList(session, commands);
   const std::unique_ptr<QWidget> other(dynamic_cast<QWidget*>(session.customerListController));
   EXPECT_TRUE(QTest::qWaitForWindowActive(other.get()));
   EXPECT_NE(other->pos(), window->pos()) << "not exactly on each other";
