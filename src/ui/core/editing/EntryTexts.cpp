@@ -77,8 +77,9 @@ std::optional<Instant> startToStore(const TimeEntry& entry, const EntryTexts& te
 void storeTime(TimeEntry& entry, std::optional<Instant> start, const QString& length) {
   const bool isTyped = length != durationText(entry.storedDuration());
   entry.setStart(start);
+  if (!isTyped && entry.haltedAt()) return;
   entry.setDuration(readDuration(length).seconds);
-  if (isTyped) entry.setHaltedAt(std::nullopt);
+  entry.setHaltedAt(std::nullopt);
 }
 
 Instant startOfAddedEntry(const Activity& activity, Instant now, const Calendar& calendar) {

@@ -170,6 +170,7 @@ TEST_F(TimeEntryEditor, TypingTheLengthAnswersWhatACrashLeftOpen) {
   sheet.type(sheet.notesField, "Call");
   ASSERT_TRUE(accept());
   EXPECT_TRUE(entry->haltedAt());
+  EXPECT_EQ(entry->duration(), std::nullopt) << "it still is to be said";
   sheet.type(fields.durationField, "45 min");
   ASSERT_TRUE(accept());
   EXPECT_EQ(entry->haltedAt(), std::nullopt);
