@@ -110,6 +110,7 @@ void Desk::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 
 void Desk::press(const QString& button, Steps inSheet) {
   auto& widget = named<QAbstractButton>(button);
+  std::ignore = eventually([&] { return !widget.size().isEmpty(); });  // a notice slides in
   during([&] { QTest::mouseClick(&widget, Qt::LeftButton); }, std::move(inSheet));
 }
 
@@ -158,7 +159,7 @@ void Desk::wait(double seconds) {
 QWidget& Desk::front() const {
   if (QWidget* sheet = QApplication::activeModalWidget()) return *sheet;
   QWidget* active = QApplication::activeWindow();
-  return active ? *active : *window_;
+  return active && active->isVisible() ? *active : *window_;
 }
 
 QString Desk::text(const QString& field) const {
