@@ -125,7 +125,7 @@ class Program:
                 if child and child.get_state_set().contains(Atspi.StateType.SHOWING)]
 
     def names(self, within=None):
-        return [node.get_name() for node in self.walk(within) if node.get_name()]
+        return [name for node in self.walk(within) if (name := self.ask(node, "name"))]
 
     def press(self, name, role=None, within=None):
         node = self.find(name, role, within)

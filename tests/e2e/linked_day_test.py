@@ -234,7 +234,7 @@ def repair(day):
     day.choose("Edit Activity…")
     sheet = day.app.window("Edit Activity")
     day.app.focus_window("Edit Activity")
-    day.app.keys("shift+Tab", "shift+Tab", "shift+Tab")  # from the notes to the customer
+    day.app.keys("shift+Tab", "shift+Tab")  # from the notes to the customer; without one there is no job
     day.app.type("Baker")
     day.app.keys("Tab")
     day.app.press("Save", "push button", within=sheet)
