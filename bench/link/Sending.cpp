@@ -10,10 +10,11 @@
 
 #include "Desk.h"
 #include "Ratio.h"
+#include "channel/CallingEnd.h"
 #include "channel/ServingEnd.h"
 #include "document/DocumentLoading.h"
 #include "link/ChannelServer.h"
-#include "link/Submission.h"
+#include "link/Sending.h"
 #include "link/TimeRecord.h"
 #include "model/Queries.h"
 #include "platform/Preferences.h"
@@ -59,27 +60,6 @@ class Serving {
   }
 
   pid_t process_ = -1;
-};
-
-class AllEntries final : public SubmissionRows {
- public:
-  explicit AllEntries(ObjectContext& context) {
-    for (TimeEntry* period : context.all<TimeEntry>()) {
-      rows_.push_back({period, period->activity(), QStringLiteral("Acme"), {}, QStringLiteral("Design")});
-    }
-  }
-  std::vector<SubmissionRow> consideredRows() const override { return rows_; }
-  std::vector<SubmissionRow> allRows() const override { return rows_; }
-  void clearSelection() override {}
-  void reloadData() override {}
-
- private:
-  std::vector<SubmissionRow> rows_;
-};
-
-class NoSummary final : public SummarySheet {
-  int run(const std::vector<SummaryLine>&) override { return 1; }
-  void close() override {}
 };
 
 void fill(Session& session) {
@@ -141,11 +121,10 @@ void measureSending() {
   loadDocument(desk.session, desk.places.documents + u"/bench.pdr");
   fill(desk.session);
   ConnectionChecks checks(desk.session, connectOverChannel(), desk.progress);
-  ListSync lists(desk.session, checks);
   ObjectContext& context = *desk.session.context();
-  AllEntries rows(context);
-  NoSummary summary;
-  Submission submission({desk.session, checks, lists, rows, summary});
+  std::vector<SubmissionRow> rows;
+  for (TimeEntry* period : context.all<TimeEntry>())
+    rows.push_back({period, period->activity(), QStringLiteral("Acme"), {}, QStringLiteral("Design")});
   const TimeEntry& sample = *context.all<TimeEntry>()[kEntries / 2];
   const QString record = kTimeRecordDeclaration + timeRecord(*sample.activity(), sample, nullptr);
   Commits commits(desk.places.documents + u"/plain.sqlite");
@@ -159,7 +138,7 @@ void measureSending() {
     calling.push_back(millisecondsOf([&] { callBarely(desk.places, record); }));
     committing.push_back(millisecondsOf([&] { commits.commit(); }));
     sending.push_back(millisecondsOf([&] {
-      if (!submission.sendEntries()) std::abort();
+      if (!checks.checkCompany() || !Sending(desk.session, checks, rows, {}).run(false)) std::abort();
     }));
   }
   const double plain = median(calling) + median(committing);

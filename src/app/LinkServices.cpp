@@ -1,12 +1,19 @@
 #include "LinkServices.h"
 
+#include <QCoreApplication>
+
 #include "link/Submission.h"
 #include "ui/LogPaneView.h"
 #include "ui/SendTimeSheet.h"
 #include "ui/TimerWindowController.h"
 #include "ui_core/LogSubmissionRows.h"
+#include "ui_core/RunCommand.h"
 
 namespace pendra {
+
+namespace {
+QString tr(const char* text) { return QCoreApplication::translate("pendra::LinkServices", text); }
+}  // namespace
 
 template <class Send>
 void LinkServices::send(TimerWindowController& timer, const Send& how) {
@@ -17,7 +24,10 @@ void LinkServices::send(TimerWindowController& timer, const Send& how) {
 }
 
 void LinkServices::sendSelectedTime(TimerWindowController& timer) {
-  send(timer, [](Submission& submission) { submission.sendSelectedTime(); });
+  const bool isSelected = timer.state().log().numberOfSelectedRows() > 0;
+  // What the command did is what its button or menu item promised: the selection, or everything listed.
+  runCommand(session, isSelected ? tr("Send Selected Time") : tr("Send Time"),
+             [&] { send(timer, [](Submission& submission) { submission.sendSelectedTime(); }); });
 }
 
 void LinkServices::sendAllTime(TimerWindowController& timer) {

@@ -2,6 +2,7 @@
 
 #include "link/ChannelServer.h"
 #include "link/ConnectionChecks.h"
+#include "link/DoubtfulLengths.h"
 #include "link/ListSync.h"
 #include "ui/BusyPanel.h"
 
@@ -19,8 +20,9 @@ struct LinkServices {
 
   Session& session;
   BusyPanel progress{session.ports().modals};
-  ConnectionChecks checks{session, connectOverChannel({}, &progress), progress};
+  ConnectionChecks checks{session, connectOverChannel(&progress), progress};
   ListSync lists{session, checks};
+  DoubtfulLengths lengths{session};
 
  private:
   template <class Send>

@@ -1,6 +1,7 @@
 #include "link/ChannelServer.h"
 
 #include "channel/CallThread.h"
+#include "link/VantorFailure.h"
 #include "platform/Text.h"
 
 namespace pendra {
@@ -15,8 +16,14 @@ struct Legacy {
 };
 
 [[noreturn]] void raiseWrongAnswer() {
-  throw ChannelFailure(kVTIPCUnArchiverFailure,
-                       QStringLiteral("error: the answer is of another kind than promised"));
+  throw VantorFailure(kVTIPCUnArchiverFailure,
+                      QStringLiteral("error: the answer is of another kind than promised"));
+}
+
+[[noreturn]] void raise(const ChannelFailure& failure) {
+  const bool neverLeft = failure.fate() == ChannelFailure::Fate::NeverLeft;
+  throw VantorFailure(failure.name(), failure.reason(),
+                      neverLeft ? VantorFailure::Fate::NeverLeft : VantorFailure::Fate::InDoubt);
 }
 
 template <class Kind>
@@ -53,9 +60,9 @@ class ChannelServer final : public RemoteServer, private PendingCall {
     for (ArchiveValue& name : expected<ArchiveValue::Array>(answer)) names.push_back(textOrBlank(name));
     return names;
   }
-  std::optional<std::vector<ListRow>> getServicesArray() override { return rows(operations::kServices); }
-  std::optional<std::vector<ListRow>> getCustomersArray() override { return rows(operations::kCustomers); }
-  std::optional<std::vector<ListRow>> getJobsArray() override { return rows(operations::kJobs); }
+  std::optional<std::vector<VantorItem>> getServicesArray() override { return rows(operations::kServices); }
+  std::optional<std::vector<VantorItem>> getCustomersArray() override { return rows(operations::kCustomers); }
+  std::optional<std::vector<VantorItem>> getJobsArray() override { return rows(operations::kJobs); }
   bool canTalkToPendra() override { return !ask(operations::kCanTalkToPendra).isNil(); }
   void submitTime(const QString& record) override { ask(operations::kSubmitTime, {record}); }
 
@@ -68,23 +75,26 @@ class ChannelServer final : public RemoteServer, private PendingCall {
     thread_.begin({.operation = &operation, .arguments = arguments});
     if (wait_) wait_->wait(*this);
     CallOutcome outcome = thread_.take();
-    if (const auto* failure = std::get_if<ChannelFailure>(&outcome)) throw *failure;
+    if (const auto* failure = std::get_if<ChannelFailure>(&outcome)) raise(*failure);
     auto& answer = std::get<Answer>(outcome);
     // The channel may hand over an answer to another call; it is none to this one.
     if (answer.operation != operation.name) {
-      throw ChannelFailure(kVTIPCTimeout,
-                           formatted(u"timeout waiting for return result for %@", {operation.name}));
+      throw VantorFailure(kVTIPCTimeout,
+                          formatted(u"timeout waiting for return result for %@", {operation.name}));
     }
     return std::move(answer.value);
   }
 
-  std::optional<std::vector<ListRow>> rows(const Operation& operation) {
+  std::optional<std::vector<VantorItem>> rows(const Operation& operation) {
     ArchiveValue answer = ask(operation);
     if (answer.isNil()) return {};
     auto& elements = expected<ArchiveValue::Array>(answer);
-    std::vector<ListRow> rows;
+    std::vector<VantorItem> rows;
     rows.reserve(static_cast<std::size_t>(elements.size()));
-    for (ArchiveValue& element : elements) rows.push_back(std::move(expected<ListRow>(element)));
+    for (ArchiveValue& element : elements) {
+      auto& row = expected<ListRow>(element);
+      rows.push_back({std::move(row.name), std::move(row.id), std::move(row.parent)});
+    }
     return rows;
   }
 
@@ -109,5 +119,7 @@ ConnectToVantor connectOverChannel(const TimeLimits& limits, WaitPort* wait) {
     return std::unique_ptr<RemoteServer>(std::make_unique<ChannelServer>(std::move(end), wait, legacy));
   };
 }
+
+ConnectToVantor connectOverChannel(WaitPort* wait) { return connectOverChannel(TimeLimits(), wait); }
 
 }  // namespace pendra

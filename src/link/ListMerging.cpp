@@ -13,7 +13,7 @@ namespace pendra {
 
 namespace {
 
-using Rows = std::span<const ListRow>;
+using Rows = std::span<const VantorItem>;
 using Jobs = std::vector<Ref<Job>>;
 
 const QString kTypedIn = QStringLiteral("0");
@@ -34,7 +34,7 @@ Job* jobNamed(const Objects<Job>& jobs, const std::optional<QString>& name) {
   return nullptr;
 }
 
-Job& insertJob(ObjectContext& context, const ListRow& item) {
+Job& insertJob(ObjectContext& context, const VantorItem& item) {
   auto& job = context.insert<Job>();
   job.setName(item.name);
   job.setVtObjectID(item.id);
@@ -66,7 +66,7 @@ class OneForOne {
   std::size_t underCustomers_ = 0;
 };
 
-void moveJob(const ObjectContext& context, Job& job, const ListRow& item) {
+void moveJob(const ObjectContext& context, Job& job, const VantorItem& item) {
   const Customer* current = job.customer();
   if (current && item.parent && current->vtObjectID() == item.parent) return;
   job.setCustomer(customerWithRecord(context, item.parent));
@@ -82,7 +82,7 @@ void adoptByName(ObjectContext& context, Customer& typedIn) {
 
 void removeServicesNotIn(ObjectContext& context, Rows list) {
   QHash<QString, QString> names;
-  for (const ListRow& item : list) {
+  for (const VantorItem& item : list) {
     if (!isEmpty(item.name) && item.id) names.insert(*item.id, *item.name);
   }
   for (Service* service : context.fetch<Service>()) {
@@ -97,7 +97,7 @@ void removeServicesNotIn(ObjectContext& context, Rows list) {
 }
 
 void mergeServices(ObjectContext& context, Rows list) {
-  for (const ListRow& item : list) {
+  for (const VantorItem& item : list) {
     if (isEmpty(item.name) || !item.id) continue;
     if (!queries::servicesNamed(context, *item.name).empty()) continue;
     auto& service = context.insert<Service>();
@@ -113,7 +113,7 @@ void mergeServices(ObjectContext& context, Rows list) {
 Jobs removeCustomersNotIn(ObjectContext& context, Rows list) {
   QSet<QString> identifiers;
   identifiers.reserve(std::ssize(list));
-  for (const ListRow& item : list) {
+  for (const VantorItem& item : list) {
     if (!isEmpty(item.name) && item.id) identifiers.insert(*item.id);
   }
   Jobs jobs;
@@ -144,7 +144,7 @@ Jobs mergeCustomers(ObjectContext& context, Rows list) {
     names.insert(*customer->name());
     if (customer->vtObjectID()) identifiers.insert(*customer->vtObjectID());
   }
-  for (const ListRow& item : list) {
+  for (const VantorItem& item : list) {
     if (isEmpty(item.name) || isEmpty(item.id)) continue;
     if (!identifiers.contains(*item.id)) {
       auto& customer = context.insert<Customer>();
@@ -161,9 +161,9 @@ Jobs mergeCustomers(ObjectContext& context, Rows list) {
 
 /// Deletes the jobs that Vantor no longer has under their customer; jobs without one are left alone.
 void removeJobsNotIn(ObjectContext& context, Rows list) {
-  QHash<const Job*, const ListRow*> kept;  // the last item wins
+  QHash<const Job*, const VantorItem*> kept;  // the last item wins
   kept.reserve(std::ssize(list));
-  for (const ListRow& item : list) {
+  for (const VantorItem& item : list) {
     if (!item.id || !item.parent) continue;
     for (const Job* job : queries::jobsWithRecord(context, *item.id)) {
       const Customer* customer = job->customer();
@@ -173,7 +173,7 @@ void removeJobsNotIn(ObjectContext& context, Rows list) {
   std::vector<Job*> gone;
   for (const Customer* customer : context.all<Customer>()) {
     for (Job* job : customer->jobs()) {
-      if (const ListRow* item = kept.value(job)) {
+      if (const VantorItem* item = kept.value(job)) {
         job->setName(item->name);
       } else {
         gone.push_back(job);
@@ -186,7 +186,7 @@ void removeJobsNotIn(ObjectContext& context, Rows list) {
 void mergeJobs(ObjectContext& context, Rows list) {
   context.expect<Job>(list.size());
   OneForOne oneForOne;
-  for (const ListRow& item : list) {
+  for (const VantorItem& item : list) {
     if (!item.id) continue;  // nothing could ever find such a job again
     const auto known = queries::jobsWithRecord(context, *item.id);
     const std::size_t count = known.size();

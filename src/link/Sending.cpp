@@ -1,22 +1,26 @@
-#include "channel/ChannelFailure.h"
+#include "link/Sending.h"
+
+#include <QCoreApplication>
+
 #include "document/Saving.h"
 #include "link/ActivityTitle.h"
 #include "link/MergedRecords.h"
-#include "link/PlainReason.h"
-#include "link/Submission.h"
 #include "link/TimeRecord.h"
 #include "link/UnknownFates.h"
+#include "link/VantorFailure.h"
 #include "model/DocumentSettings.h"
 #include "platform/Log.h"
-#include "platform/Preferences.h"
 #include "platform/Text.h"
 
 namespace pendra {
 
 namespace {
 
-const QString kOneLacksAPart =
-    QStringLiteral("one lacks a customer, job or service that Vantor knows, and none was sent after it");
+const QString kNoticeKey = QStringLiteral("send");
+
+constexpr const char* kInactive = "A customer, job, or service is inactive or deleted in Vantor";
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::Sending", text); }
 
 /// An entry of the document that exists while one record is being sent, and is never in the file.
 class TemporaryEntry {
@@ -34,72 +38,87 @@ class TemporaryEntry {
   TimeEntry& period_;
 };
 
+bool hasCustomerAndService(const Activity& activity) { return activity.customer() && activity.service(); }
+
 }  // namespace
 
-bool Submission::sendEntries() {
-  if (!parts_.checks.checkCompany()) return false;
-  run_ = {};
+Sending::Sending(Session& session, ConnectionChecks& checks, std::vector<SubmissionRow> rows,
+                 QSet<qint64> jobsBefore)
+    : session_(session), checks_(checks), rows_(std::move(rows)), jobsBefore_(std::move(jobsBefore)) {}
+
+bool Sending::run(bool merging) {
   bool sentAll = false;
   {
-    const Spinning spinning(parts_.checks.progress(), {}, 0);
-    const bool merging = parts_.session.ports().defaults.boolean(preferences::kMergeSubmissions);
-    sentAll = merging ? sendMergedEntries() : sendOneByOne();
+    const Spinning spinning(checks_.progress(), {}, 0);
+    sentAll = merging ? sendMerged() : sendOneByOne();
   }
-  jobsBefore_.reset();
-  parts_.checks.closeConnection();
-  saveContextOrLog(parts_.session);
-  parts_.rows.reloadData();
-  finish(sentAll);
+  checks_.closeConnection();
+  saveContextOrLog(session_);
+  tell(sentAll);
   return sentAll;
 }
 
-bool Submission::sendOneByOne() {
-  const auto rows = parts_.rows.consideredRows();
-  run_.total = static_cast<int>(std::count_if(rows.begin(), rows.end(), [](const SubmissionRow& row) {
-    return row.period && row.period->submittedSeconds() < 1.0;
-  }));
+bool Sending::sendOneByOne() {
+  total_ = static_cast<int>(
+      std::count_if(rows_.begin(), rows_.end(), [](const SubmissionRow& row) { return row.isUnsent(); }));
   bool sentAll = true;
-  for (const SubmissionRow& row : rows) {
-    if (!row.period || !row.activity) continue;
-    if (lostItsJob(*row.activity)) {
-      alert(QStringLiteral("A customer, job, or service name has changed in Vantor"),
-            QStringLiteral(" How you fix this depends on why the change was made. Check with your Vantor "
-                           "administrator to figure out your next steps."));
-      sentAll = false;
-    } else if (!sendOneEntry(*row.period, *row.activity)) {
-      sentAll = false;
-    }
-    if (!run_.stopped.isEmpty()) break;
+  for (const SubmissionRow& row : rows_) {
+    if (!stopped_.isEmpty()) break;
+    if (row.period && row.activity && !sendRow(row)) sentAll = false;
   }
   return sentAll;
 }
 
-bool Submission::sendMergedEntries() {
-  const auto records = mergedRecords(parts_.rows.consideredRows(), parts_.session.ports().calendar);
-  run_.total = static_cast<int>(records.size());
-  std::vector<TimeEntry*> mergedEntries;
-  return std::all_of(records.begin(), records.end(),
-                     [&](const MergedRecord& record) { return sendMerged(record, mergedEntries); });
-}
-
-bool Submission::sendMerged(const MergedRecord& record, std::vector<TimeEntry*>& mergedEntries) {
-  TimeEntry& base = *record.entries.front();
-  Activity& activity = *base.activity();
+/// True when the entry is sent or had been.
+bool Sending::sendRow(const SubmissionRow& row) {
+  TimeEntry& period = *row.period;
+  const Activity& activity = *row.activity;
   if (lostItsJob(activity)) {
-    alert(QStringLiteral("A customer, job, or service is inactive or deleted in Vantor"),
-          QStringLiteral("The affected customer, job, or service has been cleared in Pendra and any "
-                         "activities for it remain unsent. Ask your Vantor administrator what customer, job, "
-                         "or service to use for these activities. Then update the activities  and send them "
-                         "to Vantor."));
-    jobsBefore_.reset();
-    run_.stopped = kOneLacksAPart;
+    alert(tr("A customer, job, or service name has changed in Vantor"),
+          tr(" How you fix this depends on why the change was made. Check with your Vantor administrator to "
+             "figure out your next steps."));
     return false;
   }
   if (!hasCustomerAndService(activity)) {
-    run_.stopped = kOneLacksAPart;
+    alert(tr(kInactive), tr("The affected customer, job, or service has been cleared in Pendra and any "
+                            "activities for it remain unsent. Ask your Vantor administrator what customer, "
+                            "job, or service to use for these activities. Then update the activities and "
+                            "send them to Vantor."));
     return false;
   }
-  TemporaryEntry temporary(*parts_.session.context());
+  if (!row.isUnsent()) return true;
+  TimeEntry* const entries[] = {&period};
+  if (!transmit(period, activity, entries)) return false;
+  stamp([&](Instant now) { markSent(period, now); });
+  return true;
+}
+
+bool Sending::sendMerged() {
+  const auto records = mergedRecords(rows_, session_.ports().calendar);
+  total_ = static_cast<int>(records.size());
+  std::vector<TimeEntry*> mergedEntries;
+  return std::all_of(records.begin(), records.end(),
+                     [&](const MergedRecord& record) { return sendRecord(record, mergedEntries); });
+}
+
+bool Sending::sendRecord(const MergedRecord& record, std::vector<TimeEntry*>& mergedEntries) {
+  TimeEntry& base = *record.entries.front();
+  Activity& activity = *base.activity();
+  if (lostItsJob(activity) || !hasCustomerAndService(activity)) {
+    // Kept: two texts that differ by one blank. People search for them.
+    alert(
+        tr(kInactive),
+        lostItsJob(activity)
+            ? tr("The affected customer, job, or service has been cleared in Pendra and any activities for "
+                 "it remain unsent. Ask your Vantor administrator what customer, job, or service to use for "
+                 "these activities. Then update the activities  and send them to Vantor.")
+            : tr("The affected customer, job, or service has been cleared in Pendra and any activities for "
+                 "it remain unsent. Ask your Vantor administrator what customer, job, or service to use for "
+                 "these activities. Then update the activities and send them to Vantor."));
+    stopped_ = tr("one lacks a customer, job or service that Vantor knows, and none was sent after it");
+    return false;
+  }
+  TemporaryEntry temporary(*session_.context());
   temporary.period().setActivity(&activity);
   temporary.period().setDuration(record.duration);
   temporary.period().setStart(record.start);
@@ -113,72 +132,64 @@ bool Submission::sendMerged(const MergedRecord& record, std::vector<TimeEntry*>&
   return true;
 }
 
-bool Submission::sendOneEntry(TimeEntry& period, Activity& activity) {
-  if (!hasCustomerAndService(activity)) return false;
-  if (period.submittedSeconds() >= 1.0) return true;
-  TimeEntry* const entries[] = {&period};
-  if (!transmit(period, activity, entries)) return false;
-  stamp([&](Instant now) { markSent(period, now); });
-  return true;
+bool Sending::lostItsJob(const Activity& activity) const {
+  return !activity.job() && jobsBefore_.contains(activity.objectID());
 }
 
 /// The stamps of a record are stored with the next record's mark, or with the save at the end.
-void Submission::stamp(const std::function<void(Instant)>& mark) {
-  const Instant now = parts_.session.ports().clock.now();
-  parts_.session.context()->fill([&] { mark(now); });
+void Sending::stamp(const std::function<void(Instant)>& mark) {
+  const Instant now = session_.ports().clock.now();
+  session_.context()->fill([&] { mark(now); });
 }
 
-bool Submission::hasCustomerAndService(const Activity& activity) const {
-  if (activity.customer() && activity.service()) return true;
-  alert(QStringLiteral("A customer, job, or service is inactive or deleted in Vantor"),
-        QStringLiteral("The affected customer, job, or service has been cleared in Pendra and any "
-                       "activities for it remain unsent. Ask your Vantor administrator what customer, job, "
-                       "or service to use for these activities. Then update the activities and send them "
-                       "to Vantor."));
-  return false;
-}
-
-bool Submission::transmit(const TimeEntry& period, const Activity& activity, Entries entries) {
-  parts_.checks.progress().showProgress(++run_.position, run_.total);
+bool Sending::transmit(const TimeEntry& period, const Activity& activity, Entries entries) {
+  checks_.progress().showProgress(++position_, total_);
   // This writes the stamps of the record before, too.
-  if (const auto marked = markSending(parts_.session, entries); !marked) {
-    run_.stopped = formatted(u"the document could not be saved: %@", {marked.error().text});
+  if (const auto marked = markSending(session_, entries); !marked) {
+    stopped_ = formatted(tr("the document could not be saved: %@"), {marked.error().text});
     return false;
   }
-  const DocumentSettings* document = parts_.session.settings();
+  const DocumentSettings* document = session_.settings();
   const Identity* identity = document ? document->identity() : nullptr;
   try {
-    const QString record = kTimeRecordDeclaration + timeRecord(activity, period, identity);
-    parts_.checks.remoteServer().submitTime(record);
-  } catch (const ChannelFailure& failure) {
+    checks_.remoteServer().submitTime(kTimeRecordDeclaration + timeRecord(activity, period, identity));
+  } catch (const VantorFailure& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
-    if (failure.fate() == ChannelFailure::Fate::NeverLeft) {
-      unmarkSending(parts_.session, entries);
-      run_.stopped = plainReason(failure);
+    if (failure.fate() == VantorFailure::Fate::NeverLeft) {
+      unmarkSending(session_, entries);
+      stopped_ = failure.plainReason();
     } else {
-      run_.stopped =
-          formatted(u"Vantor did not answer for “%@”, which will be asked about before the next sending",
-                    {activityTitle(activity)});
+      stopped_ = formatted(
+          failure.wasCancelled()
+              ? tr("it was cancelled while “%@” was on its way, which will be asked about before the next "
+                   "sending")
+              : tr("Vantor did not answer for “%@”, which will be asked about before the next sending"),
+          {activityTitle(activity)});
     }
     return false;
   }
-  ++run_.sent;
+  ++sent_;
   return true;
 }
 
-void Submission::finish(bool sentAll) {
-  Notices& notices = parts_.session.notices();
-  const QString key = kSendNoticeKey.toString();
-  if (sentAll) {
-    notices.withdraw(key);
-    return;
-  }
-  const QString count =
-      formatted(u"%@ of %@ records were sent", {QString::number(run_.sent), QString::number(run_.total)});
-  const QString why = run_.stopped.isEmpty()
-                          ? QStringLiteral("the others lack a customer, job or service that Vantor knows")
-                          : run_.stopped;
-  notices.post({.key = key, .text = formatted(u"%@; %@.", {count, why}), .actions = {}, .ofDocument = true});
+void Sending::alert(const QString& message, const QString& informative) const {
+  session_.ports().alerts.runAlert({.style = Alert::Style::Warning,
+                                    .message = message,
+                                    .informative = informative,
+                                    .buttons = {QCoreApplication::translate("pendra::Alert", "OK")}});
 }
+
+void Sending::tell(bool sentAll) {
+  if (sentAll) return forgetLastSending(session_.notices());
+  const QString count =
+      formatted(total_ == 1 ? tr("%@ of %@ record was sent") : tr("%@ of %@ records were sent"),
+                {QString::number(sent_), QString::number(total_)});
+  const QString why =
+      stopped_.isEmpty() ? tr("the others lack a customer, job or service that Vantor knows") : stopped_;
+  session_.notices().post(
+      {.key = kNoticeKey, .text = formatted(u"%@; %@.", {count, why}), .actions = {}, .ofDocument = true});
+}
+
+void forgetLastSending(Notices& notices) { notices.withdraw(kNoticeKey); }
 
 }  // namespace pendra

@@ -2,10 +2,10 @@
 
 #include <QDir>
 
-#include "channel/ChannelFailure.h"
 #include "document/DocumentFiles.h"
 #include "document/DocumentLoading.h"
 #include "document/NewDocument.h"
+#include "link/VantorFailure.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
 
@@ -47,7 +47,7 @@ void SetupFlow::askVantor() {
     company_ = checks_.awaitCompany();
     showCompany();
     display_.employeeNames = checks_.connection()->getEmployeeNamesArray();
-  } catch (const ChannelFailure&) {
+  } catch (const VantorFailure&) {
     // Without all answers there is nobody to link to.
     company_.reset();
     display_.companyFile.clear();
@@ -133,7 +133,7 @@ void SetupFlow::beginLinked() {
   show();
   try {
     lists_.loadLists();
-  } catch (const ChannelFailure& failure) {
+  } catch (const VantorFailure& failure) {
     // The document stands all the same; its lists can be fetched later.
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
     createNewTimer(session_);

@@ -1,7 +1,10 @@
 #include "link/Submission.h"
 
+#include <QCoreApplication>
+
 #include "document/RunningTimers.h"
-#include "document/Saving.h"
+#include "link/DoubtfulLengths.h"
+#include "link/Sending.h"
 #include "link/UnknownFates.h"
 #include "model/Activity.h"
 #include "platform/Preferences.h"
@@ -10,28 +13,41 @@
 namespace pendra {
 
 namespace {
+
 const QString kAgainNoticeKey = QStringLiteral("send again");
-}
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::Submission", text); }
+
+}  // namespace
 
 void Submission::sendAllTime() {
   if (!parts_.session.context()) return;
   const ConnectionChecks::Closing closing(parts_.checks);
-  if (!parts_.checks.checkCompany() || !pendra::checkForRunningTimers(parts_.session)) return;
+  if (!parts_.checks.checkCompany() || !stopTimers()) return;
   sendSelectedTime();
 }
 
 void Submission::sendSelectedTime() {
-  if (!parts_.session.context() || !pendra::checkForRunningTimers(parts_.session)) return;
+  if (!parts_.session.context() || !stopTimers()) return;
   const ConnectionChecks::Closing closing(parts_.checks);
   if (!parts_.checks.checkCompany()) return;
   const auto again = settleUnknownFates(parts_.session);
-  if (!again) return parts_.rows.reloadData();                   // some may have been answered
-  parts_.session.notices().withdraw(kSendNoticeKey.toString());  // it told of the sending before
+  if (!again) return parts_.rows.reloadData();  // some may have been answered
+  forgetLastSending(parts_.session.notices());
   sayWhatIsLeftOut(*again);
   noteJobs();
   parts_.lists.refreshBeforeSending();
   showSummary();
   parts_.rows.clearSelection();
+}
+
+bool Submission::stopTimers() {
+  const auto activities = parts_.session.context()->all<Activity>();
+  const auto running = std::count_if(activities.begin(), activities.end(),
+                                     [](const Activity* activity) { return activity->isRunning(); });
+  if (!checkForRunningTimers(parts_.session)) return false;
+  stopped_ += running;
+  return true;
 }
 
 /// Only the rows that are considered go out, whatever the user has just been asked about.
@@ -46,58 +62,65 @@ void Submission::sayWhatIsLeftOut(const std::vector<Ref<TimeEntry>>& again) cons
   if (leftOut == 0) return notices.withdraw(kAgainNoticeKey);
   notices.post(
       {.key = kAgainNoticeKey,
-       .text = formatted(u"Of the entries to be sent again, %@ are not selected or not shown, and stay "
-                         "unsent.",
+       .text = formatted(leftOut == 1 ? tr("Of the entries to be sent again, %@ is not selected or not "
+                                           "shown, and stays unsent.")
+                                      : tr("Of the entries to be sent again, %@ are not selected or "
+                                           "not shown, and stay unsent."),
                          {QString::number(leftOut)}),
        .actions = {},
        .ofDocument = true});
 }
 
 void Submission::noteJobs() {
-  jobsBefore_.emplace();
-  for (const SubmissionRow& row : parts_.rows.consideredRows()) {
-    if (!row.period || !row.activity || row.period->submittedSeconds() >= 1.0) continue;
-    if (row.activity->job()) jobsBefore_->insert(row.activity->objectID());
+  hadJob_.clear();
+  for (const Activity* activity : parts_.session.context()->all<Activity>()) {
+    if (activity->job()) hadJob_.insert(activity->objectID());
   }
 }
 
-bool Submission::lostItsJob(const Activity& activity) const {
-  return jobsBefore_ && !activity.job() && jobsBefore_->contains(activity.objectID());
+bool Submission::isMerging() const {
+  return parts_.session.ports().defaults.boolean(preferences::kMergeSubmissions);
+}
+
+Summary Submission::summary() const {
+  Summary summary =
+      summaryOf(parts_.rows, *parts_.session.context(), parts_.session.ports().calendar, isMerging());
+  if (stopped_ > 0) {
+    summary.remark = formatted(
+        stopped_ == 1 ? tr("%@ timer was stopped for this.") : tr("%@ timers were stopped for this."),
+        {QString::number(stopped_)});
+  }
+  return summary;
 }
 
 void Submission::showSummary() {
-  const bool confirmed = parts_.summary.run(summaryLines(parts_.rows.consideredRows())) == 1;
-  const bool sentAll = confirmed && sendEntries();
+  const bool confirmed = parts_.summary.run(summary(), [this] {
+    parts_.rows.showAll();
+    return summary();
+  });
+  const bool sentAll =
+      confirmed && askAboutDoubtfulLengths(parts_.session, parts_.rows.consideredRows()) && send();
   parts_.summary.close();
   if (!sentAll) return parts_.rows.reloadData();  // an answer about an earlier record may have changed rows
   parts_.session.ports().alerts.beginSheet(
       {.style = Alert::Style::Informational,
-       .message = QStringLiteral("Time Sent"),
-       .informative = QStringLiteral("Your time has been successfully sent to Vantor."),
-       .buttons = {QStringLiteral("OK")}},
+       .message = tr("Time Sent"),
+       .informative = tr("Your time has been successfully sent to Vantor."),
+       .buttons = {tr("OK")}},
       {});
 }
 
-bool Submission::checkForRunningTimers(bool allRows) {
-  const auto rows = allRows ? parts_.rows.allRows() : parts_.rows.consideredRows();
-  const auto isRunning = [](const SubmissionRow& row) {
-    return row.period && row.period->running().value_or(false);
-  };
-  if (std::none_of(rows.begin(), rows.end(), isRunning)) return true;
-  parts_.session.ports().alerts.runAlert(
-      {.style = Alert::Style::Critical,
-       .message =
-           QStringLiteral("Please stop any timers before backing up, exporting, or sending data to Vantor"),
-       .informative = {},
-       .buttons = {QStringLiteral("OK")}});
-  return false;
-}
-
-void Submission::alert(const QString& message, const QString& informative) const {
-  parts_.session.ports().alerts.runAlert({.style = Alert::Style::Warning,
-                                          .message = message,
-                                          .informative = informative,
-                                          .buttons = {QStringLiteral("OK")}});
+bool Submission::send() {
+  if (!parts_.checks.checkCompany()) return false;
+  const auto rows = parts_.rows.consideredRows();
+  QSet<qint64> jobsBefore;
+  for (const SubmissionRow& row : rows) {
+    if (row.isUnsent() && row.activity && hadJob_.contains(row.activity->objectID()))
+      jobsBefore.insert(row.activity->objectID());
+  }
+  const bool sentAll = Sending(parts_.session, parts_.checks, rows, jobsBefore).run(isMerging());
+  parts_.rows.reloadData();
+  return sentAll;
 }
 
 }  // namespace pendra

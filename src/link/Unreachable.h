@@ -2,6 +2,7 @@
 
 #include "channel/ChannelFailure.h"
 #include "link/RemoteServer.h"
+#include "link/VantorFailure.h"
 
 namespace pendra {
 
@@ -10,13 +11,13 @@ class Unreachable final : public RemoteServer {
  public:
   std::optional<QString> companyFileName() override { return std::nullopt; }
   QStringList getEmployeeNamesArray() override { return {}; }
-  std::optional<std::vector<ListRow>> getServicesArray() override { return std::nullopt; }
-  std::optional<std::vector<ListRow>> getCustomersArray() override { return std::nullopt; }
-  std::optional<std::vector<ListRow>> getJobsArray() override { return std::nullopt; }
+  std::optional<std::vector<VantorItem>> getServicesArray() override { return std::nullopt; }
+  std::optional<std::vector<VantorItem>> getCustomersArray() override { return std::nullopt; }
+  std::optional<std::vector<VantorItem>> getJobsArray() override { return std::nullopt; }
   bool canTalkToPendra() override { return false; }
   void submitTime(const QString&) override {
-    throw ChannelFailure(kVTIPCSend, QStringLiteral("there is no channel to Vantor"),
-                         ChannelFailure::Fate::NeverLeft);
+    throw VantorFailure(kVTIPCSend, QStringLiteral("there is no channel to Vantor"),
+                        VantorFailure::Fate::NeverLeft);
   }
 };
 

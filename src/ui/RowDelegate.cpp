@@ -57,6 +57,22 @@ QRect drawWarning(QPainter& painter, const QRect& content, const RowLook& look) 
   return content.adjusted(kWarning + metrics::kGrid, 0, 0, 0);
 }
 
+void drawTwoLines(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look) {
+  const QStringList lines = index.data().toString().split(u'\n');
+  const int middle = content.center().y() + 1;
+  const std::array rects{QRect(content.left(), content.top(), content.width(), middle - content.top()),
+                         QRect(content.left(), middle, content.width(), content.bottom() - middle)};
+  const std::array places{Qt::AlignLeft | Qt::AlignBottom, Qt::AlignLeft | Qt::AlignTop};
+  if (lines.size() < 2) return drawWords(painter, content, index, look.ink(look.colours.quiet));
+  painter.setFont(Theme::quietFont());
+  for (const std::size_t line : {0u, 1u}) {
+    painter.setPen(line == 0 ? look.words() : look.ink(look.colours.quiet));
+    const QString words = lines[static_cast<qsizetype>(line)].simplified();
+    painter.drawText(rects[line], static_cast<int>(places[line]) | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(words, Qt::ElideRight, content.width()));
+  }
+}
+
 void drawTime(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
               const QColor& stopped) {
   QFont font = painter.font();
@@ -99,6 +115,8 @@ void drawContent(QPainter& painter, const QRect& content, const QModelIndex& ind
   switch (RowDelegate::kindOf(index)) {
     case CellKind::Text:
       return drawWords(painter, content, index, look.words());
+    case CellKind::TwoLines:
+      return drawTwoLines(painter, content, index, look);
     case CellKind::Secondary:
       return drawWords(painter, content, index, look.ink(look.colours.quiet));
     case CellKind::Time:

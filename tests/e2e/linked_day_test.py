@@ -157,7 +157,9 @@ class Day:
         sheet = self.app.window("Send Time")
         cells = [one.get_name() for one in self.app.walk(sheet) if one.get_role_name() == "table cell"]
         self.app.press("Send", "push button", within=sheet)
-        return [tuple(cells[at:at + 4]) for at in range(0, len(cells), 4)]
+        lines = [cells[at:at + 5] for at in range(0, len(cells), 5)]
+        expect("the last line is the sum", lines.pop()[0] == "Sum")
+        return [(customer, job, service, duration) for customer, job, service, _, duration in lines]
 
     def dismiss(self, message):
         self.app.find(message)

@@ -4,6 +4,7 @@
 
 #include "Processes.h"
 #include "channel/ChannelFailure.h"
+#include "link/VantorFailure.h"
 #include "support/TestSession.h"
 
 namespace pendra {
@@ -22,8 +23,8 @@ int rounds() {
 std::unique_ptr<Process> startSender(const SendingPlace& place) {
   return std::make_unique<Process>([place] {
     try {
-      sendAll(place);
-    } catch (const ChannelFailure&) {
+      Sender(place).send();
+    } catch (const VantorFailure&) {
       // Vantor was killed before the sending began.
     }
   });

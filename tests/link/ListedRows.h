@@ -3,7 +3,7 @@
 #include <optional>
 #include <vector>
 
-#include "link/SubmissionRows.h"
+#include "link/Summary.h"
 #include "model/Queries.h"
 
 namespace pendra {
@@ -12,6 +12,7 @@ namespace pendra {
 class ListedRows final : public SubmissionRows {
  public:
   std::vector<SubmissionRow> rows;
+  std::vector<SubmissionRow> filteredAway;
   std::optional<std::size_t> selected;
   int reloads = 0;
 
@@ -25,19 +26,25 @@ class ListedRows final : public SubmissionRows {
   }
   [[nodiscard]] std::vector<SubmissionRow> allRows() const override { return rows; }
   void clearSelection() override { selected.reset(); }
+  void showAll() override {
+    selected.reset();
+    rows.insert(rows.end(), filteredAway.begin(), filteredAway.end());
+    filteredAway.clear();
+  }
   void reloadData() override { ++reloads; }
 };
 
 class ScriptedSummary final : public SummarySheet {
  public:
-  int answer = 1;
-  std::vector<SummaryLine> lines;
+  bool sends = true;
+  bool showsAll = false;
+  Summary shown;
   bool open = false;
 
-  [[nodiscard]] int run(const std::vector<SummaryLine>& shown) override {
-    lines = shown;
+  [[nodiscard]] bool run(const Summary& summary, const std::function<Summary()>& showAll) override {
+    shown = showsAll ? showAll() : summary;
     open = true;
-    return answer;
+    return sends;
   }
   void close() override { open = false; }
 };

@@ -55,7 +55,8 @@ inline std::unique_ptr<Process> startVantor(const SendingPlace& place, const QSt
     QList<QByteArray> words{PENDRA_VANTOR_SIM};
     QStringList options{"--no-bus",      "--company", place.folder + "/company.json", "--records",
                         place.records(), "--cache",   place.places().caches};
-    if (!fault.isEmpty()) options << "--fault" << fault << "--fault-on" << faultOn;
+    if (!fault.isEmpty()) options << "--fault" << fault;
+    if (!faultOn.isEmpty()) options << "--fault-on" << faultOn;
     for (const QString& option : options) words << option.toLocal8Bit();
     std::vector<char*> arguments;
     for (QByteArray& word : words) arguments.push_back(word.data());

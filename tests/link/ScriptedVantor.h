@@ -1,8 +1,8 @@
 #pragma once
 
-#include "link/AffectedActivities.h"
 #include "link/ConnectionChecks.h"
 #include "link/ListSync.h"
+#include "link/VantorFailure.h"
 #include "platform/Identifiers.h"
 #include "support/TestSession.h"
 
@@ -13,9 +13,9 @@ class ScriptedVantor {
  public:
   std::optional<QString> company = "/Books/Acme Ltd.cmp";
   QStringList employees{"Clerk 1", "Clerk 2"};
-  std::optional<std::vector<ListRow>> services{std::in_place};
-  std::optional<std::vector<ListRow>> customers{std::in_place};
-  std::optional<std::vector<ListRow>> jobs{std::in_place};
+  std::optional<std::vector<VantorItem>> services{std::in_place};
+  std::optional<std::vector<VantorItem>> customers{std::in_place};
+  std::optional<std::vector<VantorItem>> jobs{std::in_place};
   bool accepts = true;
   bool hasChannel = true;
   /// Runs when a question arrives, before it is answered; may throw what the channel throws.
@@ -44,13 +44,13 @@ class ScriptedVantor {
     ~Channel() override { --vantor_.openChannels; }
     std::optional<QString> companyFileName() override { return noted("companyFileName", vantor_.company); }
     QStringList getEmployeeNamesArray() override { return noted("employees", vantor_.employees); }
-    std::optional<std::vector<ListRow>> getServicesArray() override {
+    std::optional<std::vector<VantorItem>> getServicesArray() override {
       return noted("services", vantor_.services);
     }
-    std::optional<std::vector<ListRow>> getCustomersArray() override {
+    std::optional<std::vector<VantorItem>> getCustomersArray() override {
       return noted("customers", vantor_.customers);
     }
-    std::optional<std::vector<ListRow>> getJobsArray() override { return noted("jobs", vantor_.jobs); }
+    std::optional<std::vector<VantorItem>> getJobsArray() override { return noted("jobs", vantor_.jobs); }
     bool canTalkToPendra() override { return noted("canTalkToPendra", vantor_.accepts); }
     void submitTime(const QString& record) override {
       vantor_.asked << "submitTime";
@@ -94,8 +94,10 @@ class NotedProgress final : public ProgressSink {
   ManualClock& clock_;
 };
 
-inline ListRow item(const QString& name, const QString& id) { return {.name = name, .id = id, .parent = {}}; }
-inline ListRow jobItem(const QString& name, const QString& id, const QString& parent) {
+inline VantorItem item(const QString& name, const QString& id) {
+  return {.name = name, .id = id, .parent = {}};
+}
+inline VantorItem jobItem(const QString& name, const QString& id, const QString& parent) {
   return {.name = name, .id = id, .parent = parent};
 }
 

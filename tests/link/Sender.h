@@ -3,9 +3,11 @@
 #include <QFile>
 
 #include "ListedRows.h"
+#include "channel/CallingEnd.h"
 #include "document/DocumentLoading.h"
 #include "link/ChannelServer.h"
 #include "link/Submission.h"
+#include "link/VantorFailure.h"
 #include "platform/Identifiers.h"
 #include "platform/Preferences.h"
 #include "support/ScriptedPanels.h"
@@ -51,33 +53,50 @@ class NoProgress final : public ProgressSink {
   bool pause(std::chrono::milliseconds) override { return true; }
 };
 
-/// Opens the document of the place and sends all of its time over the real channel, once.
-inline void sendAll(const SendingPlace& place) {
-  const Places places = place.places();
-  const SystemClock clock;
-  const Calendar calendar{QTimeZone("Europe/Berlin")};
-  UserDefaults defaults{places.defaultsFile()};
-  HonestUser user{place};
-  ScriptedPanels panels;
-  ScriptedWorkspace workspace;
-  ModalDepth modals;
-  NotificationCenter notifications;
-  ScriptedWindows windows;
-  Session session{
-      {clock, calendar, places, defaults, user, panels, workspace, modals, notifications, windows},
-      testModel()};
-  windows.setSession(session);
-  workspace.setRunning(identifiers::kVantor, true);
-  defaults.setBoolean(preferences::kMergeSubmissions, place.merging);
-  loadDocument(session, place.document());
+/// The document of the place, and a user who has the program talk to Vantor over the real channel.
+class Sender {
+ public:
+  explicit Sender(const SendingPlace& place, WaitPort* wait = nullptr)
+      : places_(place.places()),
+        user_(place),
+        checks_(session, connectOverChannel(kLimits, wait), progress_) {
+    windows_.setSession(session);
+    workspace_.setRunning(identifiers::kVantor, true);
+    defaults_.setBoolean(preferences::kMergeSubmissions, place.merging);
+    loadDocument(session, place.document());
+  }
+  /// Sends all of its time, once.
+  void send() {
+    ListedRows rows;
+    ScriptedSummary summary;
+    for (TimeEntry* period : session.context()->all<TimeEntry>()) rows.add(*period);
+    Submission({session, checks_, lists_, rows, summary}).sendSelectedTime();
+  }
+  void updateLists() { lists_.updateLists(); }
 
-  NoProgress progress;
-  ConnectionChecks checks{session, connectOverChannel({.reply = std::chrono::milliseconds(500)}), progress};
-  ListSync lists{session, checks};
-  ListedRows rows;
-  ScriptedSummary summary;
-  for (TimeEntry* period : session.context()->all<TimeEntry>()) rows.add(*period);
-  Submission({session, checks, lists, rows, summary}).sendSelectedTime();
-}
+ private:
+  static constexpr TimeLimits kLimits{.reply = std::chrono::milliseconds(500)};
+
+  Places places_;
+  SystemClock clock_;
+  Calendar calendar_{QTimeZone("Europe/Berlin")};
+  UserDefaults defaults_{places_.defaultsFile()};
+  HonestUser user_;
+  ScriptedPanels panels_;
+  ScriptedWorkspace workspace_;
+  ModalDepth modals_;
+  NotificationCenter notifications_;
+  ScriptedWindows windows_;
+
+ public:
+  Session session{{clock_, calendar_, places_, defaults_, user_, panels_, workspace_, modals_, notifications_,
+                   windows_},
+                  testModel()};
+
+ private:
+  NoProgress progress_;
+  ConnectionChecks checks_;
+  ListSync lists_{session, checks_};
+};
 
 }  // namespace pendra

@@ -74,8 +74,11 @@ void drawSheets(Album& album, Stage& stage) {
   album.takeSheet(QStringLiteral("time-entry-editor"), [&] { timer.editTimeEntry(); });
   log.table().clearSelection();
   SendTimeSheet summary(stage.modals(), log.window());
-  const auto lines = summaryLines(LogSubmissionRows(log.logController()).consideredRows());
-  album.takeSheet(QStringLiteral("send-time"), [&] { std::ignore = summary.run(lines); });
+  const Session& session = timer.state().session();
+  const Summary shown =
+      summaryOf(LogSubmissionRows(log.logController()), *session.context(), session.ports().calendar, true);
+  album.takeSheet(QStringLiteral("send-time"),
+                  [&] { std::ignore = summary.run(shown, [&] { return shown; }); });
 }
 
 void drawWork(Album& album) {

@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 
 #include "document/Session.h"
-#include "link/PlainReason.h"
+#include "link/VantorFailure.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
 
@@ -25,11 +25,12 @@ void runCommand(Session& session, const QString& name, const std::function<void(
   try {
     command();
     session.notices().withdraw(key);
-  } catch (const ChannelFailure& failure) {
+  } catch (const VantorFailure& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
-    session.notices().post({.key = key,
-                            .text = formatted(tr("“%@” was not finished: %@."), {name, plainReason(failure)}),
-                            .actions = {}});
+    session.notices().post(
+        {.key = key,
+         .text = formatted(tr("“%@” was not finished: %@."), {name, failure.plainReason()}),
+         .actions = {}});
   }
 }
 

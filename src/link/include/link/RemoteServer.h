@@ -6,13 +6,19 @@
 #include <optional>
 #include <vector>
 
-#include "channel/ArchiveValue.h"
 #include "platform/Result.h"
 
 namespace pendra {
 
-/// Vantor, as it can be asked. Every operation blocks until its answer is there and throws what the
-/// channel throws.
+/// An item of one of Vantor's lists.
+struct VantorItem {
+  std::optional<QString> name{};
+  std::optional<QString> id{};      ///< the record's identifier
+  std::optional<QString> parent{};  ///< of a job: the identifier of its customer
+};
+
+/// Vantor, as it can be asked. Every operation blocks until its answer is there; without one it throws a
+/// `VantorFailure`.
 class RemoteServer {
  public:
   virtual ~RemoteServer() = default;
@@ -20,10 +26,10 @@ class RemoteServer {
   [[nodiscard]] virtual std::optional<QString> companyFileName() = 0;
   [[nodiscard]] virtual QStringList getEmployeeNamesArray() = 0;
   /// None when Vantor has no such list to give, which is not an empty one.
-  [[nodiscard]] virtual std::optional<std::vector<ListRow>> getServicesArray() = 0;
-  [[nodiscard]] virtual std::optional<std::vector<ListRow>> getCustomersArray() = 0;
+  [[nodiscard]] virtual std::optional<std::vector<VantorItem>> getServicesArray() = 0;
+  [[nodiscard]] virtual std::optional<std::vector<VantorItem>> getCustomersArray() = 0;
   /// The jobs; each names its customer as its parent.
-  [[nodiscard]] virtual std::optional<std::vector<ListRow>> getJobsArray() = 0;
+  [[nodiscard]] virtual std::optional<std::vector<VantorItem>> getJobsArray() = 0;
   /// Whether Vantor accepts this version of Pendra.
   [[nodiscard]] virtual bool canTalkToPendra() = 0;
   /// Hands over one time record. Returning means that Vantor has answered; what it answered is of no use.

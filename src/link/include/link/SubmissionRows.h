@@ -15,6 +15,9 @@ struct SubmissionRow {
   QString customer;
   QString job;
   QString service;
+
+  /// Kept: by the rule of the time log exactly one second after the reference instant is sent here.
+  [[nodiscard]] bool isUnsent() const { return period && period->submittedSeconds() < 1.0; }
 };
 
 /// The time log, as sending asks it.
@@ -25,29 +28,9 @@ class SubmissionRows {
   [[nodiscard]] virtual std::vector<SubmissionRow> consideredRows() const = 0;
   [[nodiscard]] virtual std::vector<SubmissionRow> allRows() const = 0;
   virtual void clearSelection() = 0;
+  /// Lifts selection and filters, so that every entry is considered.
+  virtual void showAll() = 0;
   virtual void reloadData() = 0;
 };
-
-/// One line of the summary: what goes out for one customer, job and service.
-struct SummaryLine {
-  QString customer;
-  QString job;
-  QString service;
-  QString duration;
-
-  friend bool operator==(const SummaryLine&, const SummaryLine&) = default;
-};
-
-/// The sheet on the timer window that shows what will be sent.
-class SummarySheet {
- public:
-  virtual ~SummarySheet() = default;
-  /// Application-modal; 1 when the user wants to send, 0 when not.
-  [[nodiscard]] virtual int run(const std::vector<SummaryLine>& lines) = 0;
-  virtual void close() = 0;
-};
-
-/// The unsent rows, one line for each combination of the three names, in the order of the rows.
-[[nodiscard]] std::vector<SummaryLine> summaryLines(const std::vector<SubmissionRow>& rows);
 
 }  // namespace pendra

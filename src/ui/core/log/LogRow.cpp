@@ -2,6 +2,7 @@
 
 #include <QLocale>
 
+#include "link/DoubtfulLengths.h"
 #include "model/DurationText.h"
 #include "platform/DateTexts.h"
 
@@ -83,7 +84,11 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale) {
            },
        .time = [](const LogRow& row) { return row.start; }},
       {.head = head(QStringLiteral("duration"), QStringLiteral("Duration"), CellKind::Time, 0),
-       .text = [](const LogRow& row) { return durationText(row.duration); }},
+       .text = [](const LogRow& row) { return durationText(row.duration); },
+       .warning =
+           [](const LogRow& row) {
+             return isRunning(row) || row.showsAsSent() ? QString() : doubtfulLengthText(row.duration);
+           }},
       {.head = fixed(head(QStringLiteral("submitted"), QStringLiteral("Submitted"), CellKind::Secondary, 0),
                      {QStringLiteral("00/00/00")}),
        .text = [&calendar](const LogRow& row) { return submittedText(row, calendar); },

@@ -14,6 +14,7 @@ enum class Alignment { Left, Center, Right };
 /// What a cell is to the person who looks at it.
 enum class CellKind {
   Text,
+  TwoLines,       ///< the second one quiet
   Secondary,      ///< words that matter less than those beside them
   Time,           ///< tabular figures; green and semibold in a running row
   SecondaryTime,  ///< the same, quiet while the row does not run
