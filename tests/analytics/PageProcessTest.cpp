@@ -2,136 +2,77 @@
 
 #include <gmock/gmock.h>
 
-#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
-#include <QJsonObject>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QUrl>
 #include <QWindow>
 
-#include "Recorder.h"
-#include "analytics/Tracker.h"
 #include "analytics/TrackerNotifications.h"
 #include "analytics/WindowWatch.h"
-#include "platform/Identifiers.h"
-#include "platform/Preferences.h"
 #include "platform/Resources.h"
 #include "support/Events.h"
-#include "support/LogCapture.h"
-#include "support/ScriptedWorkspace.h"
 #include "support/TestPlaces.h"
 
 namespace pendra {
 namespace {
 
-using namespace tracker_notifications;
 using namespace std::chrono_literals;
 
 constexpr int kEngineStart = 60000;  ///< milliseconds, on a machine that has much else to do
 
-/// How many processes this one has started that still run.
-int pagesOfThisProcess() {
-  int pages = 0;
-  for (const QString& task : QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-    QFile children("/proc/self/task/" + task + "/children");
-    if (children.open(QIODevice::ReadOnly)) pages += static_cast<int>(children.readAll().count(' '));
+/// A service for web pages, which any page may ask.
+class Service {
+ public:
+  Service() {
+    EXPECT_TRUE(server_.listen(QHostAddress::LocalHost));
+    QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this] {
+      ++connections;
+      QTcpSocket* const socket = server_.nextPendingConnection();  // the server owns it
+      QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket] {
+        if (socket->readAll().contains("\r\n\r\n"))
+          socket->write("HTTP/1.1 200 OK\r\nAccess-Control-Allow-Origin: *\r\nContent-Length: 0\r\n\r\n");
+      });
+    });
   }
-  return pages;
-}
+  [[nodiscard]] QString address() const {
+    return QStringLiteral("http://127.0.0.1:%1/").arg(server_.serverPort());
+  }
+  int connections = 0;
 
-class PageTest : public testing::Test {
+ private:
+  QTcpServer server_;
+};
+
+/// The page that belongs to a program, and what it says.
+class RealPage : public testing::Test, public ScriptHost::Delegate {
  protected:
-  PageTest() { Consent(defaults_).noticeAnswered(); }
+  void didFinishNavigation() override { isLoaded_ = true; }
+  void didFailNavigation(const QString& error) override { said_ << error; }
+  void didReceiveScriptMessage(const QString&, const QString& body) override { said_ << body; }
 
-  std::unique_ptr<Tracker> trackerOver(const QString& program) {
-    return std::make_unique<Tracker>("UUID", std::make_unique<PageProcess>(program, PageDelays{0ms, rest_}),
-                                     TrackerSources{center_, workspace_, defaults_, doNotTrack_},
-                                     TrackerFacts::ofMachine(), resourceFolder());
+  void load(const QString& file) {
+    page_.setDelegate(this);
+    page_.load("file://" + file, peer_.address());
+    ASSERT_TRUE(eventually([&] { return isLoaded_; }, kEngineStart));
   }
-
-  /// Starts a tracker and waits for how that ends.
-  QString start(Tracker& tracker) {
-    std::optional<QString> outcome;
-    tracker.startTrackingCompletionHandler([&](const auto& error) { outcome = error.value_or("started"); },
-                                           recorder_.address());
-    EXPECT_TRUE(eventually([&] { return outcome.has_value(); }, kEngineStart));
-    return outcome.value_or(QString());
-  }
-
-  bool arrives(const QString& event) {
-    return eventually([&] { return recorder_.names().contains(event); }, kEngineStart);
+  /// What the page says after this script.
+  QString answerTo(const QString& script) {
+    said_.clear();
+    page_.evaluate(script, {});
+    EXPECT_TRUE(eventually([&] { return !said_.isEmpty(); })) << script.toStdString();
+    return said_.join('\n');
   }
 
   int argumentCount_ = 0;
   QGuiApplication application_{argumentCount_, nullptr};
   TestPlaces places_;
-  UserDefaults defaults_{places_.defaultsFile()};
-  NotificationCenter center_;
-  bool doNotTrack_ = false;
-  ScriptedWorkspace workspace_;
-  WindowWatch windows_{center_};
-  Recorder recorder_;
-  LogCapture log_;
-  std::chrono::milliseconds rest_ = 10s;
+  Service peer_;
+  PageProcess page_{PageProcess::installed(), {0ms, 10s}};
+  bool isLoaded_ = false;
+  QStringList said_;
 };
-
-TEST_F(PageTest, WithoutTheProgramForPagesLoadingFails) {
-  const auto tracker = trackerOver(places_.path("no such program"));
-  EXPECT_FALSE(start(*tracker).isEmpty());
-  center_.post(kTracker, kAddActivity);
-  EXPECT_TRUE(log_.lines().isEmpty());
-}
-
-TEST_F(PageTest, AScriptWithoutAPageReportsIt) {
-  PageProcess page(places_.path("no such program"));
-  QString error;
-  page.evaluate("1", [&](const QString& text) { error = text; });
-  EXPECT_TRUE(error.isEmpty());
-  EXPECT_TRUE(eventually([&] { return !error.isEmpty(); }));
-}
-
-using RealPage = PageTest;
-
-TEST_F(RealPage, SendsWhatHappensUntilItIsForbidden) {
-  const auto tracker = trackerOver(PageProcess::installed());
-  ASSERT_EQ(start(*tracker), "started");
-  center_.post(kTracker, kAppLaunched);
-  EXPECT_TRUE(arrives("Pendra_PENDRA_APP_LAUNCHED"));
-  center_.post(kTracker, kAddActivity);
-  EXPECT_TRUE(arrives("Pendra_ADD_ACTIVITY"));
-  QWindow window;
-  window.setTitle("Acme Ltd: Write Cheques");
-  window.show();
-  EXPECT_TRUE(arrives("Pendra_VANTOR_WRITE_CHEQUES"));
-
-  defaults_.setBoolean(preferences::kAnalyticsTracker, false);
-  EXPECT_TRUE(arrives("Pendra_DISABLE_FEEDBACK"));
-  center_.post(kTracker, kAddActivity);
-  defaults_.setBoolean(preferences::kAnalyticsTracker, true);
-  EXPECT_TRUE(arrives("Pendra_ENABLE_FEEDBACK"));
-
-  center_.post(kTracker, {kUpgradeDoNotTrack, {}});
-  center_.post(kTracker, kAddActivity);
-  tracker->trackEvent({}, "LATE", {});
-  EXPECT_EQ(recorder_.names(),
-            QStringList({"Pendra_PENDRA_APP_LAUNCHED", "Pendra_ADD_ACTIVITY", "Pendra_VANTOR_WRITE_CHEQUES",
-                         "Pendra_DISABLE_FEEDBACK", "Pendra_ENABLE_FEEDBACK"}));
-  const QJsonObject first = recorder_.events().first().toObject();
-  EXPECT_EQ(first["user_id"], "UUID");
-  EXPECT_EQ(first["user_properties"].toObject()["role"], "Pendra User");
-  EXPECT_EQ(recorder_.events().last().toObject()["event_properties"].toObject()["feature"],
-            "Feedback has been enabled");
-}
-
-TEST_F(RealPage, EndsAtRestAndComesBackForTheNextEvent) {
-  rest_ = 3s;
-  const auto tracker = trackerOver(PageProcess::installed());
-  ASSERT_EQ(start(*tracker), "started");
-  EXPECT_TRUE(eventually([] { return pagesOfThisProcess() == 0; }, kEngineStart));
-  center_.post(kTracker, kAddActivity);
-  EXPECT_TRUE(arrives("Pendra_ADD_ACTIVITY"));
-  EXPECT_EQ(pagesOfThisProcess(), 1);
-  EXPECT_TRUE(eventually([] { return pagesOfThisProcess() == 0; }, kEngineStart));
-}
 
 /// What a page might try that is not the statistics' own. Each script ends in a message of what became of it.
 const QStringList kTries{
@@ -147,71 +88,55 @@ const QStringList kTries{
     "location.href = '%@'; setTimeout(() => say('refused'), 100)",
     "location.href = 'file:///etc/hostname'; setTimeout(() => say('refused'), 100)"};
 
-const QString kBody = "{\"api_key\":\"" + identifiers::kAnalyticsKey + "\",\"events\":[]}";
-
-/// Hears what a page says.
-struct Listener final : ScriptHost::Delegate {
-  void didFinishNavigation() override { isLoaded = true; }
-  void didFailNavigation(const QString& error) override { said << error; }
-  void didReceiveScriptMessage(const QString&, const QString& body) override { said << body; }
-
-  bool isLoaded = false;
-  QStringList said;
-};
-
-TEST_F(RealPage, APageOfNoPolicyReachesItsPeerAndNothingElse) {
-  Recorder elsewhere;
+TEST_F(RealPage, OfNoPolicyReachesItsPeerAndNothingElse) {
+  Service elsewhere;
   QFile::copy(resourceFolder() + "/Pendra.help/Contents/Resources/English.lproj/pictures/about-light.png",
               places_.path("neighbour.png"));
-  QFile file(places_.path("page.html"));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(
-      "<script>const say = text => webkit.messageHandlers.any.postMessage(text); let image; "
-      "const neighbour = location.pathname.replace('page.html', 'neighbour.png')</script>");
-  file.close();
-  PageProcess page(PageProcess::installed(), {0ms, 10s});
-  Listener listener;
-  page.setDelegate(&listener);
-  page.load("file://" + file.fileName(), recorder_.address());
-  ASSERT_TRUE(eventually([&] { return listener.isLoaded; }, kEngineStart));
+  ASSERT_TRUE(
+      writeFile(places_.path("page.html"),
+                "<script>const say = text => webkit.messageHandlers.any.postMessage(text); let image; "
+                "const neighbour = location.pathname.replace('page.html', 'neighbour.png')</script>"));
+  load(places_.path("page.html"));
   for (QString attempt : kTries) {
-    listener.said.clear();
-    page.evaluate(attempt.replace("%@", elsewhere.address()), {});
-    EXPECT_TRUE(eventually([&] { return !listener.said.isEmpty(); })) << attempt.toStdString();
-    EXPECT_EQ(listener.said, QStringList("refused")) << attempt.toStdString();
+    EXPECT_EQ(answerTo(attempt.replace("%@", elsewhere.address())), "refused") << attempt.toStdString();
   }
-  EXPECT_EQ(elsewhere.connections(), 0);
-  page.evaluate(
-      "fetch('" + recorder_.address() + "', {method: 'POST', body: '" + kBody + "'}).then(() => say('sent'))",
-      {});
-  EXPECT_TRUE(eventually([&] { return listener.said.contains("sent"); }));
+  EXPECT_EQ(elsewhere.connections, 0);
+  EXPECT_EQ(answerTo("fetch('" + peer_.address() + "').then(() => say('sent'))"), "sent");
 }
 
-TEST_F(RealPage, ThePolicyOfTheStatisticsNamesTheServiceAlone) {
-  PageProcess page(PageProcess::installed(), {0ms, 10s});
-  Listener listener;
-  page.setDelegate(&listener);
-  const QString peer = QString::fromLatin1(QUrl::toPercentEncoding(recorder_.address()));
-  page.load("file://" + resourceFolder() + "/amplitude/trackingWithAmplitude.html?" + peer,
-            recorder_.address());
-  ASSERT_TRUE(eventually([&] { return listener.isLoaded; }, kEngineStart));
-  page.evaluate(
-      "document.addEventListener('securitypolicyviolation', event => "
-      "webkit.messageHandlers.any.postMessage(event.originalPolicy)); fetch('http://127.0.0.1:9/')",
-      {});
-  EXPECT_TRUE(eventually([&] { return !listener.said.isEmpty(); }));
-  EXPECT_THAT(listener.said.value(0).toStdString(),
+TEST_F(RealPage, OfTheStatisticsHasAPolicyThatNamesTheServiceAlone) {
+  load(resourceFolder() + "/amplitude/trackingWithAmplitude.html?" +
+       QString::fromLatin1(QUrl::toPercentEncoding(peer_.address())));
+  EXPECT_THAT(answerTo("document.addEventListener('securitypolicyviolation', event => "
+                       "webkit.messageHandlers.any.postMessage(event.originalPolicy)); "
+                       "fetch('http://127.0.0.1:9/')")
+                  .toStdString(),
               testing::AllOf(testing::StartsWith("default-src 'none'"),
-                             testing::EndsWith("connect-src " + recorder_.address().toStdString())));
+                             testing::EndsWith("connect-src " + peer_.address().toStdString())));
 }
 
-TEST_F(RealPage, AnEventThatIsNoScriptIsOnlyLogged) {
-  const auto tracker = trackerOver(PageProcess::installed());
-  ASSERT_EQ(start(*tracker), "started");
-  tracker->trackEvent({}, "it's", "feature");
-  EXPECT_TRUE(eventually([&] { return log_.lines().size() == 2; }));
-  EXPECT_THAT(log_.lines().last().toStdString(),
-              testing::StartsWith("error while sending event: SyntaxError"));
+TEST(Page, ThatIsNotThereAnswersLater) {
+  int argumentCount = 0;
+  const QGuiApplication application(argumentCount, nullptr);
+  PageProcess page("/no such program");
+  QString error;
+  page.evaluate("1", [&](const QString& text) { error = text; });
+  EXPECT_TRUE(error.isEmpty());
+  EXPECT_TRUE(eventually([&] { return !error.isEmpty(); }));
+}
+
+TEST(Windows, ArePostedWhenTheyAreShown) {
+  int argumentCount = 0;
+  const QGuiApplication application(argumentCount, nullptr);
+  NotificationCenter center;
+  const WindowWatch watch(center);
+  QStringList titles;
+  const auto posts = center.observe(tracker_notifications::kWindowDidBecomeVisible,
+                                    [&](const auto& info) { titles << info.first; });
+  QWindow window;
+  window.setTitle("Acme Ltd: Write Cheques");
+  window.show();
+  EXPECT_EQ(titles, QStringList("Acme Ltd: Write Cheques"));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@ import re
 import signal
 import sqlite3
 import subprocess
+import time
 
 from desktop import Browser, Failure, run, wait_for
 
@@ -31,17 +32,27 @@ class Vantor:
         self.company = desktop.home / "company.json"
         self.records = desktop.home / "records"
         self.write(COMPANY)
-        program = pathlib.Path(desktop.program).with_name("vantor-sim")
-        self.process = subprocess.Popen([program, "--company", self.company, "--records", self.records],
-                                        env=desktop.environment, stdout=subprocess.PIPE, text=True)
+        self.desktop = desktop
+        self.process = None
+        self.serve()
+
+    def serve(self, *options):
+        self.stop()
+        program = pathlib.Path(self.desktop.program).with_name("vantor-sim")
+        self.process = subprocess.Popen([program, "--company", self.company, "--records", self.records, *options],
+                                        env=self.desktop.environment, stdout=subprocess.PIPE, text=True)
         expect("the stand-in serves", self.process.stdout.readline() == "ready\n")
+
+    def stop(self):
+        if self.process:
+            self.process.kill()
+            self.process.wait()
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
-        self.process.kill()
-        self.process.wait()
+        self.stop()
 
     def write(self, company):
         self.company.write_text(json.dumps(company))
@@ -243,6 +254,23 @@ def repair(day):
     wait_for("the mark is gone", lambda: not day.marks())
 
 
+def a_vantor_that_does_not_answer(day, vantor):
+    """The window stays alive, Cancel ends the asking, and a signal ends the program."""
+    vantor.serve("--fault", "silent:1+")
+    day.choose("Update Lists from Vantor")
+    panel = day.app.find("Progress")
+    day.app.find("Asking Vantor…", within=panel)
+    day.choose("Add Activity…")
+    day.app.find("“Add Activity” was not done, because Vantor is being asked. Wait for the answer, or cancel.")
+    day.app.press("Cancel", "push button", within=panel)
+    day.app.find("“Update Lists from Vantor” was not finished: it was cancelled.")
+    day.choose("Update Lists from Vantor")
+    day.app.find("Progress")
+    begun = time.monotonic()
+    day.app.process.send_signal(signal.SIGTERM)
+    expect("a signal ends it at once", day.app.ended() == 0 and time.monotonic() - begun < 3)
+
+
 def test(desktop):
     (desktop.home / ".cache").mkdir()
     browser = Browser(desktop)
@@ -261,6 +289,7 @@ def test(desktop):
                and day.rows("SELECT count(*) FROM TimePeriod") == [(6,)])
         expect("what arrived is what is stamped",
                sum(hours for _, hours in vantor.received()) == day.stamped_hours() == 4.5 + 3.25)
+        a_vantor_that_does_not_answer(day, vantor)
 
 
 run(test)

@@ -9,6 +9,7 @@
 #include <csignal>
 
 #include "Sender.h"
+#include "support/TestSession.h"
 
 namespace pendra {
 
@@ -45,9 +46,39 @@ class Process {
   pid_t id_;
 };
 
+constexpr double kSeconds = 5400;
+
+/// A document with an activity for each of so many jobs, each with one entry, or with two that are merged,
+/// and a company that has one job more.
+inline void makeDocument(const SendingPlace& place, int jobs) {
+  QByteArray known;
+  for (int i = 1; i <= jobs + 1; ++i) {
+    const QByteArray number = QByteArray::number(i);
+    known += (i > 1 ? ", " : "") +
+             ("{\"name\": \"Job " + number + "\", \"id\": \"j" + number + R"(", "parent": "c1"})");
+  }
+  QDir().mkpath(place.places().caches);
+  ASSERT_TRUE(
+      writeFile(place.folder + "/company.json",
+                R"({"companyFileName": "/Books/Acme.cmp", "services": [{"name": "Design", "id": "s1"}],)"
+                R"("customers": [{"name": "Acme", "id": "c1"}], "jobs": [)" +
+                    known + "]}"));
+  TestSession desk;
+  desk.openDocument(false);
+  Customer& acme = desk.addCustomer("Acme", "c1");
+  Service& design = desk.addService("Design", "s1");
+  for (int i = 1; i <= jobs; ++i) {
+    Job& job = desk.addJob(acme, "Job " + QString::number(i), "j" + QString::number(i));
+    Activity& activity = desk.addActivity(&acme, &design, &job);
+    desk.addPeriod(activity, "2026-11-24T07:00:00Z", place.merging ? kSeconds / 3 : kSeconds);
+    if (place.merging) desk.addPeriod(activity, "2026-11-24T09:00:00Z", kSeconds * 2 / 3);
+  }
+  ASSERT_TRUE(desk.session.context()->save());
+  ASSERT_TRUE(QFile::copy(desk.places.path("Test.pdr"), place.document()));
+}
+
 /// The stand-in for Vantor, once it serves; misbehaving if a fault is named.
-inline std::unique_ptr<Process> startVantor(const SendingPlace& place, const QString& fault = {},
-                                            const QString& faultOn = {}) {
+inline std::unique_ptr<Process> startVantor(const SendingPlace& place, const QString& fault = {}) {
   std::array<int, 2> output{};
   if (::pipe2(output.data(), O_CLOEXEC) != 0) return nullptr;
   auto vantor = std::make_unique<Process>([&] {
@@ -56,7 +87,6 @@ inline std::unique_ptr<Process> startVantor(const SendingPlace& place, const QSt
     QStringList options{"--no-bus",      "--company", place.folder + "/company.json", "--records",
                         place.records(), "--cache",   place.places().caches};
     if (!fault.isEmpty()) options << "--fault" << fault;
-    if (!faultOn.isEmpty()) options << "--fault-on" << faultOn;
     for (const QString& option : options) words << option.toLocal8Bit();
     std::vector<char*> arguments;
     for (QByteArray& word : words) arguments.push_back(word.data());

@@ -56,10 +56,12 @@ class NoProgress final : public ProgressSink {
 /// The document of the place, and a user who has the program talk to Vantor over the real channel.
 class Sender {
  public:
-  explicit Sender(const SendingPlace& place, WaitPort* wait = nullptr)
+  explicit Sender(const SendingPlace& place, WaitPort* wait = nullptr, int milliseconds = 500)
       : places_(place.places()),
         user_(place),
-        checks_(session, connectOverChannel(kLimits, wait), progress_) {
+        checks_(session,
+                connectOverChannel(TimeLimits{.reply = std::chrono::milliseconds(milliseconds)}, wait),
+                progress_) {
     windows_.setSession(session);
     workspace_.setRunning(identifiers::kVantor, true);
     defaults_.setBoolean(preferences::kMergeSubmissions, place.merging);
@@ -75,8 +77,6 @@ class Sender {
   void updateLists() { lists_.updateLists(); }
 
  private:
-  static constexpr TimeLimits kLimits{.reply = std::chrono::milliseconds(500)};
-
   Places places_;
   SystemClock clock_;
   Calendar calendar_{QTimeZone("Europe/Berlin")};

@@ -109,9 +109,10 @@ TEST_F(SubmissionTest, EverythingGoesOutOnceAndIsStampedDurably) {
   addRow(onRoof, "2026-11-23T09:00:00Z", 1800.9);
   Activity& atZed = desk.addActivity(zed, design, roof, "Plan");
   addRow(atZed, "2026-11-24T09:00:00Z", 60);
-  TimeEntry& before = addRow(desk.addActivity(zed, design, roof), "2026-11-23T09:00:00Z", 60);
-  before.setDateSubmitted(Instant{1.0});  // exactly: sent, when sent one by one
-  before.activity()->setJob(nullptr);
+  // Exactly one second: sent, when sent one by one. That its job is lost is no matter of this sending.
+  Job& gone = desk.addJob(*zed, "Gone", "j9");
+  TimeEntry& before = addRow(desk.addActivity(zed, design, &gone), "2026-11-23T09:00:00Z", 60);
+  before.setDateSubmitted(Instant{1.0});
 
   send();
   EXPECT_THAT(

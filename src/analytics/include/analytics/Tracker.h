@@ -42,21 +42,14 @@ class Tracker final : private ScriptHost::Delegate {
   Tracker& operator=(const Tracker&) = delete;
 
   [[nodiscard]] bool observersEnabled() const { return observersEnabled_; }
-  [[nodiscard]] bool masterDoNotTrackEvents() const { return sources_.masterDoNotTrackEvents; }
-  [[nodiscard]] const QString& userUUID() const { return userUUID_; }
-  [[nodiscard]] const QJsonObject& userProperties() const { return userProperties_; }
   [[nodiscard]] const QJsonObject& commonProperties() const { return commonProperties_; }
   [[nodiscard]] const QMap<QString, QString>& eventList() const { return eventList_; }
 
   /// Loads the page, for events to the service at `address`, as soon as the user's consent is there.
   void startTrackingCompletionHandler(StartHandler handler, const QString& address);
-  /// Switches the page on or off.
-  void toggleTrackingState(bool state, Done completionHandler);
   /// Sends one event. The first argument is not used.
   void trackEvent(const QString& bundleIdentifier, const QString& action, const QString& feature);
 
-  void enableAllNotificationObservers();
-  void disableAllNotificationObservers();
   /// Stops observing everything.
   void invalidate();
 
@@ -65,6 +58,10 @@ class Tracker final : private ScriptHost::Delegate {
   void didFailNavigation(const QString& error) override;
   void didReceiveScriptMessage(const QString& name, const QString& body) override;
 
+  /// Switches the page on or off.
+  void toggleTrackingState(bool state, Done completionHandler);
+  void enableAllNotificationObservers();
+  void disableAllNotificationObservers();
   void observeValueForKeyPath();
   void handleAppearanceChange();
   void handleNotificationOfApplicationLaunch(const QString& name);
