@@ -105,7 +105,7 @@ bool Sending::sendRecord(const MergedRecord& record, std::vector<TimeEntry*>& me
   TimeEntry& base = *record.entries.front();
   Activity& activity = *base.activity();
   if (lostItsJob(activity) || !hasCustomerAndService(activity)) {
-    // Kept: two texts that differ by one blank. People search for them.
+    // Kept for those who search for them: two texts that differ by one blank.
     alert(
         tr(kInactive),
         lostItsJob(activity)
@@ -122,7 +122,8 @@ bool Sending::sendRecord(const MergedRecord& record, std::vector<TimeEntry*>& me
   temporary.period().setActivity(&activity);
   temporary.period().setDuration(record.duration);
   temporary.period().setStart(record.start);
-  // Kept: the list is never emptied, so entries merged earlier get a later stamp with every record.
+  // Kept, for what reads the documents: the list is never emptied, so entries merged earlier get a later
+  // stamp with every record.
   mergedEntries.insert(mergedEntries.end(), record.entries.begin() + 1, record.entries.end());
   if (!transmit(temporary.period(), activity, record.entries)) return false;
   stamp([&](Instant now) {
@@ -145,7 +146,7 @@ void Sending::stamp(const std::function<void(Instant)>& mark) {
 bool Sending::transmit(const TimeEntry& period, const Activity& activity, Entries entries) {
   checks_.progress().showProgress(++position_, total_);
   // This writes the stamps of the record before, too.
-  if (const auto marked = markSending(session_, entries); !marked) {
+  if (const auto marked = markSending(session_, entries, activityTitle(activity)); !marked) {
     stopped_ = formatted(tr("the document could not be saved: %@"), {marked.error().text});
     return false;
   }

@@ -1,5 +1,7 @@
 #include "link/UnknownFates.h"
 
+#include <QCoreApplication>
+
 #include "document/Saving.h"
 #include "link/ActivityTitle.h"
 #include "model/DurationText.h"
@@ -11,6 +13,8 @@ namespace pendra {
 namespace {
 
 using Entries = std::vector<TimeEntry*>;
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::UnknownFates", text); }
 
 const QString kDoubtNoticeKey = QStringLiteral("unknown fates");
 
@@ -28,6 +32,17 @@ std::vector<Entries> recordsInDoubt(const ObjectContext& context) {
   return records;
 }
 
+/// As it was when the record left: what Vantor has to be searched for.
+QString nameOf(const Entries& entries) {
+  const TimeEntry& entry = *entries.front();
+  return entry.sentAs().value_or(activityTitle(*entry.activity()));
+}
+
+void forgetSending(TimeEntry& entry) {
+  entry.setSendingSince(std::nullopt);
+  entry.setSentAs(std::nullopt);
+}
+
 /// "01:30:00, begun at 11/24/26 9:05 AM": the length of all and the earliest start.
 QString timeOf(const Entries& entries, const Calendar& calendar) {
   double seconds = 0;
@@ -36,29 +51,32 @@ QString timeOf(const Entries& entries, const Calendar& calendar) {
     seconds += entry->storedDuration();
     start = std::min(start, entry->start().value_or(start));
   }
-  return formatted(u"%@, begun at %@ %@",
+  return formatted(tr("%@, begun at %@ %@"),
                    {durationText(seconds), shortDate(start, calendar), timeWithMarker(start, calendar)});
 }
 
 int ask(Session& session, const Entries& entries) {
   return session.ports().alerts.runAlert(
       {.style = Alert::Style::Warning,
-       .message = formatted(u"Did the time for “%@” arrive in Vantor?",
-                            {activityTitle(*entries.front()->activity())}),
-       .informative = formatted(u"This time (%@) was sent, but no answer came. Please look in Vantor: if it "
-                                "did not arrive, it can be sent again.",
-                                {timeOf(entries, session.ports().calendar)}),
-       .buttons = {QStringLiteral("It Arrived"), QStringLiteral("Send Again"), QStringLiteral("Cancel")},
+       .message = formatted(tr("Did the time for “%@” arrive in Vantor?"), {nameOf(entries)}),
+       .informative =
+           formatted(tr("This time (%@) was sent, but no answer came. Please look in Vantor: if it "
+                        "did not arrive, it can be sent again."),
+                     {timeOf(entries, session.ports().calendar)}),
+       .buttons = {tr("It Arrived"), tr("Send Again"), tr("Cancel")},
        .returnCancels = true});
 }
 
 }  // namespace
 
-Result<void> markSending(Session& session, std::span<TimeEntry* const> entries) {
+Result<void> markSending(Session& session, std::span<TimeEntry* const> entries, const QString& name) {
   const Instant now = session.ports().clock.now();
   ObjectContext& context = *session.context();
   std::ignore = context.edit(QString(), {.undoable = false}, [&] {
-    for (TimeEntry* entry : entries) entry->setSendingSince(now);
+    for (TimeEntry* entry : entries) {
+      entry->setSendingSince(now);
+      entry->setSentAs(name);
+    }
   });
   auto saved = saveContext(session);  // waits longer for others than an edit does
   if (!saved) unmarkSending(session, entries);
@@ -67,28 +85,28 @@ Result<void> markSending(Session& session, std::span<TimeEntry* const> entries) 
 
 void unmarkSending(Session& session, std::span<TimeEntry* const> entries) {
   std::ignore = session.context()->edit(QString(), {.undoable = false}, [&] {
-    for (TimeEntry* entry : entries) entry->setSendingSince(std::nullopt);
+    for (TimeEntry* entry : entries) forgetSending(*entry);
   });
 }
 
 void markSent(TimeEntry& entry, Instant now) {
   entry.setDateSubmitted(now);
-  entry.setSendingSince(std::nullopt);
+  forgetSending(entry);
 }
 
 void postUnknownFates(Session& session) {
   const auto records = recordsInDoubt(*session.context());
   if (records.empty()) return session.notices().withdraw(kDoubtNoticeKey);
-  const QString one = activityTitle(*records.front().front()->activity());
+  const QString one = nameOf(records.front());
   session.notices().post(
       {.key = kDoubtNoticeKey,
        .text =
            records.size() == 1
-               ? formatted(u"Vantor has not confirmed the time for “%@”. You are asked about it before the "
-                           "next sending.",
+               ? formatted(tr("Vantor has not confirmed the time for “%@”. You are asked about it before the "
+                              "next sending."),
                            {one})
-               : formatted(u"Vantor has not confirmed %@ records. You are asked about them before the next "
-                           "sending.",
+               : formatted(tr("Vantor has not confirmed %@ records. You are asked about them before the next "
+                              "sending."),
                            {QString::number(records.size())}),
        .actions = {},
        .ofDocument = true});

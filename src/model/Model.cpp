@@ -25,7 +25,8 @@ ObjectModel objectModel(QByteArray schema) {
                     {"TimePeriod", "awayFrom", "REAL"},
                     {"TimePeriod", "awayTo", "REAL"},
                     {"Activity", "favourite", "INTEGER"},
-                    {"Document", "aliveAt", "REAL"}}}};
+                    {"Document", "aliveAt", "REAL"}},
+                   {{"TimePeriod", "sentAs", "TEXT"}}}};
 }
 
 }  // namespace pendra

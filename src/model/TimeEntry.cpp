@@ -16,6 +16,7 @@ const EntityDescriptor& TimeEntry::descriptor() {
       instant<&TimeEntry::dateSubmitted_>("dateSubmitted"),
       text<&TimeEntry::notes_>("notes"),
       instant<&TimeEntry::sendingSince_>("sendingSince"),
+      text<&TimeEntry::sentAs_>("sentAs"),
       instant<&TimeEntry::haltedAt_>("haltedAt"),
       instant<&TimeEntry::awayFrom_>("awayFrom"),
       instant<&TimeEntry::awayTo_>("awayTo"),

@@ -301,6 +301,8 @@ TEST_F(SubmissionTest, WhatIsInDoubtIsAskedAboutBeforeAnythingElseLeaves) {
   failAt(1, kVTIPCTimeout);
   send();
   vantor.whenSubmitted = {};
+  activity.setCustomer(zed);
+  activity.setJob(nullptr);
 
   desk.alerts.willAnswer({"Cancel"});
   send();

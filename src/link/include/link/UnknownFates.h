@@ -10,8 +10,9 @@
 
 namespace pendra {
 
-/// Marks the entries as being sent, durable when it returns; on failure nothing is marked.
-Result<void> markSending(Session& session, std::span<TimeEntry* const> entries);
+/// Marks the entries as being sent in a record of that name, durable when it returns; on failure nothing is
+/// marked.
+Result<void> markSending(Session& session, std::span<TimeEntry* const> entries, const QString& name);
 /// The entries are unsent as before.
 void unmarkSending(Session& session, std::span<TimeEntry* const> entries);
 /// The entries have been sent, now.

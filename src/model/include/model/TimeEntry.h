@@ -32,6 +32,9 @@ class TimeEntry final : public ManagedObject {
   /// program ended while it waited. None in every other case.
   [[nodiscard]] std::optional<Instant> sendingSince() const { return sendingSince_; }
   void setSendingSince(std::optional<Instant> since) { assign(sendingSince_, since); }
+  /// How the record that it is in was named when it left, as long as its fate is not known.
+  [[nodiscard]] const std::optional<QString>& sentAs() const { return sentAs_; }
+  void setSentAs(std::optional<QString> name) { assign(sentAs_, std::move(name)); }
   /// Until when the entry is known to have run, when a crash cut it off and nobody has said yet how long it
   /// is.
   [[nodiscard]] std::optional<Instant> haltedAt() const { return haltedAt_; }
@@ -82,6 +85,7 @@ class TimeEntry final : public ManagedObject {
   std::optional<Instant> dateSubmitted_ = kReferenceInstant;
   std::optional<QString> notes_;
   std::optional<Instant> sendingSince_;
+  std::optional<QString> sentAs_;
   std::optional<Instant> haltedAt_;
   std::optional<Instant> awayFrom_;
   std::optional<Instant> awayTo_;
