@@ -124,7 +124,8 @@ void Tracker::trackEvent(const QString&, const QString& action, const QString& f
   if (sources_.masterDoNotTrackEvents) return;
   logLine(formatted(u"\nAmplitude Event name: %@ detected\n", {action}));
   QJsonObject properties = commonProperties_;
-  // Kept: only the feature is cleaned; another value with an apostrophe makes a script that fails.
+  // Kept, because the service's reports have it so: only the feature is cleaned; another value with an
+  // apostrophe makes a script that fails.
   properties.insert("feature", QString(feature).remove(u'\''));
   const QString script = formatted(u"VTTRACKER.trackEvent('%@','%@')",
                                    {formatted(u"Pendra_%@", {action}), compactJson(properties)});

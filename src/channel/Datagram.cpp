@@ -29,7 +29,8 @@ std::vector<Datagram> datagramsOf(QByteArrayView archive, bool isReply) {
   datagrams.reserve(static_cast<std::size_t>(count));
   for (qsizetype i = 0; i < count; ++i) {
     const bool last = i == count - 1;
-    // Kept: an exact multiple of the slice size ends in an empty datagram and loses its last slice.
+    // Kept, because the peer cuts so: an exact multiple of the slice size ends in an empty datagram and loses
+    // its last slice.
     const qsizetype size = last ? archive.size() % kSliceSize : kSliceSize;
     datagrams.push_back(
         {.header = {.sequence = static_cast<quint32>(i), .isReply = isReply, .lastDatagram = last},
@@ -59,7 +60,8 @@ Result<std::optional<QByteArray>> DatagramGatherer::add(QByteArrayView payload, 
     return std::optional<QByteArray>();
   }
   if (gathered_.isNull()) {
-    // Kept: the complaint about a last slice has the words of the opposite case.
+    // Kept, because the log is searched for it: the complaint about a last slice has the words of the
+    // opposite case.
     return gatherError(lastDatagram ? QStringLiteral("fragment gather buffer is not nil")
                                     : QStringLiteral("fragment gather buffer is nil"));
   }

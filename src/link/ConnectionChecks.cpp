@@ -12,10 +12,11 @@ namespace pendra {
 namespace {
 
 const QString kChannelNoticeKey = QStringLiteral("channel");
+QString tr(const char* text) { return QCoreApplication::translate("pendra::ConnectionChecks", text); }
+
 /// How long the company's name is asked for again, in seconds from the first repeat.
 constexpr double kCompanySeconds = 4.0;
-/// Kept: setup asks again at once by its rule; a tenth of a second is at once for a person, and spares
-/// Vantor.
+/// At once for a person, and little for Vantor.
 constexpr std::chrono::milliseconds kBetweenQuestions{100};
 
 }  // namespace
@@ -31,9 +32,7 @@ void ConnectionChecks::tellOfMissingChannel() {
   const QString why = connection_ ? connection_->whyNoChannel() : QString();
   if (why.isEmpty()) return session_.notices().withdraw(kChannelNoticeKey);
   const QString text = formatted(
-      QCoreApplication::translate(
-          "ConnectionChecks",
-          "Pendra cannot connect to Vantor: %@. Nothing is wrong with Vantor; put this right and try again."),
+      tr("Pendra cannot connect to Vantor: %@. Nothing is wrong with Vantor; put this right and try again."),
       {why});
   logLine(text);
   session_.notices().post({.key = kChannelNoticeKey, .text = text, .actions = {}});
@@ -41,9 +40,7 @@ void ConnectionChecks::tellOfMissingChannel() {
 
 std::optional<QString> ConnectionChecks::awaitCompany() {
   if (auto company = connection_->getCompanyFileName()) return company;
-  const Spinning spinning(
-      progress_,
-      QCoreApplication::translate("ConnectionChecks", "Waiting for a company to be opened in Vantor…"), 0);
+  const Spinning spinning(progress_, tr("Waiting for a company to be opened in Vantor…"), 0);
   const Clock& clock = session_.ports().clock;
   const Instant first = clock.now();
   while (clock.now() - first < kCompanySeconds && progress_.pause(kBetweenQuestions)) {
@@ -61,17 +58,16 @@ RemoteServer& ConnectionChecks::remoteServer() const {
 bool ConnectionChecks::checkCompany() {
   if (!connection_ || !connection_->remoteServer()) openConnection();
   if (!connection_ || !connection_->isVantorRunning()) {
-    return refuse(QStringLiteral("Please start Vantor and try again"),
-                  QStringLiteral("You need to have Vantor running to update your lists and submit time."));
+    return refuse(tr("Please start Vantor and try again"),
+                  tr("You need to have Vantor running to update your lists and submit time."));
   }
   if (!remoteServer().canTalkToPendra()) {
-    return refuse(
-        QStringLiteral("Pendra can’t work with this version of Vantor."),
-        QStringLiteral("In Vantor, choose Vantor>Check for Vantor Updates to get the latest version."));
+    return refuse(tr("Pendra can’t work with this version of Vantor."),
+                  tr("In Vantor, choose Vantor>Check for Vantor Updates to get the latest version."));
   }
   if (!isOfThisDocument(connection_->getCompanyFileName())) {
-    return refuse(QStringLiteral("Please open the correct company and try again"),
-                  QStringLiteral("You need to open a company in Vantor to submit time."));
+    return refuse(tr("Please open the correct company and try again"),
+                  tr("You need to open a company in Vantor to submit time."));
   }
   return true;
 }
@@ -80,7 +76,7 @@ bool ConnectionChecks::refuse(const QString& message, const QString& informative
   session_.ports().alerts.runAlert({.style = Alert::Style::Warning,
                                     .message = message,
                                     .informative = informative,
-                                    .buttons = {QStringLiteral("OK")}});
+                                    .buttons = {tr("OK")}});
   closeConnection();
   return false;
 }

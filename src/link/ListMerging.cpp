@@ -152,7 +152,8 @@ Jobs mergeCustomers(ObjectContext& context, Rows list) {
       customer.setVtObjectID(item.id);
       customer.setShown(true);
     } else if (!names.contains(*item.name)) {
-      // Kept: a customer is not renamed to a name that stands here already, so swapped names stay swapped.
+      // Kept, as users' documents are: no customer takes a name that stands here already, so swapped names
+      // stay swapped.
       if (Customer* renamed = customerWithRecord(context, item.id)) renamed->setName(item.name);
     }
   }

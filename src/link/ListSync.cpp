@@ -77,7 +77,7 @@ void ListSync::merge(const FetchedLists& lists) {
 }
 
 void ListSync::importCustomers() {
-  // Kept: the command asks for a file and takes nothing from it.
+  // Kept for who knows the menu: the command asks for a file and takes nothing from it.
   std::ignore = session_.ports().panels.runOpenPanel();
 }
 

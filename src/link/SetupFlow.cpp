@@ -1,5 +1,6 @@
 #include "link/SetupFlow.h"
 
+#include <QCoreApplication>
 #include <QDir>
 
 #include "document/DocumentFiles.h"
@@ -13,6 +14,8 @@ namespace pendra {
 
 namespace {
 
+QString tr(const char* text) { return QCoreApplication::translate("pendra::SetupFlow", text); }
+
 const QString kLink = QStringLiteral("vtmac://");
 const QString kNoticeKey = QStringLiteral("setup");
 
@@ -21,7 +24,7 @@ const QString kNoticeKey = QStringLiteral("setup");
 void SetupFlow::showLooking() {
   display_ = SetupDisplay();
   display_.noFileOpen = true;
-  display_.noFileOpenText = QStringLiteral("Looking for Vantor…");
+  display_.noFileOpenText = tr("Looking for Vantor…");
   display_.linkedControls = display_.ok = false;
   show();
 }
@@ -54,7 +57,7 @@ void SetupFlow::askVantor() {
     display_.linkedControls = false;
     allowOk();
     display_.noFileOpen = display_.canLookAgain = true;
-    display_.noFileOpenText = QStringLiteral("Vantor does not answer.");
+    display_.noFileOpenText = tr("Vantor does not answer.");
     show();
     throw;
   }
@@ -137,12 +140,11 @@ void SetupFlow::beginLinked() {
     // The document stands all the same; its lists can be fetched later.
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
     createNewTimer(session_);
-    session_.notices().post(
-        {.key = kNoticeKey,
-         .text = QStringLiteral("The lists could not be fetched, because Vantor did not "
-                                "answer. Choose “Update Lists from Vantor” to try again."),
-         .actions = {},
-         .ofDocument = true});
+    session_.notices().post({.key = kNoticeKey,
+                             .text = tr("The lists could not be fetched, because Vantor did not "
+                                        "answer. Choose “Update Lists from Vantor” to try again."),
+                             .actions = {},
+                             .ofDocument = true});
   }
   display_.loading = false;
   show();

@@ -25,7 +25,8 @@ QString recordOf(const Item* item) {
 
 QString timeRecord(const Activity& activity, const TimeEntry& forPeriod, const Identity* identity) {
   const double start = forPeriod.start() ? forPeriod.start()->seconds + kUnixToReference : 0.0;
-  // Kept: the empty customer stands in addition to the filled one, and a job's parent is the job itself.
+  // Kept, because Vantor reads it so: the empty customer stands in addition to the filled one, and a job's
+  // parent is the job itself.
   return formatted(
              u"<record>\n"
              "<customerID/>\n"

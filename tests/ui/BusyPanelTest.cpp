@@ -155,6 +155,7 @@ TEST_F(BusyPanelTest, CancelAndEscapeEndTheCallAndThoseThatWouldFollow) {
   EXPECT_EQ(next.cancels, 1);
   EXPECT_FALSE(busy.pause(std::chrono::milliseconds(10)));
   QTRY_VERIFY(!panel());
+  busy.cancel();
   EXPECT_TRUE(busy.pause(std::chrono::milliseconds(10))) << "another command is another matter";
   HeldCall escaped;
   during(escaped, [&] { QTest::keyClick(box, Qt::Key_Escape); });

@@ -134,7 +134,7 @@ bool BusyPanel::pause(std::chrono::milliseconds time) {
 }
 
 void BusyPanel::cancel() {
-  cancelled_ = true;
+  if (modals_.asksVantor() || hiding_.isActive()) cancelled_ = true;
   if (call_) call_->cancel();
 }
 

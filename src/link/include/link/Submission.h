@@ -22,7 +22,8 @@ class Submission {
   };
   explicit Submission(const Parts& parts) : parts_(parts) {}
 
-  /// The menu's command. Kept: it checks, guards, and then does all that the log's command does.
+  /// The menu's command. Kept, because Vantor is asked so: it checks, guards, and then does all that the
+  /// log's command does.
   void sendAllTime();
   /// The log's command: checks, fetches the lists anew, shows the summary, sends. Throws what a call of
   /// Vantor throws until the sending begins; what happens while sending is told, not thrown.

@@ -34,7 +34,8 @@ class BusyPanel final : public QObject, public ProgressSink, public WaitPort {
   void prepare() override;
   void wait(PendingCall& call) override;
 
-  /// Ends the call that goes on, and those that the same command would begin next.
+  /// Ends the call that goes on, and those that the same command would begin next; harmless when there is
+  /// none.
   void cancel();
 
  protected:
