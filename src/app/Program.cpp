@@ -9,6 +9,7 @@
 #include "document/Documents.h"
 #include "document/RunningTimers.h"
 #include "document/Saving.h"
+#include "document/SavingElsewhere.h"
 #include "model/Model.h"
 #include "platform/Resources.h"
 #include "ui/IntroSheet.h"
@@ -63,7 +64,8 @@ void Program::askedToEnd() {
   if (!unanswered_.isActive()) unanswered_.start();
   whenNothingIsAsked([this] {
     terminate();
-    unanswered_.stop();  // an answer has come, and may have been no
+    // An answer has come, and may have been no; what cannot be saved nobody was asked about.
+    if (!session_.saveState().notSavedSince) unanswered_.stop();
   });
 }
 
@@ -71,6 +73,7 @@ void Program::endUnasked() {
   isTerminating_ = true;
   prepareEnd();
   saveContextOrLog(session_);
+  rescue(session_);
   QCoreApplication::exit(0);  // of every loop, that of the question too
 }
 
@@ -119,7 +122,8 @@ void Program::prepareEnd() {
 void Program::endOfSession(QSessionManager& manager) {
   if (!manager.allowsInteraction()) {
     stopAllActivities(session_);
-    return saveContextOrLog(session_);
+    saveContextOrLog(session_);
+    return rescue(session_);
   }
   periodicSave(session_);
   unanswered_.start();

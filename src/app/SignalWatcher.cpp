@@ -37,6 +37,7 @@ SignalWatcher::SignalWatcher(std::function<void()> received) {
   });
   watch(SIGTERM, wakeEventLoop);
   watch(SIGINT, wakeEventLoop);
+  watch(SIGXFSZ, SIG_IGN);  // a file that grows too large is a failed save, told as any other
 }
 
 SignalWatcher::~SignalWatcher() {

@@ -7,6 +7,7 @@
 #include "platform/Identifiers.h"
 #include "platform/Log.h"
 #include "platform/SingleInstance.h"
+#include "platform/ZoneFollower.h"
 #include "tour/Tour.h"
 #include "ui/Accessibility.h"
 
@@ -78,6 +79,7 @@ int runProgram(const CommandLine& line) {
     return refuse(QStringLiteral("the Pendra that runs already does not answer"), status::kFailed);
   }
   auto environment = pendra::Environment::ofUser();
+  const pendra::ZoneFollower zone(environment.calendar);
   pendra::Consent(environment.defaults).programStarted();
   pendra::Program program(environment);
   instance.setOpener([&program](const QString& path) { program.openFromOutside(path); });

@@ -8,6 +8,7 @@
 #include "document/Documents.h"
 #include "document/RunningTimers.h"
 #include "document/Saving.h"
+#include "document/SavingElsewhere.h"
 #include "document/Session.h"
 #include "platform/DateTexts.h"
 #include "platform/Files.h"
@@ -39,7 +40,7 @@ Result<void> copyDocument(const Session& session, const QString& from, const QSt
 }
 
 void sayWhetherBackedUp(Session& session, const QString& target, const Result<void>& copied) {
-  if (copied) return session.notices().withdraw(kBackupNotice);
+  if (copied) return sayWritten(session, kBackupNotice, target);
   const bool exists = copied.error().code == EEXIST;
   session.notices().post(
       {.key = kBackupNotice,
@@ -84,20 +85,16 @@ void backUpDocument(Session& session) {
 }
 
 void backUpTo(Session& session, const std::optional<QString>& chosen) {
-  const OpenDocument* document = session.document();
+  OpenDocument* document = session.document();
   if (!chosen || !document) return;
   stopAllActivities(session);  // one may have been started while the panel stood open
   const QString target = backupPath(*chosen);
-  if (const auto saved = saveContext(session); !saved) {
-    // What could not be saved is only in memory, and a copy of the file would lack it.
-    return session.notices().post(
-        {.key = kBackupNotice,
-         .text = formatted(u"No backup was made, because the document could not be saved: %@.",
-                           {saved.error().text}),
-         .actions = {},
-         .ofDocument = true});
-  }
-  sayWhetherBackedUp(session, target, copyDocument(session, document->path(), target, Existing::Keep));
+  // What could not be saved is only in memory, and a copy of the file would lack it.
+  const ObjectContext& context = *document->context();
+  const auto made = saveContext(session) ? copyDocument(session, document->path(), target, Existing::Keep)
+                                         : context.store()->writeCopy(context, target, Existing::Keep);
+  if (made) document->told.copiedAt = context.changeCount();
+  sayWhetherBackedUp(session, target, made);
 }
 
 bool checkForBackupFile(Session& session, const QString& path) {

@@ -6,6 +6,7 @@
 #include "document/DocumentClosing.h"
 #include "document/DocumentFiles.h"
 #include "document/DocumentLoading.h"
+#include "document/SavingElsewhere.h"
 #include "document/Session.h"
 #include "platform/Files.h"
 #include "platform/Preferences.h"
@@ -28,6 +29,7 @@ void Launch::launch(const QString& file) {
     loadDocument(session_, file);
   }
   autoSave_.start();
+  tellOfRescued(session_);
   const auto meant = file.isEmpty() ? lastDocumentPath(session_) : file;
   if (!session_.document() && meant && (!file.isEmpty() || isOutOfReach(*meant))) {
     return ensureAWindow(session_);

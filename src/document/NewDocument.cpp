@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QTemporaryFile>
 
 #include "document/DocumentClosing.h"
 #include "document/DocumentFiles.h"
@@ -21,9 +20,6 @@ namespace pendra {
 namespace {
 
 const QString kNoticeKey = QStringLiteral("setup");
-
-constexpr auto kUsualPermissions =
-    QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther;
 
 Result<std::unique_ptr<OpenDocument>> readFrom(const Session& session, const QString& path) {
   return OpenDocument::read(path, session.objectModel(), session.ports().clock, session.ports().calendar);
@@ -62,13 +58,12 @@ Result<void> mayLeave(Session& session, const NewDocument& wanted) {
 
 Result<void> makeFile(Session& session, const NewDocument& wanted) {
   if (auto may = mayBeReplaced(session, wanted.path); !may) return may;
-  QTemporaryFile draft(draftFor(wanted.path));
-  if (!draft.open()) return Error{QStringLiteral("file"), draft.error(), draft.errorString()};
-  draft.setPermissions(kUsualPermissions);
-  if (auto written = writeDraft(session, draft.fileName(), wanted); !written) return written;
+  Draft draft(wanted.path);
+  if (auto opened = draft.open(); !opened) return opened;
+  if (auto written = writeDraft(session, draft.name(), wanted); !written) return written;
   if (auto left = mayLeave(session, wanted); !left) return left;
   if (auto clear = takeJournalAway(wanted.path, session.objectModel()); !clear) return clear;
-  return moveInPlaceOf(draft.fileName(), wanted.path);
+  return draft.finish(Existing::Replace);
 }
 
 void sayNotMade(Session& session, const QString& path, const Error& error) {

@@ -4,6 +4,11 @@
 
 namespace pendra {
 
+Session::Session(const Ports& ports, ObjectModel model)
+    : ports_(ports),
+      objectModel_(std::move(model)),
+      settings_(ports_.defaults.failureChanges().observe([this] { sayWhetherSettingsAreStored(*this); })) {}
+
 void Session::open(std::unique_ptr<OpenDocument> document) { exchange(std::move(document)); }
 
 void Session::close() {
@@ -19,6 +24,7 @@ void Session::exchange(std::unique_ptr<OpenDocument> next) {
   notices_.withdrawOfDocument();
   documentChanges_.changed();
   if (isStandalone() != wasStandalone) standaloneChanges_.changed();
+  if (document_) sayHowFileIsHeld(*this);
   commitTried();  // the reading may have been one that could not store what it did
 }
 

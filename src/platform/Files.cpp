@@ -2,8 +2,11 @@
 
 #include <fcntl.h>
 #include <stdio.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryFile>
@@ -17,6 +20,11 @@ namespace pendra {
 namespace {
 
 constexpr qint64 kPiece = 1 << 16;
+constexpr unsigned kUsualMode = 0644;
+constexpr unsigned kModeBits = 07777;
+constexpr int kMostLinks = 40;
+constexpr qint64 kSecondsUntilAbandoned = 60 * 60;
+const QString kDraftPrefix = QStringLiteral(".pendra-");
 
 Error fileError(const QFileDevice& file) {
   return {QStringLiteral("file"), file.error(), file.errorString()};
@@ -31,28 +39,12 @@ void syncFolderOf(const QString& path) {
   ::close(descriptor);
 }
 
-/// Writes all of it. Not through the file object, which forgets why a write came out short.
-Result<void> writeBytes(int descriptor, const char* bytes, qint64 length) {
-  while (length > 0) {
-    const ssize_t written = ::write(descriptor, bytes, static_cast<std::size_t>(length));
-    if (written < 0 && errno != EINTR) return systemError(errno);
-    if (written < 0) continue;
-    bytes += written;
-    length -= written;
+Result<void> moveInPlaceOf(const QString& from, const QString& to) {
+  if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
+    return systemError(errno);
   }
+  syncFolderOf(to);
   return {};
-}
-
-Result<void> copyBytes(QFile& from, QFile& to) {
-  std::array<char, kPiece> piece;
-  while (!from.atEnd()) {
-    const qint64 length = from.read(piece.data(), kPiece);
-    if (length < 0) return fileError(from);
-    if (auto written = writeBytes(to.handle(), piece.data(), length); !written) return written;
-  }
-  if (::fsync(to.handle()) != 0) return systemError(errno);
-  if (to.size() == from.size()) return {};
-  return Error{QStringLiteral("file"), 0, QStringLiteral("the copy is shorter than the file")};
 }
 
 }  // namespace
@@ -69,12 +61,11 @@ QString firstFreePath(const QString& base, const QString& extension) {
   return path;
 }
 
-Result<void> moveInPlaceOf(const QString& from, const QString& to) {
-  if (::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) {
-    return systemError(errno);
-  }
-  syncFolderOf(to);
-  return {};
+QString realPath(const QString& path) {
+  QFileInfo file(path);
+  for (int links = 0; file.isSymLink() && links < kMostLinks; ++links) file.setFile(file.symLinkTarget());
+  const QString folder = QFileInfo(file.absolutePath()).canonicalFilePath();
+  return folder.isEmpty() ? file.absoluteFilePath() : QDir(folder).filePath(file.fileName());
 }
 
 bool isSameFile(const QString& one, const QString& other) {
@@ -83,8 +74,6 @@ bool isSameFile(const QString& one, const QString& other) {
                                      none) ||
          QFileInfo(one).absoluteFilePath() == QFileInfo(other).absoluteFilePath();
 }
-
-QString draftFor(const QString& path) { return QFileInfo(path).absolutePath() + u"/.pendra-XXXXXX"; }
 
 Result<void> moveToFreeName(const QString& from, const QString& to) {
   const QByteArray source = QFile::encodeName(from);
@@ -99,21 +88,93 @@ Result<void> moveToFreeName(const QString& from, const QString& to) {
   return moveInPlaceOf(from, to);
 }
 
+// ---- drafts
+
+Draft::Draft(const QString& place) : place_(realPath(place)), mode_(kUsualMode) {
+  struct stat before {};
+  if (::stat(QFile::encodeName(place_).constData(), &before) == 0) mode_ = before.st_mode & kModeBits;
+}
+
+Draft::~Draft() = default;
+
+QString Draft::name() const { return file_->fileName(); }
+
+Result<void> Draft::open() {
+  const QFileInfo before(place_);
+  if (before.exists() && !before.isFile() && !before.isDir()) {
+    return Error{QStringLiteral("file"), 0, QStringLiteral("it is not a file")};
+  }
+  file_ =
+      std::make_unique<QTemporaryFile>(QFileInfo(place_).absolutePath() + u'/' + kDraftPrefix + u"XXXXXX");
+  if (!file_->open()) return fileError(*file_);
+  return {};
+}
+
+Result<void> Draft::write(QByteArrayView bytes) {
+  // Not through the file object, which forgets why a write came out short.
+  while (!bytes.isEmpty()) {
+    const ssize_t written = ::write(file_->handle(), bytes.data(), static_cast<std::size_t>(bytes.size()));
+    if (written < 0 && errno != EINTR) return systemError(errno);
+    if (written > 0) bytes = bytes.sliced(written);
+  }
+  return {};
+}
+
+Result<void> Draft::finish(Existing existing) {
+  if (::fchmod(file_->handle(), mode_) != 0 || ::fsync(file_->handle()) != 0) return systemError(errno);
+  return existing == Existing::Keep ? moveToFreeName(name(), place_) : moveInPlaceOf(name(), place_);
+}
+
+bool isDraft(const QString& path) { return QFileInfo(path).fileName().startsWith(kDraftPrefix); }
+
+void removeAbandonedDrafts(const QString& folder) {
+  const QDateTime limit = QDateTime::currentDateTime().addSecs(-kSecondsUntilAbandoned);
+  for (const QFileInfo& draft :
+       QDir(folder).entryInfoList({kDraftPrefix + u"??????*"}, QDir::Files | QDir::Hidden)) {
+    if (draft.lastModified() < limit) QFile::remove(draft.filePath());
+  }
+}
+
+Result<void> writeWhole(const QString& path, QByteArrayView bytes) {
+  Draft draft(path);
+  if (auto opened = draft.open(); !opened) return opened;
+  if (auto written = draft.write(bytes); !written) return written;
+  return draft.finish(Existing::Replace);
+}
+
+namespace {
+
+Result<void> copyBytes(QFile& from, Draft& to) {
+  std::array<char, kPiece> piece;
+  while (!from.atEnd()) {
+    const qint64 length = from.read(piece.data(), kPiece);
+    if (length < 0) return fileError(from);
+    if (auto written = to.write({piece.data(), length}); !written) return written;
+  }
+  if (QFileInfo(to.name()).size() == from.size()) return {};
+  return Error{QStringLiteral("file"), 0, QStringLiteral("the copy is shorter than the file")};
+}
+
+}  // namespace
+
 Result<void> copyFile(const QString& from, const QString& to, Existing existing,
                       const std::function<Result<void>(const QString& copy)>& isWhole) {
   QFile source(from);
   if (!QFileInfo(from).isFile() || !source.open(QIODevice::ReadOnly)) {
     return systemError(QFileInfo(from).isDir() ? EISDIR : QFileInfo::exists(from) ? EACCES : ENOENT);
   }
-  QTemporaryFile draft(draftFor(to));
-  if (!draft.open()) return fileError(draft);
+  Draft draft(to);
+  if (auto opened = draft.open(); !opened) return opened;
   if (auto copied = copyBytes(source, draft); !copied) return copied;
-  draft.setPermissions(source.permissions() | QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-  const QString name = draft.fileName();
-  if (isWhole) {
-    if (auto whole = isWhole(name); !whole) return whole;
+  struct stat original {};
+  // A copy of what may only be read may be written to.
+  if (::fstat(source.handle(), &original) == 0) {
+    draft.setMode((original.st_mode & kModeBits) | S_IRUSR | S_IWUSR);
   }
-  return existing == Existing::Keep ? moveToFreeName(name, to) : moveInPlaceOf(name, to);
+  if (isWhole) {
+    if (auto whole = isWhole(draft.name()); !whole) return whole;
+  }
+  return draft.finish(existing);
 }
 
 }  // namespace pendra

@@ -11,6 +11,8 @@ namespace pendra {
 
 namespace {
 
+const QString kDomain = QStringLiteral("SQLite");
+constexpr int kPrimaryCode = 0xFF;
 constexpr int kStepsAtOnce = 100'000;
 constexpr qint64 kStepsOfAByte = 10;  // a row takes about forty, and has more than forty bytes
 
@@ -38,7 +40,7 @@ QString reasonOf(const SQLite::Exception& failure, int systemCode) {
 }
 
 Error errorOf(const SQLite::Exception& failure, int systemCode) {
-  return {QStringLiteral("SQLite"), failure.getExtendedErrorCode(), reasonOf(failure, systemCode)};
+  return {kDomain, failure.getExtendedErrorCode(), reasonOf(failure, systemCode)};
 }
 
 void trustOnlyRows(sqlite3* database) {
@@ -76,6 +78,11 @@ int Connection::countSteps(void* connection) {
 
 Error Connection::errorFrom(const SQLite::Exception& failure) const {
   return errorOf(failure, sqlite3_system_errno(database_.getHandle()));
+}
+
+bool isDamaged(const Error& error) {
+  const int code = error.code & kPrimaryCode;
+  return error.domain == kDomain && (code == SQLITE_CORRUPT || code == SQLITE_NOTADB);
 }
 
 void throwDamaged() { throw SQLite::Exception("the file is damaged", SQLITE_CORRUPT); }

@@ -51,5 +51,7 @@ class Connection {
 inline constexpr qint64 kStepsOfARow = 20'000'000;
 
 [[noreturn]] void throwDamaged();
+/// Whether a failure says that the file is no undamaged database.
+[[nodiscard]] bool isDamaged(const Error& error);
 
 }  // namespace pendra

@@ -1,11 +1,11 @@
 #include "DocumentFile.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QtEndian>
 #include <array>
 #include <cerrno>
@@ -22,9 +22,29 @@ constexpr std::array<char, 16> kMagic{'S', 'Q', 'L', 'i', 't', 'e', ' ', 'f',
 constexpr std::size_t kUserVersionAt = 60;
 constexpr std::size_t kApplicationIDAt = 68;
 constexpr std::size_t kHeaderSize = 100;
+constexpr int kStateAt = 24;
+constexpr int kStateSize = 16;
 constexpr QByteArrayView kJournalMagic("\xd9\xd5\x05\xf9\x20\xa1\x63\xd7");
 constexpr qsizetype kPagesBeforeAt = 16;
 constexpr qsizetype kJournalHeadSize = 28;
+
+constexpr int kForReading = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
+constexpr mode_t kUsualMode = 0644;
+constexpr mode_t kModeBits = 07777;
+/// What a network file system calls a file that was deleted while somebody had it open.
+const QString kDeletedOnNetwork = QStringLiteral(".nfs");
+constexpr qint64 kPiece = 1 << 16;
+
+QByteArray folderOf(const QString& path) { return QFile::encodeName(QFileInfo(path).absolutePath()); }
+
+bool isSameContent(QFile& one, QFile& other) {
+  if (one.size() != other.size() || !one.seek(0)) return false;
+  while (!one.atEnd()) {
+    const QByteArray piece = one.read(kPiece);
+    if (piece.isEmpty() || piece != other.read(kPiece)) return false;
+  }
+  return true;
+}
 
 Error posixError() { return systemError(errno); }
 
@@ -41,29 +61,67 @@ Error notADocument(const QString& text) { return {QStringLiteral("document"), 0,
 
 }  // namespace
 
-DocumentFile::DocumentFile(int descriptor, QString path) : descriptor_(descriptor), path_(std::move(path)) {}
+DocumentFile::DocumentFile(int descriptor, const QString& path) : descriptor_(descriptor) {
+  setPlace(path, {});
+}
+
 DocumentFile::DocumentFile(DocumentFile&& other) noexcept
-    : descriptor_(std::exchange(other.descriptor_, -1)), path_(std::move(other.path_)) {}
+    : descriptor_(std::exchange(other.descriptor_, -1)),
+      path_(std::move(other.path_)),
+      folderDevice_(other.folderDevice_),
+      isLocked_(other.isLocked_),
+      lock_(std::move(other.lock_)) {}
+
+DocumentFile& DocumentFile::operator=(DocumentFile&& other) noexcept {
+  std::swap(descriptor_, other.descriptor_);
+  std::swap(path_, other.path_);
+  std::swap(folderDevice_, other.folderDevice_);
+  std::swap(isLocked_, other.isLocked_);
+  std::swap(lock_, other.lock_);
+  return *this;
+}
+
 DocumentFile::~DocumentFile() {
   if (descriptor_ >= 0) ::close(descriptor_);
 }
 
 Result<DocumentFile> DocumentFile::hold(const QString& path) {
-  const QByteArray name = QFile::encodeName(path);
-  int descriptor = ::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  const QString place = realPath(path);
+  const QByteArray name = QFile::encodeName(place);
+  int descriptor = ::open(name.constData(), kForReading);
   if (descriptor < 0 && errno == ENOENT) {
     descriptor = ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
   }
   if (descriptor < 0) return posixError();
-  DocumentFile file(descriptor, path);
+  DocumentFile file(descriptor, place);
   struct stat status {};
   if (::fstat(descriptor, &status) != 0) return posixError();
   if (!S_ISREG(status.st_mode)) return notADocument(QStringLiteral("it is not a file"));
-  if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
-    return errno == EWOULDBLOCK ? notADocument(QStringLiteral("another program has this document open"))
-                                : posixError();
-  }
+  // A draft is nobody else's.
+  auto lock = isDraft(place) ? Result<NameLock>(NameLock()) : NameLock::take(place);
+  if (!lock) return lock.error();
+  file.lock_ = std::move(lock).value();
+  // The lock of the file itself as well: a program of before knows no other.
+  const auto locked = lockFile(descriptor);
+  if (!locked) return locked.error();
+  file.isLocked_ = locked.value();
   return file;
+}
+
+void DocumentFile::setPlace(const QString& path, NameLock lock) {
+  path_ = path;
+  lock_ = std::move(lock);
+  struct stat folder {};
+  if (::stat(folderOf(path).constData(), &folder) == 0) folderDevice_ = folder.st_dev;
+}
+
+mode_t DocumentFile::mode() const {
+  struct stat status {};
+  return ::fstat(descriptor_, &status) == 0 ? status.st_mode & kModeBits : kUsualMode;
+}
+
+bool DocumentFile::isWritable() const {
+  return ::faccessat(AT_FDCWD, QFile::encodeName(path_).constData(), W_OK, AT_EACCESS) == 0;
 }
 
 qint64 DocumentFile::size() const {
@@ -90,21 +148,60 @@ Result<int> DocumentFile::layout(int newest) const {
   return layout;
 }
 
+QByteArray DocumentFile::state() const {
+  QByteArray bytes(kStateSize, '\0');
+  return ::pread(descriptor_, bytes.data(), kStateSize, kStateAt) == kStateSize ? bytes : QByteArray();
+}
+
 void DocumentFile::markStored() const {
   // A file whose time cannot be set is stored all the same.
   [[maybe_unused]] const int ignored = ::futimens(descriptor_, nullptr);
 }
 
-Result<bool> DocumentFile::isStillThere() const {
+bool DocumentFile::isAt(const QString& path) const {
   struct stat held {};
   struct stat named {};
-  if (::fstat(descriptor_, &held) != 0) return posixError();
-  if (::stat(QFile::encodeName(path_).constData(), &named) != 0) {
-    if (errno == ENOENT) return false;
-    return posixError();
+  return ::fstat(descriptor_, &held) == 0 && ::stat(QFile::encodeName(path).constData(), &named) == 0 &&
+         held.st_ino == named.st_ino && held.st_dev == named.st_dev;
+}
+
+Whereabouts DocumentFile::whereabouts() const {
+  if (isAt(path_)) return Whereabouts::InPlace;
+  struct stat status {};
+  if (::stat(QFile::encodeName(path_).constData(), &status) == 0) return Whereabouts::Replaced;
+  if (errno != ENOENT && errno != ENOTDIR) return Whereabouts::OutOfReach;
+  const QString moved = movedTo();
+  const bool isDeleted = (::fstat(descriptor_, &status) == 0 && status.st_nlink == 0) ||
+                         QFileInfo(moved).fileName().startsWith(kDeletedOnNetwork);
+  if (!isDeleted) return moved.isEmpty() ? Whereabouts::OutOfReach : Whereabouts::Moved;
+  const bool isOldFolder =
+      ::stat(folderOf(path_).constData(), &status) == 0 && status.st_dev == folderDevice_;
+  return isOldFolder ? Whereabouts::Deleted : Whereabouts::OutOfReach;
+}
+
+QString DocumentFile::movedTo() const {
+  const QString link = u"/proc/self/fd/" + QString::number(descriptor_);
+  const QString path = QFileInfo(link).symLinkTarget();
+  return isAt(path) ? path : QString();
+}
+
+Result<void> DocumentFile::takeOver() {
+  QFile held;
+  QFile other(path_);
+  if (!held.open(::dup(descriptor_), QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) ||
+      !other.open(QIODevice::ReadOnly)) {
+    return systemError(EIO);
   }
-  if (held.st_ino == named.st_ino && held.st_dev == named.st_dev) return true;
-  return notADocument(QStringLiteral("another file has taken its place"));
+  if (QFileInfo::exists(journalOf(path_)) || !isSameContent(held, other)) {
+    return notADocument(QStringLiteral("it is another version"));
+  }
+  const int descriptor = ::fcntl(other.handle(), F_DUPFD_CLOEXEC, 0);
+  if (descriptor < 0) return posixError();
+  const auto locked = lockFile(descriptor);
+  if (locked) isLocked_ = locked.value();
+  ::close(locked ? std::exchange(descriptor_, descriptor) : descriptor);
+  if (!locked) return locked.error();
+  return {};
 }
 
 }  // namespace pendra

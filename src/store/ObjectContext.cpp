@@ -59,6 +59,12 @@ void ObjectContext::close() { store_.reset(); }
 Result<void> ObjectContext::save() { return commit(kSavePatience); }
 Result<void> ObjectContext::trySave() { return commit(Editing::kPatience); }
 
+std::size_t ObjectContext::numberOfUnsaved() const {
+  const auto dirty =
+      std::count_if(changed_.begin(), changed_.end(), [](const auto* one) { return one->dirty_; });
+  return deleted_.size() + static_cast<std::size_t>(dirty);
+}
+
 Result<void> ObjectContext::commit(int patience) {
   if (!store_)
     return Error{QStringLiteral("document"), 0, QStringLiteral("the document has no readable file")};

@@ -1,7 +1,6 @@
 #include "store/PersistentStore.h"
 
 #include <QFileInfo>
-#include <QTemporaryFile>
 #include <cerrno>
 
 #include "Connection.h"
@@ -23,8 +22,24 @@ constexpr int kOpenPatience = 2000;
 /// A document whose identifiers have come so far was not made by counting.
 constexpr qint64 kGreatestID = qint64{1} << 48;
 
-constexpr auto kUsualPermissions =
-    QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther;
+const QString kDisplaced = QStringLiteral("displaced");
+
+Error displacedError(Displaced why, const QString& text) { return {kDisplaced, static_cast<int>(why), text}; }
+
+Error replacedError() {
+  return displacedError(Displaced::Replaced, QStringLiteral("another version has taken its place"));
+}
+
+Error errorOf(Whereabouts whereabouts) {
+  switch (whereabouts) {
+    case Whereabouts::Moved:
+      return displacedError(Displaced::Moved, QStringLiteral("it was moved"));
+    case Whereabouts::OutOfReach:
+      return displacedError(Displaced::OutOfReach, QStringLiteral("its folder or disk is not there"));
+    default:
+      return replacedError();
+  }
+}
 
 void prepare(SQLite::Database& database) {
   database.exec("PRAGMA journal_mode=DELETE");
@@ -42,11 +57,18 @@ struct PersistentStore::Parts {
   void disconnect();
   Result<void> bringToNewestLayout();
   RowStatements& rowsOf(const EntityDescriptor& entity);
+  /// Whether nobody else has written to the file. What a save of ours has left half written is taken back
+  /// first.
+  [[nodiscard]] bool isOurs() const;
+  void write(ManagedObject& object);
+  void writeAll(const ObjectContext& context);
+  void writeChanges(const ObjectContext& context);
 
   const ObjectModel& model;
   DocumentFile file;
   std::unique_ptr<Connection> connection;
   std::vector<RowStatements> tables;
+  QByteArray state;  ///< that of the file after our last save
 };
 
 Result<void> PersistentStore::Parts::connect() {
@@ -63,6 +85,7 @@ Result<void> PersistentStore::Parts::connect() {
     ready = connection->guarded([&] {
       for (const EntityDescriptor* entity : model.entities)
         tables.emplace_back(connection->database(), *entity);
+      state = file.state();
     });
   }
   if (!ready) disconnect();
@@ -92,6 +115,16 @@ RowStatements& PersistentStore::Parts::rowsOf(const EntityDescriptor& entity) {
                        [&](const RowStatements& rows) { return &rows.entity() == &entity; });
 }
 
+bool PersistentStore::Parts::isOurs() const {
+  connection->database().exec("SELECT count(*) FROM sqlite_schema");
+  return file.state() == state;
+}
+
+void PersistentStore::Parts::write(ManagedObject& object) {
+  connection->allow(kStepsOfARow);
+  rowsOf(object.entity()).write(object);
+}
+
 PersistentStore::PersistentStore(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
 PersistentStore::~PersistentStore() = default;
 
@@ -102,6 +135,7 @@ Result<std::unique_ptr<PersistentStore>> PersistentStore::open(const QString& pa
   if (!held.value().isEmpty()) {
     if (auto known = held.value().layout(model.newestLayout()); !known) return known.error();
   }
+  if (!isDraft(path)) removeAbandonedDrafts(QFileInfo(held.value().path()).path());
   auto parts = std::make_unique<Parts>(std::move(held).value(), model);
   if (auto connected = parts->connect(); !connected) return connected.error();
   return std::unique_ptr<PersistentStore>(new PersistentStore(std::move(parts)));
@@ -170,63 +204,138 @@ Result<void> PersistentStore::read(ObjectContext& context) {
   });
 }
 
-Result<void> PersistentStore::write(const ObjectContext& context, int patience) {
-  const auto there = parts_->file.isStillThere();
-  if (!there) return there.error();
-  if (!there.value()) return writeAnew(context);
-  if (!context.hasChanges()) {
-    parts_->file.markStored();
-    return {};
-  }
-  if (auto connected = parts_->connect(); !connected) return connected;
-  return parts_->connection->guarded([&] {
-    parts_->connection->database().setBusyTimeout(patience);
-    writeChanges(context);
-  });
+// ---- writing
+
+std::optional<Displaced> displaced(const Error& error) {
+  return error.domain == kDisplaced ? std::optional(static_cast<Displaced>(error.code)) : std::nullopt;
 }
 
-void PersistentStore::writeChanges(const ObjectContext& context) {
-  SQLite::Transaction transaction(parts_->connection->database(), SQLite::TransactionBehavior::IMMEDIATE);
+const QString& PersistentStore::path() const { return parts_->file.path(); }
+bool PersistentStore::isWritable() const { return parts_->file.isWritable(); }
+bool PersistentStore::isLocked() const { return parts_->file.isLocked(); }
+QString PersistentStore::movedTo() const { return parts_->file.movedTo(); }
+
+Result<void> PersistentStore::write(const ObjectContext& context, int patience) {
+  if (auto found = findFile(context); !found) return found;
+  if (auto written = writeToFile(context, patience); !written) return written;
+  // Whoever puts another file in the place may do so in the middle of a save.
+  const Whereabouts now = parts_->file.whereabouts();
+  if (now != Whereabouts::InPlace && context.hasChanges()) return errorOf(now);
+  if (!context.hasChanges()) parts_->file.markStored();
+  return {};
+}
+
+Result<void> PersistentStore::findFile(const ObjectContext& context) {
+  const Whereabouts whereabouts = parts_->file.whereabouts();
+  if (whereabouts == Whereabouts::InPlace) return {};
+  if (whereabouts == Whereabouts::Deleted) {
+    auto made = moveTo(context, path(), Existing::Keep);
+    if (made) ++story_.madeAnew;
+    return made;
+  }
+  if (whereabouts != Whereabouts::Replaced) return errorOf(whereabouts);
+  // The database goes on with the file that it had, so it is opened anew.
+  if (!parts_->file.takeOver()) return replacedError();
+  parts_->disconnect();
+  ++story_.takenOver;
+  return {};
+}
+
+Result<void> PersistentStore::writeToFile(const ObjectContext& context, int patience) {
+  if (auto connected = parts_->connect(); !connected) return connected;
+  bool isOurs = true;
+  auto written = parts_->connection->guarded([&] {
+    SQLite::Database& database = parts_->connection->database();
+    database.setBusyTimeout(patience);
+    if (!context.hasChanges()) {
+      isOurs = parts_->isOurs();
+      return;
+    }
+    SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
+    isOurs = parts_->isOurs();
+    if (!isOurs) return;
+    parts_->writeChanges(context);
+    transaction.commit();
+    parts_->state = parts_->file.state();
+  });
+  if (!written && !isDamaged(written.error())) return written;
+  if (written && isOurs) return {};
+  return displacedError(Displaced::Replaced,
+                        written ? QStringLiteral("another program has changed it") : written.error().text);
+}
+
+void PersistentStore::Parts::writeChanges(const ObjectContext& context) {
   for (const auto& row : context.deleted_) {
-    parts_->connection->allow(kStepsOfARow);
-    parts_->rowsOf(*row.entity).erase(row.id);
+    connection->allow(kStepsOfARow);
+    rowsOf(*row.entity).erase(row.id);
   }
   for (ManagedObject* object : context.changed_) {
-    parts_->connection->allow(kStepsOfARow);
-    if (object->dirty_) parts_->rowsOf(object->entity()).write(*object);
+    if (object->dirty_) write(*object);
+  }
+}
+
+void PersistentStore::Parts::writeAll(const ObjectContext& context) {
+  SQLite::Transaction transaction(connection->database(), SQLite::TransactionBehavior::IMMEDIATE);
+  for (const auto& table : context.tables_) {
+    for (ManagedObject* object : table->objects()) {
+      if (!object->isTemporary()) write(*object);
+    }
   }
   transaction.commit();
 }
 
-Result<void> PersistentStore::writeAnew(const ObjectContext& context) {
-  const QString path = parts_->file.path();
-  QTemporaryFile draft(draftFor(path));
-  if (!draft.open()) return Error{QStringLiteral("file"), draft.error(), draft.errorString()};
-  draft.setPermissions(kUsualPermissions);
-  auto made = open(draft.fileName(), parts_->model);
+// ---- writing elsewhere
+
+Result<std::unique_ptr<PersistentStore::Parts>> PersistentStore::writeDraft(const ObjectContext& context,
+                                                                            const Draft& draft,
+                                                                            const ObjectModel& model) {
+  auto made = open(draft.name(), model);
   if (!made) return made.error();
-  Parts& anew = *made.value()->parts_;
-  auto written = anew.connection->guarded([&] { made.value()->writeAll(context); });
-  if (!written) return written;
-  anew.disconnect();  // the database knows its files by name
-  if (auto named = moveToFreeName(draft.fileName(), path); !named) return named;
+  auto parts = std::move(made.value()->parts_);
+  if (auto written = parts->connection->guarded([&] { parts->writeAll(context); }); !written) {
+    return written.error();
+  }
+  parts->disconnect();  // the database knows its files by name
+  return parts;
+}
+
+Result<void> PersistentStore::writeCopy(const ObjectContext& context, const QString& path,
+                                        Existing existing) const {
+  Draft draft(path);
+  if (auto opened = draft.open(); !opened) return opened;
+  if (auto made = writeDraft(context, draft, parts_->model); !made) return made.error();
+  return draft.finish(existing);
+}
+
+Result<void> PersistentStore::moveTo(const ObjectContext& context, const QString& path, Existing existing) {
+  const QString place = realPath(path);
+  const bool isOwnPlace = place == parts_->file.path();
+  auto lock = isOwnPlace ? Result<NameLock>(NameLock()) : NameLock::take(place);
+  if (!lock) return lock.error();
+  Draft draft(place);
+  if (auto opened = draft.open(); !opened) return opened;
+  draft.setMode(parts_->file.mode());
+  auto made = writeDraft(context, draft, parts_->model);
+  if (!made) return made.error();
+  parts_->disconnect();  // a journal of its own is gone with that; another would be read as the new file's
+  if (QFile::exists(journalOf(place)) && !QFile::remove(journalOf(place))) return systemError(errno);
+  if (auto named = draft.finish(existing); !named) return named;
   // From here on the new file is held and whole; where its database cannot be opened now, the next save does.
-  anew.file.setPath(path);
-  parts_ = std::move(made.value()->parts_);
+  made.value()->file.setPlace(place, isOwnPlace ? parts_->file.takeLock() : std::move(lock).value());
+  parts_ = std::move(made).value();
   [[maybe_unused]] const auto connected = parts_->connect();
   return {};
 }
 
-void PersistentStore::writeAll(const ObjectContext& context) {
-  SQLite::Transaction transaction(parts_->connection->database(), SQLite::TransactionBehavior::IMMEDIATE);
-  for (const auto& table : context.tables_) {
-    RowStatements& rows = parts_->rowsOf(table->entity());
-    for (ManagedObject* object : table->objects()) {
-      parts_->connection->allow(kStepsOfARow);
-      if (!object->isTemporary()) rows.write(*object);
-    }
-  }
-  transaction.commit();
+Result<void> PersistentStore::follow() {
+  const QString place = movedTo();
+  if (place.isEmpty()) return errorOf(Whereabouts::OutOfReach);
+  parts_->disconnect();
+  std::ignore = parts_->file.takeLock();  // it may have been moved with the folder
+  auto lock = NameLock::take(place);
+  if (!lock) return lock.error();
+  parts_->file.setPlace(place, std::move(lock).value());
+  return parts_->connect();
 }
 
 }  // namespace pendra

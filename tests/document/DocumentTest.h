@@ -27,6 +27,12 @@ class DocumentTest : public testing::Test, protected TestSession {
   [[nodiscard]] QString path(const char* name) const {
     return places.documents + u'/' + QString::fromUtf8(name);
   }
+  /// What lies in a folder, hidden drafts too, but for the lock of the document that is open.
+  [[nodiscard]] QStringList files(const QString& folder) const {
+    QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
+    names.removeIf([](const QString& name) { return name.endsWith(u".lock"); });
+    return names;
+  }
   [[nodiscard]] QString inFolder(const char* name) const {
     return documentFolder(places) + u'/' + QString::fromUtf8(name);
   }

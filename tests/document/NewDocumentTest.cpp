@@ -26,8 +26,7 @@ TEST_F(MakingADocument, LeavesTheOneBeforeAndTheEmptyDefaultGoes) {
   EXPECT_EQ(session.settings()->standalone(), false);
   EXPECT_FALSE(session.context()->hasChanges() || session.context()->undoStack().canUndo());
   EXPECT_EQ(documentOfNobody(session), "");
-  EXPECT_THAT(QDir(documentFolder(places)).entryList(QDir::Files | QDir::Hidden),
-              ElementsAre("Acme-Clerk.pdr"));
+  EXPECT_THAT(files(documentFolder(places)), ElementsAre("Acme-Clerk.pdr"));
   EXPECT_EQ(defaults.texts(preferences::kRecentDocuments), QStringList{inFolder("Acme-Clerk.pdr")});
   EXPECT_TRUE(QFileInfo(inFolder("Acme-Clerk.pdr")).permissions() & QFile::ReadGroup);
   write(inFolder("Pendra File.pdr"));

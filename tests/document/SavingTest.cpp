@@ -1,9 +1,12 @@
 #include <QDateTime>
 
 #include "DocumentTest.h"
+#include "document/SavingElsewhere.h"
+#include "support/Disk.h"
 #include "support/Events.h"
 #include "support/FileSizeLimit.h"
 #include "support/LogCapture.h"
+#include "support/OrdinaryUser.h"
 
 namespace pendra {
 namespace {
@@ -15,6 +18,23 @@ class Saving : public DocumentTest {
  protected:
   void addManyCustomers() {
     for (int i = 0; i < 500; ++i) addCustomer(QString(50, u'x'));
+  }
+  /// The titles of what the newest notice offers.
+  [[nodiscard]] QStringList actions() {
+    QStringList titles;
+    for (const NoticeAction& action : session.notices().standing().back().actions) titles << action.title;
+    return titles;
+  }
+  /// Presses a button of the newest notice; dismisses it without a title.
+  void press(const QString& title) {
+    const Notice notice = session.notices().standing().back();
+    for (const NoticeAction& action : notice.actions) {
+      if (action.title != title) continue;
+      if (!action.isDone) session.notices().withdraw(notice.key);
+      return action.run();
+    }
+    EXPECT_EQ(title, "");
+    session.notices().withdraw(notice.key);
   }
   void putAnotherFileInPlaceOfWork() {
     QFile::remove(path("Work.pdr"));
@@ -110,30 +130,141 @@ TEST_F(Saving, AFailureIsSaidOnceAndTriedAgainUntilOneSucceeds) {
   EXPECT_FALSE(session.context()->hasChanges());
 }
 
-TEST_F(Saving, WhatCannotBeStoredIsClosedOnlyAtTheSecondTry) {
-  write(path("Work.pdr"));
-  open("Work.pdr");
+TEST_F(Saving, AClosingThatWouldLoseWorkSaysHowMuchAndIsRefusedOnce) {
+  Activity& activity = openWithRunningTimer();
   const auto context = session.context();
-  addCustomer(QStringLiteral("Not stored"));
   putAnotherFileInPlaceOfWork();
   const LogCapture log;
+  stopAllActivities(session);
   closeDoc(session);
   EXPECT_EQ(session.context(), context);
   EXPECT_NE(session.window, nullptr);
-  EXPECT_TRUE(notices()[0].contains("stays open"));
+  EXPECT_EQ(notices(),
+            QStringList{"“" + path("Work.pdr") +
+                        "” stays open, because it could not be saved: another version has taken "
+                        "its place. Not stored: 1 time entry (00:01:00). Close again to lose that."});
+  EXPECT_THAT(actions(), ElementsAre("Save Over It", "Keep Both", "Save a Copy…"));
   EXPECT_EQ(log.lines().size(), 1);
   EXPECT_TRUE(mayCloseWindow(session)) << "the second try knows";
   QFile::remove(path("Work.pdr"));
-  EXPECT_TRUE(mayCloseWindow(session)) << "and a save that succeeds";
-  EXPECT_THAT(notices(), IsEmpty());
+  EXPECT_TRUE(saveContext(session)) << "and a save that succeeds is the end of what the user knew";
+  EXPECT_FALSE(notices().join(u' ').contains("stays open"));
   putAnotherFileInPlaceOfWork();
-  addCustomer(QStringLiteral("Not stored either"));
-  EXPECT_FALSE(mayCloseWindow(session)) << "is the end of what the user knew";
-  addCustomer(QStringLiteral("Typed after that"));
+  EXPECT_FALSE(mayCloseWindow(session));
+  EXPECT_TRUE(notices().join(u' ').contains("Not stored: what the other version lacks."))
+      << "the file is gone";
+  std::ignore = context->edit({}, [&] { activity.setNotes(QStringLiteral("Typed after that")); });
   EXPECT_FALSE(mayCloseWindow(session)) << "and so is new work";
   closeDoc(session);
   EXPECT_EQ(session.document(), nullptr);
   EXPECT_THAT(notices(), IsEmpty()) << "nothing is said of a document that is closed";
+}
+
+TEST_F(Saving, WhatCannotBeSavedToItsPlaceGoesWhereTheUserSays) {
+  for (const char* way : {"Save Over It", "Keep Both", "Save a Copy…"}) {
+    SCOPED_TRACE(way);
+    write(path("Work.pdr"));
+    open("Work.pdr");
+    putAnotherFileInPlaceOfWork();
+    std::ignore = session.context()->edit({}, [&] { addManyCustomers(); });
+    EXPECT_TRUE(notices().contains("“" + path("Work.pdr") +
+                                   "” is not saved: another version has taken its place. Nothing is written "
+                                   "there until you decide."));
+    if (way == QStringLiteral("Save a Copy…")) panels.willChoose(path("Copy.pdr"));
+    press(way);
+    const bool over = contentsOf(path("Work.pdr")) != "another program's file";
+    EXPECT_EQ(over, way == QStringLiteral("Save Over It"));
+    const QString at = path(over                                 ? "Work.pdr"
+                            : way == QStringLiteral("Keep Both") ? "Work1.pdr"
+                                                                 : "Copy.pdr");
+    if (at.endsWith("Copy.pdr")) {
+      EXPECT_EQ(notices().back(), "Written to “" + at + "”.");
+      press("Show");
+      EXPECT_THAT(workspace.revealed(), ElementsAre(at));
+      EXPECT_TRUE(session.saveState().notSavedSince) << "a copy is not the document";
+    } else {
+      EXPECT_FALSE(session.saveState().notSavedSince);
+      EXPECT_THAT(notices(), IsEmpty());
+      EXPECT_EQ(session.document()->path(), at);
+      EXPECT_EQ(lastDocumentPath(session), at);
+      EXPECT_EQ(Documents(session).recentDocuments().front(), at);
+    }
+    closeDoc(session);
+    ASSERT_EQ(session.document(), nullptr) << "nothing is lost any more";
+    EXPECT_EQ(stored(at)->all<Customer>().size(), 501U);
+    for (const QString& file : {at, path("Work.pdr")}) QFile::remove(file);
+  }
+  EXPECT_EQ(panels.savePanels().size(), 1U);
+}
+
+TEST_F(Saving, AMovedDocumentIsFollowedOnlyWhenAsked) {
+  write(path("Work.pdr"));
+  open("Work.pdr");
+  ASSERT_TRUE(QFile::rename(path("Work.pdr"), path("Moved.pdr")));
+  std::ignore = session.context()->edit({}, [&] { addManyCustomers(); });
+  EXPECT_EQ(notices(), QStringList{"“" + path("Work.pdr") + "” was moved to “" + path("Moved.pdr") +
+                                   "” and is not saved until you decide."});
+  EXPECT_THAT(actions(), ElementsAre("Follow It", "Save a Copy…"));
+  EXPECT_FALSE(QFile::exists(path("Work.pdr")));
+  press("Follow It");
+  EXPECT_EQ(session.document()->path(), path("Moved.pdr"));
+  EXPECT_THAT(notices(), IsEmpty());
+  closeDoc(session);
+  EXPECT_EQ(stored(path("Moved.pdr"))->all<Customer>().size(), 501U);
+}
+
+TEST_F(Saving, WhatOthersDoToTheFileIsSaidOnce) {
+  write(path("Work.pdr"));
+  open("Work.pdr");
+  QFile::remove(path("Work.pdr"));
+  std::ignore = session.context()->edit({}, [&] { addManyCustomers(); });
+  EXPECT_EQ(notices(),
+            QStringList{"“" + path("Work.pdr") +
+                        "” was deleted by another program and has been made anew. Nothing is lost."});
+  press("");
+  int said = 0;
+  const auto told = session.notices().changes().observe([&] { said += !notices().isEmpty(); });
+  for (int copy = 0; copy < 20; ++copy) {
+    ASSERT_TRUE(QFile::copy(path("Work.pdr"), path("beside")));
+    ASSERT_EQ(::rename(qPrintable(path("beside")), qPrintable(path("Work.pdr"))), 0);
+    ASSERT_TRUE(saveContext(session));
+  }
+  EXPECT_EQ(said, 1);
+  EXPECT_TRUE(notices()[0].contains("Another program keeps putting copies"));
+  closeDoc(session);
+  QFile::setPermissions(path("Work.pdr"), QFile::ReadOwner);
+  Disk disk;
+  disk.locks = Disk::Locks::None;
+  open("Work.pdr");
+  EXPECT_TRUE(notices()[0].contains("lies where no program can keep others out"));
+  closeDoc(session);
+  const OrdinaryUser user;
+  open("Work.pdr");
+  EXPECT_EQ(notices(), QStringList{"“" + path("Work.pdr") +
+                                   "” may only be read. What you change here is not stored in it."});
+  EXPECT_THAT(actions(), ElementsAre("Save a Copy…"));
+}
+
+TEST_F(Saving, AtAnEndThatAsksNobodyWhatCannotBeSavedIsRescuedAndToldOfNextTime) {
+  write(path("Work.pdr"));
+  open("Work.pdr");
+  rescue(session);
+  putAnotherFileInPlaceOfWork();
+  addManyCustomers();
+  EXPECT_FALSE(saveContext(session));
+  rescue(session);
+  session.close();
+  session.window = nullptr;
+  QFile::remove(path("Work.pdr"));
+  ASSERT_TRUE(QFile::copy(path("Work (rescued).pdr"), path("Work.pdr")));
+  for (const bool first : {true, false}) {
+    Launch(session).launch();
+    EXPECT_EQ(notices().join(u' ').contains("All of it is in “" + path("Work (rescued).pdr") + "”"), first);
+    alerts.willAnswer(first ? QStringList{"Continue"} : QStringList());
+    if (first) press("Open");
+    closeDoc(session);
+    EXPECT_EQ(stored(path("Work (rescued).pdr"))->all<Customer>().size(), 501U);
+  }
 }
 
 TEST_F(Saving, WhileTimeRunsASignOfLifeIsStoredAndNeverALength) {

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/ZoneFollower.h"
+#include "support/Events.h"
 #include "support/Rows.h"
+#include "support/TestPlaces.h"
 
 namespace pendra {
 namespace {
@@ -46,6 +49,18 @@ TEST(Calendar, ADayBeginsAfterAMidnightThatDoesNotExist) {
   EXPECT_EQ(calendar.local(start).time(), QTime(1, 0));
   EXPECT_EQ(calendar.day(start), QDate(2018, 11, 4));
   EXPECT_EQ(calendar.day(start + -0.001), QDate(2018, 11, 3));
+}
+
+TEST(Calendar, FollowsTheMachineIntoAnotherZone) {
+  int argc = 0;
+  const QCoreApplication application(argc, nullptr);
+  const TestPlaces places;
+  Calendar calendar{QTimeZone("Europe/Berlin")};
+  const ZoneFollower follower(calendar, places.config, [] { return Calendar{QTimeZone("Asia/Tokyo")}; });
+  ASSERT_TRUE(writeFile(places.path("localtime"), "Tokyo"));
+  EXPECT_EQ(calendar.zone().id(), "Europe/Berlin");
+  ASSERT_EQ(::rename(qPrintable(places.path("localtime")), qPrintable(places.config + "/localtime")), 0);
+  EXPECT_TRUE(eventually([&] { return calendar.zone().id() == "Asia/Tokyo"; }));
 }
 
 }  // namespace

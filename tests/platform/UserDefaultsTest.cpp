@@ -2,16 +2,16 @@
 
 #include <gmock/gmock.h>
 
-#include <QSettings>
+#include <QDateTime>
 
 #include "platform/Preferences.h"
+#include "support/ChildProcess.h"
+#include "support/Disk.h"
+#include "support/FileSizeLimit.h"
 #include "support/TestPlaces.h"
 
 namespace pendra {
 namespace {
-
-using testing::AllOf;
-using testing::HasSubstr;
 
 class UserDefaultsTest : public testing::Test {
  protected:
@@ -21,43 +21,92 @@ class UserDefaultsTest : public testing::Test {
   UserDefaults defaults_{places_.defaultsFile()};
 };
 
-TEST_F(UserDefaultsTest, WhatWasNeverWrittenIsAbsentAndNotEmpty) {
-  EXPECT_EQ(defaults_.text(preferences::kLastDocument), std::nullopt);
-  defaults_.setText(preferences::kLastDocument, "");
-  EXPECT_EQ(defaults_.text(preferences::kLastDocument), QString(""));
-  EXPECT_FALSE(defaults_.boolean(preferences::kHideSubmitted));
-  EXPECT_FALSE(defaults_.contains(preferences::kHideSubmitted));
+TEST_F(UserDefaultsTest, TheFileShowsKeysAndValuesAsOthersReadThemAndKeepsWhatElseItHolds) {
+  EXPECT_EQ(defaults_.text(preferences::kLastDocument), std::nullopt) << "absent and not empty";
+  ASSERT_TRUE(writeFile(places_.config + "/theirs.ini",
+                        "; by hand\n[General]\nPendraLastURL=/old\nComma=a, b\nBytes=@ByteArray(x)\n\n"
+                        "[Other]\nPendraLastURL=theirs\n"));
+  UserDefaults theirs(places_.config + "/theirs.ini");
+  EXPECT_EQ(theirs.text("Comma"), QString("a, b"));
+  EXPECT_TRUE(theirs.dataForKey("Bytes"));
+  for (UserDefaults* defaults : {&defaults_, &theirs}) {
+    defaults->setText(preferences::kNoteLengthWarning, "YES");
+    defaults->setText(preferences::kLastDocument, "/home/ada/Documents/Pendra/Hours 100%.pdr");
+    defaults->setBoolean(preferences::kMergeSubmissions, true);
+    defaults->setBoolean(preferences::kAnalyticsTracker, false);
+    EXPECT_FALSE(defaults->dataForKey(preferences::kMergeSubmissions)) << "a boolean is no data value";
+    EXPECT_FALSE(defaults->contains(preferences::kHideSubmitted) ||
+                 defaults->boolean(preferences::kHideSubmitted));
+  }
+  EXPECT_EQ(contentsOf(places_.defaultsFile()),
+            "[General]\n%20PendraNoteLengthWarning=YES\n"
+            "PendraLastURL=/home/ada/Documents/Pendra/Hours 100%.pdr\n"
+            "PendraMergeSubmissions=true\nVTAnalyticsTracker=false\n");
+  EXPECT_EQ(contentsOf(theirs.path()),
+            "; by hand\n[General]\nPendraLastURL=/home/ada/Documents/Pendra/Hours 100%.pdr\nComma=a, b\n"
+            "Bytes=@ByteArray(x)\n%20PendraNoteLengthWarning=YES\nPendraMergeSubmissions=true\n"
+            "VTAnalyticsTracker=false\n\n[Other]\nPendraLastURL=theirs\n");
 }
 
-TEST_F(UserDefaultsTest, TheFileShowsKeysAndValuesAsOthersReadThem) {
-  defaults_.setText(preferences::kNoteLengthWarning, "YES");
-  defaults_.setText(preferences::kLastDocument, "/home/ada/Documents/Pendra/Hours 100%.pdr");
+TEST_F(UserDefaultsTest, EveryTextIsReadAsItWasWritten) {
+  const QStringList texts{"/home/zoë/a, b; \"c\"\\d.pdr",
+                          "",
+                          " blank ",
+                          "@at",
+                          "a=b",
+                          "\n1\t\x01"
+                          "f",
+                          "\\x41",
+                          "😀"};
+  for (const QStringList& list : {texts, QStringList("one"), QStringList("a, b"), QStringList()}) {
+    defaults_.setTexts(preferences::kRecentDocuments, list);
+    EXPECT_EQ(UserDefaults(places_.defaultsFile()).texts(preferences::kRecentDocuments), list);
+  }
+  for (const QString& text : texts) {
+    defaults_.setText(preferences::kLastDocument, text);
+    EXPECT_EQ(UserDefaults(places_.defaultsFile()).text(preferences::kLastDocument), text);
+  }
+}
+
+TEST_F(UserDefaultsTest, AWriteThatFailsOrIsKilledLeavesTheFileAndIsToldOnce) {
+  defaults_.setText(preferences::kLastDocument, "/old");
+  const std::string before = file();
+  int told = 0;
+  const auto observing = defaults_.failureChanges().observe([&] { ++told; });
+  {
+    const FileSizeLimit limit(20);
+    defaults_.setText(preferences::kLastDocument, "/new");
+    defaults_.setBoolean(preferences::kHideSubmitted, true);
+    EXPECT_EQ(defaults_.failure()->text, "File too large");
+    EXPECT_EQ(file(), before);
+    EXPECT_EQ(defaults_.text(preferences::kLastDocument), QString("/new"))
+        << "it counts while the program runs";
+  }
+  EXPECT_EQ(told, 1);
+  Disk disk;
   defaults_.setBoolean(preferences::kMergeSubmissions, true);
-  defaults_.setBoolean(preferences::kAnalyticsTracker, false);
-  EXPECT_THAT(file(),
-              AllOf(HasSubstr("[General]\n"), HasSubstr("\n%20PendraNoteLengthWarning=YES\n"),
-                    HasSubstr("\nPendraLastURL=/home/ada/Documents/Pendra/Hours 100%.pdr\n"),
-                    HasSubstr("\nPendraMergeSubmissions=true\n"), HasSubstr("\nVTAnalyticsTracker=false\n")));
-}
-
-TEST_F(UserDefaultsTest, TheNextProgramReadsWhatThisOneWrote) {
-  const QString path = QString::fromUtf8("/home/zoë/a, b; \"c\"\\d.pdr");
-  defaults_.setText(preferences::kNoteLengthWarning, "YES");
-  defaults_.setText(preferences::kLastDocument, path);
-  defaults_.setBoolean(preferences::kHideSubmitted, true);
-  defaults_.setTexts(preferences::kRecentDocuments, {path});
+  EXPECT_EQ(told, 2);
+  EXPECT_EQ(disk.synced.size(), 2) << "the file and its name";
   const UserDefaults next(places_.defaultsFile());
-  EXPECT_EQ(next.text(preferences::kNoteLengthWarning), QString("YES"));
-  EXPECT_FALSE(next.contains("PendraNoteLengthWarning"));
-  EXPECT_EQ(next.text(preferences::kLastDocument), path);
+  EXPECT_EQ(next.text(preferences::kLastDocument), QString("/new"));
   EXPECT_TRUE(next.boolean(preferences::kHideSubmitted));
-  EXPECT_EQ(next.texts(preferences::kRecentDocuments), QStringList(path));
-}
-
-TEST_F(UserDefaultsTest, ABooleanIsNoDataValue) {
-  defaults_.setBoolean(preferences::kMergeSubmissions, false);
-  EXPECT_FALSE(defaults_.dataForKey(preferences::kMergeSubmissions));
-  EXPECT_FALSE(UserDefaults(places_.defaultsFile()).dataForKey(preferences::kMergeSubmissions));
+  ChildProcess writer([&](const auto& report) {
+    for (std::int64_t number = 1;; ++number) {
+      defaults_.setText(preferences::kLastFolder, QString::number(number));
+      report(number);
+    }
+  });
+  ASSERT_EQ(writer.next(), 1);
+  writer.kill();
+  EXPECT_GE(UserDefaults(places_.defaultsFile()).text(preferences::kLastFolder).value_or("0").toInt(), 1);
+  const QString folder = QFileInfo(places_.defaultsFile()).path();
+  QFile draft(folder + "/.pendra-abcdef");
+  ASSERT_TRUE(draft.open(QIODevice::WriteOnly) &&
+              draft.setFileTime(QDateTime::fromSecsSinceEpoch(0), QFileDevice::FileModificationTime));
+  ASSERT_TRUE(writeFile(folder + "/.pendra-ghijkl", "of a writer at work"));
+  const UserDefaults last(places_.defaultsFile());
+  EXPECT_FALSE(draft.exists());
+  EXPECT_TRUE(QFile::exists(folder + "/.pendra-ghijkl"));
 }
 
 TEST_F(UserDefaultsTest, ObserversOfAKeySeeItsNewValueAndNoOther) {

@@ -1,8 +1,11 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <gmock/gmock.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 
 #include "store/PersistentStore.h"
 #include "support/ChildProcess.h"
+#include "support/Disk.h"
 #include "support/Rows.h"
 #include "support/TestDocument.h"
 
@@ -19,6 +22,14 @@ class DocumentFile : public testing::Test, protected TestWorld {
     const auto context = opened(at);
     context->insert<Customer>().setName(QStringLiteral("Acme"));
     ASSERT_TRUE(context->save());
+  }
+  [[nodiscard]] QStringList files(const QString& folder = {}) const {
+    return QDir(path(folder)).entryList(QDir::Files | QDir::Hidden);
+  }
+  /// Why a save could not write to the document's place; none when it did.
+  static std::optional<Displaced> displacement(ObjectContext& context) {
+    const auto saved = context.save();
+    return saved ? std::nullopt : displaced(saved.error());
   }
   std::string failureOf(const Result<void>& result) {
     return result ? std::string() : result.error().text.toStdString();
@@ -102,19 +113,28 @@ TEST_F(DocumentFile, MissingOrWithoutBytesIsANewDocumentAtOnce) {
   EXPECT_THAT(failureOf(emptyContext()->open(path("No/Such/Folder.pdr"))), HasSubstr("No such file"));
 }
 
-TEST_F(DocumentFile, IsHeldAgainstEveryoneElse) {
+TEST_F(DocumentFile, IsHeldAgainstEveryoneElseWhereverAnyLockWorks) {
   makeDocument();
   const QByteArray before = contentsOf(path());
-  ChildProcess other([this](const auto& report) {
-    const auto context = emptyContext();
-    report(context->open(path()) ? 1 : 0);
-    ::pause();
-  });
-  ASSERT_EQ(other.next(), 1);
-  EXPECT_THAT(failureOf(emptyContext()->open(path())), HasSubstr("another program has this document open"));
-  EXPECT_EQ(contentsOf(path()), before);
-  other.kill();
-  EXPECT_EQ(opened()->all<Customer>().size(), 1U);
+  for (const auto locks : {Disk::Locks::All, Disk::Locks::OnlyOfFilesToWrite, Disk::Locks::None}) {
+    Disk disk;
+    disk.locks = locks;
+    const bool works = locks != Disk::Locks::None;
+    ChildProcess other([this](const auto& report) {
+      const auto context = emptyContext();
+      report(context->open(path()) ? context->store()->isLocked() : -1);
+      ::pause();
+    });
+    ASSERT_EQ(other.next(), works);
+    EXPECT_EQ(failureOf(emptyContext()->open(path())), works ? "another program has this document open" : "");
+    EXPECT_EQ(contentsOf(path()), before);
+    other.kill();
+    EXPECT_EQ(opened()->all<Customer>().size(), 1U) << "a lock goes with its process";
+  }
+  EXPECT_EQ(files(), QStringList("Work.pdr"));
+  QFile file(path());
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly) && ::flock(file.handle(), LOCK_EX) == 0);
+  EXPECT_FALSE(emptyContext()->open(path())) << "a program of before knows one lock only";
 }
 
 TEST_F(DocumentFile, RunsNothingThatItBrings) {
@@ -133,22 +153,149 @@ TEST_F(DocumentFile, RunsNothingThatItBrings) {
 
 // ---- what happens to the file while it is open
 
-TEST_F(DocumentFile, ThatVanishedIsMadeAnewWithEverything) {
-  makeDocument();
+TEST_F(DocumentFile, ThatWasDeletedIsMadeAnewWithEverythingWhereItLay) {
+  QDir().mkpath(path("real"));
+  makeDocument(path("real/Work.pdr"));
+  ASSERT_EQ(::chmod(path("real/Work.pdr").toUtf8().constData(), 0640), 0);
+  ASSERT_TRUE(QFile::link(path("real/Work.pdr"), path()));
   auto context = opened();
   context->insertTemporary<Customer>().setName(QStringLiteral("temporary"));
-  ASSERT_TRUE(QFile::rename(path(), path("Moved.pdr")));
+  QFile::remove(path("real/Work.pdr"));
   context->insert<Customer>().setName(QStringLiteral("Zed"));
-  ASSERT_TRUE(context->save());
+  Disk disk;
+  disk.isAnother = true;
+  EXPECT_EQ(displacement(*context), Displaced::OutOfReach) << "not on a disk that took the place of its own";
+  QDir().rename(path("real"), path("away"));
+  EXPECT_EQ(displacement(*context), Displaced::OutOfReach);
+  QDir().rename(path("away"), path("real"));
+  EXPECT_FALSE(QFile::exists(path("real/Work.pdr"))) << "and nothing was written";
+  disk.isAnother = false;
+  disk.synced.clear();
+  EXPECT_EQ(displacement(*context), std::nullopt);
+  EXPECT_EQ(context->store()->story().madeAnew, 1);
+  EXPECT_TRUE(disk.synced.contains(path("real"))) << "its name, too, is on the disk";
+  struct stat made {};
+  ASSERT_EQ(::stat(path("real/Work.pdr").toUtf8().constData(), &made), 0);
+  EXPECT_EQ(made.st_mode & 07777, 0640U);
+  EXPECT_TRUE(QFileInfo(path()).isSymLink());
   EXPECT_FALSE(emptyContext()->open(path())) << "the new file is held as the old one was";
   context->insert<Job>();
   ASSERT_TRUE(context->save());
   context.reset();
-  EXPECT_EQ(queries::customersNamed(*opened(), QStringLiteral("Acme")).size(), 1U);
   EXPECT_EQ(opened()->all<Customer>().size(), 2U);
   EXPECT_EQ(opened()->all<Job>().size(), 1U);
-  EXPECT_EQ(opened(path("Moved.pdr"))->all<Customer>().size(), 1U) << "the moved one is left as it was";
-  EXPECT_EQ(QDir(places.documents).entryList(QDir::Files).size(), 2);
+  EXPECT_EQ(files("real"), QStringList("Work.pdr"));
+}
+
+TEST_F(DocumentFile, ThatWasMovedIsFollowedOnlyWhenAsked) {
+  makeDocument();
+  auto context = opened();
+  QDir().rename(places.documents, places.path("Elsewhere"));
+  QDir().mkpath(places.documents);
+  context->insert<Customer>();
+  EXPECT_EQ(displacement(*context), Displaced::Moved);
+  EXPECT_EQ(context->store()->movedTo(), places.path("Elsewhere/Work.pdr"));
+  ASSERT_TRUE(context->store()->follow());
+  EXPECT_EQ(displacement(*context), std::nullopt);
+  EXPECT_EQ(context->store()->path(), places.path("Elsewhere/Work.pdr"));
+  EXPECT_FALSE(emptyContext()->open(places.path("Elsewhere/Work.pdr"))) << "held under its new name";
+  context.reset();
+  EXPECT_EQ(opened(places.path("Elsewhere/Work.pdr"))->all<Customer>().size(), 2U);
+  EXPECT_EQ(files(), QStringList());
+}
+
+/// What another program does to the file, having a copy of it from before.
+struct Interference {
+  const char* name;
+  void (*interfere)(const QString& path, const QByteArray& copy);
+  bool goesOn;
+};
+
+class Interfered : public DocumentFile, public testing::WithParamInterface<Interference> {};
+
+bool replaceFile(const QString& path, const QByteArray& bytes) {
+  const QString beside = path + ".new";
+  return writeFile(beside, bytes) && ::rename(qPrintable(beside), qPrintable(path)) == 0;
+}
+
+TEST_P(Interfered, IsGoneOnWithOrNotWrittenToUntilTheUserHasDecided) {
+  for (const bool over : {true, false}) {
+    makeDocument();
+    const QByteArray copy = contentsOf(path());
+    auto context = opened();
+    context->insert<Customer>();
+    ASSERT_TRUE(context->save());
+    GetParam().interfere(path(), copy);
+    const QByteArray theirs = contentsOf(path());
+    EXPECT_EQ(displacement(*context) == std::nullopt, GetParam().goesOn) << "seen without a change, too";
+    context->insert<Customer>();
+    if (!GetParam().goesOn) {
+      EXPECT_EQ(displacement(*context), Displaced::Replaced);
+      EXPECT_EQ(displacement(*context), Displaced::Replaced) << "still";
+      EXPECT_EQ(contentsOf(path()), theirs);
+      ASSERT_TRUE(context->store()->moveTo(*context, over ? path() : path("Work1.pdr"),
+                                           over ? Existing::Replace : Existing::Keep));
+      EXPECT_EQ(contentsOf(path()) == theirs, !over);
+    }
+    context->insert<Job>();
+    EXPECT_EQ(displacement(*context), std::nullopt);
+    const QString at = context->store()->path();
+    EXPECT_EQ(at, path(over || GetParam().goesOn ? "Work.pdr" : "Work1.pdr"));
+    context.reset();
+    EXPECT_EQ(opened(at)->all<Customer>().size(), 3U);
+    EXPECT_EQ(opened(at)->all<Job>().size(), 1U);
+    QFile::remove(at);
+    QFile::remove(path());
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, Interfered,
+    testing::Values(
+        Interference{"PutsACopyInItsPlace",
+                     [](const QString& path, const QByteArray&) { replaceFile(path, contentsOf(path)); },
+                     true},
+        Interference{"WritesACopyIntoIt",
+                     [](const QString& path, const QByteArray&) { writeFile(path, contentsOf(path)); }, true},
+        Interference{"PutsAnOlderCopyInItsPlace",
+                     [](const QString& path, const QByteArray& copy) { replaceFile(path, copy); }, false},
+        Interference{"WritesAnOlderCopyIntoIt",
+                     [](const QString& path, const QByteArray& copy) { writeFile(path, copy); }, false},
+        Interference{"ChangesARow",
+                     [](const QString& path, const QByteArray&) { alter(path, "DELETE FROM Customer"); },
+                     false},
+        Interference{"CutsItShort", [](const QString& path, const QByteArray&) { QFile::resize(path, 5000); },
+                     false},
+        Interference{"EmptiesIt", [](const QString& path, const QByteArray&) { writeFile(path, {}); }, false},
+        Interference{"PutsALetterInItsPlace",
+                     [](const QString& path, const QByteArray&) { replaceFile(path, "Dear all"); }, false}),
+    RowName());
+
+TEST_F(DocumentFile, LosesNothingWhileACopyIsPutInItsPlaceAgainAndAgain) {
+  makeDocument();
+  const auto context = opened();
+  std::size_t customers = 1;
+  int asked = 0;
+  for (int copy = 0; copy < 360; ++copy) {
+    const QByteArray bytes = contentsOf(path());
+    const auto add = [&] {
+      ++customers;
+      return context->edit({}, [&] { context->insert<Customer>(); });
+    };
+    ASSERT_TRUE(add());
+    if (copy % 100 != 99) {
+      ASSERT_TRUE(replaceFile(path(), contentsOf(path())));
+    } else {  // a copy from before the last edit
+      ASSERT_TRUE(replaceFile(path(), bytes) && add());
+      ASSERT_TRUE(context->commitState().failure);
+      ++asked;
+      ASSERT_TRUE(context->store()->moveTo(*context, path(), Existing::Replace) && context->save());
+    }
+  }
+  EXPECT_EQ(asked, 3);
+  EXPECT_EQ(context->store()->story().takenOver, 356) << "each but the last, which no save saw";
+  context->close();
+  EXPECT_EQ(opened()->all<Customer>().size(), customers);
 }
 
 TEST_F(DocumentFile, IsSeenToByASaveWithoutChanges) {
@@ -163,23 +310,6 @@ TEST_F(DocumentFile, IsSeenToByASaveWithoutChanges) {
   QFile::remove(path());
   ASSERT_TRUE(context->save());
   EXPECT_TRUE(QFile::exists(path()));
-}
-
-TEST_F(DocumentFile, WhosePlaceAnotherTookIsNotWrittenUntilThePlaceIsFree) {
-  makeDocument();
-  auto context = opened();
-  ASSERT_TRUE(QFile::rename(path(), path("Moved.pdr")));
-  ASSERT_TRUE(writeFile(path(), "somebody else's"));
-  context->insert<Customer>();
-  EXPECT_THAT(failureOf(context->save()), HasSubstr("another file has taken its place"));
-  EXPECT_EQ(contentsOf(path()), "somebody else's");
-  QFile::remove(path());
-  QDir().mkpath(path());
-  EXPECT_FALSE(context->save()) << "nor when it is a folder";
-  QDir().rmdir(path());
-  EXPECT_TRUE(context->save());
-  context.reset();
-  EXPECT_EQ(opened()->all<Customer>().size(), 2U);
 }
 
 TEST_F(DocumentFile, CanBeOpenedAgainOnceItsContextHasLetGo) {

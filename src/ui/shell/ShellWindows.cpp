@@ -1,6 +1,7 @@
 #include "ui/ShellWindows.h"
 
 #include <QCheckBox>
+#include <QFileInfo>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -11,6 +12,7 @@
 #include "analytics/Disclosure.h"
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
+#include "platform/Text.h"
 #include "ui/Buttons.h"
 #include "ui/CommandTarget.h"
 #include "ui/Symbols.h"
@@ -25,6 +27,7 @@ namespace {
 constexpr int kMargin = metrics::kGrid * 4;
 constexpr int kTextWidth = 440;
 constexpr int kSign = 56;
+constexpr qsizetype kRecentShown = 5;
 
 QLabel* quietText(const QString& text) {
   auto* label = new QLabel(text);
@@ -86,6 +89,17 @@ struct Page {
   }
 };
 
+/// What a recent document is opened by; of two of one name each is told by its folder.
+QString recentTitle(const QString& path, const QStringList& all) {
+  const auto nameOf = [](const QString& one) { return QFileInfo(one).completeBaseName(); };
+  const QString name = nameOf(path);
+  const bool isAlone =
+      std::count_if(all.begin(), all.end(), [&](const QString& one) { return nameOf(one) == name; }) == 1;
+  QString title = isAlone ? formatted(ShellWindow::tr("Open “%@”"), {name})
+                          : formatted(ShellWindow::tr("Open “%@” in “%@”"), {name, QFileInfo(path).path()});
+  return title.replace(u'&', QStringLiteral("&&"));
+}
+
 }  // namespace
 
 ShellWindow::ShellWindow(const WindowFrame& frame, const QString& title) : AppWindow(frame, title) {
@@ -127,7 +141,22 @@ WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : ShellWindow(frame, tr("
       target.perform(command, this);
     };
   };
-  makePrimary(*addWay(tr("Set Up a New Document…"), insteadOfThis(Command::New)));
+  const QStringList recent = frame.target.recentDocuments().mid(0, kRecentShown);
+  for (const QString& path : recent) {
+    QPushButton* button = addWay(recentTitle(path, recent), [this, &target = frame.target, path] {
+      close();
+      target.openRecent(path);
+    });
+    button->setObjectName(QStringLiteral("recentDocument"));
+    button->setToolTip(path);
+    button->setAutoDefault(true);  // so that Return presses it
+    if (path == recent.front()) {
+      makePrimary(*button);
+      button->setFocus();
+    }
+  }
+  QPushButton* setUp = addWay(tr("Set Up a New Document…"), insteadOfThis(Command::New));
+  if (recent.isEmpty()) makePrimary(*setUp);
   addWay(tr("Open a Document…"), insteadOfThis(Command::Open));
   addWay(tr("Read How It Works"), [&workspace = frame.session.ports().workspace] {
     showHelp({.text = help::kFirstDay}, workspace, resourceFolder());

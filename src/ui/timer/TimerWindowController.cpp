@@ -106,7 +106,6 @@ void TimerWindowController::observeSession() {
 
 void TimerWindowController::startUp() {
   state_.reloadData();
-  if (const OpenDocument* document = session_.document()) setPlainTitle(*window_, document->displayName());
   [[maybe_unused]] const auto notApplied = session_.ports().defaults.text(preferences::kSortOrderWindow);
   showElapsedTime(QStringLiteral("00:00:00"));
   state_.updateCustomerJobLabel();
@@ -224,6 +223,7 @@ void TimerWindowController::leave() {
 }
 
 void TimerWindowController::showDocumentState() {
+  if (const OpenDocument* document = session_.document()) setPlainTitle(*window_, document->displayName());
   const QString text = documentStateText(session_.saveState(), session_.ports().calendar);
   window_->documentState->setText(text);
   window_->documentState->setAccessibleDescription(text);

@@ -12,8 +12,8 @@ class Session;
 
 /// File > Back Up: stops the timers, with the user's consent, and asks for a name.
 void backUpDocument(Session& session);
-/// What follows when the panel ended: the open document is saved and copied to `chosen`. None when the panel
-/// was cancelled.
+/// What follows when the panel ended: the open document is saved and copied to `chosen`; what cannot be saved
+/// is written there from memory. None when the panel was cancelled.
 void backUpTo(Session& session, const std::optional<QString>& chosen);
 
 /// True to go on with this path: the user agreed, or it is no backup.

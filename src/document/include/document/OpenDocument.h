@@ -26,6 +26,8 @@ class OpenDocument {
 
   [[nodiscard]] const std::shared_ptr<ObjectContext>& context() const { return context_; }
   [[nodiscard]] const QString& path() const { return path_; }
+  /// The document's file is that one now.
+  void setPath(const QString& path) { path_ = path; }
   /// Whether the path leads to this document's file, by whatever name.
   [[nodiscard]] bool isAt(const QString& path) const;
   /// The file's name without its last extension.
@@ -35,10 +37,13 @@ class OpenDocument {
   [[nodiscard]] bool isStandalone() const { return settings().standalone().value_or(false); }
   [[nodiscard]] Instant openedAt() const { return openedAt_; }
 
-  /// What the user knows about what could not be saved.
+  /// What the user knows about the document's file.
   struct Told {
     QString reason;                           ///< why; empty while all is well
     std::optional<quint64> closeRefusedAt{};  ///< how many changes there were when closing was refused
+    std::optional<quint64> copiedAt{};        ///< and when all of it was last written elsewhere
+    int madeAnew = 0;                         ///< how often it was deleted
+    bool ofCopies = false;                    ///< that copies are put in its place
   };
   Told told;
 

@@ -18,9 +18,15 @@ void saveContextOrLog(Session& session);
 /// Says in the notice line why the document cannot be stored, once for each reason, and takes it back when it
 /// can. Called by the session after every attempt to store.
 void sayWhetherSaved(Session& session);
+/// Says of a document that has just been opened that it cannot be written to, or not be kept from others.
+void sayHowFileIsHeld(Session& session);
+
+/// Says in the notice line that the user's settings could not be stored, and takes it back.
+void sayWhetherSettingsAreStored(Session& session);
 
 /// Saves, so that closing loses nothing; false when the document must stay open for now. The first try to
-/// close what cannot be stored is refused and says so in the notice line; who tries again knows, and may.
+/// close what cannot be stored, and was not copied elsewhere, is refused, and the notice line says what would
+/// be lost; who tries again knows, and may.
 [[nodiscard]] bool saveBeforeClosing(Session& session);
 
 }  // namespace pendra

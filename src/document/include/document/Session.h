@@ -45,7 +45,7 @@ struct SaveState {
 /// The state of the program with respect to its document.
 class Session {
  public:
-  Session(const Ports& ports, ObjectModel model) : ports_(ports), objectModel_(std::move(model)) {}
+  Session(const Ports& ports, ObjectModel model);
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
@@ -96,6 +96,7 @@ class Session {
   ObjectModel objectModel_;
   std::unique_ptr<OpenDocument> document_;
   Subscription commits_;
+  Notifier::Subscription settings_;
   Notifier documentChanges_;
   Notifier standaloneChanges_;
   Notifier saveStateChanges_;

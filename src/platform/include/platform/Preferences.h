@@ -25,6 +25,8 @@ inline const QString kStatisticsNotice = QStringLiteral("PendraStatisticsNotice"
 inline const QString kIntroduced = QStringLiteral("PendraIntroduced");
 /// Paths of the documents that were open, newest first.
 inline const QString kRecentDocuments = QStringLiteral("PendraRecentDocuments");
+/// Path of a copy that was written when a document could not be saved at the end; empty once it was told.
+inline const QString kRescued = QStringLiteral("PendraRescued");
 /// Path of the folder in which a file was chosen last.
 inline const QString kLastFolder = QStringLiteral("PendraLastFolder");
 /// Where each window stood when it was closed, in a form of the toolkit's.

@@ -41,11 +41,24 @@ class ObjectContext {
   /// Lets go of the file, so that it can be opened again; every later save fails.
   void close();
   [[nodiscard]] bool hasStore() const { return store_ != nullptr; }
+  /// The document's file, for what becomes of it elsewhere than in `save`; none without a file.
+  [[nodiscard]] PersistentStore* store() const { return store_.get(); }
   [[nodiscard]] bool hasChanges() const { return !changed_.empty() || !deleted_.empty(); }
   /// Another number after every change of any object; what was derived from the objects holds while it stays.
   [[nodiscard]] quint64 changeCount() const { return changeCount_; }
-  /// Writes what no edit has stored yet in one transaction; durable when it returns. A file that has vanished
-  /// from its path is made anew with everything. On failure the file holds its old state, and what changed
+  /// The objects of a class that no save has stored as they are, in no order.
+  template <class T>
+  [[nodiscard]] std::vector<T*> unsaved() const {
+    std::vector<T*> objects;
+    for (ManagedObject* object : changed_) {
+      if (object->dirty_ && &object->entity() == &T::descriptor()) objects.push_back(static_cast<T*>(object));
+    }
+    return objects;
+  }
+  /// How many objects of any class a save would write or erase.
+  [[nodiscard]] std::size_t numberOfUnsaved() const;
+  /// Writes what no edit has stored yet in one transaction; durable when it returns. A file that was deleted
+  /// is made anew with everything. On failure the file holds its old state, and what changed
   /// stays remembered for the next save. Without changes only the file's time is set. Waits up to two seconds
   /// for another program that reads the file.
   Result<void> save();

@@ -4,13 +4,28 @@
 
 #include <QString>
 #include <memory>
+#include <optional>
 
+#include "platform/Files.h"
 #include "platform/Result.h"
 #include "store/Descriptors.h"
 
 namespace pendra {
 
 class ObjectContext;
+
+/// Why a document is not written to its place though it could be: another file may be meant by it.
+enum class Displaced {
+  Moved = 1,  ///< the file has another path now
+  Replaced,   ///< another version stands in its place, or it was changed or damaged there
+  OutOfReach  ///< its folder is gone, or is that of another disk
+};
+
+/// What happened to the file of a document that it survived.
+struct FileStory {
+  int madeAnew = 0;   ///< so often it had been deleted
+  int takenOver = 0;  ///< so often a copy had been put in its place
+};
 
 /// The file of a context, held against every other process for as long as the store lives.
 class PersistentStore {
@@ -33,19 +48,42 @@ class PersistentStore {
   /// Reads every row into an empty context.
   Result<void> read(ObjectContext& context);
   /// Writes the context's changes in one transaction, durable when it returns; all of it into a new file
-  /// when the old one has vanished from its path. Waits `patience` milliseconds for another program that
-  /// reads the file.
+  /// when the old one was deleted. Goes on with a copy of the file that was put in its place. Writes nothing
+  /// where the path may mean another file by now: `displaced` tells that failure. Waits `patience`
+  /// milliseconds for another program that reads the file.
   Result<void> write(const ObjectContext& context, int patience);
+
+  /// Where the file lies, links followed.
+  [[nodiscard]] const QString& path() const;
+  /// Whether the file may be written to.
+  [[nodiscard]] bool isWritable() const;
+  /// Whether other programs that would open the document are kept out.
+  [[nodiscard]] bool isLocked() const;
+  [[nodiscard]] const FileStory& story() const { return story_; }
+  /// The path that the file has which was moved; empty when nobody knows.
+  [[nodiscard]] QString movedTo() const;
+
+  /// Writes the whole document to another file, which is not held.
+  Result<void> writeCopy(const ObjectContext& context, const QString& path, Existing existing) const;
+  /// Writes the whole document to a new file at that path, which is its file from now on.
+  Result<void> moveTo(const ObjectContext& context, const QString& path, Existing existing);
+  /// Goes on with the file that was moved, where it is now.
+  Result<void> follow();
 
  private:
   struct Parts;
   explicit PersistentStore(std::unique_ptr<Parts> parts);
-  Result<void> writeAnew(const ObjectContext& context);
-  void writeChanges(const ObjectContext& context);
-  void writeAll(const ObjectContext& context);
+  Result<void> findFile(const ObjectContext& context);
+  Result<void> writeToFile(const ObjectContext& context, int patience);
+  static Result<std::unique_ptr<Parts>> writeDraft(const ObjectContext& context, const Draft& draft,
+                                                   const ObjectModel& model);
 
   std::unique_ptr<Parts> parts_;
+  FileStory story_;
 };
+
+/// Which of those reasons a failure to write has; none when it has another.
+[[nodiscard]] std::optional<Displaced> displaced(const Error& error);
 
 /// Where the database keeps what it takes back when a save was cut off.
 [[nodiscard]] QString journalOf(const QString& document);

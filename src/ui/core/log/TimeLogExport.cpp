@@ -1,10 +1,10 @@
 #include "ui_core/TimeLogExport.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include "document/OpenDocument.h"
 #include "document/RunningTimers.h"
+#include "document/SavingElsewhere.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/DateTexts.h"
@@ -31,13 +31,13 @@ QString timeText(std::optional<Instant> instant) { return instant ? universalDat
 /// Gathers the file's bytes and hands them on in large pieces.
 class RecordWriter {
  public:
-  RecordWriter(QFile& file, const QString& employee) : file_(file), employee_(employee.toUtf8()) {
+  RecordWriter(Draft& file, const QString& employee) : file_(file), employee_(employee.toUtf8()) {
     bytes_.reserve(kChunk + kChunk / 4);
     bytes_ += kHeader;
   }
 
-  /// False once the file takes no more.
-  bool add(const TimeEntry& period, const Activity& activity) {
+  /// Fails once the file takes no more.
+  Result<void> add(const TimeEntry& period, const Activity& activity) {
     if (!std::exchange(isFirst_, false)) bytes_ += '\n';
     field(timeText(period.start()).toLatin1());
     next(queries::nameOf(activity.customer()).toUtf8());
@@ -48,10 +48,10 @@ class RecordWriter {
     next(activity.notes().value_or(QString()).toUtf8());
     next(period.notes().value_or(QString()).toUtf8());
     next(employee_);
-    return bytes_.size() < kChunk || flush();
+    return bytes_.size() < kChunk ? Result<void>() : flush();
   }
-  bool flush() {
-    const bool written = file_.write(bytes_) == bytes_.size() && file_.flush();
+  Result<void> flush() {
+    auto written = file_.write(bytes_);
     bytes_.resize(0);
     return written;
   }
@@ -67,26 +67,26 @@ class RecordWriter {
     field(text);
   }
 
-  QFile& file_;
+  Draft& file_;
   QByteArray employee_;
   QByteArray bytes_;
   bool isFirst_ = true;
 };
 
-enum class Outcome { Written, Failed, Ended };
-
-Outcome writeRows(QFile& file, const std::vector<LogRow>& rows, const QString& employee,
-                  ExportProgress& progress) {
+/// Whether the rows were written and not ended by the user; or why they could not be.
+Result<bool> writeRows(Draft& file, const std::vector<LogRow>& rows, const QString& employee,
+                       ExportProgress& progress) {
   RecordWriter writer(file, employee);
   for (std::size_t index = 0; index < rows.size(); ++index) {
     const TimeEntry* period = rows[index].period.get();
     const Activity* activity = rows[index].activity();
     if (!period || !activity) continue;
-    if (!writer.add(*period, *activity)) return Outcome::Failed;
+    if (auto added = writer.add(*period, *activity); !added) return added.error();
     const std::size_t done = index + 1;
-    if (done % kRowsBetweenQuestions == 0 && !progress.goOn(done, rows.size())) return Outcome::Ended;
+    if (done % kRowsBetweenQuestions == 0 && !progress.goOn(done, rows.size())) return false;
   }
-  return writer.flush() ? Outcome::Written : Outcome::Failed;
+  if (auto written = writer.flush(); !written) return written.error();
+  return true;
 }
 
 void sayFailed(Notices& notices, const QString& path, const QString& reason) {
@@ -96,15 +96,15 @@ void sayFailed(Notices& notices, const QString& path, const QString& reason) {
                 .actions = {}});
 }
 
-void writeFile(Notices& notices, const QString& path, const std::vector<LogRow>& rows,
-               const QString& employee, ExportProgress& progress) {
-  QFile file(path);
-  const Outcome outcome = file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)
-                              ? writeRows(file, rows, employee, progress)
-                              : Outcome::Failed;
-  if (outcome == Outcome::Failed) return sayFailed(notices, path, file.errorString());
-  notices.withdraw(kNoticeKey);
-  if (outcome == Outcome::Ended) file.remove();
+/// What stood at the path stands there until all rows are on the disk.
+Result<bool> writeFile(const QString& path, const std::vector<LogRow>& rows, const QString& employee,
+                       ExportProgress& progress) {
+  Draft file(path);
+  if (auto opened = file.open(); !opened) return opened.error();
+  auto written = writeRows(file, rows, employee, progress);
+  if (!written || !written.value()) return written;
+  if (auto finished = file.finish(Existing::Replace); !finished) return finished.error();
+  return true;
 }
 
 /// The open document must not be written over, whatever the user has answered to the panel.
@@ -132,7 +132,10 @@ void exportTimeLog(LogController& log, ExportProgress& progress) {
   if (!path) return;
   if (isOpenDocument(session, *path)) return sayFailed(session.notices(), *path, kIsOpenDocument);
   if (!checkForRunningTimers(session)) return;
-  writeFile(session.notices(), *path, log.consideredRows(), employee.value_or(QString()), progress);
+  const auto written = writeFile(*path, log.consideredRows(), employee.value_or(QString()), progress);
+  if (!written) return sayFailed(session.notices(), *path, written.error().text);
+  if (written.value()) return sayWritten(session, kNoticeKey, *path);
+  session.notices().withdraw(kNoticeKey);
 }
 
 }  // namespace pendra

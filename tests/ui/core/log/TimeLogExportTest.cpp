@@ -1,6 +1,9 @@
 #include "ui_core/TimeLogExport.h"
 
+#include <sys/stat.h>
+
 #include "LogFixture.h"
+#include "support/FileSizeLimit.h"
 
 namespace pendra {
 namespace {
@@ -28,7 +31,7 @@ class TimeLogExport : public TimeLog {
   QByteArray exportedTo(const QString& path) {
     test.panels.willChoose(path);
     exportTimeLog(log, progress);
-    return path.startsWith("/dev/") ? QByteArray() : contentsOf(path);
+    return contentsOf(path);
   }
   QByteArray exported() { return exportedTo(test.places.path("log.txt")); }
 
@@ -88,13 +91,6 @@ TEST_F(TimeLogExport, WritesTheSelectedRowsInTheOrderOfTheTable) {
   EXPECT_TRUE(lines[2].contains("\"B\""));
 }
 
-TEST_F(TimeLogExport, ReplacesALongerFileWhole) {
-  const QString path = test.places.path("old.txt");
-  ASSERT_TRUE(writeFile(path, QByteArray(5000, 'x')));
-  log.reloadData();
-  EXPECT_EQ(exportedTo(path), kHeader);
-}
-
 TEST_F(TimeLogExport, LeavesNoFileWhenItIsEnded) {
   Activity& activity = activityOf("Acme");
   for (int number = 0; number < 300; ++number) test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
@@ -104,7 +100,6 @@ TEST_F(TimeLogExport, LeavesNoFileWhenItIsEnded) {
   progress.goesOn = false;
   exported();
   EXPECT_FALSE(QFile::exists(test.places.path("log.txt")));
-  EXPECT_TRUE(test.session.notices().standing().empty());
 }
 
 struct NameRow {
@@ -143,18 +138,28 @@ TEST_F(TimeLogExport, AsksAboutTimersAfterThePanelAndCancellingWritesNothing) {
   EXPECT_FALSE(activity.isRunning());
 }
 
-TEST_F(TimeLogExport, AFailureIsANoticeWithTheFileAndTheReason) {
+TEST_F(TimeLogExport, SaysWhereItIsOrWhyNotAndReplacesAFileOnlyByAWholeOne) {
   test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   log.reloadData();
-  exportedTo("/dev/full");
-  ASSERT_EQ(test.session.notices().standing().size(), 1U);
-  EXPECT_EQ(test.session.notices().standing()[0].text,
-            "The time log could not be exported to “full”: No space left on device.");
-  EXPECT_TRUE(test.alerts.shown().empty());
+  const QString path = test.places.path("log.txt");
+  ASSERT_TRUE(writeFile(path, QByteArray(5000, 'x')));
+  const auto notice = [&] { return test.session.notices().standing().back(); };
+  {
+    const FileSizeLimit limit(100);
+    EXPECT_EQ(exported(), QByteArray(5000, 'x'));
+  }
+  EXPECT_EQ(notice().text, "The time log could not be exported to “log.txt”: File too large.");
+  ASSERT_EQ(::mkfifo(qPrintable(test.places.path("fifo")), 0600), 0);
+  test.panels.willChoose(test.places.path("fifo"));
+  exportTimeLog(log, progress);
+  EXPECT_TRUE(notice().text.contains("“fifo”: it is not a file"));
   exportedTo(test.places.path("missing/log.txt"));
-  EXPECT_TRUE(test.session.notices().standing()[0].text.contains("“log.txt”: No such file"));
-  exported();
-  EXPECT_TRUE(test.session.notices().standing().empty());
+  EXPECT_TRUE(notice().text.contains("“log.txt”: No such file"));
+  EXPECT_TRUE(test.alerts.shown().empty());
+  EXPECT_TRUE(exported().startsWith(kHeader));
+  EXPECT_EQ(notice().text, "Written to “" + path + "”.");
+  notice().actions[0].run();
+  EXPECT_EQ(test.workspace.revealed(), QStringList(path));
 }
 
 }  // namespace

@@ -1,0 +1,58 @@
+#include "NameLock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <cerrno>
+
+namespace pendra {
+
+Result<bool> lockFile(int descriptor) {
+  if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0) return true;
+  if (errno != EWOULDBLOCK) return false;
+  return Error{QStringLiteral("document"), 0, QStringLiteral("another program has this document open")};
+}
+
+Result<NameLock> NameLock::take(const QString& document) {
+  const QFileInfo file(document);
+  NameLock lock;
+  lock.path_ = QFile::encodeName(file.absolutePath() + u"/." + file.fileName() + u".lock");
+  for (;;) {
+    lock.descriptor_ = ::open(lock.path_.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0644);
+    if (!lock.isHeld()) return lock;
+    const auto locked = lockFile(lock.descriptor_);
+    if (!locked) ::close(std::exchange(lock.descriptor_, -1));
+    if (!locked) return locked.error();
+    if (!locked.value()) lock.release();
+    if (!locked.value() || lock.hasItsName()) return lock;
+    ::close(std::exchange(lock.descriptor_, -1));  // whoever had it has removed it meanwhile
+  }
+}
+
+NameLock::NameLock(NameLock&& other) noexcept
+    : descriptor_(std::exchange(other.descriptor_, -1)), path_(std::move(other.path_)) {}
+
+NameLock& NameLock::operator=(NameLock&& other) noexcept {
+  std::swap(descriptor_, other.descriptor_);
+  std::swap(path_, other.path_);
+  return *this;
+}
+
+bool NameLock::hasItsName() const {
+  struct stat held {};
+  struct stat named {};
+  return ::fstat(descriptor_, &held) == 0 && ::stat(path_.constData(), &named) == 0 &&
+         held.st_ino == named.st_ino && held.st_dev == named.st_dev;
+}
+
+void NameLock::release() {
+  if (!isHeld()) return;
+  if (hasItsName()) ::unlink(path_.constData());  // while it is held: afterwards it may be another's
+  ::close(std::exchange(descriptor_, -1));
+}
+
+}  // namespace pendra

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QStringList>
+
+namespace pendra {
+
+/// A disk of which a test says what it cannot do, for as long as this lives. One at a time.
+class [[nodiscard]] Disk {
+ public:
+  enum class Locks { All, OnlyOfFilesToWrite, None };
+
+  Disk();
+  ~Disk();
+  Disk(const Disk&) = delete;
+  Disk& operator=(const Disk&) = delete;
+
+  /// Which files can be locked. As on a network file system, on some only those that are open for writing.
+  Locks locks = Locks::All;
+  /// Whether what lies at a path is that of another disk from now on, with files of the same numbers.
+  bool isAnother = false;
+  /// What was brought to the disk, oldest first: files and folders.
+  QStringList synced;
+};
+
+}  // namespace pendra
