@@ -5,6 +5,7 @@
 #include "document/SavingElsewhere.h"
 #include "document/Session.h"
 #include "model/DurationText.h"
+#include "model/TimeEntry.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
 #include "store/PersistentStore.h"

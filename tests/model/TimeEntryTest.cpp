@@ -135,6 +135,9 @@ TEST_F(Entry, CountsTodayByItsStartButRunsToTodayWhateverItsDay) {
   EXPECT_EQ(timeTextsOf(activity, today).total, "04:11:00") << "stored and running both count";
   activity.stop();
   EXPECT_EQ(timeTextsOf(activity, today).today, "00:10:00");
+  period.setStart(instantOf("2026-10-25T22:30:00Z"));
+  const Today longDay(instantOf("2026-10-25T08:00:00Z"), Calendar(QTimeZone("Europe/Berlin")));
+  EXPECT_EQ(timesOf(activity, longDay).today, 7200) << "in the last hour of a day of 25 hours";
 }
 
 TEST_F(Entry, SumsFollowEveryChangeOfWhatTheySum) {

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "store/PersistentStore.h"
+#include "support/Disk.h"
 #include "support/FileSizeLimit.h"
 #include "support/Rows.h"
 #include "support/TestDocument.h"
@@ -120,6 +121,24 @@ INSTANTIATE_TEST_SUITE_P(
                     OldLayout{"SecondFromOneThatKnewSending", "sending.momd", kSecondLayout, 2, true, true},
                     OldLayout{"SecondFromTheFirst", "first.momd", kSecondLayout, 2, false, true}),
     RowName());
+
+TEST_F(Museum, AnUpgradeThatFailsAtAnyMomentIsDoneWhollyOrNotAtAll) {
+  int syncs = 0;
+  for (bool done = false; !done; ++syncs) {
+    for (const QString& file : files()) QFile::remove(path(file));
+    makeDocument({"First", "first.momd", "", 1, false, false});
+    const QByteArray before = contentsOf(path());
+    {
+      Disk disk;
+      disk.syncs = syncs;
+      done = bool(emptyContext()->open(path()));
+    }
+    SQLite::Database file(path().toStdString(), SQLite::OPEN_READWRITE);
+    if (file.execAndGet("PRAGMA user_version").getInt() == testModel().newestLayout()) continue;
+    EXPECT_EQ(contentsOf(path()), before) << "after " << syncs;
+  }
+  EXPECT_GT(syncs, 4);
+}
 
 struct Broken {
   const char* name;

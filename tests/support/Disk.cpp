@@ -27,9 +27,15 @@ int flock(int descriptor, int operation) noexcept {
 }
 
 int fsync(int descriptor) {
+  if (disk && --disk->syncs < 0) {
+    errno = EIO;
+    return -1;
+  }
   if (disk) disk->synced << QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(descriptor));
   return static_cast<int>(::syscall(SYS_fsync, descriptor));
 }
+
+int fdatasync(int descriptor) { return fsync(descriptor); }
 
 int stat(const char* path, struct stat* status) noexcept {
   const int done = ::fstatat(AT_FDCWD, path, status, 0);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <limits>
 
 namespace pendra {
 
@@ -18,6 +19,8 @@ class [[nodiscard]] Disk {
   Locks locks = Locks::All;
   /// Whether what lies at a path is that of another disk from now on, with files of the same numbers.
   bool isAnother = false;
+  /// So often something can still be brought to it.
+  int syncs = std::numeric_limits<int>::max();
   /// What was brought to the disk, oldest first: files and folders.
   QStringList synced;
 };
