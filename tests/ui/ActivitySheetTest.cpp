@@ -79,6 +79,7 @@ TEST_F(ActivitySheetAtTheDesk, ANewActivityIsInTheDocumentFromOKOnAndRuns) {
   add([&] {
     EXPECT_EQ(desk.focus(), kCustomer);
     EXPECT_EQ(desk.text(kNotes), "");
+    EXPECT_FALSE(desk.sees(kEntries)) << "there are none yet";
     desk.typeInto(kCustomer, u"Acme"_s);
     desk.typeInto(kService, u"Design"_s);
     std::ignore = desk.session.context()->save();  // as at a signal
@@ -176,6 +177,7 @@ TEST_F(ActivitySheetAtTheDesk, AServiceItemThatIsNotOfferedSaysSoAndLeadsToTheLi
     desk.alerts.willAnswer({u"OK"_s});
     desk.press(Qt::Key_Tab);
     EXPECT_EQ(desk.description(u"Service hint"_s), "“Work” is not offered in this list.");
+    EXPECT_EQ(desk.focus(), kNotes) << "the hint does not stand in the way of who types on";
     EXPECT_EQ(desk.offered(kService), QStringList{u"Design"_s});
     desk.press(u"Service items"_s, [&] {
       EXPECT_EQ(desk.front().windowTitle(), "Service Items");

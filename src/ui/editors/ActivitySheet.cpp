@@ -119,6 +119,7 @@ void ActivitySheet::enableDelete() {
 
 void ActivitySheet::showMissing(const QString& sentence) {
   const Form& form = parts_->form;
+  if (form.missingLabel->text() == sentence) return;  // a screen reader hears what changed
   form.missingLabel->setText(sentence);
   form.missingLabel->setAccessibleDescription(sentence);
   form.okButton->setToolTip(sentence);
@@ -127,9 +128,13 @@ void ActivitySheet::showMissing(const QString& sentence) {
 
 void ActivitySheet::showServiceHint(const QString& sentence) {
   const Form& form = parts_->form;
+  if (form.serviceHint->text() == sentence) return;
+  const int spare = std::max(0, height() - sizeHint().height());  // what a person has added
   form.serviceHint->setText(sentence);
   form.serviceHint->setAccessibleDescription(sentence);
   form.serviceHintRow->setHidden(sentence.isEmpty());
+  layout()->activate();
+  resize(width(), sizeHint().height() + spare);
 }
 
 int ActivitySheet::run() { return SheetRunner(session_.ports().modals).run(*this); }

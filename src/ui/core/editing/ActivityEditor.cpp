@@ -58,13 +58,14 @@ ActivityEditor::ActivityEditor(Session& session, const ActivityEditorControls& c
 
 void ActivityEditor::followDocument() {
   news_ = {};
+  if (isOpen_) cancel();  // its document has gone
   if (session_.document()) {
     news_ = context().observe([this](const ChangeSet& changes) { documentEdited(changes); });
   }
 }
 
 void ActivityEditor::documentEdited(const ChangeSet& changes) {
-  if (!adding_ && !currentActivity_) return;
+  if (!isOpen_) return;
   if (changes.touches<Service>()) showHints();
   const bool comeOrGo = !changes.inserted<TimeEntry>().empty() || !changes.deleted<TimeEntry>().empty() ||
                         !changes.deleted<Activity>().empty();
@@ -125,6 +126,7 @@ TimeEntryRow ActivityEditor::rowOf(TimeEntry& entry, const QString& placeholder)
 }
 
 void ActivityEditor::fill(Activity* activity) {
+  isOpen_ = true;
   currentActivity_ = activity;
   adding_ = !activity;
   showRows();
@@ -221,7 +223,7 @@ Activity* ActivityEditor::store() {
 
 void ActivityEditor::letGo() {
   currentActivity_ = {};
-  adding_ = false;
+  isOpen_ = adding_ = false;
   showRows();
 }
 

@@ -61,7 +61,7 @@ bool ActivityEditor::mayLeaveJob() {
     session_.ports().alerts.runAlert({.message = "Please enter a proper job name.", .informative = {}});
     return false;
   }
-  // Kept: with an unknown customer any job may stand.
+  // Kept: promised to those who use the sheet: with an unknown customer any job may stand.
   const auto customers = queries::customersNamed(context(), customerName);
   if (customers.empty()) return true;
   for (const Customer* customer : customers) {

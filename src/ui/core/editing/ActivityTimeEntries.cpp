@@ -89,7 +89,7 @@ void ActivityEditor::selectionChanged() {
   }
   if (row) controls_.littleSaveButton.setEnabled(false);
   const TimeEntry* entry = selectedEntry();
-  // Kept: past the end there is no entry, and no entry counts as not sent.
+  // Kept: promised to those who use the sheet: past the end there is no entry, and none counts as not sent.
   enableTimeEditFields(controls_.entry, selected >= 0 && !(entry && entry->timeIsFixed()));
 }
 

@@ -17,7 +17,8 @@ void makePrimary(QPushButton& button);
 /// Draws the button as words only, in the colour of links.
 void makeQuiet(QPushButton& button);
 /// For a button of a sheet that has fields with a veto: a click on it leaves the keyboard focus where it is,
-/// so that pressing "Cancel" never asks the field whether it may be left.
+/// so that pressing "Cancel" never asks the field whether it may be left. The affirmative button asks by the
+/// sheet's `LeaveGuard`.
 void makeSheetButton(QAbstractButton& button);
 /// The same, as a new button.
 QPushButton* makeSheetButton(const QString& title, QWidget* parent);

@@ -125,6 +125,7 @@ class ActivityEditor {
   Session& session_;
   ActivityEditorControls controls_;
   Ref<Activity> currentActivity_;
+  bool isOpen_ = false;  // from `fill` to `letGo`
   bool adding_ = false;
   RowTable<TimeEntryRow> rows_;
   QStringList shownTimes_;  // the time fields as they were filled from the selected row

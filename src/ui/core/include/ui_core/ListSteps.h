@@ -29,8 +29,8 @@ inline constexpr qint64 kNotFound = std::numeric_limits<qint64>::max();
 /// Asks once whether a typed name is to be added to a list.
 [[nodiscard]] bool asksToAdd(Alerts& alerts, const QString& name, const QString& listName);
 
-/// New list entries that exist only here, each an edit. A customer is offered from now on. Kept: a service
-/// item is not, as documents have always had it; the editors say so.
+/// New list entries that exist only here, each an edit. A customer is offered from now on. Kept: promised to
+/// those who keep the lists: a service item is not, until it is marked there.
 void addCustomer(ObjectContext& context, const QString& name);
 void addService(ObjectContext& context, const QString& name);
 void addJob(Customer& customer, const QString& name);
