@@ -247,8 +247,12 @@ TEST_F(ActivitySheetAtTheDesk, WhatIsDoneToEntriesStaysAfterCancelAndIsSeenBehin
               "11/23/261:00PM");
     EXPECT_EQ(desk.text(kDuration), "01:00:59");
     EXPECT_FALSE(desk.isEnabled(u"Apply"_s));
+    EXPECT_EQ(desk.description(kDuration), "") << "nothing is applied yet";
     desk.typeInto(kDuration, u"12:75:59"_s);
+    EXPECT_EQ(desk.description(kDuration), "stored as 13 h 15 min, 59 s dropped. Ends Tue 24 Nov, 2:15.");
+    EXPECT_EQ(desk.description(u"Start time"_s), "starts 13:00:00, 30 s dropped");
     desk.press(u"Apply"_s);
+    EXPECT_EQ(desk.description(kDuration), "");
     EXPECT_EQ(desk.row(kEntries, 0), "11/23/2026 13:00 13:15:00 Double-click to edit...");
     EXPECT_EQ(desk.selectedRow(kEntries), 0);
     EXPECT_FALSE(desk.isEnabled(u"Apply"_s));
@@ -280,8 +284,10 @@ TEST_F(ActivitySheetAtTheDesk, ANewOrDeletedEntryTakesNothingAwayThatIsBeingType
     EXPECT_EQ(desk.selectedRow(kEntries), 1);
     EXPECT_EQ(desk.focus(), "Start date");
     EXPECT_EQ(desk.text(kCustomer), "Zenith");
-    desk.typeInto(kDuration, u"2:30"_s);
+    desk.typeInto(kDuration, u"2h30"_s);
+    EXPECT_EQ(desk.description(u"Start time"_s), "starts 07:30:00") << "so that it ends now";
     desk.press(u"Add time entry"_s);
+    EXPECT_EQ(desk.text(u"Start time"_s), "10:00") << "where the last one ends";
     EXPECT_EQ(desk.cell(kEntries, 1, kDuration), "02:30:00") << "what was typed is that entry's";
     desk.alerts.willAnswer({u"Delete"_s});
     desk.press(u"Delete time entry"_s);

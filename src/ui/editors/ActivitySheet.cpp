@@ -150,6 +150,8 @@ void ActivitySheet::setPastTimeViewShown(bool shown) {
   resize(width(), wanted);
 }
 
+void ActivitySheet::showEchoes(const EntryEchoes& echoes) { showTimeEchoes(parts_->form, echoes); }
+
 void ActivitySheet::reject() { parts_->controller.cancel(); }
 
 void ActivitySheet::save() {

@@ -193,6 +193,7 @@ void ActivityEditor::controlEdited(const Control& control) {
   }
   controls_.littleSaveButton.setEnabled(true);
   showHints();
+  showEchoes();
 }
 
 /// The names are asked about here, too: what one of them named may have gone since it was left.

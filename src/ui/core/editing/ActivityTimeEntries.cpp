@@ -91,6 +91,23 @@ void ActivityEditor::selectionChanged() {
   const TimeEntry* entry = selectedEntry();
   // Kept: promised to those who use the sheet: past the end there is no entry, and none counts as not sent.
   enableTimeEditFields(controls_.entry, selected >= 0 && !(entry && entry->timeIsFixed()));
+  showEchoes();
+}
+
+/// What "Apply" makes of the fields, once there is something to apply.
+void ActivityEditor::showEchoes() {
+  EntryEchoes echoes;
+  const TimeEntry* entry = selectedEntry();
+  if (entry && !entry->timeIsFixed()) {
+    const QStringList texts = timeTexts();
+    const bool startIsTyped = texts.first(3) != shownTimes_.first(3);
+    echoTime(echoes, *entry, textsOf(controls_.entry, session_),
+             {.start = startIsTyped, .length = texts.last() != shownTimes_.last()});
+    const bool isApplied = controls_.littleSaveButton.isEnabled();
+    if (!isApplied) echoes.start = {};
+    if (!isApplied && !echoes.lengthRuns) echoes = {};
+  }
+  controls_.sheet.showEchoes(echoes);
 }
 
 void ActivityEditor::clearTableSelection() {

@@ -77,7 +77,7 @@ std::optional<Instant> startToStore(const TimeEntry& entry, const EntryTexts& te
 void storeTime(TimeEntry& entry, std::optional<Instant> start, const QString& length) {
   const bool isTyped = length != durationText(entry.storedDuration());
   entry.setStart(start);
-  if (!isTyped && entry.haltedAt()) return;
+  if (entry.running() == true || (entry.haltedAt() && !isTyped)) return;
   entry.setDuration(readDuration(length).seconds);
   entry.setHaltedAt(std::nullopt);
 }

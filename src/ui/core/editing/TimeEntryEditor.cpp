@@ -106,7 +106,7 @@ void TimeEntryEditor::saveValues() {
     if (isTouched(controls_.notesField)) entry.setNotes(controls_.notesField.text());
     if (isTouched(controls_.activityNotesField)) activity.setNotes(controls_.activityNotesField.text());
     if (!open) return;
-    if (lengthRuns_ || entry.running() == true) {
+    if (lengthRuns_) {  // also when it was stopped meanwhile: nobody has typed a length
       entry.setStart(start);
     } else {
       storeTime(entry, start, controls_.entry.durationField.text());

@@ -1,16 +1,8 @@
-#include <QCoreApplication>
-
 #include "model/Queries.h"
 #include "ui_core/ListSteps.h"
 #include "ui_core/TimeEntryEditor.h"
 
 namespace pendra {
-
-namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::TimeEntryEditor", text); }
-
-}  // namespace
 
 void TimeEntryEditor::reloadNames() {
   if (!session_.context()) return;
@@ -71,7 +63,7 @@ bool TimeEntryEditor::mayLeaveCustomer() {
     return false;
   }
   if (!wantsToAdd(name, popup)) return false;
-  std::ignore = context().edit(tr("New Customer"), [&] { addCustomer(context(), name); });
+  addCustomer(context(), name);
   customerPicked();
   jobNames_.clear();
   return true;
@@ -86,7 +78,7 @@ bool TimeEntryEditor::mayLeaveService() {
     return false;
   }
   if (!wantsToAdd(name, popup)) return false;
-  std::ignore = context().edit(tr("New Service Item"), [&] { addService(context(), name); });
+  addService(context(), name);
   return true;
 }
 

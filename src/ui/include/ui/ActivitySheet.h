@@ -24,6 +24,7 @@ class ActivitySheet final : public QDialog, public ActivityEditorSheet {
   void setPastTimeViewShown(bool shown) override;
   void showMissing(const QString& sentence) override;
   void showServiceHint(const QString& sentence) override;
+  void showEchoes(const EntryEchoes& echoes) override;
   void reject() override;
 
  Q_SIGNALS:

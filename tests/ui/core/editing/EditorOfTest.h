@@ -49,6 +49,7 @@ class SheetOfTest final : public ActivityEditorSheet {
   void setPastTimeViewShown(bool) override {}
   void showMissing(const QString&) override {}
   void showServiceHint(const QString&) override {}
+  void showEchoes(const EntryEchoes&) override {}
 
   std::optional<int> ended;
 };

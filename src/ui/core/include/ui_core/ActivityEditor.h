@@ -7,6 +7,7 @@
 #include "model/TimeEntry.h"
 #include "store/Observers.h"
 #include "ui_core/EntryChecks.h"
+#include "ui_core/EntryEchoes.h"
 #include "ui_core/RowTable.h"
 #include "ui_core/TablePort.h"
 
@@ -25,7 +26,7 @@ struct TimeEntryRow {
 };
 
 /// The activity editor's sheet.
-class ActivityEditorSheet : public EditorSheet {
+class ActivityEditorSheet : public EditorSheet, public EchoDisplay {
  public:
   /// Grows or shrinks by the area of the time entries; the top edge stays where it is.
   virtual void setPastTimeViewShown(bool shown) = 0;
@@ -109,6 +110,7 @@ class ActivityEditor {
   void showKind(bool adding);
   void showNames(const Activity* activity);
   void showHints();
+  void showEchoes();
   [[nodiscard]] QString missing() const;
   [[nodiscard]] QString serviceHint() const;
   [[nodiscard]] bool mayLeaveCustomer();

@@ -37,8 +37,8 @@ struct EntryTexts {
 /// a notice says so of a text that was typed.
 [[nodiscard]] std::optional<Instant> startToStore(const TimeEntry& entry, const EntryTexts& texts,
                                                   Notices& notices);
-/// Stores a start, and the length that a text means. A length that was typed also answers what a crash has
-/// left open.
+/// Stores a start, and the length that a text means. The length of a running entry is the clock's. One that a
+/// crash has cut off stays without until one is typed, which is the answer.
 void storeTime(TimeEntry& entry, std::optional<Instant> start, const QString& length);
 /// When an entry that is to be added by hand begins: where the activity's last entry of today ends, or now.
 [[nodiscard]] Instant startOfAddedEntry(const Activity& activity, Instant now, const Calendar& calendar);
