@@ -89,9 +89,9 @@ class Sender {
   ScriptedWindows windows_;
 
  public:
-  Session session{{clock_, calendar_, places_, defaults_, user_, panels_, workspace_, modals_, notifications_,
-                   windows_},
-                  testModel()};
+  Session session{
+      {clock_, calendar_, places_, defaults_, user_, panels_, workspace_, modals_, notifications_, windows_},
+      testModel()};
 
  private:
   NoProgress progress_;
