@@ -28,9 +28,9 @@ void refreshMainWindow(Session& session) {
 }  // namespace
 
 bool isTimeRunning(const ObjectContext& context) {
-  const auto activities = context.all<Activity>();
-  return std::any_of(activities.begin(), activities.end(),
-                     [](const Activity* activity) { return activity->isRunning(); });
+  const auto running = context.flagged<TimeEntry>("running");
+  return std::any_of(running.begin(), running.end(),
+                     [](const TimeEntry* entry) { return entry->activity() != nullptr; });
 }
 
 bool checkForRunningTimers(Session& session) {

@@ -41,9 +41,9 @@ DocumentSettings* Activity::document() const { return document_.get(); }
 void Activity::setDocument(DocumentSettings* document) { relate(document_, document); }
 
 Activity::Loss Activity::loss() const {
-  return {.customer = lostCustomer_ == true && !customer(),
-          .job = lostJob_ == true && !job(),
-          .service = lostService_ == true && !service()};
+  return {.customer = lostCustomer_.get() == true && !customer(),
+          .job = lostJob_.get() == true && !job(),
+          .service = lostService_.get() == true && !service()};
 }
 
 void Activity::addLoss(const Loss& loss) {
@@ -60,14 +60,10 @@ void Activity::forgetLoss() {
 
 TimeEntry* Activity::runningEntry() const {
   if (!context()) return nullptr;
-  const quint64 changeCount = context()->changeCount();
-  if (!running_ || running_->changeCount != changeCount) {
-    const auto all = entries();
-    const auto found =
-        std::find_if(all.begin(), all.end(), [](const TimeEntry* entry) { return entry->running() == true; });
-    running_ = {changeCount, found == all.end() ? nullptr : *found};
-  }
-  return running_->entry;
+  const auto running = context()->flagged<TimeEntry>("running");
+  const auto own = std::find_if(running.begin(), running.end(),
+                                [this](const TimeEntry* entry) { return entry->activity() == this; });
+  return own == running.end() ? nullptr : *own;
 }
 
 void Activity::stop() {

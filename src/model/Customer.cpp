@@ -9,8 +9,8 @@ namespace pendra {
 const EntityDescriptor& Customer::descriptor() {
   using namespace describe;
   static constexpr PropertyDescriptor kProperties[] = {
-      indexedText<&Customer::name_>("name"),
-      indexedText<&Customer::vtObjectID_>("vtObjectID"),
+      indexed(text<&Customer::name_>("name")),
+      indexed(text<&Customer::vtObjectID_>("vtObjectID")),
       boolean<&Customer::shown_>("shown"),
       number<&Customer::index_>("index"),
       toMany<&Customer::jobs_, Job>("jobs", "customer", DeleteRule::Cascade),

@@ -9,7 +9,7 @@ const EntityDescriptor& Job::descriptor() {
   using namespace describe;
   static constexpr PropertyDescriptor kProperties[] = {
       text<&Job::name_>("name"),
-      indexedText<&Job::vtObjectID_>("vtObjectID"),
+      indexed(text<&Job::vtObjectID_>("vtObjectID")),
       boolean<&Job::shown_>("shown"),
       toOne<&Job::customer_, Customer>("customer", "jobs"),
       toMany<&Job::activities_, Activity>("activities", "job"),

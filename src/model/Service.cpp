@@ -8,8 +8,8 @@ namespace pendra {
 const EntityDescriptor& Service::descriptor() {
   using namespace describe;
   static constexpr PropertyDescriptor kProperties[] = {
-      indexedText<&Service::name_>("name"),
-      indexedText<&Service::vtObjectID_>("vtObjectID"),
+      indexed(text<&Service::name_>("name")),
+      indexed(text<&Service::vtObjectID_>("vtObjectID")),
       boolean<&Service::shown_>("shown"),
       toMany<&Service::activities_, Activity>("activity", "service"),
       toOne<&Service::document_, DocumentSettings>("document", "services"),

@@ -12,7 +12,7 @@ const EntityDescriptor& TimeEntry::descriptor() {
       toOne<&TimeEntry::activity_, Activity>("activity", "timePeriod"),
       instant<&TimeEntry::start_>("start"),
       number<&TimeEntry::duration_>("duration"),
-      boolean<&TimeEntry::running_>("running"),
+      indexed(boolean<&TimeEntry::running_>("running")),
       instant<&TimeEntry::dateSubmitted_>("dateSubmitted"),
       text<&TimeEntry::notes_>("notes"),
       instant<&TimeEntry::sendingSince_>("sendingSince"),
@@ -49,8 +49,8 @@ void TimeEntry::stopTimer() {
 }
 
 double TimeEntry::elapsed() const {
-  if (!running_) return storedDuration();
-  return context()->clock().now() - start_.value_or(context()->clock().now());
+  if (!running()) return storedDuration();
+  return context()->clock().now() - start().value_or(context()->clock().now());
 }
 
 std::optional<Instant> TimeEntry::stripTime(std::optional<Instant> date, const Calendar& calendar) {
@@ -60,14 +60,14 @@ std::optional<Instant> TimeEntry::stripTime(std::optional<Instant> date, const C
 
 bool TimeEntry::isBetweenDates(std::optional<Instant> from, std::optional<Instant> to) const {
   const Calendar& calendar = context()->calendar();
-  const auto day = stripTime(start_, calendar);
+  const auto day = stripTime(start(), calendar);
   if (from && day < stripTime(from, calendar)) return false;
   return !to || !(day > stripTime(to, calendar));
 }
 
 int TimeEntry::compare(const TimeEntry& other) const {
-  if (start_ == other.start_) return 0;
-  return start_ < other.start_ ? -1 : 1;
+  if (start() == other.start()) return 0;
+  return start() < other.start() ? -1 : 1;
 }
 
 }  // namespace pendra

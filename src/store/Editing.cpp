@@ -10,10 +10,6 @@ namespace {
 
 int editsInProgress = 0;
 
-quint32 bitOf(const ManagedObject& object, const PropertyDescriptor& property) {
-  return quint32{1} << (&property - object.entity().properties.data());
-}
-
 bool comesBefore(const PropertyChange& a, const PropertyChange& b) {
   return std::pair(a.object, a.property) < std::pair(b.object, b.property);
 }
@@ -89,7 +85,7 @@ Result<void> Editing::attempt(const Work& work) {
 }
 
 void Editing::rollBack(std::size_t mark) {
-  std::vector<std::unique_ptr<ManagedObject>> gone;
+  std::vector<OwnedObject> gone;
   rollingBack_ = true;
   while (entries_.size() > mark) {
     const Entry last = std::move(entries_.back());
@@ -100,7 +96,7 @@ void Editing::rollBack(std::size_t mark) {
   context_.destroy(std::move(gone));
 }
 
-void Editing::takeBack(const Entry& entry, std::vector<std::unique_ptr<ManagedObject>>& gone) {
+void Editing::takeBack(const Entry& entry, std::vector<OwnedObject>& gone) {
   switch (entry.deed) {
     case Deed::Changed:
       return context_.restore(*entry.object, *entry.property, entry.before);
@@ -138,7 +134,7 @@ void Editing::inserted(ManagedObject& object) {
   entries_.push_back({Deed::Inserted, &object});
 }
 
-void Editing::deleted(std::unique_ptr<ManagedObject> object) {
+void Editing::deleted(OwnedObject object) {
   object->wentInEdit_ = true;
   entries_.push_back({Deed::Deleted, object.get()});
   gone_.push_back(std::move(object));
@@ -149,22 +145,23 @@ EditRecord Editing::balance(const QString& name) {
   record.name = name;
   settleChanges(record);
   settleObjects(record);
-  entries_.clear();
+  entries_ = {};  // the room too: many a change is never made again
   return record;
 }
 
 void Editing::settleChanges(EditRecord& record) {
-  std::vector<Entry*> first;  // of each property of each object that was there before
+  std::vector<Entry*> changes;  // of objects that were there before
   for (Entry& entry : entries_) {
-    if (entry.deed != Deed::Changed || entry.object->cameInEdit_) continue;
-    const quint32 bit = bitOf(*entry.object, *entry.property);
-    if (std::exchange(entry.object->changedInEdit_, entry.object->changedInEdit_ | bit) & bit) continue;
-    first.push_back(&entry);
+    if (entry.deed == Deed::Changed && !entry.object->cameInEdit_) changes.push_back(&entry);
   }
-  std::sort(first.begin(), first.end(), [](const Entry* a, const Entry* b) {
+  std::stable_sort(changes.begin(), changes.end(), [](const Entry* a, const Entry* b) {
     return std::pair(a->object, a->property) < std::pair(b->object, b->property);
   });
-  for (Entry* entry : first) {
+  const Entry* last = nullptr;
+  for (Entry* entry : changes) {
+    // The first change of a property knows what the edit has found.
+    const Entry* before = std::exchange(last, entry);
+    if (before && before->object == entry->object && before->property == entry->property) continue;
     PropertyValue after = valueOf(*entry->object, *entry->property);
     if (after == entry->before) continue;
     record.changes.push_back({entry->object, entry->property, std::move(entry->before), std::move(after)});
@@ -175,14 +172,15 @@ void Editing::settleChanges(EditRecord& record) {
 void Editing::settleObjects(EditRecord& record) {
   for (const Entry& entry : entries_) {
     if (entry.deed == Deed::Inserted && !entry.object->wentInEdit_) record.inserted.push_back(entry.object);
-    entry.object->changedInEdit_ = 0;
   }
-  std::vector<std::unique_ptr<ManagedObject>> passing;
+  std::vector<OwnedObject> passing;
   for (auto& object : std::exchange(gone_, {})) {
     object->wentInEdit_ = false;
-    auto& home = std::exchange(object->cameInEdit_, false) ? passing : record.deleted;
+    auto& home = object->cameInEdit_ ? passing : record.deleted;
+    object->cameInEdit_ = false;
     home.push_back(std::move(object));
   }
+  record.deleted.shrink_to_fit();
   for (ManagedObject* object : record.inserted) object->cameInEdit_ = false;
   context_.destroy(std::move(passing));
 }

@@ -36,7 +36,7 @@ class Editing {
   [[nodiscard]] bool records(const ManagedObject& object) const;
   void willChange(ManagedObject& object, const PropertyDescriptor& property);
   void inserted(ManagedObject& object);
-  void deleted(std::unique_ptr<ManagedObject> object);
+  void deleted(OwnedObject object);
 
  private:
   enum class Deed { Changed, Inserted, Deleted };
@@ -51,7 +51,7 @@ class Editing {
   void mustBeAllowed(const ManagedObject& object) const;
   Result<void> attempt(const Work& work);
   void rollBack(std::size_t mark);
-  void takeBack(const Entry& entry, std::vector<std::unique_ptr<ManagedObject>>& gone);
+  void takeBack(const Entry& entry, std::vector<OwnedObject>& gone);
   EditRecord balance(const QString& name);
   void settleChanges(EditRecord& record);
   void settleObjects(EditRecord& record);
@@ -62,7 +62,7 @@ class Editing {
   bool rollingBack_ = false;
   bool announcing_ = false;
   std::vector<Entry> entries_;
-  std::vector<std::unique_ptr<ManagedObject>> gone_;  // one for each entry of a deletion, in their order
+  std::vector<OwnedObject> gone_;  // one for each entry of a deletion, in their order
   Observers<const ChangeSet&> observers_;
 };
 

@@ -7,14 +7,6 @@ namespace pendra {
 
 namespace {
 
-template <class Matches>
-const PropertyDescriptor& propertyWhere(const ManagedObject& object, const Matches& matches) {
-  const auto& properties = object.entity().properties;
-  const auto found = std::find_if(properties.begin(), properties.end(), matches);
-  Q_ASSERT_X(found != properties.end(), object.entity().name, "a member without a descriptor");
-  return *found;
-}
-
 const void* addressOf(ManagedObject& object, const PropertyDescriptor& property) {
   switch (property.kind) {
     case Kind::Text:
@@ -33,6 +25,15 @@ const void* addressOf(ManagedObject& object, const PropertyDescriptor& property)
   Q_UNREACHABLE();
 }
 
+const PropertyDescriptor& propertyAt(ManagedObject& object, const void* member) {
+  const auto& properties = object.entity().properties;
+  const auto found = std::find_if(properties.begin(), properties.end(), [&](const auto& candidate) {
+    return addressOf(object, candidate) == member;
+  });
+  Q_ASSERT_X(found != properties.end(), object.entity().name, "a member without a descriptor");
+  return *found;
+}
+
 }  // namespace
 
 const PropertyDescriptor* EntityDescriptor::property(QAnyStringView key) const {
@@ -42,42 +43,30 @@ const PropertyDescriptor* EntityDescriptor::property(QAnyStringView key) const {
   return found == properties.end() ? nullptr : &*found;
 }
 
-ManagedObject::~ManagedObject() {
-  if (cell_) *cell_ = nullptr;
+void LetGo::operator()(ManagedObject* object) const { object->letGo(); }
+
+void ManagedObject::letGo() {
+  context_ = nullptr;
+  withoutOwner_ = true;
+  if (refs_ == 0) delete this;
 }
 
-const std::shared_ptr<ManagedObject*>& ManagedObject::cell() {
-  if (!cell_) cell_ = std::make_shared<ManagedObject*>(this);
-  return cell_;
+void ManagedObject::releaseRef() {
+  if (--refs_ == 0 && withoutOwner_) delete this;
 }
 
-void ManagedObject::willChange(const void* member) {
-  context_->willChange(*this, propertyWhere(*this, [&](const PropertyDescriptor& candidate) {
-    return addressOf(*this, candidate) == member;
-  }));
+const PropertyDescriptor& ManagedObject::willChange(const void* slot) {
+  const PropertyDescriptor& property = propertyAt(*this, slot);
+  context_->willChange(*this, property);
+  return property;
 }
 
-void ManagedObject::noteChange() {
-  if (context_) context_->noteChange(*this);
-}
-
-void ManagedObject::assignText(std::optional<QString>& member, std::optional<QString> value) {
-  if (context_) {
-    const auto& property = propertyWhere(*this, [&](const PropertyDescriptor& candidate) {
-      return candidate.kind == Kind::Text && &candidate.access.text(*this) == &member;
-    });
-    context_->textChanged(*this, property, member, value);
-  }
-  member = std::move(value);
-}
+void ManagedObject::hasChanged(const PropertyDescriptor& property) { context_->hasChanged(*this, property); }
 
 void ManagedObject::relate(ToOneBase& member, ManagedObject* target) {
   if (target && target->context_ != context_) target = nullptr;
   if (!context_ || member.target() == target) return;
-  const auto& property = propertyWhere(*this, [&](const PropertyDescriptor& candidate) {
-    return candidate.kind == Kind::ToOne && &candidate.access.toOne(*this) == &member;
-  });
-  RelationshipKeeper::relate(*this, property, target);
+  RelationshipKeeper::relate(*this, propertyAt(*this, &member), target);
 }
 
 }  // namespace pendra

@@ -116,7 +116,7 @@ ManagedObject& ObjectContext::insertObject(const EntityDescriptor& entity, bool 
   return object;
 }
 
-ManagedObject& ObjectContext::adopt(std::unique_ptr<ManagedObject> object, qint64 id) {
+ManagedObject& ObjectContext::adopt(OwnedObject object, qint64 id) {
   ManagedObject& adopted = *object;
   ObjectTable& home = table(adopted.entity());
   Q_ASSERT_X(id > home.lastID(), home.entity().name, "objects come in ascending order");
@@ -132,12 +132,11 @@ void ObjectContext::linkRead(ManagedObject& owner, const PropertyDescriptor& pro
   }
 }
 
-void ObjectContext::putBack(std::unique_ptr<ManagedObject> object) {
+void ObjectContext::putBack(OwnedObject object) {
   ManagedObject& back = *object;
   back.deleted_ = false;
   back.context_ = this;
   table(back.entity()).add(std::move(object));
-  if (back.cell_) *back.cell_ = &back;
   editing_->inserted(back);
   noteChange(back);
 }
@@ -161,12 +160,11 @@ void ObjectContext::deleteObject(ManagedObject& object) {
   }
 }
 
-std::unique_ptr<ManagedObject> ObjectContext::takeOut(ManagedObject& object) {
+OwnedObject ObjectContext::takeOut(ManagedObject& object) {
   ++changeCount_;
   object.deleted_ = true;
   object.dirty_ = false;  // it stays listed as changed until the next save, which passes it over
   object.context_ = nullptr;
-  if (object.cell_) *object.cell_ = nullptr;
   return table(object.entity()).take(object);
 }
 
@@ -177,13 +175,11 @@ void ObjectContext::restore(ManagedObject& object, const PropertyDescriptor& pro
     return RelationshipKeeper::relate(object, property, id ? objectWithID(property.target(), *id) : nullptr);
   }
   willChange(object, property);
-  const auto before = property.kind == Kind::Text ? property.access.text(object) : std::nullopt;
   setAttribute(object, property, value);
-  if (property.kind == Kind::Text) textChanged(object, property, before, property.access.text(object));
-  noteChange(object);
+  hasChanged(object, property);
 }
 
-void ObjectContext::destroy(std::vector<std::unique_ptr<ManagedObject>> objects) {
+void ObjectContext::destroy(std::vector<OwnedObject> objects) {
   if (objects.empty()) return;
   settle();
   undoStack_->forget(objects);
@@ -197,6 +193,12 @@ void ObjectContext::settle() {
 
 void ObjectContext::willChange(ManagedObject& object, const PropertyDescriptor& property) {
   editing_->willChange(object, property);
+  if (property.indexed) table(object.entity()).removeFromIndex(object, property);
+}
+
+void ObjectContext::hasChanged(ManagedObject& object, const PropertyDescriptor& property) {
+  if (property.indexed) table(object.entity()).addToIndex(object, property);
+  noteChange(object);
 }
 
 void ObjectContext::noteChange(ManagedObject& object) {
@@ -208,11 +210,6 @@ void ObjectContext::markChanged(ManagedObject& object) {
   if (object.dirty_ || object.temporary_) return;
   object.dirty_ = true;
   changed_.push_back(&object);
-}
-
-void ObjectContext::textChanged(ManagedObject& object, const PropertyDescriptor& property,
-                                const std::optional<QString>& from, const std::optional<QString>& to) {
-  table(object.entity()).textChanges(object, property, from, to);
 }
 
 ObjectTable& ObjectContext::table(const EntityDescriptor& entity) const {
@@ -233,6 +230,11 @@ std::span<ManagedObject* const> ObjectContext::objectsOf(const EntityDescriptor&
 std::span<ManagedObject* const> ObjectContext::lookUp(const EntityDescriptor& entity, const char* key,
                                                       const QString& text) const {
   return table(entity).matching(key, text);
+}
+
+std::span<ManagedObject* const> ObjectContext::lookUpFlagged(const EntityDescriptor& entity,
+                                                             const char* key) const {
+  return table(entity).flagged(key);
 }
 
 }  // namespace pendra

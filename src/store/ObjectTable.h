@@ -10,7 +10,7 @@
 namespace pendra {
 
 /// The objects of one entity, which it owns, in the order of their insertion, with the indexes of their
-/// texts.
+/// properties.
 class ObjectTable {
  public:
   explicit ObjectTable(const EntityDescriptor& entity);
@@ -27,23 +27,32 @@ class ObjectTable {
   /// The objects that hold `text` in the indexed property of that name.
   [[nodiscard]] std::span<ManagedObject* const> matching(const char* key, const QString& text) const;
 
+  /// The objects for which the indexed boolean of that name is true.
+  [[nodiscard]] std::span<ManagedObject* const> flagged(const char* key) const;
+
   /// The object has its identifier.
-  void add(std::unique_ptr<ManagedObject> object);
+  void add(OwnedObject object);
   /// The object must live until `settle`.
-  [[nodiscard]] std::unique_ptr<ManagedObject> take(ManagedObject& object);
-  /// An indexed property of an object that is here changes.
-  void textChanges(ManagedObject& object, const PropertyDescriptor& property,
-                   const std::optional<QString>& from, const std::optional<QString>& to);
+  [[nodiscard]] OwnedObject take(ManagedObject& object);
+  /// An indexed property of an object that is here will change: it stands in no index between the two.
+  void removeFromIndex(ManagedObject& object, const PropertyDescriptor& property);
+  void addToIndex(ManagedObject& object, const PropertyDescriptor& property);
 
   void makeRoom(std::size_t count);
   /// What has been taken is found nowhere in here any more.
   void settle();
 
  private:
+  /// Of a text or of a boolean.
   struct Index {
     const PropertyDescriptor* property;
     TextIndex texts;
+    OrderedObjects flagged;
+    void add(ManagedObject& object);
+    void remove(ManagedObject& object);
   };
+  Index& indexOf(const PropertyDescriptor& property);
+  [[nodiscard]] const Index& indexNamed(const char* key) const;
 
   const EntityDescriptor& entity_;
   OrderedObjects objects_;

@@ -188,20 +188,32 @@ QString pathOfLayoutCopy(const QString& document, int layout) {
 Result<void> PersistentStore::read(ObjectContext& context) {
   parts_->connection->allowReadingAll();
   return parts_->connection->guarded([&] {
-    PendingLinks links;
-    for (RowStatements& rows : parts_->tables) {
-      rows.readAll(links, [&](std::unique_ptr<ManagedObject> object, qint64 id) -> ManagedObject& {
-        if (id <= context.table(object->entity()).lastID() || id > kGreatestID) throwDamaged();
-        return context.adopt(std::move(object), id);
-      });
-    }
-    for (const PendingLink& link : links) {
-      context.linkRead(*link.owner, *link.property, link.target);
-    }
+    readRows(context);
     for (const auto& table : context.tables_) {
       for (ManagedObject* object : table->objects()) RelationshipKeeper::squeeze(*object);
     }
+    parts_->connection->database().exec("PRAGMA shrink_memory");
   });
+}
+
+void PersistentStore::readRows(ObjectContext& context) {
+  const auto adopt = [&](OwnedObject object, qint64 id) -> ManagedObject& {
+    if (id <= context.table(object->entity()).lastID() || id > kGreatestID) throwDamaged();
+    return context.adopt(std::move(object), id);
+  };
+  struct Link {
+    ManagedObject* owner;
+    const PropertyDescriptor* property;
+    qint64 target;
+  };
+  std::vector<Link> links;  // to tables that are read later
+  const auto link = [&](ManagedObject& owner, const PropertyDescriptor& property, qint64 target) {
+    if (context.table(property.target()).lastID() < target)
+      return links.push_back({&owner, &property, target});
+    context.linkRead(owner, property, target);
+  };
+  for (RowStatements& rows : parts_->tables) rows.readAll(adopt, link);
+  for (const Link& late : links) context.linkRead(*late.owner, *late.property, late.target);
 }
 
 // ---- writing

@@ -12,11 +12,11 @@ Error unreadable(QStringView rest) {
 
 /// The value at the end of a key path as text; none where the path breaks or holds none.
 std::optional<QString> textAt(ManagedObject& object, const PropertyDescriptor& property) {
-  return property.kind == Kind::Text ? property.access.text(object) : std::nullopt;
+  return property.kind == Kind::Text ? property.access.text(object).get() : std::nullopt;
 }
 
 std::optional<bool> booleanAt(ManagedObject& object, const PropertyDescriptor& property) {
-  return property.kind == Kind::Boolean ? property.access.boolean(object) : std::nullopt;
+  return property.kind == Kind::Boolean ? property.access.boolean(object).get() : std::nullopt;
 }
 
 /// Follows all but the last key from object to object; none where a link is missing.

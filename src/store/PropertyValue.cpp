@@ -8,14 +8,15 @@ namespace pendra {
 namespace {
 
 template <class Held>
-PropertyValue valueIn(const std::optional<Held>& member) {
-  return member ? PropertyValue(*member) : PropertyValue();
+PropertyValue valueIn(const Slot<Held>& slot) {
+  const auto& held = slot.get();
+  return held ? PropertyValue(*held) : PropertyValue();
 }
 
 template <class Held>
-std::optional<Held> heldIn(const PropertyValue& value) {
+void setIn(Slot<Held>& slot, const PropertyValue& value) {
   const Held* held = std::get_if<Held>(&value);
-  return held ? std::optional(*held) : std::nullopt;
+  slot.set(held ? std::optional(*held) : std::nullopt);
 }
 
 }  // namespace
@@ -44,16 +45,16 @@ PropertyValue valueOf(const ManagedObject& object, const PropertyDescriptor& pro
 void setAttribute(ManagedObject& object, const PropertyDescriptor& property, const PropertyValue& value) {
   switch (property.kind) {
     case Kind::Text:
-      property.access.text(object) = heldIn<QString>(value);
+      setIn(property.access.text(object), value);
       break;
     case Kind::Boolean:
-      property.access.boolean(object) = heldIn<bool>(value);
+      setIn(property.access.boolean(object), value);
       break;
     case Kind::Instant:
-      property.access.instant(object) = heldIn<Instant>(value);
+      setIn(property.access.instant(object), value);
       break;
     case Kind::Number:
-      property.access.number(object) = heldIn<double>(value);
+      setIn(property.access.number(object), value);
       break;
     case Kind::ToOne:
     case Kind::ToMany:

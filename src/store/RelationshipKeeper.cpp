@@ -28,7 +28,7 @@ void RelationshipKeeper::relate(ManagedObject& owner, const PropertyDescriptor& 
     if (held.remove(owner)) owner.context_->noteUnsettled(held);
   }
   if (target) link(owner, property, *target);
-  owner.noteChange();
+  owner.context_->noteChange(owner);
 }
 
 void RelationshipKeeper::link(ManagedObject& owner, const PropertyDescriptor& property,
@@ -52,7 +52,7 @@ void RelationshipKeeper::detach(ManagedObject& object) {
       for (ManagedObject* target : property.access.toMany(object).targets_.takeAll()) {
         target->context_->willChange(*target, inverse);
         inverse.access.toOne(*target).target_ = nullptr;
-        target->noteChange();
+        target->context_->noteChange(*target);
       }
     }
   }

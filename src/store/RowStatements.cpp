@@ -1,5 +1,9 @@
 #include "RowStatements.h"
 
+#include <unordered_map>
+
+#include "Attributes.h"
+
 namespace pendra {
 
 namespace {
@@ -50,13 +54,13 @@ void bindColumn(SQLite::Statement& statement, int index, const PropertyDescripto
   };
   switch (column.kind) {
     case Kind::Text:
-      return bindText(statement, index, column.access.text(object));
+      return bindText(statement, index, column.access.text(object).get());
     case Kind::Boolean:
-      return bind(column.access.boolean(object), [](bool value) { return value ? 1 : 0; });
+      return bind(column.access.boolean(object).get(), [](bool value) { return value ? 1 : 0; });
     case Kind::Instant:
-      return bind(column.access.instant(object), [](Instant value) { return value.seconds; });
+      return bind(column.access.instant(object).get(), [](Instant value) { return value.seconds; });
     case Kind::Number:
-      return bind(column.access.number(object), [](double value) { return value; });
+      return bind(column.access.number(object).get(), [](double value) { return value; });
     case Kind::ToOne: {
       const ManagedObject* target = column.access.toOne(object).target();
       return target && !target->isTemporary() ? statement.bind(index, int64_t{target->objectID()})
@@ -68,41 +72,39 @@ void bindColumn(SQLite::Statement& statement, int index, const PropertyDescripto
   Q_UNREACHABLE();
 }
 
-void clearAttribute(const PropertyDescriptor& column, ManagedObject& object) {
-  switch (column.kind) {
+/// What is NULL in the file is absent, whatever the class gives a new object.
+PropertyValue valueIn(const SQLite::Column& value, Kind kind) {
+  if (value.isNull()) return {};
+  switch (kind) {
     case Kind::Text:
-      return column.access.text(object).reset();
+      return QString::fromUtf8(value.getText(), value.getBytes());
     case Kind::Boolean:
-      return column.access.boolean(object).reset();
+      return value.getInt() != 0;
     case Kind::Instant:
-      return column.access.instant(object).reset();
+      return Instant{value.getDouble()};
     case Kind::Number:
-      return column.access.number(object).reset();
+      return value.getDouble();
     case Kind::ToOne:
+      return qint64{value.getInt64()};
     case Kind::ToMany:
       break;
   }
+  Q_UNREACHABLE();
 }
 
-void readAttribute(const SQLite::Column& value, const PropertyDescriptor& column, ManagedObject& object) {
-  switch (column.kind) {
-    case Kind::Text:
-      column.access.text(object) = QString::fromUtf8(value.getText(), value.getBytes());
-      break;
-    case Kind::Boolean:
-      column.access.boolean(object) = value.getInt() != 0;
-      break;
-    case Kind::Instant:
-      column.access.instant(object) = Instant{value.getDouble()};
-      break;
-    case Kind::Number:
-      column.access.number(object) = value.getDouble();
-      break;
-    case Kind::ToOne:
-    case Kind::ToMany:
-      break;
+/// Lets the objects of a table hold equal texts once, of which there are many.
+class SharedTexts {
+ public:
+  void share(Slot<QString>& slot) {
+    if (!slot.get()) return;
+    if (known_.size() == kMost) known_.clear();
+    slot = known_.emplace(*slot.get(), slot).first->second;
   }
-}
+
+ private:
+  static constexpr std::size_t kMost = 10000;  // where so many differ, sharing saves little
+  std::unordered_map<QString, Slot<QString>> known_;
+};
 
 }  // namespace
 
@@ -113,24 +115,24 @@ RowStatements::RowStatements(SQLite::Database& database, const EntityDescriptor&
       upsert_(database, upsertText(entity)),
       delete_(database, "DELETE FROM \"" + std::string(entity.name) + "\" WHERE id=?") {}
 
-void RowStatements::readAll(PendingLinks& links, const Adopt& adopt) {
+void RowStatements::readAll(const Adopt& adopt, const Link& link) {
+  SharedTexts texts;
+  std::vector<std::pair<const PropertyDescriptor*, qint64>> links;
   while (select_.executeStep()) {
     auto object = entity_->make();
-    const std::size_t firstLink = links.size();
+    links.clear();
     for (std::size_t i = 0; i < columns_.size(); ++i) {
-      const SQLite::Column value = select_.getColumn(static_cast<int>(i) + 1);
       const PropertyDescriptor& column = *columns_[i];
-      // What is NULL in the file is absent, whatever the class gives a new object.
+      const PropertyValue value = valueIn(select_.getColumn(static_cast<int>(i) + 1), column.kind);
       if (column.kind == Kind::ToOne) {
-        if (!value.isNull()) links.push_back({nullptr, &column, value.getInt64()});
-      } else if (value.isNull()) {
-        clearAttribute(column, *object);
+        if (const qint64* target = std::get_if<qint64>(&value)) links.emplace_back(&column, *target);
       } else {
-        readAttribute(value, column, *object);
+        setAttribute(*object, column, value);
       }
+      if (column.kind == Kind::Text) texts.share(column.access.text(*object));
     }
     ManagedObject& adopted = adopt(std::move(object), select_.getColumn(0).getInt64());
-    for (std::size_t i = firstLink; i < links.size(); ++i) links[i].owner = &adopted;
+    for (const auto& [column, target] : links) link(adopted, *column, target);
   }
   select_.tryReset();
 }

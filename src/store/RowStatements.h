@@ -10,14 +10,6 @@
 
 namespace pendra {
 
-/// A to-one column that was read before its target.
-struct PendingLink {
-  ManagedObject* owner;
-  const PropertyDescriptor* property;
-  qint64 target;
-};
-using PendingLinks = std::vector<PendingLink>;
-
 /// The rows of one entity's table: how they are read, written and erased. Throws SQLite::Exception.
 class RowStatements {
  public:
@@ -25,9 +17,11 @@ class RowStatements {
 
   [[nodiscard]] const EntityDescriptor& entity() const { return *entity_; }
 
-  using Adopt = std::function<ManagedObject&(std::unique_ptr<ManagedObject>, qint64 id)>;
-  /// Makes an object of each row, in ascending order, and hands it to `adopt`.
-  void readAll(PendingLinks& links, const Adopt& adopt);
+  using Adopt = std::function<ManagedObject&(OwnedObject, qint64 id)>;
+  using Link = std::function<void(ManagedObject& owner, const PropertyDescriptor& property, qint64 target)>;
+  /// Makes an object of each row, in ascending order, and hands it to `adopt`, then what its to-one columns
+  /// hold to `link`.
+  void readAll(const Adopt& adopt, const Link& link);
   void write(ManagedObject& object);
   void erase(qint64 id);
 

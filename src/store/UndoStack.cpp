@@ -23,23 +23,32 @@ std::vector<Skipped> UndoStack::apply(std::deque<EditRecord>& from, std::deque<E
 }
 
 void UndoStack::push(EditRecord record) {
-  undone_.clear();
+  drop(std::exchange(undone_, {}));
   done_.push_back(std::move(record));
   if (done_.size() > kMostSteps) {
-    auto gone = std::move(done_.front().deleted);
+    std::deque<EditRecord> oldest;
+    oldest.push_back(std::move(done_.front()));
     done_.pop_front();
-    context_.destroy(std::move(gone));
+    drop(std::move(oldest));
   }
   observers_.tell(News::Added);
 }
 
 void UndoStack::clear() {
-  done_.clear();
-  undone_.clear();
+  drop(std::exchange(undone_, {}));
+  drop(std::exchange(done_, {}));
   observers_.tell(News::Changed);
 }
 
-void UndoStack::forget(const std::vector<std::unique_ptr<ManagedObject>>& gone) {
+void UndoStack::drop(std::deque<EditRecord> steps) {
+  std::vector<OwnedObject> gone;
+  for (EditRecord& step : steps)
+    std::move(step.deleted.begin(), step.deleted.end(), std::back_inserter(gone));
+  steps.clear();
+  context_.destroy(std::move(gone));
+}
+
+void UndoStack::forget(const std::vector<OwnedObject>& gone) {
   std::unordered_set<const ManagedObject*> objects;
   for (const auto& object : gone) objects.insert(object.get());
   for (auto* steps : {&done_, &undone_}) {

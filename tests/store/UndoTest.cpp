@@ -276,6 +276,11 @@ TEST_F(UndoBesideOthers, KeepsTheNewestHundredSteps) {
   EXPECT_EQ(acme.name(), std::nullopt);
   steps.clear();
   EXPECT_FALSE(steps.canRedo());
+  edit("customer", [&] { context.insert<Customer>(); });
+  editForGood([&] { context.insert<Customer>(); });
+  std::ignore = steps.undo();
+  edit("name", [&] { acme.setName(QStringLiteral("Acme")); });
+  EXPECT_EQ(context.all<Customer>().size(), 2U) << "what was undone is no more and stood between others";
 }
 
 }  // namespace

@@ -29,18 +29,18 @@ class Activity final : public ManagedObject {
   void setDocument(DocumentSettings* document);
 
   /// Kept whole here, however long.
-  [[nodiscard]] const std::optional<QString>& notes() const { return notes_; }
+  [[nodiscard]] const std::optional<QString>& notes() const { return notes_.get(); }
   void setNotes(std::optional<QString> notes) { assign(notes_, std::move(notes)); }
-  [[nodiscard]] std::optional<bool> billable() const { return billable_; }
+  [[nodiscard]] std::optional<bool> billable() const { return billable_.get(); }
   void setBillable(std::optional<bool> billable) { assign(billable_, billable); }
   /// Whether the timer starts as soon as the activity has been added.
-  [[nodiscard]] std::optional<bool> shouldAutoStartTimer() const { return shouldAutoStartTimer_; }
+  [[nodiscard]] std::optional<bool> shouldAutoStartTimer() const { return shouldAutoStartTimer_.get(); }
   void setShouldAutoStartTimer(std::optional<bool> start) { assign(shouldAutoStartTimer_, start); }
   /// A completed activity has left the list; its entries have not.
-  [[nodiscard]] std::optional<bool> completed() const { return completed_; }
+  [[nodiscard]] std::optional<bool> completed() const { return completed_.get(); }
   void setCompleted(std::optional<bool> completed) { assign(completed_, completed); }
   /// Whether the activity stands above the others in its list.
-  [[nodiscard]] std::optional<bool> favourite() const { return favourite_; }
+  [[nodiscard]] std::optional<bool> favourite() const { return favourite_.get(); }
   void setFavourite(std::optional<bool> favourite) { assign(favourite_, favourite); }
   /// The names that an activity had until the list of a company no longer held them.
   struct Loss {
@@ -80,27 +80,22 @@ class Activity final : public ManagedObject {
     Today today;
     ActivityTimes times;
   };
-  struct Running {
-    quint64 changeCount;
-    TimeEntry* entry;
-  };
   [[nodiscard]] ActivityTimes sumOfEntries(const Today& today) const;
 
   ToOne<Customer> customer_;
   ToOne<Job> job_;
   ToOne<Service> service_;
   ToOne<DocumentSettings> document_;
-  std::optional<QString> notes_;
-  std::optional<bool> billable_;
-  std::optional<bool> shouldAutoStartTimer_;
-  std::optional<bool> completed_ = false;
-  std::optional<bool> lostCustomer_;
-  std::optional<bool> lostJob_;
-  std::optional<bool> lostService_;
-  std::optional<bool> favourite_;
-  std::optional<QString> submitError_;  // stands in the file; nothing reads or writes it
+  Slot<QString> notes_;
+  Slot<bool> billable_;
+  Slot<bool> shouldAutoStartTimer_;
+  Slot<bool> completed_{false};
+  Slot<bool> lostCustomer_;
+  Slot<bool> lostJob_;
+  Slot<bool> lostService_;
+  Slot<bool> favourite_;
+  Slot<QString> submitError_;  // stands in the file; nothing reads or writes it
   ToMany<TimeEntry> entries_;
-  mutable std::optional<Running> running_;
   mutable std::optional<StoredTimes> storedTimes_;
 };
 

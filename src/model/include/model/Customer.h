@@ -14,26 +14,26 @@ class Customer final : public ManagedObject {
   static const EntityDescriptor& descriptor();
   [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
 
-  [[nodiscard]] const std::optional<QString>& name() const { return name_; }
+  [[nodiscard]] const std::optional<QString>& name() const { return name_.get(); }
   void setName(std::optional<QString> name) { assign(name_, std::move(name)); }
   /// Vantor's identifier of the customer; "0" for one that exists only here.
-  [[nodiscard]] const std::optional<QString>& vtObjectID() const { return vtObjectID_; }
+  [[nodiscard]] const std::optional<QString>& vtObjectID() const { return vtObjectID_.get(); }
   void setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
   /// Whether the customer is offered in the pick lists.
-  [[nodiscard]] std::optional<bool> shown() const { return shown_; }
+  [[nodiscard]] std::optional<bool> shown() const { return shown_.get(); }
   void setShown(std::optional<bool> shown) { assign(shown_, shown); }
   /// Consulted when a new customer is numbered. Kept: nothing writes it, so all are equal.
-  [[nodiscard]] std::optional<double> index() const { return index_; }
+  [[nodiscard]] std::optional<double> index() const { return index_.get(); }
   [[nodiscard]] Objects<Job> jobs() const { return jobs_.get(); }
   [[nodiscard]] Objects<Activity> activities() const { return activities_.get(); }
   [[nodiscard]] DocumentSettings* document() const;
   void setDocument(DocumentSettings* document);
 
  private:
-  std::optional<QString> name_;
-  std::optional<QString> vtObjectID_;
-  std::optional<bool> shown_;
-  std::optional<double> index_ = 0;
+  Slot<QString> name_;
+  Slot<QString> vtObjectID_;
+  Slot<bool> shown_;
+  Slot<double> index_{0};
   ToMany<Job> jobs_;
   ToMany<Activity> activities_;
   ToOne<DocumentSettings> document_;

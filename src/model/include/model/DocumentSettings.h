@@ -18,11 +18,11 @@ class DocumentSettings final : public ManagedObject {
   [[nodiscard]] Identity* identity() const;
   void setIdentity(Identity* identity);
   /// Whether the user keeps the lists by hand, without Vantor.
-  [[nodiscard]] std::optional<bool> standalone() const { return standalone_; }
+  [[nodiscard]] std::optional<bool> standalone() const { return standalone_.get(); }
   void setStandalone(std::optional<bool> standalone) { assign(standalone_, standalone); }
 
   /// When the program last said, while time ran, that it was alive.
-  [[nodiscard]] std::optional<Instant> aliveAt() const { return aliveAt_; }
+  [[nodiscard]] std::optional<Instant> aliveAt() const { return aliveAt_.get(); }
   void setAliveAt(std::optional<Instant> instant) { assign(aliveAt_, instant); }
 
   /// Nothing else fills these three sets: the lists are fetched from the context.
@@ -32,8 +32,8 @@ class DocumentSettings final : public ManagedObject {
 
  private:
   ToOne<Identity> identity_;
-  std::optional<bool> standalone_;
-  std::optional<Instant> aliveAt_;
+  Slot<bool> standalone_;
+  Slot<Instant> aliveAt_;
   ToMany<Customer> customers_;
   ToMany<Service> services_;
   ToMany<Activity> activities_;

@@ -13,15 +13,15 @@ class Identity final : public ManagedObject {
   [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
 
   /// Path of the company file; "" when standalone. None passes every company check, "" does not.
-  [[nodiscard]] const std::optional<QString>& companyFileName() const { return companyFileName_; }
+  [[nodiscard]] const std::optional<QString>& companyFileName() const { return companyFileName_.get(); }
   void setCompanyFileName(std::optional<QString> name) { assign(companyFileName_, std::move(name)); }
   /// "Me" stands for the user when no employee was chosen.
-  [[nodiscard]] const std::optional<QString>& employeeName() const { return employeeName_; }
+  [[nodiscard]] const std::optional<QString>& employeeName() const { return employeeName_.get(); }
   void setEmployeeName(std::optional<QString> name) { assign(employeeName_, std::move(name)); }
 
  private:
-  std::optional<QString> companyFileName_;
-  std::optional<QString> employeeName_;
+  Slot<QString> companyFileName_;
+  Slot<QString> employeeName_;
   ToMany<DocumentSettings> documents_;
 };
 

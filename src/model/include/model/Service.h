@@ -13,13 +13,13 @@ class Service final : public ManagedObject {
   static const EntityDescriptor& descriptor();
   [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
 
-  [[nodiscard]] const std::optional<QString>& name() const { return name_; }
+  [[nodiscard]] const std::optional<QString>& name() const { return name_.get(); }
   void setName(std::optional<QString> name) { assign(name_, std::move(name)); }
   /// Vantor's identifier of the item; "0" for one that exists only here.
-  [[nodiscard]] const std::optional<QString>& vtObjectID() const { return vtObjectID_; }
+  [[nodiscard]] const std::optional<QString>& vtObjectID() const { return vtObjectID_.get(); }
   void setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
   /// Whether the item is offered in the pick lists; false until the user chooses to.
-  [[nodiscard]] std::optional<bool> shown() const { return shown_; }
+  [[nodiscard]] std::optional<bool> shown() const { return shown_.get(); }
   void setShown(std::optional<bool> shown) { assign(shown_, shown); }
   /// The activities that name this item.
   [[nodiscard]] Objects<Activity> activities() const { return activities_.get(); }
@@ -27,9 +27,9 @@ class Service final : public ManagedObject {
   void setDocument(DocumentSettings* document);
 
  private:
-  std::optional<QString> name_;
-  std::optional<QString> vtObjectID_;
-  std::optional<bool> shown_ = false;
+  Slot<QString> name_;
+  Slot<QString> vtObjectID_;
+  Slot<bool> shown_{false};
   ToMany<Activity> activities_;
   ToOne<DocumentSettings> document_;
 };

@@ -17,37 +17,37 @@ class TimeEntry final : public ManagedObject {
 
   [[nodiscard]] Activity* activity() const;
   void setActivity(Activity* activity);
-  [[nodiscard]] std::optional<Instant> start() const { return start_; }
+  [[nodiscard]] std::optional<Instant> start() const { return start_.get(); }
   void setStart(std::optional<Instant> start) { assign(start_, start); }
   /// Seconds; absent while the entry has never been stopped.
-  [[nodiscard]] std::optional<double> duration() const { return duration_; }
+  [[nodiscard]] std::optional<double> duration() const { return duration_.get(); }
   /// Another length answers how long the entry is that a crash cut off.
   void setDuration(std::optional<double> duration);
-  [[nodiscard]] std::optional<bool> running() const { return running_; }
+  [[nodiscard]] std::optional<bool> running() const { return running_.get(); }
   void setRunning(std::optional<bool> running) { assign(running_, running); }
   /// When the entry was last sent; the reference instant, or none, means not sent.
-  [[nodiscard]] std::optional<Instant> dateSubmitted() const { return dateSubmitted_; }
+  [[nodiscard]] std::optional<Instant> dateSubmitted() const { return dateSubmitted_.get(); }
   void setDateSubmitted(std::optional<Instant> date) { assign(dateSubmitted_, date); }
   /// When a record with this entry was given to Vantor whose fate is not known: no answer came, or the
   /// program ended while it waited. None in every other case.
-  [[nodiscard]] std::optional<Instant> sendingSince() const { return sendingSince_; }
+  [[nodiscard]] std::optional<Instant> sendingSince() const { return sendingSince_.get(); }
   void setSendingSince(std::optional<Instant> since) { assign(sendingSince_, since); }
   /// How the record that it is in was named when it left, as long as its fate is not known.
-  [[nodiscard]] const std::optional<QString>& sentAs() const { return sentAs_; }
+  [[nodiscard]] const std::optional<QString>& sentAs() const { return sentAs_.get(); }
   void setSentAs(std::optional<QString> name) { assign(sentAs_, std::move(name)); }
   /// Until when the entry is known to have run, when a crash cut it off and nobody has said yet how long it
   /// is.
-  [[nodiscard]] std::optional<Instant> haltedAt() const { return haltedAt_; }
+  [[nodiscard]] std::optional<Instant> haltedAt() const { return haltedAt_.get(); }
   void setHaltedAt(std::optional<Instant> instant) { assign(haltedAt_, instant); }
   /// Whether it is still to be said how long it is, and may be: what was sent stays as it is.
-  [[nodiscard]] bool isHalted() const { return haltedAt_ && !timeIsFixed(); }
+  [[nodiscard]] bool isHalted() const { return haltedAt() && !timeIsFixed(); }
   /// The time within the entry in which nobody was there, while it has not been answered whether it counts.
   /// Both or none are present.
-  [[nodiscard]] std::optional<Instant> awayFrom() const { return awayFrom_; }
+  [[nodiscard]] std::optional<Instant> awayFrom() const { return awayFrom_.get(); }
   void setAwayFrom(std::optional<Instant> instant) { assign(awayFrom_, instant); }
-  [[nodiscard]] std::optional<Instant> awayTo() const { return awayTo_; }
+  [[nodiscard]] std::optional<Instant> awayTo() const { return awayTo_.get(); }
   void setAwayTo(std::optional<Instant> instant) { assign(awayTo_, instant); }
-  [[nodiscard]] const std::optional<QString>& notes() const { return notes_; }
+  [[nodiscard]] const std::optional<QString>& notes() const { return notes_.get(); }
   void setNotes(std::optional<QString> notes) { assign(notes_, std::move(notes)); }
 
   /// Runs from its start on; what a crash cut off runs on as if it had not been.
@@ -59,13 +59,15 @@ class TimeEntry final : public ManagedObject {
   /// only a running entry is asked for it.
   [[nodiscard]] double elapsed() const;
   /// The stored duration in seconds; 0 when absent.
-  [[nodiscard]] double storedDuration() const { return duration_.value_or(0); }
+  [[nodiscard]] double storedDuration() const { return duration().value_or(0); }
   /// Seconds from the reference instant to the sending; 0 when never sent.
-  [[nodiscard]] double submittedSeconds() const { return dateSubmitted_.value_or(kReferenceInstant).seconds; }
+  [[nodiscard]] double submittedSeconds() const {
+    return dateSubmitted().value_or(kReferenceInstant).seconds;
+  }
   /// Whether it was sent more than a second after the reference instant.
   [[nodiscard]] bool wasSent() const { return submittedSeconds() > 1.0; }
   /// Whether it was sent, or left without an answer: its time may be in Vantor and must stay what it was.
-  [[nodiscard]] bool timeIsFixed() const { return wasSent() || sendingSince_; }
+  [[nodiscard]] bool timeIsFixed() const { return wasSent() || sendingSince(); }
 
   /// The midnight that begins the given instant's day; none for none.
   [[nodiscard]] static std::optional<Instant> stripTime(std::optional<Instant> date,
@@ -79,17 +81,17 @@ class TimeEntry final : public ManagedObject {
   void awakeFromInsert() override;
 
  private:
+  Slot<bool> running_;  // first: it fits behind what every object has
   ToOne<Activity> activity_;
-  std::optional<Instant> start_;
-  std::optional<double> duration_;
-  std::optional<Instant> dateSubmitted_ = kReferenceInstant;
-  std::optional<QString> notes_;
-  std::optional<Instant> sendingSince_;
-  std::optional<QString> sentAs_;
-  std::optional<Instant> haltedAt_;
-  std::optional<Instant> awayFrom_;
-  std::optional<Instant> awayTo_;
-  std::optional<bool> running_;
+  Slot<Instant> start_;
+  Slot<double> duration_;
+  Slot<Instant> dateSubmitted_{kReferenceInstant};
+  Slot<QString> notes_;
+  Slot<Instant> sendingSince_;
+  Slot<QString> sentAs_;
+  Slot<Instant> haltedAt_;
+  Slot<Instant> awayFrom_;
+  Slot<Instant> awayTo_;
 };
 
 }  // namespace pendra

@@ -10,13 +10,19 @@
 #include <span>
 #include <vector>
 
-#include "platform/Clock.h"
 #include "store/Relationships.h"
+#include "store/Slots.h"
 
 namespace pendra {
 
 class ManagedObject;
 struct EntityDescriptor;
+
+/// How the owner of an object does away with it: at once, or with the last Ref to it.
+struct LetGo {
+  void operator()(ManagedObject* object) const;
+};
+using OwnedObject = std::unique_ptr<ManagedObject, LetGo>;
 
 /// What a property holds, and with it how its column is read and written.
 enum class Kind { Text, Boolean, Instant, Number, ToOne, ToMany };
@@ -26,10 +32,10 @@ enum class DeleteRule { Nullify, Cascade };
 
 /// Gives the member of one object. Only the function of a property's own kind is set.
 struct MemberAccess {
-  std::optional<QString>& (*text)(ManagedObject&) = nullptr;
-  std::optional<bool>& (*boolean)(ManagedObject&) = nullptr;
-  std::optional<pendra::Instant>& (*instant)(ManagedObject&) = nullptr;
-  std::optional<double>& (*number)(ManagedObject&) = nullptr;
+  Slot<QString>& (*text)(ManagedObject&) = nullptr;
+  Slot<bool>& (*boolean)(ManagedObject&) = nullptr;
+  Slot<pendra::Instant>& (*instant)(ManagedObject&) = nullptr;
+  Slot<double>& (*number)(ManagedObject&) = nullptr;
   ToOneBase& (*toOne)(ManagedObject&) = nullptr;
   ToManyBase& (*toMany)(ManagedObject&) = nullptr;
 };
@@ -39,7 +45,7 @@ struct PropertyDescriptor {
   const char* name;
   Kind kind;
   MemberAccess access;
-  bool indexed = false;                           ///< texts only: look-ups are answered from an index
+  bool indexed = false;  ///< texts and booleans only: look-ups are answered from an index
   const EntityDescriptor& (*target)() = nullptr;  ///< relationships only
   const char* inverse = nullptr;                  ///< relationships only: the property at the other end
   DeleteRule deleteRule = DeleteRule::Nullify;    ///< relationships only
@@ -52,7 +58,7 @@ struct PropertyDescriptor {
 struct EntityDescriptor {
   const char* name;
   std::span<const PropertyDescriptor> properties;
-  std::unique_ptr<ManagedObject> (*make)();
+  OwnedObject (*make)();
 
   /// The property of that name; none when the entity has no such property.
   [[nodiscard]] const PropertyDescriptor* property(QAnyStringView key) const;
@@ -89,33 +95,30 @@ Result& memberOf(ManagedObject& object) {
 }
 
 template <class Class>
-std::unique_ptr<ManagedObject> make() {
-  return std::make_unique<Class>();
+OwnedObject make() {
+  return OwnedObject(new Class);
 }
 
 template <auto member>
 constexpr PropertyDescriptor text(const char* name) {
-  return {.name = name, .kind = Kind::Text, .access = {.text = memberOf<member, std::optional<QString>>}};
+  return {.name = name, .kind = Kind::Text, .access = {.text = memberOf<member, Slot<QString>>}};
 }
-template <auto member>
-constexpr PropertyDescriptor indexedText(const char* name) {
-  PropertyDescriptor property = text<member>(name);
+constexpr PropertyDescriptor indexed(PropertyDescriptor property) {
   property.indexed = true;
   return property;
 }
 template <auto member>
 constexpr PropertyDescriptor boolean(const char* name) {
-  return {.name = name, .kind = Kind::Boolean, .access = {.boolean = memberOf<member, std::optional<bool>>}};
+  return {.name = name, .kind = Kind::Boolean, .access = {.boolean = memberOf<member, Slot<bool>>}};
 }
 template <auto member>
 constexpr PropertyDescriptor instant(const char* name) {
-  return {.name = name,
-          .kind = Kind::Instant,
-          .access = {.instant = memberOf<member, std::optional<pendra::Instant>>}};
+  return {
+      .name = name, .kind = Kind::Instant, .access = {.instant = memberOf<member, Slot<pendra::Instant>>}};
 }
 template <auto member>
 constexpr PropertyDescriptor number(const char* name) {
-  return {.name = name, .kind = Kind::Number, .access = {.number = memberOf<member, std::optional<double>>}};
+  return {.name = name, .kind = Kind::Number, .access = {.number = memberOf<member, Slot<double>>}};
 }
 template <auto member, class Target>
 constexpr PropertyDescriptor toOne(const char* name, const char* inverse) {

@@ -22,7 +22,7 @@ struct EditRecord {
   QString name;
   std::vector<PropertyChange> changes;  ///< sorted by object, then property; of inserted objects none
   std::vector<ManagedObject*> inserted;
-  std::vector<std::unique_ptr<ManagedObject>> deleted;
+  std::vector<OwnedObject> deleted;
 
   [[nodiscard]] bool isEmpty() const { return changes.empty() && inserted.empty() && deleted.empty(); }
   /// None when the edit left the property as it found it.

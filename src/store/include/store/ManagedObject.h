@@ -16,7 +16,7 @@ class ObjectContext;
 class ManagedObject {
  public:
   ManagedObject() = default;
-  virtual ~ManagedObject();
+  virtual ~ManagedObject() = default;
   ManagedObject(const ManagedObject&) = delete;
   ManagedObject& operator=(const ManagedObject&) = delete;
 
@@ -35,15 +35,11 @@ class ManagedObject {
 
   /// Writes an attribute and notes the change; an equal value changes nothing.
   template <class Held>
-  void assign(std::optional<Held>& member, std::optional<Held> value) {
-    if (member == value) return;
-    if (context_) willChange(&member);
-    if constexpr (std::is_same_v<Held, QString>) {
-      assignText(member, std::move(value));
-    } else {
-      member = value;
-    }
-    noteChange();
+  void assign(Slot<Held>& slot, std::optional<Held> value) {
+    if (slot.get() == value) return;
+    const PropertyDescriptor* changing = context_ ? &willChange(&slot) : nullptr;
+    slot.set(std::move(value));
+    if (changing) hasChanged(*changing);
   }
   /// Writes a to-one relationship and keeps the other end in step. Only objects of one context are tied:
   /// a deleted or free-standing target counts as none, and a deleted owner gets none.
@@ -54,33 +50,46 @@ class ManagedObject {
   friend class ObjectContext;
   friend class PersistentStore;
   friend class RelationshipKeeper;
+  friend struct LetGo;
   template <class T>
   friend class Ref;
 
-  void assignText(std::optional<QString>& member, std::optional<QString> value);
-  void willChange(const void* member);
-  void noteChange();
-  const std::shared_ptr<ManagedObject*>& cell();
+  const PropertyDescriptor& willChange(const void* slot);
+  void hasChanged(const PropertyDescriptor& property);
+  /// Its owner has let go of it: it goes with the last Ref, and is none to all of them.
+  void letGo();
+  void releaseRef();
 
-  qint64 id_ = 0;
+  // A document has hundreds of thousands of these: what is added here is paid for by each.
   ObjectContext* context_ = nullptr;
-  std::shared_ptr<ManagedObject*> cell_;  // made for the first Ref; holds none once deleted
-  bool dirty_ = false;
-  bool deleted_ = false;
-  bool temporary_ = false;
-  bool cameInEdit_ = false;  // the three serve the edit that is running
-  bool wentInEdit_ = false;
-  quint32 changedInEdit_ = 0;  // one bit for each property, by its place in the entity
+  qint64 id_ = 0;
+  quint32 refs_ = 0;
+  bool dirty_ : 1 = false;
+  bool deleted_ : 1 = false;
+  bool temporary_ : 1 = false;
+  bool withoutOwner_ : 1 = false;
+  bool cameInEdit_ : 1 = false;  // the two serve the edit that is running
+  bool wentInEdit_ : 1 = false;
 };
 
-/// A reference that outlives the action: none once the object is deleted or its context is gone.
+/// A reference that outlives the action: none once the object is deleted or its context is gone, and from the
+/// start for an object without a context.
 template <class T>
 class Ref {
  public:
   Ref() = default;
-  Ref(T* object) : cell_(object && !object->isDeleted() ? object->cell() : nullptr) {}
+  Ref(T* object) : object_(object && object->context_ ? object : nullptr) { hold(); }
+  Ref(const Ref& other) : object_(other.object_) { hold(); }
+  Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+  Ref& operator=(Ref other) noexcept {
+    std::swap(object_, other.object_);
+    return *this;
+  }
+  ~Ref() {
+    if (object_) object_->releaseRef();
+  }
 
-  [[nodiscard]] T* get() const { return cell_ ? static_cast<T*>(*cell_) : nullptr; }
+  [[nodiscard]] T* get() const { return object_ && object_->context_ ? static_cast<T*>(object_) : nullptr; }
   T* operator->() const { return get(); }
   T& operator*() const { return *get(); }
   explicit operator bool() const { return get() != nullptr; }
@@ -88,7 +97,10 @@ class Ref {
   friend bool operator==(const Ref& a, const T* b) { return a.get() == b; }
 
  private:
-  std::shared_ptr<ManagedObject*> cell_;
+  void hold() {
+    if (object_) ++object_->refs_;
+  }
+  ManagedObject* object_ = nullptr;
 };
 
 }  // namespace pendra

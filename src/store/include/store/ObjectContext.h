@@ -155,6 +155,11 @@ class ObjectContext {
   [[nodiscard]] Objects<T> matching(const char* key, const QString& text) const {
     return Objects<T>(lookUp(T::descriptor(), key, text));
   }
+  /// Those for which an indexed boolean is true, in the order of insertion.
+  template <class T>
+  [[nodiscard]] Objects<T> flagged(const char* key) const {
+    return Objects<T>(lookUpFlagged(T::descriptor(), key));
+  }
 
  private:
   friend class ChangeSet;
@@ -186,17 +191,17 @@ class ObjectContext {
   void makeTables();
   void makeRoom(const EntityDescriptor& entity, std::size_t count);
   ManagedObject& insertObject(const EntityDescriptor& entity, bool temporary);
-  ManagedObject& adopt(std::unique_ptr<ManagedObject> object, qint64 id);
+  ManagedObject& adopt(OwnedObject object, qint64 id);
   /// Ties a link that was read to its target; a target that is not there leaves none.
   void linkRead(ManagedObject& owner, const PropertyDescriptor& property, qint64 target);
   /// Puts an object back that has been taken out, as it was then.
-  void putBack(std::unique_ptr<ManagedObject> object);
+  void putBack(OwnedObject object);
   /// Takes an object that is out of every relationship out of the document.
-  std::unique_ptr<ManagedObject> takeOut(ManagedObject& object);
+  OwnedObject takeOut(ManagedObject& object);
   /// Gives a property a value that it had before; a target that is not there is none.
   void restore(ManagedObject& object, const PropertyDescriptor& property, const PropertyValue& value);
   /// Objects that were taken out are no more.
-  void destroy(std::vector<std::unique_ptr<ManagedObject>> objects);
+  void destroy(std::vector<OwnedObject> objects);
 
   /// What an edit did is what the next commit writes.
   void noteForFile(const EditRecord& record);
@@ -206,10 +211,9 @@ class ObjectContext {
 
   /// Before and after every change of a property.
   void willChange(ManagedObject& object, const PropertyDescriptor& property);
+  void hasChanged(ManagedObject& object, const PropertyDescriptor& property);
   void noteChange(ManagedObject& object);
   void markChanged(ManagedObject& object);
-  void textChanged(ManagedObject& object, const PropertyDescriptor& property,
-                   const std::optional<QString>& from, const std::optional<QString>& to);
 
   /// Before objects that left are no more.
   void noteUnsettled(OrderedObjects& objects) { unsettled_.push_back(&objects); }
@@ -220,6 +224,8 @@ class ObjectContext {
   [[nodiscard]] std::span<ManagedObject* const> objectsOf(const EntityDescriptor& entity) const;
   [[nodiscard]] std::span<ManagedObject* const> lookUp(const EntityDescriptor& entity, const char* key,
                                                        const QString& text) const;
+  [[nodiscard]] std::span<ManagedObject* const> lookUpFlagged(const EntityDescriptor& entity,
+                                                              const char* key) const;
 
   const ObjectModel& model_;
   const Clock& clock_;
@@ -229,7 +235,7 @@ class ObjectContext {
   quint64 changeCount_ = 0;
   std::vector<ManagedObject*> changed_;
   std::vector<DeletedRow> deleted_;
-  std::vector<std::unique_ptr<ManagedObject>> graveyard_;  // deleted outside of edits since the last save
+  std::vector<OwnedObject> graveyard_;  // deleted outside of edits since the last save
   std::unique_ptr<PersistentStore> store_;
 
   std::unique_ptr<Editing> editing_;

@@ -77,6 +77,7 @@ class PersistentStore {
   Result<void> writeToFile(const ObjectContext& context, int patience);
   static Result<std::unique_ptr<Parts>> writeDraft(const ObjectContext& context, const Draft& draft,
                                                    const ObjectModel& model);
+  void readRows(ObjectContext& context);
 
   std::unique_ptr<Parts> parts_;
   FileStory story_;

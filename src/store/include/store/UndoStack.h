@@ -57,8 +57,10 @@ class UndoStack {
   friend class ObjectContext;
 
   void push(EditRecord record);
+  /// Steps that will be no more, and with them what they deleted.
+  void drop(std::deque<EditRecord> steps);
   /// Takes out of the steps whatever concerns objects that will be no more.
-  void forget(const std::vector<std::unique_ptr<ManagedObject>>& gone);
+  void forget(const std::vector<OwnedObject>& gone);
   std::vector<Skipped> apply(std::deque<EditRecord>& from, std::deque<EditRecord>& to);
 
   ObjectContext& context_;
