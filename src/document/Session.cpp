@@ -15,12 +15,20 @@ void Session::close() {
   if (document_) exchange(nullptr);
 }
 
+void Session::requireEdits() {
+  editsRequired_ = true;
+  if (document_) context()->requireEdits(true);
+}
+
 void Session::exchange(std::unique_ptr<OpenDocument> next) {
   const bool wasStandalone = isStandalone();
   // From here on `next` is the one before: it stands until nobody shows it any more.
   std::swap(document_, next);
   commits_ = {};
-  if (document_) commits_ = context()->observeCommits([this](const CommitState&) { commitTried(); });
+  if (document_) {
+    context()->requireEdits(editsRequired_);
+    commits_ = context()->observeCommits([this](const CommitState&) { commitTried(); });
+  }
   notices_.withdrawOfDocument();
   documentChanges_.changed();
   if (isStandalone() != wasStandalone) standaloneChanges_.changed();

@@ -19,20 +19,21 @@ TEST_F(Opening, WhatMayBeInVantorIsOutOfReachOfUndo) {
   write(path("Work.pdr"));
   open("Work.pdr");
   ObjectContext& context = *session.context();
-  Activity& activity = addActivity(nullptr, nullptr);
-  const auto marks = {&TimeEntry::setDateSubmitted, &TimeEntry::setSendingSince};
-  for (const auto mark : marks) {
+  UndoStack& steps = context.undoStack();
+  for (const auto mark : {&TimeEntry::setDateSubmitted, &TimeEntry::setSendingSince}) {
+    Activity* activity = nullptr;
     TimeEntry* entry = nullptr;
-    std::ignore = context.edit({}, [&] { entry = &activity.addEntry(); });
+    std::ignore = context.edit({}, [&] { activity = &addActivity(nullptr, nullptr); });
+    std::ignore = context.edit({}, [&] { entry = &activity->addEntry(); });
     std::ignore = context.edit({}, [&] { entry->setDuration(60); });
     std::ignore = context.edit({}, {.undoable = false}, [&] { (entry->*mark)(clock.now()); });
-    EXPECT_EQ(context.undoStack().undo().at(0).object, entry);
-    EXPECT_EQ(context.undoStack().undo().at(0).object, entry);
-    EXPECT_EQ(entry->duration(), 60);
+    EXPECT_EQ(steps.undo().at(0).object, entry) << "its length stays,";
+    EXPECT_EQ(steps.undo().at(0).object, entry) << "and itself,";
+    EXPECT_EQ(steps.undo().at(0).object, activity) << "and its activity, which holds it";
+    EXPECT_TRUE(entry->duration() == 60 && entry->activity() == activity);
+    EXPECT_FALSE(steps.canUndo());
   }
 }
-
-// ---- launch
 
 TEST_F(Opening, AFirstLaunchMakesADocumentThatTheSecondRenames) {
   Launch(session).launch();

@@ -66,6 +66,8 @@ class Session {
   void open(std::unique_ptr<OpenDocument> document);
   /// No document is open from now on. Saves nothing. Harmless when none was open.
   void close();
+  /// From now on what changes an open document outside of an edit ends the program.
+  void requireEdits();
   /// Announces that another document is open, or none.
   [[nodiscard]] Notifier& documentChanges() { return documentChanges_; }
   /// Announces the changes of `isStandalone`.
@@ -95,6 +97,7 @@ class Session {
   Ports ports_;
   ObjectModel objectModel_;
   std::unique_ptr<OpenDocument> document_;
+  bool editsRequired_ = false;
   Subscription commits_;
   Notifier::Subscription settings_;
   Notifier documentChanges_;
