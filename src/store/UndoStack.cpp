@@ -51,14 +51,15 @@ void UndoStack::drop(std::deque<EditRecord> steps) {
 void UndoStack::forget(const std::vector<OwnedObject>& gone) {
   std::unordered_set<const ManagedObject*> objects;
   for (const auto& object : gone) objects.insert(object.get());
+  std::size_t stepsGone = 0;
   for (auto* steps : {&done_, &undone_}) {
     for (EditRecord& step : *steps) {
       std::erase_if(step.changes, [&](const auto& change) { return objects.contains(change.object); });
       std::erase_if(step.inserted, [&](const ManagedObject* object) { return objects.contains(object); });
     }
-    std::erase_if(*steps, [](const EditRecord& step) { return step.isEmpty(); });
+    stepsGone += std::erase_if(*steps, [](const EditRecord& step) { return step.isEmpty(); });
   }
-  observers_.tell(News::Changed);
+  if (stepsGone > 0) observers_.tell(News::Changed);
 }
 
 }  // namespace pendra
