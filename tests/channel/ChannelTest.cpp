@@ -1,5 +1,7 @@
 #include <sys/wait.h>
 
+#include <QtEndian>
+
 #include "Fixtures.h"
 #include "channel/CallThread.h"
 #include "support/Rows.h"
@@ -46,6 +48,16 @@ TEST_P(Replies, AreAnswersOrNamedFailures) {
   }
 }
 
+/// An answer that fills what is taken of one datagram, by bytes that no object has.
+QByteArray longAnswer() {
+  QByteArray archive = reply(kCompanyFileName, "yes").mid(4);
+  const qsizetype table = qFromBigEndian<qint64>(archive.constEnd() - 8);
+  const QByteArray padding((256 << 10) - 4 - archive.size(), 'x');
+  archive.insert(table, padding);
+  qToBigEndian<qint64>(table + padding.size(), archive.data() + archive.size() - 8);
+  return archive;
+}
+
 constexpr const char* kTimeout =
     "VTIPCTimeout: timeout waiting for return result for companyFileName, in doubt";
 
@@ -69,6 +81,10 @@ INSTANTIATE_TEST_SUITE_P(
               "VTIPCUnArchiverFailure: error: not a property list, in doubt"},
         Reply{"LostSlice", {header(3)}, "VTIPCUnArchiverFailure: error: not a property list, in doubt"},
         Reply{"TooShort", {QByteArray("abc")}, "VTIPCUnArchiverFailure: error: not a datagram, in doubt"},
+        Reply{"AsLongAsAnyIsTaken", {header(3) + longAnswer()}, "companyFileName = yes"},
+        Reply{"LongerThanThat",
+              {header(3) + longAnswer() + "rest"},
+              "VTIPCUnArchiverFailure: error: not a datagram, in doubt"},
         Reply{"NotAnArray",
               {header(3) + writeArchive(QStringLiteral("text")).value()},
               "VTIPCUnArchiverFailure: error: the message is not an array, in doubt"},

@@ -74,6 +74,8 @@ class RawPeer {
     EXPECT_EQ(SocketAddress::forPath(path).bind(socket_.get()), 0);
     const timeval patience{.tv_sec = 20, .tv_usec = 0};
     setsockopt(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+    const int roomy = 400000;
+    setsockopt(socket_.get(), SOL_SOCKET, SO_SNDBUF, &roomy, sizeof roomy);
   }
 
   QByteArray receive() {

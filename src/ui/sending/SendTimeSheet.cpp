@@ -28,7 +28,9 @@ std::unique_ptr<RowTable<SummaryLine>> makeRows() {
   days.head.kind = CellKind::TwoLines;
   days.head.weight = 3;
   days.text = [](const SummaryLine& line) {
-    return line.days.isEmpty() ? line.notes : line.days + u'\n' + line.notes;
+    QStringList lines{line.days, line.notes};
+    lines.removeAll(QString());
+    return lines.join(u'\n');
   };
   Column<SummaryLine> customer =
       column(QStringLiteral("customer"), QDialog::tr("Customer"), &SummaryLine::customer);
