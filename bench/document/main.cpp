@@ -38,15 +38,6 @@ class NoCommands final : public CommandTarget {
   Notifier changes_;
 };
 
-class NoTable final : public TablePort {
- public:
-  void reloadData() override {}
-  void redrawRow(int) override {}
-  [[nodiscard]] std::vector<int> selectedRows() const override { return {}; }
-  void selectRow(int) override {}
-  void clearSelection() override {}
-};
-
 class NoDisplay final : public TimerDisplay {
  public:
   void showElapsedTime(const QString&) override {}
@@ -99,7 +90,7 @@ class DocumentBench {
   }
 
   void reload() {
-    TimerState state(test_.session, table_, display_);
+    TimerState state(test_.session, display_);
     std::vector<std::pair<QString, double>> sums;
     bench::compare(
         "reload of the activities", 2,
@@ -133,7 +124,7 @@ class DocumentBench {
   }
 
   void tick() {
-    TimerState state(test_.session, table_, display_);
+    TimerState state(test_.session, display_);
     for (int i = 0; i < kTimers; ++i) context_->all<Activity>()[static_cast<std::size_t>(i)]->startEntry();
     state.reloadData();
     std::vector<double> took;
@@ -147,7 +138,6 @@ class DocumentBench {
   TestSession test_;
   QString path_ = test_.places.path("Sample.pdr");
   ObjectContext* context_ = nullptr;
-  NoTable table_;
   NoDisplay display_;
   std::vector<plain::Row> rows_;
   int changes_ = 0;

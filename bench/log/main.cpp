@@ -12,21 +12,13 @@
 #include "ui/RowTableView.h"
 #include "ui/Theme.h"
 #include "ui_core/TimeLogExport.h"
+#include "ui_core/TimerState.h"
 
 namespace pendra {
 namespace {
 
 constexpr int kRuns = 7;
 constexpr std::array kColumns{"customer", "job", "service", "date", "duration", "submitted"};
-
-class NoTable final : public TablePort {
- public:
-  void reloadData() override {}
-  void redrawRow(int) override {}
-  [[nodiscard]] std::vector<int> selectedRows() const override { return {}; }
-  void selectRow(int) override {}
-  void clearSelection() override {}
-};
 
 class NoDisplay final : public TimerDisplay {
  public:
@@ -170,10 +162,9 @@ class LogBench {
   TestSession test_;
   ObjectContext& context_;
   int entries_;
-  NoTable table_;
   NoDisplay display_;
-  TimerState window_{test_.session, table_, display_};
-  LogController log_{test_.session, window_, table_};
+  TimerState window_{test_.session, display_};
+  LogController& log_ = window_.log();
 };
 
 }  // namespace

@@ -76,7 +76,7 @@ QList<QAccessibleInterface*> CellAccessible::columnHeaderCells() const {
 }
 
 bool CellAccessible::canBePressed() const {
-  const ColumnHead& head = view_->tableModel().source().head(column_);
+  const ColumnHead& head = view_->tableModel().head(column_);
   return isHead() || actsOnPress(head.kind);
 }
 

@@ -6,9 +6,9 @@
 #include <cmath>
 
 #include "ui/Symbols.h"
-#include "ui/TableModel.h"
 #include "ui/TabularText.h"
 #include "ui/Theme.h"
+#include "ui_core/TableModel.h"
 
 namespace pendra {
 
@@ -197,7 +197,7 @@ bool RowDelegate::eventFilter(QObject* watched, QEvent* event) {
 
 QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                    const QModelIndex& index) const {
-  const auto* model = qobject_cast<const TableModel*>(index.model());
+  const auto* model = dynamic_cast<const TableModel*>(index.model());
   if (model && !model->shouldEdit(index)) return nullptr;
   QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
   if (!editor) return nullptr;

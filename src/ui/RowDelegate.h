@@ -2,7 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-#include "ui_core/TableSource.h"
+#include "ui_core/TableModel.h"
 
 namespace pendra {
 

@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "RowDelegate.h"
-#include "ui/TableModel.h"
 #include "ui/Theme.h"
+#include "ui_core/TableModel.h"
 
 namespace pendra {
 
@@ -48,7 +48,7 @@ RowHeader::RowHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
   setFont(Theme::quietFont());
 }
 
-const TableModel* RowHeader::tableModel() const { return qobject_cast<const TableModel*>(model()); }
+const TableModel* RowHeader::tableModel() const { return dynamic_cast<const TableModel*>(model()); }
 
 int RowHeader::naturalWidth(int section) const {
   const QString title = model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
@@ -64,15 +64,15 @@ QSize RowHeader::sizeHint() const {
 
 void RowHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
   if (!tableModel() || !rect.isValid()) return;
-  const TableSource& source = tableModel()->source();
+  const TableModel& table = *tableModel();
   const Colours& colours = Theme::colours(palette());
   painter->save();
   painter->fillRect(rect, colours.window);
   painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), colours.line);
   painter->setFont(headFont());
   painter->setPen(colours.quiet);
-  drawHead(*painter, RowDelegate::contentRect(rect, section, source.columnCount()), source.head(section),
-           source.sortOrder());
+  drawHead(*painter, RowDelegate::contentRect(rect, section, table.columnCount()), table.head(section),
+           table.sortOrder());
   painter->restore();
 }
 

@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QToolTip>
+#include <memory>
 #include <numeric>
 #include <utility>
 
@@ -18,19 +19,6 @@ namespace pendra {
 namespace {
 
 constexpr int kNarrowest = 56;
-
-/// The rows as ranges, so that many neighbours cost no more than one.
-QItemSelection rangesOf(const std::vector<int>& rows, const QAbstractItemModel& model) {
-  QItemSelection selection;
-  const int last = model.columnCount() - 1;
-  for (size_t first = 0; first < rows.size();) {
-    size_t end = first + 1;
-    while (end < rows.size() && rows[end] == rows[end - 1] + 1) ++end;
-    selection.append(QItemSelectionRange(model.index(rows[first], 0), model.index(rows[end - 1], last)));
-    first = end;
-  }
-  return selection;
-}
 
 RowDelegate& delegateOf(const RowTableView& view) { return *static_cast<RowDelegate*>(view.itemDelegate()); }
 
@@ -69,67 +57,69 @@ void RowTableView::makeHeads() {
           [this](int section, int, int width) { keepDraggedWidth(section, width); });
 }
 
-void RowTableView::setSource(TableSource& source) {
-  model_ = new TableModel(source, this);
+void RowTableView::setTable(TableModel& table, TableSelection& selection) {
+  model_ = &table;
+  selection_ = &selection;
   setModel(model_);
+  const std::unique_ptr<QItemSelectionModel> unused(selectionModel());  // Qt has made one for the model
+  setSelectionModel(selection_);
   weights_.clear();
-  for (int column = 0; column < source.columnCount(); ++column) {
-    const int weight = source.head(column).weight;
+  for (int column = 0; column < table.columnCount(); ++column) {
+    const int weight = table.head(column).weight;
     weights_.push_back(weight);
-    // What has the width of its content would come back to it at the next reload.
+    // What has the width of its content would come back to it at the next reset.
     if (weight == 0) horizontalHeader()->setSectionResizeMode(column, QHeaderView::Fixed);
   }
-  connect(model_, &QAbstractItemModel::modelAboutToBeReset, this, &RowTableView::rememberScroll);
-  connect(model_, &QAbstractItemModel::modelReset, this, &RowTableView::restoreSelection);
-  connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &RowTableView::rememberSelection);
-  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-    rememberSelection();
-    Q_EMIT selectionChanged();
+  connectTable();
+  rowsChanged();
+}
+
+void RowTableView::connectTable() {
+  connect(model_, &QAbstractItemModel::modelAboutToBeReset, this,
+          [this] { scroll_ = verticalScrollBar()->value(); });
+  connect(model_, &QAbstractItemModel::modelReset, this, [this] {
+    rowsChanged();
+    verticalScrollBar()->setValue(scroll_);
   });
+  connect(model_, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
+    if (model_->rowCount() == last - first + 1) rowsChanged();  // the first ones
+  });
+  connect(model_, &QAbstractItemModel::rowsRemoved, this, &RowTableView::placeEmptyState);
+  connect(model_, &QAbstractItemModel::layoutChanged, horizontalHeader()->viewport(),
+          qOverload<>(&QWidget::update));
+  selectionChanges_ = selection_->changes.observe([this] { Q_EMIT selectionChanged(); });
+}
+
+/// Some widths are those of what the rows show.
+void RowTableView::rowsChanged() {
   distributeWidths();
   placeEmptyState();
 }
 
-void RowTableView::dropSource() {
+void RowTableView::dropTable() {
+  if (!model_) return;
   if (QWidget* editor = indexWidget(currentIndex())) closeEditor(editor, QAbstractItemDelegate::NoHint);
+  disconnect(model_, nullptr, this, nullptr);
+  selectionChanges_ = {};
   model_ = nullptr;
+  selection_ = nullptr;
   setModel(nullptr);
 }
 
-void RowTableView::reloadData() { model_->reloadData(); }
-
-void RowTableView::redrawRow(int row) { model_->updateRow(row); }
-
 std::vector<int> RowTableView::selectedRows() const {
-  std::vector<int> rows;
-  if (!selectionModel()) return rows;
-  const QItemSelection selection = selectionModel()->selection();
-  for (const QItemSelectionRange& range : selection) {
-    for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row);
-  }
-  std::sort(rows.begin(), rows.end());
-  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-  return rows;
+  return selection_ ? selection_->rows() : std::vector<int>();
 }
 
 void RowTableView::selectRow(int row) { selectRows({row}); }
 
 void RowTableView::selectRows(const std::vector<int>& rows) {
-  std::vector<int> present;
-  std::copy_if(rows.begin(), rows.end(), std::back_inserter(present),
-               [this](int row) { return row >= 0 && row < model_->rowCount(); });
-  std::sort(present.begin(), present.end());
-  if (present.empty()) return clearSelection();
-  selectSilently(present, present.front(), std::max(0, currentIndex().column()));
-  scrollTo(model_->index(present.front(), currentIndex().column()));
-  Q_EMIT selectionChanged();
+  selection_->selectRows(rows);
+  if (currentIndex().isValid()) scrollTo(currentIndex());
 }
 
-void RowTableView::clearSelection() { QTableView::clearSelection(); }
+QString RowTableView::sortKey() const { return model_ ? model_->sortOrder().key : QString(); }
 
-QString RowTableView::sortKey() const { return model_ ? model_->source().sortOrder().key : QString(); }
-
-bool RowTableView::sortAscending() const { return !model_ || model_->source().sortOrder().ascending; }
+bool RowTableView::sortAscending() const { return !model_ || model_->sortOrder().ascending; }
 
 void RowTableView::setSortOrder(const SortOrder& descriptor) {
   model_->sortBy(descriptor);
@@ -137,7 +127,7 @@ void RowTableView::setSortOrder(const SortOrder& descriptor) {
 }
 
 void RowTableView::clickHead(int section) {
-  const ColumnHead& head = model_->source().head(section);
+  const ColumnHead& head = model_->head(section);
   if (head.sortable) {
     const bool again = sortKey() == head.identifier;
     setSortOrder({head.identifier, again ? !sortAscending() : true});
@@ -147,7 +137,7 @@ void RowTableView::clickHead(int section) {
 }
 
 void RowTableView::editCell(const QString& identifier, int row) {
-  const QModelIndex index = model_->index(row, model_->columnOf(identifier));
+  const QModelIndex index = model_->index(row, model_->columnOf(identifier).value_or(-1));
   if (!index.isValid()) return;
   scrollTo(index);
   setCurrentIndex(index);
@@ -180,58 +170,16 @@ void RowTableView::pressPlace(int row, int column) {
 }
 
 void RowTableView::pressCell(const QModelIndex& index) {
-  if (acts(index)) Q_EMIT cellPressed(index.row(), model_->source().head(index.column()).identifier);
-}
-
-// Selection over a reload.
-
-void RowTableView::rememberSelection() {
-  if (!model_) return;
-  const TableSource& source = model_->source();
-  remembered_.selected.clear();
-  for (const int row : selectedRows()) remembered_.selected.push_back(source.identity(row));
-  remembered_.current = source.identity(currentIndex().row());
-  remembered_.currentColumn = std::max(0, currentIndex().column());
-}
-
-void RowTableView::rememberScroll() { remembered_.scroll = verticalScrollBar()->value(); }
-
-void RowTableView::restoreSelection() {
-  const Remembered before = std::exchange(remembered_, {});
-  const QSet<quint64> wanted(before.selected.begin(), before.selected.end());
-  std::vector<int> rows;
-  int current = -1;
-  const TableSource& source = model_->source();
-  for (int row = 0; (!wanted.isEmpty() || before.current) && row < source.rowCount(); ++row) {
-    const quint64 identity = source.identity(row);
-    if (identity == 0) continue;
-    if (wanted.contains(identity)) rows.push_back(row);
-    if (identity == before.current) current = row;
-  }
-  distributeWidths();
-  selectSilently(rows, current, before.currentColumn);
-  verticalScrollBar()->setValue(before.scroll);
-  placeEmptyState();
-  if (rows.size() < before.selected.size()) Q_EMIT selectionChanged();
-}
-
-void RowTableView::selectSilently(const std::vector<int>& rows, int current, int column) {
-  const QSignalBlocker silent(selectionModel());
-  selectionModel()->setCurrentIndex(model_->index(current, std::min(column, model_->columnCount() - 1)),
-                                    QItemSelectionModel::NoUpdate);
-  selectionModel()->select(rangesOf(rows, *model_),
-                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  rememberSelection();
-  viewport()->update();
+  if (acts(index)) Q_EMIT cellPressed(index.row(), model_->head(index.column()).identifier);
 }
 
 // Widths.
 
 int RowTableView::contentWidth(int column) const {
-  const ColumnHead& head = model_->source().head(column);
+  const ColumnHead& head = model_->head(column);
   const bool isTime = head.kind == CellKind::Time || head.kind == CellKind::SecondaryTime;
   QStringList texts = head.widest;
-  if (texts.isEmpty()) texts << (isTime ? QString() : model_->source().text(0, column));
+  if (texts.isEmpty()) texts << (isTime ? QString() : model_->text(0, column));
   int content = static_cast<RowHeader*>(horizontalHeader())->naturalWidth(column);
   for (const QString& text : std::as_const(texts)) {
     content = std::max(content, RowDelegate::naturalWidth(head.kind, text, font()));
@@ -298,9 +246,24 @@ void RowTableView::redrawRect(int row) {
   viewport()->update(0, rowViewportPosition(row), viewport()->width(), height);
 }
 
+/// Where one row is selected at a time, Qt would select a neighbour of it when it goes, which nobody asked
+/// for.
+void RowTableView::rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) {
+  const SelectionMode mode = selectionMode();
+  setSelectionMode(ExtendedSelection);
+  QTableView::rowsAboutToBeRemoved(parent, first, last);
+  setSelectionMode(mode);
+}
+
 /// A changed row costs the painting of that row, not of the table.
 void RowTableView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                                const QList<int>&) {
+  if (QAccessible::isActive()) {
+    auto* seen = static_cast<TableAccessible*>(QAccessible::queryAccessibleInterface(this));
+    seen->tellChanged(topLeft.row(), bottomRight.row());
+  }
+  const int rows = bottomRight.row() - topLeft.row() + 1;
+  if (rows > viewport()->height() / metrics::kRowHeight) return viewport()->update();
   for (int row = topLeft.row(); row <= bottomRight.row(); ++row) redrawRect(row);
 }
 
@@ -317,8 +280,7 @@ void RowTableView::mousePressEvent(QMouseEvent* event) {
   const QModelIndex index = indexAt(event->pos());
   const bool plain = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
   pressed_ = {};
-  if (plain && acts(index))
-    pressed_ = {model_->source().identity(index.row()), index.column(), visualRect(index)};
+  if (plain && acts(index)) pressed_ = {model_->identity(index.row()), index.column(), visualRect(index)};
   if (plain && !index.isValid()) clearSelection();
 }
 
@@ -326,12 +288,9 @@ void RowTableView::mouseReleaseEvent(QMouseEvent* event) {
   QTableView::mouseReleaseEvent(event);
   const Pressed pressed = std::exchange(pressed_, {});
   if (!model_ || !pressed.cell.contains(event->pos())) return;
-  // The row meant is the one that was pressed, also when storing what was typed has moved it meanwhile.
-  const TableSource& source = model_->source();
-  int row = 0;
-  while (row < source.rowCount() && source.identity(row) != pressed.identity) ++row;
-  // Last: whoever answers a press may open a sheet or close the window.
-  if (row < source.rowCount()) pressCell(model_->index(row, pressed.column));
+  // The row meant is the one that was pressed, also when storing what was typed has moved it meanwhile. Last:
+  // whoever answers a press may open a sheet or close the window.
+  if (const auto row = model_->rowWith(pressed.identity)) pressCell(model_->index(*row, pressed.column));
 }
 
 void RowTableView::mouseDoubleClickEvent(QMouseEvent* event) {

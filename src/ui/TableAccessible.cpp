@@ -49,11 +49,12 @@ QAccessibleInterface* TableAccessible::child(int index) const {
   }
   if (index < 0) return nullptr;
   if (const auto known = children_.constFind(index); known != children_.cend()) {
-    return QAccessible::accessibleInterface(*known);
+    return QAccessible::accessibleInterface(known->id);
   }
   const int width = columnCount() + 1;
   auto* cell = new CellAccessible(view(), index / width - 1, index % width - 1);
-  children_.insert(index, QAccessible::registerAccessibleInterface(cell));
+  const QAccessible::Id id = QAccessible::registerAccessibleInterface(cell);
+  children_.insert(index, {id, cell->text(QAccessible::Name), bool(cell->state().checked)});
   return cell;
 }
 
@@ -131,8 +132,27 @@ bool TableAccessible::unselectRow(int row) {
 
 void TableAccessible::modelChange(QAccessibleTableModelChangeEvent*) { forgetChildren(); }
 
+void TableAccessible::tellChanged(int firstRow, int lastRow) {
+  for (Known& known : children_) {
+    QAccessibleInterface* cell = QAccessible::accessibleInterface(known.id);
+    const int row = cell->tableCellInterface() ? cell->tableCellInterface()->rowIndex() : -1;
+    if (row < firstRow || row > lastRow) continue;
+    const QString name = std::exchange(known.name, cell->text(QAccessible::Name));
+    if (name != known.name) {
+      QAccessibleEvent renamed(cell, QAccessible::NameChanged);
+      QAccessible::updateAccessibility(&renamed);
+    }
+    const bool checked = std::exchange(known.checked, bool(cell->state().checked));
+    if (checked == known.checked) continue;
+    QAccessible::State what;
+    what.checked = true;
+    QAccessibleStateChangeEvent turned(cell, what);
+    QAccessible::updateAccessibility(&turned);
+  }
+}
+
 void TableAccessible::forgetChildren() {
-  for (const QAccessible::Id id : std::as_const(children_)) QAccessible::deleteAccessibleInterface(id);
+  for (const Known& known : std::as_const(children_)) QAccessible::deleteAccessibleInterface(known.id);
   children_.clear();
 }
 

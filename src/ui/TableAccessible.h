@@ -17,6 +17,8 @@ class TableAccessible final : public QAccessibleWidget, public QAccessibleTableI
   ~TableAccessible() override;
   /// From now on every RowTableView is seen through this class.
   static void install();
+  /// Tells of the cells in these rows that read otherwise now; of those that nobody knows there is no news.
+  void tellChanged(int firstRow, int lastRow);
 
   [[nodiscard]] int childCount() const override;
   [[nodiscard]] QAccessibleInterface* child(int index) const override;
@@ -44,16 +46,22 @@ class TableAccessible final : public QAccessibleWidget, public QAccessibleTableI
   bool selectColumn(int) override { return false; }
   bool unselectRow(int row) override;
   bool unselectColumn(int) override { return false; }
-  /// Cells are made anew after every change of the rows.
+  /// Cells are made anew after rows came, went or moved.
   void modelChange(QAccessibleTableModelChangeEvent* event) override;
 
  private:
+  /// A place that somebody has asked for, and what was said of it then.
+  struct Known {
+    QAccessible::Id id;
+    QString name;
+    bool checked;
+  };
   [[nodiscard]] RowTableView* view() const;
   [[nodiscard]] QList<QWidget*> widgetsOverRows() const;
   [[nodiscard]] int cellsEnd() const;
   void forgetChildren();
 
-  mutable QHash<int, QAccessible::Id> children_;
+  mutable QHash<int, Known> children_;
 };
 
 }  // namespace pendra

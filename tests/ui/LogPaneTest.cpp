@@ -12,6 +12,7 @@
 #include "platform/Preferences.h"
 #include "support/TestSession.h"
 #include "ui/RowTableView.h"
+#include "ui_core/TimerState.h"
 
 namespace pendra {
 namespace {
@@ -58,9 +59,8 @@ class LogPaneWidget : public testing::Test {
   }
 
   TestSession test;
-  RowTableView activities;
   NoDisplay display;
-  TimerState window{test.session, activities, display};
+  TimerState window{test.session, display};
   std::unique_ptr<LogPaneView> pane;
   std::unique_ptr<QWidget> summary;
 };
@@ -97,7 +97,7 @@ TEST_F(LogPaneWidget, ASelectionIsSummedAndAnEditedEntryIsTheOnlyOne) {
   pane->table().selectRows({0, 1});
   QSignalSpy edits(pane.get(), &LogPaneView::editTimeEntry);
   auto& table = pane->table();
-  table.pressCell(table.model()->index(1, table.tableModel().columnOf(u"edit")));
+  table.pressCell(table.model()->index(1, table.tableModel().columnOf(u"edit").value()));
   EXPECT_EQ(edits.size(), 1);
   EXPECT_THAT(table.selectedRows(), ElementsAre(1));
   EXPECT_EQ(window.currentEntry(), pane->logController().selectedEntry());

@@ -88,11 +88,12 @@ RowTraits<ActivityRow> activityTraits() {
 
 }  // namespace
 
-TimerState::TimerState(Session& session, TablePort& table, TimerDisplay& display)
+TimerState::TimerState(Session& session, TimerDisplay& display, const QLocale& locale)
     : session_(session),
-      table_(table),
       display_(display),
       rows_(activityColumns(), activityTraits()),
+      log_(session, *this, locale),
+      selectionChanges_(selection_.changes.observe([this] { selectionChanged(); })),
       documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
   followDocument();
 }
@@ -130,9 +131,8 @@ void TimerState::reloadData() {
       rows.push_back(rowOf(*activity, now));
     }
   }
-  rows_.setRows(std::move(rows));
+  rows_.updateRows(std::move(rows));
   shownDay_ = today();
-  table_.reloadData();
   if (session_.isStandalone()) display_.hideSendTime();
 }
 
@@ -178,7 +178,6 @@ void TimerState::reloadRowsOf(const QSet<const Activity*>& activities) {
     Activity* activity = rows_.row(index)->activity.get();
     if (!activity || !activities.contains(activity)) continue;
     rows_.replaceRow(index, rowOf(*activity, now));
-    table_.redrawRow(index);
   }
 }
 
@@ -194,7 +193,7 @@ void TimerState::selectionChanged() {
   currentActivity_ = selectedActivity();
   showHeader();
   currentEntry_ = {};
-  log_->clearSelection();
+  log_.clearSelection();
 }
 
 void TimerState::updateOneRow(int index) {
@@ -208,11 +207,8 @@ void TimerState::updateOneRow(int index) {
     row.today = times.today;
   }
   rows_.replaceRow(index, std::move(row));
-  table_.redrawRow(index);
   updateCustomerJobLabel();
 }
-
-void TimerState::updateSelectedRow() { updateOneRow(table_.selectedRow()); }
 
 void TimerState::updateMainButton() {
   const Activity* selected = selectedActivity();
@@ -231,21 +227,21 @@ void TimerState::updateCustomerJobLabel() {
   } else {
     display_.showCustomerJobLabel(QString());
   }
-  if (table_.selectedRow() < 0) display_.showElapsedTime(kNoTime);
+  if (selection_.row() < 0) display_.showElapsedTime(kNoTime);
 }
 
 bool TimerState::updateTimeDisplay() {
   if (!session_.document()) return false;
   if (shownDay_ && !(*shownDay_ == today())) {
     reloadData();  // "today" means another day now
-    log_->reloadData();
+    log_.reloadData();
   }
   showElapsedTime(selectedActivity());
   for (int row = 0; row < rows_.rowCount(); ++row) {
     const Activity* activity = rows_.row(row)->activity.get();
     if (activity && activity->isRunning()) updateOneRow(row);
   }
-  log_->updateRunningEntries();
+  log_.updateRunningEntries();
   return true;
 }
 
@@ -263,7 +259,7 @@ void TimerState::showElapsed(double seconds) {
 }
 
 Activity* TimerState::selectedActivity() const {
-  const ActivityRow* row = rows_.row(table_.selectedRow());
+  const ActivityRow* row = rows_.row(selection_.row());
   return row ? row->activity.get() : nullptr;
 }
 
@@ -308,7 +304,7 @@ void TimerState::edit(const QString& name, const std::function<void()>& work) {
 }
 
 void TimerState::clearTableSelection() {
-  table_.clearSelection();
+  selection_.clearSelection();
   selectionChanged();  // also when the selected row went with its activity
 }
 

@@ -32,7 +32,7 @@ struct ActivitySheet::Parts {
         okButton(*form.okButton),
         littleSaveButton(*form.littleSaveButton),
         controller(session, {entry.fields(), notesField, *form.notesLength, activityLabel, billableCheckbox,
-                             autoStartCheckbox, okButton, littleSaveButton, *form.activityTable, sheet}) {}
+                             autoStartCheckbox, okButton, littleSaveButton, sheet}) {}
 
   Form form;
   LeaveGuard& guard;
@@ -71,7 +71,7 @@ ActivitySheet::ActivitySheet(Session& session, QWidget* window)
 ActivitySheet::~ActivitySheet() {
   // The rows go with the logic, before the table that shows them.
   hide();
-  parts_->form.activityTable->dropSource();
+  parts_->form.activityTable->dropTable();
 }
 
 ActivityEditor& ActivitySheet::controller() { return parts_->controller; }

@@ -5,12 +5,12 @@
 
 namespace pendra {
 
-EditorSheets::EditorSheets(TimerState& timer, TablePort& activities, CommandTarget& target, QWidget& window)
+EditorSheets::EditorSheets(TimerState& timer, CommandTarget& target, QWidget& window)
     : session_(timer.session()),
       target_(target),
       activitySheet_(*new ActivitySheet(timer.session(), &window)),
       timeEntrySheet_(*new TimeEntrySheet(timer.session(), &window)),
-      activityFlow_(timer, activities, activitySheet_.controller()),
+      activityFlow_(timer, activitySheet_.controller()),
       timeEntryFlow_(timer, timeEntrySheet_.controller()) {
   QObject::connect(&activitySheet_, &ActivitySheet::serviceItemsWanted, &activitySheet_,
                    [this] { showServiceItems(); });

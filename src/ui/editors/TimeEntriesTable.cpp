@@ -20,13 +20,12 @@ TimeEntriesTable::TimeEntriesTable(QWidget* parent) : RowTableView(parent) {
 }
 
 void TimeEntriesTable::setController(ActivityEditor& controller) {
-  setSource(controller.rows());
+  setTable(controller.rows(), controller.selection());
   tableModel().setEditRules(
       {.shouldEdit = [&](const QString& column, int row) { return controller.isEditable(column, row); },
        .textForEditing = [&](const QString&, int row) { return controller.noteForEditing(row); },
        .setValue = [&](const QString& value, const QString& column,
                        int row) { controller.setValue(value, column, row); }});
-  connect(this, &RowTableView::selectionChanged, this, [&] { controller.selectionChanged(); });
   connect(this, &RowTableView::rowActivated, this, [this](int row) { editCell("notes", row); });
 }
 

@@ -17,7 +17,7 @@ CustomerListWindow::CustomerListWindow(const WindowParts& parts)
                   .empty = tr("No customers yet. Add the ones that you work for."),
                   .emptyLinked = tr("No customers yet. “Update Lists from Vantor” brings them."),
                   .place = preferences::kCustomerListPlace}) {
-  auto controller = std::make_unique<CustomerListController>(session(), table(), *this);
+  auto controller = std::make_unique<CustomerListController>(session(), *this);
   customers_ = controller.get();
   setUpAdding(addJobButton(), tr("Add &Job"), tr("Add job"), [this] { addJob(); });
   start(std::move(controller));
@@ -35,9 +35,9 @@ void CustomerListWindow::addNew() {
 
 void CustomerListWindow::addJob() {
   if (!takeEdit()) return;
-  const int rows = customers_->source().rowCount();
+  const int rows = customers_->table().rowCount();
   customers_->addNewJob();
-  if (customers_->source().rowCount() > rows) editName(table().selectedRow());
+  if (customers_->table().rowCount() > rows) editName(table().selectedRow());
 }
 
 void loadCustomerList(Session& session, CommandTarget& commands) {

@@ -43,7 +43,7 @@ ListWindow::ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*plac
 }
 
 ListWindow::~ListWindow() {
-  table().dropSource();  // the rows go before the view
+  table().dropTable();  // the rows go before the view
   if (session_.*place_ == this) session_.*place_ = nullptr;
 }
 
@@ -76,13 +76,13 @@ void ListWindow::start(std::unique_ptr<ListController> controller) {
 
 void ListWindow::connectTable() {
   RowTableView& view = table();
-  view.setSource(controller_->source());
+  view.setTable(controller_->table(), controller_->selection());
   view.tableModel().setEditRules({.setValue = [this](const QString& value, const QString& identifier,
                                                      int row) { takeText(value, identifier, row); }});
   view.installEventFilter(this);
   connect(&view, &RowTableView::cellPressed, this, [this](int row, const QString& identifier) {
-    const int column = table().tableModel().columnOf(identifier);
-    controller_->setShown(row, !controller_->source().isChecked(row, column));
+    const TableModel& model = controller_->table();
+    controller_->setShown(row, !model.isChecked(row, model.columnOf(identifier).value_or(-1)));
   });
   connect(&view, &RowTableView::rowActivated, this, &ListWindow::editName);
   connect(&view, &RowTableView::selectionChanged, this, &ListWindow::updateButtons);
@@ -91,7 +91,10 @@ void ListWindow::connectTable() {
     target_.perform(Command::UpdateLists, this);
   });
   connect(&view, &RowTableView::emptyHelpClicked, this, [this] { target_.perform(Command::Help, this); });
-  connect(view.model(), &QAbstractItemModel::modelReset, this, &ListWindow::showCounts);
+  const QAbstractItemModel* model = view.model();
+  connect(model, &QAbstractItemModel::modelReset, this, &ListWindow::showCounts);
+  connect(model, &QAbstractItemModel::rowsInserted, this, &ListWindow::showCounts);
+  connect(model, &QAbstractItemModel::rowsRemoved, this, &ListWindow::showCounts);
 }
 
 void ListWindow::connectButtons() {
@@ -146,7 +149,7 @@ void ListWindow::search(const QString& text) {
 }
 
 void ListWindow::showCounts() {
-  const int rows = controller_->source().rowCount();
+  const int rows = controller_->table().rowCount();
   const bool open = session_.context() != nullptr;
   ui_->plusButton->setEnabled(open);
   const bool searching = !controller_->searchString().isEmpty();
@@ -191,7 +194,7 @@ void ListWindow::deleteRow() {
   const int row = table().selectedRow();
   controller_->deleteRow();
   // The next one moves up, so that the keyboard goes on where it was.
-  const int last = controller_->source().rowCount() - 1;
+  const int last = controller_->table().rowCount() - 1;
   if (row >= 0 && last >= 0 && table().selectedRow() < 0) table().selectRow(std::min(row, last));
 }
 
@@ -206,11 +209,11 @@ void ListWindow::markNoneShown() {
 /// A text that is only left, not changed, is no edit: leaving the editor must not ask anything. What is an
 /// edit is stored once the editor has closed, because storing may sort the rows away under it, or ask.
 void ListWindow::takeText(const QString& value, const QString& identifier, int row) {
-  const int column = table().tableModel().columnOf(identifier);
+  const int column = controller_->table().columnOf(identifier).value_or(-1);
   const QWidget* focus = QApplication::focusWidget();
   const bool leaving = leaving_ || !focus || !table().viewport()->isAncestorOf(focus);
-  if (leaving && value == controller_->source().text(row, column)) return;
-  taken_ = {value, controller_->source().identity(row)};
+  if (leaving && value == controller_->table().text(row, column)) return;
+  taken_ = {value, controller_->table().identity(row)};
   QMetaObject::invokeMethod(
       this, [this] { std::ignore = storeTaken(); }, Qt::QueuedConnection);
 }
@@ -218,14 +221,11 @@ void ListWindow::takeText(const QString& value, const QString& identifier, int r
 bool ListWindow::storeTaken() {
   if (!taken_) return true;
   const Taken taken = *std::exchange(taken_, std::nullopt);
-  const TableSource& source = controller_->source();
-  for (int row = 0; row < source.rowCount(); ++row) {
-    if (source.identity(row) != taken.identity) continue;
-    const bool stored = controller_->rename(row, taken.value);
-    table().scrollTo(table().currentIndex());
-    return stored;
-  }
-  return true;
+  const auto row = controller_->table().rowWith(taken.identity);
+  if (!row) return true;
+  const bool stored = controller_->rename(*row, taken.value);
+  table().scrollTo(table().currentIndex());
+  return stored;
 }
 
 bool ListWindow::takeEdit() {
@@ -246,7 +246,7 @@ void ListWindow::editColumn(int column, int row) {
 }
 
 void ListWindow::editName(int row) {
-  const TableSource& source = controller_->source();
+  const TableModel& source = controller_->table();
   for (int column = 0; column < source.columnCount(); ++column) {
     if (source.isEditable(row, column)) return table().editCell(source.head(column).identifier, row);
   }
@@ -257,7 +257,7 @@ bool ListWindow::keyInTable(int key) {
   if (row < 0) return false;
   switch (key) {
     case Qt::Key_Space:
-      table().pressCell(table().model()->index(row, controller_->source().columnCount() - 1));
+      table().pressCell(table().model()->index(row, controller_->table().columnCount() - 1));
       return true;
     case Qt::Key_F2:
       editName(row);

@@ -17,7 +17,7 @@ ServicesListWindow::ServicesListWindow(const WindowParts& parts)
                   .empty = tr("No service items yet. Add the kinds of work that you bill."),
                   .emptyLinked = tr("No service items yet. “Update Lists from Vantor” brings them."),
                   .place = preferences::kServicesListPlace}) {
-  auto controller = std::make_unique<ServicesListController>(session(), table(), *this);
+  auto controller = std::make_unique<ServicesListController>(session(), *this);
   services_ = controller.get();
   addJobButton().hide();
   start(std::move(controller));

@@ -6,42 +6,40 @@
 #include "LogFilterRow.h"
 #include "LogSummaryView.h"
 #include "ui/RowTableView.h"
+#include "ui_core/TimerState.h"
 
 namespace pendra {
 
 LogPaneView::LogPaneView(Session& session, TimerState& window, QWidget* parent)
-    : QWidget(parent), session_(session), table_(std::make_unique<RowTableView>(this)) {
-  logController_ = std::make_unique<LogController>(session, window, *table_);
+    : QWidget(parent), session_(session), log_(window.log()), table_(std::make_unique<RowTableView>(this)) {
   filters_ = std::make_unique<LogFilterRow>(
-      *logController_, session.ports().defaults, [this] { table_->showSelectionOrTop(); }, this);
+      log_, session.ports().defaults, [this] { table_->showSelectionOrTop(); }, this);
   setObjectName(QStringLiteral("logView"));
   table_->setObjectName(QStringLiteral("logTableView"));
   table_->setAccessibleName(tr("Time log"));
   table_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  table_->setSource(logController_->rows());
+  table_->setTable(log_.rows(), log_.selection());
   table_->setSortOrder({QStringLiteral("date"), false});
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
   column->addWidget(filters_.get());
   column->addWidget(table_.get(), 1);
-  connect(table_.get(), &RowTableView::selectionChanged, this,
-          [this] { logController_->selectionChanged(); });
   connect(table_.get(), &RowTableView::cellPressed, this, &LogPaneView::pressCell);
   connect(table_.get(), &RowTableView::rowActivated, this, &LogPaneView::editTimeEntry);
-  connect(table_.get(), &RowTableView::emptyButtonClicked, this, [this] { logController_->clearFilters(); });
-  contents_ = logController_->contentsChanges.observe([this] { showEmptiness(); });
-  logController_->start();
+  connect(table_.get(), &RowTableView::emptyButtonClicked, this, [this] { log_.clearFilters(); });
+  contents_ = log_.contentsChanges.observe([this] { showEmptiness(); });
+  log_.start();
   showEmptiness();
 }
 
 LogPaneView::~LogPaneView() = default;
 
-QWidget* LogPaneView::makeSummary() { return new LogSummaryView(*logController_); }
+QWidget* LogPaneView::makeSummary() { return new LogSummaryView(log_); }
 
 void LogPaneView::exportTimeLog() {
   ExportProgressDialog progress(session_.ports().modals, window());
-  pendra::exportTimeLog(*logController_, progress);
+  pendra::exportTimeLog(log_, progress);
 }
 
 void LogPaneView::pressCell(int row, const QString& identifier) {
@@ -51,7 +49,7 @@ void LogPaneView::pressCell(int row, const QString& identifier) {
 }
 
 void LogPaneView::showEmptiness() {
-  switch (logController_->emptiness()) {
+  switch (log_.emptiness()) {
     case LogEmptiness::HasRows:
       return;
     case LogEmptiness::NoEntries:

@@ -94,7 +94,7 @@ QWidget* SendTimeSheet::makeTable() {
   table_ = new RowTableView;
   table_->setObjectName(QStringLiteral("table"));
   table_->setAccessibleName(QDialog::tr("Summary"));
-  table_->setSource(*rows_);
+  table_->setTable(*rows_);
   table_->verticalHeader()->setDefaultSectionSize(kRowOfTwoLines);
   QObject::connect(table_, &RowTableView::emptyButtonClicked, &sheet_, [this] { showAll(); });
   return table_;
@@ -149,7 +149,6 @@ void SendTimeSheet::show(const Summary& summary) {
   rows_->setRows(summary.lines);
   const bool isEmpty = summary.lines.empty();
   table_->setEmptyState(summary.leftOut, summary.canShowAll ? QDialog::tr("Show All") : QString());
-  table_->reloadData();
   leftOut_->setVisible(!isEmpty && !summary.leftOut.isEmpty());
   write(*leftOutWords_, isEmpty ? QString() : summary.leftOut);
   write(*remark_, summary.remark);

@@ -48,14 +48,13 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
     : session_(session),
       target_(target),
       closed_(std::move(closed)),
+      state_(session, *this),
       window_(makeWindow(session, [this] { leave(); })),
-      state_(session, *window_->activityTable, *this),
       log_(new LogPaneView(session, state_)),
-      editors_(std::make_unique<EditorSheets>(state_, *window_->activityTable, target, *window_)) {
-  state_.setLog(log_->logController());
+      editors_(std::make_unique<EditorSheets>(state_, target, *window_)) {
   window_->setLog(log_, log_->makeSummary());
   window_->setMenuBar(new MenuBar(target, window_.get()));
-  window_->activityTable->setSource(state_.rows());
+  window_->activityTable->setTable(state_.rows(), state_.selection());
   session.window = this;
   connectControls();
   observeSession();
@@ -78,7 +77,6 @@ void TimerWindowController::connectControls() {
   connect(table, &RowTableView::emptyButtonClicked, this, perform(Command::AddActivity));
   connect(table, &RowTableView::emptyHelpClicked, this,
           [this] { showHelp({.text = help::kFirstDay}, session_.ports().workspace, resourceFolder()); });
-  connect(table, &RowTableView::selectionChanged, this, [this] { state_.selectionChanged(); });
   connect(table, &RowTableView::cellPressed, this, &TimerWindowController::pressCell);
   connect(table, &RowTableView::rowActivated, this, perform(Command::EditActivity));
   connect(table, &RowTableView::headClicked, this, [this](const QString& identifier) {

@@ -4,6 +4,7 @@
 
 #include "support/CellText.h"
 #include "support/Rows.h"
+#include "ui_core/TableSelection.h"
 
 namespace pendra {
 namespace {
@@ -15,6 +16,7 @@ struct Entry {
   quint64 id;
   QString customer;
   std::optional<Instant> start;
+  friend bool operator==(const Entry&, const Entry&) = default;
 };
 
 std::vector<Column<Entry>> columns(int* formatted = nullptr) {
@@ -96,13 +98,83 @@ TEST(RowTable, ReadsAsEmptyPastTheEnd) {
   EXPECT_EQ(ids(table), (std::vector<quint64>{1, 2, 3, 4, 5}));
 }
 
-TEST(RowTable, InsertsWhereAskedWithoutSorting) {
-  RowTable<Entry> table(columns());
-  table.sortBy({u"customer"_s, true});
-  table.setRows({kEntries[0], kEntries[1]});
-  table.insertRow(0, {8, u"zz"_s, {}});
-  table.insertRow(99, {9, u"aa"_s, {}});
-  EXPECT_THAT(ids(table), ElementsAre(8u, 2u, 1u, 9u));
+/// What Qt's views are told, in its order.
+class Told : public testing::Test {
+ protected:
+  Told() {
+    const auto range = [this](const char* what) {
+      return [this, what](const QModelIndex&, int first, int last) {
+        told << u"%1 %2-%3"_s.arg(QLatin1StringView(what)).arg(first).arg(last);
+      };
+    };
+    QObject::connect(&table, &QAbstractItemModel::rowsInserted, range("come"));
+    QObject::connect(&table, &QAbstractItemModel::rowsRemoved, range("gone"));
+    QObject::connect(&table, &QAbstractItemModel::layoutChanged, [this] { told << u"moved"_s; });
+    QObject::connect(&table, &QAbstractItemModel::modelReset, [this] { told << u"reset"_s; });
+    QObject::connect(&table, &QAbstractItemModel::dataChanged,
+                     [this](const QModelIndex& first, const QModelIndex& last) {
+                       told << u"other %1-%2"_s.arg(first.row()).arg(last.row());
+                     });
+    table.sortBy({u"customer"_s, true});
+    table.setRows({{1, u"a"_s, {}}, {2, u"b"_s, {}}, {3, u"c"_s, {}}, {4, u"d"_s, {}}});
+    selection.selectRows({1, 3});
+    selection.setCurrentIndex(table.index(3, 1), QItemSelectionModel::NoUpdate);
+    told.clear();
+  }
+  /// The selected objects, and the current one with its column.
+  std::vector<quint64> selected() {
+    std::vector<quint64> result;
+    for (const int row : selection.rows()) result.push_back(table.identity(row));
+    result.push_back(table.identity(selection.currentIndex().row()));
+    result.push_back(static_cast<quint64>(selection.currentIndex().column()));
+    return result;
+  }
+
+  RowTable<Entry> table{columns(), {.identity = [](const Entry& entry) { return entry.id; }}};
+  TableSelection selection{table};
+  QStringList told;
+  Notifier::Subscription selectionChanges = selection.changes.observe([this] { told << u"selection"_s; });
+};
+
+TEST_F(Told, IsTheDifferenceAndNothingElse) {
+  table.updateRows({{1, u"a"_s, {}}, {2, u"b"_s, {}}, {3, u"c"_s, {}}, {4, u"d"_s, {}}});
+  EXPECT_EQ(told, QStringList());
+  table.updateRows({{1, u"a"_s, {}}, {2, u"b"_s, Instant{1}}, {3, u"c"_s, {}}, {4, u"d"_s, {}}});
+  EXPECT_EQ(told, QStringList{u"other 1-1"_s});
+  told.clear();
+  table.updateRows(
+      {{8, u"Z"_s, {}}, {9, u"bb"_s, {}}, {2, u"e"_s, Instant{1}}, {3, u"c"_s, {}}, {4, u"d"_s, {}}});
+  EXPECT_EQ(told, QStringList({u"gone 0-0"_s, u"moved"_s, u"come 0-1"_s, u"other 4-4"_s}));
+  EXPECT_THAT(ids(table), ElementsAre(8u, 9u, 3u, 4u, 2u));
+  EXPECT_THAT(selected(), ElementsAre(4u, 2u, 4u, 1u));
+  told.clear();
+  table.sortBy({u"customer"_s, false});
+  EXPECT_EQ(told, QStringList{u"moved"_s});
+  EXPECT_THAT(selected(), ElementsAre(2u, 4u, 4u, 1u));
+  told.clear();
+  table.insertSorted({7, u"cc"_s, {}});
+  table.removeWhere([](const Entry& entry) { return entry.id == 2 || entry.id == 9; });
+  EXPECT_EQ(told, QStringList({u"come 2-2"_s, u"gone 4-4"_s, u"selection"_s, u"gone 0-0"_s}));
+  EXPECT_THAT(selected(), ElementsAre(4u, 4u, 1u));
+}
+
+TEST_F(Told, IsOneResetWhenItIsMuchAfterWhichTheSelectionStandsWhereItStood) {
+  std::vector<Entry> many;
+  for (quint64 id = 0; id < 400; ++id) many.push_back({id + 10, QString::number(id), {}});
+  many.push_back({4, u"2000"_s, {}});
+  many.push_back({2, u"3000"_s, {}});
+  table.updateRows(many);
+  EXPECT_THAT(selected(), ElementsAre(4u, 2u, 4u, 1u));
+  told.clear();
+  table.removeWhere([](const Entry& entry) { return entry.id % 2 == 1; });
+  EXPECT_EQ(told, QStringList{u"reset"_s});
+  EXPECT_THAT(selected(), ElementsAre(4u, 2u, 4u, 1u));
+  told.clear();
+  table.setRows({{2, u"b"_s, {}}});
+  EXPECT_TRUE(told.contains(u"selection"_s)) << "what is lost with its object is told";
+  EXPECT_EQ(selection.rows(), std::vector<int>{0});
+  selection.selectRow(0);
+  EXPECT_EQ(told.back(), u"selection"_s) << "also when it is the same one again";
 }
 
 }  // namespace

@@ -51,6 +51,7 @@ ActivityEditor::ActivityEditor(Session& session, const ActivityEditorControls& c
     : session_(session),
       controls_(controls),
       rows_(timeEntryColumns(), timeEntryTraits()),
+      selectionChanges_(selection_.changes.observe([this] { selectionChanged(); })),
       documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
   controls_.sheet.setPastTimeViewShown(false);
   followDocument();
@@ -70,7 +71,7 @@ void ActivityEditor::documentEdited(const ChangeSet& changes) {
   const bool comeOrGo = !changes.inserted<TimeEntry>().empty() || !changes.deleted<TimeEntry>().empty() ||
                         !changes.deleted<Activity>().empty();
   if (comeOrGo || changes.changedAny<TimeEntry>("activity")) {
-    showRows();
+    rows_.updateRows(rowsOfActivity());
   } else if (changes.touches<TimeEntry>()) {
     refreshRows(changes);
   }
@@ -87,16 +88,9 @@ void ActivityEditor::refreshRows(const ChangeSet& changes) {
     row.duration = durationText(entry->storedDuration());
     if (changes.changed(*entry, "notes")) row.notes = entry->notes().value_or(QString());
     rows_.replaceRow(*index, std::move(row));
-    controls_.activityTable.redrawRow(*index);
   }
   if (!changes.changedAny<TimeEntry>("start") && !changes.changedAny<TimeEntry>("duration")) return;
-  rows_.sort();
-  controls_.activityTable.reloadData();
-}
-
-void ActivityEditor::showRows() {
-  rows_.setRows(rowsOfActivity());
-  controls_.activityTable.reloadData();
+  rows_.sortAgain();
 }
 
 std::vector<TimeEntryRow> ActivityEditor::rowsOfActivity() const {
@@ -129,7 +123,7 @@ void ActivityEditor::fill(Activity* activity) {
   isOpen_ = true;
   currentActivity_ = activity;
   adding_ = !activity;
-  showRows();
+  rows_.setRows(rowsOfActivity());
   clearTableSelection();
   showNames(activity);
   const QString note = activity ? activity->notes().value_or(QString()) : QString();
@@ -225,7 +219,7 @@ Activity* ActivityEditor::store() {
 void ActivityEditor::letGo() {
   currentActivity_ = {};
   isOpen_ = adding_ = false;
-  showRows();
+  rows_.setRows({});
 }
 
 /// A name that is still the activity's own means what it meant, also where another one is called the same.

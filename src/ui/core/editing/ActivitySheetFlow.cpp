@@ -16,7 +16,7 @@ void ActivitySheetFlow::showActivitySheet(bool forNew) {
   editor_.letGo();
   if (!stored) return;
   timer_.setCurrentActivity(stored);
-  if (const auto row = timer_.rowOfCurrentActivity()) activities_.selectRow(*row);
+  if (const auto row = timer_.rowOfCurrentActivity()) timer_.selection().selectRow(*row);
 }
 
 }  // namespace pendra

@@ -20,7 +20,7 @@ bool ActivityEditor::applyToSelectedEntry() {
   const EntryTexts texts = textsOf(controls_.entry, session_, entry != nullptr);
   if (!passes(selectedPeriodChecks(), texts, session_.ports().alerts)) return false;
   std::ignore = context().edit(tr("Edit of an Entry"), [&] { applyTimes(*entry, texts); });
-  if (const auto row = indexOfEntry(*entry)) controls_.activityTable.selectRow(*row);
+  if (const auto row = indexOfEntry(*entry)) selection_.selectRow(*row);
   return true;
 }
 
@@ -40,7 +40,7 @@ void ActivityEditor::addTimeEntry() {
     entry = &currentActivity_->addEntry();
     entry->setStart(start);
   });
-  if (const auto row = indexOfEntry(*entry)) controls_.activityTable.selectRow(*row);
+  if (const auto row = indexOfEntry(*entry)) selection_.selectRow(*row);
   controls_.entry.startDateField.takeFocus();
 }
 
@@ -61,7 +61,7 @@ void ActivityEditor::deleteTimeEntry() {
 }
 
 TimeEntry* ActivityEditor::selectedEntry() const {
-  const TimeEntryRow* row = rows_.row(controls_.activityTable.selectedRow());
+  const TimeEntryRow* row = rows_.row(selection_.row());
   return row ? row->entry.get() : nullptr;
 }
 
@@ -69,9 +69,7 @@ std::optional<int> ActivityEditor::indexOfEntry(const TimeEntry& entry) const {
   return rows_.indexOf([&](const TimeEntryRow& row) { return row.entry == &entry; });
 }
 
-bool ActivityEditor::canDeleteEntries() const {
-  return controls_.activityTable.selectedRow() >= 0 && rows_.rowCount() > 0;
-}
+bool ActivityEditor::canDeleteEntries() const { return selection_.row() >= 0 && rows_.rowCount() > 0; }
 
 QStringList ActivityEditor::timeTexts() const {
   const EntryFields& entry = controls_.entry;
@@ -80,7 +78,7 @@ QStringList ActivityEditor::timeTexts() const {
 }
 
 void ActivityEditor::selectionChanged() {
-  const int selected = controls_.activityTable.selectedRow();
+  const int selected = selection_.row();
   const TimeEntryRow* row = rows_.row(selected);
   if (row || selected < 0) {
     showStart(controls_.entry, row ? row->start : std::nullopt, session_.ports().calendar);
@@ -111,7 +109,7 @@ void ActivityEditor::showEchoes() {
 }
 
 void ActivityEditor::clearTableSelection() {
-  controls_.activityTable.clearSelection();
+  selection_.clearSelection();
   selectionChanged();  // also when the selected entry was another activity's
 }
 

@@ -26,16 +26,15 @@ QString jobsSentence(const Customer& customer) {
 }  // namespace
 
 void CustomerListController::deleteRow() {
-  const auto row = selectedRow();
-  if (!row || !context()) return;
-  const Ref<Job> job(jobForRow(*row));
-  const Ref<Customer> customer(customerForRow(*row));
+  const int row = selection().row();
+  const Ref<Job> job(jobForRow(row));
+  const Ref<Customer> customer(customerForRow(row));
   if (!job && !customer) return;
   QStringList whatGoes;
   if (customer) whatGoes << jobsSentence(*customer);
   whatGoes << lists::lossSentence(job ? job->activities() : customer->activities(), standalone());
   whatGoes.removeAll(QString());
-  if (!confirmDelete(nameInRow(*row), whatGoes.join(u' '))) return;
+  if (!confirmDelete(nameInRow(row), whatGoes.join(u' '))) return;
   if (job) {
     deleteJob(*job);
   } else if (customer) {

@@ -1,12 +1,10 @@
 #include "ui_core/CustomerListController.h"
 
 #include <QCoreApplication>
-#include <QSet>
 
 #include "ListColumns.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
-#include "store/ChangeSet.h"
 
 namespace pendra {
 
@@ -34,13 +32,10 @@ const ManagedObject* objectOf(const CustomerListRow& row) {
   return row.isJob ? static_cast<const ManagedObject*>(row.job.get()) : row.customer.get();
 }
 
-/// More changed rows than these are shown anew in one go.
-constexpr qsizetype kFewRows = 64;
-
 }  // namespace
 
-CustomerListController::CustomerListController(Session& session, TablePort& table, ListView& view)
-    : ListController(session, table, view),
+CustomerListController::CustomerListController(Session& session, ListView& view)
+    : ListController(session, view),
       rows_(columns(*this), {.identity = [](const CustomerListRow& row) { return identityOf(objectOf(row)); },
                              .running = {}}) {}
 
@@ -55,7 +50,7 @@ std::vector<Customer*> CustomerListController::listedCustomers() const {
   });
 }
 
-void CustomerListController::reloadData() {
+std::vector<CustomerListRow> CustomerListController::listedRows() const {
   const auto added = [this](const ManagedObject& object) { return wasAdded(object); };
   std::vector<CustomerListRow> rows;
   if (context()) {
@@ -74,29 +69,18 @@ void CustomerListController::reloadData() {
       for (Job* job : jobs) rows.push_back({.isJob = true, .customer = {}, .job = job});
     }
   }
-  rows_.setRows(std::move(rows));
-  table().reloadData();
+  return rows;
 }
 
 void CustomerListController::documentEdited(const ChangeSet& changes) {
   const bool other = !changes.inserted<Customer>().empty() || !changes.deleted<Customer>().empty() ||
                      !changes.inserted<Job>().empty() || !changes.deleted<Job>().empty() ||
                      changes.changedAny<Customer>("name") || changes.changedAny<Job>("customer");
-  if (other) {
-    reloadData();
-  } else if (changes.touches<Customer>() || changes.touches<Job>()) {
-    redrawChangedRows(changes);
-  }
-}
-
-void CustomerListController::redrawChangedRows(const ChangeSet& changes) {
-  QSet<const ManagedObject*> changed;
-  for (const Customer* customer : changes.changed<Customer>()) changed << customer;
-  for (const Job* job : changes.changed<Job>()) changed << job;
-  if (changed.size() > kFewRows) return table().reloadData();
-  for (int row = 0; row < rows_.rowCount(); ++row) {
-    if (changed.contains(objectOf(*rows_.row(row)))) table().redrawRow(row);
-  }
+  if (other) rows_.updateRows(listedRows());
+  if (!other && !changes.touches<Customer>() && !changes.touches<Job>()) return;
+  rows_.changeRows([changed = changedOnes<Customer, Job>(changes)](const CustomerListRow& row) {
+    return changed.contains(objectOf(row));
+  });
 }
 
 Job* CustomerListController::jobForRow(int row) const {
@@ -145,7 +129,7 @@ bool CustomerListController::mayLeaveCustomer(const QString& name) {
        .buttons = {QStringLiteral("OK")}});
   refusing_ = false;
   // Kept: the row's number is passed for the column too.
-  view().editColumn(table().selectedRow(), table().selectedRow());
+  view().editColumn(selection().row(), selection().row());
   return false;
 }
 
@@ -175,9 +159,8 @@ void CustomerListController::addNewCustomer() {
 }
 
 void CustomerListController::addNewJob() {
-  const auto row = selectedRow();
-  Customer* customer = row && standalone() ? customerForRow(*row) : nullptr;
-  if (!customer) return;
+  Customer* customer = customerForRow(selection().row());
+  if (!customer || !standalone()) return;
   add(tr("Add Job"), [&] {
     auto& job = insertLocal<Job>(*context(), QStringLiteral("Job Name"));
     job.setCustomer(customer);
@@ -189,8 +172,7 @@ bool CustomerListController::validateMenuItem(ListCommand item) const {
   if (item == ListCommand::MarkAllShown || item == ListCommand::MarkNoneShown) return true;
   if (!standalone()) return false;
   if (item != ListCommand::AddNewJob) return true;
-  const auto row = selectedRow();
-  return row && !rows_.row(*row)->isJob;
+  return customerForRow(selection().row()) != nullptr;
 }
 
 }  // namespace pendra

@@ -14,8 +14,7 @@ QString tr(const char* text) { return QCoreApplication::translate("pendra::ListC
 
 }  // namespace
 
-ListController::ListController(Session& session, TablePort& table, ListView& view)
-    : session_(session), table_(table), view_(view) {}
+ListController::ListController(Session& session, ListView& view) : session_(session), view_(view) {}
 
 void ListController::start() {
   followDocument();
@@ -42,7 +41,7 @@ void ListController::setSearchString(const QString& text) {
 bool ListController::rename(int row, const QString& name) { return name.isEmpty() || takeName(row, name); }
 
 void ListController::setShown(int row, bool shown) {
-  if (!context() || row < 0 || row >= source().rowCount()) return;
+  if (!context() || row < 0 || row >= table().rowCount()) return;
   edit(formatted(shown ? tr("Show %@") : tr("Hide %@"), {nameInRow(row)}), [&] { markShown(row, shown); });
 }
 
@@ -53,7 +52,7 @@ void ListController::markNoneShown() { markAll(tr("Mark None Shown"), false); }
 void ListController::markAll(const QString& name, bool shown) {
   if (!context()) return;
   edit(name, [&] {
-    for (int row = 0; row < source().rowCount(); ++row) markShown(row, shown);
+    for (int row = 0; row < table().rowCount(); ++row) markShown(row, shown);
   });
 }
 
@@ -88,9 +87,7 @@ void ListController::add(const QString& name, const std::function<ManagedObject*
     added_.emplace_back(make());
     made = added_.back().get();
   });
-  for (int row = 0; row < source().rowCount(); ++row) {
-    if (source().identity(row) == lists::identityOf(made)) return table_.selectRow(row);
-  }
+  selection().selectRow(table().rowWith(lists::identityOf(made)).value_or(-1));
 }
 
 bool ListController::wasAdded(const ManagedObject& object) const {
@@ -101,11 +98,6 @@ void ListController::settleAdded() {
   if (added_.empty()) return;
   added_.clear();
   reloadData();
-}
-
-std::optional<int> ListController::selectedRow() const {
-  const int row = table_.selectedRow();
-  return row >= 0 && row < source().rowCount() ? std::optional(row) : std::nullopt;
 }
 
 }  // namespace pendra

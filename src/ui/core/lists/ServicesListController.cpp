@@ -6,7 +6,6 @@
 #include "ListColumns.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
-#include "store/ChangeSet.h"
 
 namespace pendra {
 
@@ -26,13 +25,13 @@ std::vector<Column<ServicesListRow>> columns(const ServicesListController& list)
 
 }  // namespace
 
-ServicesListController::ServicesListController(Session& session, TablePort& table, ListView& view)
-    : ListController(session, table, view),
+ServicesListController::ServicesListController(Session& session, ListView& view)
+    : ListController(session, view),
       rows_(columns(*this),
             {.identity = [](const ServicesListRow& row) { return identityOf(row.service.get()); },
              .running = {}}) {}
 
-void ServicesListController::reloadData() {
+std::vector<ServicesListRow> ServicesListController::listedRows() const {
   std::vector<Service*> services;
   if (context()) {
     services = context()->fetch<Service>([this](const Service& service) {
@@ -45,12 +44,17 @@ void ServicesListController::reloadData() {
   std::vector<ServicesListRow> rows;
   rows.reserve(services.size());
   for (Service* service : services) rows.push_back({service});
-  rows_.setRows(std::move(rows));
-  table().reloadData();
+  return rows;
 }
 
 void ServicesListController::documentEdited(const ChangeSet& changes) {
-  if (changes.touches<Service>()) reloadData();
+  if (!changes.touches<Service>()) return;
+  const bool other = !changes.inserted<Service>().empty() || !changes.deleted<Service>().empty() ||
+                     changes.changedAny<Service>("name");
+  if (other) rows_.updateRows(listedRows());
+  rows_.changeRows([changed = changedOnes<Service>(changes)](const ServicesListRow& row) {
+    return changed.contains(row.service.get());
+  });
 }
 
 Service* ServicesListController::serviceForRow(int row) const {
@@ -79,10 +83,8 @@ void ServicesListController::addNewService() {
 }
 
 void ServicesListController::deleteRow() {
-  const auto row = selectedRow();
-  if (!standalone() || !row || !context()) return;
-  const Ref<Service> service(serviceForRow(*row));
-  if (!service) return;
+  const Ref<Service> service(serviceForRow(selection().row()));
+  if (!standalone() || !service) return;
   const QString name = queries::nameOf(service.get());
   if (confirmDelete(name, lossSentence(service->activities(), standalone())) && service) {
     deleteNamed(*service, name);

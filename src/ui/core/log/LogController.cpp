@@ -29,9 +29,6 @@ LogRow makeRow(TimeEntry& period, const std::shared_ptr<const LogActivity>& of) 
           .submittedSeconds = period.submittedSeconds()};
 }
 
-/// More new rows than these are not put in one by one.
-constexpr std::size_t kFewRows = 64;
-
 /// Whether the edit may have changed a name in a row or in a filter.
 bool concernsNames(const ChangeSet& changes) {
   return !changes.inserted<Activity>().empty() || !changes.deleted<Activity>().empty() ||
@@ -48,11 +45,11 @@ double lengthOf(std::span<const LogRow> rows) {
 
 }  // namespace
 
-LogController::LogController(Session& session, TimerState& window, TablePort& table, const QLocale& locale)
+LogController::LogController(Session& session, TimerState& window, const QLocale& locale)
     : session_(session),
       window_(window),
-      table_(table),
       rows_(makeLogTable(session.ports().calendar, locale)),
+      selectionChanges_(selection_.changes.observe([this] { selectionChanged(); })),
       hideSubmitted_(
           session.ports().defaults.changesOf(preferences::kHideSubmitted).observe([this] { reloadData(); })),
       documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
@@ -73,8 +70,7 @@ ObjectContext* LogController::context() const {
 
 void LogController::start() {
   reloadNames();
-  rows_.sort();
-  table_.reloadData();
+  rows_.sortAgain();
 }
 
 std::vector<LogRow> LogController::makeRows() const {
@@ -111,17 +107,16 @@ void LogController::documentEdited(const ChangeSet& changes) {
   const bool comesOrGoes = !inserted.empty() || !changes.deleted<TimeEntry>().empty();
   if (concernsNames(changes) || (comesOrGoes && filtersByName())) {
     reloadKeepingChoice();
-  } else if (inserted.size() > kFewRows) {
+  } else if (inserted.size() > kMostRanges) {
     reloadData();
   } else {
     const Notifier::Change change(contentsChanges);
-    rows_.removeRows([](const LogRow& row) { return !row.period; });
+    rows_.removeWhere([](const LogRow& row) { return !row.period; });
     refreshRows(changes.changed<TimeEntry>());
     takeIn(inserted);
-    if (changes.changedAny<TimeEntry>("start")) rows_.sort();
+    if (changes.changedAny<TimeEntry>("start")) rows_.sortAgain();
     secondsOfAll_ = lengthOf(rows_.rows());
     runningRows_.clear();
-    table_.reloadData();
   }
   updateRunningEntries();  // at once, not at the next tick
 }
@@ -140,16 +135,18 @@ void LogController::refreshRows(const Objects<TimeEntry>& entries) {
   QSet<const TimeEntry*> changed;
   for (const TimeEntry* entry : entries) changed << entry;
   rows_.changeRows([&changed](LogRow& row) {
-    if (changed.contains(row.period.get())) row = makeRow(*row.period, row.of);
+    const bool isOther = changed.contains(row.period.get());
+    if (isOther) row = makeRow(*row.period, row.of);
+    return isOther;
   });
 }
 
 void LogController::reloadData() {
   const Notifier::Change change(contentsChanges);
-  rows_.setRows(makeRows());
-  secondsOfAll_ = lengthOf(rows_.rows());
+  auto rows = makeRows();
+  secondsOfAll_ = lengthOf(rows);
   runningRows_.clear();
-  table_.reloadData();
+  rows_.setRows(std::move(rows));
 }
 
 void LogController::updateRunningEntries() {
@@ -167,7 +164,6 @@ void LogController::updateRunningRow(const TimeEntry& period) {
   const double before = std::exchange(row.duration, period.elapsed());
   secondsOfAll_ += row.duration - before;
   rows_.replaceRow(index, std::move(row));
-  table_.redrawRow(index);
 }
 
 int LogController::indexOf(const TimeEntry& period) {
@@ -181,7 +177,7 @@ int LogController::indexOf(const TimeEntry& period) {
 }
 
 LogSummary LogController::summary() const {
-  const auto selected = table_.selectedRows();
+  const auto selected = selection_.rows();
   if (selected.empty()) return {rows_.rowCount(), secondsOfAll_};
   LogSummary sum{static_cast<int>(selected.size()), 0};
   for (const int index : selected) {

@@ -1,4 +1,5 @@
 #include "ui_core/LogController.h"
+#include "ui_core/TimerState.h"
 
 #include <QCoreApplication>
 
@@ -24,37 +25,37 @@ bool userMarksAsUnsent(Alerts& alerts) {
 }  // namespace
 
 TimeEntry* LogController::selectedEntry() const {
-  const LogRow* row = rows_.row(table_.selectedRow());
+  const LogRow* row = rows_.row(selection_.row());
   return row ? row->period.get() : nullptr;
 }
 
 Activity* LogController::selectedActivity() const {
-  const LogRow* row = rows_.row(table_.selectedRow());
+  const LogRow* row = rows_.row(selection_.row());
   Q_ASSERT_X(row, "selectedActivity", "asked without a selection");
   return row ? row->activity() : nullptr;
 }
 
-int LogController::numberOfSelectedRows() const { return static_cast<int>(table_.selectedRows().size()); }
+int LogController::numberOfSelectedRows() const { return static_cast<int>(selection_.rows().size()); }
 
 std::vector<Ref<TimeEntry>> LogController::selectedEntries() const {
   std::vector<Ref<TimeEntry>> periods;
-  for (const int index : table_.selectedRows()) {
+  for (const int index : selection_.rows()) {
     if (const LogRow* row = rows_.row(index)) periods.push_back(row->period);
   }
   return periods;
 }
 
 void LogController::selectEntry(const TimeEntry* period) {
-  int found = table_.selectedRow();
+  int found = selection_.row();
   const auto rows = rows_.rows();
   for (std::size_t index = 0; index < rows.size(); ++index) {
     if (rows[index].period == period) found = static_cast<int>(index);
   }
-  if (found >= 0) table_.selectRow(found);
+  if (found >= 0) selection_.selectRow(found);
 }
 
 std::vector<LogRow> LogController::consideredRows() const {
-  const auto selected = table_.selectedRows();
+  const auto selected = selection_.rows();
   if (selected.empty()) return allRows();
   std::vector<LogRow> rows;
   for (const int index : selected) {

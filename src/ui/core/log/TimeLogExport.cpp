@@ -121,7 +121,7 @@ QString proposedName(const std::optional<QString>& employee, const QString& date
 }  // namespace
 
 void exportTimeLog(LogController& log, ExportProgress& progress) {
-  Session& session = log.windowController().session();
+  Session& session = log.session();
   if (!session.context()) return;
   const Identity* identity = queries::firstIdentity(*session.context());
   const std::optional<QString> employee = identity ? identity->employeeName() : std::nullopt;

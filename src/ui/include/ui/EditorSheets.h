@@ -11,7 +11,7 @@ namespace pendra {
 /// them. All that it is given must outlive it.
 class EditorSheets {
  public:
-  EditorSheets(TimerState& timer, TablePort& activities, CommandTarget& target, QWidget& window);
+  EditorSheets(TimerState& timer, CommandTarget& target, QWidget& window);
 
   void showActivitySheet(bool forNew) { activityFlow_.showActivitySheet(forNew); }
   void showTimeEntrySheet() { timeEntryFlow_.showTimeEntrySheet(); }

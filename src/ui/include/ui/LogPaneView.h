@@ -9,8 +9,8 @@ namespace pendra {
 class LogFilterRow;
 class RowTableView;
 
-/// The lower half of the timer window: the filters in one row, the log's table under them. It owns the log's
-/// logic and shows what that says.
+/// The lower half of the timer window: the filters in one row, the log's table under them. It shows what the
+/// log's logic says, which is the window's.
 class LogPaneView final : public QWidget {
   Q_OBJECT
  public:
@@ -19,7 +19,7 @@ class LogPaneView final : public QWidget {
 
   ~LogPaneView() override;
 
-  [[nodiscard]] LogController& logController() { return *logController_; }
+  [[nodiscard]] LogController& logController() { return log_; }
   [[nodiscard]] RowTableView& table() { return *table_; }
   /// A new widget that says how many entries there are and how long they are, for the window's footer.
   [[nodiscard]] QWidget* makeSummary();
@@ -35,8 +35,8 @@ class LogPaneView final : public QWidget {
   void pressCell(int row, const QString& identifier);
 
   Session& session_;
-  // The controls look at the logic until they are gone, so they go first, before Qt's own turn.
-  std::unique_ptr<LogController> logController_;
+  LogController& log_;
+  // These look at the logic until they are gone, so they go first, before Qt's own turn.
   std::unique_ptr<RowTableView> table_;
   std::unique_ptr<LogFilterRow> filters_;
   Notifier::Subscription contents_;

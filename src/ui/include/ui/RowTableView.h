@@ -2,38 +2,37 @@
 // A press and a selection are two things. A press on a sign, a link or a check box acts at once and is
 // reported as `cellPressed`; the row is selected by the same press, as by any other.
 
+#include <QPointer>
 #include <QTableView>
 #include <vector>
 
-#include "ui/TableModel.h"
-#include "ui_core/TablePort.h"
+#include "ui_core/TableSelection.h"
 
 namespace pendra {
 
 class EmptyState;
 
 /// The program's table: rows of one height with a line under each, quiet heads, one look for what runs.
-/// It keeps the selection over a reload, by the rows' identity, and is silent about it unless a selected
-/// object is gone.
-class RowTableView : public QTableView, public TablePort {
+/// It shows a table's rows and its selection, and owns neither.
+class RowTableView : public QTableView {
   Q_OBJECT
  public:
   explicit RowTableView(QWidget* parent = nullptr);
-  /// Shows the source, which must outlive the view.
-  void setSource(TableSource& source);
-  /// Shows nothing from now on; for a source that goes before the view.
-  void dropSource();
+  /// Shows the table and its selection, which outlive the view or are dropped before they go.
+  void setTable(TableModel& table, TableSelection& selection);
+  /// The same with a selection of its own.
+  void setTable(TableModel& table) { setTable(table, *new TableSelection(table, this)); }
+  /// Shows nothing from now on.
+  void dropTable();
   [[nodiscard]] TableModel& tableModel() const { return *model_; }
 
-  void reloadData() override;
-  void redrawRow(int row) override;
-  /// Another name of redrawRow.
-  void updateRow(int row) { redrawRow(row); }
-  [[nodiscard]] std::vector<int> selectedRows() const override;
-  void selectRow(int row) override;
+  /// The selected rows, ascending, and the first of them; -1 when none is.
+  [[nodiscard]] std::vector<int> selectedRows() const;
+  [[nodiscard]] int selectedRow() const { return selection_ ? selection_->row() : -1; }
+  /// As the selection's own, and scrolls there.
+  void selectRow(int row);
   /// Selects several rows, reported once.
   void selectRows(const std::vector<int>& rows);
-  void clearSelection() override;
   [[nodiscard]] QString sortKey() const;
   [[nodiscard]] bool sortAscending() const;
   /// Sorts and shows the sign in the head; not reported.
@@ -66,6 +65,7 @@ class RowTableView : public QTableView, public TablePort {
  protected:
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   bool viewportEvent(QEvent* event) override;
+  void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
   void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                    const QList<int>& roles) override;
   void mousePressEvent(QMouseEvent* event) override;
@@ -77,20 +77,10 @@ class RowTableView : public QTableView, public TablePort {
   void changeEvent(QEvent* event) override;
 
  private:
-  /// What is selected, by identity: at a reload the source holds other rows already.
-  struct Remembered {
-    std::vector<quint64> selected;
-    quint64 current = 0;
-    int currentColumn = 0;
-    int scroll = 0;
-  };
-
   void makeHeads();
   void clickHead(int section);
-  void rememberSelection();
-  void rememberScroll();
-  void restoreSelection();
-  void selectSilently(const std::vector<int>& rows, int current, int column);
+  void connectTable();
+  void rowsChanged();
   void distributeWidths();
   void keepDraggedWidth(int section, int width);
   [[nodiscard]] int contentWidth(int column) const;
@@ -99,9 +89,11 @@ class RowTableView : public QTableView, public TablePort {
   void redrawRect(int row);
   [[nodiscard]] QString toolTipFor(const QModelIndex& index) const;
 
-  TableModel* model_ = nullptr;
+  QPointer<TableModel> model_;
+  QPointer<TableSelection> selection_;
+  Notifier::Subscription selectionChanges_;
   EmptyState* empty_ = nullptr;
-  Remembered remembered_;
+  int scroll_ = 0;  ///< before a reset
   std::vector<double> weights_;
   /// A cell that acts and on which the button of the mouse is held.
   struct Pressed {

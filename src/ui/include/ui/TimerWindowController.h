@@ -70,8 +70,8 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   Session& session_;
   CommandTarget& target_;
   std::function<void()> closed_;
+  TimerState state_;  // outlives the window, whose tables show its rows
   std::unique_ptr<TimerWindow> window_;
-  TimerState state_;
   LogPaneView* log_;
   std::unique_ptr<EditorSheets> editors_;
   std::unique_ptr<HaltedNotice> halted_;

@@ -54,16 +54,6 @@ class SheetOfTest final : public ActivityEditorSheet {
   std::optional<int> ended;
 };
 
-/// A table without a selection.
-class TableOfEditor final : public TablePort {
- public:
-  void reloadData() override {}
-  void redrawRow(int) override {}
-  [[nodiscard]] std::vector<int> selectedRows() const override { return {}; }
-  void selectRow(int) override {}
-  void clearSelection() override {}
-};
-
 /// The fields that both editors have, filled with an entry that passes every check.
 struct FieldsOfTest {
   ControlOfTest customerPopup, jobPopup, servicePopup;
@@ -87,11 +77,10 @@ struct ActivityEditorOfTest {
   ControlOfTest notesField, activityLabel, okButton, littleSaveButton;
   LengthOfTest notesLength;
   CheckOfTest billableCheckbox, autoStartCheckbox;
-  TableOfEditor table;
   SheetOfTest sheet;
-  ActivityEditorControls controls{
-      fields.entry,      notesField, notesLength,      activityLabel, billableCheckbox,
-      autoStartCheckbox, okButton,   littleSaveButton, table,         sheet};
+  ActivityEditorControls controls{fields.entry,  notesField,       notesLength,
+                                  activityLabel, billableCheckbox, autoStartCheckbox,
+                                  okButton,      littleSaveButton, sheet};
   ActivityEditor editor;
 };
 

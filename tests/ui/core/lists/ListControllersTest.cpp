@@ -15,21 +15,12 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 
-/// A table with one selection, and the window around it.
-class ListTable final : public TablePort, public ListView {
+/// The window around a list.
+class WindowOfTest final : public ListView {
  public:
-  void reloadData() override { ++reloads; }
-  void redrawRow(int) override {}
-  [[nodiscard]] std::vector<int> selectedRows() const override {
-    return selected < 0 ? std::vector<int>() : std::vector<int>{selected};
-  }
-  void selectRow(int row) override { selected = row; }
-  void clearSelection() override { selected = -1; }
   void editColumn(int column, int row) override { edited.emplace_back(column, row); }
   void standaloneChanged() override { ++standaloneChanges; }
 
-  int selected = -1;
-  int reloads = 0;
   int standaloneChanges = 0;
   std::vector<std::pair<int, int>> edited;
 };
@@ -43,17 +34,18 @@ class Lists : public testing::Test, protected TestSession {
   /// The rows as "name" or "  job".
   QStringList rows() {
     QStringList texts;
-    for (int row = 0; row < list.source().rowCount(); ++row) {
-      const QString job = list.source().columnCount() > 2 ? list.source().text(row, 1) : QString();
-      texts << (job.isEmpty() ? list.source().text(row, 0) : QString("  " + job));
+    for (int row = 0; row < list.table().rowCount(); ++row) {
+      const QString job = list.table().columnCount() > 2 ? list.table().text(row, 1) : QString();
+      texts << (job.isEmpty() ? list.table().text(row, 0) : QString("  " + job));
     }
     return texts;
   }
   void select(const char* text) {
-    table.selected = static_cast<int>(rows().indexOf(QString::fromUtf8(text)));
+    list.selection().clearSelection();
+    list.selection().selectRow(static_cast<int>(rows().indexOf(QString::fromUtf8(text))));
   }
-  void type(const QString& text) { std::ignore = list.rename(table.selected, text); }
-  void tick(bool shown) { list.setShown(table.selected, shown); }
+  void type(const QString& text) { std::ignore = list.rename(list.selection().row(), text); }
+  void tick(bool shown) { list.setShown(list.selection().row(), shown); }
   /// A change that some other window makes.
   template <class Work>
   void elsewhere(const Work& work) {
@@ -61,8 +53,8 @@ class Lists : public testing::Test, protected TestSession {
   }
   UndoStack& steps() { return session.context()->undoStack(); }
 
-  ListTable table;
-  Controller list{session, table, table};
+  WindowOfTest window;
+  Controller list{session, window};
 };
 
 class CustomerList : public Lists<CustomerListController> {
@@ -83,7 +75,7 @@ TEST_F(CustomerList, ListsByCodeUnitWithJobsInTheirOwnOrder) {
   addCustomer(QStringLiteral("beta"));
   reload();
   EXPECT_THAT(rows(), ElementsAre("Acme", "  Phone", "  Accounts", "Zed", "  Backup", "beta"));
-  EXPECT_EQ(list.source().text(99, 0), "");
+  EXPECT_EQ(list.table().text(99, 0), "");
   EXPECT_EQ(list.jobForRow(1), acme->jobs()[0]);
   EXPECT_EQ(list.customerForRow(1), nullptr);
   EXPECT_EQ(list.customerForRow(0), acme);
@@ -130,7 +122,7 @@ TEST_F(CustomerList, RenamesSortsAgainAndRefusesATakenName) {
   EXPECT_EQ(acme->name(), "Zulu");
   EXPECT_EQ(alerts.last().message, "Zed already exists!");
   EXPECT_EQ(alerts.last().informative, "Please choose a different name for the customer.");
-  EXPECT_THAT(table.edited, ElementsAre(std::pair(2, 2))) << "the row's number for the column too";
+  EXPECT_THAT(window.edited, ElementsAre(std::pair(2, 2))) << "the row's number for the column too";
   type(QStringLiteral("Zulu"));
   EXPECT_EQ(alerts.last().message, "Zulu already exists!") << "its own name too";
   select("  Phone");
@@ -139,7 +131,7 @@ TEST_F(CustomerList, RenamesSortsAgainAndRefusesATakenName) {
   type(QStringLiteral("Backup"));
   EXPECT_EQ(acme->jobs()[0]->name(), "Backup");
   EXPECT_EQ(alerts.shown().size(), 3U);
-  EXPECT_TRUE(list.rename(table.selected, QString()));
+  EXPECT_TRUE(list.rename(list.selection().row(), QString()));
   EXPECT_EQ(acme->jobs()[0]->name(), "Backup") << "an empty name is left unchanged";
 }
 
@@ -148,11 +140,13 @@ TEST_F(CustomerList, ShowsWhatIsDoneElsewhereAndTakesItsOwnStepsBack) {
   EXPECT_THAT(rows(), ElementsAre("Acme", "  Phone", "  Accounts", "Moon", "  Landing", "Zed", "  Backup"));
   elsewhere([this] { acme->setName(QStringLiteral("Zz")); });
   EXPECT_THAT(rows(), ElementsAre("Moon", "  Landing", "Zed", "  Backup", "Zz", "  Phone", "  Accounts"));
-  const int reloads = table.reloads;
+  int others = 0;
+  QObject::connect(&list.table(), &QAbstractItemModel::modelReset, [&] { others += 100; });
+  QObject::connect(&list.table(), &QAbstractItemModel::dataChanged, [&] { ++others; });
   elsewhere([this] { addActivity(acme, nullptr); });
   select("Zed");
   tick(false);
-  EXPECT_EQ(table.reloads, reloads) << "one row shows what one row is told";
+  EXPECT_EQ(others, 1) << "one row shows what one row is told";
   EXPECT_EQ(steps().undoName(), "Hide Zed");
   type(QStringLiteral("Star"));
   EXPECT_EQ(steps().undoName(), "Rename of Zed");
@@ -161,16 +155,16 @@ TEST_F(CustomerList, ShowsWhatIsDoneElsewhereAndTakesItsOwnStepsBack) {
   list.addNewCustomer();
   for (int step = 0; step < 4; ++step) steps().undo();
   EXPECT_THAT(rows(), ElementsAre("Moon", "  Landing", "Zed", "  Backup", "Zz", "  Phone", "  Accounts"));
-  EXPECT_TRUE(list.source().isChecked(2, 2));
+  EXPECT_TRUE(list.table().isChecked(2, 2));
 }
 
 TEST_F(CustomerList, TextsAreEditedOnlyWhereThereIsOne) {
-  EXPECT_TRUE(list.source().isEditable(0, 0));
-  EXPECT_FALSE(list.source().isEditable(0, 1));
-  EXPECT_TRUE(list.source().isEditable(1, 1));
-  EXPECT_FALSE(list.source().isEditable(1, 0));
-  EXPECT_FALSE(list.source().isEditable(0, 2));
-  EXPECT_FALSE(list.source().isEditable(0, 99));
+  EXPECT_TRUE(list.table().isEditable(0, 0));
+  EXPECT_FALSE(list.table().isEditable(0, 1));
+  EXPECT_TRUE(list.table().isEditable(1, 1));
+  EXPECT_FALSE(list.table().isEditable(1, 0));
+  EXPECT_FALSE(list.table().isEditable(0, 2));
+  EXPECT_FALSE(list.table().isEditable(0, 99));
 }
 
 struct Numbering {
@@ -189,7 +183,7 @@ TEST_P(NewCustomer, IsNumberedWithOneTryMore) {
   EXPECT_EQ(made->name(), GetParam().made);
   EXPECT_EQ(made->vtObjectID(), "0");
   EXPECT_EQ(made->shown(), true);
-  EXPECT_EQ(table.selected, 0);
+  EXPECT_EQ(list.selection().row(), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Present, NewCustomer,
@@ -206,12 +200,12 @@ TEST_F(CustomerList, AddsAtTheTopUnsortedEvenWhileSearching) {
   EXPECT_THAT(rows(), ElementsAre("Customer3", "Zed", "  Backup"));
   list.addNewJob();
   EXPECT_THAT(rows(), ElementsAre("Customer3", "  Job Name", "Zed", "  Backup"));
-  EXPECT_EQ(table.selected, 1);
+  EXPECT_EQ(list.selection().row(), 1);
   EXPECT_EQ(list.jobForRow(1)->customer()->name(), "Customer3");
   EXPECT_EQ(list.jobForRow(1)->vtObjectID(), "0");
   EXPECT_EQ(list.jobForRow(1)->shown(), true);
   list.addNewJob();
-  EXPECT_EQ(list.source().rowCount(), 4) << "a job's row takes no job";
+  EXPECT_EQ(list.table().rowCount(), 4) << "a job's row takes no job";
 }
 
 TEST_F(CustomerList, MarksOnlyWhatIsListed) {
@@ -220,10 +214,10 @@ TEST_F(CustomerList, MarksOnlyWhatIsListed) {
   EXPECT_EQ(zed->shown(), false);
   EXPECT_EQ(zed->jobs()[0]->shown(), false);
   EXPECT_EQ(acme->shown(), true);
-  EXPECT_FALSE(list.source().isChecked(0, 2));
+  EXPECT_FALSE(list.table().isChecked(0, 2));
   list.markAllShown();
   EXPECT_EQ(zed->jobs()[0]->shown(), true);
-  EXPECT_TRUE(list.source().isChecked(1, 2));
+  EXPECT_TRUE(list.table().isChecked(1, 2));
 }
 
 TEST_F(CustomerList, DeletesACustomerWhoseActivitiesAreComplete) {
@@ -238,7 +232,7 @@ TEST_F(CustomerList, DeletesACustomerWhoseActivitiesAreComplete) {
   EXPECT_EQ(alerts.last().style, Alert::Style::Critical) << "Cancel is its default";
   EXPECT_EQ(alerts.last().informative,
             "Its 2 jobs go with it. 1 completed activity with 1 entry keeps its time and loses this name.");
-  EXPECT_EQ(list.source().rowCount(), 5);
+  EXPECT_EQ(list.table().rowCount(), 5);
   list.deleteRow();
   EXPECT_THAT(rows(), ElementsAre("Zed", "  Backup"));
   EXPECT_EQ(activity.customer(), nullptr);
@@ -268,7 +262,7 @@ TEST_F(CustomerList, RefusesWhatAnOpenActivityUses) {
             "You cannot delete Phone because you have current activities for this job. Mark complete any "
             "activities for this job and try again.");
   EXPECT_EQ(alerts.last().informative, "");
-  EXPECT_EQ(list.source().rowCount(), 5);
+  EXPECT_EQ(list.table().rowCount(), 5);
   alerts.willAnswer({"Delete"});
   select("  Accounts");
   list.deleteRow();
@@ -300,10 +294,9 @@ TEST_F(CustomerList, DeletesNothingWhenANameBreaksTheQuestion) {
 }
 
 TEST_F(CustomerList, WithoutASelectionDeletesNothing) {
-  table.selected = 99;
   EXPECT_FALSE(list.isDeleteOK());
   list.deleteRow();
-  table.selected = 4;
+  list.selection().selectRow(4);
   EXPECT_TRUE(list.isDeleteOK());
   EXPECT_THAT(alerts.messages(), IsEmpty());
 }
@@ -314,15 +307,15 @@ TEST_F(CustomerList, OutlivesItsDocumentAndFollowsTheNextOne) {
   tick(false);
   list.deleteRow();
   list.markNoneShown();
-  const int changes = table.standaloneChanges;
+  const int changes = window.standaloneChanges;
   closeDoc(session);
-  EXPECT_EQ(list.source().rowCount(), 0);
-  EXPECT_EQ(table.standaloneChanges, changes + 1) << "without a document nothing is standalone";
+  EXPECT_EQ(list.table().rowCount(), 0);
+  EXPECT_EQ(window.standaloneChanges, changes + 1) << "without a document nothing is standalone";
   list.addNewCustomer();
   list.setSearchString(QStringLiteral("x"));
   list.setSearchString({});
   loadDocument(session, places.path("Next.pdr"));
-  EXPECT_EQ(list.source().rowCount(), 0);
+  EXPECT_EQ(list.table().rowCount(), 0);
 }
 
 class LinkedCustomerList : public CustomerList {
@@ -331,11 +324,11 @@ class LinkedCustomerList : public CustomerList {
 };
 
 TEST_F(LinkedCustomerList, OnlyChoosesWhatIsOfferedButStillDeletes) {
-  EXPECT_FALSE(list.source().isEditable(0, 0));
+  EXPECT_FALSE(list.table().isEditable(0, 0));
   list.addNewCustomer();
   select("Acme");
   list.addNewJob();
-  EXPECT_EQ(list.source().rowCount(), 5);
+  EXPECT_EQ(list.table().rowCount(), 5);
   tick(false);
   EXPECT_EQ(acme->shown(), false);
   Activity& done = addActivity(zed, nullptr, zed->jobs()[0]);
@@ -366,8 +359,8 @@ struct Item {
 class ListMenu : public CustomerList, public testing::WithParamInterface<Item> {};
 
 TEST_P(ListMenu, EnablesItems) {
-  ListTable other;
-  ServicesListController services(session, other, other);
+  WindowOfTest other;
+  ServicesListController services(session, other);
   services.start();
   session.context()->fill([&] { session.settings()->setStandalone(GetParam().standalone); });
   select(GetParam().selected);
@@ -407,7 +400,7 @@ TEST_F(ServicesList, AcceptsDuplicatesAndListsThemAll) {
   EXPECT_EQ(list.rows().row(0)->service.get(), design) << "the first inserted first";
   EXPECT_THAT(alerts.messages(), IsEmpty());
   list.setSearchString(QStringLiteral("SIG"));
-  EXPECT_EQ(list.source().rowCount(), 2);
+  EXPECT_EQ(list.table().rowCount(), 2);
 }
 
 TEST_F(ServicesList, AddsAtTheTopAndNumbersNothing) {
@@ -416,7 +409,7 @@ TEST_F(ServicesList, AddsAtTheTopAndNumbersNothing) {
   EXPECT_THAT(rows(), ElementsAre("Service Name", "Service Name", "Advice", "Design"));
   EXPECT_EQ(list.rows().row(0)->service->shown(), true);
   EXPECT_EQ(list.rows().row(0)->service->vtObjectID(), "0");
-  EXPECT_EQ(table.selected, 0);
+  EXPECT_EQ(list.selection().row(), 0);
   elsewhere([this] { addService(QStringLiteral("Base")); });
   EXPECT_THAT(rows(), ElementsAre("Service Name", "Service Name", "Advice", "Base", "Design"));
 }
@@ -424,7 +417,7 @@ TEST_F(ServicesList, AddsAtTheTopAndNumbersNothing) {
 TEST_F(ServicesList, KeepsAnAbsentCheckBoxAbsentUntilItIsTicked) {
   design->setShown(std::nullopt);
   reload();
-  EXPECT_FALSE(list.source().isChecked(1, 1));
+  EXPECT_FALSE(list.table().isChecked(1, 1));
   select("Design");
   tick(false);
   EXPECT_EQ(design->shown(), false);
@@ -455,7 +448,7 @@ TEST_F(LinkedServicesList, OnlyChoosesWhatIsOffered) {
   select("Design");
   list.deleteRow();
   list.addNewService();
-  EXPECT_FALSE(list.source().isEditable(0, 0));
+  EXPECT_FALSE(list.table().isEditable(0, 0));
   EXPECT_THAT(rows(), ElementsAre("Advice", "Design"));
   tick(false);
   EXPECT_EQ(design->shown(), false);

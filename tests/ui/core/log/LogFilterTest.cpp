@@ -122,7 +122,7 @@ TEST_F(TimeLog, ExactlyOneSecondIsHiddenAsSentAndCannotBeMarkedUnsent) {
   }
   log.reloadData();
   EXPECT_EQ(column("submitted"), (QStringList{"-", "-", "01/01/01", "01/01/01"}));
-  table.select({0, 1, 2, 3});
+  log.selection().selectRows({0, 1, 2, 3});
   test.alerts.willAnswer({"Continue"});
   log.markSelectedUnsent();
   EXPECT_EQ(column("submitted"), (QStringList{"-", "-", "01/01/01", "-"})) << "the mark follows at once";

@@ -3,43 +3,9 @@
 #include "support/CellText.h"
 #include "support/Rows.h"
 #include "support/TestSession.h"
-#include "ui_core/LogController.h"
+#include "ui_core/TimerState.h"
 
 namespace pendra {
-
-/// A table that holds a selection by index and reports as the real one does.
-class LogTableOfTest final : public TablePort {
- public:
-  void setLog(LogController& log) { log_ = &log; }
-  void select(std::vector<int> rows) {
-    selected_ = std::move(rows);
-    log_->selectionChanged();
-  }
-
-  void reloadData() override { ++reloads; }
-  void redrawRow(int row) override { redrawn << row; }
-  [[nodiscard]] std::vector<int> selectedRows() const override { return selected_; }
-  void selectRow(int row) override { select({row}); }
-  void clearSelection() override {
-    if (!selected_.empty()) select({});
-  }
-
-  int reloads = 0;
-  QList<int> redrawn;
-
- private:
-  LogController* log_ = nullptr;
-  std::vector<int> selected_;
-};
-
-class SilentTable final : public TablePort {
- public:
-  void reloadData() override {}
-  void redrawRow(int) override {}
-  [[nodiscard]] std::vector<int> selectedRows() const override { return {}; }
-  void selectRow(int) override {}
-  void clearSelection() override {}
-};
 
 class SilentDisplay final : public TimerDisplay {
  public:
@@ -54,7 +20,6 @@ class SilentDisplay final : public TimerDisplay {
 class TimeLog : public testing::Test {
  protected:
   TimeLog() {
-    table.setLog(log);
     test.openDocument();
     design = &test.addService("Design");
   }
@@ -79,11 +44,9 @@ class TimeLog : public testing::Test {
   }
 
   TestSession test;
-  SilentTable activities;
   SilentDisplay display;
-  LogTableOfTest table;
-  TimerState window{test.session, activities, display};
-  LogController log{test.session, window, table, QLocale::c()};
+  TimerState window{test.session, display, QLocale::c()};
+  LogController& log = window.log();
   Service* design = nullptr;
 };
 

@@ -84,7 +84,7 @@ TEST_F(TimeLogExport, WritesTheSelectedRowsInTheOrderOfTheTable) {
   }
   log.reloadData();
   log.rows().sortBy({"customer", false});
-  table.select({1, 3});
+  log.selection().selectRows({1, 3});
   const auto lines = exported().split('\n');
   ASSERT_EQ(lines.size(), 3);
   EXPECT_TRUE(lines[1].contains("\"D\""));

@@ -7,39 +7,6 @@
 namespace pendra {
 namespace {
 
-/// A table that keeps a selection as the real one does: by object over a reload, silently.
-class TableOfTest final : public TablePort {
- public:
-  void setState(TimerState& state) { state_ = &state; }
-  void reloadData() override {
-    const auto& rows = state_->rows();
-    const auto found = rows.indexOf([this](const ActivityRow& row) { return row.activity == selected_; });
-    row_ = selected_ ? found.value_or(-1) : -1;
-    if (row_ < 0) selected_ = {};
-  }
-  void redrawRow(int row) override { redrawn << row; }
-  [[nodiscard]] std::vector<int> selectedRows() const override {
-    return row_ < 0 ? std::vector<int>() : std::vector<int>{row_};
-  }
-  void selectRow(int row) override {
-    row_ = row;
-    selected_ = state_->rows().row(row)->activity;
-    state_->selectionChanged();
-  }
-  void clearSelection() override {
-    if (std::exchange(row_, -1) < 0) return;
-    selected_ = {};
-    state_->selectionChanged();
-  }
-
-  QList<int> redrawn;
-
- private:
-  TimerState* state_ = nullptr;
-  int row_ = -1;
-  Ref<Activity> selected_;
-};
-
 class DisplayOfTest final : public TimerDisplay {
  public:
   void showElapsedTime(const QString& text) override { elapsed = text; }
@@ -55,28 +22,9 @@ class DisplayOfTest final : public TimerDisplay {
   QList<bool> sheets;
 };
 
-class LogOfTest final : public LogPane {
- public:
-  void reloadData() override { calls << "reloadData"; }
-  void reloadNames() override { calls << "reloadComboxes"; }
-  void reloadKeepingChoice() override { calls << "reloadPopupsToSameChoice"; }
-  void clearSelection() override { calls << "clearSelection"; }
-  void updateRunningEntries() override { calls << "updateRunningPeriods"; }
-  void markSelectedUnsent() override {}
-  void selectEntry(const TimeEntry*) override {}
-  [[nodiscard]] std::vector<Ref<TimeEntry>> selectedEntries() const override { return selected; }
-  [[nodiscard]] Activity* selectedActivity() const override { return nullptr; }
-  [[nodiscard]] int numberOfSelectedRows() const override { return static_cast<int>(selected.size()); }
-
-  QStringList calls;
-  std::vector<Ref<TimeEntry>> selected;
-};
-
 class TimerWindow : public testing::Test {
  protected:
   TimerWindow() {
-    table.setState(state);
-    state.setLog(log);
     test.openDocument();
     acme = &test.addCustomer("Acme");
     design = &test.addService("Design");
@@ -87,14 +35,12 @@ class TimerWindow : public testing::Test {
   }
   void select(const Activity& activity) {
     const auto row = state.rows().indexOf([&](const ActivityRow& one) { return one.activity == &activity; });
-    table.selectRow(row.value());
+    state.selection().selectRow(row.value());
   }
 
   TestSession test;
-  TableOfTest table;
   DisplayOfTest display;
-  LogOfTest log;
-  TimerState state{test.session, table, display};
+  TimerState state{test.session, display, QLocale::c()};
   Customer* acme = nullptr;
   Service* design = nullptr;
   Job* roof = nullptr;
@@ -156,9 +102,12 @@ TEST_F(TimerWindow, TheTickTouchesRunningRowsOnly) {
   test.addActivity(acme, design).startEntry();
   test.addActivity(acme, design);
   state.reloadData();
-  table.redrawn.clear();
+  QList<int> touched;
+  QObject::connect(
+      &state.rows(), &QAbstractItemModel::dataChanged,
+      [&](const QModelIndex& from, const QModelIndex& to) { touched << from.row() << to.row(); });
   state.updateTimeDisplay();
-  EXPECT_EQ(table.redrawn, QList<int>{1});
+  EXPECT_EQ(touched, QList<int>({1, 1}));
 }
 
 TEST_F(TimerWindow, StartingWithoutASelectionAsksForANewActivity) {
@@ -167,13 +116,27 @@ TEST_F(TimerWindow, StartingWithoutASelectionAsksForANewActivity) {
   EXPECT_EQ(display.sheets, QList<bool>{true});
 }
 
-TEST_F(TimerWindow, SelectingClearsTheLog) {
+TEST_F(TimerWindow, SelectingClearsTheLogAndNewsDoesNot) {
+  Activity& first = test.addActivity(acme, design);
   Activity& activity = test.addActivity(acme, design);
+  TimeEntry& entry = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
   state.reloadData();
+  state.log().reloadData();
   EXPECT_FALSE(state.editable());
   select(activity);
-  EXPECT_TRUE(state.editable());
-  EXPECT_EQ(log.calls.last(), "clearSelection");
+  state.log().selectEntry(&entry);
+  EXPECT_EQ(state.currentEntry(), &entry);
+  std::ignore = test.session.context()->edit("Elsewhere", [&] {
+    first.setCompleted(true);
+    first.addEntry();
+    acme->setName("Moon");
+  });
+  EXPECT_EQ(state.selectedActivity(), &activity);
+  EXPECT_EQ(state.currentActivity(), &activity);
+  EXPECT_EQ(state.log().selectedEntries(), std::vector{Ref<TimeEntry>(&entry)});
+  EXPECT_EQ(state.currentEntry(), &entry);
+  select(activity);
+  EXPECT_EQ(state.log().numberOfSelectedRows(), 0);
   EXPECT_EQ(state.currentEntry(), nullptr);
 }
 
@@ -220,8 +183,7 @@ TEST_F(TimerWindow, DeletingEntriesStopsTheRunningOneFirst) {
   TimeEntry& stopped = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
   TimeEntry& running = activity.startEntry();
   state.reloadData();
-  log.selected = {&stopped, &running};
-  state.deleteEntries(log.selected);
+  state.deleteEntries({&stopped, &running});
   EXPECT_FALSE(activity.isRunning());
   EXPECT_TRUE(activity.entries().empty());
 }

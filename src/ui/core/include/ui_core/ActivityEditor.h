@@ -9,7 +9,7 @@
 #include "ui_core/EntryChecks.h"
 #include "ui_core/EntryEchoes.h"
 #include "ui_core/RowTable.h"
-#include "ui_core/TablePort.h"
+#include "ui_core/TableSelection.h"
 
 namespace pendra {
 
@@ -23,6 +23,7 @@ struct TimeEntryRow {
   QString date;   ///< month/day/year without padding
   QString time;   ///< hours from 0 to 23, and minutes
   QString notes;  ///< the entry's own, or the placeholder
+  friend bool operator==(const TimeEntryRow&, const TimeEntryRow&) = default;
 };
 
 /// The activity editor's sheet.
@@ -46,7 +47,6 @@ struct ActivityEditorControls {
   CheckControl& autoStartCheckbox;
   Control& okButton;
   Control& littleSaveButton;
-  TablePort& activityTable;
   ActivityEditorSheet& sheet;
 };
 
@@ -61,7 +61,9 @@ class ActivityEditor {
   [[nodiscard]] const ActivityEditorControls& controls() const { return controls_; }
   /// The activity that is edited; none when one is added, which is in the document from OK on.
   [[nodiscard]] Activity* currentActivity() const { return currentActivity_.get(); }
+  /// Its time entries, one of which is selected at a time.
   [[nodiscard]] RowTable<TimeEntryRow>& rows() { return rows_; }
+  [[nodiscard]] TableSelection& selection() { return selection_; }
 
   /// Fills the sheet from an activity; without one, for a new one.
   void fill(Activity* activity);
@@ -92,8 +94,6 @@ class ActivityEditor {
   [[nodiscard]] TimeEntry* selectedEntry() const;
   [[nodiscard]] std::optional<int> indexOfEntry(const TimeEntry& entry) const;
   [[nodiscard]] bool canDeleteEntries() const;
-  void clearTableSelection();
-  void selectionChanged();
   /// Asked before a cell is typed into. From the first yes on, the placeholder is not needed any more.
   [[nodiscard]] bool isEditable(QStringView column, int row);
   /// The note of a row as it is typed over: the entry's own, never the placeholder.
@@ -101,12 +101,13 @@ class ActivityEditor {
   void setValue(const QString& value, QStringView column, int row);
 
  private:
+  void clearTableSelection();
+  void selectionChanged();
   [[nodiscard]] TimeEntryRow rowOf(TimeEntry& entry, const QString& placeholder) const;
   [[nodiscard]] std::vector<TimeEntryRow> rowsOfActivity() const;
   void followDocument();
   void documentEdited(const ChangeSet& changes);
   void refreshRows(const ChangeSet& changes);
-  void showRows();
   void showKind(bool adding);
   void showNames(const Activity* activity);
   void showHints();
@@ -130,8 +131,10 @@ class ActivityEditor {
   bool isOpen_ = false;  // from `fill` to `letGo`
   bool adding_ = false;
   RowTable<TimeEntryRow> rows_;
+  TableSelection selection_{rows_};
   QStringList shownTimes_;  // the time fields as they were filled from the selected row
   bool showsEntries_ = false;
+  Notifier::Subscription selectionChanges_;
   Subscription news_;
   Notifier::Subscription documentChanges_;
 };

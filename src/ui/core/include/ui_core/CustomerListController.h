@@ -21,11 +21,13 @@ class CustomerListController : public ListController {
  public:
   /// By name; of several customers of one name only the first is listed. A search finds customers by their
   /// own name and by their jobs', and lists a found customer with all its jobs.
-  CustomerListController(Session& session, TablePort& table, ListView& view);
+  CustomerListController(Session& session, ListView& view);
 
   [[nodiscard]] const RowTable<CustomerListRow>& rows() const { return rows_; }
-  [[nodiscard]] TableSource& source() override { return rows_; }
-  [[nodiscard]] const TableSource& source() const override { return rows_; }
+  [[nodiscard]] TableModel& table() override { return rows_; }
+  [[nodiscard]] const TableModel& table() const override { return rows_; }
+  [[nodiscard]] TableSelection& selection() override { return selection_; }
+  [[nodiscard]] const TableSelection& selection() const override { return selection_; }
 
   void addNewCustomer();
   /// A job of the customer whose row is selected; nothing when none is.
@@ -42,7 +44,7 @@ class CustomerListController : public ListController {
   [[nodiscard]] Customer* customerForRow(int row) const;
 
  protected:
-  void reloadData() override;
+  void reloadData() override { rows_.setRows(listedRows()); }
   void documentEdited(const ChangeSet& changes) override;
   /// A duplicate customer's name is refused; a job's name is compared with the customers' too.
   [[nodiscard]] bool takeName(int row, const QString& name) override;
@@ -51,12 +53,13 @@ class CustomerListController : public ListController {
 
  private:
   [[nodiscard]] std::vector<Customer*> listedCustomers() const;
-  void redrawChangedRows(const ChangeSet& changes);
+  [[nodiscard]] std::vector<CustomerListRow> listedRows() const;
   [[nodiscard]] std::optional<bool> isInUse(const QString& predicateText, const QString& name);
   void deleteCustomer(Customer& customer);
   void deleteJob(Job& job);
 
   RowTable<CustomerListRow> rows_;
+  TableSelection selection_{rows_};
   bool refusing_ = false;
 };
 

@@ -11,8 +11,7 @@ namespace pendra {
 /// Adds an activity or edits the current one. All that it is given must outlive it.
 class ActivitySheetFlow {
  public:
-  ActivitySheetFlow(TimerState& timer, TablePort& activities, ActivityEditor& editor)
-      : timer_(timer), activities_(activities), editor_(editor) {}
+  ActivitySheetFlow(TimerState& timer, ActivityEditor& editor) : timer_(timer), editor_(editor) {}
 
   /// Runs the sheet for a new activity, or for the current one, and stores and selects what was chosen.
   /// Editing without a current activity does nothing, and neither does a second sheet.
@@ -20,7 +19,6 @@ class ActivitySheetFlow {
 
  private:
   TimerState& timer_;
-  TablePort& activities_;
   ActivityEditor& editor_;
   bool running_ = false;
 };

@@ -10,8 +10,7 @@
 #include "document/Session.h"
 #include "store/Observers.h"
 #include "ui_core/ListEditor.h"
-#include "ui_core/TablePort.h"
-#include "ui_core/TableSource.h"
+#include "ui_core/TableSelection.h"
 
 namespace pendra {
 
@@ -34,8 +33,7 @@ class ListController : public ListEditor {
   ListController(const ListController&) = delete;
   ListController& operator=(const ListController&) = delete;
 
-  /// First load; from then on the list follows the document, and its coming, going and mode. Called once the
-  /// window shows `source`.
+  /// First load; from then on the list follows the document, and its coming, going and mode.
   void start();
   [[nodiscard]] const QString& searchString() const { return searchString_; }
   /// Lists what the text asks for.
@@ -43,9 +41,11 @@ class ListController : public ListEditor {
   /// Whether the document is kept without Vantor: only then are names the user's to write.
   [[nodiscard]] bool standalone() const { return session_.isStandalone(); }
 
-  /// What the table shows.
-  [[nodiscard]] virtual TableSource& source() = 0;
-  [[nodiscard]] virtual const TableSource& source() const = 0;
+  [[nodiscard]] virtual TableModel& table() = 0;
+  [[nodiscard]] virtual const TableModel& table() const = 0;
+  /// One row at a time.
+  [[nodiscard]] virtual TableSelection& selection() = 0;
+  [[nodiscard]] virtual const TableSelection& selection() const = 0;
 
   /// Takes a name that was typed into a row; an empty one leaves the name as it was. False when it was
   /// refused, which the user has been told.
@@ -54,13 +54,13 @@ class ListController : public ListEditor {
   void setShown(int row, bool shown);
   void markAllShown() override;
   void markNoneShown() override;
-  [[nodiscard]] bool isDeleteOK() const override { return selectedRow().has_value(); }
+  [[nodiscard]] bool isDeleteOK() const override { return selection().hasSelection(); }
 
  protected:
   /// All must outlive it.
-  ListController(Session& session, TablePort& table, ListView& view);
+  ListController(Session& session, ListView& view);
 
-  /// Makes all rows anew from the document, in their order.
+  /// Lists what the document holds now, in its order.
   virtual void reloadData() = 0;
   virtual void documentEdited(const ChangeSet& changes) = 0;
   /// As `rename`, of a name that is not empty.
@@ -83,12 +83,9 @@ class ListController : public ListEditor {
   void settleAdded();
 
   [[nodiscard]] Session& session() const { return session_; }
-  [[nodiscard]] TablePort& table() const { return table_; }
   [[nodiscard]] ListView& view() const { return view_; }
   /// The open document's objects; none when no document is open.
   [[nodiscard]] ObjectContext* context() const;
-  /// The selected row, if it is there.
-  [[nodiscard]] std::optional<int> selectedRow() const;
 
  private:
   /// The document came, went or was exchanged for another.
@@ -96,7 +93,6 @@ class ListController : public ListEditor {
   void markAll(const QString& name, bool shown);
 
   Session& session_;
-  TablePort& table_;
   ListView& view_;
   QString searchString_;
   std::vector<Ref<ManagedObject>> added_;  // the newest last

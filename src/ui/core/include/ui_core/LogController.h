@@ -5,17 +5,17 @@
 
 #include <QLocale>
 
+#include "document/Session.h"
 #include "store/Observers.h"
-#include "ui_core/LogPane.h"
 #include "ui_core/LogRow.h"
 #include "ui_core/PopUp.h"
-#include "ui_core/TablePort.h"
-#include "ui_core/TimerState.h"
+#include "ui_core/TableSelection.h"
 
 namespace pendra {
 
 class ChangeSet;
 class DayRange;
+class TimerState;
 
 /// How many entries there are and how long they are together.
 struct LogSummary {
@@ -27,16 +27,20 @@ struct LogSummary {
 enum class LogEmptiness { HasRows, NoEntries, FilteredAway };
 
 /// The logic of the time log: its rows, its filters, and what is done to the selected entries.
-class LogController final : public LogPane {
+class LogController {
  public:
   /// All must outlive it. The locale shapes the date column.
-  LogController(Session& session, TimerState& window, TablePort& table, const QLocale& locale = QLocale());
+  LogController(Session& session, TimerState& window, const QLocale& locale);
+  LogController(const LogController&) = delete;
+  LogController& operator=(const LogController&) = delete;
 
-  /// To be called once, when the table can be asked.
+  /// Fills the filters; to be called once, when the window is there.
   void start();
 
-  [[nodiscard]] TimerState& windowController() const { return window_; }
+  [[nodiscard]] Session& session() const { return session_; }
   [[nodiscard]] RowTable<LogRow>& rows() { return rows_; }
+  /// Any number of rows.
+  [[nodiscard]] TableSelection& selection() { return selection_; }
 
   /// The filters' state. A view shows it and writes back what the user chooses, followed by the action.
   PopUp customerPopup{QStringLiteral("All")};
@@ -62,30 +66,34 @@ class LogController final : public LogPane {
   void customerPicked(const PopUp& sender);
   void resetNameFilters();
 
-  void reloadData() override;
-  void reloadNames() override;
-  void reloadKeepingChoice() override;
-  void updateRunningEntries() override;
-  void markSelectedUnsent() override;
-  void selectEntry(const TimeEntry* period) override;
-  void clearSelection() override { table_.clearSelection(); }
-  [[nodiscard]] std::vector<Ref<TimeEntry>> selectedEntries() const override;
-  [[nodiscard]] Activity* selectedActivity() const override;
-  [[nodiscard]] int numberOfSelectedRows() const override;
+  /// The rebuild: what passes the filters now.
+  void reloadData();
+  void reloadNames();
+  void reloadKeepingChoice();
+  /// The tick.
+  void updateRunningEntries();
+  void markSelectedUnsent();
+  /// Selects, as the only one, the row of that entry.
+  void selectEntry(const TimeEntry* period);
+  void clearSelection() { selection_.clearSelection(); }
+  /// The entries of the selected rows, in row order.
+  [[nodiscard]] std::vector<Ref<TimeEntry>> selectedEntries() const;
+  /// The activity of the first selected row; asked only while a row is selected.
+  [[nodiscard]] Activity* selectedActivity() const;
+  [[nodiscard]] int numberOfSelectedRows() const;
 
   /// The entry of the first selected row; none without a selection.
   [[nodiscard]] TimeEntry* selectedEntry() const;
   /// The selected rows, or all when none is selected, in the order of the table.
   [[nodiscard]] std::vector<LogRow> consideredRows() const;
   [[nodiscard]] std::vector<LogRow> allRows() const;
-  /// To be called whenever the table's selection changed.
-  void selectionChanged();
 
   /// Of the selected rows, or of all when none is selected.
   [[nodiscard]] LogSummary summary() const;
   [[nodiscard]] LogEmptiness emptiness() const;
 
  private:
+  void selectionChanged();
   [[nodiscard]] ObjectContext* context() const;
   void followDocument();
   void documentEdited(const ChangeSet& changes);
@@ -103,10 +111,11 @@ class LogController final : public LogPane {
 
   Session& session_;
   TimerState& window_;
-  TablePort& table_;
   RowTable<LogRow> rows_;
+  TableSelection selection_{rows_};
   double secondsOfAll_ = 0;
   QHash<qint64, int> runningRows_;  // where a running entry was last found; -1: it is not listed
+  Notifier::Subscription selectionChanges_;
   Notifier::Subscription hideSubmitted_;
   Subscription news_;
   Notifier::Subscription documentChanges_;

@@ -1,16 +1,18 @@
 #pragma once
-// A row is a snapshot: it holds the raw values that an object had when the table was last reloaded, and turns
-// them into text when a cell is asked for. Nothing here follows the object; who wants news reloads, or
-// replaces one row.
+// A table is its columns over rows of one kind, which show objects or hold raw values of them; text is made
+// when a cell is asked for. Nothing here follows the objects: their owner hears the news and changes rows,
+// and each change tells Qt's views exactly what came, went, moved or changed.
 
 #include <algorithm>
+#include <concepts>
 #include <functional>
 #include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
 #include "platform/Clock.h"
-#include "ui_core/TableSource.h"
+#include "ui_core/TableModel.h"
 
 namespace pendra {
 
@@ -34,41 +36,82 @@ struct RowTraits {
   std::function<bool(const Row&)> quiet{};
 };
 
-/// Rows under a fixed table of columns, sorted by one descriptor. Sorting is stable in both directions.
+/// Rows under a fixed table of columns, sorted by one order. Sorting is stable in both directions.
 template <class Row>
-class RowTable final : public TableSource {
+class RowTable final : public TableModel {
  public:
   explicit RowTable(std::vector<Column<Row>> columns, RowTraits<Row> traits = {})
       : columns_(std::move(columns)), traits_(std::move(traits)) {}
 
-  /// Replaces all rows and sorts them.
+  /// Other rows, sorted, told as a reset.
   void setRows(std::vector<Row> rows) {
+    beginResetModel();
     rows_ = std::move(rows);
-    sort();
+    arrange(rows_, orderOf(rows_));
+    endResetModel();
   }
-  /// Puts a row in without sorting; an index past the end appends.
-  void insertRow(int index, Row row) {
-    const auto at = std::clamp<std::ptrdiff_t>(index, 0, std::ssize(rows_));
-    rows_.insert(rows_.begin() + at, std::move(row));
+  /// The rows as they are now, sorted, told as the difference: by identity what came, went and moved, and of
+  /// what stayed the rows that differ. Many differences are told as a reset.
+  void updateRows(std::vector<Row> rows) {
+    arrange(rows, orderOf(rows));
+    const RowChanges changes(identitiesOf(rows_), identitiesOf(rows));
+    if (changes.areMany() || !traits_.identity) {
+      beginResetModel();
+      rows_ = std::move(rows);
+      return endResetModel();
+    }
+    removeRanges(changes.gone);
+    reorder(changes.order);
+    for (const RowRange& range : changes.come.ranges()) {
+      beginInsertRows({}, range.first, range.last);
+      rows_.insert(rows_.begin() + range.first, rows.begin() + range.first, rows.begin() + range.last + 1);
+      endInsertRows();
+    }
+    RowRanges other;
+    if constexpr (std::equality_comparable<Row>) {
+      for (int row = 0; row < rowCount(); ++row) {
+        if (!(rows[static_cast<size_t>(row)] == *this->row(row))) other.add(row);
+      }
+    }
+    rows_ = std::move(rows);
+    tellChanged(other);
   }
   /// Puts a row in where the sort order wants it, behind its equals.
   void insertSorted(Row row) {
     const auto place = placeFor(row);
+    const int at = static_cast<int>(place - rows_.begin());
+    beginInsertRows({}, at, at);
     rows_.insert(place, std::move(row));
+    endInsertRows();
   }
   /// Removes the rows for which `goes` holds; the others keep their order.
   template <class Predicate>
-  void removeRows(const Predicate& goes) {
+  void removeWhere(const Predicate& goes) {
+    RowRanges gone;
+    for (int row = 0; row < rowCount(); ++row) {
+      if (goes(*this->row(row))) gone.add(row);
+    }
+    if (!gone.areMany()) return removeRanges(gone);
+    beginResetModel();
     std::erase_if(rows_, goes);
+    endResetModel();
   }
   /// Replaces one row where it stands. An index past the end does nothing.
   void replaceRow(int index, Row row) {
-    if (holds(index)) rows_[static_cast<size_t>(index)] = std::move(row);
+    if (!holds(index)) return;
+    rows_[static_cast<size_t>(index)] = std::move(row);
+    RowRanges changed;
+    changed.add(index);
+    tellChanged(changed);
   }
-  /// Changes every row in place, without sorting.
+  /// Changes rows in place, without sorting; `change` answers whether the cells of its row are others now.
   template <class Change>
   void changeRows(const Change& change) {
-    for (Row& row : rows_) change(row);
+    RowRanges changed;
+    for (int row = 0; row < rowCount(); ++row) {
+      if (change(rows_[static_cast<size_t>(row)])) changed.add(row);
+    }
+    tellChanged(changed);
   }
 
   [[nodiscard]] std::span<const Row> rows() const { return rows_; }
@@ -83,26 +126,15 @@ class RowTable final : public TableSource {
     if (found == rows_.end()) return std::nullopt;
     return static_cast<int>(found - rows_.begin());
   }
-  [[nodiscard]] std::optional<int> columnOf(QStringView identifier) const {
-    const auto found = std::find_if(columns_.begin(), columns_.end(),
-                                    [&](const auto& column) { return column.head.identifier == identifier; });
-    if (found == columns_.end()) return std::nullopt;
-    return static_cast<int>(found - columns_.begin());
-  }
+  /// Puts the rows in order again after some were changed in place.
+  void sortAgain() { reorder(orderOf(rows_)); }
 
-  void sort() {
-    const auto column = columnOf(sort_.key);
-    if (sort_.key.isEmpty() || !column) return;
-    const auto& key = columns_[static_cast<size_t>(*column)];
-    if (key.time) {
-      sortByValue(key.time);
-    } else if (key.text) {
-      sortByValue(key.text);
-    }
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
   }
-
-  [[nodiscard]] int rowCount() const override { return static_cast<int>(rows_.size()); }
-  [[nodiscard]] int columnCount() const override { return static_cast<int>(columns_.size()); }
+  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+  }
   [[nodiscard]] const ColumnHead& head(int column) const override {
     return columns_.at(static_cast<size_t>(column)).head;
   }
@@ -127,11 +159,10 @@ class RowTable final : public TableSource {
   [[nodiscard]] bool isEditable(int row, int column) const override {
     return ask(row, column, &Column<Row>::editable);
   }
-  /// A descriptor without a key changes nothing.
-  void sortBy(const SortOrder& descriptor) override {
-    if (descriptor.key.isEmpty()) return;
-    sort_ = descriptor;
-    sort();
+  void sortBy(const SortOrder& order) override {
+    if (order.key.isEmpty()) return;
+    sort_ = order;
+    sortAgain();
   }
   [[nodiscard]] const SortOrder& sortOrder() const override { return sort_; }
 
@@ -160,13 +191,21 @@ class RowTable final : public TableSource {
                             });
   }
 
+  /// For each place in the sort order, the row that goes there; empty when all rows stay.
+  [[nodiscard]] std::vector<int> orderOf(const std::vector<Row>& rows) const {
+    const auto column = columnOf(sort_.key);
+    if (sort_.key.isEmpty() || !column) return {};
+    const auto& key = columns_[static_cast<size_t>(*column)];
+    if (key.time) return orderByValue(rows, key.time);
+    return key.text ? orderByValue(rows, key.text) : std::vector<int>();
+  }
   /// Reads each row's value once, so that no text is formatted within a comparison.
   template <class ValueOf>
-  void sortByValue(const ValueOf& valueOf) {
-    using Value = std::decay_t<decltype(valueOf(rows_.front()))>;
-    std::vector<std::pair<Value, size_t>> keys;
-    keys.reserve(rows_.size());
-    for (const Row& row : rows_) keys.emplace_back(valueOf(row), keys.size());
+  [[nodiscard]] std::vector<int> orderByValue(const std::vector<Row>& rows, const ValueOf& valueOf) const {
+    using Value = std::decay_t<decltype(valueOf(rows.front()))>;
+    std::vector<std::pair<Value, int>> keys;
+    keys.reserve(rows.size());
+    for (const Row& row : rows) keys.emplace_back(valueOf(row), static_cast<int>(keys.size()));
     const auto before = [](const auto& a, const auto& b) { return a.first < b.first; };
     const auto after = [](const auto& a, const auto& b) { return b.first < a.first; };
     if (sort_.ascending) {
@@ -174,10 +213,38 @@ class RowTable final : public TableSource {
     } else {
       std::stable_sort(keys.begin(), keys.end(), after);
     }
-    std::vector<Row> sorted;
-    sorted.reserve(rows_.size());
-    for (const auto& [value, index] : keys) sorted.push_back(std::move(rows_[index]));
-    rows_ = std::move(sorted);
+    std::vector<int> order;
+    order.reserve(keys.size());
+    for (const auto& [value, index] : keys) order.push_back(index);
+    return order;
+  }
+  static void arrange(std::vector<Row>& rows, const std::vector<int>& order) {
+    if (order.empty()) return;
+    std::vector<Row> arranged;
+    arranged.reserve(rows.size());
+    for (const int row : order) arranged.push_back(std::move(rows[static_cast<size_t>(row)]));
+    rows = std::move(arranged);
+  }
+  void reorder(const std::vector<int>& order) {
+    if (std::is_sorted(order.begin(), order.end())) return;
+    Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
+    arrange(rows_, order);
+    movePersistentIndexes(order);
+    Q_EMIT layoutChanged({}, VerticalSortHint);
+  }
+  /// The last ones first, so that the places of those before stay what they are.
+  void removeRanges(const RowRanges& gone) {
+    for (auto range = gone.ranges().rbegin(); range != gone.ranges().rend(); ++range) {
+      beginRemoveRows({}, range->first, range->last);
+      rows_.erase(rows_.begin() + range->first, rows_.begin() + range->last + 1);
+      endRemoveRows();
+    }
+  }
+  [[nodiscard]] std::vector<quint64> identitiesOf(const std::vector<Row>& rows) const {
+    std::vector<quint64> identities;
+    identities.reserve(rows.size());
+    for (const Row& row : rows) identities.push_back(traits_.identity ? traits_.identity(row) : 0);
+    return identities;
   }
 
   std::vector<Column<Row>> columns_;

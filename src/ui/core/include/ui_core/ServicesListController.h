@@ -15,11 +15,13 @@ struct ServicesListRow {
 /// occur twice, a new item is not numbered, and an item that is in use can be deleted.
 class ServicesListController : public ListController {
  public:
-  ServicesListController(Session& session, TablePort& table, ListView& view);
+  ServicesListController(Session& session, ListView& view);
 
   [[nodiscard]] const RowTable<ServicesListRow>& rows() const { return rows_; }
-  [[nodiscard]] TableSource& source() override { return rows_; }
-  [[nodiscard]] const TableSource& source() const override { return rows_; }
+  [[nodiscard]] TableModel& table() override { return rows_; }
+  [[nodiscard]] const TableModel& table() const override { return rows_; }
+  [[nodiscard]] TableSelection& selection() override { return selection_; }
+  [[nodiscard]] const TableSelection& selection() const override { return selection_; }
 
   void addNewService();
   /// Kept: only in a standalone document, unlike the customers' list.
@@ -27,7 +29,7 @@ class ServicesListController : public ListController {
   [[nodiscard]] bool validateMenuItem(ListCommand item) const override;
 
  protected:
-  void reloadData() override;
+  void reloadData() override { rows_.setRows(listedRows()); }
   void documentEdited(const ChangeSet& changes) override;
   [[nodiscard]] bool takeName(int row, const QString& name) override;
   [[nodiscard]] QString nameInRow(int row) const override;
@@ -36,7 +38,10 @@ class ServicesListController : public ListController {
  private:
   [[nodiscard]] Service* serviceForRow(int row) const;
 
+  [[nodiscard]] std::vector<ServicesListRow> listedRows() const;
+
   RowTable<ServicesListRow> rows_;
+  TableSelection selection_{rows_};
 };
 
 }  // namespace pendra

@@ -2,6 +2,7 @@
 // The header (button, time, name) belongs to the selected activity, the rows to all that are open. Both are
 // shown anew from the news of the document; only running lengths are the tick's.
 
+#include <QLocale>
 #include <QSet>
 #include <QString>
 #include <functional>
@@ -12,9 +13,9 @@
 #include "model/ActivityTimes.h"
 #include "model/TimeEntry.h"
 #include "store/Observers.h"
-#include "ui_core/LogPane.h"
+#include "ui_core/LogController.h"
 #include "ui_core/RowTable.h"
-#include "ui_core/TablePort.h"
+#include "ui_core/TableSelection.h"
 
 namespace pendra {
 
@@ -31,6 +32,7 @@ struct ActivityRow {
   QString today;
   bool running = false;  ///< shows the pause sign, else the play sign
   QString warning{};     ///< why the row is marked; empty when it is not
+  friend bool operator==(const ActivityRow&, const ActivityRow&) = default;
 };
 
 /// What the logic asks of the timer window's own controls.
@@ -51,12 +53,12 @@ class TimerDisplay {
 /// follows the open document by its news; a command changes the document and shows nothing by itself.
 class TimerState {
  public:
-  /// All must outlive it. The log is given later, by `setLog`.
-  TimerState(Session& session, TablePort& table, TimerDisplay& display);
+  /// All must outlive it. The locale shapes the log's dates.
+  TimerState(Session& session, TimerDisplay& display, const QLocale& locale = QLocale());
 
   [[nodiscard]] Session& session() const { return session_; }
-  void setLog(LogPane& log) { log_ = &log; }
-  [[nodiscard]] LogPane& log() const { return *log_; }
+  /// The time log below the activities.
+  [[nodiscard]] LogController& log() { return log_; }
 
   /// The activity to which editing and starting apply.
   [[nodiscard]] Activity* currentActivity() const { return currentActivity_.get(); }
@@ -71,11 +73,10 @@ class TimerState {
 
   /// The rows of the activity table, and by what they are sorted.
   [[nodiscard]] RowTable<ActivityRow>& rows() { return rows_; }
+  /// One row at a time.
+  [[nodiscard]] TableSelection& selection() { return selection_; }
   /// Rebuilds all rows from the document, loading one when none is open.
   void reloadData();
-  void selectionChanged();
-  void updateOneRow(int index);
-  void updateSelectedRow();
   void updateMainButton();
   void updateCustomerJobLabel();
   /// The tick; false when no document is open and the ticking must end.
@@ -100,6 +101,8 @@ class TimerState {
   void makeCurrent();
 
  private:
+  void selectionChanged();
+  void updateOneRow(int index);
   [[nodiscard]] ActivityRow rowOf(Activity& activity, const Today& today) const;
   [[nodiscard]] Today today() const;
   void followDocument();
@@ -114,14 +117,14 @@ class TimerState {
   void edit(const QString& name, const std::function<void()>& work);
 
   Session& session_;
-  TablePort& table_;
   TimerDisplay& display_;
-  NoLogPane noLog_;
-  LogPane* log_ = &noLog_;
   Ref<Activity> currentActivity_;
   Ref<TimeEntry> currentEntry_;
   RowTable<ActivityRow> rows_;
+  TableSelection selection_{rows_};
+  LogController log_;
   std::optional<Today> shownDay_;
+  Notifier::Subscription selectionChanges_;
   Subscription news_;
   Notifier::Subscription documentChanges_;
 };

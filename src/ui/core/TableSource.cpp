@@ -1,7 +1,0 @@
-#include "ui_core/TableSource.h"
-
-namespace pendra {
-
-TableSource::~TableSource() = default;
-
-}  // namespace pendra

@@ -1,0 +1,138 @@
+#pragma once
+// What a table shows and how it looks are two things. A TableModel answers what stands in a cell, in plain
+// values and names for looks (CellKind); the widgets decide what a link or a running row looks like.
+
+#include <QAbstractTableModel>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace pendra {
+
+/// Where a cell's content and its head stand.
+enum class Alignment { Left, Center, Right };
+
+/// What a cell is to the person who looks at it.
+enum class CellKind {
+  Text,
+  TwoLines,       ///< the second one quiet
+  Secondary,      ///< words that matter less than those beside them
+  Time,           ///< tabular figures; green and semibold in a running row
+  SecondaryTime,  ///< the same, quiet while the row does not run
+  StartStop,      ///< a play or pause sign; a press acts
+  Link,           ///< its text is what a press does
+  Check,          ///< a check box; a press turns it over
+};
+
+/// Whether a press on the cell does something beyond selecting its row.
+constexpr bool actsOnPress(CellKind kind) {
+  return kind == CellKind::StartStop || kind == CellKind::Link || kind == CellKind::Check;
+}
+
+/// A column, apart from its content.
+struct ColumnHead {
+  QString identifier{};
+  QString title{};           ///< what the head shows; may be empty
+  QString accessibleName{};  ///< empty: the title
+  Alignment alignment = Alignment::Left;
+  CellKind kind = CellKind::Text;
+  bool sortable = true;
+  int weight = 0;  ///< share of the width that is left; 0: as wide as its content needs
+  /// Without a weight: texts among which is the widest to expect. None: the kind's own width.
+  QStringList widest{};
+};
+
+/// What the rows are ordered by. Without a key all rows are equal.
+struct SortOrder {
+  QString key{};
+  bool ascending = true;
+  friend bool operator==(const SortOrder&, const SortOrder&) = default;
+};
+
+/// Neighbouring rows, both ends included.
+struct RowRange {
+  int first;
+  int last;
+};
+
+/// More ranges than these are told as one reset.
+inline constexpr std::size_t kMostRanges = 64;
+
+/// Rows in ascending order as ranges, so that many neighbours are told at once.
+class RowRanges {
+ public:
+  void add(int row);
+  [[nodiscard]] const std::vector<RowRange>& ranges() const { return ranges_; }
+  [[nodiscard]] bool areMany() const { return ranges_.size() > kMostRanges; }
+
+ private:
+  std::vector<RowRange> ranges_;
+};
+
+/// What turns one order of rows into another, each row named by its identity.
+struct RowChanges {
+  RowChanges(const std::vector<quint64>& before, const std::vector<quint64>& after);
+  RowRanges gone;          ///< among the rows before
+  RowRanges come;          ///< among the rows after
+  std::vector<int> order;  ///< for each row that stays, in the new order, its place in the old one
+  [[nodiscard]] bool areMany() const;
+};
+
+/// The rows and columns of one table, as Qt's views take them. Any index past the end reads as empty text,
+/// not running, unchecked. Whatever changes the rows tells it, and no more than that.
+class TableModel : public QAbstractTableModel {
+ public:
+  enum Role { kKindRole = Qt::UserRole, kRunningRole, kQuietRole, kIdentityRole, kWarningRole };
+
+  /// What the owner of the rows says about typing over a cell. Any part may be left out.
+  struct EditRules {
+    /// Asked when an editor is about to open over an editable cell.
+    std::function<bool(const QString& identifier, int row)> shouldEdit{};
+    /// What the editor starts with; left out: what the cell shows.
+    std::function<QString(const QString& identifier, int row)> textForEditing{};
+    /// Takes the text that was typed.
+    std::function<void(const QString& value, const QString& identifier, int row)> setValue{};
+  };
+  void setEditRules(EditRules rules) { edits_ = std::move(rules); }
+  [[nodiscard]] bool shouldEdit(const QModelIndex& index) const;
+
+  [[nodiscard]] virtual const ColumnHead& head(int column) const = 0;
+  [[nodiscard]] virtual QString text(int row, int column) const = 0;
+  /// Names the object that the row shows, so that a selection follows it over a reset. 0: none.
+  [[nodiscard]] virtual quint64 identity(int row) const = 0;
+  [[nodiscard]] virtual bool isRunning(int row) const = 0;
+  /// Whether the row is done with and all of its words are secondary.
+  [[nodiscard]] virtual bool isQuiet(int row) const = 0;
+  [[nodiscard]] virtual bool isChecked(int row, int column) const = 0;
+  /// Why the cell is marked as needing attention, as a sentence; empty when it is not.
+  [[nodiscard]] virtual QString warning(int row, int column) const = 0;
+  /// Whether the text of the cell can be typed over in the table.
+  [[nodiscard]] virtual bool isEditable(int row, int column) const = 0;
+  /// Sorts the rows; without a key nothing happens.
+  virtual void sortBy(const SortOrder& order) = 0;
+  [[nodiscard]] virtual const SortOrder& sortOrder() const = 0;
+
+  [[nodiscard]] std::optional<int> columnOf(QStringView identifier) const;
+  /// The row that shows that object; none for 0.
+  [[nodiscard]] std::optional<int> rowWith(quint64 identity) const;
+
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+ protected:
+  /// Tells that the cells of these rows changed.
+  void tellChanged(const RowRanges& rows);
+  /// While the layout changes: the row that stands at `order[n]` will stand at n.
+  void movePersistentIndexes(const std::vector<int>& order);
+
+ private:
+  [[nodiscard]] QString accessibleText(const QModelIndex& index) const;
+
+  EditRules edits_;
+};
+
+}  // namespace pendra
