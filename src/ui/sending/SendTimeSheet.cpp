@@ -42,8 +42,7 @@ std::unique_ptr<RowTable<SummaryLine>> makeRows() {
   duration.head.weight = 0;
   duration.head.widest = {QStringLiteral("0000:00:00")};
   return std::make_unique<RowTable<SummaryLine>>(Lines{
-      column(QStringLiteral("customer"), QDialog::tr("Customer"), &SummaryLine::customer),
-      column(QStringLiteral("job"), QDialog::tr("Job"), &SummaryLine::job),
+      customer, column(QStringLiteral("job"), QDialog::tr("Job"), &SummaryLine::job),
       column(QStringLiteral("service"), QDialog::tr("Service"), &SummaryLine::service), days, duration});
 }
 
