@@ -39,6 +39,7 @@ Program::Program(Environment& environment)
       launch_(session_),
       commands_(session_, windows_, link_, history_, [this] { terminate(); }),
       signals_([this] { askedToEnd(); }) {
+  session_.requireEdits();
   waiting_.setInterval(kBetweenLooks);
   QObject::connect(&waiting_, &QTimer::timeout, &waiting_, [this] { performWhatWaits(); });
   unanswered_.setSingleShot(true);
