@@ -65,8 +65,9 @@ void Program::askedToEnd() {
   if (!unanswered_.isActive()) unanswered_.start();
   whenNothingIsAsked([this] {
     terminate();
-    // An answer has come, and may have been no; what cannot be saved nobody was asked about.
-    if (!session_.saveState().notSavedSince) unanswered_.stop();
+    // An answer has come, and may have been no; where the document could not be saved nobody was asked.
+    const OpenDocument* document = session_.document();
+    if (!document || document->told.closeRefusedAt != session_.context()->changeCount()) unanswered_.stop();
   });
 }
 

@@ -117,18 +117,13 @@ void sayHowFileIsHeld(Session& session) {
   }
 }
 
-namespace {
-
-/// Whether the document can be let go of although its file could not be written to.
-bool losesNothing(const OpenDocument& document) {
+bool wouldLoseWork(const OpenDocument& document) {
   const ObjectContext& context = *document.context();
   const auto& failure = context.commitState().failure;
-  if (!failure || document.told.copiedAt == context.changeCount()) return true;
+  if (!failure || document.told.copiedAt == context.changeCount()) return false;
   // Of a file that was replaced not even what had been stored is left.
-  return !context.hasChanges() && displaced(failure->why) != Displaced::Replaced;
+  return context.hasChanges() || displaced(failure->why) == Displaced::Replaced;
 }
-
-}  // namespace
 
 void sayWhetherSettingsAreStored(Session& session) {
   const UserDefaults& defaults = session.ports().defaults;
@@ -143,7 +138,7 @@ bool saveBeforeClosing(Session& session) {
   OpenDocument* document = session.document();
   if (!document) return true;
   saveContextOrLog(session);
-  if (losesNothing(*document)) return true;
+  if (!wouldLoseWork(*document)) return true;
   const ObjectContext& context = *document->context();
   const quint64 changes = context.changeCount();
   if (std::exchange(document->told.closeRefusedAt, changes) == changes) return true;

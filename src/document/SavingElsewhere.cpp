@@ -7,6 +7,7 @@
 #include "document/DocumentFiles.h"
 #include "document/DocumentLoading.h"
 #include "document/Documents.h"
+#include "document/Saving.h"
 #include "document/Session.h"
 #include "platform/Log.h"
 #include "platform/Preferences.h"
@@ -113,7 +114,7 @@ void followIt(Session& session) {
 
 void rescue(Session& session) {
   const OpenDocument* document = session.document();
-  if (!document || !session.saveState().notSavedSince) return;
+  if (!document || !wouldLoseWork(*document)) return;
   const Places& places = session.ports().places;
   for (const QString& folder :
        {QFileInfo(document->path()).path(), documentFolder(places), places.documents, QDir::tempPath()}) {

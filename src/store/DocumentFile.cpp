@@ -1,7 +1,9 @@
 #include "DocumentFile.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <QFile>
@@ -36,6 +38,14 @@ const QString kDeletedOnNetwork = QStringLiteral(".nfs");
 constexpr qint64 kPiece = 1 << 16;
 
 QByteArray folderOf(const QString& path) { return QFile::encodeName(QFileInfo(path).absolutePath()); }
+
+/// Whether a lock of a file would refuse every other reading and writing of it, that of the database too.
+bool locksKeepTheDatabaseOut(int descriptor) {
+  struct statfs place {};
+  if (::fstatfs(descriptor, &place) != 0) return false;
+  const auto kind = static_cast<unsigned>(place.f_type);
+  return kind == CIFS_SUPER_MAGIC || kind == SMB2_SUPER_MAGIC;
+}
 
 bool isSameContent(QFile& one, QFile& other) {
   if (one.size() != other.size() || !one.seek(0)) return false;
@@ -102,7 +112,7 @@ Result<DocumentFile> DocumentFile::hold(const QString& path) {
   if (!lock) return lock.error();
   file.lock_ = std::move(lock).value();
   // The lock of the file itself as well: a program of before knows no other.
-  const auto locked = lockFile(descriptor);
+  const auto locked = locksKeepTheDatabaseOut(descriptor) ? Result<bool>(false) : lockFile(descriptor);
   if (!locked) return locked.error();
   file.isLocked_ = locked.value();
   return file;

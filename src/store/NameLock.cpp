@@ -22,7 +22,7 @@ Result<NameLock> NameLock::take(const QString& document) {
   NameLock lock;
   lock.path_ = QFile::encodeName(file.absolutePath() + u"/." + file.fileName() + u".lock");
   for (;;) {
-    lock.descriptor_ = ::open(lock.path_.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0644);
+    lock.descriptor_ = ::open(lock.path_.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
     if (!lock.isHeld()) return lock;
     const auto locked = lockFile(lock.descriptor_);
     if (!locked) ::close(std::exchange(lock.descriptor_, -1));

@@ -77,20 +77,6 @@ TEST_F(Numbered, ADiskThatIsFullFromTheStartMakesNoDocument) {
   EXPECT_TRUE(emptyContext()->open(path())) << "what is left is taken for an empty document";
 }
 
-TEST_F(Numbered, AVanishedFileOnAFullDiskIsTriedAgainToo) {
-  makeDocument();
-  const auto context = opened();
-  QFile::remove(path());
-  number(*context, 1);
-  {
-    const FileSizeLimit limit(8192);
-    EXPECT_FALSE(context->save());
-  }
-  EXPECT_TRUE(QDir(places.documents).entryList(QDir::Files).isEmpty()) << "no half of a file stays";
-  ASSERT_TRUE(context->save());
-  EXPECT_EQ(numberIn(crashed()), 1);
-}
-
 TEST_F(Numbered, KilledAtAnyMomentOfASaveIsTheOldOrTheNewState) {
   makeDocument();
   std::mt19937 random(20261124);

@@ -1,9 +1,11 @@
 #include "support/Disk.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <QFile>
@@ -36,6 +38,12 @@ int fsync(int descriptor) {
 }
 
 int fdatasync(int descriptor) { return fsync(descriptor); }
+
+int fstatfs(int descriptor, struct statfs* place) noexcept {
+  const int done = static_cast<int>(::syscall(SYS_fstatfs, descriptor, place));
+  if (disk && disk->locksRefuseOthers) place->f_type = SMB2_SUPER_MAGIC;
+  return done;
+}
 
 int stat(const char* path, struct stat* status) noexcept {
   const int done = ::fstatat(AT_FDCWD, path, status, 0);

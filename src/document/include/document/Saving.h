@@ -6,6 +6,7 @@
 
 namespace pendra {
 
+class OpenDocument;
 class Session;
 
 /// Saves the open document, waiting for others that read its file; a failure is not logged. Succeeds without
@@ -23,6 +24,9 @@ void sayHowFileIsHeld(Session& session);
 
 /// Says in the notice line that the user's settings could not be stored, and takes it back.
 void sayWhetherSettingsAreStored(Session& session);
+
+/// Whether letting go of the document would lose what is neither in its file nor in a copy.
+[[nodiscard]] bool wouldLoseWork(const OpenDocument& document);
 
 /// Saves, so that closing loses nothing; false when the document must stay open for now. The first try to
 /// close what cannot be stored, and was not copied elsewhere, is refused, and the notice line says what would

@@ -17,6 +17,8 @@ class [[nodiscard]] Disk {
 
   /// Which files can be locked. As on a network file system, on some only those that are open for writing.
   Locks locks = Locks::All;
+  /// Whether a locked file can be read and written only by who has the lock, as on the Windows network.
+  bool locksRefuseOthers = false;
   /// Whether what lies at a path is that of another disk from now on, with files of the same numbers.
   bool isAnother = false;
   /// So often something can still be brought to it.
