@@ -122,6 +122,7 @@ void rescue(Session& session) {
         folder + u'/' + formatted(tr("%@ (rescued)"), {document->displayName()}), kDocumentType);
     if (!document->context()->store()->writeCopy(*document->context(), path, Existing::Keep)) continue;
     session.ports().defaults.setText(preferences::kRescued, path);
+    setLastDocumentPath(session, path);
     return logLine(formatted(u"what could not be saved was written to %@", {path}));
   }
 }
@@ -134,9 +135,7 @@ void tellOfRescued(Session& session) {
       {.key = kCopyNotice,
        .text =
            formatted(tr("Pendra had to end and could not save your document. All of it is in “%@”."), {path}),
-       .actions = {{tr("Open"), [&session, path] { std::ignore = Documents(session).open(path); }},
-                   {tr("Show"), [&session, path] { session.ports().workspace.reveal(path); },
-                    [] { return false; }}}});
+       .actions = {{tr("Show"), [&session, path] { session.ports().workspace.reveal(path); }}}});
 }
 
 void sayWritten(Session& session, const QString& key, const QString& path) {

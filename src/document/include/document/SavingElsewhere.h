@@ -24,7 +24,7 @@ void keepBoth(Session& session);
 void followIt(Session& session);
 
 /// Nobody can be asked any more: writes what could not be saved beside the document, or where there is room,
-/// and keeps the path for the next launch to tell.
+/// which the next launch opens and tells of.
 void rescue(Session& session);
 /// Tells of such a copy, once.
 void tellOfRescued(Session& session);
