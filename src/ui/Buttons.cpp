@@ -10,6 +10,19 @@ namespace pendra {
 namespace {
 constexpr int kDiameter = 64;
 constexpr int kRing = 4;  // room for the focus ring around the disc
+constexpr qreal kIdleLine = 2.5;
+
+/// The sign of a timer that stands still: a thin ring, so that a filled disc alone says that time runs.
+void drawIdle(QPainter& painter, const QRectF& disc, const QColor& ink) {
+  painter.setPen(QPen(ink, kIdleLine));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawEllipse(disc.adjusted(kIdleLine / 2, kIdleLine / 2, -kIdleLine / 2, -kIdleLine / 2));
+  const QPointF middle = disc.center() + QPointF(2.5, 0);
+  painter.setPen(QPen(ink, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setBrush(ink);
+  painter.drawPolygon(
+      QPolygonF{middle + QPointF(-8.5, -11), middle + QPointF(9.5, 0), middle + QPointF(-8.5, 11)});
+}
 }  // namespace
 
 void makePrimary(QPushButton& button) {
@@ -57,11 +70,21 @@ void BigButton::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   QRectF disc(0, 0, kDiameter, kDiameter);
   disc.moveCenter(QRectF(rect()).center());
-  QColor colour = running_ ? colours.running : mixed(colours.text, colours.quiet, 0.5);
-  if (!isEnabled()) colour = mixed(colours.quiet, colours.window, 0.5);
-  if (isDown() || underMouse()) colour = mixed(colour, colours.text, isDown() ? 0.35 : 0.15);
-  drawSymbol(painter, disc, running_ ? Symbol::Pause : Symbol::Play, colour);
+  QColor colour = running_ ? colours.running : colours.text;
+  if (!isEnabled()) colour = colours.disabled;
+  if (running_ && (isDown() || underMouse())) colour = mixed(colour, colours.text, isDown() ? 0.35 : 0.15);
+  if (!running_ && isEnabled() && (isDown() || underMouse())) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isDown() ? colours.selection : colours.line);
+    painter.drawEllipse(disc);
+  }
+  if (running_) {
+    drawSymbol(painter, disc, Symbol::Pause, colour);
+  } else {
+    drawIdle(painter, disc, colour);
+  }
   if (hasFocus()) {
+    painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(colours.link, 2));
     painter.drawEllipse(disc.adjusted(-2.5, -2.5, 2.5, 2.5));
   }

@@ -50,13 +50,20 @@ struct ButtonLook {
   }
 };
 
-QColor controlLine(const Colours& colours) { return mixed(colours.line, colours.quiet, 0.35); }
-
-/// What a filled button is filled with and how its label is written.
+/// What a button that stands filled is filled with; a tenth darker under the mouse keeps its label readable.
 QColor fillOf(const ButtonLook& look, const Colours& colours) {
-  if (!look.enabled) return colours.line;
-  if (look.pressed) return mixed(colours.running, colours.text, 0.2);
-  return look.hovered ? mixed(colours.running, colours.text, 0.1) : colours.running;
+  return look.pressed   ? colours.filled.darker(125)
+         : look.hovered ? colours.filled.darker(110)
+                        : colours.filled;
+}
+
+/// The face of a button that is not filled.
+QColor faceOf(const ButtonLook& look, const QStyleOption& option) {
+  const Colours& colours = Theme::colours(option.palette);
+  if (!look.enabled) return {};
+  if (look.pressed) return colours.selection;
+  if (look.hovered) return colours.line;
+  return Theme::isDark(option.palette) ? colours.window : colours.base;
 }
 
 void drawRounded(QPainter& painter, const QRect& rect, const QColor& fill, const QColor& line) {
@@ -77,18 +84,24 @@ void drawFocusRing(QPainter& painter, const QRect& rect, const QColor& colour) {
   painter.restore();
 }
 
+/// Whether a button keeps air around itself for the ring of the focus.
+bool hasRingRoom(const QStyleOption* option, const QWidget* widget) {
+  return qobject_cast<const QPushButton*>(widget) && !ButtonLook(*option, widget).flat;
+}
+
 void drawButtonPanel(QPainter& painter, const QStyleOption& option, const QWidget* widget) {
   const Colours& colours = Theme::colours(option.palette);
   const ButtonLook look(option, widget);
-  if (look.filled) {
-    drawRounded(painter, option.rect, fillOf(look, colours), {});
-  } else if (look.flat) {
-    if (look.hovered || look.pressed) drawRounded(painter, option.rect, colours.line, {});
+  const int room = hasRingRoom(&option, widget) ? metrics::kFocusRing : 0;
+  const QRect panel = option.rect.adjusted(room, room, -room, -room);
+  const bool deletes = widget && widget->property(kDestructiveProperty).toBool();
+  if (look.flat) {
+    if (look.hovered || look.pressed) drawRounded(painter, panel, colours.line, {});
+  } else if (look.filled && look.enabled) {
+    drawRounded(painter, panel, fillOf(look, colours), {});
   } else {
-    const QColor face =
-        Theme::isDark(option.palette) ? mixed(colours.window, colours.line, 0.6) : colours.base;
-    const QColor shade = mixed(face, colours.line, look.pressed ? 0.9 : look.hovered ? 0.45 : 0);
-    drawRounded(painter, option.rect, shade, controlLine(colours));
+    const QColor frame = !look.enabled ? colours.line : deletes ? colours.warning : colours.frame;
+    drawRounded(painter, panel, faceOf(look, option), frame);
   }
   if (option.state & QStyle::State_HasFocus && option.state & QStyle::State_KeyboardFocusChange) {
     drawFocusRing(painter, option.rect, colours.link);
@@ -102,7 +115,9 @@ void drawFieldPanel(QPainter& painter, const QStyleOption& option, const QWidget
   const auto* line = qobject_cast<const QLineEdit*>(widget);
   const bool takesText = enabled && !(line && line->isReadOnly());
   drawRounded(painter, option.rect, takesText ? colours.base : colours.window,
-              unreadable ? colours.warning : controlLine(colours));
+              unreadable ? colours.warning
+              : enabled  ? colours.frame
+                         : colours.line);
   if (option.state & QStyle::State_HasFocus && enabled) {
     drawFocusRing(painter, option.rect, unreadable ? colours.warning : colours.link);
   }
@@ -121,9 +136,7 @@ void drawIndicator(QPainter& painter, const QStyleOption& option) {
   const Colours& colours = Theme::colours(option.palette);
   const bool on = option.state & (QStyle::State_On | QStyle::State_NoChange);
   const bool enabled = option.state & QStyle::State_Enabled;
-  const QColor colour = !enabled ? mixed(colours.quiet, colours.window, 0.5)
-                        : on     ? colours.link
-                                 : colours.quiet;
+  const QColor colour = !enabled ? colours.disabled : on ? colours.link : colours.frame;
   QRectF box(0, 0, kIndicator, kIndicator);
   box.moveCenter(QRectF(option.rect).center());
   drawSymbol(painter, box, on ? Symbol::CheckOn : Symbol::CheckOff, colour);
@@ -136,7 +149,7 @@ void drawRadio(QPainter& painter, const QStyleOption& option) {
   painter.setRenderHint(QPainter::Antialiasing);
   QRectF ring(0, 0, kIndicator - 2, kIndicator - 2);
   ring.moveCenter(QRectF(option.rect).center());
-  painter.setPen(QPen(on ? colours.link : colours.quiet, 1.2));
+  painter.setPen(QPen(on ? colours.link : colours.frame, 1.2));
   painter.setBrush(on ? colours.link : colours.base);
   painter.drawEllipse(ring);
   if (on) {
@@ -221,7 +234,7 @@ void PendraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
       return drawFieldPanel(*painter, *option, widget);
     case PE_Frame:
       if (isTextArea(widget)) return drawFieldPanel(*painter, *option, widget);
-      painter->setPen(controlLine(Theme::colours(option->palette)));
+      painter->setPen(Theme::colours(option->palette).dayLine);
       painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
       return;
     case PE_FrameDefaultButton:
@@ -259,7 +272,7 @@ void PendraStyle::drawControl(ControlElement element, const QStyleOption* option
   const ButtonLook look(*option, widget);
   QStyleOptionButton label = *button;
   if (look.enabled && look.filled) {
-    label.palette.setColor(QPalette::ButtonText, Theme::isDark(option->palette) ? colours.base : Qt::white);
+    label.palette.setColor(QPalette::ButtonText, Qt::white);
     QFont font = painter->font();
     font.setWeight(QFont::DemiBold);
     painter->setFont(font);
@@ -282,7 +295,7 @@ void PendraStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
     const Colours& colours = Theme::colours(option->palette);
     const bool enabled = option->state & State_Enabled;
     const QPointF centre(option->rect.right() - 12, QRectF(option->rect).center().y());
-    return drawChevron(*painter, centre, enabled ? colours.quiet : controlLine(colours));
+    return drawChevron(*painter, centre, enabled ? colours.quiet : colours.disabled);
   }
   QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
@@ -290,6 +303,11 @@ void PendraStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
 QRect PendraStyle::subElementRect(SubElement element, const QStyleOption* option,
                                   const QWidget* widget) const {
   const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  // A layout lines a button up by its panel; the ring lies in the gap between it and its neighbours.
+  if (element == SE_PushButtonLayoutItem && hasRingRoom(option, widget)) {
+    constexpr int kRing = metrics::kFocusRing;
+    return option->rect.adjusted(kRing, kRing, -kRing, -kRing);
+  }
   const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
   const bool framed = element == SE_LineEditContents && frame && frame->lineWidth > 0;
   return framed ? rect.adjusted(kFieldPadding - 2, 0, 2 - kFieldPadding, 0) : rect;
@@ -313,8 +331,10 @@ QSize PendraStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
     case CT_PushButton: {
       const ButtonLook look(*option, widget);
       size.setWidth(contents.width() + (look.flat ? metrics::kSide : 2 * metrics::kSide));
-      return size.expandedTo(
+      size = size.expandedTo(
           {look.flat ? 0 : 80, look.flat ? metrics::kControlHeight - 4 : metrics::kButtonHeight});
+      constexpr int kRings = 2 * metrics::kFocusRing;
+      return hasRingRoom(option, widget) ? size + QSize(kRings, kRings) : size;
     }
     case CT_ComboBox:
       return QSize(contents.width() + 2 * kFieldPadding + kArrowWidth, size.height())

@@ -17,17 +17,20 @@ namespace {
 constexpr int kSign = 18;
 constexpr int kBox = 16;
 constexpr int kWarning = 15;
+constexpr int kCurrentBar = 2;
+const auto kNoTime = QStringLiteral("00:00:00");
 
 /// What the cells of one row have in common.
 struct RowLook {
   const Colours& colours;
   bool selected;
+  bool inFront;  ///< the window that has the keyboard
   bool running;
   bool hovered;
   bool quiet;
 
   [[nodiscard]] QColor background() const {
-    if (selected) return colours.selection;
+    if (selected) return inFront ? colours.selection : colours.line;
     if (running) return hovered ? mixed(colours.runningRow, colours.running, 0.06) : colours.runningRow;
     return hovered ? colours.hover : colours.base;
   }
@@ -35,11 +38,18 @@ struct RowLook {
   [[nodiscard]] QColor ink(const QColor& colour) const {
     return Theme::readable(colour, background(), colours.text);
   }
+  /// What acts on a row shows where the person is, and leaves the other rows calm.
+  [[nodiscard]] bool showsActions() const { return selected || hovered; }
 };
 
-void drawBackground(QPainter& painter, const QRect& cell, const RowLook& look) {
+void drawBackground(QPainter& painter, const QRect& cell, const RowLook& look, bool first) {
   painter.fillRect(cell, look.background());
-  painter.fillRect(QRect(cell.left(), cell.bottom(), cell.width(), 1), look.colours.line);
+  const bool runs = look.running && !look.selected;
+  painter.fillRect(QRect(cell.left(), cell.bottom(), cell.width(), 1),
+                   runs ? look.colours.runningLine : look.colours.line);
+  if (first && look.selected && look.inFront) {
+    painter.fillRect(QRect(cell.left(), cell.top(), kCurrentBar, cell.height()), look.colours.link);
+  }
 }
 
 void drawWords(QPainter& painter, const QRect& content, const QModelIndex& index, const QColor& ink) {
@@ -53,7 +63,7 @@ void drawWords(QPainter& painter, const QRect& content, const QModelIndex& index
 QRect drawWarning(QPainter& painter, const QRect& content, const RowLook& look) {
   QRectF sign(content.left(), 0, kWarning, kWarning);
   sign.moveCenter(QPointF(sign.center().x(), QRectF(content).center().y()));
-  drawSymbol(painter, sign, Symbol::Warning, look.ink(look.colours.notice));
+  drawSymbol(painter, sign, Symbol::Warning, look.ink(look.colours.warning));
   return content.adjusted(kWarning + metrics::kGrid, 0, 0, 0);
 }
 
@@ -78,9 +88,10 @@ void drawTime(QPainter& painter, const QRect& content, const QModelIndex& index,
   QFont font = painter.font();
   if (look.running) font.setWeight(QFont::DemiBold);
   painter.setFont(font);
-  painter.setPen(look.ink(look.running ? look.colours.running : stopped));
-  drawTabular(painter, content, Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()),
-              index.data().toString());
+  const QString text = index.data().toString();
+  const QColor still = text == kNoTime ? look.colours.quiet : stopped;
+  painter.setPen(look.ink(look.running ? look.colours.running : still));
+  drawTabular(painter, content, Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()), text);
 }
 
 void drawSign(QPainter& painter, const QRect& content, const RowLook& look, bool under) {
@@ -126,7 +137,8 @@ void drawContent(QPainter& painter, const QRect& content, const QModelIndex& ind
     case CellKind::StartStop:
       return drawSign(painter, content, look, under);
     case CellKind::Link:
-      return drawLink(painter, content, index, look, under);
+      if (look.showsActions()) drawLink(painter, content, index, look, under);
+      return;
     case CellKind::Check:
       return drawCheck(painter, content, index, look);
   }
@@ -163,13 +175,15 @@ int RowDelegate::naturalWidth(CellKind kind, const QString& text, const QFont& f
 
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const {
-  const RowLook look{Theme::colours(option.palette), bool(option.state & QStyle::State_Selected),
+  const RowLook look{Theme::colours(option.palette),
+                     bool(option.state & QStyle::State_Selected),
+                     bool(option.state & QStyle::State_Active),
                      index.data(TableModel::kRunningRole).toBool(),
                      hovered_.isValid() && hovered_.row() == index.row(),
                      index.data(TableModel::kQuietRole).toBool()};
   painter->save();
   painter->setClipRect(option.rect);
-  drawBackground(*painter, option.rect, look);
+  drawBackground(*painter, option.rect, look, index.column() == 0);
   painter->setFont(option.font);
   QRect content = contentRect(option.rect, index.column(), index.model()->columnCount());
   if (!index.data(TableModel::kWarningRole).toString().isEmpty())

@@ -14,7 +14,7 @@ namespace {
 constexpr double kReadable = 4.5;
 constexpr qreal kHeadPoints = 9;        // 12 pixels on a usual screen
 constexpr qreal kControlPoints = 9.75;  // 13 pixels
-constexpr qreal kTimePoints = 32;
+constexpr qreal kTimePoints = 30;       // 40 pixels
 constexpr qreal kLabelPoints = 12;
 constexpr qreal kUnchosenPoints = 9;  // what Qt falls back to when no desktop says
 constexpr qreal kBodyPoints = 11;
@@ -71,17 +71,22 @@ const Colours& Theme::light() {
   static const Colours colours{.window = 0xf7f7f8,
                                .base = 0xffffff,
                                .text = 0x1d1f23,
-                               .quiet = 0x6b7078,
-                               .line = 0xe3e5e8,
-                               .running = 0x1f7a4d,
+                               .quiet = 0x5f646c,
+                               .line = 0xe6e8eb,
+                               .dayLine = 0xc9ced5,
+                               .frame = 0x878d96,
+                               .running = 0x1a7046,
                                .runningRow = 0xeaf5ef,
-                               .link = 0x1b62b8,
+                               .runningLine = 0xbfe0cd,
+                               .link = 0x1b5cad,
+                               .filled = 0x1b5cad,
                                .selection = 0xdbe8f8,
-                               .hover = 0xf4f6f9,
-                               .notice = 0x6b5200,
+                               .hover = 0xf3f5f8,
+                               .notice = 0x664e00,
                                .noticeBack = 0xfff6dc,
-                               .noticeLine = 0xecdca4,
-                               .warning = 0xb3261e};
+                               .noticeLine = 0xe6d493,
+                               .warning = 0xb3261e,
+                               .disabled = 0x868c94};
   return colours;
 }
 
@@ -89,17 +94,22 @@ const Colours& Theme::dark() {
   static const Colours colours{.window = 0x232528,
                                .base = 0x1b1d20,
                                .text = 0xe8eaed,
-                               .quiet = 0x9aa0a8,
-                               .line = 0x34373c,
+                               .quiet = 0xa6acb4,
+                               .line = 0x303338,
+                               .dayLine = 0x454a51,
+                               .frame = 0x757b85,
                                .running = 0x4cc38a,
-                               .runningRow = 0x1d3329,
-                               .link = 0x7fb2f0,
+                               .runningRow = 0x1b3127,
+                               .runningLine = 0x2d5742,
+                               .link = 0x8abaf4,
+                               .filled = 0x3371c4,
                                .selection = 0x2b3b52,
-                               .hover = 0x24272b,
+                               .hover = 0x26292d,
                                .notice = 0xf0dc9a,
                                .noticeBack = 0x3a3218,
-                               .noticeLine = 0x5a4d22,
-                               .warning = 0xff8f85};
+                               .noticeLine = 0x5f5226,
+                               .warning = 0xff9a90,
+                               .disabled = 0x7d828a};
   return colours;
 }
 
@@ -119,7 +129,7 @@ QPalette Theme::palette(const QPalette& desktop) {
   result.setColor(QPalette::Shadow, wantsDark ? QColor(0x101113) : QColor(0xc4c8ce));
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
                           QPalette::HighlightedText, QPalette::PlaceholderText}) {
-    result.setColor(QPalette::Disabled, role, mixed(colours.quiet, colours.window, 0.4));
+    result.setColor(QPalette::Disabled, role, colours.disabled);
   }
   result.setColor(QPalette::Disabled, QPalette::Base, colours.window);
   return result;

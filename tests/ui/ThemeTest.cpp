@@ -39,7 +39,8 @@ TEST(Theme, PlainInksAreReadable) {
     EXPECT_GE(Theme::contrast(colours->quiet, colours->window), 4.5);
     EXPECT_GE(Theme::contrast(colours->notice, colours->noticeBack), 4.5);
     EXPECT_GE(Theme::contrast(colours->link, colours->window), 4.5);
-    EXPECT_GE(Theme::contrast(colours->base, colours->running), 4.5);
+    EXPECT_GE(Theme::contrast(Qt::white, colours->filled.darker(110)), 4.5);
+    EXPECT_GE(Theme::contrast(colours->frame, colours->window), 3) << "around a field";
   }
 }
 

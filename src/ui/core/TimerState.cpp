@@ -68,13 +68,13 @@ std::vector<Column<ActivityRow>> activityColumns() {
              &ActivityRow::service),
       column(head(QStringLiteral("notes"), QStringLiteral("Notes"), CellKind::Secondary, 5),
              &ActivityRow::notes),
-      column(head(QStringLiteral("today"), QStringLiteral("Today"), CellKind::Time, 0), &ActivityRow::today),
-      column(head(QStringLiteral("total"), QStringLiteral("Total"), CellKind::SecondaryTime, 0),
-             &ActivityRow::total),
       constant(silent(head(QStringLiteral("edit"), {}, CellKind::Link, 0), QStringLiteral("Edit")),
                QStringLiteral("Edit")),
       constant(silent(head(QStringLiteral("complete"), {}, CellKind::Link, 0), QStringLiteral("Complete")),
                QStringLiteral("Activity Complete")),
+      column(head(QStringLiteral("today"), QStringLiteral("Today"), CellKind::Time, 0), &ActivityRow::today),
+      column(head(QStringLiteral("total"), QStringLiteral("Total"), CellKind::SecondaryTime, 0),
+             &ActivityRow::total),
   };
 }
 

@@ -76,6 +76,7 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale) {
        .text = [](const LogRow& row) { return row.job(); }},
       {.head = head(QStringLiteral("service"), QStringLiteral("Service"), CellKind::Text, 4),
        .text = [](const LogRow& row) { return row.service(); }},
+      editColumn(),
       {.head = fixed(head(QStringLiteral("date"), QStringLiteral("Date"), CellKind::Text, 0),
                      wideDateTexts(locale)),
        .text =
@@ -93,7 +94,6 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale) {
                      {QStringLiteral("00/00/00")}),
        .text = [&calendar](const LogRow& row) { return submittedText(row, calendar); },
        .warning = doubtText},
-      editColumn(),
   };
   return RowTable<LogRow>(std::move(columns), {.identity = identityOf,
                                                .running = isRunning,

@@ -21,15 +21,20 @@ struct Colours {
   QColor text;
   QColor quiet;  ///< secondary words, what was sent
   QColor line;
+  QColor dayLine;  ///< between two days of a table
+  QColor frame;    ///< around fields, buttons and signs
   QColor running;
   QColor runningRow;
+  QColor runningLine;
   QColor link;
+  QColor filled;  ///< the one filled button of a window
   QColor selection;
   QColor hover;
   QColor notice;
   QColor noticeBack;
   QColor noticeLine;
-  QColor warning;  ///< a count over its limit, a text that cannot be read
+  QColor warning;  ///< what will be wrong: a count over its limit, a text that cannot be read, a deletion
+  QColor disabled;
 };
 
 /// The measures that every window shares.
@@ -38,11 +43,12 @@ inline constexpr int kGrid = 8;
 inline constexpr int kSide = 16;
 inline constexpr int kRowHeight = 32;
 inline constexpr int kHeadHeight = 28;
-inline constexpr int kFooter = 42;
+inline constexpr int kFooter = 40;
 inline constexpr int kCellPadding = 10;
-inline constexpr int kRadius = 5;
+inline constexpr int kRadius = 6;
 inline constexpr int kControlHeight = 28;
 inline constexpr int kButtonHeight = 32;
+inline constexpr int kFocusRing = 3;  ///< two points of ring and one of air, around a button
 }  // namespace metrics
 
 /// The one look of the program.
