@@ -123,15 +123,6 @@ void drawFieldPanel(QPainter& painter, const QStyleOption& option, const QWidget
   }
 }
 
-void drawChevron(QPainter& painter, const QPointF& centre, const QColor& colour) {
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(colour, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  painter.drawPolyline(
-      QPolygonF{centre + QPointF(-3.5, -1.75), centre + QPointF(0, 1.75), centre + QPointF(3.5, -1.75)});
-  painter.restore();
-}
-
 void drawIndicator(QPainter& painter, const QStyleOption& option) {
   const Colours& colours = Theme::colours(option.palette);
   const bool on = option.state & (QStyle::State_On | QStyle::State_NoChange);

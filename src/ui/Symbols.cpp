@@ -1,7 +1,9 @@
 #include "ui/Symbols.h"
 
 #include <QPainter>
+#include <QPen>
 #include <QPixmapCache>
+#include <QPolygonF>
 #include <QSvgRenderer>
 
 #include "platform/Text.h"
@@ -56,6 +58,15 @@ void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QCol
   const qreal scale = painter.device()->devicePixelRatio();
   const QPixmap pixmap = tinted(symbol, (rect.size() * scale).toSize(), colour);
   painter.drawPixmap(rect, pixmap, QRectF(pixmap.rect()));
+}
+
+void drawChevron(QPainter& painter, const QPointF& centre, const QColor& colour) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colour, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.drawPolyline(
+      QPolygonF{centre + QPointF(-3.5, -1.75), centre + QPointF(0, 1.75), centre + QPointF(3.5, -1.75)});
+  painter.restore();
 }
 
 QIcon programIcon() { return QIcon(drawingOfIcon(128)); }

@@ -139,10 +139,10 @@ QFont Theme::cellFont() { return desktopFont(); }
 QFont Theme::controlFont() { return scaled(kControlPoints); }
 QFont Theme::quietFont() { return scaled(kHeadPoints); }
 
-QFont Theme::timeFont() {
+QFont Theme::timeFont(bool runs) {
   QFont font = desktopFont();
   font.setPointSizeF(kTimePoints);
-  font.setWeight(QFont::DemiBold);
+  font.setWeight(runs ? QFont::DemiBold : QFont::Normal);
   return font;
 }
 

@@ -23,7 +23,7 @@ class TimerWindowAtTheDesk : public testing::Test {
 };
 
 TEST_F(TimerWindowAtTheDesk, AStartedTimerIsSeenEverywhereAndOnTheDiskAtOnce) {
-  EXPECT_EQ(desk.row(u"Activities"_s, 0), "Start Acme Design 00:00:00 01:00:00 Edit Activity Complete");
+  EXPECT_EQ(desk.row(u"Activities"_s, 0), "Start Acme Design Edit Activity Complete 00:00:00 01:00:00");
   desk.press(u"Start or stop timer"_s);
   EXPECT_EQ(desk.cell(u"Activities"_s, 0, u"Start/Stop"_s), "Stop");
   EXPECT_EQ(desk.description(u"Start or stop timer"_s), "Stop");

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QSignalBlocker>
 
+#include "FilterPopUp.h"
 #include "platform/Preferences.h"
 #include "ui/DateField.h"
 #include "ui/Theme.h"
@@ -15,13 +16,10 @@ namespace pendra {
 
 namespace {
 
-constexpr int kNarrowPopUp = 76;
-constexpr int kWidePopUp = 168;
 constexpr int kWidestList = 480;
 constexpr int kNarrowDate = 76;
 constexpr int kWideDate = 116;
 constexpr int kHeight = 44;
-constexpr int kGapBetweenFilters = 12;
 
 QStringList titlesOf(const QComboBox& popup) {
   QStringList titles;
@@ -43,7 +41,7 @@ LogFilterRow::LogFilterRow(LogController& log, UserDefaults& defaults, std::func
                            QWidget* parent)
     : QWidget(parent), log_(log), chosen_(std::move(chosen)), row_(new QHBoxLayout(this)) {
   setFixedHeight(kHeight);
-  row_->setContentsMargins(metrics::kSide, 0, metrics::kSide, 0);
+  row_->setContentsMargins(metrics::kSide - 6, 0, metrics::kSide, 0);  // the words at the left edge
   row_->setSpacing(metrics::kGrid);
   addPopUp(tr("Customer"), QStringLiteral("customerPopup"), log.customerPopup)
       ->setAccessibleName(tr("Customer filter"));
@@ -60,18 +58,11 @@ LogFilterRow::LogFilterRow(LogController& log, UserDefaults& defaults, std::func
 }
 
 QComboBox* LogFilterRow::addPopUp(const QString& title, const QString& objectName, PopUp& popup) {
-  auto* control = new QComboBox;
+  auto* control = new FilterPopUp(title);
   control->setObjectName(objectName);
-  control->setFont(Theme::controlFont());
-  control->setMinimumWidth(kNarrowPopUp);
-  control->setMaximumWidth(kWidePopUp);
   control->setPlaceholderText(tr("All"));  // nothing chosen filters nothing
-  control->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  control->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   connect(control, &QComboBox::activated, this, [this, &popup](int index) { choose(popup, index); });
-  row_->addWidget(quietLabel(title, control));
-  row_->addWidget(control, 3);
-  row_->addSpacing(kGapBetweenFilters - metrics::kGrid);
+  row_->addWidget(control);
   popups_.push_back({control, &popup});
   return control;
 }

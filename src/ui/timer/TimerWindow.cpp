@@ -85,7 +85,7 @@ QWidget* TimerWindow::makeHeader() {
   elapsedTimeDisplay =
       new ShownText(QStringLiteral("elapsedTimeDisplay"), tr("Elapsed time"), Theme::timeFont());
   customerJobLabel =
-      new ShownText(QStringLiteral("customerJobLabel"), tr("Selected activity"), Theme::quietFont());
+      new ShownText(QStringLiteral("customerJobLabel"), tr("Selected activity"), Theme::controlFont());
   customerJobLabel->setForegroundRole(QPalette::PlaceholderText);
   addActivityButton = new QPushButton(tr("Add Activity…"));
   addActivityButton->setObjectName(QStringLiteral("addActivityButton"));
@@ -105,8 +105,9 @@ QWidget* TimerWindow::makeHeader() {
   auto* container = new QWidget;
   container->setFixedHeight(qRound(kTopViewHeight));
   auto* row = new QHBoxLayout(new PendraTopView(container));
-  row->setContentsMargins(metrics::kSide + metrics::kGrid, 0, metrics::kSide + metrics::kGrid, 0);
-  row->setSpacing(metrics::kSide + metrics::kGrid / 2);
+  // The button's own room for its ring lies within the margin.
+  row->setContentsMargins(metrics::kSide - metrics::kGrid / 2, 0, metrics::kSide, 0);
+  row->setSpacing(metrics::kSide - metrics::kGrid / 2);
   row->addWidget(startStopButton);
   row->addLayout(texts, 1);
   row->addWidget(addActivityButton);

@@ -19,6 +19,7 @@
 #include "ui/LogPaneView.h"
 #include "ui/MenuBar.h"
 #include "ui/RowTableView.h"
+#include "ui/Theme.h"
 #include "ui/WindowPlace.h"
 #include "ui/WindowTitle.h"
 #include "ui_core/DeletePrompts.h"
@@ -238,7 +239,10 @@ void TimerWindowController::showCustomerJobLabel(const QString& text) {
   window_->customerJobLabel->setAccessibleDescription(text);
 }
 
-void TimerWindowController::showMainButton(bool running) { window_->startStopButton->setRunning(running); }
+void TimerWindowController::showMainButton(bool running) {
+  window_->startStopButton->setRunning(running);
+  window_->elapsedTimeDisplay->setFont(Theme::timeFont(running));
+}
 
 void TimerWindowController::hideSendTime() {
   window_->submitTimeButton->hide();

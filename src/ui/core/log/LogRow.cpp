@@ -25,6 +25,11 @@ ColumnHead fixed(ColumnHead head, const QStringList& widest) {
   return head;
 }
 
+ColumnHead atTheRight(ColumnHead head) {
+  head.alignment = Alignment::Right;
+  return head;
+}
+
 /// The desktop's own short form of date and time, after the day of the week.
 QString dateText(const QDateTime& local, const QLocale& locale) {
   return locale.dayName(local.date().dayOfWeek(), QLocale::ShortFormat) + u' ' +
@@ -90,8 +95,9 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale) {
            [](const LogRow& row) {
              return isRunning(row) || row.showsAsSent() ? QString() : doubtfulLengthText(row.duration);
            }},
-      {.head = fixed(head(QStringLiteral("submitted"), QStringLiteral("Submitted"), CellKind::Secondary, 0),
-                     {QStringLiteral("00/00/00")}),
+      {.head = atTheRight(
+           fixed(head(QStringLiteral("submitted"), QStringLiteral("Submitted"), CellKind::Secondary, 0),
+                 {QStringLiteral("00/00/00")})),
        .text = [&calendar](const LogRow& row) { return submittedText(row, calendar); },
        .warning = doubtText},
   };

@@ -14,6 +14,9 @@ enum class Symbol { Play, Pause, CheckOn, CheckOff, Notes, Warning, Information 
 /// Draws a sign in one colour, sharp at every scale.
 void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QColor& colour);
 
+/// The sign of what opens a list below itself.
+void drawChevron(QPainter& painter, const QPointF& centre, const QColor& colour);
+
 /// The program's own sign, drawn anew at whatever size.
 [[nodiscard]] QIcon programIcon();
 

@@ -69,8 +69,9 @@ class Theme {
   [[nodiscard]] static QFont cellFont();     ///< the desktop's body size
   [[nodiscard]] static QFont controlFont();  ///< fields, buttons, labels
   [[nodiscard]] static QFont quietFont();    ///< heads and quiet words
-  [[nodiscard]] static QFont timeFont();     ///< the large elapsed time
-  [[nodiscard]] static QFont labelFont();    ///< what the large time is of
+  [[nodiscard]] static QFont timeFont(
+      bool runs = true);                   ///< the large elapsed time; its weight says that it runs
+  [[nodiscard]] static QFont labelFont();  ///< what the large time is of
 
   /// How far two colours stand apart, from 1 to 21.
   [[nodiscard]] static double contrast(const QColor& a, const QColor& b);

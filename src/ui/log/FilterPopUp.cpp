@@ -1,0 +1,71 @@
+#include "FilterPopUp.h"
+
+#include <QPainter>
+
+#include "ui/Symbols.h"
+#include "ui/Theme.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr int kPadding = 6;
+constexpr int kGap = 5;
+constexpr int kChevron = 18;
+constexpr int kWidestValue = 140;
+constexpr int kNarrowestValue = 24;
+
+}  // namespace
+
+FilterPopUp::FilterPopUp(QString title, QWidget* parent) : QComboBox(parent), title_(std::move(title)) {
+  setFont(Theme::controlFont());
+  setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+  setAttribute(Qt::WA_Hover);
+  connect(this, &QComboBox::currentIndexChanged, this, [this] { updateGeometry(); });
+}
+
+QString FilterPopUp::value() const { return currentIndex() < 0 ? placeholderText() : currentText(); }
+
+QFont FilterPopUp::valueFont() const {
+  QFont font = this->font();
+  if (limits()) font.setWeight(QFont::DemiBold);
+  return font;
+}
+
+QSize FilterPopUp::sizeFor(int valueWidth) const {
+  const int words = fontMetrics().horizontalAdvance(title_) + kGap + valueWidth + 1;
+  return {kPadding + words + kChevron, metrics::kControlHeight};
+}
+
+QSize FilterPopUp::sizeHint() const {
+  return sizeFor(std::min(kWidestValue, QFontMetrics(valueFont()).horizontalAdvance(value())));
+}
+
+QSize FilterPopUp::minimumSizeHint() const {
+  return sizeFor(std::min(kNarrowestValue, QFontMetrics(valueFont()).horizontalAdvance(value())));
+}
+
+void FilterPopUp::paintEvent(QPaintEvent*) {
+  const Colours& colours = Theme::colours(palette());
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QRectF plate = QRectF(rect()).adjusted(1, 1, -1, -1);
+  const bool isHovered = isEnabled() && underMouse();
+  const QColor ground = limits() ? colours.selection : isHovered ? colours.line : colours.window;
+  painter.setPen(hasFocus() ? QPen(colours.link, 2) : QPen(Qt::NoPen));
+  painter.setBrush(ground);
+  painter.drawRoundedRect(plate, metrics::kRadius, metrics::kRadius);
+
+  const QColor quiet = Theme::readable(colours.quiet, ground, colours.text);
+  QRect words = rect().adjusted(kPadding, 0, -kChevron, 0);
+  painter.setPen(isEnabled() ? quiet : colours.disabled);
+  painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft, title_);
+  words.setLeft(words.left() + fontMetrics().horizontalAdvance(title_) + kGap);
+  painter.setFont(valueFont());
+  painter.setPen(isEnabled() ? colours.text : colours.disabled);
+  painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft,
+                   painter.fontMetrics().elidedText(value(), Qt::ElideRight, words.width()));
+  drawChevron(painter, {rect().right() - kChevron / 2.0, QRectF(rect()).center().y()}, quiet);
+}
+
+}  // namespace pendra
