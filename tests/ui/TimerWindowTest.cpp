@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QScrollBar>
+
 #include "Desk.h"
+#include "store/UndoStack.h"
+#include "ui/RowTableView.h"
 
 namespace pendra {
 namespace {
@@ -48,6 +52,38 @@ TEST_F(TimerWindowAtTheDesk, AQuestionIsAboutWhatWasSelectedWhenItWasAsked) {
   EXPECT_EQ(desk.cell(u"Activities"_s, 0, u"Customer"_s), "Zenith");
   EXPECT_EQ(desk.rows(u"Time log"_s), 1);
   desk.onDisk([](const ObjectContext& file) { EXPECT_EQ(file.all<TimeEntry>().size(), 1U); });
+}
+
+TEST_F(TimerWindowAtTheDesk, NewsLeavesSelectionPlaceAndKeyboardWhereTheyAre) {
+  ObjectContext& context = *desk.session.context();
+  const auto elsewhere = [&](const auto& work) { std::ignore = context.edit(u"Elsewhere"_s, work); };
+  const auto complete = [&](std::size_t first, std::size_t last, std::size_t step) {
+    elsewhere([&] {
+      for (std::size_t at = first; at < last; at += step) context.all<Activity>()[at]->setCompleted(true);
+    });
+  };
+  elsewhere([&] {
+    for (int n = 0; n < 300; ++n) desk.addActivity(nullptr, nullptr, nullptr, QString::number(n));
+  });
+  auto& table = desk.named<RowTableView>(u"Activities"_s);
+  Desk::settle();
+  table.verticalScrollBar()->setValue(100);
+  desk.select(u"Activities"_s, 102);
+  const auto stands = [&](int row) {
+    EXPECT_EQ(desk.selectedRow(u"Activities"_s), row);
+    EXPECT_EQ(table.currentIndex().row(), row);
+    EXPECT_EQ(desk.cell(u"Activities"_s, row, u"Notes"_s), "100");
+    EXPECT_EQ(table.verticalScrollBar()->value(), 100);
+    EXPECT_EQ(desk.focus(), "Activities");
+  };
+  stands(102);
+  complete(1, 2, 1);
+  stands(101);
+  complete(104, 300, 2);  // in more pieces than are told one by one
+  stands(101);
+  context.undoStack().undo();
+  context.undoStack().undo();
+  stands(102);
 }
 
 TEST_F(TimerWindowAtTheDesk, AKeyInTheLogIsAboutTheLog) {

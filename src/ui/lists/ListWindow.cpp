@@ -175,9 +175,7 @@ void ListWindow::standaloneChanged() {
   showCounts();
 }
 
-void ListWindow::updateButtons() {
-  ui_->addJobButton->setEnabled(controller_->validateMenuItem(ListCommand::AddNewJob));
-}
+void ListWindow::updateButtons() { ui_->addJobButton->setEnabled(controller_->canAddJob()); }
 
 void ListWindow::add() {
   if (takeEdit()) addNew();

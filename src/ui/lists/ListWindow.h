@@ -49,9 +49,6 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
   [[nodiscard]] bool isDeleteOK() const override { return controller_->isDeleteOK(); }
   void markAllShown() override;
   void markNoneShown() override;
-  [[nodiscard]] bool validateMenuItem(ListCommand item) const override {
-    return controller_->validateMenuItem(item);
-  }
 
   [[nodiscard]] bool finishEditing() override { return takeEdit(); }
 

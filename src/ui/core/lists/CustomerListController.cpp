@@ -78,7 +78,7 @@ void CustomerListController::documentEdited(const ChangeSet& changes) {
                      changes.changedAny<Customer>("name") || changes.changedAny<Job>("customer");
   if (other) rows_.updateRows(listedRows());
   if (!other && !changes.touches<Customer>() && !changes.touches<Job>()) return;
-  rows_.changeRows([changed = changedOnes<Customer, Job>(changes)](const CustomerListRow& row) {
+  rows_.changeRows([changed = changedObjects<Customer, Job>(changes)](const CustomerListRow& row) {
     return changed.contains(objectOf(row));
   });
 }
@@ -166,13 +166,6 @@ void CustomerListController::addNewJob() {
     job.setCustomer(customer);
     return &job;
   });
-}
-
-bool CustomerListController::validateMenuItem(ListCommand item) const {
-  if (item == ListCommand::MarkAllShown || item == ListCommand::MarkNoneShown) return true;
-  if (!standalone()) return false;
-  if (item != ListCommand::AddNewJob) return true;
-  return customerForRow(selection().row()) != nullptr;
 }
 
 }  // namespace pendra

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <QSet>
-
 #include "model/Queries.h"
-#include "store/ChangeSet.h"
+#include "ui_core/ChangedObjects.h"
 #include "ui_core/ListController.h"
 #include "ui_core/RowTable.h"
 
@@ -54,17 +52,6 @@ void sortByName(std::vector<Named*>& objects) {
   std::stable_sort(objects.begin(), objects.end(), [](const Named* a, const Named* b) {
     return queries::compareNames(a->name(), b->name()) < 0;
   });
-}
-
-/// The objects of these classes that the edit changed.
-template <class... Named>
-QSet<const ManagedObject*> changedOnes(const ChangeSet& changes) {
-  QSet<const ManagedObject*> changed;
-  const auto add = [&changed](const auto& objects) {
-    for (const ManagedObject* one : objects) changed << one;
-  };
-  (add(changes.changed<Named>()), ...);
-  return changed;
 }
 
 /// Moves what was added to the front, the newest first.

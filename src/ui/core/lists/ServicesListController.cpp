@@ -52,7 +52,7 @@ void ServicesListController::documentEdited(const ChangeSet& changes) {
   const bool other = !changes.inserted<Service>().empty() || !changes.deleted<Service>().empty() ||
                      changes.changedAny<Service>("name");
   if (other) rows_.updateRows(listedRows());
-  rows_.changeRows([changed = changedOnes<Service>(changes)](const ServicesListRow& row) {
+  rows_.changeRows([changed = changedObjects<Service>(changes)](const ServicesListRow& row) {
     return changed.contains(row.service.get());
   });
 }
@@ -89,10 +89,6 @@ void ServicesListController::deleteRow() {
   if (confirmDelete(name, lossSentence(service->activities(), standalone())) && service) {
     deleteNamed(*service, name);
   }
-}
-
-bool ServicesListController::validateMenuItem(ListCommand item) const {
-  return item == ListCommand::MarkAllShown || item == ListCommand::MarkNoneShown || standalone();
 }
 
 }  // namespace pendra

@@ -9,33 +9,31 @@
 #include "platform/Preferences.h"
 #include "platform/Text.h"
 #include "store/Predicate.h"
+#include "ui_core/ChangedObjects.h"
 
 namespace pendra {
 
 namespace {
 
-std::shared_ptr<const LogActivity> snapshotOf(Activity& activity) {
-  return std::make_shared<const LogActivity>(LogActivity{.activity = &activity,
-                                                         .customer = queries::nameOf(activity.customer()),
-                                                         .job = queries::nameOf(activity.job()),
-                                                         .service = queries::nameOf(activity.service())});
+LogRow rowOf(TimeEntry& entry, const Ref<Activity>& of) {
+  return {.entry = &entry,
+          .of = of,
+          .start = entry.start(),
+          .duration = entry.storedDuration(),
+          .submittedSeconds = entry.submittedSeconds()};
 }
 
-LogRow makeRow(TimeEntry& period, const std::shared_ptr<const LogActivity>& of) {
-  return {.of = of,
-          .period = &period,
-          .start = period.start(),
-          .duration = period.storedDuration(),
-          .submittedSeconds = period.submittedSeconds()};
-}
-
-/// Whether the edit may have changed a name in a row or in a filter.
-bool concernsNames(const ChangeSet& changes) {
+/// Whether the edit may have changed which entries a rebuild lists, or what the filters offer.
+bool concernsFilters(const ChangeSet& changes) {
   return !changes.inserted<Activity>().empty() || !changes.deleted<Activity>().empty() ||
          changes.changedAny<Activity>("completed") || changes.changedAny<Activity>("customer") ||
          changes.changedAny<Activity>("job") || changes.changedAny<Activity>("service") ||
-         changes.changedAny<TimeEntry>("activity") || changes.changedAny<Customer>("name") ||
-         changes.changedAny<Job>("name") || changes.changedAny<Service>("name");
+         changes.changedAny<TimeEntry>("activity");
+}
+
+bool renames(const ChangeSet& changes) {
+  return changes.changedAny<Customer>("name") || changes.changedAny<Job>("name") ||
+         changes.changedAny<Service>("name");
 }
 
 double lengthOf(std::span<const LogRow> rows) {
@@ -90,11 +88,11 @@ std::vector<LogRow> LogController::makeRows() const {
   if (!filter) rows.reserve(context()->all<TimeEntry>().size());
   for (Activity* activity : context()->all<Activity>()) {
     if (filter && !filter->matches(*activity)) continue;
-    const auto snapshot = snapshotOf(*activity);
-    for (TimeEntry* period : activity->entries()) {
-      LogRow row = makeRow(*period, snapshot);
+    const Ref<Activity> of(activity);
+    for (TimeEntry* entry : activity->entries()) {
+      LogRow row = rowOf(*entry, of);
       if (hides && row.showsAsSent()) continue;
-      if (range.contains(*period)) rows.push_back(std::move(row));
+      if (range.contains(*entry)) rows.push_back(std::move(row));
     }
   }
   return rows;
@@ -105,16 +103,17 @@ DayRange LogController::days() const { return {dateOf(startDateField), dateOf(en
 void LogController::documentEdited(const ChangeSet& changes) {
   const auto inserted = changes.inserted<TimeEntry>();
   const bool comesOrGoes = !inserted.empty() || !changes.deleted<TimeEntry>().empty();
-  if (concernsNames(changes) || (comesOrGoes && filtersByName())) {
+  if (concernsFilters(changes) || (comesOrGoes && filtersByName())) {
     reloadKeepingChoice();
   } else if (inserted.size() > kMostRanges) {
     reloadData();
   } else {
     const Notifier::Change change(contentsChanges);
-    rows_.removeWhere([](const LogRow& row) { return !row.period; });
-    refreshRows(changes.changed<TimeEntry>());
+    rows_.removeWhere([](const LogRow& row) { return !row.entry; });
+    refreshRows(changes);
     takeIn(inserted);
-    if (changes.changedAny<TimeEntry>("start")) rows_.sortAgain();
+    if (renames(changes)) renameFilters(changes);
+    if (renames(changes) || changes.changedAny<TimeEntry>("start")) rows_.sortAgain();
     secondsOfAll_ = lengthOf(rows_.rows());
     runningRows_.clear();
   }
@@ -125,19 +124,23 @@ void LogController::takeIn(const Objects<TimeEntry>& entries) {
   const DayRange range = days();
   for (TimeEntry* entry : entries) {
     if (!entry->activity() || !range.contains(*entry)) continue;
-    LogRow row = makeRow(*entry, snapshotOf(*entry->activity()));
+    LogRow row = rowOf(*entry, entry->activity());
     if (!(hidesSubmitted() && row.showsAsSent())) rows_.insertSorted(std::move(row));
   }
 }
 
-void LogController::refreshRows(const Objects<TimeEntry>& entries) {
-  if (entries.empty()) return;
-  QSet<const TimeEntry*> changed;
-  for (const TimeEntry* entry : entries) changed << entry;
-  rows_.changeRows([&changed](LogRow& row) {
-    const bool isOther = changed.contains(row.period.get());
-    if (isOther) row = makeRow(*row.period, row.of);
-    return isOther;
+void LogController::refreshRows(const ChangeSet& changes) {
+  const auto entries = changedObjects<TimeEntry>(changes);
+  const auto named =
+      renames(changes) ? changedObjects<Customer, Job, Service>(changes) : QSet<const ManagedObject*>();
+  if (entries.isEmpty() && named.isEmpty()) return;
+  rows_.changeRows([&](LogRow& row) {
+    const bool isOther = entries.contains(row.entry.get());
+    if (isOther) row = rowOf(*row.entry, row.of);
+    if (isOther || named.isEmpty()) return isOther;
+    const Activity* of = row.activity();
+    return of &&
+           (named.contains(of->customer()) || named.contains(of->job()) || named.contains(of->service()));
   });
 }
 
@@ -170,9 +173,9 @@ int LogController::indexOf(const TimeEntry& period) {
   const auto known = runningRows_.constFind(period.objectID());
   if (known != runningRows_.constEnd()) {
     const LogRow* row = rows_.row(*known);
-    if (*known < 0 || (row && row->period == &period)) return *known;
+    if (*known < 0 || (row && row->entry == &period)) return *known;
   }
-  const auto found = rows_.indexOf([&period](const LogRow& row) { return row.period == &period; });
+  const auto found = rows_.indexOf([&period](const LogRow& row) { return row.entry == &period; });
   return *runningRows_.insert(period.objectID(), found.value_or(-1));
 }
 

@@ -2,6 +2,7 @@
 #include "platform/NaturalDate.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
+#include "store/ChangeSet.h"
 #include "ui_core/LogController.h"
 
 namespace pendra {
@@ -29,6 +30,16 @@ class FilterNames {
  private:
   QStringList names_;
 };
+
+/// The chosen title, or the name that the edit gave to whatever it named.
+template <class Named>
+QString chosenAfter(const ChangeSet& changes, const PopUp& popup) {
+  const QString chosen = popup.titleOfSelectedItem().value_or(kAll);
+  for (const Named* one : changes.changed<Named>()) {
+    if (changes.before(*one, "name") == PropertyValue(chosen)) return queries::nameOf(one);
+  }
+  return chosen;
+}
 
 }  // namespace
 
@@ -84,6 +95,20 @@ void LogController::reloadNames() {
   }
   customers.addTo(customerPopup);
   services.addTo(servicePopup);
+}
+
+void LogController::renameFilters(const ChangeSet& changes) {
+  const Notifier::Change change(filtersChanges);
+  const QString customer = chosenAfter<Customer>(changes, customerPopup);
+  const QString job = chosenAfter<Job>(changes, jobPopup);
+  const QString service = chosenAfter<Service>(changes, servicePopup);
+  reloadNames();
+  fillJobs(customer);
+  customerPopup.selectItemWithTitle(customer);
+  jobPopup.selectItemWithTitle(job);
+  servicePopup.selectItemWithTitle(service);
+  const auto isLost = [](const PopUp& popup) { return popup.indexOfSelectedItem() < 0; };
+  if (isLost(customerPopup) || isLost(jobPopup) || isLost(servicePopup)) resetNameFilters();
 }
 
 void LogController::fillJobs(const std::optional<QString>& customer) {

@@ -4,6 +4,7 @@
 
 #include "link/DoubtfulLengths.h"
 #include "model/DurationText.h"
+#include "model/Queries.h"
 #include "platform/DateTexts.h"
 
 namespace pendra {
@@ -53,7 +54,7 @@ QString submittedText(const LogRow& row, const Calendar& calendar) {
 }
 
 QString doubtText(const LogRow& row) {
-  if (!row.period || !row.period->sendingSince()) return {};
+  if (!row.entry || !row.entry->sendingSince()) return {};
   return QStringLiteral(
       "Vantor has not confirmed this entry. You are asked about it before the next sending.");
 }
@@ -65,13 +66,17 @@ Column<LogRow> editColumn() {
   return {.head = std::move(edit), .text = [](const LogRow&) { return QStringLiteral("Edit"); }};
 }
 
-quint64 identityOf(const LogRow& row) {
-  return row.period ? static_cast<quint64>(row.period->objectID()) : 0;
-}
+quint64 identityOf(const LogRow& row) { return row.entry ? static_cast<quint64>(row.entry->objectID()) : 0; }
 
-bool isRunning(const LogRow& row) { return row.period && row.period->running() == true; }
+bool isRunning(const LogRow& row) { return row.entry && row.entry->running() == true; }
 
 }  // namespace
+
+QString LogRow::customer() const { return of ? queries::nameOf(of->customer()) : QString(); }
+
+QString LogRow::job() const { return of ? queries::nameOf(of->job()) : QString(); }
+
+QString LogRow::service() const { return of ? queries::nameOf(of->service()) : QString(); }
 
 RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale) {
   std::vector<Column<LogRow>> columns{

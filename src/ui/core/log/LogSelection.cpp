@@ -26,7 +26,7 @@ bool userMarksAsUnsent(Alerts& alerts) {
 
 TimeEntry* LogController::selectedEntry() const {
   const LogRow* row = rows_.row(selection_.row());
-  return row ? row->period.get() : nullptr;
+  return row ? row->entry.get() : nullptr;
 }
 
 Activity* LogController::selectedActivity() const {
@@ -40,7 +40,7 @@ int LogController::numberOfSelectedRows() const { return static_cast<int>(select
 std::vector<Ref<TimeEntry>> LogController::selectedEntries() const {
   std::vector<Ref<TimeEntry>> periods;
   for (const int index : selection_.rows()) {
-    if (const LogRow* row = rows_.row(index)) periods.push_back(row->period);
+    if (const LogRow* row = rows_.row(index)) periods.push_back(row->entry);
   }
   return periods;
 }
@@ -49,7 +49,7 @@ void LogController::selectEntry(const TimeEntry* period) {
   int found = selection_.row();
   const auto rows = rows_.rows();
   for (std::size_t index = 0; index < rows.size(); ++index) {
-    if (rows[index].period == period) found = static_cast<int>(index);
+    if (rows[index].entry == period) found = static_cast<int>(index);
   }
   if (found >= 0) selection_.selectRow(found);
 }

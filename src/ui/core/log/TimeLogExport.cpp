@@ -78,7 +78,7 @@ Result<bool> writeRows(Draft& file, const std::vector<LogRow>& rows, const QStri
                        ExportProgress& progress) {
   RecordWriter writer(file, employee);
   for (std::size_t index = 0; index < rows.size(); ++index) {
-    const TimeEntry* period = rows[index].period.get();
+    const TimeEntry* period = rows[index].entry.get();
     const Activity* activity = rows[index].activity();
     if (!period || !activity) continue;
     if (auto added = writer.add(*period, *activity); !added) return added.error();

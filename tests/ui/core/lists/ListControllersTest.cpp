@@ -204,6 +204,7 @@ TEST_F(CustomerList, AddsAtTheTopUnsortedEvenWhileSearching) {
   EXPECT_EQ(list.jobForRow(1)->customer()->name(), "Customer3");
   EXPECT_EQ(list.jobForRow(1)->vtObjectID(), "0");
   EXPECT_EQ(list.jobForRow(1)->shown(), true);
+  EXPECT_FALSE(list.canAddJob());
   list.addNewJob();
   EXPECT_EQ(list.table().rowCount(), 4) << "a job's row takes no job";
 }
@@ -346,39 +347,6 @@ TEST_F(LinkedCustomerList, OnlyChoosesWhatIsOfferedButStillDeletes) {
             "1 completed activity with 3 entries, 2 of them unsent, keeps its time and loses this name.");
   EXPECT_TRUE(zed->jobs().empty());
 }
-
-struct Item {
-  const char* name;
-  ListCommand item;
-  bool standalone;
-  const char* selected;
-  bool customers;
-  bool services;
-};
-
-class ListMenu : public CustomerList, public testing::WithParamInterface<Item> {};
-
-TEST_P(ListMenu, EnablesItems) {
-  WindowOfTest other;
-  ServicesListController services(session, other);
-  services.start();
-  session.context()->fill([&] { session.settings()->setStandalone(GetParam().standalone); });
-  select(GetParam().selected);
-  EXPECT_EQ(list.validateMenuItem(GetParam().item), GetParam().customers);
-  EXPECT_EQ(services.validateMenuItem(GetParam().item), GetParam().services);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Items, ListMenu,
-    testing::Values(Item{"MarkAll", ListCommand::MarkAllShown, false, "", true, true},
-                    Item{"MarkNone", ListCommand::MarkNoneShown, false, "", true, true},
-                    Item{"Add", ListCommand::AddNew, true, "", true, true},
-                    Item{"AddLinked", ListCommand::AddNew, false, "Acme", false, false},
-                    Item{"AddJob", ListCommand::AddNewJob, true, "Acme", true, true},
-                    Item{"AddJobToAJob", ListCommand::AddNewJob, true, "  Phone", false, true},
-                    Item{"AddJobToNothing", ListCommand::AddNewJob, true, "", false, true},
-                    Item{"AddJobLinked", ListCommand::AddNewJob, false, "Acme", false, false}),
-    RowName());
 
 // ---- service items
 

@@ -63,7 +63,7 @@ TEST_F(TimeLog, SumsTheSelectionWhenThereIsOne) {
   EXPECT_EQ(log.summary().entries, 2);
   EXPECT_EQ(log.summary().seconds, 3660);
   EXPECT_EQ(log.consideredRows().size(), 2U);
-  EXPECT_EQ(log.consideredRows()[1].period, activity.entries()[2]);
+  EXPECT_EQ(log.consideredRows()[1].entry, activity.entries()[2]);
   log.clearSelection();
   EXPECT_EQ(log.consideredRows().size(), 3U);
 }
@@ -116,6 +116,9 @@ TEST_F(TimeLog, NamesFollowTheListsInEveryTableAndFilter) {
     return QStringList{cellText(window.rows(), QString::fromLatin1(column), 0),
                        cellText(log.rows(), QString::fromLatin1(column), 0)};
   };
+  pickCustomer("Acme");
+  log.jobPopup.selectItemWithTitle("Roof");
+  test.addPeriod(activityOf("Zed"), "2026-11-24T08:00:00Z", 60);
   const auto edit = [this](const auto& work) { std::ignore = test.session.context()->edit("Edit", work); };
   edit([&] {
     activity.customer()->setName("Moon");
@@ -124,7 +127,10 @@ TEST_F(TimeLog, NamesFollowTheListsInEveryTableAndFilter) {
   });
   EXPECT_EQ(names("customer"), QStringList({"Moon", "Moon"}));
   EXPECT_EQ(names("job"), QStringList({"Crater", "Crater"}));
-  EXPECT_EQ(log.customerPopup.titles(), QStringList({"All", "Moon"}));
+  EXPECT_EQ(log.customerPopup.titles(), QStringList({"All", "Moon", "Zed"}));
+  EXPECT_EQ(log.customerPopup.titleOfSelectedItem(), "Moon") << "what is chosen stays chosen";
+  EXPECT_EQ(log.jobPopup.titleOfSelectedItem(), "Crater");
+  EXPECT_EQ(log.rows().rowCount(), 1);
   EXPECT_EQ(log.servicePopup.titles(), QStringList({"All", "Survey"}));
   edit([&] {
     test.session.context()->deleteObject(*activity.customer());
@@ -133,7 +139,8 @@ TEST_F(TimeLog, NamesFollowTheListsInEveryTableAndFilter) {
   EXPECT_EQ(names("customer"), QStringList({"", ""}));
   EXPECT_EQ(names("job"), QStringList({"", ""})) << "it went with its customer";
   EXPECT_EQ(names("service"), QStringList({"", ""}));
-  EXPECT_EQ(log.customerPopup.titles(), QStringList("All"));
+  EXPECT_EQ(log.customerPopup.titles(), QStringList({"All", "Zed"}));
+  EXPECT_EQ(log.rows().rowCount(), 2) << "the filter went with its name";
 }
 
 TEST_F(TimeLog, MarkingAsUnsentAsksFirst) {

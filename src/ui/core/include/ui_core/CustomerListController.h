@@ -34,7 +34,7 @@ class CustomerListController : public ListController {
   void addNewJob();
   /// Kept: also in a linked document, unlike the services' list.
   void deleteRow() override;
-  [[nodiscard]] bool validateMenuItem(ListCommand item) const override;
+  [[nodiscard]] bool canAddJob() const override { return standalone() && customerForRow(selection_.row()); }
 
   /// Whether a name may be stored; says why not and opens the editor again.
   [[nodiscard]] bool mayLeaveCustomer(const QString& name);

@@ -52,6 +52,8 @@ class ListController : public ListEditor {
   [[nodiscard]] bool rename(int row, const QString& name);
   /// Whether what the row shows is offered in the pick lists from now on.
   void setShown(int row, bool shown);
+  /// Whether a job can be added to what is selected.
+  [[nodiscard]] virtual bool canAddJob() const { return false; }
   void markAllShown() override;
   void markNoneShown() override;
   [[nodiscard]] bool isDeleteOK() const override { return selection().hasSelection(); }

@@ -6,9 +6,6 @@
 
 namespace pendra {
 
-/// The items that belong to a list editor. "Mark all" and "mark none" carry the tags 21 and 22.
-enum class ListCommand { AddNew, AddNewJob, Delete, MarkAllShown, MarkNoneShown };
-
 /// A list editor as the program's commands see it.
 class ListEditor {
  public:
@@ -20,7 +17,6 @@ class ListEditor {
   [[nodiscard]] virtual bool isDeleteOK() const = 0;
   virtual void markAllShown() = 0;
   virtual void markNoneShown() = 0;
-  [[nodiscard]] virtual bool validateMenuItem(ListCommand item) const = 0;
 };
 
 /// The list editor that a window of the session is; none for none and for another kind of window.

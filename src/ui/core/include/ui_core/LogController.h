@@ -99,7 +99,9 @@ class LogController {
   void documentEdited(const ChangeSet& changes);
   /// Puts these new entries into the rows where a rebuild would list them.
   void takeIn(const Objects<TimeEntry>& entries);
-  void refreshRows(const Objects<TimeEntry>& entries);
+  void refreshRows(const ChangeSet& changes);
+  /// What is chosen in the filters stays chosen under its new name.
+  void renameFilters(const ChangeSet& changes);
   /// Whether one of the three pop-ups limits what is listed.
   [[nodiscard]] bool filtersByName() const;
   [[nodiscard]] std::vector<LogRow> makeRows() const;

@@ -1,8 +1,6 @@
 #pragma once
-// A row of the time log is a snapshot of one entry. Its names are those at the last reload and are shared by
-// the rows of an activity; its raw values become text only when a cell is shown.
-
-#include <memory>
+// A row of the time log shows one entry: the names as the document has them at the moment, and raw values of
+// the entry, taken when the row was made or its entry edited. They become text only when a cell is shown.
 
 #include "model/Activity.h"
 #include "model/TimeEntry.h"
@@ -12,25 +10,17 @@ class QLocale;
 
 namespace pendra {
 
-/// What the rows of one activity have in common.
-struct LogActivity {
-  Ref<Activity> activity;
-  QString customer;
-  QString job;
-  QString service;
-};
-
 struct LogRow {
-  std::shared_ptr<const LogActivity> of;
-  Ref<TimeEntry> period;
+  Ref<TimeEntry> entry;
+  Ref<Activity> of;
   std::optional<Instant> start;
   double duration = 0;          ///< seconds; of a running entry, as of the last tick
   double submittedSeconds = 0;  ///< from the reference instant
 
-  [[nodiscard]] Activity* activity() const { return of->activity.get(); }
-  [[nodiscard]] const QString& customer() const { return of->customer; }
-  [[nodiscard]] const QString& job() const { return of->job; }
-  [[nodiscard]] const QString& service() const { return of->service; }
+  [[nodiscard]] Activity* activity() const { return of.get(); }
+  [[nodiscard]] QString customer() const;
+  [[nodiscard]] QString job() const;
+  [[nodiscard]] QString service() const;
   /// Whether the log shows the row as sent. Kept: exactly one second counts as sent here, which marking
   /// as unsent and the export take as not sent.
   [[nodiscard]] bool showsAsSent() const { return submittedSeconds >= 1.0; }

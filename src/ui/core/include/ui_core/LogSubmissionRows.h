@@ -30,7 +30,7 @@ class LogSubmissionRows final : public SubmissionRows {
     std::vector<SubmissionRow> converted;
     converted.reserve(rows.size());
     for (const LogRow& row : rows) {
-      converted.push_back({row.period, row.of->activity, row.customer(), row.job(), row.service()});
+      converted.push_back({row.entry, row.activity(), row.customer(), row.job(), row.service()});
     }
     return converted;
   }

@@ -26,7 +26,6 @@ class ServicesListController : public ListController {
   void addNewService();
   /// Kept: only in a standalone document, unlike the customers' list.
   void deleteRow() override;
-  [[nodiscard]] bool validateMenuItem(ListCommand item) const override;
 
  protected:
   void reloadData() override { rows_.setRows(listedRows()); }
