@@ -41,6 +41,11 @@ TEST_F(TimerWindowAtTheDesk, AStartedTimerIsSeenEverywhereAndOnTheDiskAtOnce) {
   EXPECT_EQ(desk.cell(u"Activities"_s, 0, u"Total"_s), "01:01:01");
   EXPECT_EQ(desk.cell(u"Time log"_s, 0, u"Duration"_s), "00:01:01");
   EXPECT_EQ(desk.selectedRow(u"Activities"_s), 0) << "no row loses its selection to a tick";
+  EXPECT_EQ(desk.description(u"Today"_s), "00:01:01");
+  EXPECT_EQ(desk.description(u"This week"_s), "02:01:01");
+  EXPECT_FALSE(desk.sees(u"Not sent"_s)) << "what is kept by hand is never sent";
+  desk.session.context()->edit(u"Link"_s, [&] { desk.session.settings()->setStandalone(false); });
+  EXPECT_EQ(desk.description(u"Not sent"_s), "02:01:01, 3 entries");
 }
 
 TEST_F(TimerWindowAtTheDesk, AQuestionIsAboutWhatWasSelectedWhenItWasAsked) {

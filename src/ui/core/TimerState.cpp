@@ -93,6 +93,7 @@ TimerState::TimerState(Session& session, TimerDisplay& display, const QLocale& l
       display_(display),
       rows_(activityColumns(), activityTraits()),
       log_(session, *this, locale),
+      hours_(session, locale.firstDayOfWeek()),
       selectionChanges_(selection_.changes.observe([this] { selectionChanged(); })),
       documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
   followDocument();
@@ -242,6 +243,7 @@ bool TimerState::updateTimeDisplay() {
     if (activity && activity->isRunning()) updateOneRow(row);
   }
   log_.updateRunningEntries();
+  hours_.update();
   return true;
 }
 

@@ -18,6 +18,7 @@ namespace pendra {
 namespace {
 
 constexpr QSize kFirstSize{1120, 800};
+constexpr int kFooterGap = 24;
 
 /// A label of the window that exposes its text to assistive technology as its description. Where it lacks
 /// room it is cut with an ellipsis, and never makes the window wider.
@@ -130,6 +131,7 @@ QWidget* TimerWindow::makeFooter() {
 QWidget* TimerWindow::makeStatusLine() {
   documentState = new ShownText(QStringLiteral("documentState"), tr("Document state"), Theme::quietFont());
   documentState->setForegroundRole(QPalette::PlaceholderText);
+  documentState->setMinimumWidth(documentState->fontMetrics().horizontalAdvance(tr("Saved 00:00")) + 2);
   auto* line = new QWidget;
   line->setFixedHeight(metrics::kFooter);
   auto* row = new QHBoxLayout(line);
@@ -138,14 +140,19 @@ QWidget* TimerWindow::makeStatusLine() {
   summary_ = place(summaryPlace);
   row->addWidget(summaryPlace);
   row->addStretch();
+  auto* glancePlace = new QWidget;
+  glance_ = place(glancePlace);
+  row->addWidget(glancePlace);
+  row->addSpacing(kFooterGap);
   row->addWidget(documentState);
   return line;
 }
 
-void TimerWindow::setLog(QWidget* pane, QWidget* summary) {
+void TimerWindow::setLog(QWidget* pane, QWidget* summary, QWidget* glance) {
   log_->addWidget(pane);
   setMinimumWidth(std::max(minimumWidth(), pane->minimumSizeHint().width()));
-  if (summary) summary_->addWidget(summary);
+  summary_->addWidget(summary);
+  glance_->addWidget(glance);
 }
 
 void TimerWindow::closeEvent(QCloseEvent* event) {

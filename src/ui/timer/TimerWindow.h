@@ -20,8 +20,8 @@ class TimerWindow final : public QMainWindow {
   /// `shouldClose` is asked when the user closes the window; `closed` is told when that happened.
   TimerWindow(Notices& notices, std::function<bool()> shouldClose, std::function<void()> closed);
 
-  /// Puts the log below the activities, and its count and sum into the footer.
-  void setLog(QWidget* pane, QWidget* summary);
+  /// Puts the log below the activities, and into the footer its count and sum and the hours over everything.
+  void setLog(QWidget* pane, QWidget* summary, QWidget* glance);
 
   BigButton* startStopButton = nullptr;
   QLabel* elapsedTimeDisplay = nullptr;
@@ -44,6 +44,7 @@ class TimerWindow final : public QMainWindow {
   std::function<void()> closed_;
   QVBoxLayout* log_ = nullptr;
   QVBoxLayout* summary_ = nullptr;
+  QVBoxLayout* glance_ = nullptr;
 };
 
 }  // namespace pendra

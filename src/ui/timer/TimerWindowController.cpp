@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "GlanceView.h"
 #include "TimerWindow.h"
 #include "analytics/Consent.h"
 #include "analytics/StartTracking.h"
@@ -53,7 +54,7 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
       window_(makeWindow(session, [this] { leave(); })),
       log_(new LogPaneView(session, state_)),
       editors_(std::make_unique<EditorSheets>(state_, target, *window_)) {
-  window_->setLog(log_, log_->makeSummary());
+  window_->setLog(log_, log_->makeSummary(), new GlanceView(state_.hours(), session));
   window_->setMenuBar(new MenuBar(target, window_.get()));
   window_->activityTable->setTable(state_.rows(), state_.selection());
   session.window = this;

@@ -65,7 +65,10 @@ class TimeEntry final : public ManagedObject {
     return dateSubmitted().value_or(kReferenceInstant).seconds;
   }
   /// Whether it was sent more than a second after the reference instant.
-  [[nodiscard]] bool wasSent() const { return submittedSeconds() > 1.0; }
+  [[nodiscard]] bool wasSent() const { return isSent(dateSubmitted()); }
+  [[nodiscard]] static bool isSent(std::optional<Instant> dateSubmitted) {
+    return dateSubmitted.value_or(kReferenceInstant).seconds > 1.0;
+  }
   /// Whether it was sent, or left without an answer: its time may be in Vantor and must stay what it was.
   [[nodiscard]] bool timeIsFixed() const { return wasSent() || sendingSince(); }
 

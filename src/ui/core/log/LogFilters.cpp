@@ -1,4 +1,5 @@
 #include "model/Queries.h"
+#include "platform/DateTexts.h"
 #include "platform/NaturalDate.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
@@ -148,6 +149,18 @@ void LogController::reloadKeepingChoice() {
   // Kept: this undoes the two lines before it, and leaves one title for the job's index.
   resetNameFilters();
   jobPopup.selectItemAtIndex(job);
+}
+
+void LogController::showOnly(QDate first, QDate last, const std::optional<QString>& customer) {
+  const Notifier::Change change(filtersChanges);
+  clearFilters();
+  const Calendar& calendar = session_.ports().calendar;
+  startDateField = shortDate(calendar.startOfDay(first), calendar);
+  endDateField = shortDate(calendar.startOfDay(last), calendar);
+  if (customer) customerPopup.selectItemWithTitle(*customer);
+  fillJobs(customer);
+  reloadData();
+  updateRunningEntries();
 }
 
 void LogController::clearFilters() {

@@ -55,6 +55,8 @@ class LogController {
   [[nodiscard]] bool isReadable(const QString& dateField) const;
   /// Everything to "All", no dates, sent entries shown.
   void clearFilters();
+  /// Everything as `clearFilters` leaves it, but for these days and perhaps one customer.
+  void showOnly(QDate first, QDate last, const std::optional<QString>& customer);
   /// Announces that titles or choices of the filters changed other than by the user.
   Notifier filtersChanges;
   /// Announces that rows, their durations or the selection changed.

@@ -13,6 +13,7 @@
 #include "model/ActivityTimes.h"
 #include "model/TimeEntry.h"
 #include "store/Observers.h"
+#include "ui_core/HoursAtAGlance.h"
 #include "ui_core/LogController.h"
 #include "ui_core/RowTable.h"
 #include "ui_core/TableSelection.h"
@@ -59,6 +60,8 @@ class TimerState {
   [[nodiscard]] Session& session() const { return session_; }
   /// The time log below the activities.
   [[nodiscard]] LogController& log() { return log_; }
+  /// The hours of today, of this week and not sent.
+  [[nodiscard]] HoursAtAGlance& hours() { return hours_; }
 
   /// The activity to which editing and starting apply.
   [[nodiscard]] Activity* currentActivity() const { return currentActivity_.get(); }
@@ -123,6 +126,7 @@ class TimerState {
   RowTable<ActivityRow> rows_;
   TableSelection selection_{rows_};
   LogController log_;
+  HoursAtAGlance hours_;
   std::optional<Today> shownDay_;
   Notifier::Subscription selectionChanges_;
   Subscription news_;
