@@ -44,8 +44,13 @@ TEST_F(TimerWindowAtTheDesk, AStartedTimerIsSeenEverywhereAndOnTheDiskAtOnce) {
   EXPECT_EQ(desk.description(u"Today"_s), "00:01:01");
   EXPECT_EQ(desk.description(u"This week"_s), "02:01:01");
   EXPECT_FALSE(desk.sees(u"Not sent"_s)) << "what is kept by hand is never sent";
-  desk.session.context()->edit(u"Link"_s, [&] { desk.session.settings()->setStandalone(false); });
-  EXPECT_EQ(desk.description(u"Not sent"_s), "02:01:01, 3 entries");
+}
+
+TEST(ALinkedDesk, SaysWhatIsNotSent) {
+  Desk desk(false);
+  desk.addPeriod(desk.addActivity(nullptr, nullptr), "2026-11-23T12:00:00Z", 3660);
+  desk.sitDown();
+  EXPECT_EQ(desk.description(u"Not sent"_s), "01:01:00, 1 entry");
 }
 
 TEST_F(TimerWindowAtTheDesk, AQuestionIsAboutWhatWasSelectedWhenItWasAsked) {
