@@ -1,13 +1,12 @@
 #include "CommandDeeds.h"
 
 #include <QApplication>
-#include <QMessageBox>
 #include <QMetaObject>
 
 #include "document/DocumentClosing.h"
 #include "platform/Resources.h"
+#include "ui/HelpPlace.h"
 #include "ui/TimerWindowController.h"
-#include "ui_core/HelpAnchors.h"
 #include "ui_core/ShellCommands.h"
 
 namespace pendra {
@@ -22,18 +21,6 @@ ListEditor* CommandContext::listInFront() const {
 namespace deeds {
 
 namespace {
-
-/// The place in the help book for a window or an alert, or for the window that it belongs to.
-QString anchorOf(const QWidget* sender) {
-  for (; sender; sender = sender->parentWidget()) {
-    if (!sender->isWindow()) continue;
-    if (const auto* alert = qobject_cast<const QMessageBox*>(sender)) {
-      if (const auto anchor = help::anchorOfAlert(alert->text())) return *anchor;
-    }
-    if (const auto anchor = help::anchorOfWindow(sender->windowTitle())) return *anchor;
-  }
-  return help::kTimerWindow;
-}
 
 bool isAsked(const CommandContext& at) {
   return QApplication::activeModalWidget() || at.session.ports().modals.isModal();
@@ -50,7 +37,10 @@ void closeWindow(const CommandContext& at) {
 }
 
 void help(const CommandContext& at) {
-  showHelp({.text = anchorOf(at.sender)}, at.session.ports().workspace, resourceFolder());
+  const QWidget* focus = QApplication::focusWidget();
+  const bool isInside = at.sender && focus && at.sender->isAncestorOf(focus);
+  showHelp({.text = helpAnchorOf(isInside ? focus : at.sender)}, at.session.ports().workspace,
+           resourceFolder());
 }
 
 void sendAllTime(const CommandContext& at) {

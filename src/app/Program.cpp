@@ -13,6 +13,8 @@
 #include "model/Model.h"
 #include "platform/Resources.h"
 #include "ui/IntroSheet.h"
+#include "ui/LogPaneView.h"
+#include "ui/TimerWindowController.h"
 
 namespace pendra {
 
@@ -40,6 +42,10 @@ Program::Program(Environment& environment)
       commands_(session_, windows_, link_, history_, [this] { terminate(); }),
       signals_([this] { askedToEnd(); }) {
   session_.requireEdits();
+  environment_.alerts.setTimerWindow([this] {
+    TimerWindowController* timer = windows_.timerWindow();
+    return timer ? timer->log().window() : nullptr;
+  });
   waiting_.setInterval(kBetweenLooks);
   QObject::connect(&waiting_, &QTimer::timeout, &waiting_, [this] { performWhatWaits(); });
   unanswered_.setSingleShot(true);
@@ -50,7 +56,10 @@ Program::Program(Environment& environment)
                    [this](QSessionManager& manager) { endOfSession(manager); });
 }
 
-Program::~Program() { windows_.closeAll(); }
+Program::~Program() {
+  windows_.closeAll();
+  environment_.alerts.setTimerWindow({});
+}
 
 void Program::launch(const QString& file) { launch_.launch(file); }
 

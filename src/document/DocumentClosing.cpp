@@ -36,6 +36,9 @@ void closeAfterWindow(Session& session) {
   saveContextOrLog(session);
   session.window = nullptr;
   session.close();
+  for (AuxiliaryWindow* list : {session.customerListController, session.servicesListController}) {
+    if (list) list->close();  // it would show nothing, and keep a program without a document
+  }
 }
 
 }  // namespace pendra

@@ -18,13 +18,6 @@ bool userStopsAllTimers(Session& session) {
               .buttons = {QStringLiteral("OK"), QStringLiteral("Cancel")}}) == kFirstButton;
 }
 
-void refreshMainWindow(Session& session) {
-  if (!session.window) return;
-  session.window->reloadData();
-  session.window->updateMainButton();
-  session.window->updateTimeDisplay();
-}
-
 }  // namespace
 
 bool isTimeRunning(const ObjectContext& context) {
@@ -38,7 +31,6 @@ bool checkForRunningTimers(Session& session) {
   if (!context || !isTimeRunning(*context)) return true;
   if (!userStopsAllTimers(session)) return false;
   stopAllActivities(session);
-  refreshMainWindow(session);
   return true;
 }
 

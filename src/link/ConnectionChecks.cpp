@@ -76,7 +76,8 @@ bool ConnectionChecks::refuse(const QString& message, const QString& informative
   session_.ports().alerts.runAlert({.style = Alert::Style::Warning,
                                     .message = message,
                                     .informative = informative,
-                                    .buttons = {tr("OK")}});
+                                    .buttons = {tr("OK")},
+                                    .topic = Alert::Topic::VantorNotFound});
   closeConnection();
   return false;
 }

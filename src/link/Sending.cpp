@@ -177,7 +177,8 @@ void Sending::alert(const QString& message, const QString& informative) const {
   session_.ports().alerts.runAlert({.style = Alert::Style::Warning,
                                     .message = message,
                                     .informative = informative,
-                                    .buttons = {QCoreApplication::translate("pendra::Alert", "OK")}});
+                                    .buttons = {QCoreApplication::translate("pendra::Alert", "OK")},
+                                    .topic = Alert::Topic::HeldBack});
 }
 
 void Sending::tell(bool sentAll) {

@@ -106,7 +106,8 @@ void Submission::showSummary() {
       {.style = Alert::Style::Informational,
        .message = tr("Time Sent"),
        .informative = tr("Your time has been successfully sent to Vantor."),
-       .buttons = {tr("OK")}},
+       .buttons = {tr("OK")},
+                                    .topic = Alert::Topic::FirstSending},
       {});
 }
 

@@ -64,7 +64,8 @@ int ask(Session& session, const Entries& entries) {
                         "did not arrive, it can be sent again."),
                      {timeOf(entries, session.ports().calendar)}),
        .buttons = {tr("It Arrived"), tr("Send Again"), tr("Cancel")},
-       .returnCancels = true});
+       .returnCancels = true,
+       .topic = Alert::Topic::UnknownFate});
 }
 
 }  // namespace

@@ -151,6 +151,11 @@ void MenuBar::fillRecent(QMenu& menu) {
   connect(menu.addAction(tr("Clear Menu")), &QAction::triggered, this, [this] { target_.clearRecent(); });
 }
 
+/// What a window is called: its title may say for a moment what it shows.
+static QString nameOf(const QWidget& window) {
+  return window.accessibleName().isEmpty() ? window.windowTitle() : window.accessibleName();
+}
+
 void MenuBar::fillWindows(QMenu& menu) {
   // The first item is the timer window; below it stand the windows that are open at this moment.
   const QList<QAction*> stale = menu.actions().mid(1);
@@ -158,12 +163,12 @@ void MenuBar::fillWindows(QMenu& menu) {
   menu.addSeparator();
   QWidgetList windows = QApplication::topLevelWidgets();
   std::sort(windows.begin(), windows.end(), [](const QWidget* one, const QWidget* other) {
-    return one->windowTitle().localeAwareCompare(other->windowTitle()) < 0;
+    return nameOf(*one).localeAwareCompare(nameOf(*other)) < 0;
   });
   for (QWidget* window : std::as_const(windows)) {
     if (!window->isWindow() || !window->isVisible() || window->windowTitle().isEmpty()) continue;
     if (window->windowType() == Qt::Popup || window->windowType() == Qt::ToolTip) continue;
-    QAction* action = menu.addAction(menuText(window->windowTitle()));
+    QAction* action = menu.addAction(menuText(nameOf(*window)));
     action->setCheckable(true);
     action->setChecked(window == window_);
     connect(action, &QAction::triggered, window, [window] {

@@ -8,7 +8,9 @@
 
 #include "ui/Buttons.h"
 #include "ui/FrontWindow.h"
+#include "ui/HelpPlace.h"
 #include "ui/Theme.h"
+#include "ui_core/HelpAnchors.h"
 
 namespace pendra {
 
@@ -69,7 +71,7 @@ void addButtons(QMessageBox& box, const Alert& alert) {
     QPushButton* button = box.addButton(title, QMessageBox::ActionRole);
     button->setProperty(kAnswerProperty, kFirstButton + index);
     button->setAccessibleName(title);
-    if (title == u"Cancel" || count == 1) box.setEscapeButton(button);
+    if (index == count - 1) box.setEscapeButton(button);
     if (index == (destroys || alert.returnCancels ? count - 1 : 0)) box.setDefaultButton(button);
     // What stands out is what people came for, and neither destroying nor turning back is that.
     if (destroys || alert.returnCancels) button->setProperty(kPrimaryProperty, false);
@@ -96,6 +98,7 @@ void fill(QMessageBox& box, const Alert& alert) {
         std::min(kWordsWidth, words->fontMetrics().horizontalAdvance(alert.informative) + 1));
   }
   addButtons(box, alert);
+  if (const QString anchor = help::anchorOf(alert.topic); !anchor.isEmpty()) setHelpAnchor(box, anchor);
 }
 
 }  // namespace
@@ -109,8 +112,19 @@ int QtAlerts::runAlert(const Alert& alert) {
   return answerOf(box, alert);
 }
 
+QWidget* QtAlerts::windowOf(const Alert& alert) const {
+  if (alert.owner == Alert::Owner::FrontWindow) return frontWindow();
+  return timerWindow_ ? timerWindow_() : nullptr;
+}
+
 void QtAlerts::beginSheet(const Alert& alert, std::function<void(int)> answered) {
-  auto* box = new QMessageBox(frontWindow());
+  QWidget* const window = windowOf(alert);
+  if (alert.owner != Alert::Owner::FrontWindow) {
+    if (!window || isBlocked(*window)) return;
+    window->raise();
+    window->activateWindow();
+  }
+  auto* box = new QMessageBox(window);
   fill(*box, alert);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setWindowModality(Qt::WindowModal);

@@ -207,7 +207,7 @@ TEST(AnEmptyDesk, SaysWhyAListIsEmpty) {
 TEST_F(ActivitySheetAtTheDesk, AnActivityWithoutNamesIsNotShownWithThoseOfTheOneBefore) {
   Activity* bare = nullptr;
   desk.session.context()->fill([&] { bare = &desk.addActivity(nullptr, nullptr); });
-  desk.timer().reloadData();
+  desk.timer().state().reloadData();
   edit([&] { desk.press(kCancel); });
   edit(
       [&] {
@@ -225,7 +225,7 @@ TEST_F(ActivitySheetAtTheDesk, ANameThatTwoBearKeepsItsMeaning) {
   Activity* second = nullptr;
   desk.session.context()->fill(
       [&] { second = &desk.addActivity(&desk.addCustomer(u"Acme"_s), plans->service()); });
-  desk.timer().reloadData();
+  desk.timer().state().reloadData();
   const Customer* other = second->customer();
   edit(
       [&] {

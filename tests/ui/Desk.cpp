@@ -153,7 +153,7 @@ void Desk::command(Command command, Steps inSheet) {
 
 void Desk::wait(double seconds) {
   clock.advance(seconds);
-  if (!modals.isModal()) timer_->updateTimeDisplay();
+  if (!modals.isModal()) timer_->state().updateTimeDisplay();
 }
 
 QWidget& Desk::front() const {

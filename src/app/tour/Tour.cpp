@@ -52,7 +52,7 @@ void startTwoTimers(Stage& stage) {
     timer.state().toggleTimer();
     stage.advance(kRunning);
   }
-  timer.updateTimeDisplay();
+  timer.state().updateTimeDisplay();
   window.setFocus();
 }
 

@@ -18,7 +18,8 @@ void ask(TimerState& state, const QString& message, const QString& informative,
   state.session().ports().alerts.beginSheet({.style = Alert::Style::Critical,
                                              .message = message,
                                              .informative = informative,
-                                             .buttons = {QStringLiteral("Delete"), QStringLiteral("Cancel")}},
+                                             .buttons = {QStringLiteral("Delete"), QStringLiteral("Cancel")},
+                                             .owner = Alert::Owner::TimerWindow},
                                             [onDelete = std::move(onDelete)](int answer) {
                                               if (answer == kFirstButton) onDelete();
                                             });

@@ -30,7 +30,8 @@ void runCommand(Session& session, const QString& name, const std::function<void(
     session.notices().post(
         {.key = key,
          .text = formatted(tr("“%@” was not finished: %@."), {name, failure.plainReason()}),
-         .actions = {}});
+         .actions = {},
+         .ofDocument = true});
   }
 }
 

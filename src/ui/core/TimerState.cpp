@@ -188,6 +188,7 @@ void TimerState::showHeader() {
   updateCustomerJobLabel();
   updateMainButton();
   showElapsedTime(selected);
+  display_.showWhatRuns(whatRuns());
 }
 
 void TimerState::selectionChanged() {
@@ -244,7 +245,32 @@ bool TimerState::updateTimeDisplay() {
   }
   log_.updateRunningEntries();
   hours_.update();
+  display_.showWhatRuns(whatRuns());
   return true;
+}
+
+WhatRuns TimerState::whatRuns() const {
+  int count = 0;
+  double longest = 0;
+  const Activity* first = nullptr;
+  for (const ActivityRow& row : rows_.rows()) {
+    const TimeEntry* entry = row.running && row.activity ? row.activity->runningEntry() : nullptr;
+    if (!entry) continue;
+    ++count;
+    if (first && entry->elapsed() <= longest) continue;
+    longest = entry->elapsed();
+    first = row.activity.get();
+  }
+  if (!first) return {};
+  WhatRuns runs{.longest = durationText(std::max(0.0, std::trunc(longest))), .count = {}};
+  if (const QString customer = queries::nameOf(first->customer()); !customer.isEmpty()) {
+    runs.longest += u' ' + customer;
+  }
+  if (count > 1) runs.longest = formatted(tr("%@ and %@ more"), {runs.longest, QString::number(count - 1)});
+  const Activity* selected = selectedActivity();
+  const bool isShownAlready = count == 1 && selected == first;
+  if (!isShownAlready) runs.count = formatted(tr("%@ running"), {QString::number(count)});
+  return runs;
 }
 
 void TimerState::showElapsedTime(const Activity* selected) {

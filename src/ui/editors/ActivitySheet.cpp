@@ -5,8 +5,10 @@
 
 #include "EntryAdapters.h"
 #include "ui/Buttons.h"
+#include "ui/HelpPlace.h"
 #include "ui/SheetRunner.h"
 #include "ui_ActivitySheet.h"
+#include "ui_core/HelpAnchors.h"
 
 namespace pendra {
 
@@ -49,6 +51,7 @@ struct ActivitySheet::Parts {
 
 ActivitySheet::ActivitySheet(Session& session, QWidget* window)
     : QDialog(window), session_(session), parts_(std::make_unique<Parts>(*this, session)) {
+  setHelpAnchor(*this, help::kActivityEditor);
   layOutEntry(parts_->entry);
   const Form& form = parts_->form;
   showAsSecondary({form.serviceHint, form.sendToVTLabel, form.missingLabel});

@@ -4,8 +4,10 @@
 
 #include "EntryAdapters.h"
 #include "ui/Buttons.h"
+#include "ui/HelpPlace.h"
 #include "ui/SheetRunner.h"
 #include "ui_TimeEntrySheet.h"
+#include "ui_core/HelpAnchors.h"
 
 namespace pendra {
 
@@ -42,6 +44,7 @@ struct TimeEntrySheet::Parts {
 
 TimeEntrySheet::TimeEntrySheet(Session& session, QWidget* window)
     : QDialog(window), session_(session), parts_(std::make_unique<Parts>(*this, session)) {
+  setHelpAnchor(*this, help::kTimeEntryEditor);
   layOutEntry(parts_->entry);
   showAsSecondary({parts_->form.serviceHint});
   parts_->form.serviceHint->hide();

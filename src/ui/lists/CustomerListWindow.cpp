@@ -3,8 +3,10 @@
 #include <QPushButton>
 
 #include "platform/Preferences.h"
+#include "ui/HelpPlace.h"
 #include "ui/ListWindows.h"
 #include "ui/RowTableView.h"
+#include "ui_core/HelpAnchors.h"
 
 namespace pendra {
 
@@ -19,6 +21,7 @@ CustomerListWindow::CustomerListWindow(const WindowParts& parts)
                   .place = preferences::kCustomerListPlace}) {
   auto controller = std::make_unique<CustomerListController>(session(), *this);
   customers_ = controller.get();
+  setHelpAnchor(*this, help::kCustomersAndJobs);
   setUpAdding(addJobButton(), tr("Add &Job"), tr("Add job"), [this] { addJob(); });
   start(std::move(controller));
 }

@@ -43,7 +43,6 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
 
   void close() override;
   void bringToFront() override;
-  [[nodiscard]] bool isVisible() const override { return QMainWindow::isVisible(); }
 
   void deleteRow() override;
   [[nodiscard]] bool isDeleteOK() const override { return controller_->isDeleteOK(); }

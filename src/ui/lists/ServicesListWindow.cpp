@@ -3,8 +3,10 @@
 #include <QPushButton>
 
 #include "platform/Preferences.h"
+#include "ui/HelpPlace.h"
 #include "ui/ListWindows.h"
 #include "ui/RowTableView.h"
+#include "ui_core/HelpAnchors.h"
 
 namespace pendra {
 
@@ -19,6 +21,7 @@ ServicesListWindow::ServicesListWindow(const WindowParts& parts)
                   .place = preferences::kServicesListPlace}) {
   auto controller = std::make_unique<ServicesListController>(session(), *this);
   services_ = controller.get();
+  setHelpAnchor(*this, help::kServiceItems);
   addJobButton().hide();
   start(std::move(controller));
 }

@@ -5,7 +5,9 @@
 #include "ExportProgressDialog.h"
 #include "LogFilterRow.h"
 #include "LogSummaryView.h"
+#include "ui/HelpPlace.h"
 #include "ui/RowTableView.h"
+#include "ui_core/HelpAnchors.h"
 #include "ui_core/TimerState.h"
 
 namespace pendra {
@@ -22,6 +24,7 @@ LogPaneView::LogPaneView(Session& session, TimerState& window, QWidget* parent)
   table_->setSortOrder({QStringLiteral("date"), false});
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
+  setHelpAnchor(*this, help::kTimeLog);
   column->setSpacing(0);
   column->addWidget(filters_.get());
   column->addWidget(table_.get(), 1);

@@ -6,8 +6,10 @@
 #include <QVBoxLayout>
 
 #include "ui/Buttons.h"
+#include "ui/HelpPlace.h"
 #include "ui/RowTableView.h"
 #include "ui/Theme.h"
+#include "ui_core/HelpAnchors.h"
 #include "ui_core/RowTable.h"
 
 namespace pendra {
@@ -76,6 +78,7 @@ SendTimeSheet::~SendTimeSheet() = default;
 
 void SendTimeSheet::build() {
   sheet_.setObjectName(QStringLiteral("sheet"));
+  setHelpAnchor(sheet_, help::kSendTime);
   sheet_.setWindowTitle(QDialog::tr("Send Time"));
   sheet_.resize(720, 420);
   // Escape and the close box end it, too.

@@ -14,8 +14,10 @@
 #include <QVBoxLayout>
 
 #include "ui/Buttons.h"
+#include "ui/HelpPlace.h"
 #include "ui/PathControl.h"
 #include "ui/Theme.h"
+#include "ui_core/HelpAnchors.h"
 #include "ui_core/RunCommand.h"
 
 namespace pendra {
@@ -57,6 +59,7 @@ SetupController::SetupController(const WindowFrame& frame, ConnectionChecks& che
       flow_(frame.session, checks, lists, *this) {
   session_.setupController = this;
   setObjectName(QStringLiteral("SetupController"));
+  setHelpAnchor(*this, help::kSetup);
   content_ = makeContent();
   setContent(content_);
   flow_.showLooking();

@@ -4,12 +4,15 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/HelpPlace.h"
 #include "ui/Theme.h"
+#include "ui_core/HelpAnchors.h"
 
 namespace pendra {
 
 IntroSheet::IntroSheet(QWidget* window) : QDialog(window) {
   setAttribute(Qt::WA_DeleteOnClose);
+  setHelpAnchor(*this, help::kFirstDay);
   setWindowTitle(tr("Your First Timer"));
   auto* words = new QLabel(
       tr("An activity says for whom and what you work: a customer, perhaps a job, and a service item.\n\n"

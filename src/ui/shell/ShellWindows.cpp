@@ -15,6 +15,7 @@
 #include "platform/Text.h"
 #include "ui/Buttons.h"
 #include "ui/CommandTarget.h"
+#include "ui/HelpPlace.h"
 #include "ui/Symbols.h"
 #include "ui/Theme.h"
 #include "ui_core/HelpAnchors.h"
@@ -109,6 +110,7 @@ ShellWindow::ShellWindow(const WindowFrame& frame, const QString& title) : AppWi
 
 AboutBox::AboutBox(const WindowFrame& frame, const QString& version)
     : ShellWindow(frame, tr("About Pendra")) {
+  setHelpAnchor(*this, help::kAbout);
   Page page;
   auto* versionField = new QLabel(version);
   versionField->setObjectName(QStringLiteral("versionField"));
@@ -124,6 +126,7 @@ AboutBox::AboutBox(const WindowFrame& frame, const QString& version)
 }
 
 WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : ShellWindow(frame, tr("Welcome to Pendra")) {
+  setHelpAnchor(*this, help::kWelcome);
   Page page;
   page.addHeading(tr("Welcome to Pendra"));
   page.column->addWidget(
@@ -169,6 +172,7 @@ WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : ShellWindow(frame, tr("
 
 PreferencesWindow::PreferencesWindow(const WindowFrame& frame)
     : ShellWindow(frame, tr("Preferences")), defaults_(frame.session.ports().defaults) {
+  setHelpAnchor(*this, help::kPreferences);
   Page page;
   const auto add = [&](const QString& key, const QString& text, const QString& explanation, bool byDefault) {
     auto* group = new QVBoxLayout;

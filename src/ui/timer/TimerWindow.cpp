@@ -88,6 +88,11 @@ QWidget* TimerWindow::makeHeader() {
   customerJobLabel =
       new ShownText(QStringLiteral("customerJobLabel"), tr("Selected activity"), Theme::controlFont());
   customerJobLabel->setForegroundRole(QPalette::PlaceholderText);
+  runningCount = new QLabel;
+  runningCount->setObjectName(QStringLiteral("runningCount"));
+  runningCount->setAccessibleName(tr("Running timers"));
+  runningCount->setFont(Theme::quietFont());
+  runningCount->hide();
   addActivityButton = new QPushButton(tr("Add Activity…"));
   addActivityButton->setObjectName(QStringLiteral("addActivityButton"));
   addActivityButton->setAccessibleName(tr("Add activity"));
@@ -111,6 +116,7 @@ QWidget* TimerWindow::makeHeader() {
   row->setSpacing(metrics::kSide - metrics::kGrid / 2);
   row->addWidget(startStopButton);
   row->addLayout(texts, 1);
+  row->addWidget(runningCount);
   row->addWidget(addActivityButton);
   row->addWidget(submitTimeButton);
   return container;

@@ -26,6 +26,7 @@ class TimerWindow final : public QMainWindow {
   BigButton* startStopButton = nullptr;
   QLabel* elapsedTimeDisplay = nullptr;
   QLabel* customerJobLabel = nullptr;
+  QLabel* runningCount = nullptr;  ///< hidden while it says nothing
   QPushButton* addActivityButton = nullptr;
   QPushButton* submitTimeButton = nullptr;
   RowTableView* activityTable = nullptr;

@@ -13,6 +13,7 @@
 #include "link/UnknownFates.h"
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
+#include "platform/Text.h"
 #include "ui/Buttons.h"
 #include "ui/EditorSheets.h"
 #include "ui/GradientDividerSplitView.h"
@@ -130,11 +131,17 @@ void TimerWindowController::startUp() {
 
 void TimerWindowController::introduce() {
   if (!std::exchange(session_.showIntroSheet, false)) return;
-  QTimer::singleShot(kIntroDelay, window_.get(), [window = window_.get()] {
-    // Whoever has begun by then needs no introduction.
-    if (!QApplication::activeModalWidget()) (new IntroSheet(window))->show();
-  });
+  connect(&introduction_, &QTimer::timeout, this, &TimerWindowController::introduceWhenFree);
+  introduction_.start(kIntroDelay);
+}
+
+void TimerWindowController::introduceWhenFree() {
+  const auto context = session_.context();
+  const bool hasBegun = !context || !context->all<Activity>().empty();
+  if (!hasBegun && (!window_->isActiveWindow() || QApplication::activeModalWidget())) return;
+  introduction_.stop();
   session_.ports().defaults.setBoolean(preferences::kIntroduced, true);
+  if (!hasBegun) (new IntroSheet(window_.get()))->show();
 }
 
 void TimerWindowController::tellOfStatistics() {
@@ -207,8 +214,6 @@ void TimerWindowController::show() {
   window_->activateWindow();
 }
 
-bool TimerWindowController::isVisible() const { return window_->isVisible(); }
-
 void TimerWindowController::close() {
   window_->hide();
   leave();
@@ -217,13 +222,14 @@ void TimerWindowController::close() {
 void TimerWindowController::leave() {
   if (std::exchange(left_, true)) return;
   tick_.stop();
+  introduction_.stop();
   observations_.clear();
   closeAfterWindow(session_);
   closed_();
 }
 
 void TimerWindowController::showDocumentState() {
-  if (const OpenDocument* document = session_.document()) setPlainTitle(*window_, document->displayName());
+  showWhatRuns(state_.whatRuns());  // the document may have another name
   const QString text = documentStateText(session_.saveState(), session_.ports().calendar);
   window_->documentState->setText(text);
   window_->documentState->setAccessibleDescription(text);
@@ -243,6 +249,18 @@ void TimerWindowController::showCustomerJobLabel(const QString& text) {
 void TimerWindowController::showMainButton(bool running) {
   window_->startStopButton->setRunning(running);
   window_->elapsedTimeDisplay->setFont(Theme::timeFont(running));
+}
+
+void TimerWindowController::showWhatRuns(const WhatRuns& runs) {
+  const QString name = session_.document() ? session_.document()->displayName() : QString();
+  const QString title = runs.longest.isEmpty() ? name : formatted(u"%@ - %@", {runs.longest, name});
+  if (window_->windowTitle() != title) setPlainTitle(*window_, title);
+  if (window_->accessibleName() != name) window_->setAccessibleName(name);
+  QLabel& count = *window_->runningCount;
+  if (count.text() == runs.count) return;
+  count.setText(runs.count);
+  count.setAccessibleDescription(runs.count);
+  count.setVisible(!runs.count.isEmpty());
 }
 
 void TimerWindowController::hideSendTime() {

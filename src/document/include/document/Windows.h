@@ -15,15 +15,11 @@ class InterfaceLoader {
   virtual void load(Interface interface) = 0;
 };
 
-/// The timer window. Called by the guard of running timers, closing, backup and list synchronisation.
+/// The timer window. Called by opening and closing.
 class MainWindow {
  public:
   virtual ~MainWindow() = default;
-  virtual void reloadData() = 0;
-  virtual void updateMainButton() = 0;
-  virtual void updateTimeDisplay() = 0;
   virtual void show() = 0;
-  [[nodiscard]] virtual bool isVisible() const = 0;
   /// Closes without asking; `closeAfterWindow` runs, and the window leaves the session.
   virtual void close() = 0;
   /// Stops the window's usage statistics.
@@ -37,7 +33,6 @@ class AuxiliaryWindow {
   virtual ~AuxiliaryWindow() = default;
   virtual void close() = 0;
   virtual void bringToFront() = 0;
-  [[nodiscard]] virtual bool isVisible() const = 0;
   /// Stores what is being typed; false when it was refused, which the user has been told. Called by closing.
   [[nodiscard]] virtual bool finishEditing() { return true; }
 };

@@ -54,7 +54,8 @@ std::optional<bool> CustomerListController::isInUse(const QString& predicateText
          .text = formatted(u"“%@” was not deleted: a quotation mark in its name, or in its customer's, "
                            "cannot be looked for among the activities. Rename that one first.",
                            {name}),
-         .actions = {}});
+         .actions = {},
+         .ofDocument = true});
     return std::nullopt;
   }
   notices.withdraw(kNoticeKey);

@@ -21,7 +21,6 @@ class AppWindow : public QMainWindow, public AuxiliaryWindow {
 
   void close() override { QMainWindow::close(); }
   void bringToFront() override;
-  [[nodiscard]] bool isVisible() const override { return QMainWindow::isVisible(); }
 
   /// Told once, after the user or the program closed the window.
   void setClosed(std::function<void()> closed) { closed_ = std::move(closed); }

@@ -40,11 +40,7 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   void deleteActivity();
   void exportTimeLog();
 
-  void reloadData() override { state_.reloadData(); }
-  void updateMainButton() override { state_.updateMainButton(); }
-  void updateTimeDisplay() override { state_.updateTimeDisplay(); }
   void show() override;
-  [[nodiscard]] bool isVisible() const override;
   void close() override;
   void invalidateTracker() override;
 
@@ -52,14 +48,16 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   void showElapsedTime(const QString& text) override;
   void showCustomerJobLabel(const QString& text) override;
   void showMainButton(bool running) override;
+  void showWhatRuns(const WhatRuns& runs) override;
   void hideSendTime() override;
   void showActivitySheet(bool forNew) override;
 
   void connectControls();
   void observeSession();
   void startUp();
-  /// On a first run: the introduction.
+  /// On a first run: the introduction, once the window is the active one and nothing stands over it.
   void introduce();
+  void introduceWhenFree();
   /// Once: that there are statistics, and where they are switched off.
   void tellOfStatistics();
   void tick();
@@ -76,6 +74,7 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   std::unique_ptr<EditorSheets> editors_;
   std::unique_ptr<HaltedNotice> halted_;
   QTimer tick_;
+  QTimer introduction_;
   std::unique_ptr<Tracker> tracker_;
   bool logHadFocus_ = false;
   bool left_ = false;

@@ -34,11 +34,7 @@ class ScriptedWindows final : public InterfaceLoader, public MainWindow {
     if (interface == Interface::WelcomeController) session_->welcomeController = &welcome_;
   }
 
-  void reloadData() override { calls_ << "reloadData"; }
-  void updateMainButton() override { calls_ << "updateMainButton"; }
-  void updateTimeDisplay() override { calls_ << "updateTimeDisplay"; }
   void show() override { calls_ << "show"; }
-  [[nodiscard]] bool isVisible() const override { return session_->window == this; }
   void invalidateTracker() override { calls_ << "invalidateTracker"; }
   void close() override {
     calls_ << "close";
@@ -56,7 +52,6 @@ class ScriptedWindows final : public InterfaceLoader, public MainWindow {
       windows_.session_->*place_ = nullptr;
     }
     void bringToFront() override { windows_.calls_ << QString("bringToFront " + name_); }
-    [[nodiscard]] bool isVisible() const override { return windows_.session_->*place_ == this; }
 
    private:
     ScriptedWindows& windows_;

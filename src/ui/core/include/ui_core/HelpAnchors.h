@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QStringList>
-#include <optional>
+
+#include "platform/Alerts.h"
 
 /// Where in the help book each window, menu item and alert stands; F1 in it opens the book there.
 namespace pendra::help {
@@ -31,11 +32,8 @@ inline const QStringList kAll{
     kServiceItems, kSendTime, kPreferences,    kAbout,           kWelcome,    kFirstDay,
     kFirstSending, kBackups,  kVantorNotFound, kHeldBack,        kUnknownFate};
 
-/// Where the window of that title stands; none for the timer window, which is titled as its document, and for
-/// alerts and panels.
-[[nodiscard]] std::optional<QString> anchorOfWindow(const QString& title);
-/// Where an alert with that message is explained; none for an alert that says all there is.
-[[nodiscard]] std::optional<QString> anchorOfAlert(const QString& message);
+/// Where alerts about that are explained; empty for an alert that says all there is.
+[[nodiscard]] QString anchorOf(Alert::Topic topic);
 /// A menu item's tag; for one without (0), its English title in small letters with hyphens ("add-activity").
 [[nodiscard]] QString anchorOfItem(int tag, const QString& title);
 

@@ -36,6 +36,14 @@ struct ActivityRow {
   friend bool operator==(const ActivityRow&, const ActivityRow&) = default;
 };
 
+/// What runs, in words.
+struct WhatRuns {
+  /// The longest running length, and for whom: "01:27:12 Acme and 1 more"; empty when nothing runs.
+  QString longest;
+  /// "2 running", as long as the selected activity is not the only one that runs; else empty.
+  QString count;
+};
+
 /// What the logic asks of the timer window's own controls.
 class TimerDisplay {
  public:
@@ -44,6 +52,8 @@ class TimerDisplay {
   virtual void showCustomerJobLabel(const QString& text) = 0;
   /// The start/stop button: the pause image when running, else the play image.
   virtual void showMainButton(bool running) = 0;
+  /// A display without a place for it shows nothing.
+  virtual void showWhatRuns(const WhatRuns&) {}
   virtual void hideSendTime() = 0;
   /// Runs the activity sheet; true for a new activity. Called when the timer is started with nothing
   /// selected.
@@ -85,6 +95,8 @@ class TimerState {
   /// The tick; false when no document is open and the ticking must end.
   bool updateTimeDisplay();
 
+  /// What runs at this moment.
+  [[nodiscard]] WhatRuns whatRuns() const;
   /// The activity of the selected row; none without one.
   [[nodiscard]] Activity* selectedActivity() const;
   /// The row of `currentActivity`; none when it is not listed.

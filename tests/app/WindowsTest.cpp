@@ -1,0 +1,123 @@
+#include <gmock/gmock.h>
+
+#include "RunningProgram.h"
+#include "document/DocumentClosing.h"
+#include "support/Events.h"
+#include "ui/Buttons.h"
+#include "ui/IntroSheet.h"
+
+namespace pendra {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+void fillTwo(ObjectContext& context, DocumentSettings&) {
+  for (const char* name : {"Acme", "Zed"}) {
+    auto& customer = context.insert<Customer>();
+    customer.setName(QString::fromLatin1(name));
+    context.insert<Activity>().setCustomer(&customer);
+  }
+}
+
+/// The visible window of that title.
+QWidget* windowTitled(const QString& title) {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->windowTitle() == title) return window;
+  }
+  return nullptr;
+}
+
+void settle() {
+  QCoreApplication::processEvents();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST(Windows, ADeletionIsAskedAboutOnTheTimerWindowAndDiesWithIt) {
+  RunningProgram program(&fillTwo);
+  Session& session = program.session();
+  program.activities().selectRow(0);
+  program.choose(u"Preferences"_s);
+  QWidget* preferences = windowTitled(u"Preferences"_s);
+  ASSERT_TRUE(preferences);
+  program.choose(*preferences, u"Delete"_s);
+  QMessageBox* question = program.alert();
+  ASSERT_TRUE(question);
+  EXPECT_EQ(question->parentWidget(), &program.window());
+  EXPECT_TRUE(question->informativeText().startsWith(u"Acme: "_s));
+  EXPECT_EQ(question->defaultButton()->text(), u"Cancel"_s);
+  EXPECT_EQ(question->escapeButton()->text(), u"Cancel"_s);
+  for (const QPushButton* button : question->findChildren<QPushButton*>()) {
+    EXPECT_EQ(button->property(kDestructiveProperty).toBool(), button->text() == u"Delete"_s);
+  }
+  program.choose(*preferences, u"Delete"_s);
+  EXPECT_EQ(program.alert(), question) << "one at a time";
+  // What is selected by the time of the answer is none of the question's business.
+  program.activities().selectRow(1);
+  EXPECT_TRUE(RunningProgram::press(*question, u"Delete"_s));
+  settle();
+  ASSERT_EQ(program.context().all<Activity>().size(), 1U);
+  EXPECT_EQ(queries::nameOf(program.context().all<Activity>()[0]->customer()), u"Zed"_s);
+
+  program.activities().selectRow(0);
+  program.choose(*preferences, u"Delete"_s);
+  ASSERT_TRUE(program.alert());
+  leaveDocument(session);
+  settle();
+  EXPECT_FALSE(program.alert());
+  program.choose(*preferences, u"Delete"_s);
+  EXPECT_FALSE(program.alert()) << "there is nothing to ask about";
+}
+
+TEST(Windows, TheTitleAndTheHeaderSayWhatRuns) {
+  RunningProgram program(&fillTwo);
+  const auto tick = [&](double seconds) {
+    program.clock.advance(seconds);
+    program.timer().state().updateTimeDisplay();
+    return program.window().windowTitle();
+  };
+  EXPECT_EQ(tick(0), u"Work"_s);
+  program.activities().selectRow(0);
+  program.choose(u"Start or Stop"_s);
+  EXPECT_EQ(tick(3632), u"01:00:32 Acme - Work"_s);
+  EXPECT_TRUE(program.label("runningCount").isEmpty()) << "the button says it";
+  program.activities().selectRow(1);
+  EXPECT_EQ(program.label("runningCount"), u"1 running"_s);
+  program.choose(u"Start or Stop"_s);
+  EXPECT_EQ(tick(1600), u"01:27:12 Acme and 1 more - Work"_s);
+  EXPECT_EQ(program.label("runningCount"), u"2 running"_s);
+  EXPECT_EQ(program.window().accessibleName(), u"Work"_s);
+  program.choose(u"Mark Complete"_s);
+  EXPECT_EQ(program.window().windowTitle(), u"01:27:12 Acme - Work"_s) << "without waiting for the tick";
+  program.choose(u"Undo"_s);
+  program.choose(u"Undo"_s);
+  program.choose(u"Undo"_s);
+  EXPECT_EQ(program.window().windowTitle(), u"Work"_s);
+}
+
+TEST(Windows, AListGoesWithItsDocument) {
+  RunningProgram program(&fillTwo);
+  Session& session = program.session();
+  program.choose(u"Customers and Jobs"_s);
+  ASSERT_TRUE(windowTitled(u"Customers and Jobs"_s));
+  program.window().close();
+  settle();
+  EXPECT_FALSE(windowTitled(u"Customers and Jobs"_s));
+  EXPECT_FALSE(session.document());
+}
+
+TEST(Windows, TheIntroductionWaitsForTheTimerWindowToBeInFront) {
+  RunningProgram program([](ObjectContext&, DocumentSettings&) {});
+  const auto introduction = [] { return dynamic_cast<IntroSheet*>(QApplication::activeModalWidget()); };
+  program.choose(u"About"_s);
+  QWidget* about = windowTitled(u"About Pendra"_s);
+  ASSERT_TRUE(about && QTest::qWaitForWindowActive(about));
+  EXPECT_FALSE(eventually([&] { return introduction() != nullptr; }, 700));
+  about->close();
+  program.window().activateWindow();
+  ASSERT_TRUE(eventually([&] { return introduction() != nullptr; }));
+  EXPECT_EQ(introduction()->parentWidget(), &program.window());
+  introduction()->accept();
+}
+
+}  // namespace
+}  // namespace pendra
