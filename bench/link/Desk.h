@@ -30,8 +30,12 @@ class Running final : public Workspace {
   void reveal(const QString&) override {}
   Subscription observeLaunches(std::function<void(const QString&)>) override { return {}; }
 };
-class NoWindows final : public InterfaceLoader {
-  void load(Interface) override {}
+class NoWindows final : public Windows {
+ public:
+  void show(WindowKind) override {}
+  bool isOpen(WindowKind) const override { return false; }
+  void close(WindowKind) override {}
+  bool finishEditing() override { return true; }
 };
 class NoProgress final : public ProgressSink {
   void startSpinner(const QString&, int) override {}

@@ -36,8 +36,12 @@ class NoWorkspace final : public Workspace {
   void reveal(const QString&) override {}
   Subscription observeLaunches(std::function<void(const QString&)>) override { return {}; }
 };
-class NoWindows final : public InterfaceLoader {
-  void load(Interface) override { std::abort(); }
+class NoWindows final : public Windows {
+ public:
+  void show(WindowKind) override {}
+  bool isOpen(WindowKind) const override { return false; }
+  void close(WindowKind) override {}
+  bool finishEditing() override { return true; }
 };
 class NoView final : public ListView {
  public:

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "LinkServices.h"
-#include "WindowLoader.h"
+#include "WindowRegistry.h"
 #include "document/Documents.h"
 #include "ui_core/ListEditor.h"
 #include "ui_core/UndoHistory.h"
@@ -13,7 +13,7 @@ namespace pendra {
 /// What the rules of the commands look at, and what their deeds act on.
 struct CommandContext {
   Session& session;
-  WindowLoader& windows;
+  WindowRegistry& windows;
   LinkServices& link;
   UndoHistory& history;
   const std::function<void()>& terminate;
@@ -21,10 +21,8 @@ struct CommandContext {
 
   /// The windows that are open; none otherwise.
   [[nodiscard]] TimerWindowController* timer() const { return windows.timerWindow(); }
-  [[nodiscard]] ListEditor* customers() const { return listEditorOf(session.customerListController); }
-  [[nodiscard]] ListEditor* services() const { return listEditorOf(session.servicesListController); }
-  /// The list editor at the front, else the one that is open.
-  [[nodiscard]] ListEditor* listInFront() const;
+  [[nodiscard]] ListEditor* customers() const { return windows.customerList(); }
+  [[nodiscard]] ListEditor* services() const { return windows.servicesList(); }
 };
 
 }  // namespace pendra

@@ -11,13 +11,6 @@
 
 namespace pendra {
 
-ListEditor* CommandContext::listInFront() const {
-  ListEditor* const first = customers();
-  ListEditor* const second = services();
-  if (!first || !second) return first ? first : second;
-  return dynamic_cast<const ListEditor*>(QApplication::activeWindow()) == second ? second : first;
-}
-
 namespace deeds {
 
 namespace {

@@ -40,7 +40,7 @@ void inTimerState(At at) {
 }
 template <auto Deed>
 void inListInFront(At at) {
-  if (ListEditor* list = at.listInFront()) (list->*Deed)();
+  if (ListEditor* list = at.windows.listInFront()) (list->*Deed)();
 }
 template <auto Deed>
 void inSession(At at) {
@@ -50,16 +50,15 @@ template <auto Deed>
 void onDesktop(At at) {
   Deed(at.session.ports().workspace);
 }
-template <Interface Window>
+template <WindowKind Kind>
 void openWindow(At at) {
-  at.windows.load(Window);
+  at.windows.show(Kind);
 }
 
 // Where a row has further columns they are: starts a group, rule, deed, shown, shows the document's state.
 constexpr CommandRow kPendra[] = {
-    {Command::About, "About Pendra", 0, "", false, always, openWindow<Interface::AboutBox>},
-    {Command::Preferences, "Preferences…", 0, "Ctrl+,", true, always,
-     [](At at) { at.windows.showPreferences(); }},
+    {Command::About, "About Pendra", 0, "", false, always, openWindow<WindowKind::About>},
+    {Command::Preferences, "Preferences…", 0, "Ctrl+,", true, always, openWindow<WindowKind::Preferences>},
     {Command::Quit, "Quit Pendra", 0, "Ctrl+Q", true, always, deeds::quit},
 };
 
@@ -111,8 +110,10 @@ constexpr CommandRow kActivity[] = {
 };
 
 constexpr CommandRow kLists[] = {
-    {Command::CustomerList, "Customers and Jobs…", 23, "", false, withDocument, inSession<showCustomerList>},
-    {Command::ServicesList, "Service Items…", 24, "", false, withDocument, inSession<showServicesList>},
+    {Command::CustomerList, "Customers and Jobs…", 23, "", false, withDocument,
+     openWindow<WindowKind::CustomerList>},
+    {Command::ServicesList, "Service Items…", 24, "", false, withDocument,
+     openWindow<WindowKind::ServicesList>},
     {Command::DeleteCustomerOrJob, "Delete Customer or Job", 20, "", true, canDeleteCustomer,
      [](At at) { at.customers()->deleteRow(); }},
     {Command::MarkAll, "Mark All Shown", 21, "", false, withListEditor,
@@ -127,7 +128,7 @@ constexpr CommandRow kWindow[] = {
 
 constexpr CommandRow kHelp[] = {
     {Command::Help, "Pendra Help", 0, "F1", false, always, deeds::help},
-    {Command::Welcome, "Welcome to Pendra", 0, "", false, always, openWindow<Interface::WelcomeController>},
+    {Command::Welcome, "Welcome to Pendra", 0, "", false, always, openWindow<WindowKind::Welcome>},
     {Command::Feedback, "Send Feedback", 0, "", true, always, onDesktop<submitFeedback>},
     {Command::Community, "User Community", 0, "", false, always, onDesktop<showCommunity>},
     {Command::Components, "Outside Components", 0, "", false, always,

@@ -24,7 +24,7 @@ QString titleOfStep(UndoWay way, const QString& step) {
 
 }  // namespace
 
-Commands::Commands(Session& session, WindowLoader& windows, LinkServices& link, UndoHistory& history,
+Commands::Commands(Session& session, WindowRegistry& windows, LinkServices& link, UndoHistory& history,
                    std::function<void()> terminate)
     : terminate_(std::move(terminate)),
       context_{session, windows, link, history, terminate_},

@@ -10,7 +10,7 @@ namespace pendra {
 class Commands final : public CommandTarget {
  public:
   /// All must outlive it. `terminate` asks for the end of the program.
-  Commands(Session& session, WindowLoader& windows, LinkServices& link, UndoHistory& history,
+  Commands(Session& session, WindowRegistry& windows, LinkServices& link, UndoHistory& history,
            std::function<void()> terminate);
 
   [[nodiscard]] std::span<const Menu> menus() const override;

@@ -27,9 +27,8 @@ struct Environment {
   QtAlerts alerts{modals};
   QtPanels panels{modals, defaults, places.documents};
 
-  [[nodiscard]] Ports ports(InterfaceLoader& interfaces) {
-    return {*clock, calendar,   places, defaults,      alerts,
-            panels, *workspace, modals, notifications, interfaces};
+  [[nodiscard]] Ports ports(Windows& windows) {
+    return {*clock, calendar, places, defaults, alerts, panels, *workspace, modals, notifications, windows};
   }
 };
 

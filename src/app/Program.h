@@ -11,7 +11,7 @@
 #include "Environment.h"
 #include "LinkServices.h"
 #include "SignalWatcher.h"
-#include "WindowLoader.h"
+#include "WindowRegistry.h"
 #include "document/Launch.h"
 #include "ui_core/UndoHistory.h"
 
@@ -45,7 +45,7 @@ class Program {
   void prepareEnd();
 
   [[nodiscard]] CommandTarget& commands() { return commands_; }
-  [[nodiscard]] WindowLoader& windows() { return windows_; }
+  [[nodiscard]] WindowRegistry& windows() { return windows_; }
 
  private:
   void endOfSession(QSessionManager& manager);
@@ -60,7 +60,7 @@ class Program {
   void endUnasked();
 
   Environment& environment_;
-  WindowLoader windows_;
+  WindowRegistry windows_;
   Session session_;
   LinkServices link_;
   UndoHistory history_;

@@ -6,12 +6,7 @@
 
 namespace pendra {
 
-bool finishEditing(const Session& session) {
-  for (AuxiliaryWindow* editor : {session.customerListController, session.servicesListController}) {
-    if (editor && !editor->finishEditing()) return false;
-  }
-  return true;
-}
+bool finishEditing(const Session& session) { return session.ports().windows.finishEditing(); }
 
 bool mayCloseDocument(Session& session) {
   std::ignore = finishEditing(session);  // whoever could still mend a refused name has asked before
@@ -19,9 +14,8 @@ bool mayCloseDocument(Session& session) {
 }
 
 void leaveDocument(Session& session) {
-  if (AuxiliaryWindow* setup = std::exchange(session.setupController, nullptr)) setup->close();
-  if (MainWindow* window = session.window) window->close();
-  session.window = nullptr;
+  session.ports().windows.close(WindowKind::Setup);
+  session.ports().windows.close(WindowKind::Timer);
   session.close();
 }
 
@@ -32,13 +26,11 @@ void closeDoc(Session& session) {
 bool mayCloseWindow(Session& session) { return finishEditing(session) && mayCloseDocument(session); }
 
 void closeAfterWindow(Session& session) {
-  if (session.window) session.window->invalidateTracker();
   saveContextOrLog(session);
-  session.window = nullptr;
   session.close();
-  for (AuxiliaryWindow* list : {session.customerListController, session.servicesListController}) {
-    if (list) list->close();  // it would show nothing, and keep a program without a document
-  }
+  // A list would show nothing now, and keep a program without a document.
+  session.ports().windows.close(WindowKind::CustomerList);
+  session.ports().windows.close(WindowKind::ServicesList);
 }
 
 }  // namespace pendra

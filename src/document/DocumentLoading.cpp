@@ -93,7 +93,7 @@ bool checkIdentity(Session& session) {
   const auto context = session.context();
   const Identity* identity = context ? queries::firstIdentity(*context) : nullptr;
   if (identity && !identity->employeeName().value_or(QString()).isEmpty()) return true;
-  session.ports().interfaces.load(Interface::Setup);
+  session.ports().windows.show(WindowKind::Setup);
   return false;
 }
 
@@ -117,7 +117,9 @@ bool makeRoomForAnother(Session& session) {
 }
 
 void bringToFront(Session& session) {
-  if (session.window) return session.window->show();
+  if (session.ports().windows.isOpen(WindowKind::Timer)) {
+    return session.ports().windows.show(WindowKind::Timer);
+  }
   if (checkIdentity(session)) createNewTimer(session);
 }
 
@@ -132,18 +134,20 @@ void openFile(Session& session) {
 }
 
 void ensureAWindow(Session& session) {
-  if (session.window || session.setupController) return;
-  session.ports().interfaces.load(Interface::WelcomeController);
+  Windows& windows = session.ports().windows;
+  if (windows.isOpen(WindowKind::Timer) || windows.isOpen(WindowKind::Setup)) return;
+  windows.show(WindowKind::Welcome);
 }
 
 void newDoc(Session& session) {
-  if (session.window && !makeRoomForAnother(session)) return;
-  if (!session.setupController) session.ports().interfaces.load(Interface::Setup);
-  if (session.setupController) session.setupController->bringToFront();
+  Windows& windows = session.ports().windows;
+  if (windows.isOpen(WindowKind::Timer) && !makeRoomForAnother(session)) return;
+  windows.show(WindowKind::Setup);
 }
 
 void createNewTimer(Session& session) {
-  if (!session.window) session.ports().interfaces.load(Interface::TimerWindow);
+  Windows& windows = session.ports().windows;
+  if (!windows.isOpen(WindowKind::Timer)) windows.show(WindowKind::Timer);
 }
 
 void showTimerWindow(Session& session) {

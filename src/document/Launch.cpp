@@ -40,8 +40,7 @@ void Launch::launch(const QString& file) {
     return;
   }
   // A first run without a file begins in setup, which shows the window when it is done.
-  if ((session_.showIntroSheet && file.isEmpty()) || session_.window) return;
-  session_.ports().interfaces.load(Interface::TimerWindow);
+  if (!session_.showIntroSheet || !file.isEmpty()) createNewTimer(session_);
 }
 
 bool Launch::introductionIsDue() const {

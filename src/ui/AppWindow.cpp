@@ -1,5 +1,6 @@
 #include "ui/AppWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QVBoxLayout>
 
@@ -21,7 +22,17 @@ AppWindow::AppWindow(const WindowFrame& frame, const QString& title) : frame_(ne
 
 void AppWindow::setContent(QWidget* content) { frame_->layout()->addWidget(content); }
 
+/// A window that a sheet opens takes everything until it is closed, as the sheet does below it; the commands
+/// in its menus are for when nothing waits.
+void AppWindow::standOverSheet() {
+  hide();
+  setWindowModality(Qt::ApplicationModal);
+  menuBar()->setEnabled(false);
+}
+
 void AppWindow::bringToFront() {
+  const QWidget* sheet = QApplication::activeModalWidget();
+  if (sheet && sheet != this && sheet->windowModality() == Qt::ApplicationModal) standOverSheet();
   show();
   raise();
   activateWindow();

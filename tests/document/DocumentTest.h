@@ -58,7 +58,7 @@ class DocumentTest : public testing::Test, protected TestSession {
   }
   void open(const char* name) {
     ASSERT_TRUE(loadDocument(session, path(name)));
-    windows.load(Interface::TimerWindow);
+    windows.show(WindowKind::Timer);
     windows.forget();
   }
   /// "Work.pdr", in its window, with a timer that has run for a minute.

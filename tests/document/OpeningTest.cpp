@@ -40,9 +40,9 @@ TEST_F(Opening, AFirstLaunchMakesADocumentThatTheSecondRenames) {
   EXPECT_TRUE(session.showIntroSheet);
   EXPECT_EQ(lastDocumentPath(session), inFolder("Pendra File.xml"));
   EXPECT_GT(QFileInfo(inFolder("Pendra File.xml")).size(), 0) << "it stands before any save";
-  EXPECT_THAT(windows.loaded(), ElementsAre(Interface::Setup)) << "nobody's document has no timer window";
+  EXPECT_THAT(windows.made(), ElementsAre(WindowKind::Setup)) << "nobody's document has no timer window";
   closeDoc(session);  // setup was cancelled
-  EXPECT_EQ(session.setupController, nullptr);
+  EXPECT_FALSE(windows.isOpen(WindowKind::Setup));
   Launch(session).launch();
   EXPECT_TRUE(session.showIntroSheet) << "whoever gave setup up has seen nothing";
   EXPECT_EQ(lastDocumentPath(session), inFolder("Pendra File.pdr"));
@@ -56,11 +56,11 @@ TEST_F(Opening, AFirstLaunchMakesADocumentThatTheSecondRenames) {
 TEST_F(Opening, LaunchHaltsWhatRan) {
   openWithRunningTimer();
   session.close();  // as if the program had been killed
-  session.window = nullptr;
+  windows.lose(WindowKind::Timer);
   defaults.setBoolean(preferences::kMergeSubmissions, false);
   Launch(session).launch();
   EXPECT_TRUE(defaults.boolean(preferences::kMergeSubmissions)) << "true after every launch";
-  EXPECT_THAT(windows.loaded(), ElementsAre(Interface::TimerWindow));
+  EXPECT_THAT(windows.made(), ElementsAre(WindowKind::Timer));
   EXPECT_EQ(session.context()->all<TimeEntry>()[0]->running(), false);
   EXPECT_FALSE(session.context()->hasChanges() || session.context()->undoStack().canUndo());
   EXPECT_TRUE(session.isStandalone());
@@ -89,7 +89,7 @@ TEST_F(Opening, ALastDocumentOutOfReachIsReplacedByNothingAndCanBeTriedAgain) {
   Launch(session).launch();
   EXPECT_EQ(session.document(), nullptr);
   EXPECT_FALSE(QFile::exists(documentFolder(places)));
-  EXPECT_THAT(windows.loaded(), ElementsAre(Interface::WelcomeController));
+  EXPECT_THAT(windows.made(), ElementsAre(WindowKind::Welcome));
   EXPECT_EQ(notices(), QStringList{"“" + away + "” could not be opened: No such file or directory."});
   const auto tryAgain = session.notices().standing()[0].actions[0];
   EXPECT_EQ(tryAgain.title, "Try Again");
@@ -102,7 +102,7 @@ TEST_F(Opening, ALastDocumentOutOfReachIsReplacedByNothingAndCanBeTriedAgain) {
   tryAgain.run();
   EXPECT_EQ(customer(), "Acme");
   EXPECT_THAT(notices(), IsEmpty());
-  EXPECT_EQ(windows.loads(Interface::TimerWindow), 1);
+  EXPECT_EQ(windows.made(WindowKind::Timer), 1);
 }
 
 TEST_F(Opening, AFirstStartThatIsKilledAtAnyWriteLeavesADocumentThatOpens) {
@@ -163,12 +163,12 @@ TEST_F(Opening, AnOlderNameIsChangedOnlyOfDocumentsAndWhereTheNewOneIsFree) {
 
 TEST_F(Opening, WhatCannotBeReadIsToldNeverOpenAndNeverWrittenTo) {
   ASSERT_TRUE(writeFile(path("Letter.pdr"), "Dear all"));
-  windows.load(Interface::Setup);
+  windows.show(WindowKind::Setup);
   EXPECT_FALSE(loadDocument(session, path("Letter.pdr")));
   EXPECT_EQ(session.document(), nullptr);
   EXPECT_EQ(session.context(), nullptr);
   EXPECT_EQ(session.settings(), nullptr);
-  EXPECT_NE(session.setupController, nullptr) << "setup is of use all the more";
+  EXPECT_TRUE(windows.isOpen(WindowKind::Setup)) << "setup is of use all the more";
   EXPECT_THAT(alerts.messages(), IsEmpty());
   EXPECT_EQ(notices(), QStringList{"“Letter.pdr” could not be opened: it is not a document of Pendra."});
   EXPECT_EQ(lastDocumentPath(session), path("Letter.pdr"));
@@ -190,7 +190,7 @@ TEST_F(Opening, TheOpenDocumentStaysUntilAnotherHasBeenRead) {
   alerts.willAnswer({"Continue", "OK"});
   EXPECT_FALSE(Documents(session).open(path("Letter.pdr")));
   EXPECT_EQ(customer(), "Acme");
-  EXPECT_NE(session.window, nullptr);
+  EXPECT_TRUE(windows.isOpen(WindowKind::Timer));
   EXPECT_EQ(changes, 0);
   EXPECT_EQ(lastDocumentPath(session), path("Work.pdr"));
   const std::size_t asked = alerts.shown().size();
@@ -236,21 +236,21 @@ TEST_F(Opening, AsksFirstAndCancellingAnywhereKeepsTheDocument) {
   panels.willChoose(path("Other.pdr"));
   openFile(session);
   EXPECT_EQ(customer(), "Other");
-  EXPECT_EQ(windows.loads(Interface::TimerWindow), 1);
+  EXPECT_EQ(windows.made(WindowKind::Timer), 1);
   EXPECT_THAT(documents.recentDocuments(), ElementsAre(path("Other.pdr"), path("Work.pdr")));
   alerts.willAnswer({"Continue"});
   panels.willCancel();
   openFile(session);
   EXPECT_EQ(session.document(), nullptr);
-  EXPECT_NE(session.welcomeController, nullptr) << "there is no program without windows";
+  EXPECT_TRUE(windows.isOpen(WindowKind::Welcome)) << "there is no program without windows";
   showTimerWindow(session);
   EXPECT_EQ(customer(), "Other") << "the window is that of the last document";
   alerts.willAnswer({"Cancel", "Continue"});
   newDoc(session);
-  EXPECT_EQ(session.setupController, nullptr);
+  EXPECT_FALSE(windows.isOpen(WindowKind::Setup));
   newDoc(session);
   newDoc(session);
-  EXPECT_EQ(windows.loads(Interface::Setup), 1);
+  EXPECT_EQ(windows.made(WindowKind::Setup), 1);
   EXPECT_EQ(session.document(), nullptr);
 }
 
@@ -264,8 +264,8 @@ TEST_F(Opening, TheOpenDocumentComesToTheFrontUnaskedByWhateverName) {
     EXPECT_TRUE(loadDocument(session, path(name)));
   }
   EXPECT_THAT(alerts.messages(), IsEmpty());
-  EXPECT_THAT(windows.loaded(), ElementsAre(Interface::TimerWindow));
-  EXPECT_THAT(windows.calls(), ElementsAre("show", "show"));
+  EXPECT_THAT(windows.made(), ElementsAre(WindowKind::Timer));
+  EXPECT_THAT(windows.calls(), ElementsAre("show Timer", "show Timer"));
   EXPECT_EQ(session.document()->path(), path("Work.xml"));
   EXPECT_FALSE(QFile::exists(path("Work.pdr"))) << "an open document is not renamed";
 }

@@ -70,7 +70,7 @@ TEST_F(Saving, QuittingIsJudgedByTheDocumentStillBeingOpen) {
   alerts.willAnswer({"OK"});
   EXPECT_TRUE(launch.mayEnd());
   EXPECT_EQ(session.document(), nullptr);
-  EXPECT_THAT(windows.calls(), ElementsAre("close", "invalidateTracker"));
+  EXPECT_THAT(windows.calls(), ElementsAre("close Timer"));
   EXPECT_EQ(stored(path("Work.pdr"))->all<TimeEntry>()[0]->duration(), 60);
   open("Work.pdr");
   addCustomer(QStringLiteral("Unsaved"));
@@ -81,11 +81,11 @@ TEST_F(Saving, ClosingLetsGoOfTheFileWithAndWithoutAWindow) {
   write(path("Work.pdr"));
   for (const bool hasWindow : {true, false}) {
     open("Work.pdr");
-    if (!hasWindow) session.window = nullptr;
+    if (!hasWindow) windows.lose(WindowKind::Timer);
     EXPECT_EQ(stored(path("Work.pdr")), nullptr) << "it is held";
     session.context()->all<Customer>()[0]->setName(hasWindow ? "In a window" : "In none");
     if (hasWindow) {
-      windows.close();
+      windows.close(WindowKind::Timer);
       closeAfterWindow(session);
     } else {
       closeDoc(session);
@@ -138,7 +138,7 @@ TEST_F(Saving, AClosingThatWouldLoseWorkSaysHowMuchAndIsRefusedOnce) {
   stopAllActivities(session);
   closeDoc(session);
   EXPECT_EQ(session.context(), context);
-  EXPECT_NE(session.window, nullptr);
+  EXPECT_TRUE(windows.isOpen(WindowKind::Timer));
   EXPECT_EQ(notices(),
             QStringList{"“" + path("Work.pdr") +
                         "” stays open, because it could not be saved: another version has taken "
@@ -254,7 +254,7 @@ TEST_F(Saving, AtAnEndThatAsksNobodyWhatCannotBeSavedIsRescuedAndToldOfNextTime)
   EXPECT_FALSE(saveContext(session));
   rescue(session);
   session.close();
-  session.window = nullptr;
+  windows.lose(WindowKind::Timer);
   for (const bool first : {true, false}) {
     Launch(session).launch();
     EXPECT_EQ(session.document()->path(), path("Work (rescued).pdr"));

@@ -30,7 +30,7 @@ class SetupTest : public LinkTest {
  protected:
   SetupTest() {
     loadDocument(desk.session, desk.places.documents + "/Pendra File.pdr");
-    desk.session.ports().interfaces.load(Interface::Setup);
+    desk.session.ports().windows.show(WindowKind::Setup);
   }
   QString save(const char* name) {
     const QString path = desk.places.documents + "/Pendra/" + name;
@@ -123,7 +123,7 @@ TEST_F(SetupTest, AStandaloneDocumentMayReplaceTheOneThatIsOpenButNoneThatIsHeld
   EXPECT_EQ(proposed(), QString("Pendra File.pdr"));
   EXPECT_EQ(desk.panels.savePanels()[0].folder, desk.places.documents + "/Pendra");
   EXPECT_EQ(QFileInfo(held).size(), size);
-  EXPECT_NE(desk.session.setupController, nullptr);
+  EXPECT_TRUE(desk.windows.isOpen(WindowKind::Setup));
   ASSERT_EQ(desk.session.notices().standing().size(), 1u);
   EXPECT_EQ(desk.session.notices().standing()[0].text,
             QString("“Held.pdr” could not be created: another program has this document open."));
@@ -139,7 +139,7 @@ TEST_F(SetupTest, AStandaloneDocumentMayReplaceTheOneThatIsOpenButNoneThatIsHeld
   EXPECT_TRUE(desk.session.isStandalone());
   EXPECT_TRUE(context().all<Customer>().empty());
   EXPECT_FALSE(context().hasChanges());
-  EXPECT_EQ(desk.windows.loads(Interface::TimerWindow), 1);
+  EXPECT_EQ(desk.windows.made(WindowKind::Timer), 1);
 }
 
 TEST_F(SetupTest, ALinkedDocumentHasItsIdentityAndItsListsAndIsUsableWithoutThem) {
@@ -151,7 +151,7 @@ TEST_F(SetupTest, ALinkedDocumentHasItsIdentityAndItsListsAndIsUsableWithoutThem
   save("Without.pdr");
   EXPECT_EQ(proposed(), QString("Acme Ltd-Clerk 2.pdr"));
   EXPECT_THAT(log.lines(), testing::Contains(QString("VTIPCTimeout: scripted")));
-  EXPECT_EQ(desk.windows.loads(Interface::TimerWindow), 1);
+  EXPECT_EQ(desk.windows.made(WindowKind::Timer), 1);
   EXPECT_EQ(desk.session.notices().standing().size(), 1u);
 
   vantor.whenAsked = {};
@@ -175,7 +175,7 @@ TEST_F(SetupTest, ARefusedCompanyBeginsSetupAnewBeforeAnyFileIsMade) {
   EXPECT_EQ(desk.alerts.messages(), QStringList{"Please start Vantor and try again"});
   EXPECT_FALSE(QFile::exists(path));
   EXPECT_EQ(view.closed, 1);
-  EXPECT_THAT(desk.windows.calls(), testing::Contains(QString("bringToFront Setup")));
+  EXPECT_THAT(desk.windows.calls(), testing::Contains(QString("show Setup")));
 }
 
 TEST(DocumentName, IsMadeOfCompanyAndEmployee) {

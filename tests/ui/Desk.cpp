@@ -41,9 +41,7 @@ Desk::Desk(bool standalone) {
 }
 
 Desk::~Desk() {
-  for (AuxiliaryWindow* list : {session.customerListController, session.servicesListController}) {
-    if (auto* window = dynamic_cast<QWidget*>(list)) window->close();
-  }
+  list_.reset();
   settle();
   timer_.reset();
 }
@@ -151,6 +149,11 @@ void Desk::command(Command command, Steps inSheet) {
   during([&] { perform(command, &front()); }, std::move(inSheet));
 }
 
+void Desk::showList(std::unique_ptr<ListEditorWindow> (&make)(const WindowFrame&)) {
+  list_ = make({session, *this});
+  list_->bringToFront();
+}
+
 void Desk::wait(double seconds) {
   clock.advance(seconds);
   if (!modals.isModal()) timer_->state().updateTimeDisplay();
@@ -249,9 +252,9 @@ void Desk::perform(Command command, QWidget*) {
     case Command::MarkUnsent:
       return timer_->state().log().markSelectedUnsent();
     case Command::CustomerList:
-      return loadCustomerList(session, *this);
+      return showList(makeCustomerList);
     case Command::ServicesList:
-      return loadServicesList(session, *this);
+      return showList(makeServicesList);
     default:
       ADD_FAILURE() << "nobody at the desk carries out this command";
   }

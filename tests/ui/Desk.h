@@ -100,7 +100,10 @@ class Desk : public TestSession, private NoCommands {
   /// Has `steps` done in the next sheet that opens, while `opening` waits for its end.
   void during(const Steps& opening, Steps steps);
 
+  void showList(std::unique_ptr<ListEditorWindow> (&make)(const WindowFrame&));
+
   std::unique_ptr<TimerWindowController> timer_;
+  std::unique_ptr<ListEditorWindow> list_;
   QPointer<QWidget> window_;
 };
 

@@ -10,15 +10,14 @@
 
 namespace pendra {
 
-CustomerListWindow::CustomerListWindow(const WindowParts& parts)
-    : ListWindow(parts, &Session::customerListController,
-                 {.title = tr("Customers and Jobs"),
-                  .table = tr("Customers and jobs"),
-                  .add = tr("Add &Customer"),
-                  .addAccessible = tr("Add customer"),
-                  .empty = tr("No customers yet. Add the ones that you work for."),
-                  .emptyLinked = tr("No customers yet. “Update Lists from Vantor” brings them."),
-                  .place = preferences::kCustomerListPlace}) {
+CustomerListWindow::CustomerListWindow(const WindowFrame& frame)
+    : ListWindow(frame, {.title = tr("Customers and Jobs"),
+                         .table = tr("Customers and jobs"),
+                         .add = tr("Add &Customer"),
+                         .addAccessible = tr("Add customer"),
+                         .empty = tr("No customers yet. Add the ones that you work for."),
+                         .emptyLinked = tr("No customers yet. “Update Lists from Vantor” brings them."),
+                         .place = preferences::kCustomerListPlace}) {
   auto controller = std::make_unique<CustomerListController>(session(), *this);
   customers_ = controller.get();
   setHelpAnchor(*this, help::kCustomersAndJobs);
@@ -43,9 +42,8 @@ void CustomerListWindow::addJob() {
   if (customers_->table().rowCount() > rows) editName(table().selectedRow());
 }
 
-void loadCustomerList(Session& session, CommandTarget& commands) {
-  auto* window = new CustomerListWindow({session, commands});  // its closing deletes it
-  window->bringToFront();
+std::unique_ptr<ListEditorWindow> makeCustomerList(const WindowFrame& frame) {
+  return std::make_unique<CustomerListWindow>(frame);
 }
 
 }  // namespace pendra

@@ -9,7 +9,7 @@ namespace pendra {
 class CustomerListWindow final : public ListWindow {
   Q_OBJECT
  public:
-  explicit CustomerListWindow(const WindowParts& parts);
+  explicit CustomerListWindow(const WindowFrame& frame);
   void standaloneChanged() override;
 
  protected:

@@ -7,8 +7,7 @@
 #include <QShortcut>
 
 #include "ui/Buttons.h"
-#include "ui/MenuBar.h"
-#include "ui/NoticeLine.h"
+#include "ui/CommandTarget.h"
 #include "ui/RowTableView.h"
 #include "ui/Theme.h"
 #include "ui/WindowPlace.h"
@@ -23,28 +22,22 @@ constexpr int kStep = 40;
 
 }  // namespace
 
-ListWindow::ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*place, ListWords words)
-    : session_(parts.session),
-      target_(parts.commands),
-      place_(place),
+ListWindow::ListWindow(const WindowFrame& frame, ListWords words)
+    : ListEditorWindow(frame, words.title),
+      session_(frame.session),
+      target_(frame.target),
       words_(std::move(words)),
       ui_(std::make_unique<Ui::ListWindow>()) {
-  setAttribute(Qt::WA_DeleteOnClose);
-  setWindowTitle(words_.title);
   auto* content = new QWidget(this);
   ui_->setupUi(content);
-  setCentralWidget(content);
-  ui_->column->insertWidget(1, new NoticeLine(session_.notices(), NoticeLine::In::OtherWindow, content));
-  setMenuBar(new MenuBar(parts.commands, this));
+  setContent(content);
   resize(content->geometry().size());
   new WindowPlace(*this, session_.ports().defaults, words_.place);
   stepAside();
-  session_.*place_ = this;
 }
 
 ListWindow::~ListWindow() {
   table().dropTable();  // the rows go before the view
-  if (session_.*place_ == this) session_.*place_ = nullptr;
 }
 
 /// Beside a list that stands open this one shows both title bars.
@@ -124,22 +117,15 @@ void ListWindow::setUpAdding(QPushButton& button, const QString& text, const QSt
 RowTableView& ListWindow::table() const { return *ui_->activityTable; }
 QPushButton& ListWindow::addJobButton() const { return *ui_->addJobButton; }
 
-void ListWindow::close() {
+void ListWindow::closeUnasked() {
   closesAnyway_ = true;
-  QMainWindow::close();
-}
-
-void ListWindow::bringToFront() {
-  show();
-  raise();
-  activateWindow();
+  close();
 }
 
 void ListWindow::closeEvent(QCloseEvent* event) {
   // A user whose name was refused goes on editing it.
   if (!takeEdit() && !closesAnyway_) return event->ignore();
-  session_.*place_ = nullptr;
-  event->accept();
+  AppWindow::closeEvent(event);
 }
 
 void ListWindow::search(const QString& text) {
@@ -289,7 +275,7 @@ bool ListWindow::eventFilter(QObject* watched, QEvent* event) {
       return true;
     }
   }
-  return QMainWindow::eventFilter(watched, event);
+  return AppWindow::eventFilter(watched, event);
 }
 
 }  // namespace pendra

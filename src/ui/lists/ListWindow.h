@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QMainWindow>
 #include <functional>
 #include <memory>
 
+#include "ui/ListWindows.h"
 #include "ui_core/ListController.h"
 
 class QPushButton;
@@ -14,14 +14,7 @@ class ListWindow;
 
 namespace pendra {
 
-class CommandTarget;
 class RowTableView;
-
-/// What the program's windows share with their program.
-struct WindowParts {
-  Session& session;
-  CommandTarget& commands;
-};
 
 /// The words of one of the two windows.
 struct ListWords {
@@ -34,15 +27,13 @@ struct ListWords {
   QString place;        ///< the preference in which the window's place is kept
 };
 
-/// A window with a searchable list, kept by keyboard or mouse. It belongs to itself from its making to its
-/// closing, and is known to the session meanwhile.
-class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor, public ListView {
+/// A window with a searchable list, kept by keyboard or mouse.
+class ListWindow : public ListEditorWindow, public ListView {
   Q_OBJECT
  public:
   ~ListWindow() override;
 
-  void close() override;
-  void bringToFront() override;
+  void closeUnasked() override;
 
   void deleteRow() override;
   [[nodiscard]] bool isDeleteOK() const override { return controller_->isDeleteOK(); }
@@ -55,8 +46,7 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
   void standaloneChanged() override;
 
  protected:
-  /// `place` is where the session knows the window.
-  ListWindow(const WindowParts& parts, AuxiliaryWindow* Session::*place, ListWords words);
+  ListWindow(const WindowFrame& frame, ListWords words);
   /// Called at the end of the constructor of the window that knows its controller.
   void start(std::unique_ptr<ListController> controller);
 
@@ -97,7 +87,6 @@ class ListWindow : public QMainWindow, public AuxiliaryWindow, public ListEditor
 
   Session& session_;
   CommandTarget& target_;
-  AuxiliaryWindow* Session::*place_;
   ListWords words_;
   std::unique_ptr<Ui::ListWindow> ui_;
   std::unique_ptr<ListController> controller_;

@@ -10,15 +10,14 @@
 
 namespace pendra {
 
-ServicesListWindow::ServicesListWindow(const WindowParts& parts)
-    : ListWindow(parts, &Session::servicesListController,
-                 {.title = tr("Service Items"),
-                  .table = tr("Service items"),
-                  .add = tr("Add &Service Item"),
-                  .addAccessible = tr("Add service item"),
-                  .empty = tr("No service items yet. Add the kinds of work that you bill."),
-                  .emptyLinked = tr("No service items yet. “Update Lists from Vantor” brings them."),
-                  .place = preferences::kServicesListPlace}) {
+ServicesListWindow::ServicesListWindow(const WindowFrame& frame)
+    : ListWindow(frame, {.title = tr("Service Items"),
+                         .table = tr("Service items"),
+                         .add = tr("Add &Service Item"),
+                         .addAccessible = tr("Add service item"),
+                         .empty = tr("No service items yet. Add the kinds of work that you bill."),
+                         .emptyLinked = tr("No service items yet. “Update Lists from Vantor” brings them."),
+                         .place = preferences::kServicesListPlace}) {
   auto controller = std::make_unique<ServicesListController>(session(), *this);
   services_ = controller.get();
   setHelpAnchor(*this, help::kServiceItems);
@@ -31,9 +30,8 @@ void ServicesListWindow::addNew() {
   editName(table().selectedRow());
 }
 
-void loadServicesList(Session& session, CommandTarget& commands) {
-  auto* window = new ServicesListWindow({session, commands});  // its closing deletes it
-  window->bringToFront();
+std::unique_ptr<ListEditorWindow> makeServicesList(const WindowFrame& frame) {
+  return std::make_unique<ServicesListWindow>(frame);
 }
 
 }  // namespace pendra

@@ -9,7 +9,7 @@ namespace pendra {
 class ServicesListWindow final : public ListWindow {
   Q_OBJECT
  public:
-  explicit ServicesListWindow(const WindowParts& parts);
+  explicit ServicesListWindow(const WindowFrame& frame);
 
  protected:
   void addNew() override;

@@ -57,7 +57,6 @@ SetupController::SetupController(const WindowFrame& frame, ConnectionChecks& che
     : AppWindow(frame, tr("Set Up Pendra")),
       session_(frame.session),
       flow_(frame.session, checks, lists, *this) {
-  session_.setupController = this;
   setObjectName(QStringLiteral("SetupController"));
   setHelpAnchor(*this, help::kSetup);
   content_ = makeContent();
@@ -229,23 +228,11 @@ int SetupController::selectedRow() const { return modeRadios_->checkedId(); }
 
 QString SetupController::selectedName() const { return employeePopup_->currentText(); }
 
-void SetupController::close() {
-  if (saving_) {
-    closeAfterWindow();
-  } else {
-    AppWindow::close();
-  }
+void SetupController::closeUnasked() {
+  isDone_ = true;
+  if (!saving_) close();
 }
 
-void SetupController::finish() { AppWindow::close(); }
-
-void SetupController::closeAfterWindow() {
-  if (session_.setupController == this) session_.setupController = nullptr;
-}
-
-void SetupController::closeEvent(QCloseEvent* event) {
-  closeAfterWindow();
-  AppWindow::closeEvent(event);
-}
+void SetupController::finish() { close(); }
 
 }  // namespace pendra

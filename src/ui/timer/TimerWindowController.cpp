@@ -58,7 +58,6 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
   window_->setLog(log_, log_->makeSummary(), new GlanceView(state_.hours(), session));
   window_->setMenuBar(new MenuBar(target, window_.get()));
   window_->activityTable->setTable(state_.rows(), state_.selection());
-  session.window = this;
   connectControls();
   observeSession();
   startUp();
@@ -66,7 +65,6 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
 
 TimerWindowController::~TimerWindowController() {
   window_->hide();  // before the rows go that its tables show
-  if (session_.window == this) session_.window = nullptr;
 }
 
 void TimerWindowController::connectControls() {
@@ -116,7 +114,7 @@ void TimerWindowController::startUp() {
   state_.log().reloadNames();
   tick_.start(kTick);
   window_->activityTable->setFocus();
-  show();
+  bringToFront();
   introduce();
   tellOfStatistics();
   halted_ = std::make_unique<HaltedNotice>(session_, [this](TimeEntry& entry) {
@@ -204,11 +202,7 @@ void TimerWindowController::exportTimeLog() { log_->exportTimeLog(); }
 
 void TimerWindowController::showActivitySheet(bool forNew) { editors_->showActivitySheet(forNew); }
 
-void TimerWindowController::invalidateTracker() {
-  if (tracker_) tracker_->invalidate();
-}
-
-void TimerWindowController::show() {
+void TimerWindowController::bringToFront() {
   window_->show();
   window_->raise();
   window_->activateWindow();
@@ -224,8 +218,9 @@ void TimerWindowController::leave() {
   tick_.stop();
   introduction_.stop();
   observations_.clear();
-  closeAfterWindow(session_);
+  if (tracker_) tracker_->invalidate();
   closed_();
+  closeAfterWindow(session_);
 }
 
 void TimerWindowController::showDocumentState() {

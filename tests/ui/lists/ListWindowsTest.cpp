@@ -10,7 +10,6 @@
 #include <QTest>
 
 #include "../NoCommands.h"
-#include "document/DocumentClosing.h"
 #include "support/TestSession.h"
 #include "ui/RowTableView.h"
 #include "ui_core/ListEditor.h"
@@ -20,20 +19,15 @@ namespace {
 
 class ListWindows : public testing::Test, protected TestSession {
  protected:
-  ~ListWindows() override { const std::unique_ptr<QWidget> closed(window.data()); }
-
   void open(bool standalone = true, bool services = false) {
     openDocument(standalone);
     for (const char* name : {"Acme", "Best", "Zed"}) {
       addJob(addCustomer(QString::fromUtf8(name)), QString("Job of " + QString::fromUtf8(name)));
       addService(QString::fromUtf8(name));
     }
-    (services ? loadServicesList : loadCustomerList)(session, commands);
-    window = dynamic_cast<QWidget*>(editor());
-    EXPECT_TRUE(QTest::qWaitForWindowActive(window));
-  }
-  AuxiliaryWindow* editor() const {
-    return session.customerListController ? session.customerListController : session.servicesListController;
+    window = (services ? makeServicesList : makeCustomerList)({session, commands});
+    window->bringToFront();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
   }
   template <class T>
   T* named(const char* accessibleName) const {
@@ -54,7 +48,7 @@ class ListWindows : public testing::Test, protected TestSession {
   void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
 
   NoCommands commands;
-  QPointer<QWidget> window;
+  std::unique_ptr<ListEditorWindow> window;
 };
 
 TEST_F(ListWindows, AreKeptByKeyboardAlone) {
@@ -93,7 +87,7 @@ TEST_F(ListWindows, TakeEveryNameHoweverFastTheKeysCome) {
   strike(Qt::Key_Return);
   strike(Qt::Key_J, Qt::AltModifier);
   type(QStringLiteral("Landing"));
-  editor()->close();
+  window->closeUnasked();
   QStringList names;
   for (const Customer* customer : session.context()->all<Customer>()) names << *customer->name();
   EXPECT_EQ(names, QStringList({"Acme", "Best", "Zed", "Moon", "Aster", "Nova"}));
@@ -114,19 +108,18 @@ TEST_F(ListWindows, ANameThatIsRefusedHoldsUpWhatWasToFollow) {
   EXPECT_EQ(session.context()->all<Customer>().size(), 3U) << "none was added";
 }
 
-TEST_F(ListWindows, StoreWhatIsBeingTypedBeforeTheDocumentCloses) {
+TEST_F(ListWindows, StoreWhatIsBeingTypedWhenTheyAreAsked) {
   open();
   const std::shared_ptr<ObjectContext> context = session.context();
   table()->selectRow(0);
   table()->setFocus();
   press(Qt::Key_F2);
   type(QStringLiteral("Zed"));
-  EXPECT_FALSE(mayCloseWindow(session)) << "the name is yet to be mended";
+  EXPECT_FALSE(window->finishEditing()) << "the name is yet to be mended";
   EXPECT_EQ(alerts.messages(), QStringList("Zed already exists!"));
   press(Qt::Key_Shift);
   type(QStringLiteral("Moon"));
-  closeDoc(session);
-  EXPECT_EQ(session.context(), nullptr);
+  EXPECT_TRUE(window->finishEditing());
   EXPECT_EQ(queries::customersNamed(*context, QStringLiteral("Moon")).size(), 1U);
 }
 
@@ -200,16 +193,13 @@ TEST_F(ListWindows, OfALinkedDocumentOnlyOfferAndChoose) {
   EXPECT_EQ(queries::servicesNamed(*session.context(), QStringLiteral("Best"))[0]->shown(), false);
   press(Qt::Key_F2);
   EXPECT_EQ(QApplication::focusWidget(), table());
-  ASSERT_NE(listEditorOf(editor()), nullptr);
-  loadCustomerList(session, commands);
-  const std::unique_ptr<QWidget> other(dynamic_cast<QWidget*>(session.customerListController));
+  const auto other = makeCustomerList({session, commands});
+  other->bringToFront();
   EXPECT_TRUE(QTest::qWaitForWindowActive(other.get()));
   EXPECT_NE(other->pos(), window->pos()) << "not exactly on each other";
-  listEditorOf(session.servicesListController)->markNoneShown();
-  EXPECT_TRUE(QTest::qWaitForWindowActive(window)) << "it is seen to be changed";
+  window->markNoneShown();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(window.get())) << "it is seen to be changed";
   EXPECT_TRUE(queries::shownServices(*session.context()).empty());
-  session.servicesListController->close();
-  EXPECT_EQ(session.servicesListController, nullptr);
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ struct Ports {
   Workspace& workspace;
   ModalDepth& modals;
   NotificationCenter& notifications;
-  InterfaceLoader& interfaces;
+  Windows& windows;
 };
 
 /// Since when the document's file holds all that was done.
@@ -79,12 +79,6 @@ class Session {
 
   [[nodiscard]] Notices& notices() { return notices_; }
 
-  /// The windows that are open; each enters itself when it is loaded and leaves when it closes.
-  MainWindow* window = nullptr;
-  AuxiliaryWindow* setupController = nullptr;
-  AuxiliaryWindow* customerListController = nullptr;
-  AuxiliaryWindow* servicesListController = nullptr;
-  AuxiliaryWindow* welcomeController = nullptr;
   /// The introduction of a first run is due.
   bool showIntroSheet = false;
   /// Set when the user has said no to usage statistics for as long as the program runs.

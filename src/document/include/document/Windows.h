@@ -1,40 +1,24 @@
 #pragma once
-// What the document's operations ask of windows that live in higher layers. The list is closed: each
-// interface names its callers.
+// What the document's operations ask of windows, which live in higher layers: by kind, never by a pointer, so
+// that nobody holds a window that has gone.
 
 namespace pendra {
 
-/// The interfaces that can be loaded. Their owner is always the application delegate.
-enum class Interface { TimerWindow, Setup, CustomerList, ServicesList, WelcomeController, AboutBox };
+/// The windows of the program; at most one of each kind is open.
+enum class WindowKind { Timer, Setup, CustomerList, ServicesList, Welcome, About, Preferences };
 
-/// Loads windows. Called by launch, open, new, setup, backup and list synchronisation.
-class InterfaceLoader {
+/// Shows and closes windows. Called by launch, open, new, close and setup.
+class Windows {
  public:
-  virtual ~InterfaceLoader() = default;
-  /// Makes and shows the window, which enters itself in the session.
-  virtual void load(Interface interface) = 0;
-};
-
-/// The timer window. Called by opening and closing.
-class MainWindow {
- public:
-  virtual ~MainWindow() = default;
-  virtual void show() = 0;
-  /// Closes without asking; `closeAfterWindow` runs, and the window leaves the session.
-  virtual void close() = 0;
-  /// Stops the window's usage statistics.
-  virtual void invalidateTracker() = 0;
-};
-
-/// A window beside the timer window: setup, the list editors, welcome. Called by closing and setup. It leaves
-/// the session when it closes.
-class AuxiliaryWindow {
- public:
-  virtual ~AuxiliaryWindow() = default;
-  virtual void close() = 0;
-  virtual void bringToFront() = 0;
-  /// Stores what is being typed; false when it was refused, which the user has been told. Called by closing.
-  [[nodiscard]] virtual bool finishEditing() { return true; }
+  virtual ~Windows() = default;
+  /// Makes the window, or brings the one that is open to the front.
+  virtual void show(WindowKind kind) = 0;
+  [[nodiscard]] virtual bool isOpen(WindowKind kind) const = 0;
+  /// Closes the window without asking, and does nothing where it is not open. With the timer window goes its
+  /// document.
+  virtual void close(WindowKind kind) = 0;
+  /// Stores what is being typed in a list; false when it was refused, which the user has been told.
+  [[nodiscard]] virtual bool finishEditing() = 0;
 };
 
 }  // namespace pendra

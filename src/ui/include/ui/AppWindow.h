@@ -15,12 +15,13 @@ struct WindowFrame {
 };
 
 /// A top-level window beside the timer window: title, menu bar, notice line, content.
-class AppWindow : public QMainWindow, public AuxiliaryWindow {
+class AppWindow : public QMainWindow {
  public:
   AppWindow(const WindowFrame& frame, const QString& title);
 
-  void close() override { QMainWindow::close(); }
-  void bringToFront() override;
+  /// The program closes the window: what the user would be asked is not asked.
+  virtual void closeUnasked() { close(); }
+  void bringToFront();
 
   /// Told once, after the user or the program closed the window.
   void setClosed(std::function<void()> closed) { closed_ = std::move(closed); }
@@ -31,6 +32,8 @@ class AppWindow : public QMainWindow, public AuxiliaryWindow {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void standOverSheet();
+
   QWidget* frame_ = nullptr;
   std::function<void()> closed_;
 };

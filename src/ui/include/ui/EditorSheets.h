@@ -18,9 +18,6 @@ class EditorSheets {
   void hideSendingLabel() { activitySheet_.hideSendingLabel(); }
 
  private:
-  void showServiceItems();
-
-  Session& session_;
   CommandTarget& target_;
   ActivitySheet& activitySheet_;
   TimeEntrySheet& timeEntrySheet_;

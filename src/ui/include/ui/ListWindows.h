@@ -1,13 +1,23 @@
 #pragma once
 
+#include <memory>
+
+#include "ui/AppWindow.h"
+#include "ui_core/ListEditor.h"
+
 namespace pendra {
 
-class CommandTarget;
-class Session;
+/// A list in its window, kept by keyboard or mouse.
+class ListEditorWindow : public AppWindow, public ListEditor {
+ public:
+  using AppWindow::AppWindow;
+  /// Stores what is being typed; false when it was refused, which the user has been told.
+  [[nodiscard]] virtual bool finishEditing() = 0;
+};
 
-/// Makes the window "Customers and Jobs", enters it in the session and shows it. All must outlive it.
-void loadCustomerList(Session& session, CommandTarget& commands);
-/// The same for the window "Service Items".
-void loadServicesList(Session& session, CommandTarget& commands);
+/// "Customers and Jobs".
+[[nodiscard]] std::unique_ptr<ListEditorWindow> makeCustomerList(const WindowFrame& frame);
+/// "Service Items".
+[[nodiscard]] std::unique_ptr<ListEditorWindow> makeServicesList(const WindowFrame& frame);
 
 }  // namespace pendra

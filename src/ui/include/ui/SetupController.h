@@ -14,8 +14,7 @@ namespace pendra {
 class PathControl;
 
 /// "Set Up Pendra": makes a document and decides its mode. What it does stands in SetupFlow; the window only
-/// shows and asks. It is in the session while it is open, but for the last steps of saving: reading the new
-/// document takes it out, and it stays on the screen until the lists are loaded.
+/// shows and asks. Reading the new document closes it, but it stays on the screen until the lists are loaded.
 class SetupController final : public AppWindow, public SetupView {
   Q_OBJECT
  public:
@@ -23,21 +22,19 @@ class SetupController final : public AppWindow, public SetupView {
   /// a window in which standalone can be chosen.
   SetupController(const WindowFrame& frame, ConnectionChecks& checks, ListSync& lists);
 
-  void close() override;
+  void closeUnasked() override;
+  /// Whether it only stays until the lists are loaded.
+  [[nodiscard]] bool isDone() const { return isDone_; }
   void showDisplay(const SetupDisplay& display) override;
   [[nodiscard]] int selectedRow() const override;
   [[nodiscard]] QString selectedName() const override;
   void finish() override;
-
- protected:
-  void closeEvent(QCloseEvent* event) override;
 
  private:
   [[nodiscard]] QWidget* makeContent();
   [[nodiscard]] QWidget* makeSettings();
   [[nodiscard]] QWidget* makeStatus();
   [[nodiscard]] QWidget* makeButtons();
-  void closeAfterWindow();
   void lookForVantor();
   void save();
   void fitToContent();
@@ -45,6 +42,7 @@ class SetupController final : public AppWindow, public SetupView {
   Session& session_;
   SetupFlow flow_;
   bool saving_ = false;
+  bool isDone_ = false;
   QStringList employeeNames_;
 
   QWidget* content_ = nullptr;

@@ -20,10 +20,10 @@ class TimerWindow;
 class Tracker;
 
 /// The document's main window. Owned by the window loader; gone with its document.
-class TimerWindowController final : public QObject, public MainWindow, private TimerDisplay {
+class TimerWindowController final : public QObject, private TimerDisplay {
  public:
-  /// Shows the window and enters it in the session. `closed` is told when it has left, at a moment when
-  /// it may be destroyed later but not yet.
+  /// Shows the window. `closed` is told before its document goes, at a moment when it may be destroyed later
+  /// but not yet.
   TimerWindowController(Session& session, CommandTarget& target, std::function<void()> closed);
   ~TimerWindowController() override;
 
@@ -40,9 +40,9 @@ class TimerWindowController final : public QObject, public MainWindow, private T
   void deleteActivity();
   void exportTimeLog();
 
-  void show() override;
-  void close() override;
-  void invalidateTracker() override;
+  void bringToFront();
+  /// Closes without asking, and the document with it.
+  void close();
 
  private:
   void showElapsedTime(const QString& text) override;

@@ -8,29 +8,37 @@
 
 namespace pendra {
 
+class AppWindow;
 class CommandTarget;
+class ListEditor;
 struct LinkServices;
 class Session;
 class TimerWindowController;
 struct WindowFrame;
 
 /// Makes the windows, owns them, and ends the program when the last one was closed.
-class WindowLoader final : public QObject, public InterfaceLoader {
+class WindowRegistry final : public QObject, public Windows {
  public:
-  WindowLoader();
-  ~WindowLoader() override;
+  WindowRegistry();
+  ~WindowRegistry() override;
 
   /// Given once the session exists, which needs the loader first.
   void connectTo(Session& session, CommandTarget& target, LinkServices& link,
                  std::function<void()> terminate);
 
-  void load(Interface interface) override;
-  void showPreferences();
+  void show(WindowKind kind) override;
+  [[nodiscard]] bool isOpen(WindowKind kind) const override;
+  void close(WindowKind kind) override;
+  [[nodiscard]] bool finishEditing() override;
 
   /// Lets every window go, while the session still stands.
   void closeAll();
-  /// The timer window; none while it is not open.
+  /// The windows that commands act on; none while they are not open.
   [[nodiscard]] TimerWindowController* timerWindow() const;
+  [[nodiscard]] ListEditor* customerList() const;
+  [[nodiscard]] ListEditor* servicesList() const;
+  /// The list at the front, else the one that is open.
+  [[nodiscard]] ListEditor* listInFront() const;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -39,11 +47,13 @@ class WindowLoader final : public QObject, public InterfaceLoader {
   struct Open;
   template <class Window>
   void retire(std::unique_ptr<Window>& window);
-  void loadTimerWindow();
+  void makeTimerWindow();
+  /// The window of that kind beside the timer window; none while it is not open.
+  [[nodiscard]] AppWindow* windowBeside(WindowKind kind) const;
   void endWithoutWindows();
   bool helpFor(QObject* watched);
-  template <class Window, class... Arguments>
-  Window& open(std::unique_ptr<Window>& place, Arguments&&... arguments);
+  template <class Window, class Make>
+  void open(std::unique_ptr<Window>& place, const Make& make);
   [[nodiscard]] WindowFrame frame() const;
 
   Session* session_ = nullptr;

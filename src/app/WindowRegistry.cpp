@@ -1,0 +1,185 @@
+#include "WindowRegistry.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QTimer>
+
+#include "LinkServices.h"
+#include "document/Session.h"
+#include "platform/Resources.h"
+#include "ui/CommandTarget.h"
+#include "ui/FieldUndo.h"
+#include "ui/ListWindows.h"
+#include "ui/SetupController.h"
+#include "ui/ShellWindows.h"
+#include "ui/TimerWindowController.h"
+#include "ui_core/ShellCommands.h"
+
+namespace pendra {
+
+namespace {
+
+/// Keeps a window that closed until the events at hand are done, because it may still stand on the call
+/// stack. By deferred deletion, which also waits for the loops of the alerts that are opened meanwhile.
+class Retired final : public QObject {
+ public:
+  Retired(std::shared_ptr<void> window, QObject* parent) : QObject(parent), window_(std::move(window)) {
+    deleteLater();
+  }
+
+ private:
+  std::shared_ptr<void> window_;
+};
+
+}  // namespace
+
+/// The windows that are open, and those that closed and have not gone yet.
+struct WindowRegistry::Open {
+  std::unique_ptr<TimerWindowController> timer;
+  std::unique_ptr<SetupController> setup;
+  std::unique_ptr<AboutBox> about;
+  std::unique_ptr<WelcomeWindow> welcome;
+  std::unique_ptr<ListEditorWindow> customers;
+  std::unique_ptr<ListEditorWindow> services;
+  std::unique_ptr<PreferencesWindow> preferences;
+  QObject retired;
+};
+
+WindowRegistry::WindowRegistry() : open_(std::make_unique<Open>()) {}
+WindowRegistry::~WindowRegistry() = default;
+
+void WindowRegistry::closeAll() { open_ = std::make_unique<Open>(); }
+
+template <class Window>
+void WindowRegistry::retire(std::unique_ptr<Window>& window) {
+  if (window) new Retired(std::shared_ptr<Window>(std::move(window)), &open_->retired);
+}
+
+void WindowRegistry::connectTo(Session& session, CommandTarget& target, LinkServices& link,
+                               std::function<void()> terminate) {
+  link_ = &link;
+  session_ = &session;
+  target_ = &target;
+  terminate_ = std::move(terminate);
+  qApp->installEventFilter(this);
+}
+
+WindowFrame WindowRegistry::frame() const { return {*session_, *target_}; }
+
+template <class Window, class Make>
+void WindowRegistry::open(std::unique_ptr<Window>& place, const Make& make) {
+  if (!place) {
+    place = make();
+    place->setClosed([this, &place] { retire(place); });
+  }
+  place->bringToFront();
+}
+
+void WindowRegistry::show(WindowKind kind) {
+  switch (kind) {
+    case WindowKind::Timer:
+      return open_->timer ? open_->timer->bringToFront() : makeTimerWindow();
+    case WindowKind::Setup:
+      return open(open_->setup,
+                  [this] { return std::make_unique<SetupController>(frame(), link_->checks, link_->lists); });
+    case WindowKind::CustomerList:
+      return open(open_->customers, [this] { return makeCustomerList(frame()); });
+    case WindowKind::ServicesList:
+      return open(open_->services, [this] { return makeServicesList(frame()); });
+    case WindowKind::Welcome:
+      return open(open_->welcome, [this] { return std::make_unique<WelcomeWindow>(frame()); });
+    case WindowKind::About:
+      return open(open_->about, [this] { return std::make_unique<AboutBox>(frame(), versionText()); });
+    case WindowKind::Preferences:
+      return open(open_->preferences, [this] { return std::make_unique<PreferencesWindow>(frame()); });
+  }
+}
+
+AppWindow* WindowRegistry::windowBeside(WindowKind kind) const {
+  switch (kind) {
+    case WindowKind::Setup:
+      return open_->setup && !open_->setup->isDone() ? open_->setup.get() : nullptr;
+    case WindowKind::CustomerList:
+      return open_->customers.get();
+    case WindowKind::ServicesList:
+      return open_->services.get();
+    case WindowKind::Welcome:
+      return open_->welcome.get();
+    case WindowKind::About:
+      return open_->about.get();
+    case WindowKind::Preferences:
+      return open_->preferences.get();
+    case WindowKind::Timer:
+      break;
+  }
+  return nullptr;
+}
+
+bool WindowRegistry::isOpen(WindowKind kind) const {
+  return kind == WindowKind::Timer ? open_->timer != nullptr : windowBeside(kind) != nullptr;
+}
+
+void WindowRegistry::close(WindowKind kind) {
+  if (AppWindow* window = windowBeside(kind)) return window->closeUnasked();
+  if (kind == WindowKind::Timer && open_->timer) open_->timer->close();
+}
+
+bool WindowRegistry::finishEditing() {
+  return (!open_->customers || open_->customers->finishEditing()) &&
+         (!open_->services || open_->services->finishEditing());
+}
+
+void WindowRegistry::makeTimerWindow() {
+  open_->timer =
+      std::make_unique<TimerWindowController>(*session_, *target_, [this] { retire(open_->timer); });
+  close(WindowKind::Welcome);  // where to begin has been found
+}
+
+bool WindowRegistry::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Hide && watched->isWidgetType() &&
+      static_cast<QWidget*>(watched)->isWindow()) {
+    endWithoutWindows();
+  }
+  if (belongsToMenu(*event)) return true;
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
+    return helpFor(watched);
+  }
+  return false;
+}
+
+/// F1 where no menu bar answers it: in a sheet, and on an item of an open menu.
+bool WindowRegistry::helpFor(QObject* watched) {
+  if (const auto* menu = qobject_cast<QMenu*>(watched)) {
+    const QAction* item = menu->activeAction();
+    showHelp({.text = item ? item->property("helpAnchor").toString() : QString()},
+             session_->ports().workspace, resourceFolder());
+    return true;
+  }
+  QWidget* sheet = QApplication::activeModalWidget();
+  if (!sheet || !watched->isWidgetType()) return false;
+  target_->perform(Command::Help, sheet);
+  return true;
+}
+
+/// Ends the program when no window is left, after the events at hand: opening, backing up and updating lists
+/// close windows and open them again in one go.
+void WindowRegistry::endWithoutWindows() {
+  QTimer::singleShot(0, qApp, [this] {
+    const auto windows = QApplication::topLevelWidgets();
+    const bool anyVisible = std::any_of(windows.begin(), windows.end(),
+                                        [](const QWidget* window) { return window->isVisible(); });
+    if (!anyVisible && !isOpen(WindowKind::Timer)) terminate_();
+  });
+}
+
+TimerWindowController* WindowRegistry::timerWindow() const { return open_->timer.get(); }
+ListEditor* WindowRegistry::customerList() const { return open_->customers.get(); }
+ListEditor* WindowRegistry::servicesList() const { return open_->services.get(); }
+
+ListEditor* WindowRegistry::listInFront() const {
+  const bool servicesFirst = open_->services && (!open_->customers || open_->services->isActiveWindow());
+  return servicesFirst ? servicesList() : customerList();
+}
+
+}  // namespace pendra
