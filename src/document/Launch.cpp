@@ -21,6 +21,7 @@ void Launch::launch(const QString& file) {
     defaults.setBoolean(preferences::kMergeSubmissions, true);
   }
   session_.showIntroSheet = introductionIsDue();
+  backups_.start();  // what the first document was before an upgrade is kept, too
   if (file.isEmpty()) {
     loadLastDocument(session_);
   } else if (!QFileInfo::exists(file)) {
@@ -53,6 +54,7 @@ bool Launch::mayEnd() {
   closeDoc(session_);
   if (session_.document()) return false;
   autoSave_.stop();
+  backups_.stop();
   return true;
 }
 

@@ -14,6 +14,12 @@ bool hasFixedTime(const ManagedObject& object) {
   return &object.entity() == &TimeEntry::descriptor() && static_cast<const TimeEntry&>(object).timeIsFixed();
 }
 
+bool isMoreThanSignOfLife(const ChangeSet& news) {
+  return news.touches<TimeEntry>() || news.touches<Activity>() || news.touches<Customer>() ||
+         news.touches<Job>() || news.touches<Service>() || news.touches<Identity>() ||
+         news.changedAny<DocumentSettings>("standalone");
+}
+
 /// Every document has settings, and they are those of its first identity.
 void completeSettings(ObjectContext& context) {
   DocumentSettings* settings = queries::firstDocument(context);
@@ -45,6 +51,9 @@ Result<std::unique_ptr<OpenDocument>> OpenDocument::read(const QString& path, co
 OpenDocument::OpenDocument(QString path, std::shared_ptr<ObjectContext> context)
     : path_(std::move(path)), context_(std::move(context)), openedAt_(context_->clock().now()) {
   context_->setFixed(&hasFixedTime);
+  edits_ = context_->observe([this](const ChangeSet& news) {
+    if (isMoreThanSignOfLife(news)) isBackedUp = false;
+  });
 }
 
 OpenDocument::~OpenDocument() { context_->close(); }

@@ -21,6 +21,7 @@ void Session::requireEdits() {
 }
 
 void Session::exchange(std::unique_ptr<OpenDocument> next) {
+  if (document_) documentLeaving_.changed();
   const bool wasStandalone = isStandalone();
   // From here on `next` is the one before: it stands until nobody shows it any more.
   std::swap(document_, next);

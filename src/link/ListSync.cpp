@@ -4,6 +4,7 @@
 
 #include "FetchedLists.h"
 #include "ListMerging.h"
+#include "document/Backups.h"
 #include "document/DocumentLoading.h"
 #include "document/RunningTimers.h"
 
@@ -67,6 +68,7 @@ void ListSync::refreshBeforeSending() {
 
 void ListSync::merge(const FetchedLists& lists) {
   ObjectContext& context = *session_.context();
+  std::ignore = makeBackup(session_, BackupReason::UpdatingLists);  // without one it says so
   const NamesBefore before(context);
   QStringList affected;
   std::ignore = context.edit(tr("Update Lists from Vantor"), {.undoable = false}, [&] {

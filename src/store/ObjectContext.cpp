@@ -132,6 +132,14 @@ void ObjectContext::linkRead(ManagedObject& owner, const PropertyDescriptor& pro
   }
 }
 
+ManagedObject& ObjectContext::insertWithID(const EntityDescriptor& entity, qint64 id) {
+  auto made = entity.make();
+  ManagedObject& object = *made;
+  object.id_ = id;
+  putBack(std::move(made));
+  return object;
+}
+
 void ObjectContext::putBack(OwnedObject object) {
   ManagedObject& back = *object;
   back.deleted_ = false;

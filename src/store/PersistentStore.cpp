@@ -68,7 +68,8 @@ struct PersistentStore::Parts {
   DocumentFile file;
   std::unique_ptr<Connection> connection;
   std::vector<RowStatements> tables;
-  QByteArray state;  ///< that of the file after our last save
+  QByteArray state;    ///< that of the file after our last save
+  QString layoutCopy;  ///< kept before the file got the newest layout
 };
 
 Result<void> PersistentStore::Parts::connect() {
@@ -106,7 +107,11 @@ Result<void> PersistentStore::Parts::bringToNewestLayout() {
   const QString copy = pathOfLayoutCopy(file.path(), layout);
   if (auto kept = copyFile(file.path(), copy, Existing::Keep); !kept) return kept;
   auto upgraded = connection->guarded([&] { layouts::upgrade(*connection, model); });
-  if (!upgraded) QFile::remove(copy);  // the document itself is still what the copy is
+  if (upgraded) {
+    layoutCopy = copy;
+  } else {
+    QFile::remove(copy);  // the document itself is still what the copy is
+  }
   return upgraded;
 }
 
@@ -222,6 +227,7 @@ std::optional<Displaced> displaced(const Error& error) {
   return error.domain == kDisplaced ? std::optional(static_cast<Displaced>(error.code)) : std::nullopt;
 }
 
+const QString& PersistentStore::layoutCopy() const { return parts_->layoutCopy; }
 const QString& PersistentStore::path() const { return parts_->file.path(); }
 bool PersistentStore::isWritable() const { return parts_->file.isWritable(); }
 bool PersistentStore::isLocked() const { return parts_->file.isLocked(); }
@@ -315,7 +321,10 @@ Result<void> PersistentStore::writeCopy(const ObjectContext& context, const QStr
                                         Existing existing) const {
   Draft draft(path);
   if (auto opened = draft.open(); !opened) return opened;
-  if (auto made = writeDraft(context, draft, parts_->model); !made) return made.error();
+  if (auto made = writeDraft(context, draft, parts_->model); !made) {
+    QFile::remove(journalOf(draft.name()));  // the database leaves it where it could not tell that it went
+    return made.error();
+  }
   return draft.finish(existing);
 }
 

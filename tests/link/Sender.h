@@ -25,7 +25,9 @@ struct SendingPlace {
 
   [[nodiscard]] QString document() const { return folder + u"/Test.pdr"; }
   [[nodiscard]] QString records() const { return folder + u"/records"; }
-  [[nodiscard]] Places places() const { return {folder, folder + u"/cache", folder + u"/config"}; }
+  [[nodiscard]] Places places() const {
+    return {folder, folder + u"/cache", folder + u"/config", folder + u"/state"};
+  }
 };
 
 /// Looks into what Vantor received before answering whether a record arrived; agrees to everything else.

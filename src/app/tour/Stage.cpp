@@ -50,7 +50,10 @@ Stage::~Stage() {
 
 Environment Stage::makeEnvironment() {
   const QString home = home_.path();
-  return {.places = {.documents = home + u"/Documents", .caches = home + u"/caches", .config = home},
+  return {.places = {.documents = home + u"/Documents",
+                     .caches = home + u"/caches",
+                     .config = home,
+                     .state = home + u"/state"},
           .clock = std::make_unique<StageClock>(now_),
           .calendar = Calendar(QTimeZone::utc()),
           .workspace = std::make_unique<EmptyWorkspace>()};

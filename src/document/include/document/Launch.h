@@ -3,6 +3,7 @@
 #include <QString>
 
 #include "document/AutoSave.h"
+#include "document/BackupKeeper.h"
 
 namespace pendra {
 
@@ -11,7 +12,8 @@ class Session;
 /// Launch and quit: what happens once in a run of the program.
 class Launch {
  public:
-  explicit Launch(Session& session, SavePace pace = {}) : session_(session), autoSave_(session, pace) {}
+  explicit Launch(Session& session, SavePace pace = {})
+      : session_(session), autoSave_(session, pace), backups_(session) {}
 
   /// The whole launch, in its order: preference, introduction, document, periodic save, identity, window. A
   /// `file` that was named at the start is opened in place of the last document; when it cannot be, or when
@@ -25,6 +27,7 @@ class Launch {
 
   Session& session_;
   AutoSave autoSave_;
+  BackupKeeper backups_;
 };
 
 }  // namespace pendra

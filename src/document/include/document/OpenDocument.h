@@ -44,8 +44,11 @@ class OpenDocument {
     std::optional<quint64> copiedAt{};        ///< and when all of it was last written elsewhere
     int madeAnew = 0;                         ///< how often it was deleted
     bool ofCopies = false;                    ///< that copies are put in its place
+    QString noBackup{};                       ///< why none makes itself; empty while all is well
   };
   Told told;
+  /// Whether the newest backup holds all of it; none while nobody has looked.
+  std::optional<bool> isBackedUp;
 
  private:
   OpenDocument(QString path, std::shared_ptr<ObjectContext> context);
@@ -54,6 +57,7 @@ class OpenDocument {
   std::shared_ptr<ObjectContext> context_;
   Ref<DocumentSettings> settings_;
   Instant openedAt_;
+  Subscription edits_;
 };
 
 }  // namespace pendra

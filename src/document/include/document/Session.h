@@ -70,6 +70,8 @@ class Session {
   void requireEdits();
   /// Announces that another document is open, or none.
   [[nodiscard]] Notifier& documentChanges() { return documentChanges_; }
+  /// Announces that the open document is about to go; it is still the open one then.
+  [[nodiscard]] Notifier& documentLeaving() { return documentLeaving_; }
   /// Announces the changes of `isStandalone`.
   [[nodiscard]] Notifier& standaloneChanges() { return standaloneChanges_; }
 
@@ -94,6 +96,7 @@ class Session {
   bool editsRequired_ = false;
   Subscription commits_;
   Notifier::Subscription settings_;
+  Notifier documentLeaving_;
   Notifier documentChanges_;
   Notifier standaloneChanges_;
   Notifier saveStateChanges_;

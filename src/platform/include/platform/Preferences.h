@@ -27,6 +27,8 @@ inline const QString kIntroduced = QStringLiteral("PendraIntroduced");
 inline const QString kRecentDocuments = QStringLiteral("PendraRecentDocuments");
 /// Path of a copy that was written when a document could not be saved at the end; empty once it was told.
 inline const QString kRescued = QStringLiteral("PendraRescued");
+/// Path of the folder of the backups that make themselves; empty: the program's own.
+inline const QString kBackupFolder = QStringLiteral("PendraBackupFolder");
 /// Path of the folder in which a file was chosen last.
 inline const QString kLastFolder = QStringLiteral("PendraLastFolder");
 /// Where each window stood when it was closed, in a form of the toolkit's.

@@ -167,6 +167,7 @@ class ObjectContext {
   friend class ManagedObject;
   friend class PersistentStore;
   friend class RelationshipKeeper;
+  friend class StateTransfer;
   friend class StepBack;
   friend class UndoStack;
 
@@ -194,6 +195,8 @@ class ObjectContext {
   ManagedObject& adopt(OwnedObject object, qint64 id);
   /// Ties a link that was read to its target; a target that is not there leaves none.
   void linkRead(ManagedObject& owner, const PropertyDescriptor& property, qint64 target);
+  /// An empty object under an identifier that none has; `awakeFromInsert` does not run.
+  ManagedObject& insertWithID(const EntityDescriptor& entity, qint64 id);
   /// Puts an object back that has been taken out, as it was then.
   void putBack(OwnedObject object);
   /// Takes an object that is out of every relationship out of the document.

@@ -60,6 +60,8 @@ class PersistentStore {
   /// Whether other programs that would open the document are kept out.
   [[nodiscard]] bool isLocked() const;
   [[nodiscard]] const FileStory& story() const { return story_; }
+  /// The copy that was kept when the document was brought to a newer layout; empty when it was not.
+  [[nodiscard]] const QString& layoutCopy() const;
   /// The path that the file has which was moved; empty when nobody knows.
   [[nodiscard]] QString movedTo() const;
 

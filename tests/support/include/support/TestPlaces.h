@@ -16,6 +16,7 @@ class TestPlaces : public Places {
     documents = folder("Documents");
     caches = folder("cache");
     config = folder("config");
+    state = path("state");
   }
 
   /// The path of a file or folder beside them.
