@@ -55,7 +55,8 @@ struct Desk {
   QTemporaryDir folder;
   SystemClock clock;
   Calendar calendar{QTimeZone::utc()};
-  Places places{folder.path(), folder.path() + u"/cache", folder.path() + u"/config"};
+  Places places{folder.path(), folder.path() + u"/cache", folder.path() + u"/config",
+                folder.path() + u"/state"};
   UserDefaults defaults{places.defaultsFile()};
   Agreeing alerts;
   NoPanels panels;

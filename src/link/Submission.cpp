@@ -107,7 +107,7 @@ void Submission::showSummary() {
        .message = tr("Time Sent"),
        .informative = tr("Your time has been successfully sent to Vantor."),
        .buttons = {tr("OK")},
-                                    .topic = Alert::Topic::FirstSending},
+       .topic = Alert::Topic::FirstSending},
       {});
 }
 

@@ -168,8 +168,9 @@ class Program:
         subprocess.run(["xdotool", "type", "--delay", "15", text], env=self.desktop.environment, check=True)
 
     def focus_window(self, title):
+        """Before a document's name may stand what runs in it."""
         found = wait_for(f"an X window titled {title!r}", lambda: subprocess.run(
-            ["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], env=self.desktop.environment,
+            ["xdotool", "search", "--onlyvisible", "--name", f"(^| - ){title}$"], env=self.desktop.environment,
             capture_output=True, text=True).stdout.split())
         subprocess.run(["xdotool", "windowactivate", "--sync", found[-1]], env=self.desktop.environment, check=False)
 
