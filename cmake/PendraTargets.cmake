@@ -7,22 +7,15 @@ target_precompile_headers(pendra_pch PRIVATE
   <algorithm> <array> <functional> <map> <memory> <optional> <span> <string> <vector>
   <QByteArray> <QDateTime> <QHash> <QList> <QString> <QStringList>)
 
-# pendra_library(NAME platform DEPENDS ... [PRIVATE ...] [WIDGETS]):
-# the folder's sources, with include/ published as one file set.
+# pendra_library(NAME platform SOURCES ... HEADERS include/... DEPENDS ... [PRIVATE ...] [WIDGETS]):
+# its sources, and its public headers as one file set. Every file is named: one that nobody builds cannot hide.
 # WIDGETS targets run moc and uic and do without the shared precompiled header.
 function(pendra_library)
-  cmake_parse_arguments(ARG "WIDGETS" "NAME" "DEPENDS;PRIVATE" ${ARGN})
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp *.ui)
-  file(GLOB_RECURSE headers CONFIGURE_DEPENDS include/*.h)
-  # ui/core lives below ui and is a target of its own.
-  if(NOT CMAKE_CURRENT_SOURCE_DIR MATCHES "/core$")
-    list(FILTER sources EXCLUDE REGEX "/src/ui/core/")
-    list(FILTER headers EXCLUDE REGEX "/src/ui/core/")
-  endif()
+  cmake_parse_arguments(ARG "WIDGETS" "NAME" "SOURCES;HEADERS;DEPENDS;PRIVATE" ${ARGN})
   set(target pendra_${ARG_NAME})
-  add_library(${target} STATIC ${sources})
+  add_library(${target} STATIC ${ARG_SOURCES})
   target_sources(${target} PUBLIC FILE_SET HEADERS
-    BASE_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/include FILES ${headers})
+    BASE_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/include FILES ${ARG_HEADERS})
   target_link_libraries(${target} PUBLIC ${ARG_DEPENDS} PRIVATE pendra_warnings ${ARG_PRIVATE})
   set_target_properties(${target} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
   pendra_compile(${target} "${ARG_WIDGETS}")
@@ -53,15 +46,11 @@ function(pendra_unoptimised target)
   target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O0>)
 endfunction()
 
-# pendra_test(NAME store DEPENDS ...): test-store from the sources of this folder, run by CTest
+# pendra_test(NAME store SOURCES ... DEPENDS ...): test-store, run by CTest
 # away from the machine's display, zone, locale and settings.
 function(pendra_test)
-  cmake_parse_arguments(ARG "WIDGETS" "NAME;TIMEOUT" "DEPENDS" ${ARGN})
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp)
-  if(NOT CMAKE_CURRENT_SOURCE_DIR MATCHES "/core$")
-    list(FILTER sources EXCLUDE REGEX "/tests/ui/core/")
-  endif()
-  add_executable(test-${ARG_NAME} ${sources})
+  cmake_parse_arguments(ARG "WIDGETS" "NAME;TIMEOUT" "SOURCES;DEPENDS" ${ARGN})
+  add_executable(test-${ARG_NAME} ${ARG_SOURCES})
   target_link_libraries(test-${ARG_NAME} PRIVATE ${ARG_DEPENDS} pendra_test_support pendra_warnings)
   pendra_unoptimised(test-${ARG_NAME})
   if(ARG_WIDGETS)
