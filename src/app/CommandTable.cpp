@@ -73,6 +73,7 @@ constexpr CommandRow kFile[] = {
     {Command::ImportCustomers, "Import Customer List…", 14, "", false, always,
      [](At at) { at.link.lists.importCustomers(); }},
     {Command::BackUp, "Back Up Document…", 16, "", true, withDocument, inSession<backUpDocument>},
+    {Command::Restore, "Restore…", 0, "", false, withDocument, openWindow<WindowKind::Restore>},
     {Command::ExportLog, "Export Time Log…", 43, "", false, withDocument,
      inTimerWindow<&TimerWindowController::exportTimeLog>},
 };

@@ -11,6 +11,7 @@
 #include "ui/CommandTarget.h"
 #include "ui/FieldUndo.h"
 #include "ui/ListWindows.h"
+#include "ui/RestoreWindow.h"
 #include "ui/SetupController.h"
 #include "ui/ShellWindows.h"
 #include "ui/TimerWindowController.h"
@@ -43,6 +44,7 @@ struct WindowRegistry::Open {
   std::unique_ptr<ListEditorWindow> customers;
   std::unique_ptr<ListEditorWindow> services;
   std::unique_ptr<PreferencesWindow> preferences;
+  std::unique_ptr<RestoreWindow> restore;
   QObject retired;
 };
 
@@ -93,6 +95,8 @@ void WindowRegistry::show(WindowKind kind) {
       return open(open_->about, [this] { return std::make_unique<AboutBox>(frame(), versionText()); });
     case WindowKind::Preferences:
       return open(open_->preferences, [this] { return std::make_unique<PreferencesWindow>(frame()); });
+    case WindowKind::Restore:
+      return open(open_->restore, [this] { return std::make_unique<RestoreWindow>(frame()); });
   }
 }
 
@@ -110,6 +114,8 @@ AppWindow* WindowRegistry::windowBeside(WindowKind kind) const {
       return open_->about.get();
     case WindowKind::Preferences:
       return open_->preferences.get();
+    case WindowKind::Restore:
+      return open_->restore.get();
     case WindowKind::Timer:
       break;
   }

@@ -234,6 +234,7 @@ Result<void> makeBackup(Session& session, BackupReason reason) {
 }
 
 Result<std::shared_ptr<ObjectContext>> readBackup(const Session& session, const QString& path) {
+  if (QFileInfo(path).size() == 0) return systemError(QFileInfo::exists(path) ? EIO : ENOENT);
   const QTemporaryDir aside;
   const QString copy = aside.filePath(QStringLiteral("backup.pdr"));
   if (auto copied = copyFile(path, copy, Existing::Keep); !copied) return copied.error();

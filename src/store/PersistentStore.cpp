@@ -159,6 +159,21 @@ Result<void> PersistentStore::check(const QString& path, const ObjectModel& mode
   });
 }
 
+Result<Tally> PersistentStore::tally(const QString& path, const EntityDescriptor& entity,
+                                     const char* number) {
+  auto opened = Connection::open(path, SQLite::OPEN_READONLY, kOpenPatience);
+  if (!opened) return opened.error();
+  Connection& connection = *opened.value();
+  connection.allowReadingAll();
+  return connection.guarded([&] {
+    const auto quoted = [](const char* name) { return '"' + std::string(name) + '"'; };
+    SQLite::Statement sums(connection.database(),
+                           "SELECT count(*), total(" + quoted(number) + ") FROM " + quoted(entity.name));
+    sums.executeStep();
+    return Tally{sums.getColumn(0).getInt64(), sums.getColumn(1).getDouble()};
+  });
+}
+
 Result<void> PersistentStore::recover(const QString& path, const ObjectModel& model) {
   if (!QFileInfo::exists(path)) return systemError(ENOENT);
   auto held = DocumentFile::hold(path);

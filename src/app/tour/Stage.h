@@ -7,6 +7,7 @@
 
 #include "Program.h"
 #include "sample/SampleDocument.h"
+#include "ui/TimerWindowController.h"
 
 namespace pendra {
 
@@ -23,6 +24,7 @@ class Stage {
   void perform(Command command) { program_.commands().perform(command, nullptr); }
   /// Lets the clock go on by so many seconds.
   void advance(double seconds) { now_ = now_ + seconds; }
+  [[nodiscard]] Session& session() { return timer().state().session(); }
   [[nodiscard]] ModalDepth& modals() { return environment_.modals; }
 
  private:

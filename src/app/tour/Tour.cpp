@@ -6,6 +6,7 @@
 
 #include "Album.h"
 #include "Stage.h"
+#include "document/Backups.h"
 #include "link/SubmissionRows.h"
 #include "ui/LogPaneView.h"
 #include "ui/RowTableView.h"
@@ -81,6 +82,39 @@ void drawSheets(Album& album, Stage& stage) {
                   [&] { std::ignore = summary.run(shown, [&] { return shown; }); });
 }
 
+/// A week in which somebody worked an hour on two days, made the list of customers up to date, and sent
+/// something.
+void drawRestore(Album& album) {
+  Stage stage(SampleOptions{.customers = 10,
+                            .jobs = 10,
+                            .services = 7,
+                            .activities = 6,
+                            .entries = 240,
+                            .seed = 4,
+                            .everyday = true});
+  constexpr double kDay = 86'400;
+  ObjectContext& context = *stage.session().context();
+  for (const BackupReason reason : {BackupReason::Daily, BackupReason::Daily, BackupReason::UpdatingLists,
+                                    BackupReason::Restoring, BackupReason::Daily, BackupReason::Daily}) {
+    const TimeEntry* sent = nullptr;
+    std::ignore = context.edit({}, {.undoable = false}, [&] {
+      TimeEntry& entry = context.all<Activity>()[0]->addEntry();
+      entry.setDuration(3600);
+      for (TimeEntry* one : context.all<TimeEntry>()) {
+        if (!sent && !one->timeIsFixed() && one != &entry)
+          (sent = one, one)->setDateSubmitted(context.clock().now());
+      }
+    });
+    std::ignore = makeBackup(stage.session(), reason);
+    stage.advance(reason == BackupReason::Daily ? kDay : kDay / 12);
+  }
+  stage.perform(Command::Restore);
+  QWidget& window = windowTitled(QStringLiteral("Restore"));
+  window.findChild<RowTableView*>(QStringLiteral("backups"))->selectRow(3);
+  for (int row = 0; row < 10; ++row) QCoreApplication::processEvents();  // one is looked up in each
+  album.take(QStringLiteral("restore"), window);
+}
+
 void drawWork(Album& album) {
   Stage stage(SampleOptions{.customers = 10,
                             .jobs = 10,
@@ -111,6 +145,7 @@ bool drawTour(const QString& folder) {
   drawFirstRun(album);
   drawEmptyDocument(album);
   drawWork(album);
+  drawRestore(album);
   return album.isComplete();
 }
 

@@ -12,6 +12,8 @@ QString anchorOf(Alert::Topic topic) {
       return kHeldBack;
     case Alert::Topic::UnknownFate:
       return kUnknownFate;
+    case Alert::Topic::Backups:
+      return kBackups;
     case Alert::Topic::None:
       break;
   }

@@ -1,8 +1,10 @@
 #include "ui/ShellWindows.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QShortcut>
@@ -17,6 +19,7 @@
 #include "ui/CommandTarget.h"
 #include "ui/HelpPlace.h"
 #include "ui/Symbols.h"
+#include "ui/TabularText.h"
 #include "ui/Theme.h"
 #include "ui_core/HelpAnchors.h"
 #include "ui_core/ShellCommands.h"
@@ -171,7 +174,9 @@ WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : ShellWindow(frame, tr("
 }
 
 PreferencesWindow::PreferencesWindow(const WindowFrame& frame)
-    : ShellWindow(frame, tr("Preferences")), defaults_(frame.session.ports().defaults) {
+    : ShellWindow(frame, tr("Preferences")),
+      session_(frame.session),
+      defaults_(frame.session.ports().defaults) {
   setHelpAnchor(*this, help::kPreferences);
   Page page;
   const auto add = [&](const QString& key, const QString& text, const QString& explanation, bool byDefault) {
@@ -191,7 +196,43 @@ PreferencesWindow::PreferencesWindow(const WindowFrame& frame)
   add(preferences::kHideSubmitted, tr("Hide sent entries in the time log"),
       tr("Sent entries stay in the document and are left out of the list and of an export."), false);
   add(preferences::kAnalyticsTracker, tr("Send usage statistics"), statisticsDisclosureHere(), true);
+  page.column->addLayout(makeBackupFolder());
   setContent(page.widget);
+}
+
+/// A folder that is not there is marked and not taken over.
+QLayout* PreferencesWindow::makeBackupFolder() {
+  auto* field = new QLineEdit(defaults_.text(preferences::kBackupFolder).value_or(QString()));
+  field->setObjectName(preferences::kBackupFolder);
+  field->setAccessibleName(tr("Backup folder"));
+  field->setPlaceholderText(tr("Pendra's own place"));
+  field->setToolTip(session_.ports().places.backupFolder());
+  auto* title = new QLabel(tr("Backup folder"));
+  title->setBuddy(field);
+  QLabel* remark = quietText(QString());
+  const auto say = [field, remark](bool isTaken) {
+    field->setProperty(kUnreadableProperty, !isTaken);
+    field->update();
+    showText(*remark, isTaken ? tr("Backups make themselves here, in a folder for each document.")
+                              : tr("There is no such folder. Backups go where they went before."));
+    field->setAccessibleDescription(remark->text());
+  };
+  say(true);
+  connect(field, &QLineEdit::editingFinished, this, [this, field, say] {
+    const QString path = field->text().trimmed();
+    const bool isTaken = path.isEmpty() || (QDir::isAbsolutePath(path) && QFileInfo(path).isDir());
+    if (isTaken && path != defaults_.text(preferences::kBackupFolder).value_or(QString())) {
+      defaults_.setText(preferences::kBackupFolder, path.isEmpty() ? path : QDir::cleanPath(path));
+    }
+    say(isTaken);
+  });
+  auto* group = new QVBoxLayout;
+  group->setSpacing(metrics::kGrid / 2);
+  for (QWidget* part :
+       {static_cast<QWidget*>(title), static_cast<QWidget*>(field), static_cast<QWidget*>(remark)}) {
+    group->addWidget(part);
+  }
+  return group;
 }
 
 QCheckBox* PreferencesWindow::addPreference(const QString& key, const QString& title,

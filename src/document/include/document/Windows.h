@@ -5,7 +5,7 @@
 namespace pendra {
 
 /// The windows of the program; at most one of each kind is open.
-enum class WindowKind { Timer, Setup, CustomerList, ServicesList, Welcome, About, Preferences };
+enum class WindowKind { Timer, Setup, CustomerList, ServicesList, Welcome, About, Preferences, Restore };
 
 /// Shows and closes windows. Called by launch, open, new, close and setup.
 class Windows {

@@ -18,7 +18,7 @@ struct Alert {
   /// Whose window a sheet hangs on. One that asks about what a window shows belongs to that window.
   enum class Owner { FrontWindow, TimerWindow };
   /// What the help book has a chapter about.
-  enum class Topic { None, VantorNotFound, FirstSending, HeldBack, UnknownFate };
+  enum class Topic { None, VantorNotFound, FirstSending, HeldBack, UnknownFate, Backups };
 
   Style style = Style::Warning;
   QString message;

@@ -27,6 +27,12 @@ struct FileStory {
   int takenOver = 0;  ///< so often a copy had been put in its place
 };
 
+/// So many rows, and the sum of one number in them.
+struct Tally {
+  qint64 rows = 0;
+  double sum = 0;
+};
+
 /// The file of a context, held against every other process for as long as the store lives.
 class PersistentStore {
  public:
@@ -36,6 +42,9 @@ class PersistentStore {
   static Result<std::unique_ptr<PersistentStore>> open(const QString& path, const ObjectModel& model);
   /// Reads the whole file without changing it: whether it is an undamaged document that `open` would take.
   static Result<void> check(const QString& path, const ObjectModel& model);
+  /// Counts the rows of an entity in the file, and adds up a number in them, without reading anything else and
+  /// without a lock on the file: for copies that nobody writes to.
+  static Result<Tally> tally(const QString& path, const EntityDescriptor& entity, const char* number);
   /// Brings a document that a killed program left half written back to its last save, after which its journal
   /// is gone. Fails, and has left all alone, where there is no document or another process holds it.
   static Result<void> recover(const QString& path, const ObjectModel& model);

@@ -25,7 +25,7 @@ class WelcomeWindow final : public ShellWindow {
   explicit WelcomeWindow(const WindowFrame& frame);
 };
 
-/// "Preferences": three check boxes that act at once.
+/// "Preferences": check boxes and the folder of the backups, all of which act at once.
 class PreferencesWindow final : public ShellWindow {
  public:
   explicit PreferencesWindow(const WindowFrame& frame);
@@ -33,7 +33,9 @@ class PreferencesWindow final : public ShellWindow {
  private:
   QCheckBox* addPreference(const QString& key, const QString& title, const QString& explanation,
                            bool byDefault);
+  [[nodiscard]] QLayout* makeBackupFolder();
 
+  Session& session_;
   UserDefaults& defaults_;
   std::vector<Notifier::Subscription> observations_;
 };

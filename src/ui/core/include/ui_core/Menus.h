@@ -19,6 +19,7 @@ enum class Command {
   UpdateLists,
   ImportCustomers,
   BackUp,
+  Restore,
   ExportLog,
   Undo,
   Redo,
