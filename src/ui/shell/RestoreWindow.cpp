@@ -196,8 +196,11 @@ void RestoreWindow::lookInside() {
 
 void RestoreWindow::restore() {
   if (!then_ || session_.ports().modals.isModal()) return;
-  if (restoreFromBackup(session_, chosen()->file)) return close();
-  listBackups();
+  if (restoreFromBackup(session_, chosen()->file)) {
+    close();
+  } else {
+    listBackups();
+  }
 }
 
 }  // namespace pendra

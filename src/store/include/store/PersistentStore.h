@@ -42,8 +42,8 @@ class PersistentStore {
   static Result<std::unique_ptr<PersistentStore>> open(const QString& path, const ObjectModel& model);
   /// Reads the whole file without changing it: whether it is an undamaged document that `open` would take.
   static Result<void> check(const QString& path, const ObjectModel& model);
-  /// Counts the rows of an entity in the file, and adds up a number in them, without reading anything else and
-  /// without a lock on the file: for copies that nobody writes to.
+  /// Counts the rows of an entity in the file, and adds up a number in them, without reading anything else
+  /// and without a lock on the file: for copies that nobody writes to.
   static Result<Tally> tally(const QString& path, const EntityDescriptor& entity, const char* number);
   /// Brings a document that a killed program left half written back to its last save, after which its journal
   /// is gone. Fails, and has left all alone, where there is no document or another process holds it.
