@@ -64,10 +64,10 @@ void deleteSelected(const CommandContext& at) {
   if (TimerWindowController* timer = at.timer()) timer->deleteActivity();
 }
 
+/// Also while something is asked, because a step that is made then is news of the menus only once.
 template <UndoWay Way>
 bool canStep(const CommandContext& at) {
-  if (canUndoInField(Way)) return true;
-  return !isAsked(at) && (Way == UndoWay::Undo ? at.history.canUndo() : at.history.canRedo());
+  return canUndoInField(Way) || (Way == UndoWay::Undo ? at.history.canUndo() : at.history.canRedo());
 }
 
 template <UndoWay Way>

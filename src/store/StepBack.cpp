@@ -30,8 +30,15 @@ void StepBack::changeBack(const PropertyChange& change) {
 bool StepBack::mayChange(const PropertyChange& change) const {
   // What has just come back gets back whatever it was.
   if (std::binary_search(back_.begin(), back_.end(), change.object)) return true;
-  return !change.object->isDeleted() && !isFixed(*change.object) &&
+  return !change.object->isDeleted() && !isFixed(*change.object) && isThere(change) &&
          valueOf(*change.object, *change.property) == change.after;
+}
+
+/// Whether what a relationship had before is still in the document: no other target gives way to none.
+bool StepBack::isThere(const PropertyChange& change) const {
+  const qint64* target = std::get_if<qint64>(&change.before);
+  return change.property->kind != Kind::ToOne || !target ||
+         context_.objectWithID(change.property->target(), *target);
 }
 
 /// What came back to an owner that has gone since would have gone with it.

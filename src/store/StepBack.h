@@ -18,6 +18,7 @@ class StepBack {
   void bringBack();
   void changeBack(const PropertyChange& change);
   [[nodiscard]] bool mayChange(const PropertyChange& change) const;
+  [[nodiscard]] bool isThere(const PropertyChange& change) const;
   void removeOrphans();
   void removeInserted();
   [[nodiscard]] bool isHeldBy(const ManagedObject& object, const std::vector<ManagedObject*>& leaving) const;

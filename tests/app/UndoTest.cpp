@@ -128,6 +128,36 @@ TEST_F(Undo, LeavesAloneWhatWasSentSince) {
             "entry of “Acme - Design”."_s);
 }
 
+TEST_F(Undo, MarksWhatCameBackWithoutAName) {
+  ObjectContext& context = program.context();
+  program.activities().selectRow(0);
+  program.choose(u"Delete"_s);
+  answer(u"Delete"_s);
+  std::ignore =
+      context.edit({}, {.undoable = false}, [&] { context.deleteObject(*context.all<Customer>()[0]); });
+  key();
+  EXPECT_EQ(rowsOfLog(), 3);
+  const Activity& back = *context.all<Activity>()[0];
+  EXPECT_TRUE(back.loss().customer && !back.loss().service);
+  EXPECT_EQ(program.notice(),
+            u"“Undo Delete of an Activity” left alone what has been sent or changed since: “Design”."_s);
+  EXPECT_FALSE(context.hasChanges());
+}
+
+TEST_F(Undo, TakesBackWhatWasDoneInASheetThatWasCancelled) {
+  program.activities().selectRow(0);
+  QTimer::singleShot(0, &program.window(), [] {
+    QWidget* sheet = QApplication::activeModalWidget();
+    ASSERT_TRUE(sheet);
+    EXPECT_TRUE(RunningProgram::press(*sheet, u"Add time entry"_s));
+    EXPECT_TRUE(RunningProgram::press(*sheet, u"Cancel"_s));
+  });
+  program.timer().editActivity();
+  EXPECT_EQ(entries().size(), 4U);
+  program.item(program.window(), u"Undo"_s)->trigger();  // as its key does, with no menu open
+  EXPECT_EQ(entries().size(), 3U);
+}
+
 TEST_F(Undo, LeavesAFieldItsOwnTextFirst) {
   program.activities().selectRow(0);
   program.choose(u"Start or Stop"_s);

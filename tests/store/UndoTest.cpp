@@ -238,6 +238,16 @@ TEST_F(UndoBesideOthers, LeavesWhatHasMovedOnAndNamesIt) {
   EXPECT_EQ(activity->billable(), true);
 }
 
+TEST_F(UndoBesideOthers, TakesNoNameAwayForOneThatHasGone) {
+  Customer& zed = context.insert<Customer>();
+  edit("move", [&] { activity->setCustomer(&zed); });
+  editForGood([&] { context.deleteObject(acme); });
+  const auto left = steps.undo();
+  ASSERT_THAT(left, SizeIs(1));
+  EXPECT_TRUE(left[0].object == activity && left[0].property->name == std::string("customer"));
+  EXPECT_EQ(activity->customer(), &zed);
+}
+
 TEST_F(UndoBesideOthers, ForgetsWhatALaterEditMadeImpossible) {
   edit("notes", [&] { activity->setNotes(QStringLiteral("x")); });
   edit("deletion", [&] { context.deleteObject(*entry); });

@@ -4,6 +4,7 @@
 
 #include "StepTexts.h"
 #include "document/DocumentClosing.h"
+#include "model/Activity.h"
 #include "platform/Text.h"
 
 namespace pendra {
@@ -14,6 +15,25 @@ const QString kOfferKey = QStringLiteral("undo");
 const QString kLeftAloneKey = QStringLiteral("undo left alone");
 
 QString tr(const char* text) { return QCoreApplication::translate("pendra::UndoHistory", text); }
+
+/// Whether it is this name that an activity did not get back, and has none instead.
+bool isWithout(const Skipped& skipped, const char* name, const void* named) {
+  return skipped.property->name == QLatin1String(name) && !named;
+}
+
+/// An activity comes back without a name that a list update has taken meanwhile, and is marked as if it had
+/// been there then.
+void markLosses(ObjectContext& context, const std::vector<Skipped>& skipped) {
+  std::ignore = context.edit(QString(), {.undoable = false}, [&] {
+    for (const Skipped& one : skipped) {
+      if (one.entity != &Activity::descriptor() || !one.property || !one.object) continue;
+      auto& activity = static_cast<Activity&>(*one.object);
+      activity.addLoss({.customer = isWithout(one, "customer", activity.customer()),
+                        .job = isWithout(one, "job", activity.job()),
+                        .service = isWithout(one, "service", activity.service())});
+    }
+  });
+}
 
 }  // namespace
 
@@ -76,7 +96,9 @@ void UndoHistory::redo() {
 
 void UndoHistory::go(Way way, const QString& title) {
   if (session_.ports().modals.isModal() || !finishEditing(session_)) return;
-  const QStringList leftAlone = whatWasLeftAlone((stack()->*way)());
+  const auto skipped = (stack()->*way)();
+  markLosses(*session_.context(), skipped);
+  const QStringList leftAlone = whatWasLeftAlone(skipped);
   if (leftAlone.isEmpty()) return session_.notices().withdraw(kLeftAloneKey);
   session_.notices().post({.key = kLeftAloneKey,
                            .text = formatted(tr("“%@” left alone what has been sent or changed since: %@."),
