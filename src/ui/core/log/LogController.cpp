@@ -105,7 +105,7 @@ void LogController::documentEdited(const ChangeSet& changes) {
   const bool comesOrGoes = !inserted.empty() || !changes.deleted<TimeEntry>().empty();
   if (concernsFilters(changes) || (comesOrGoes && filtersByName())) {
     reloadKeepingChoice();
-  } else if (inserted.size() > kMostRanges) {
+  } else if (inserted.size() > kMostRanges || movesThroughFilters(changes)) {
     reloadData();
   } else {
     const Notifier::Change change(contentsChanges);
@@ -118,6 +118,13 @@ void LogController::documentEdited(const ChangeSet& changes) {
     runningRows_.clear();
   }
   updateRunningEntries();  // at once, not at the next tick
+}
+
+/// Whether an entry may pass a filter now that held it back, or the other way round.
+bool LogController::movesThroughFilters(const ChangeSet& changes) const {
+  const bool filtersByDay = !startDateField.isEmpty() || !endDateField.isEmpty();
+  return (filtersByDay && changes.changedAny<TimeEntry>("start")) ||
+         (hidesSubmitted() && changes.changedAny<TimeEntry>("dateSubmitted"));
 }
 
 void LogController::takeIn(const Objects<TimeEntry>& entries) {

@@ -193,5 +193,22 @@ TEST_F(TimeLog, WithoutEntriesOrADocumentThereIsNothing) {
   EXPECT_EQ(log.emptiness(), LogEmptiness::NoEntries);
 }
 
+TEST_F(TimeLog, AnEditTakesAnEntryThroughTheFiltersByDayAndBySent) {
+  ObjectContext& context = *test.session.context();
+  TimeEntry& entry = test.addPeriod(activityOf("Acme"), "2026-11-23T08:00:00Z", 60);
+  log.startDateField = "11/24/26";
+  log.reloadData();
+  const auto rowsAfter = [&](const std::function<void()>& work) {
+    std::ignore = context.edit(QStringLiteral("Edit"), work);
+    return log.rows().rowCount();
+  };
+  EXPECT_EQ(rowsAfter([&] { entry.setStart(test.clock.now()); }), 1);
+  EXPECT_EQ(rowsAfter([&] { entry.setStart(instantOf("2026-11-22T08:00:00Z")); }), 0);
+  log.clearFilters();
+  log.setHidesSubmitted(true);
+  EXPECT_EQ(rowsAfter([&] { entry.setDateSubmitted(test.clock.now()); }), 0);
+  EXPECT_EQ(rowsAfter([&] { entry.setDateSubmitted(kReferenceInstant); }), 1);
+}
+
 }  // namespace
 }  // namespace pendra

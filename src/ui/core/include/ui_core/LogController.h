@@ -99,6 +99,7 @@ class LogController {
   [[nodiscard]] ObjectContext* context() const;
   void followDocument();
   void documentEdited(const ChangeSet& changes);
+  [[nodiscard]] bool movesThroughFilters(const ChangeSet& changes) const;
   /// Puts these new entries into the rows where a rebuild would list them.
   void takeIn(const Objects<TimeEntry>& entries);
   void refreshRows(const ChangeSet& changes);
