@@ -45,14 +45,22 @@ MenuBar::MenuBar(CommandTarget& target, QWidget* window)
     : QMenuBar(window), target_(target), window_(window) {
   setNativeMenuBar(false);
   for (const Menu& each : target.menus()) addMenuOf(each);
-  const auto refreshAll = [this] {
-    for (const QAction* menu : actions()) {
-      refresh(*menu->menu());
-      enableShortcuts(*menu->menu());
-    }
-  };
-  changes_ = target.menuChanges().observe(refreshAll);
+  changes_ = target.menuChanges().observe([this] { refreshAll(); });
+  window->installEventFilter(this);
   refreshAll();
+}
+
+void MenuBar::refreshAll() {
+  for (const QAction* menu : actions()) {
+    refresh(*menu->menu());
+    enableShortcuts(*menu->menu());
+  }
+}
+
+/// A window that comes back from under a sheet may do again what it was not allowed to do meanwhile.
+bool MenuBar::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == window_ && event->type() == QEvent::WindowActivate) refreshAll();
+  return QMenuBar::eventFilter(watched, event);
 }
 
 void MenuBar::addMenuOf(const Menu& each) {

@@ -30,9 +30,13 @@ void fillTwo(ObjectContext& context, DocumentSettings&) {
 class Undo : public testing::Test {
  protected:
   void key(Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
+    comeBack();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Z, modifiers);
+  }
+  /// The window is the active one again, and the keyboard is in it.
+  void comeBack() {
     program.window().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&program.window()));
-    QTest::keyClick(program.window().focusWidget(), Qt::Key_Z, modifiers);
+    ASSERT_TRUE(eventually([this] { return program.window().isAncestorOf(QApplication::focusWidget()); }));
   }
   void redoByKey() { key(Qt::ControlModifier | Qt::ShiftModifier); }
   Objects<TimeEntry> entries() { return program.context().all<TimeEntry>(); }
@@ -94,6 +98,23 @@ TEST_F(Undo, TakesBackWhatAHandDidByMenuByKeyAndByNotice) {
   EXPECT_EQ(rowsOfLog(), 3);
   EXPECT_EQ(entries()[2]->storedDuration(), 3600);
 
+  program.timer().state().log().selectEntry(entries()[1]);
+  QTimer::singleShot(0, &program.window(), [this] {
+    QWidget& sheet = *QApplication::activeModalWidget();
+    for (QLineEdit* field : sheet.findChildren<QLineEdit*>()) {
+      if (field->accessibleName() != u"Duration"_s || !field->isVisible()) continue;
+      field->setFocus();
+      field->selectAll();
+      QTest::keyClicks(field, u"02:30:00"_s);
+    }
+    EXPECT_TRUE(RunningProgram::press(sheet, u"OK"_s));
+  });
+  program.choose(u"Edit Selected"_s);
+  EXPECT_EQ(entries()[1]->storedDuration(), 9000);
+  key();
+  EXPECT_EQ(entries()[1]->storedDuration(), 3600) << "a correction goes back too";
+
+  comeBack();
   program.activities().setFocus();
   program.activities().selectRow(0);
   program.choose(u"Delete"_s);

@@ -13,6 +13,9 @@ class MenuBar final : public QMenuBar {
   /// The target must outlive it.
   MenuBar(CommandTarget& target, QWidget* window);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void addMenuOf(const Menu& each);
   void addAction(QMenu& menu, const CommandRow& row);
@@ -26,6 +29,7 @@ class MenuBar final : public QMenuBar {
   void validate(const QMenu& menu);
   /// Outside an open menu an item is enabled, so that its shortcut asks the rules when it is pressed.
   void enableShortcuts(const QMenu& menu);
+  void refreshAll();
 
   CommandTarget& target_;
   QWidget* window_;
