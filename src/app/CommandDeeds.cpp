@@ -32,8 +32,7 @@ void closeWindow(const CommandContext& at) {
 void help(const CommandContext& at) {
   const QWidget* focus = QApplication::focusWidget();
   const bool isInside = at.sender && focus && at.sender->isAncestorOf(focus);
-  showHelp({.text = helpAnchorOf(isInside ? focus : at.sender)}, at.session.ports().workspace,
-           resourceFolder());
+  showHelp(helpAnchorOf(isInside ? focus : at.sender), at.session.ports().workspace, resourceFolder());
 }
 
 void sendAllTime(const CommandContext& at) {

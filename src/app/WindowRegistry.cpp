@@ -158,8 +158,8 @@ bool WindowRegistry::eventFilter(QObject* watched, QEvent* event) {
 bool WindowRegistry::helpFor(QObject* watched) {
   if (const auto* menu = qobject_cast<QMenu*>(watched)) {
     const QAction* item = menu->activeAction();
-    showHelp({.text = item ? item->property("helpAnchor").toString() : QString()},
-             session_->ports().workspace, resourceFolder());
+    showHelp(item ? item->property("helpAnchor").toString() : QString(), session_->ports().workspace,
+             resourceFolder());
     return true;
   }
   QWidget* sheet = QApplication::activeModalWidget();

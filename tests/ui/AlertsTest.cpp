@@ -77,17 +77,10 @@ INSTANTIATE_TEST_SUITE_P(
         AnswerCase{"EscapeIsTheOnlyButton", {u"OK"_s}, pressEscape, 1000}),
     RowName());
 
-TEST(Alerts, ReturnNeitherDestroysNorAnswersWhatMustBeLookedUp) {
+TEST(Alerts, ReturnDoesNotAnswerWhatMustBeLookedUp) {
   ModalDepth modals;
   QtAlerts alerts(modals);
-  const auto pressReturn = [] { QTest::keyClick(&openBox(), Qt::Key_Return); };
-  QTimer::singleShot(0, pressReturn);
-  EXPECT_EQ(alerts.runAlert({.style = Alert::Style::Critical,
-                             .message = u"Sure?"_s,
-                             .informative = {},
-                             .buttons = {u"Delete"_s, u"Cancel"_s}}),
-            kSecondButton);
-  QTimer::singleShot(0, pressReturn);
+  QTimer::singleShot(0, [] { QTest::keyClick(&openBox(), Qt::Key_Return); });
   EXPECT_EQ(alerts.runAlert(
                 {.message = u"Arrived?"_s, .informative = {}, .buttons = kThree, .returnCancels = true}),
             kSecondButton + 1);

@@ -14,22 +14,15 @@ QString fileAddress(const QString& path) { return QUrl::fromLocalFile(path).toSt
 
 }  // namespace
 
-QString helpAnchor(const HelpSender& sender) {
-  if (sender.text) return *sender.text;
-  if (sender.tag != 0) return QString::asprintf("%ld", sender.tag);
-  if (sender.intValue != 0) return QString::asprintf("%d", sender.intValue);
-  return {};
-}
-
 QString helpAddress(const QString& resources, const QString& anchor) {
   const QString page = formatted(
       u"%@%@", {fileAddress(resources), u"/Pendra.help/Contents/Resources/English.lproj/PendraHelp1_0.htm"});
   return anchor.isEmpty() ? page : formatted(u"%@#%@", {page, anchor});
 }
 
-void showHelp(const HelpSender& sender, Workspace& workspace, const QString& resources) {
+void showHelp(const QString& anchor, Workspace& workspace, const QString& resources) {
   try {
-    workspace.openUrl(helpAddress(resources, helpAnchor(sender)));
+    workspace.openUrl(helpAddress(resources, anchor));
   } catch (...) {
     // Kept: help that fails to open never disturbs what the user was about to do.
   }

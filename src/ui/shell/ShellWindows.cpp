@@ -165,7 +165,7 @@ WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : ShellWindow(frame, tr("
   if (recent.isEmpty()) makePrimary(*setUp);
   addWay(tr("Open a Document…"), insteadOfThis(Command::Open));
   addWay(tr("Read How It Works"), [&workspace = frame.session.ports().workspace] {
-    showHelp({.text = help::kFirstDay}, workspace, resourceFolder());
+    showHelp(help::kFirstDay, workspace, resourceFolder());
   });
   QPushButton* done = page.addButton(tr("Close"));
   makeQuiet(*done);

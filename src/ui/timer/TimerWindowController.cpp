@@ -77,7 +77,7 @@ void TimerWindowController::connectControls() {
   connect(window_->submitTimeButton, &QPushButton::clicked, this, perform(Command::SendSelected));
   connect(table, &RowTableView::emptyButtonClicked, this, perform(Command::AddActivity));
   connect(table, &RowTableView::emptyHelpClicked, this,
-          [this] { showHelp({.text = help::kFirstDay}, session_.ports().workspace, resourceFolder()); });
+          [this] { showHelp(help::kFirstDay, session_.ports().workspace, resourceFolder()); });
   connect(table, &RowTableView::cellPressed, this, &TimerWindowController::pressCell);
   connect(table, &RowTableView::rowActivated, this, perform(Command::EditActivity));
   connect(table, &RowTableView::headClicked, this, [this](const QString& identifier) {

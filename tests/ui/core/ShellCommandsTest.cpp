@@ -6,38 +6,10 @@
 
 #include "platform/Identifiers.h"
 #include "platform/Version.h"
-#include "support/Rows.h"
 #include "support/ScriptedWorkspace.h"
 
 namespace pendra {
 namespace {
-
-struct Sender {
-  const char* name;
-  HelpSender sender;
-  const char* ending;
-};
-
-class HelpAddress : public testing::TestWithParam<Sender> {};
-
-TEST_P(HelpAddress, EndsWithWhatTheSenderStandsFor) {
-  ScriptedWorkspace workspace;
-  showHelp(GetParam().sender, workspace, "/opt/my pendra/share");
-  EXPECT_EQ(
-      workspace.opened(),
-      QStringList(QString("file:///opt/my%20pendra/share/Pendra.help/Contents/Resources/English.lproj/") +
-                  GetParam().ending));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, HelpAddress,
-    testing::Values(
-        Sender{"Text", {.text = "time-log", .tag = 10, .intValue = 0}, "PendraHelp1_0.htm#time-log"},
-        Sender{"EmptyText", {.text = "", .tag = 10, .intValue = 0}, "PendraHelp1_0.htm"},
-        Sender{"Tag", {.text = {}, .tag = 43, .intValue = 7}, "PendraHelp1_0.htm#43"},
-        Sender{"Value", {.text = {}, .tag = 0, .intValue = -7}, "PendraHelp1_0.htm#-7"},
-        Sender{"Nothing", {}, "PendraHelp1_0.htm"}),
-    RowName());
 
 class BrokenWorkspace final : public Workspace {
  public:
@@ -54,11 +26,15 @@ TEST(ShellCommands, HelpThatFailsDisturbsNobody) {
 
 TEST(ShellCommands, OpenTheirAddresses) {
   ScriptedWorkspace workspace;
+  showHelp(QStringLiteral("time-log"), workspace, QStringLiteral("/opt/my pendra/share"));
   submitFeedback(workspace);
   showCommunity(workspace);
   showComponents(workspace, "/share/pendra");
-  EXPECT_EQ(workspace.opened(), QStringList({identifiers::kFeedbackForm, identifiers::kCommunity,
-                                             "file:///share/pendra/Third%20Party%20Components.pdf"}));
+  EXPECT_EQ(workspace.opened(),
+            QStringList({QStringLiteral("file:///opt/my%20pendra/share/Pendra.help/Contents/Resources/"
+                                        "English.lproj/PendraHelp1_0.htm#time-log"),
+                         identifiers::kFeedbackForm, identifiers::kCommunity,
+                         "file:///share/pendra/Third%20Party%20Components.pdf"}));
   EXPECT_TRUE(identifiers::kFeedbackForm.endsWith(u"?a=GenNewRecord"));
 }
 
