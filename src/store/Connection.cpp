@@ -68,7 +68,10 @@ Result<std::unique_ptr<Connection>> Connection::open(const QString& path, int op
 }
 
 void Connection::allowReadingAll() {
-  const qint64 size = QFileInfo(QString::fromStdString(database_.getFilename())).size();
+  const QString name = QString::fromStdString(database_.getFilename());
+  const auto number = [&](const char* query) { return database_.execAndGet(query).getInt64(); };
+  const qint64 size = name.startsWith(u':') ? number("PRAGMA page_count") * number("PRAGMA page_size")
+                                            : QFileInfo(name).size();
   allow(kStepsOfARow + kStepsOfAByte * size);
 }
 

@@ -95,6 +95,20 @@ DocumentFile::~DocumentFile() {
   if (descriptor_ >= 0) ::close(descriptor_);
 }
 
+Result<DocumentFile> DocumentFile::ofDescriptor(int descriptor, const QString& place) {
+  if (descriptor < 0) return posixError();
+  DocumentFile file(descriptor, place);
+  struct stat status {};
+  if (::fstat(descriptor, &status) != 0) return posixError();
+  if (!S_ISREG(status.st_mode)) return notADocument(QStringLiteral("it is not a file"));
+  return file;
+}
+
+Result<DocumentFile> DocumentFile::look(const QString& path) {
+  const QString place = realPath(path);
+  return ofDescriptor(::open(QFile::encodeName(place).constData(), kForReading), place);
+}
+
 Result<DocumentFile> DocumentFile::hold(const QString& path) {
   const QString place = realPath(path);
   const QByteArray name = QFile::encodeName(place);
@@ -102,11 +116,9 @@ Result<DocumentFile> DocumentFile::hold(const QString& path) {
   if (descriptor < 0 && errno == ENOENT) {
     descriptor = ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
   }
-  if (descriptor < 0) return posixError();
-  DocumentFile file(descriptor, place);
-  struct stat status {};
-  if (::fstat(descriptor, &status) != 0) return posixError();
-  if (!S_ISREG(status.st_mode)) return notADocument(QStringLiteral("it is not a file"));
+  auto opened = ofDescriptor(descriptor, place);
+  if (!opened) return opened;
+  DocumentFile& file = opened.value();
   // A draft is nobody else's.
   auto lock = isDraft(place) ? Result<NameLock>(NameLock()) : NameLock::take(place);
   if (!lock) return lock.error();
@@ -115,7 +127,7 @@ Result<DocumentFile> DocumentFile::hold(const QString& path) {
   const auto locked = locksKeepTheDatabaseOut(descriptor) ? Result<bool>(false) : lockFile(descriptor);
   if (!locked) return locked.error();
   file.isLocked_ = locked.value();
-  return file;
+  return opened;
 }
 
 void DocumentFile::setPlace(const QString& path, NameLock lock) {

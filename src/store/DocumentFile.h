@@ -18,6 +18,8 @@ class DocumentFile {
   /// Opens the file, or makes an empty one, and takes the locks. They are advisory and independent of the
   /// database's own, so that others may read and copy the file between saves.
   static Result<DocumentFile> hold(const QString& path);
+  /// Opens the file for reading, whoever holds it; takes no lock and makes nothing.
+  static Result<DocumentFile> look(const QString& path);
   ~DocumentFile();
   DocumentFile(DocumentFile&& other) noexcept;
   DocumentFile& operator=(DocumentFile&& other) noexcept;
@@ -54,6 +56,7 @@ class DocumentFile {
 
  private:
   DocumentFile(int descriptor, const QString& path);
+  static Result<DocumentFile> ofDescriptor(int descriptor, const QString& place);
   [[nodiscard]] bool isAt(const QString& path) const;
 
   int descriptor_;

@@ -1,5 +1,8 @@
 #include "store/PersistentStore.h"
 
+#include <SQLiteCpp/Backup.h>
+#include <sqlite3.h>
+
 #include <QFileInfo>
 #include <cerrno>
 
@@ -21,6 +24,8 @@ constexpr int kOpenPatience = 2000;
 
 /// A document whose identifiers have come so far was not made by counting.
 constexpr qint64 kGreatestID = qint64{1} << 48;
+
+const QString kInMemory = QStringLiteral(":memory:");
 
 const QString kDisplaced = QStringLiteral("displaced");
 
@@ -56,6 +61,7 @@ struct PersistentStore::Parts {
   Result<void> connect();
   void disconnect();
   Result<void> bringToNewestLayout();
+  void prepareRows();
   RowStatements& rowsOf(const EntityDescriptor& entity);
   /// Whether nobody else has written to the file. What a save of ours has left half written is taken back
   /// first.
@@ -84,8 +90,7 @@ Result<void> PersistentStore::Parts::connect() {
   if (ready) ready = bringToNewestLayout();
   if (ready) {
     ready = connection->guarded([&] {
-      for (const EntityDescriptor* entity : model.entities)
-        tables.emplace_back(connection->database(), *entity);
+      prepareRows();
       state = file.state();
     });
   }
@@ -113,6 +118,10 @@ Result<void> PersistentStore::Parts::bringToNewestLayout() {
     QFile::remove(copy);  // the document itself is still what the copy is
   }
   return upgraded;
+}
+
+void PersistentStore::Parts::prepareRows() {
+  for (const EntityDescriptor* entity : model.entities) tables.emplace_back(connection->database(), *entity);
 }
 
 RowStatements& PersistentStore::Parts::rowsOf(const EntityDescriptor& entity) {
@@ -144,6 +153,53 @@ Result<std::unique_ptr<PersistentStore>> PersistentStore::open(const QString& pa
   auto parts = std::make_unique<Parts>(std::move(held).value(), model);
   if (auto connected = parts->connect(); !connected) return connected.error();
   return std::unique_ptr<PersistentStore>(new PersistentStore(std::move(parts)));
+}
+
+namespace {
+
+/// The database as it was last saved, in memory.
+Result<std::unique_ptr<Connection>> copyInMemory(const QString& path) {
+  auto source = Connection::open(path, SQLite::OPEN_READONLY, kOpenPatience);
+  if (!source) return source.error();
+  auto copy = Connection::open(kInMemory, SQLite::OPEN_READWRITE, 0);
+  if (!copy) return copy.error();
+  const auto copied = source.value()->guarded([&] {
+    // The first reading of all, whose failure says more than that of the backup.
+    source.value()->database().exec("SELECT count(*) FROM sqlite_schema");
+    SQLite::Backup backup(copy.value()->database(), source.value()->database());
+    if (const int code = backup.executeStep(); code != SQLite::OK && code != SQLITE_DONE) {
+      throw SQLite::Exception("it could not be read", code);
+    }
+  });
+  if (!copied && copied.error().code == SQLITE_READONLY_ROLLBACK) {
+    return Error{QStringLiteral("document"), 0,
+                 QStringLiteral("a save of it was cut off, which is mended when Pendra opens it")};
+  }
+  if (!copied) return copied.error();
+  return copy;
+}
+
+}  // namespace
+
+Result<void> PersistentStore::look(const QString& path, ObjectContext& context, const ObjectModel& model) {
+  auto file = DocumentFile::look(path);
+  if (!file) return file.error();
+  if (auto known = file.value().layout(model.newestLayout()); !known) return known.error();
+  auto copy = copyInMemory(file.value().path());
+  if (!copy) return copy.error();
+  auto parts = std::make_unique<Parts>(std::move(file).value(), model);
+  parts->connection = std::move(copy).value();
+  const auto ready = parts->connection->guarded([&] {
+    Connection& connection = *parts->connection;
+    layouts::checkPages(connection);
+    if (layouts::numberOf(connection) < model.newestLayout()) layouts::upgrade(connection, model);
+    layouts::checkColumns(connection, model);
+    parts->prepareRows();
+  });
+  if (!ready) return ready;
+  auto read = PersistentStore(std::move(parts)).read(context);
+  if (!read) context.makeTables();  // half a document is none
+  return read;
 }
 
 Result<void> PersistentStore::check(const QString& path, const ObjectModel& model) {
