@@ -13,18 +13,43 @@ _pendra() {
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
       ;;
+    --document)
+      compopt -o filenames
+      mapfile -t COMPREPLY < <(compgen -f -X '!*.pdr' -- "$current")
+      return
+      ;;
+    --by)
+      mapfile -t COMPREPLY < <(compgen -W 'customer job service day' -- "$current")
+      return
+      ;;
+    --from | --to | --customer)
+      return
+      ;;
     --tour)
       compopt -o filenames
       mapfile -t COMPREPLY < <(compgen -d -- "$current")
       return
       ;;
   esac
+  local options='--appearance --new --tour --version --help' commands='status log report start stop export backup'
+  case ${COMP_WORDS[1]} in
+    log) options='--json --document --from --to --customer --unsent' ;;
+    report) options='--json --document --from --to --by' ;;
+    status | start | stop | export | backup) options='--json --document' ;;
+  esac
   if [[ $current == -* ]]; then
-    mapfile -t COMPREPLY < <(compgen -W '--appearance --new --tour --version --help' -- "$current")
+    mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
     return
+  fi
+  if ((COMP_CWORD > 1)); then
+    case ${COMP_WORDS[1]} in
+      status | log | report | start | stop) return ;;
+    esac
+    commands=
   fi
   compopt -o filenames
   mapfile -t COMPREPLY < <(
+    compgen -W "$commands" -- "$current"
     compgen -d -- "$current"
     compgen -f -X '!*.@(pdr|pdrbackup)' -- "$current"
   )

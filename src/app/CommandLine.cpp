@@ -12,13 +12,23 @@ const char* const kUsage =
     "Usage: pendra [--appearance light|dark] [FILE]\n"
     "       pendra --new FILE\n"
     "       pendra --tour DIR\n"
+    "       pendra COMMAND [--json] [--document FILE]\n"
     "Keeps track of the time you work for your customers.\n\n"
     "  FILE                  a document (.pdr) or a backup (.pdrbackup) to open\n"
     "  --new FILE            make that document and open it\n"
     "  --appearance A        light or dark, whatever the desktop says\n"
     "  --tour DIR            draw every window into a picture in that folder; needs no display\n"
     "  --version, --help     print and end\n"
-    "  --                    what follows is a FILE, whatever it begins with\n";
+    "  --                    what follows is a FILE, whatever it begins with\n\n"
+    "Commands, for the document that was open last or the one that --document names:\n\n"
+    "  status                what runs, and the hours of today and this week\n"
+    "  log                   the entries; --from DAY, --to DAY, --customer NAME, --unsent\n"
+    "  report                sums of hours; --from DAY, --to DAY, --by customer,job,service,day\n"
+    "  start NAME            start the one activity that matches: words of its names and notes\n"
+    "  stop [NAME]           stop it, or all that run\n"
+    "  export FILE           write every entry to a new file\n"
+    "  backup FILE           copy the document to a new file\n"
+    "  --json                answer for other programs\n";
 
 namespace {
 
@@ -88,9 +98,18 @@ Result<CommandLine> checkFile(CommandLine line, const QString& file) {
 
 }  // namespace
 
+bool hasDisplay() {
+  return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+         qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
 Result<CommandLine> readCommandLine(std::span<const char* const> arguments) {
   const auto texts = textsOf(arguments);
   if (!texts) return texts.error();
+  const auto order = readOrder(texts.value());
+  if (!order) return order.error();
+  const bool isHelp = texts.value().contains(u"--help") || texts.value().contains(u"--version");
+  if (order.value() && !isHelp) return CommandLine{.task = CommandLine::Task::Obey, .order = *order.value()};
   const Options options;
   QCommandLineParser parser;
   options.addTo(parser);

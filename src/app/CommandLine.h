@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 
+#include "orders/Order.h"
 #include "platform/Result.h"
 #include "ui/Theme.h"
 
@@ -15,23 +16,29 @@ namespace pendra {
 namespace status {
 inline constexpr int kDone = 0;
 inline constexpr int kFailed = 1;      ///< nothing could be drawn or handed over
+inline constexpr int kNothing = 1;     ///< nothing matched, or there was nothing to do
 inline constexpr int kWrongUsage = 2;  ///< also without a display
+inline constexpr int kSeveral = 3;     ///< more than one activity matched
 inline constexpr int kNoDocument = 4;  ///< the document cannot be used
 }  // namespace status
 
 /// What a start of the program was asked for.
 struct CommandLine {
-  enum class Task { Run, DrawTour, SayVersion, SayHelp };
+  enum class Task { Run, DrawTour, SayVersion, SayHelp, Obey };
 
   Task task = Task::Run;
   std::optional<Appearance> appearance{};
   QString file{};          ///< absolute; empty: the document that was open last
   bool isNewFile = false;  ///< the file is to be made
   QString tourFolder{};
+  Order order{};  ///< what to obey
 };
 
 /// Reads `arguments`, the program's name first. An error's code is the status to end with, its text one line.
 [[nodiscard]] Result<CommandLine> readCommandLine(std::span<const char* const> arguments);
+
+/// Whether there is a display to open a window on.
+[[nodiscard]] bool hasDisplay();
 
 /// What `--help` prints.
 extern const char* const kUsage;

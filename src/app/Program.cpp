@@ -95,6 +95,12 @@ bool Program::isAsking() const {
   return environment_.modals.isModal() || (panel && !dynamic_cast<const IntroSheet*>(panel));
 }
 
+QString Program::busyWith() const {
+  const auto tr = [](const char* text) { return QCoreApplication::translate("pendra::orders", text); };
+  if (environment_.modals.asksVantor()) return tr("Vantor is being asked");
+  return isAsking() ? tr("a question waits in Pendra's window") : QString();
+}
+
 void Program::whenNothingIsAsked(std::function<void()> request) {
   if (!isAsking()) return request();
   waits_.push_back(std::move(request));

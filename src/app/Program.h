@@ -44,6 +44,10 @@ class Program {
   /// Stops what still runs and closes the connection to Vantor, just before the program ends.
   void prepareEnd();
 
+  /// Why nothing may be changed from outside at this moment; empty when it may.
+  [[nodiscard]] QString busyWith() const;
+
+  [[nodiscard]] Session& session() { return session_; }
   [[nodiscard]] CommandTarget& commands() { return commands_; }
   [[nodiscard]] WindowRegistry& windows() { return windows_; }
 

@@ -4,6 +4,8 @@
 #include "CommandLine.h"
 #include "Program.h"
 #include "analytics/Consent.h"
+#include "orders/Obeying.h"
+#include "orders/TimingInterface.h"
 #include "platform/Identifiers.h"
 #include "platform/Log.h"
 #include "platform/SingleInstance.h"
@@ -31,13 +33,12 @@ std::optional<int> answerWithoutDisplay(const CommandLine& line) {
     case CommandLine::Task::DrawTour:
       qputenv("QT_QPA_PLATFORM", "offscreen");
       return std::nullopt;
+    case CommandLine::Task::Obey:
+      return std::nullopt;
     case CommandLine::Task::Run:
       break;
   }
-  const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
-                          qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-                          qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-  if (hasDisplay) return std::nullopt;
+  if (pendra::hasDisplay()) return std::nullopt;
   return refuse(QStringLiteral("there is no display to open a window on; ./pendra --tour DIR draws the "
                                "windows into DIR"),
                 status::kWrongUsage);
@@ -82,19 +83,35 @@ int runProgram(const CommandLine& line) {
   const pendra::ZoneFollower zone(environment.calendar);
   pendra::Consent(environment.defaults).programStarted();
   pendra::Program program(environment);
+  pendra::TimingInterface timing(program.session(), [&program] { return program.busyWith(); });
+  instance.offer(timing);
   instance.setOpener([&program](const QString& path) { program.openFromOutside(path); });
   program.launch(line.file);
   return QApplication::exec();
+}
+
+/// What was asked wrongly is answered in the form that was asked for.
+int refuseLine(const pendra::Error& error, std::span<const char* const> arguments) {
+  if (error.domain != u"order") return refuse(error.text, error.code);
+  return pendra::refuse(error, std::any_of(arguments.begin(), arguments.end(), [](const char* argument) {
+                          return qstrcmp(argument, "--json") == 0;
+                        }));
+}
+
+int obey(const pendra::Order& order, int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  return pendra::obey(order);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   const auto read = pendra::readCommandLine({argv, static_cast<std::size_t>(argc)});
-  if (!read) return refuse(read.error().text, read.error().code);
+  if (!read) return refuseLine(read.error(), {argv, static_cast<std::size_t>(argc)});
   const CommandLine& line = read.value();
   if (const auto status = answerWithoutDisplay(line)) return *status;
   pendra::installLog();
+  if (line.task == CommandLine::Task::Obey) return obey(line.order, argc, argv);
   Application application(argc, argv);
   // Without a display name: it would stand behind the title of every window.
   QApplication::setApplicationName(QStringLiteral("pendra"));

@@ -23,17 +23,9 @@ const QString kBackupSuffix = QStringLiteral(".pdrbackup");
 const QString kBackupNotice = QStringLiteral("backup");
 const QString kRestoreNotice = QStringLiteral("restore");
 
-/// The path with its last extension replaced, unless it already is a backup's.
-QString backupPath(const QString& chosen) {
-  if (chosen.endsWith(kBackupSuffix)) return chosen;
-  const qsizetype name = chosen.lastIndexOf(u'/') + 1;
-  const qsizetype dot = chosen.lastIndexOf(u'.');
-  return chosen.left(dot > name ? dot : chosen.size()) + kBackupSuffix;
-}
-
-Result<void> copyDocument(const Session& session, const QString& from, const QString& to, Existing existing) {
+Result<void> copyDocument(const ObjectModel& model, const QString& from, const QString& to,
+                          Existing existing) {
   return copyFile(from, to, existing, [&](const QString& copy) {
-    const ObjectModel& model = session.objectModel();
     auto whole = PersistentStore::check(copy, model);
     return whole && existing == Existing::Replace ? takeJournalAway(to, model) : whole;
   });
@@ -67,6 +59,13 @@ bool mayReplace(Session& session, const QString& target) {
 
 }  // namespace
 
+QString backupPath(const QString& chosen) {
+  if (chosen.endsWith(kBackupSuffix)) return chosen;
+  const qsizetype name = chosen.lastIndexOf(u'/') + 1;
+  const qsizetype dot = chosen.lastIndexOf(u'.');
+  return chosen.left(dot > name ? dot : chosen.size()) + kBackupSuffix;
+}
+
 void backUpDocument(Session& session) {
   if (!session.document() || !checkForRunningTimers(session)) return;
   const Ports& ports = session.ports();
@@ -88,13 +87,17 @@ void backUpTo(Session& session, const std::optional<QString>& chosen) {
   OpenDocument* document = session.document();
   if (!chosen || !document) return;
   stopAllActivities(session);  // one may have been started while the panel stood open
-  const QString target = backupPath(*chosen);
+  sayWhetherBackedUp(session, backupPath(*chosen), writeBackup(*document, session.objectModel(), *chosen));
+}
+
+Result<void> writeBackup(OpenDocument& document, const ObjectModel& model, const QString& chosen) {
+  const QString target = backupPath(chosen);
   // What could not be saved is only in memory, and a copy of the file would lack it.
-  const ObjectContext& context = *document->context();
-  const auto made = saveContext(session) ? copyDocument(session, document->path(), target, Existing::Keep)
-                                         : context.store()->writeCopy(context, target, Existing::Keep);
-  if (made) document->told.copiedAt = context.changeCount();
-  sayWhetherBackedUp(session, target, made);
+  ObjectContext& context = *document.context();
+  auto made = context.save() ? copyDocument(model, document.path(), target, Existing::Keep)
+                             : context.store()->writeCopy(context, target, Existing::Keep);
+  if (made) document.told.copiedAt = context.changeCount();
+  return made;
 }
 
 bool checkForBackupFile(Session& session, const QString& path) {
@@ -120,7 +123,7 @@ std::optional<QString> restoreBackup(Session& session, const QString& path) {
                                                      .folder = {},
                                                      .requiredType = QStringLiteral("pdr")});
   if (!target || !mayReplace(session, *target)) return std::nullopt;
-  if (const auto copied = copyDocument(session, source, *target, Existing::Replace); !copied) {
+  if (const auto copied = copyDocument(session.objectModel(), source, *target, Existing::Replace); !copied) {
     session.notices().post(
         {.key = kRestoreNotice,
          .text = formatted(u"“%@” was not restored to “%@”: %@.", {source, *target, copied.error().text}),

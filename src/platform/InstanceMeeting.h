@@ -34,6 +34,8 @@ class SingleInstance::Meeting {
   [[nodiscard]] virtual QString reason() const = 0;
 
   void setOpener(Opener opener);
+  /// Nobody can ask where there is no bus.
+  virtual void offer(BusInterface&) {}
 
  protected:
   /// Called for what a later start hands over.

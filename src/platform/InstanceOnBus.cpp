@@ -5,13 +5,13 @@
 #include <QVariantMap>
 
 #include "InstanceMeeting.h"
+#include "platform/BusInterface.h"
 #include "platform/Identifiers.h"
 
 namespace pendra {
 
 namespace {
 
-const QString kObject = QStringLiteral("/com/corvel/pendra");
 /// The desktop's own interface for starting an application that may be running already.
 const QString kInterface = QStringLiteral("org.freedesktop.Application");
 
@@ -21,15 +21,18 @@ class Application final : public QDBusVirtualObject {
   explicit Application(std::function<void(const QString&)> received) : received_(std::move(received)) {}
 
   [[nodiscard]] QString introspect(const QString&) const override {
-    return "<interface name=\"org.freedesktop.Application\">"
+    return u"<interface name=\"org.freedesktop.Application\">"
            "<method name=\"Activate\"><arg type=\"a{sv}\" direction=\"in\"/></method>"
            "<method name=\"Open\"><arg type=\"as\" direction=\"in\"/><arg type=\"a{sv}\" "
            "direction=\"in\"/></method>"
-           "</interface>";
+           "</interface>" +
+           (offered_ ? offered_->introspection() : QString());
   }
 
+  void offer(BusInterface& interface) { offered_ = &interface; }
+
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-    if (message.interface() != kInterface) return false;
+    if (message.interface() != kInterface) return offered_ && offered_->answer(message, connection);
     const bool opens = message.member() == u"Open" && message.signature() == u"asa{sv}";
     const bool activates = message.member() == u"Activate" && message.signature() == u"a{sv}";
     if (!opens && !activates) return false;
@@ -47,6 +50,7 @@ class Application final : public QDBusVirtualObject {
   }
 
   std::function<void(const QString&)> received_;
+  BusInterface* offered_ = nullptr;
 };
 
 class BusMeeting final : public SingleInstance::Meeting {
@@ -55,23 +59,28 @@ class BusMeeting final : public SingleInstance::Meeting {
   ~BusMeeting() override {
     if (!application_) return;
     bus_.unregisterService(identifiers::kPendra);
-    bus_.unregisterObject(kObject);
+    bus_.unregisterObject(identifiers::kBusObject);
   }
 
   Becoming become() override {
     // The object first: once the name is owned, a later start may call it at once.
     auto application = std::make_unique<Application>([this](const QString& path) { receive(path); });
-    bus_.registerVirtualObject(kObject, application.get());
+    bus_.registerVirtualObject(identifiers::kBusObject, application.get());
     if (!bus_.registerService(identifiers::kPendra)) {
-      bus_.unregisterObject(kObject);
+      bus_.unregisterObject(identifiers::kBusObject);
       return Becoming::Taken;
     }
     application_ = std::move(application);
     return Becoming::Done;
   }
 
+  void offer(BusInterface& interface) override {
+    interface.send = [bus = bus_](const QDBusMessage& message) { bus.send(message); };
+    if (application_) application_->offer(interface);
+  }
+
   Handing handOver(const QString& path, std::chrono::milliseconds patience) override {
-    auto call = QDBusMessage::createMethodCall(identifiers::kPendra, kObject, kInterface,
+    auto call = QDBusMessage::createMethodCall(identifiers::kPendra, identifiers::kBusObject, kInterface,
                                                path.isEmpty() ? "Activate" : "Open");
     if (!path.isEmpty()) call << QStringList(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded));
     call << QVariantMap();

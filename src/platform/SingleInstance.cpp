@@ -37,6 +37,8 @@ SingleInstance::Claim SingleInstance::claim(const QString& path) {
 
 void SingleInstance::setOpener(Opener opener) { meeting_->setOpener(std::move(opener)); }
 
+void SingleInstance::offer(BusInterface& interface) { meeting_->offer(interface); }
+
 void SingleInstance::Meeting::setOpener(Opener opener) {
   opener_ = std::move(opener);
   for (const QString& path : std::exchange(waiting_, {})) opener_(path);

@@ -8,6 +8,8 @@ namespace pendra::identifiers {
 
 /// Pendra's own identifier: its name on the session bus, and of its folders.
 inline const QString kPendra = QStringLiteral("com.corvel.pendra");
+/// Pendra's one object there.
+inline const QString kBusObject = QStringLiteral("/com/corvel/pendra");
 /// Vantor's identifier on the session bus.
 inline const QString kVantor = QStringLiteral("com.vantor.vantor");
 

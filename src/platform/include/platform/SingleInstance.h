@@ -11,6 +11,8 @@ class QDBusConnection;
 
 namespace pendra {
 
+class BusInterface;
+
 /// Makes this process the one that runs, or hands its file to the one that does. Without a session bus a
 /// local socket named by the identifier does the same.
 class SingleInstance {
@@ -37,6 +39,10 @@ class SingleInstance {
   [[nodiscard]] Claim claim(const QString& path);
   /// Sets who opens the files of later starts. What came before is told at once.
   void setOpener(Opener opener);
+
+  /// Offers an interface to everybody on the session bus, where there is one. It must outlive every event that
+  /// is handled from now on.
+  void offer(BusInterface& interface);
 
   /// One way of meeting the other instance.
   class Meeting;

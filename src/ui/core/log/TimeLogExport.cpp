@@ -98,12 +98,12 @@ void sayFailed(Notices& notices, const QString& path, const QString& reason) {
 
 /// What stood at the path stands there until all rows are on the disk.
 Result<bool> writeFile(const QString& path, const std::vector<LogRow>& rows, const QString& employee,
-                       ExportProgress& progress) {
+                       Existing existing, ExportProgress& progress) {
   Draft file(path);
   if (auto opened = file.open(); !opened) return opened.error();
   auto written = writeRows(file, rows, employee, progress);
   if (!written || !written.value()) return written;
-  if (auto finished = file.finish(Existing::Replace); !finished) return finished.error();
+  if (auto finished = file.finish(existing); !finished) return finished.error();
   return true;
 }
 
@@ -112,6 +112,11 @@ bool isOpenDocument(const Session& session, const QString& path) {
   const OpenDocument* document = session.document();
   return document && isSameFile(path, document->path());
 }
+
+class NobodyWatches final : public ExportProgress {
+ public:
+  bool goOn(std::size_t, std::size_t) override { return true; }
+};
 
 QString proposedName(const std::optional<QString>& employee, const QString& date) {
   if (!employee || *employee == u"Me") return formatted(u"Time Log %@.txt", {date});
@@ -132,10 +137,28 @@ void exportTimeLog(LogController& log, ExportProgress& progress) {
   if (!path) return;
   if (isOpenDocument(session, *path)) return sayFailed(session.notices(), *path, kIsOpenDocument);
   if (!checkForRunningTimers(session)) return;
-  const auto written = writeFile(*path, log.consideredRows(), employee.value_or(QString()), progress);
+  const auto written =
+      writeFile(*path, log.consideredRows(), employee.value_or(QString()), Existing::Replace, progress);
   if (!written) return sayFailed(session.notices(), *path, written.error().text);
   if (written.value()) return sayWritten(session, kNoticeKey, *path);
   session.notices().withdraw(kNoticeKey);
+}
+
+Result<std::size_t> exportAll(const ObjectContext& context, const QString& path) {
+  std::vector<LogRow> rows;
+  for (Activity* activity : context.all<Activity>()) {
+    for (TimeEntry* entry : activity->entries()) {
+      LogRow& row = rows.emplace_back();
+      row.entry = entry;
+      row.of = activity;
+    }
+  }
+  const Identity* identity = queries::firstIdentity(context);
+  const QString employee = identity ? identity->employeeName().value_or(QString()) : QString();
+  NobodyWatches progress;
+  const auto written = writeFile(path, rows, employee, Existing::Keep, progress);
+  if (!written) return written.error();
+  return rows.size();
 }
 
 }  // namespace pendra

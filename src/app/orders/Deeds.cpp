@@ -1,0 +1,134 @@
+#include "Deeds.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include "Facts.h"
+#include "Matching.h"
+#include "document/Backup.h"
+#include "document/HaltedEntries.h"
+#include "document/RunningTimers.h"
+#include "model/Queries.h"
+#include "platform/Text.h"
+#include "ui_core/TimeLogExport.h"
+
+namespace pendra::orders {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
+
+const char* const kNotChanged =
+    QT_TRANSLATE_NOOP("pendra::orders", "nothing was changed, because the document is not saved: %@");
+const char* const kNotStored =
+    QT_TRANSLATE_NOOP("pendra::orders", "it was done, but the document is not saved: %@");
+
+/// Whether what is done now will be on the disk, or what was done is.
+Result<void> isStored(const ObjectContext& context, const char* pattern) {
+  const auto& failure = context.commitState().failure;
+  if (!failure) return {};
+  return refusal(Refusal::Refused, formatted(tr(pattern), {failure->why.text}));
+}
+
+Result<void> edit(ObjectContext& context, const QString& name, const std::function<void()>& work) {
+  auto stored = isStored(context, kNotChanged);
+  if (!stored) return stored;
+  if (auto done = context.edit(name, work); !done) return done;
+  return isStored(context, kNotStored);
+}
+
+std::vector<Activity*> runningIn(const ObjectContext& context) {
+  return context.fetch<Activity>([](const Activity& one) { return one.isRunning(); });
+}
+
+Error nothingRuns(const ObjectContext& context) {
+  const auto cutOff = haltedEntries(context).entries.size();
+  if (cutOff == 0) return refusal(Refusal::NoMatch, tr("nothing runs"));
+  return refusal(Refusal::NoMatch,
+                 cutOff == 1
+                     ? tr("nothing runs; the length of 1 entry that was cut off is asked in Pendra's window")
+                     : formatted(tr("nothing runs; the lengths of %@ entries that were cut off are asked in "
+                                    "Pendra's window"),
+                                 {QString::number(cutOff)}));
+}
+
+Result<std::vector<Activity*>> stoppable(const ObjectContext& context, const QString& match) {
+  auto running = runningIn(context);
+  if (running.empty()) return nothingRuns(context);
+  if (match.isEmpty()) return running;
+  const auto one = oneMatching(match, running);
+  if (!one) return one.error();
+  return std::vector<Activity*>{one.value()};
+}
+
+QVariantMap written(const QString& path, std::size_t entries) {
+  return {{QStringLiteral("written"), path}, {QStringLiteral("entries"), static_cast<int>(entries)}};
+}
+
+/// A path that others name is meant from their own folder, which is not this program's.
+Result<void> isFree(const QString& path) {
+  if (!QFileInfo(path).isAbsolute()) {
+    return refusal(Refusal::Refused, formatted(tr("“%@” is not an absolute path"), {path}));
+  }
+  if (!QFileInfo::exists(path) && !QFileInfo(path).isSymLink()) return {};
+  return refusal(Refusal::Refused, formatted(tr("“%@” exists already and was left alone"), {path}));
+}
+
+Error notWritten(const QString& path, const Error& why) {
+  return refusal(Refusal::Refused, formatted(tr("“%@” was not written: %@"), {path, why.text}));
+}
+
+}  // namespace
+
+Result<Activity*> startable(const ObjectContext& context, const QString& match) {
+  auto one = oneMatching(match, queries::openActivities(context));
+  if (!one || !one.value()->isRunning()) return one;
+  return refusal(Refusal::NoMatch, formatted(tr("“%@” runs already"), {titleOf(*one.value())}));
+}
+
+Result<QVariantMap> start(OpenDocument& document, const QString& match) {
+  ObjectContext& context = *document.context();
+  const auto one = startable(context, match);
+  if (!one) return one.error();
+  auto done = edit(context, tr("Start"), [&] { one.value()->startEntry(); });
+  if (!done) return done.error();
+  return facts::ofActivity(*one.value());
+}
+
+Result<QVariantList> stop(OpenDocument& document, const QString& match) {
+  ObjectContext& context = *document.context();
+  const auto stops = stoppable(context, match);
+  if (!stops) return stops.error();
+  QVariantList stopped;
+  auto done = edit(context, tr("Stop"), [&] {
+    for (Activity* activity : stops.value()) {
+      const TimeEntry* entry = activity->runningEntry();
+      activity->stop();
+      QVariantMap one = facts::ofActivity(*activity);
+      one[QStringLiteral("seconds")] = entry->storedDuration();
+      stopped << one;
+    }
+  });
+  if (!done) return done.error();
+  return stopped;
+}
+
+Result<QVariantMap> exportLog(OpenDocument& document, const QString& path) {
+  const ObjectContext& context = *document.context();
+  if (isTimeRunning(context)) {
+    return refusal(Refusal::Refused, tr("time runs, and what runs has no length yet; stop it first"));
+  }
+  if (auto free = isFree(path); !free) return free.error();
+  const auto entries = exportAll(context, path);
+  if (!entries) return notWritten(path, entries.error());
+  return written(path, entries.value());
+}
+
+Result<QVariantMap> backUp(OpenDocument& document, const ObjectModel& model, const QString& path) {
+  const QString target = backupPath(path);
+  if (auto free = isFree(target); !free) return free.error();
+  if (auto made = writeBackup(document, model, path); !made) return notWritten(target, made.error());
+  return written(target, document.context()->all<TimeEntry>().size());
+}
+
+}  // namespace pendra::orders

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QVariantMap>
+
+#include "Order.h"
+#include "document/OpenDocument.h"
+
+/// What others may do to a document. Each is an edit as if by hand, or leaves everything as it was; a
+/// document that cannot be stored is not changed.
+namespace pendra::orders {
+
+/// Starts the open activity that matches, and tells what it is.
+[[nodiscard]] Result<QVariantMap> start(OpenDocument& document, const QString& match);
+/// Stops the running activity that matches, or all for an empty text; each with how long it ran.
+[[nodiscard]] Result<QVariantList> stop(OpenDocument& document, const QString& match);
+/// Writes every time entry to a new file, as the menu does. Refused while time runs: an entry has no length
+/// then.
+[[nodiscard]] Result<QVariantMap> exportLog(OpenDocument& document, const QString& path);
+/// Copies the document to a new file, as the menu does; what runs goes on.
+[[nodiscard]] Result<QVariantMap> backUp(OpenDocument& document, const ObjectModel& model,
+                                         const QString& path);
+
+/// What `start` would start, for whoever only reads the document.
+[[nodiscard]] Result<Activity*> startable(const ObjectContext& context, const QString& match);
+
+}  // namespace pendra::orders

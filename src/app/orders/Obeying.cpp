@@ -1,0 +1,167 @@
+#include "Obeying.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLocale>
+#include <cstdio>
+
+#include "CommandLine.h"
+#include "Deeds.h"
+#include "Facts.h"
+#include "PlainText.h"
+#include "Program.h"
+#include "RunningPendra.h"
+#include "document/DocumentFiles.h"
+#include "platform/Files.h"
+#include "platform/Preferences.h"
+#include "platform/Text.h"
+#include "platform/UserDefaults.h"
+#include "store/PersistentStore.h"
+
+namespace pendra {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
+
+bool onlyAsks(Verb verb) { return verb == Verb::Status || verb == Verb::Log || verb == Verb::Report; }
+
+template <class Value>
+Result<QVariant> asVariant(const Result<Value>& result) {
+  if (!result) return result.error();
+  return QVariant(result.value());
+}
+
+class Obeying {
+ public:
+  explicit Obeying(const Order& order) : order_(order) {}
+
+  Result<QVariant> answer() {
+    if (onlyAsks(order_.verb)) return read();
+    if (!running_.isThere()) return withoutProgram();
+    if (!order_.document.isEmpty()) {
+      if (auto same = hasDocument(order_.document); !same) return same.error();
+    }
+    return asVariant(running_.obey(order_));
+  }
+
+ private:
+  /// The document that is meant where the program does not say which.
+  Result<QString> document() const {
+    if (!order_.document.isEmpty()) return order_.document;
+    const Places places = Places::ofUser();
+    const QString last =
+        UserDefaults(places.defaultsFile()).text(preferences::kLastDocument).value_or(QString());
+    if (!last.isEmpty()) return last;
+    if (QFileInfo::exists(defaultPath(places))) return defaultPath(places);
+    return refusal(Refusal::NoDocument, tr("no document was opened yet; --document FILE names one"));
+  }
+
+  /// Whether the running program has that document open.
+  Result<void> hasDocument(const QString& path) const {
+    const auto open = running_.document();
+    if (!open) return open.error();
+    if (isSameFile(open.value(), path)) return {};
+    return refusal(Refusal::Refused, formatted(tr("“%@” is not the document that Pendra has open"), {path}));
+  }
+
+  static Error unusable(const QString& path, const Error& why) {
+    return refusal(Refusal::NoDocument, formatted(tr("“%@” cannot be used: %@"), {path, why.text}));
+  }
+
+  /// Reads the document without changing it.
+  Result<QString> look(ObjectContext& context) const {
+    auto path = document();
+    if (!path) return path;
+    if (const auto looked = PersistentStore::look(path.value(), context, model_); !looked)
+      return unusable(path.value(), looked.error());
+    return path;
+  }
+
+  Result<QVariant> read() const {
+    ObjectContext context(model_, clock_, calendar_);
+    const auto path = look(context);
+    if (!path) return path.error();
+    Order order = order_;
+    order.document = path.value();
+    return answerFrom(context, order);
+  }
+
+  Result<QVariant> withoutProgram() const {
+    ObjectContext context(model_, clock_, calendar_);
+    const auto path = look(context);  // before anything is started or written
+    if (!path) return path.error();
+    if (order_.verb == Verb::Start) return startWithProgram(context, path.value());
+    if (path.value().endsWith(u".pdrbackup")) {
+      return refusal(Refusal::NoDocument, tr("a backup is not worked on; open it in Pendra"));
+    }
+    const auto held = OpenDocument::read(path.value(), model_, clock_, calendar_);
+    if (!held) return unusable(path.value(), held.error());
+    return doTo(*held.value());
+  }
+
+  Result<QVariant> doTo(OpenDocument& document) const {
+    if (order_.verb == Verb::Export) return asVariant(orders::exportLog(document, order_.text));
+    if (order_.verb == Verb::BackUp) return asVariant(orders::backUp(document, model_, order_.text));
+    const auto stopped = orders::stop(document, order_.text);
+    if (!stopped) return stopped.error();
+    return QVariant(QVariantMap{{QStringLiteral("stopped"), stopped.value()}});
+  }
+
+  Result<QVariant> startWithProgram(const ObjectContext& context, const QString& path) const {
+    if (const auto one = orders::startable(context, order_.text); !one) return one.error();
+    if (!hasDisplay()) {
+      return refusal(Refusal::Refused, tr("Pendra does not run, and there is no display to start it on"));
+    }
+    if (const auto launched = running_.launch(path); !launched) return launched.error();
+    if (auto same = hasDocument(path); !same) return same.error();
+    return asVariant(running_.obey(order_));
+  }
+
+  const Order& order_;
+  SystemClock clock_;
+  Calendar calendar_ = Calendar::ofSystem();
+  ObjectModel model_ = loadObjectModel();
+  RunningPendra running_{QDBusConnection::sessionBus()};
+};
+
+bool print(const QByteArray& bytes, std::FILE* to) {
+  return std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), to) ==
+             static_cast<std::size_t>(bytes.size()) &&
+         std::fflush(to) == 0;
+}
+
+}  // namespace
+
+Result<QVariant> answerFrom(const ObjectContext& context, const Order& order) {
+  if (order.verb == Verb::Log) return asVariant(facts::log(context, order));
+  if (order.verb == Verb::Report) return QVariant(facts::report(context, order));
+  return QVariant(facts::status(context, order.document, QLocale().firstDayOfWeek()));
+}
+
+QByteArray printed(const Order& order, const QVariant& answer) {
+  if (!order.asJson) return plainText(order.verb, answer).toUtf8();
+  return QJsonDocument::fromVariant(answer).toJson(QJsonDocument::Compact) + '\n';
+}
+
+QByteArray printedAsJson(const Error& error) {
+  const QJsonObject object{{QStringLiteral("error"), nameOf(refusalOf(error))},
+                           {QStringLiteral("message"), error.text}};
+  return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+}
+
+int refuse(const Error& error, bool asJson) {
+  const bool said = asJson ? print(printedAsJson(error), stdout)
+                           : print("pendra: " + error.text.simplified().toUtf8() + '\n', stderr);
+  return said ? statusOf(refusalOf(error)) : status::kFailed;
+}
+
+int obey(const Order& order) {
+  const auto answer = Obeying(order).answer();
+  if (!answer) return refuse(answer.error(), order.asJson);
+  return print(printed(order, answer.value()), stdout) ? status::kDone : status::kFailed;
+}
+
+}  // namespace pendra

@@ -1,0 +1,101 @@
+#include "RunningPendra.h"
+
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QProcess>
+#include <QThread>
+
+#include "TimingInterface.h"
+#include "platform/Identifiers.h"
+
+namespace pendra {
+
+namespace {
+
+using Maps = QList<QVariantMap>;
+
+/// A document that takes long to read keeps whoever asks waiting.
+constexpr std::chrono::seconds kPatience{30};
+constexpr std::chrono::milliseconds kBetweenLooks{20};
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
+
+Error errorOf(const QDBusMessage& reply) {
+  const QString name = reply.errorName();
+  for (const Refusal why : {Refusal::NoMatch, Refusal::SeveralMatches, Refusal::NoDocument}) {
+    if (name.endsWith(u".Error." + nameOf(why))) return refusal(why, reply.errorMessage());
+  }
+  if (name.startsWith(identifiers::kPendra)) return refusal(Refusal::Refused, reply.errorMessage());
+  return refusal(Refusal::Refused, tr("the Pendra that runs does not answer"));
+}
+
+QString memberOf(Verb verb) {
+  switch (verb) {
+    case Verb::Start:
+      return QStringLiteral("Start");
+    case Verb::Stop:
+      return QStringLiteral("Stop");
+    case Verb::Export:
+      return QStringLiteral("Export");
+    default:
+      return QStringLiteral("BackUp");
+  }
+}
+
+}  // namespace
+
+bool RunningPendra::isThere() const {
+  return bus_.isConnected() && bus_.interface()->isServiceRegistered(identifiers::kPendra);
+}
+
+Result<QVariant> RunningPendra::call(const QString& interface, const QString& member,
+                                     const QVariantList& arguments) const {
+  auto message =
+      QDBusMessage::createMethodCall(identifiers::kPendra, identifiers::kBusObject, interface, member);
+  message.setArguments(arguments);
+  message.setAutoStartService(false);
+  const QDBusMessage reply =
+      bus_.call(message, QDBus::Block, static_cast<int>(std::chrono::milliseconds(kPatience).count()));
+  if (reply.type() != QDBusMessage::ReplyMessage) return errorOf(reply);
+  return reply.arguments().value(0);
+}
+
+Result<QString> RunningPendra::document() const {
+  const auto value = call(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+                          {kTimingInterface, QStringLiteral("Document")});
+  if (!value) return value.error();
+  return qdbus_cast<QDBusVariant>(value.value()).variant().toString();
+}
+
+Result<QVariantMap> RunningPendra::obey(const Order& order) const {
+  const auto answer = call(kTimingInterface, memberOf(order.verb), {order.text});
+  if (!answer) return answer.error();
+  if (order.verb == Verb::Start) {
+    return QVariantMap{{QStringLiteral("started"), withAbsent(qdbus_cast<QVariantMap>(answer.value()))}};
+  }
+  if (order.verb != Verb::Stop) return qdbus_cast<QVariantMap>(answer.value());
+  QVariantList stopped;
+  for (const QVariantMap& one : qdbus_cast<Maps>(answer.value())) stopped << withAbsent(one);
+  return QVariantMap{{QStringLiteral("stopped"), stopped}};
+}
+
+Result<void> RunningPendra::launch(const QString& document) const {
+  if (!bus_.isConnected()) return refusal(Refusal::Refused, tr("there is no session bus to ask Pendra on"));
+  QProcess program;
+  program.setProgram(QCoreApplication::applicationFilePath());
+  program.setArguments({QStringLiteral("--"), document});
+  // Whoever waits for the end of what this prints must not wait for the end of that.
+  program.setStandardInputFile(QProcess::nullDevice());
+  program.setStandardOutputFile(QProcess::nullDevice());
+  program.setStandardErrorFile(QProcess::nullDevice());
+  if (!program.startDetached()) return refusal(Refusal::Refused, program.errorString());
+  for (auto waited = kBetweenLooks; waited < kPatience; waited += kBetweenLooks) {
+    if (isThere()) return {};
+    QThread::msleep(kBetweenLooks.count());
+  }
+  return refusal(Refusal::Refused, tr("Pendra did not start"));
+}
+
+}  // namespace pendra

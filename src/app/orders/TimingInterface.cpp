@@ -1,0 +1,149 @@
+#include "TimingInterface.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusVariant>
+
+#include "Deeds.h"
+#include "Facts.h"
+#include "platform/Identifiers.h"
+
+namespace pendra {
+
+const QString kTimingInterface = QStringLiteral("com.corvel.pendra.Timing1");
+
+namespace {
+
+using Maps = QList<QVariantMap>;
+
+const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString kDocument = QStringLiteral("Document");
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
+
+QVariant forBus(const QVariantList& list) {
+  Maps maps;
+  for (const QVariant& one : list) maps << withoutAbsent(one.toMap());
+  return QVariant::fromValue(maps);
+}
+
+template <class Answer>
+Result<QVariant> forBus(const Result<Answer>& answer) {
+  if (!answer) return answer.error();
+  if constexpr (std::is_same_v<Answer, QVariantMap>) {
+    return QVariant(withoutAbsent(answer.value()));
+  } else {
+    return forBus(answer.value());
+  }
+}
+
+Error noDocument() { return refusal(Refusal::NoDocument, tr("no document is open")); }
+
+}  // namespace
+
+QVariantMap withoutAbsent(QVariantMap map) {
+  map.removeIf([](QVariantMap::iterator one) { return !one.value().isValid(); });
+  return map;
+}
+
+QVariantMap withAbsent(QVariantMap map) {
+  for (const char* name : {"customer", "job", "service", "notes"}) {
+    const QString key = QString::fromLatin1(name);
+    if (!map.contains(key)) map[key] = QVariant();
+  }
+  return map;
+}
+
+TimingInterface::TimingInterface(Session& session, std::function<QString()> busyWith)
+    : session_(session), busyWith_(std::move(busyWith)) {
+  qDBusRegisterMetaType<Maps>();
+  // After the attempt to store: whoever reads the file then finds it there.
+  for (Notifier* news : {&session.documentChanges(), &session.saveStateChanges()}) {
+    observations_.push_back(news->observe([this] { tellWhatRuns(); }));
+  }
+}
+
+QString TimingInterface::introspection() const {
+  return QStringLiteral(
+      "<interface name=\"com.corvel.pendra.Timing1\">"
+      "<method name=\"Start\"><arg name=\"match\" type=\"s\" direction=\"in\"/>"
+      "<arg name=\"activity\" type=\"a{sv}\" direction=\"out\"/></method>"
+      "<method name=\"Stop\"><arg name=\"match\" type=\"s\" direction=\"in\"/>"
+      "<arg name=\"activities\" type=\"aa{sv}\" direction=\"out\"/></method>"
+      "<method name=\"Running\"><arg name=\"activities\" type=\"aa{sv}\" direction=\"out\"/></method>"
+      "<method name=\"Export\"><arg name=\"path\" type=\"s\" direction=\"in\"/>"
+      "<arg name=\"written\" type=\"a{sv}\" direction=\"out\"/></method>"
+      "<method name=\"BackUp\"><arg name=\"path\" type=\"s\" direction=\"in\"/>"
+      "<arg name=\"written\" type=\"a{sv}\" direction=\"out\"/></method>"
+      "<property name=\"Document\" type=\"s\" access=\"read\">"
+      "<annotation name=\"org.freedesktop.DBus.Property.EmitsChangedSignal\" value=\"false\"/></property>"
+      "<signal name=\"RunningChanged\"/>"
+      "</interface>"
+      "<interface name=\"org.freedesktop.DBus.Properties\">"
+      "<method name=\"Get\"><arg name=\"interface\" type=\"s\" direction=\"in\"/>"
+      "<arg name=\"property\" type=\"s\" direction=\"in\"/>"
+      "<arg name=\"value\" type=\"v\" direction=\"out\"/></method>"
+      "<method name=\"GetAll\"><arg name=\"interface\" type=\"s\" direction=\"in\"/>"
+      "<arg name=\"values\" type=\"a{sv}\" direction=\"out\"/></method>"
+      "</interface>");
+}
+
+bool TimingInterface::answer(const QDBusMessage& call, const QDBusConnection& bus) {
+  if (call.interface() == kProperties) {
+    const auto reply = answerOfProperties(call);
+    return reply && bus.send(*reply);
+  }
+  if (call.interface() != kTimingInterface) return false;
+  const bool takesText = call.member() != u"Running";
+  const QStringList members{QStringLiteral("Start"), QStringLiteral("Stop"), QStringLiteral("Running"),
+                            QStringLiteral("Export"), QStringLiteral("BackUp")};
+  if (!members.contains(call.member()) || call.signature() != (takesText ? u"s" : u"")) return false;
+  const auto done = carryOut(call.member(), call.arguments().value(0).toString());
+  if (done) return bus.send(call.createReply(done.value()));
+  const QString name = identifiers::kPendra + u".Error." + nameOf(refusalOf(done.error()));
+  return bus.send(call.createErrorReply(name, done.error().text));
+}
+
+Result<QVariant> TimingInterface::carryOut(const QString& member, const QString& argument) {
+  if (!session_.document()) return noDocument();
+  if (member == u"Running") return forBus(facts::running(*session_.context()));
+  if (const QString reason = busyWith_(); !reason.isEmpty()) return refusal(Refusal::Refused, reason);
+  return change(member, argument);
+}
+
+Result<QVariant> TimingInterface::change(const QString& member, const QString& argument) {
+  OpenDocument& document = *session_.document();
+  if (member == u"Start") return forBus(orders::start(document, argument));
+  if (member == u"Stop") return forBus(orders::stop(document, argument));
+  if (member == u"Export") return forBus(orders::exportLog(document, argument));
+  return forBus(orders::backUp(document, session_.objectModel(), argument));
+}
+
+std::optional<QDBusMessage> TimingInterface::answerOfProperties(const QDBusMessage& call) const {
+  const QVariantList given = call.arguments();
+  if (given.value(0).toString() != kTimingInterface) return std::nullopt;
+  if (call.member() == u"Get" && given.value(1).toString() == kDocument) {
+    return call.createReply(QVariant::fromValue(QDBusVariant(document())));
+  }
+  if (call.member() == u"GetAll") return call.createReply(QVariantMap{{kDocument, document()}});
+  return std::nullopt;
+}
+
+QString TimingInterface::document() const {
+  return session_.document() ? session_.document()->path() : QString();
+}
+
+void TimingInterface::tellWhatRuns() {
+  std::vector<qint64> now;
+  if (const auto context = session_.context()) {
+    for (const TimeEntry* entry : context->flagged<TimeEntry>("running")) now.push_back(entry->objectID());
+  }
+  if (now == running_) return;
+  running_ = std::move(now);
+  send(QDBusMessage::createSignal(identifiers::kBusObject, kTimingInterface,
+                                  QStringLiteral("RunningChanged")));
+}
+
+}  // namespace pendra
