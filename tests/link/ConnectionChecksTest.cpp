@@ -1,6 +1,5 @@
 #include "ScriptedVantor.h"
 #include "support/LogCapture.h"
-#include "support/Rows.h"
 
 namespace pendra {
 namespace {
@@ -18,33 +17,35 @@ constexpr auto kStart = "Please start Vantor and try again";
 constexpr auto kVersion = "Pendra can’t work with this version of Vantor.";
 constexpr auto kCompany = "Please open the correct company and try again";
 
-class ChecksTest : public LinkTest, public testing::WithParamInterface<Check> {};
+const Check kChecks[] = {
 
-TEST_P(ChecksTest, RefusesOnceAndCloses) {
-  desk.workspace.setRunning(identifiers::kVantor, GetParam().running);
-  vantor.accepts = GetParam().accepts;
-  vantor.company = GetParam().open;
-  identity().setCompanyFileName(GetParam().stored);
-  const bool passes = !GetParam().refusal;
-  EXPECT_EQ(checks.checkCompany(), passes);
-  EXPECT_EQ(vantor.openChannels, passes ? 1 : 0);
-  EXPECT_EQ(desk.alerts.messages(), passes ? QStringList() : QStringList(GetParam().refusal));
-  EXPECT_EQ(vantor.asked.isEmpty(), !GetParam().running);
+    {.name = "SameNameElsewhere", .stored = "/a/Books.cmp/", .open = "/b/Books.cmp"},
+    {.name = "NothingStoredNothingOpen"},
+    {.name = "EncodedLink", .stored = "vtmac://Acme%20Ltd", .open = "vtmac://Acme%20Ltd"},
+    {.name = "DecodedLink", .stored = "vtmac://A B", .open = "vtmac://A%20B", .refusal = kCompany},
+    {.name = "OtherCase", .stored = "/a/books.cmp", .open = "/a/Books.cmp", .refusal = kCompany},
+    {.name = "NoCompanyOpen", .stored = "/a/Books.cmp", .refusal = kCompany},
+    {.name = "EmptyStored", .stored = "", .open = "/a/Books.cmp", .refusal = kCompany},
+    {.name = "NotRunning", .running = false, .stored = "/a/x", .open = "/a/x", .refusal = kStart},
+    {.name = "OldVantor", .accepts = false, .stored = "/a/x", .open = "/a/y", .refusal = kVersion}};
+
+TEST_F(LinkTest, AFailedCheckIsToldOnceAndClosesTheConnection) {
+  for (const Check& row : kChecks) {
+    SCOPED_TRACE(row.name);
+    desk.alerts.forget();
+    vantor.asked.clear();
+    desk.workspace.setRunning(identifiers::kVantor, row.running);
+    vantor.accepts = row.accepts;
+    vantor.company = row.open;
+    identity().setCompanyFileName(row.stored);
+    const bool passes = !row.refusal;
+    EXPECT_EQ(checks.checkCompany(), passes);
+    EXPECT_EQ(vantor.openChannels, passes ? 1 : 0);
+    EXPECT_EQ(desk.alerts.messages(), passes ? QStringList() : QStringList(row.refusal));
+    EXPECT_EQ(vantor.asked.isEmpty(), !row.running);
+    checks.closeConnection();
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    All, ChecksTest,
-    testing::Values(
-        Check{.name = "SameNameElsewhere", .stored = "/a/Books.cmp/", .open = "/b/Books.cmp"},
-        Check{.name = "NothingStoredNothingOpen"},
-        Check{.name = "EncodedLink", .stored = "vtmac://Acme%20Ltd", .open = "vtmac://Acme%20Ltd"},
-        Check{.name = "DecodedLink", .stored = "vtmac://A B", .open = "vtmac://A%20B", .refusal = kCompany},
-        Check{.name = "OtherCase", .stored = "/a/books.cmp", .open = "/a/Books.cmp", .refusal = kCompany},
-        Check{.name = "NoCompanyOpen", .stored = "/a/Books.cmp", .refusal = kCompany},
-        Check{.name = "EmptyStored", .stored = "", .open = "/a/Books.cmp", .refusal = kCompany},
-        Check{.name = "NotRunning", .running = false, .stored = "/a/x", .open = "/a/x", .refusal = kStart},
-        Check{.name = "OldVantor", .accepts = false, .stored = "/a/x", .open = "/a/y", .refusal = kVersion}),
-    RowName());
 
 TEST_F(LinkTest, AMissingChannelIsAWrongVersionButANoticeSaysWhyUntilThereIsOne) {
   vantor.hasChannel = false;

@@ -1,9 +1,15 @@
 #include <poll.h>
+
+#include <QProcess>
 #include <QTemporaryDir>
 #include <thread>
 
-#include "Processes.h"
+#include "ListedRows.h"
+#include "ScriptedVantor.h"
+#include "channel/CallingEnd.h"
 #include "channel/ServingEnd.h"
+#include "link/ChannelServer.h"
+#include "link/Submission.h"
 #include "platform/Text.h"
 #include "support/Rows.h"
 
@@ -49,40 +55,85 @@ struct Misbehaviour {
 };
 
 struct Command {
-  void (Sender::*run)();
+  bool sends;  ///< or updates the lists
   int calls;   ///< that it makes of a Vantor without a fault
   int record;  ///< which of them hands over the record; 0: none
 };
-const std::array kCommands{Command{&Sender::updateLists, 9, 0}, Command{&Sender::send, 12, 12}};
+constexpr std::array kCommands{Command{false, 9, 0}, Command{true, 12, 12}};
 
 class Faults : public testing::TestWithParam<Misbehaviour> {
  protected:
+  /// A linked document with one entry, and a company that has one job more.
+  struct Place : TestSession {
+    Place() {
+      EXPECT_TRUE(writeFile(
+          places.path("company.json"),
+          R"({"companyFileName": "/Books/Acme.cmp", "services": [{"name": "Design", "id": "s1"}],)"
+          R"("customers": [{"name": "Acme", "id": "c1"}], "jobs": [{"name": "Roof", "id": "j1", "parent": "c1"},)"
+          R"({"name": "Barn", "id": "j2", "parent": "c1"}]})"));
+      openDocument(false);
+      Customer& acme = addCustomer("Acme", "c1");
+      addPeriod(addActivity(&acme, &addService("Design", "s1"), &addJob(acme, "Roof", "j1")),
+                "2026-11-24T07:00:00Z", 5400);
+      EXPECT_TRUE(session.context()->save());
+      workspace.setRunning(identifiers::kVantor, true);
+    }
+    [[nodiscard]] QByteArray records() const { return contentsOf(places.path("records")); }
+  };
+  /// The stand-in for Vantor, from when it serves to the end of its scope.
+  struct Vantor {
+    Vantor(const Place& place, const QString& fault) {
+      process.setStandardErrorFile(QProcess::nullDevice());
+      process.start(PENDRA_VANTOR_SIM,
+                    QStringList{"--no-bus", "--company", place.places.path("company.json"), "--records",
+                                place.places.path("records"), "--cache", place.places.caches} +
+                        (fault.isEmpty() ? QStringList() : QStringList{"--fault", fault}));
+      EXPECT_TRUE(process.waitForReadyRead()) << "the stand-in does not serve";
+    }
+    ~Vantor() {
+      process.kill();
+      process.waitForFinished();
+    }
+    QProcess process;
+  };
+
   /// One command, with a Vantor that misbehaves at just that call, and once more with a healthy one.
-  void runTwice(const Command& command, int call) const {
-    const QTemporaryDir folder("/tmp/faultsXXXXXX");
-    const SendingPlace place{folder.path()};
-    makeDocument(place, 1);
+  static void runTwice(const Command& command, int call) {
+    Place place;
     ImpatientWait wait(GetParam().isCancelled ? call : 0);
     // Only who waits in vain waits shortly.
-    Sender sender(place, &wait, GetParam().isCancelled || GetParam().isHarmless ? 5000 : 1000);
-    const TimeEntry& entry = *sender.session.context()->all<TimeEntry>()[0];
-    const auto jobs = [&] { return sender.session.context()->all<Job>().size(); };
+    const std::chrono::milliseconds limit(GetParam().isCancelled || GetParam().isHarmless ? 5000 : 1000);
+    NotedProgress progress(place.clock);
+    ConnectionChecks checks(place.session, connectOverChannel(TimeLimits{.reply = limit}, &wait), progress);
+    ListSync lists(place.session, checks);
+    const TimeEntry& entry = *place.session.context()->all<TimeEntry>()[0];
+    const auto jobs = [&] { return place.session.context()->all<Job>().size(); };
+    const auto run = [&] {
+      return outcomeOf([&] {
+        if (!command.sends) return lists.updateLists();
+        ListedRows rows;
+        ScriptedSummary summary;
+        rows.add(*place.session.context()->all<TimeEntry>()[0]);
+        Submission({place.session, checks, lists, rows, summary}).sendSelectedTime();
+      });
+    };
     {
-      const auto vantor =
-          startVantor(place, formatted(u"%@:%@", {QString(GetParam().fault), QString::number(call)}));
+      const Vantor vantor(place, formatted(u"%@:%@", {QString(GetParam().fault), QString::number(call)}));
       const bool isTold = call == command.record;  // and not thrown
-      EXPECT_EQ(outcomeOf([&] { (sender.*command.run)(); }) == Outcome::Answered,
-                isTold || GetParam().isHarmless);
+      EXPECT_EQ(run() == Outcome::Answered, isTold || GetParam().isHarmless);
     }
-    const bool hasLists = GetParam().isHarmless || (command.record > 0 && call >= command.record - 2);
+    const bool hasLists = GetParam().isHarmless || (command.sends && call >= command.record - 2);
     EXPECT_EQ(jobs(), hasLists ? 2u : 1u);
-    EXPECT_EQ(entry.wasSent(), GetParam().isHarmless && command.record > 0);
+    EXPECT_EQ(entry.wasSent(), GetParam().isHarmless && command.sends);
     EXPECT_EQ(entry.sendingSince().has_value(), call == command.record && !GetParam().isHarmless);
-    const auto healthy = startVantor(place);
-    EXPECT_EQ(outcomeOf([&] { (sender.*command.run)(); }), Outcome::Answered);
+    // The user looks into what Vantor received before answering whether it arrived.
+    if (entry.sendingSince())
+      place.alerts.willAnswer({place.records().contains("<job>j1</job>") ? "It Arrived" : "Send Again"});
+    const Vantor healthy(place, {});
+    EXPECT_EQ(run(), Outcome::Answered);
     EXPECT_EQ(jobs(), 2u);
-    EXPECT_EQ(entry.wasSent(), command.record > 0);
-    EXPECT_EQ(contentsOf(place.records()).count('\n'), command.record > 0 ? 1 : 0) << "once";
+    EXPECT_EQ(entry.wasSent(), command.sends);
+    EXPECT_EQ(place.records().count('\n'), command.sends ? 1 : 0) << "once";
   }
 };
 
