@@ -1,7 +1,6 @@
 #include <QDateTime>
 
 #include "DocumentTest.h"
-#include "document/SavingElsewhere.h"
 #include "support/Disk.h"
 #include "support/Events.h"
 #include "support/FileSizeLimit.h"
@@ -208,8 +207,10 @@ TEST_F(Saving, AMovedDocumentIsFollowedOnlyWhenAsked) {
   EXPECT_FALSE(QFile::exists(path("Work.pdr")));
   press("Follow It");
   EXPECT_EQ(session.document()->path(), path("Moved.pdr"));
+  EXPECT_EQ(stored(path("Moved.pdr")), nullptr) << "held under its new name";
   EXPECT_THAT(notices(), IsEmpty());
   closeDoc(session);
+  EXPECT_THAT(files(places.documents), ElementsAre("Moved.pdr"));
   EXPECT_EQ(stored(path("Moved.pdr"))->all<Customer>().size(), 501U);
 }
 
@@ -227,11 +228,12 @@ TEST_F(Saving, WhatOthersDoToTheFileIsSaidOnce) {
   for (int copy = 0; copy < 20; ++copy) {
     ASSERT_TRUE(QFile::copy(path("Work.pdr"), path("beside")));
     ASSERT_EQ(::rename(qPrintable(path("beside")), qPrintable(path("Work.pdr"))), 0);
-    ASSERT_TRUE(saveContext(session));
+    ASSERT_TRUE(session.context()->edit({}, [&] { addCustomer(QString::number(copy)); }));
   }
   EXPECT_EQ(said, 1);
   EXPECT_TRUE(notices()[0].contains("Another program keeps putting copies"));
   closeDoc(session);
+  EXPECT_EQ(stored(path("Work.pdr"))->all<Customer>().size(), 521U);
   QFile::setPermissions(path("Work.pdr"), QFile::ReadOwner);
   Disk disk;
   disk.locks = Disk::Locks::None;
@@ -243,26 +245,6 @@ TEST_F(Saving, WhatOthersDoToTheFileIsSaidOnce) {
   EXPECT_EQ(notices(), QStringList{"“" + path("Work.pdr") +
                                    "” may only be read. What you change here is not stored in it."});
   EXPECT_THAT(actions(), ElementsAre("Save a Copy…"));
-}
-
-TEST_F(Saving, AtAnEndThatAsksNobodyWhatCannotBeSavedIsRescuedAndToldOfNextTime) {
-  write(path("Work.pdr"));
-  open("Work.pdr");
-  rescue(session);
-  putAnotherFileInPlaceOfWork();
-  addManyCustomers();
-  EXPECT_FALSE(saveContext(session));
-  rescue(session);
-  session.close();
-  windows.lose(WindowKind::Timer);
-  for (const bool first : {true, false}) {
-    Launch(session).launch();
-    EXPECT_EQ(session.document()->path(), path("Work (rescued).pdr"));
-    EXPECT_EQ(session.context()->all<Customer>().size(), 501U);
-    EXPECT_EQ(notices().join(u' ').contains("All of it is in “" + path("Work (rescued).pdr") + "”"), first);
-    session.notices().withdraw("copy");
-    closeDoc(session);
-  }
 }
 
 TEST_F(Saving, WhileTimeRunsASignOfLifeIsStoredAndNeverALength) {
