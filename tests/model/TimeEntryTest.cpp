@@ -2,30 +2,17 @@
 
 #include "model/ActivityTimes.h"
 #include "model/DurationText.h"
-#include "support/Rows.h"
 #include "support/TestDocument.h"
 
 namespace pendra {
 namespace {
 
-struct Length {
-  const char* name;
-  double seconds;
-  const char* text;
-};
-
-class DurationText : public testing::TestWithParam<Length> {};
-
-TEST_P(DurationText, TruncatesEachPart) { EXPECT_EQ(durationText(GetParam().seconds), GetParam().text); }
-
-INSTANTIATE_TEST_SUITE_P(Lengths, DurationText,
-                         testing::Values(Length{"Nothing", 0, "00:00:00"},
-                                         Length{"NeverRoundsUp", 3599.9, "00:59:59"},
-                                         Length{"MoreThanADay", 90061, "25:01:01"},
-                                         Length{"ThreeDigitsOfHours", 360000, "100:00:00"},
-                                         Length{"SignsStandInTheParts", -1800, "00:-30:00"},
-                                         Length{"NegativeHours", -5400.5, "-1:-30:00"}),
-                         RowName());
+TEST(DurationText, TruncatesEachPart) {
+  for (const auto& [seconds, text] :
+       {std::pair(0.0, "00:00:00"), std::pair(3599.9, "00:59:59"), std::pair(90061.0, "25:01:01"),
+        std::pair(360000.0, "100:00:00"), std::pair(-1800.0, "00:-30:00"), std::pair(-5400.5, "-1:-30:00")})
+    EXPECT_EQ(durationText(seconds), text);
+}
 
 class Entry : public testing::Test, protected TestDocument {
  protected:
@@ -47,76 +34,6 @@ TEST_F(Entry, StartsNowWithoutRunningAndStopsByTheClock) {
   EXPECT_EQ(period.elapsed(), 115) << "whether it runs is not asked, only whether that is known";
   period.setRunning(std::nullopt);
   EXPECT_EQ(period.elapsed(), 15);
-}
-
-struct Sending {
-  const char* name;
-  std::optional<Instant> date;
-  bool submitted;
-};
-
-class EntrySent : public testing::TestWithParam<Sending>, protected TestDocument {};
-
-TEST_P(EntrySent, NeedsMoreThanASecond) {
-  auto& period = context.insert<TimeEntry>();
-  EXPECT_FALSE(period.wasSent());
-  period.setDateSubmitted(GetParam().date);
-  EXPECT_EQ(period.wasSent(), GetParam().submitted);
-}
-
-INSTANTIATE_TEST_SUITE_P(Dates, EntrySent,
-                         testing::Values(Sending{"Absent", std::nullopt, false},
-                                         Sending{"Reference", kReferenceInstant, false},
-                                         Sending{"OneSecond", Instant{1.0}, false},
-                                         Sending{"JustMore", Instant{1.001}, true}),
-                         RowName());
-
-struct Bounds {
-  const char* name;
-  const char* start;
-  const char* from;
-  const char* to;
-  bool between;
-};
-
-class EntryBetween : public testing::TestWithParam<Bounds>, protected TestDocument {};
-
-TEST_P(EntryBetween, CountsWholeDays) {
-  const auto& row = GetParam();
-  const auto bound = [](const char* text) { return text ? std::optional(instantOf(text)) : std::nullopt; };
-  auto& period = context.insert<TimeEntry>();
-  period.setStart(instantOf(row.start));
-  EXPECT_EQ(period.isBetweenDates(bound(row.from), bound(row.to)), row.between);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Days, EntryBetween,
-    testing::Values(
-        Bounds{"NoBounds", "2026-11-24T12:00:00Z", nullptr, nullptr, true},
-        Bounds{"LastMinuteOfTheLastDay", "2026-11-24T23:59:00Z", nullptr, "2026-11-24T08:00:00Z", true},
-        Bounds{"FirstMinuteAfterIt", "2026-11-25T00:01:00Z", nullptr, "2026-11-24T08:00:00Z", false},
-        Bounds{"EarlierOnTheFirstDay", "2026-11-24T00:00:00Z", "2026-11-24T18:00:00Z", nullptr, true},
-        Bounds{"TheDayBefore", "2026-11-23T23:59:59Z", "2026-11-24T18:00:00Z", nullptr, false},
-        Bounds{"BothTheSameDay", "2026-11-24T12:00:00Z", "2026-11-24T18:00:00Z", "2026-11-24T01:00:00Z",
-               true},
-        Bounds{"CrossedBounds", "2026-11-24T12:00:00Z", "2026-11-24T00:00:00Z", "2026-11-23T00:00:00Z",
-               false}),
-    RowName());
-
-TEST(EntryDay, BeginsLateWhereMidnightDoesNotExist) {
-  const Calendar calendar{QTimeZone("America/Sao_Paulo")};
-  EXPECT_EQ(TimeEntry::stripTime(instantOf("2018-11-04T15:00:00Z"), calendar),
-            instantOf("2018-11-04T03:00:00Z"));
-  EXPECT_EQ(TimeEntry::stripTime(std::nullopt, calendar), std::nullopt);
-}
-
-TEST_F(Entry, ComparesByItsStart) {
-  auto& later = context.insert<TimeEntry>();
-  later.setStart(*period.start() + 1);
-  EXPECT_LT(period.compare(later), 0);
-  EXPECT_GT(later.compare(period), 0);
-  later.setStart(period.start());
-  EXPECT_EQ(period.compare(later), 0);
 }
 
 TEST_F(Entry, CountsTodayByItsStartButRunsToTodayWhateverItsDay) {
