@@ -1,7 +1,6 @@
 #include <limits>
 
 #include "Fixtures.h"
-#include "support/Rows.h"
 
 namespace pendra {
 namespace {
@@ -10,52 +9,39 @@ ArchiveValue row(const char* name, const char* id) {
   return ListRow{.name = QString::fromUtf8(name), .id = QString::fromUtf8(id), .parent = {}};
 }
 
-struct Message {
-  const char* name;
-  ArchiveValue value;
-};
-void PrintTo(const Message& message, std::ostream* out) { *out << message.name; }
-
-class ArchiveRoundTrip : public testing::TestWithParam<Message> {};
-
-TEST_P(ArchiveRoundTrip, GivesTheSameValue) {
-  const ArchiveValue message = ArchiveValue::Array{QStringLiteral("sel"), GetParam().value};
-  const auto archive = writeArchive(message);
-  ASSERT_TRUE(archive);
-  const auto read = readArchive(archive.value());
-  ASSERT_TRUE(read) << read.error().text.toStdString();
-  EXPECT_EQ(read.value(), message);
-}
-
 ArchiveValue nested(int depth) {
   ArchiveValue value = ArchiveValue::Array{};
   for (int i = 1; i < depth; ++i) value = ArchiveValue::Array{value};
   return value;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Values, ArchiveRoundTrip,
-    testing::Values(Message{"NilMarker", NilMarker()}, Message{"Empty", ArchiveValue::Array{}},
-                    Message{"EmptyText", QStringLiteral("")},
-                    Message{"TextLikeNull", QStringLiteral("$null")}, Message{"Ascii15", QString(15, u'x')},
-                    Message{"Wide", QStringLiteral("Müller ✓ \U0001F600")},
-                    Message{"Long", QString(70000, u'ü')}, Message{"LoneSurrogate", QString(QChar(0xd800))},
-                    Message{"Negative", qint64{-1}}, Message{"Least", std::numeric_limits<qint64>::min()},
-                    Message{"Greatest", std::numeric_limits<qint64>::max()},
-                    Message{"FourBytes", qint64{0xffffffff}}, Message{"Real", 0.1}, Message{"True", true},
-                    Message{"False", false},
-                    Message{"Records", ArchiveValue::Array{row("A", "1"), row("A", "1"), row("B", "2")}},
-                    Message{"AsDeepAsCanBe", nested(kArchiveDepth - 1)}),
-    RowName());
-
-TEST(Archive, IsNotWrittenTooDeep) { EXPECT_FALSE(writeArchive(nested(kArchiveDepth + 1))); }
-
-TEST(Archive, WritesEqualTextsAndNumbersOnce) {
-  const QString name = QStringLiteral("Wilhelmine");
-  const ArchiveValue::Array twice{name, name, qint64{7777}, qint64{7777}};
-  const QByteArray archive = archiveOf(twice);
-  EXPECT_EQ(archive.count("Wilhelmine"), 1);
-  EXPECT_EQ(archive.count(QByteArray("\x11\x1e\x61")), 1);
+TEST(Archive, IsReadAsWhatWasWritten) {
+  const QList<ArchiveValue> values{NilMarker(),
+                                   ArchiveValue::Array{},
+                                   QStringLiteral(""),
+                                   QStringLiteral("$null"),
+                                   QString(15, u'x'),
+                                   QStringLiteral("Müller ✓ \U0001F600"),
+                                   QString(70000, u'ü'),
+                                   QString(QChar(0xd800)),
+                                   qint64{-1},
+                                   std::numeric_limits<qint64>::min(),
+                                   std::numeric_limits<qint64>::max(),
+                                   qint64{0xffffffff},
+                                   0.1,
+                                   true,
+                                   false,
+                                   ArchiveValue::Array{row("A", "1"), row("A", "1"), row("B", "2")},
+                                   nested(kArchiveDepth - 1)};
+  for (qsizetype at = 0; at < values.size(); ++at) {
+    const ArchiveValue message = ArchiveValue::Array{QStringLiteral("sel"), values[at]};
+    const auto archive = writeArchive(message);
+    ASSERT_TRUE(archive) << at;
+    const auto read = readArchive(archive.value());
+    ASSERT_TRUE(read) << at << ": " << read.error().text.toStdString();
+    EXPECT_EQ(read.value(), message) << at;
+  }
+  EXPECT_FALSE(writeArchive(nested(kArchiveDepth + 1)));
 }
 
 TEST(Archive, IsReadOnlyWhenItIsGood) {

@@ -44,27 +44,6 @@ class SocketFolder {
 inline constexpr TimeLimits kShortLimits{.leave = std::chrono::milliseconds(500),
                                          .reply = std::chrono::milliseconds(500)};
 
-/// Collects what is logged while it lives.
-class LogCollector {
- public:
-  LogCollector() {
-    lines().clear();
-    previous_ = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& line) {
-      lines().push_back(line.toStdString());
-    });
-  }
-  ~LogCollector() { qInstallMessageHandler(previous_); }
-  Q_DISABLE_COPY_MOVE(LogCollector)
-
-  static std::vector<std::string>& lines() {
-    static std::vector<std::string> collected;
-    return collected;
-  }
-
- private:
-  QtMessageHandler previous_;
-};
-
 /// A peer without any of our code between it and the socket.
 class RawPeer {
  public:

@@ -1,82 +1,59 @@
 #include <QtEndian>
 
 #include "Fixtures.h"
-#include "support/Rows.h"
 
 namespace pendra {
 namespace {
 
-/// How an archive of a size is cut: header word and payload size of each datagram.
-struct Slicing {
-  const char* name;
-  qsizetype size;
-  std::vector<std::pair<quint32, qsizetype>> datagrams;
-};
-void PrintTo(const Slicing& row, std::ostream* out) { *out << row.name; }
-
-class Slices : public testing::TestWithParam<Slicing> {};
-
-TEST_P(Slices, AreCutByTheRuleOfTheWire) {
-  const QByteArray archive(GetParam().size, 'x');
-  for (const bool isReply : {false, true}) {
-    std::vector<std::pair<quint32, qsizetype>> cut;
-    for (const Datagram& datagram : datagramsOf(archive, isReply)) {
-      const auto bytes = datagram.header.bytes();
-      const QByteArray word(bytes.data(), bytes.size());
-      EXPECT_EQ(word, header(static_cast<quint32>(cut.size()) * 4 + (datagram.header.lastDatagram ? 2 : 0) +
-                             isReply));
-      EXPECT_EQ(DatagramHeader::of(word), datagram.header);
-      cut.emplace_back(qFromBigEndian<quint32>(word.constData()) - isReply, datagram.payload.size());
+TEST(Wire, SlicesAreCutByItsRule) {
+  // Of each archive's size, the header word and the payload's size of each datagram.
+  const std::pair<qsizetype, std::vector<std::pair<quint32, qsizetype>>> rows[] = {
+      {0, {}},
+      {1, {{2, 1}}},
+      {30719, {{2, 30719}}},
+      {30720, {{2, 0}}},  // a slice is lost
+      {30721, {{0, 30720}, {6, 1}}},
+      {61440, {{0, 30720}, {6, 0}}},
+      {92161, {{0, 30720}, {4, 30720}, {8, 30720}, {14, 1}}}};
+  for (const auto& [size, datagrams] : rows) {
+    for (const bool isReply : {false, true}) {
+      std::vector<std::pair<quint32, qsizetype>> cut;
+      for (const Datagram& datagram : datagramsOf(QByteArray(size, 'x'), isReply)) {
+        const auto bytes = datagram.header.bytes();
+        const QByteArray word(bytes.data(), bytes.size());
+        EXPECT_EQ(DatagramHeader::of(word), datagram.header);
+        cut.emplace_back(qFromBigEndian<quint32>(word.constData()) - isReply, datagram.payload.size());
+      }
+      EXPECT_EQ(cut, datagrams) << size;
     }
-    EXPECT_EQ(cut, GetParam().datagrams);
   }
-}
-
-INSTANTIATE_TEST_SUITE_P(Sizes, Slices,
-                         testing::Values(Slicing{"Nothing", 0, {}}, Slicing{"One", 1, {{2, 1}}},
-                                         Slicing{"OneLessThanASlice", 30719, {{2, 30719}}},
-                                         Slicing{"ASliceIsLost", 30720, {{2, 0}}},
-                                         Slicing{"OneMoreThanASlice", 30721, {{0, 30720}, {6, 1}}},
-                                         Slicing{"TwoSlicesAndOneIsLost", 61440, {{0, 30720}, {6, 0}}},
-                                         Slicing{
-                                             "Four", 92161, {{0, 30720}, {4, 30720}, {8, 30720}, {14, 1}}}),
-                         RowName());
-
-/// What the gatherer makes of a run of datagrams; each is named by its sequence and whether it is the last.
-struct Gathering {
-  const char* name;
-  std::vector<std::pair<quint32, bool>> slices;
-  std::vector<const char*> results;  ///< "-" for more to come, else the message or the failure
-};
-void PrintTo(const Gathering& row, std::ostream* out) { *out << row.name; }
-
-class Gatherer : public testing::TestWithParam<Gathering> {};
-
-TEST_P(Gatherer, JoinsOrComplains) {
-  DatagramGatherer gatherer;
-  std::vector<std::string> results;
-  char content = 'a';
-  for (const auto& [sequence, last] : GetParam().slices) {
-    const auto added = gatherer.add(QByteArrayView(&content, 1), sequence, last);
-    ++content;
-    if (!added) results.push_back(added.error().text.toStdString());
-    if (added) results.push_back(added.value() ? added.value()->toStdString() : "-");
-  }
-  EXPECT_EQ(results, std::vector<std::string>(GetParam().results.begin(), GetParam().results.end()));
 }
 
 constexpr const char* kNotNil = "fragment gather buffer is not nil";
 constexpr const char* kNil = "fragment gather buffer is nil";
 
-INSTANTIATE_TEST_SUITE_P(
-    Runs, Gatherer,
-    testing::Values(Gathering{"OrderOfArrival", {{0, false}, {9, false}, {3, true}}, {"-", "-", "abc"}},
-                    Gathering{"SingleWithinAnother", {{0, false}, {0, true}, {1, true}}, {"-", "b", "ac"}},
-                    Gathering{
-                        "ANewMessageBeginsAnew", {{0, false}, {0, false}, {1, true}}, {"-", kNotNil, "bc"}},
-                    Gathering{"MiddleOfNothing", {{1, false}, {0, true}}, {kNil, "b"}},
-                    Gathering{"EndOfNothing", {{1, true}, {0, false}, {1, true}}, {kNotNil, "-", "bc"}}),
-    RowName());
+TEST(Gatherer, JoinsInTheOrderOfArrivalOrComplains) {
+  // Each datagram's sequence and whether it is the last; "-" for more to come, else the message or the
+  // failure.
+  const std::pair<std::vector<std::pair<quint32, bool>>, std::vector<std::string>> rows[] = {
+      {{{0, false}, {9, false}, {3, true}}, {"-", "-", "abc"}},
+      {{{0, false}, {0, true}, {1, true}}, {"-", "b", "ac"}},  // a message within another
+      {{{0, false}, {0, false}, {1, true}}, {"-", kNotNil, "bc"}},
+      {{{1, false}, {0, true}}, {kNil, "b"}},
+      {{{1, true}, {0, false}, {1, true}}, {kNotNil, "-", "bc"}}};
+  for (const auto& [slices, expected] : rows) {
+    DatagramGatherer gatherer;
+    std::vector<std::string> results;
+    char content = 'a';
+    for (const auto& [sequence, last] : slices) {
+      const auto added = gatherer.add(QByteArrayView(&content, 1), sequence, last);
+      ++content;
+      if (!added) results.push_back(added.error().text.toStdString());
+      if (added) results.push_back(added.value() ? added.value()->toStdString() : "-");
+    }
+    EXPECT_EQ(results, expected);
+  }
+}
 
 TEST(Gatherer, GivesUpAMessageThatNeverEnds) {
   DatagramGatherer gatherer;

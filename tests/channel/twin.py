@@ -1,22 +1,15 @@
 #!/usr/bin/env python3
-"""A second implementation of the channel, for the tests: plistlib archives over raw sockets.
+"""A second implementation of the archives, with plistlib, for the tests and as a source of seeds for the fuzzer.
 
-    twin.py client SERVER CLIENT REQUESTS.json    calls, prints the answers as JSON, one a line
-    twin.py server SERVER COUNT                   answers so many calls with their own argument
-
-A request is [[operation, argument...], ...]. In JSON a record is {"name", "id", "parent"} and a nil is null. The
-twin spells its archives in every other way that the layout allows.
+Reads an archive in hex from its standard input and prints what it says as JSON, and an archive that says the same in
+every other spelling that the layout allows. In JSON a record is {"name", "id", "parent"} and a nil is null.
 """
 import json
-import os
 import plistlib
 import random
-import socket
-import struct
 import sys
 
 UID = plistlib.UID
-SLICE = 30720
 
 
 class Archiver:
@@ -107,52 +100,7 @@ def decoded(data):
     return value(top["$top"]["root"])
 
 
-def bound(path):
-    end = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
-    if os.path.exists(path):
-        os.unlink(path)
-    end.bind(path)
-    end.settimeout(30)
-    return end
-
-
-def send(end, archive, path, reply):
-    count = -(-len(archive) // SLICE)
-    for i in range(count):
-        size = SLICE if i < count - 1 else len(archive) % SLICE
-        word = i << 2 | (2 if i == count - 1 else 0) | (1 if reply else 0)
-        end.sendto(struct.pack(">I", word) + archive[i * SLICE:i * SLICE + size], path)
-
-
-def receive(end, reply):
-    gathered = b""
-    expected = 0
-    while True:
-        datagram, sender = end.recvfrom(1 << 16)
-        word = struct.unpack(">I", datagram[:4])[0]
-        assert word & 1 == reply and word >> 2 == expected, (word, expected)
-        expected += 1
-        gathered += datagram[4:]
-        if word & 2:
-            return decoded(gathered), sender
-
-
-def client(server, path, requests):
-    end = bound(path)
-    for request in json.loads(requests):
-        send(end, Archiver(foreign=True).finish(request), server, False)
-        answer, _ = receive(end, 1)
-        assert answer[0] == request[0], answer
-        print(json.dumps(answer[1]))
-
-
-def serve(path, count):
-    end = bound(path)
-    for _ in range(int(count)):
-        call, sender = receive(end, 0)
-        send(end, Archiver(foreign=True).finish([call[0], call[1] if len(call) > 1 else None]), sender, True)
-    print("served")
-
-
 if __name__ == "__main__":
-    {"client": client, "server": serve}[sys.argv[1]](*sys.argv[2:])
+    message = decoded(bytes.fromhex(sys.stdin.read()))
+    print(json.dumps(message))
+    print(Archiver(foreign=True).finish(message).hex())
