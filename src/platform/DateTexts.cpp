@@ -27,11 +27,6 @@ int fullYear(int year, qsizetype digits) {
 
 }  // namespace
 
-QString clockText(Instant instant, const Calendar& calendar) {
-  const QTime time = calendar.local(instant).time();
-  return QString::asprintf("%02d:%02d%s", faceHour(time), time.minute(), marker(time));
-}
-
 QString dayFirstDate(Instant instant, const Calendar& calendar) {
   const QDate date = calendar.day(instant);
   return QString::asprintf("%02d/%02d/%02d", date.day(), date.month(), date.year() % 100);

@@ -232,12 +232,21 @@ TEST_F(Edit, DoesNotKnowTemporaryObjectsNorWhatFills) {
   ASSERT_TRUE(context.edit(kName, [&] { temporary.setDuration(1); }));
   temporary.setDuration(2);
   context.deleteObject(temporary);
-  context.fill([&] { customer("Acme"); });
+  auto& service = context.insertTemporary<Service>();
+  context.fill([&] {
+    customer("Acme");
+    context.insert<Activity>().setService(&service);
+    context.insertTemporary<TimeEntry>().setActivity(context.all<Activity>()[0]);
+  });
+  EXPECT_EQ(context.all<Activity>()[0]->entries().size(), 1U) << "in memory it is as real as any";
   EXPECT_EQ(told, 0);
   EXPECT_FALSE(steps.canUndo());
   EXPECT_THAT(namesOnDisk(), IsEmpty());
   ASSERT_TRUE(context.save());
   EXPECT_EQ(namesOnDisk(), QStringList{"Acme"});
+  SQLite::Database file(path().toStdString(), SQLite::OPEN_READONLY);
+  EXPECT_EQ(file.execAndGet("SELECT count(*) FROM TimePeriod").getInt(), 0);
+  EXPECT_EQ(file.execAndGet("SELECT count(service) FROM Activity").getInt(), 0);
   EXPECT_DEATH(customer("outside"), "a document changes in an edit");
   const auto editor = context.observe([&](const ChangeSet&) { customer("told"); });
   EXPECT_DEATH((void)context.edit(kName, [&] { customer("Zed"); }), "does not edit");

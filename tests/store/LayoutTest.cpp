@@ -54,25 +54,21 @@ class Museum : public testing::Test, protected TestWorld {
 
   static void expectEverything(const ObjectContext& context, const OldLayout& old) {
     const Activity& activity = *context.all<Activity>()[0];
-    EXPECT_EQ(queries::nameOf(activity.customer()), u"Zürich & Co");
-    EXPECT_EQ(activity.customer()->vtObjectID(), "80001");
-    EXPECT_EQ(queries::nameOf(activity.job()), "Site");
-    EXPECT_EQ(activity.job()->customer(), activity.customer());
-    EXPECT_EQ(queries::nameOf(activity.service()), "Design");
+    EXPECT_EQ((QStringList{queries::nameOf(activity.customer()), *activity.customer()->vtObjectID(),
+                           queries::nameOf(activity.job()), queries::nameOf(activity.job()->customer()),
+                           queries::nameOf(activity.service()),
+                           *activity.document()->identity()->employeeName(), *activity.notes()}),
+              (QStringList{u"Zürich & Co"_qs, "80001", "Site", u"Zürich & Co"_qs, "Design", "Ann", "walls"}));
     EXPECT_EQ(activity.service()->shown(), false);
-    EXPECT_EQ(activity.document()->identity()->employeeName(), "Ann");
     EXPECT_EQ(activity.document()->standalone(), false);
-    EXPECT_EQ(activity.notes(), "walls");
     EXPECT_EQ(activity.billable(), true);
     EXPECT_FALSE(activity.loss().any());
     EXPECT_EQ(context.all<Activity>()[1]->loss().service, old.knowsLosses);
     const TimeEntry& entry = *context.all<TimeEntry>()[0];
     EXPECT_EQ(entry.activity(), &activity);
-    EXPECT_EQ(entry.start(), Instant{785000000.25});
+    EXPECT_EQ(std::tuple(entry.start(), entry.dateSubmitted(), entry.notes(), entry.running()),
+              std::tuple(Instant{785000000.25}, Instant{785100000}, QString("first floor"), false));
     EXPECT_EQ(entry.duration(), 5400.5);
-    EXPECT_EQ(entry.running(), false);
-    EXPECT_EQ(entry.dateSubmitted(), Instant{785100000});
-    EXPECT_EQ(entry.notes(), "first floor");
     EXPECT_EQ(entry.sendingSince(), old.knowsSending ? std::optional(Instant{785000900.5}) : std::nullopt);
     const TimeEntry& bare = *context.all<TimeEntry>()[1];
     EXPECT_FALSE(bare.start() || bare.duration() || bare.running() || bare.dateSubmitted() || bare.notes());

@@ -22,9 +22,6 @@ class Graph : public testing::Test, protected TestDocument {
     made.setCustomer(&customer);
     return made;
   }
-  std::vector<Customer*> named(const char* name) {
-    return queries::customersNamed(context, QString::fromUtf8(name)).copy();
-  }
 };
 
 TEST_F(Graph, IsTiedAtBothEndsAndComesApartByTheRules) {
@@ -74,21 +71,6 @@ TEST_F(Graph, AReferenceIsNoneWithoutItsObjectOrItsDocument) {
   const Ref<Customer> copy = zed;
   owned.reset();
   EXPECT_TRUE(!zed && !copy);
-}
-
-TEST_F(Graph, LookUpsFollowEveryRenamingAndKeepTheOrderOfInsertion) {
-  Customer& first = customer("Acme");
-  Customer& second = customer("acme");
-  Customer& third = customer("Acme");
-  EXPECT_THAT(named("Acme"), ElementsAre(&first, &third));
-  second.setName(QStringLiteral("Acme"));
-  EXPECT_THAT(named("Acme"), ElementsAre(&first, &second, &third));
-  first.setName(QString());
-  third.setName(std::nullopt);
-  EXPECT_THAT(named("Acme"), ElementsAre(&second));
-  EXPECT_THAT(named(""), ElementsAre(&first)) << "an absent name is not an empty one";
-  context.deleteObject(second);
-  EXPECT_THAT(named("Acme"), IsEmpty());
 }
 
 }  // namespace

@@ -69,14 +69,6 @@ TEST_F(Numbered, ASaveThatFillsTheDiskLosesNothingAndIsTriedAgain) {
   EXPECT_EQ(numberIn(crashed()), failures + 1) << "the same context saves once there is room";
 }
 
-TEST_F(Numbered, ADiskThatIsFullFromTheStartMakesNoDocument) {
-  {
-    const FileSizeLimit limit(0);
-    EXPECT_FALSE(emptyContext()->open(path()));
-  }
-  EXPECT_TRUE(emptyContext()->open(path())) << "what is left is taken for an empty document";
-}
-
 TEST_F(Numbered, KilledAtAnyMomentOfASaveIsTheOldOrTheNewState) {
   makeDocument();
   std::mt19937 random(20261124);
@@ -98,28 +90,6 @@ TEST_F(Numbered, KilledAtAnyMomentOfASaveIsTheOldOrTheNewState) {
     ASSERT_TRUE(found) << "a state that never was, in round " << round;
     ASSERT_TRUE(found == told || found == told + 1) << *found << " after " << told;
     last = *found;
-  }
-}
-
-TEST_F(Numbered, KilledWhileItIsFirstWrittenIsADocumentAllTheSame) {
-  std::mt19937 random(20261125);
-  for (int round = 0; round < 30; ++round) {
-    const auto at = [&](std::int64_t number) { return path(QString::number(round * 100'000 + number)); };
-    std::int64_t last = 0;
-    {
-      ChildProcess maker([&](const auto& report) {
-        for (std::int64_t number = 1;; ++number) {
-          report(number);
-          if (!emptyContext()->open(at(number))) return;
-        }
-      });
-      ASSERT_EQ(maker.next(), 1);
-      std::this_thread::sleep_for(std::chrono::microseconds(random() % 4000));
-      maker.kill();
-      last = 1;
-      while (const auto next = maker.next()) last = *next;
-    }
-    EXPECT_EQ(opened(at(last))->all<Customer>().size(), 0U);
   }
 }
 

@@ -9,8 +9,6 @@
 
 namespace pendra {
 
-/// "%I:%M%p": "09:05AM".
-QString clockText(Instant instant, const Calendar& calendar);
 /// "%d/%m/%y", day first: "24/11/26".
 QString dayFirstDate(Instant instant, const Calendar& calendar);
 /// "%m/%d/%y" or "MM/dd/yy": "11/24/26".

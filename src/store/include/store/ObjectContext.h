@@ -40,7 +40,6 @@ class ObjectContext {
   Result<void> open(const QString& path);
   /// Lets go of the file, so that it can be opened again; every later save fails.
   void close();
-  [[nodiscard]] bool hasStore() const { return store_ != nullptr; }
   /// The document's file, for what becomes of it elsewhere than in `save`; none without a file.
   [[nodiscard]] PersistentStore* store() const { return store_.get(); }
   [[nodiscard]] bool hasChanges() const { return !changed_.empty() || !deleted_.empty(); }
