@@ -20,6 +20,11 @@ class Failure(AssertionError):
     """What the test wanted to see and did not."""
 
 
+def expect(what, held):
+    if not held:
+        raise Failure(what)
+
+
 def wait_for(what, condition, seconds=40.0):
     """The first true value of `condition`; a Failure that names `what` when there is none in time."""
     deadline = time.monotonic() + seconds

@@ -3,12 +3,7 @@ import os
 import shutil
 import signal
 
-from desktop import Failure, run, wait_for
-
-
-def expect(what, held):
-    if not held:
-        raise Failure(what)
+from desktop import expect, run, wait_for
 
 
 def put_in_place(document, source):

@@ -2,12 +2,7 @@
 import shutil
 import signal
 
-from desktop import Failure, run, wait_for
-
-
-def expect(what, held):
-    if not held:
-        raise Failure(what)
+from desktop import expect, run, wait_for
 
 
 def elapsed(app):

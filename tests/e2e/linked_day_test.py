@@ -8,7 +8,7 @@ import sqlite3
 import subprocess
 import time
 
-from desktop import Browser, Failure, run, wait_for
+from desktop import Browser, Failure, expect, run, wait_for
 
 COMPANY = {
     "companyFileName": "/Books/Acme Ltd.cmp",
@@ -18,11 +18,6 @@ COMPANY = {
     "jobs": [{"name": "Roof", "id": "j1", "parent": "c1"}, {"name": "Barn", "id": "j2", "parent": "c2"}],
 }
 TITLE = "Acme Ltd-Ann"
-
-
-def expect(what, held):
-    if not held:
-        raise Failure(what)
 
 
 class Vantor:

@@ -8,15 +8,10 @@ import signal
 import threading
 import time
 
-from desktop import Failure, run, wait_for
+from desktop import expect, run, wait_for
 
 
 PAGE_DELAY = 3.0  # seconds; twice what the page would wait before it starts
-
-
-def expect(what, held):
-    if not held:
-        raise Failure(what)
 
 
 class Recorder(http.server.ThreadingHTTPServer):

@@ -294,6 +294,9 @@ TEST_F(ActivitySheetAtTheDesk, ANewOrDeletedEntryTakesNothingAwayThatIsBeingType
     EXPECT_EQ(desk.rows(kEntries), 2);
     EXPECT_EQ(desk.text(kCustomer), "Zenith");
     desk.editCell(kEntries, 1, u"Notes"_s);
+    desk.press(Qt::Key_Return);
+    EXPECT_EQ(plans->entries()[1]->notes().value_or(""), "") << "the hint in the cell is no note";
+    desk.editCell(kEntries, 1, u"Notes"_s);
     desk.type(u"Mail"_s);
     desk.press(Qt::Key_Return);
     EXPECT_TRUE(desk.front().isModal()) << "the Return of a cell is not the sheet's";

@@ -1,23 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <QLineEdit>
 #include <QTest>
 
-#include "support/TestSession.h"
-#include "ui/EditorSheets.h"
 #include "ui/NotesEdit.h"
 
 namespace pendra {
 namespace {
-
-/// Finds a control by the name that assistive technology knows it by.
-template <class Widget>
-Widget& named(const QWidget& sheet, const char* accessibleName) {
-  for (auto* widget : sheet.findChildren<Widget*>()) {
-    if (widget->accessibleName() == accessibleName) return *widget;
-  }
-  throw std::runtime_error(accessibleName);
-}
 
 TEST(NotesEdit, BreaksLinesAlikeHoweverTheyWereTyped) {
   NotesEdit edit;

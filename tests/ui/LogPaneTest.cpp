@@ -9,33 +9,19 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "core/log/LogFixture.h"
 #include "platform/Preferences.h"
-#include "support/TestSession.h"
 #include "ui/RowTableView.h"
-#include "ui_core/TimerState.h"
 
 namespace pendra {
 namespace {
 
 using testing::ElementsAre;
 
-class NoDisplay final : public TimerDisplay {
- public:
-  void showElapsedTime(const QString&) override {}
-  void showCustomerJobLabel(const QString&) override {}
-  void showMainButton(bool) override {}
-  void hideSendTime() override {}
-  void showActivitySheet(bool) override {}
-};
-
-class LogPaneWidget : public testing::Test {
+class LogPaneWidget : public TimeLog {
  protected:
   LogPaneWidget() {
-    test.openDocument();
-    auto& design = test.addService("Design");
-    for (const char* name : {"Acme", "Bob"}) {
-      test.addPeriod(test.addActivity(&test.addCustomer(name), &design), "2026-11-24T08:00:00Z", 3600);
-    }
+    for (const char* name : {"Acme", "Bob"}) test.addPeriod(activityOf(name), "2026-11-24T08:00:00Z", 3600);
     pane = std::make_unique<LogPaneView>(test.session, window);
     summary.reset(pane->makeSummary());
     pane->logController().reloadData();
@@ -58,9 +44,6 @@ class LogPaneWidget : public testing::Test {
     QTest::keyClick(&field, Qt::Key_Return);
   }
 
-  TestSession test;
-  NoDisplay display;
-  TimerState window{test.session, display};
   std::unique_ptr<LogPaneView> pane;
   std::unique_ptr<QWidget> summary;
 };

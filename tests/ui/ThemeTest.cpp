@@ -3,35 +3,23 @@
 #include <QCoreApplication>
 #include <QWidget>
 
-#include "support/Rows.h"
+#include <gtest/gtest.h>
 
 namespace pendra {
 namespace {
 
-struct Pair {
-  const char* name;
-  QColor Colours::*ink;
-  QColor Colours::*paper;
-};
-
-class Readable : public testing::TestWithParam<Pair> {};
-
-TEST_P(Readable, InBothLooks) {
+TEST(Theme, InksAreReadableOnWhatTheyAreDrawnOn) {
+  const std::pair<QColor Colours::*, QColor Colours::*> pairs[] = {
+      {&Colours::quiet, &Colours::window},       {&Colours::quiet, &Colours::selection},
+      {&Colours::running, &Colours::runningRow}, {&Colours::running, &Colours::selection},
+      {&Colours::link, &Colours::selection},     {&Colours::warning, &Colours::base}};
   for (const Colours* colours : {&Theme::light(), &Theme::dark()}) {
-    const QColor& paper = colours->*GetParam().paper;
-    const QColor ink = Theme::readable(colours->*GetParam().ink, paper, colours->text);
-    EXPECT_GE(Theme::contrast(ink, paper), 4.5) << ink.name().toStdString();
+    for (const auto& [ink, paper] : pairs) {
+      const QColor drawn = Theme::readable(colours->*ink, colours->*paper, colours->text);
+      EXPECT_GE(Theme::contrast(drawn, colours->*paper), 4.5) << drawn.name().toStdString();
+    }
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(Theme, Readable,
-                         testing::Values(Pair{"QuietOnWindow", &Colours::quiet, &Colours::window},
-                                         Pair{"QuietOnSelection", &Colours::quiet, &Colours::selection},
-                                         Pair{"RunningOnItsRow", &Colours::running, &Colours::runningRow},
-                                         Pair{"RunningOnSelection", &Colours::running, &Colours::selection},
-                                         Pair{"LinkOnSelection", &Colours::link, &Colours::selection},
-                                         Pair{"Warning", &Colours::warning, &Colours::base}),
-                         RowName());
 
 /// Drawn as they are, without `readable`.
 TEST(Theme, PlainInksAreReadable) {

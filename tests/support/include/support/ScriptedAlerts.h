@@ -29,7 +29,6 @@ class ScriptedAlerts final : public Alerts {
   [[nodiscard]] QStringList messages() const;
   /// The alert shown last; a failed test and an empty alert when there was none.
   [[nodiscard]] Alert last() const;
-  [[nodiscard]] bool hasOpenSheet() const { return !openSheets_.empty(); }
   /// Answers left over in the script: zero when everything foreseen was asked.
   [[nodiscard]] std::size_t unasked() const { return script_.size(); }
   void forget() { shown_.clear(); }

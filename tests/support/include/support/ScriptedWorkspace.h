@@ -17,8 +17,6 @@ class ScriptedWorkspace final : public Workspace {
   }
   /// Tells the observers that an application of this name was started.
   void launch(const QString& name) { launches_.post("launched", {name, {}}); }
-  /// Whether openUrl() succeeds.
-  void setOpens(bool opens) { opens_ = opens; }
 
   [[nodiscard]] const QStringList& opened() const { return opened_; }
   [[nodiscard]] const QStringList& revealed() const { return revealed_; }
@@ -28,7 +26,7 @@ class ScriptedWorkspace final : public Workspace {
   }
   bool openUrl(const QString& address) override {
     opened_ << address;
-    return opens_;
+    return true;
   }
   void reveal(const QString& path) override { revealed_ << path; }
   [[nodiscard]] Subscription observeLaunches(std::function<void(const QString&)> launched) override {
@@ -40,7 +38,6 @@ class ScriptedWorkspace final : public Workspace {
   QStringList opened_;
   QStringList revealed_;
   NotificationCenter launches_;
-  bool opens_ = true;
 };
 
 }  // namespace pendra

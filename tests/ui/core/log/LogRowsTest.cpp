@@ -51,23 +51,6 @@ TEST_F(TimeLog, TheTickMovesRunningRowsOnlyAndLeavesAStoppedOneAsItWas) {
   EXPECT_EQ(log.summary().seconds, 222);
 }
 
-TEST_F(TimeLog, SumsTheSelectionWhenThereIsOne) {
-  Activity& activity = activityOf("Acme");
-  for (const double seconds : {60.0, 600.0, 3600.0}) {
-    test.addPeriod(activity, "2026-11-24T08:00:00Z", seconds);
-  }
-  log.reloadData();
-  EXPECT_EQ(log.summary().entries, 3);
-  EXPECT_EQ(log.summary().seconds, 4260);
-  log.selection().selectRows({0, 2});
-  EXPECT_EQ(log.summary().entries, 2);
-  EXPECT_EQ(log.summary().seconds, 3660);
-  EXPECT_EQ(log.consideredRows().size(), 2U);
-  EXPECT_EQ(log.consideredRows()[1].entry, activity.entries()[2]);
-  log.clearSelection();
-  EXPECT_EQ(log.consideredRows().size(), 3U);
-}
-
 TEST_F(TimeLog, TheSelectionIsTheWindowsCurrentEntry) {
   Activity& activity = activityOf("Acme");
   TimeEntry& sent = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
@@ -80,12 +63,14 @@ TEST_F(TimeLog, TheSelectionIsTheWindowsCurrentEntry) {
   EXPECT_TRUE(window.canSend());
   EXPECT_EQ(window.currentEntry(), &unsent);
   EXPECT_EQ(log.selectedActivity(), &activity);
+  EXPECT_EQ(log.summary().seconds, 60);
+  EXPECT_EQ(log.consideredRows().size(), 1U);
+  EXPECT_EQ(log.consideredRows()[0].entry, &unsent);
   log.selection().selectRows({0, 1});
   EXPECT_FALSE(window.canSend()) << "the first selected entry was sent";
   const auto entries = log.selectedEntries();
   ASSERT_EQ(entries.size(), 2U);
   EXPECT_EQ(entries[0], &sent);
-  EXPECT_EQ(activity.entries().size(), 2U) << "nothing is deleted here";
   test.session.context()->deleteObject(unsent);
   EXPECT_FALSE(log.selectedEntries()[1]);
 }
@@ -104,6 +89,7 @@ TEST_F(TimeLog, SelectingAnEntryThatIsNotListedSelectsTheOldRowAgain) {
   EXPECT_EQ(log.selection().rows(), std::vector<int>{1});
   log.clearSelection();
   EXPECT_EQ(window.currentEntry(), nullptr);
+  EXPECT_EQ(log.consideredRows().size(), 2U);
 }
 
 TEST_F(TimeLog, NamesFollowTheListsInEveryTableAndFilter) {

@@ -1,7 +1,6 @@
 #include "ui_core/TimerState.h"
 
 #include "support/CellText.h"
-#include "support/Rows.h"
 #include "support/TestSession.h"
 
 namespace pendra {
@@ -46,22 +45,6 @@ class TimerWindow : public testing::Test {
   Job* roof = nullptr;
 };
 
-TEST_F(TimerWindow, ShowsOpenActivitiesWithTheirTimes) {
-  Activity& activity = test.addActivity(acme, design, roof, "Sketches");
-  test.addPeriod(activity, "2026-11-23T08:00:00Z", 3600);
-  test.addPeriod(activity, "2026-11-24T08:00:00Z", 1800);
-  test.addActivity(acme, design).setCompleted(true);
-  activity.startEntry();
-  test.clock.advance(600);
-  state.reloadData();
-  ASSERT_EQ(state.rows().rowCount(), 1);
-  EXPECT_EQ(cell("total", 0), "01:40:00");
-  EXPECT_EQ(cell("today", 0), "00:40:00");
-  EXPECT_EQ(cell("startstop", 0), "Stop");
-  EXPECT_EQ(cell("job", 0), "Roof");
-  EXPECT_TRUE(display.sendTimeHidden);
-}
-
 TEST_F(TimerWindow, WhatRunsOverMidnightCountsToTodayUntilItIsStopped) {
   test.clock.set("2026-11-24T22:50:00Z");  // 23:50 in Berlin
   Activity& activity = test.addActivity(acme, design);
@@ -97,23 +80,11 @@ TEST_F(TimerWindow, SeveralTimersRunAndTheDisplayFollowsTheSelectedOne) {
   EXPECT_EQ(display.elapsed, "00:00:05");
 }
 
-TEST_F(TimerWindow, TheTickTouchesRunningRowsOnly) {
-  test.addActivity(acme, design);
-  test.addActivity(acme, design).startEntry();
-  test.addActivity(acme, design);
-  state.reloadData();
-  QList<int> touched;
-  QObject::connect(
-      &state.rows(), &QAbstractItemModel::dataChanged,
-      [&](const QModelIndex& from, const QModelIndex& to) { touched << from.row() << to.row(); });
-  state.updateTimeDisplay();
-  EXPECT_EQ(touched, QList<int>({1, 1}));
-}
-
 TEST_F(TimerWindow, StartingWithoutASelectionAsksForANewActivity) {
   state.reloadData();
   state.toggleTimer();
   EXPECT_EQ(display.sheets, QList<bool>{true});
+  EXPECT_TRUE(display.sendTimeHidden) << "standalone";
 }
 
 TEST_F(TimerWindow, SelectingClearsTheLogAndNewsDoesNot) {
@@ -140,35 +111,32 @@ TEST_F(TimerWindow, SelectingClearsTheLogAndNewsDoesNot) {
   EXPECT_EQ(state.currentEntry(), nullptr);
 }
 
-struct LabelRow {
-  const char* name;
-  bool customer, job, service;
-  const char* label;
-};
-class TimerWindowLabel : public TimerWindow, public testing::WithParamInterface<LabelRow> {};
-
-TEST_P(TimerWindowLabel, NamesWhatIsSelected) {
-  const auto& row = GetParam();
-  Activity& activity = test.addActivity(row.customer ? acme : nullptr, row.service ? design : nullptr,
-                                        row.job ? roof : nullptr);
+TEST_F(TimerWindow, NamesWhatIsSelected) {
+  Activity& whole = test.addActivity(acme, design, roof);
   state.reloadData();
-  display.label = "before";
-  select(activity);
-  EXPECT_EQ(display.label, row.label);
+  const auto label = [this, &whole] {
+    select(whole);
+    return display.label;
+  };
+  EXPECT_EQ(label(), "Acme - Roof - Design");
+  whole.setJob(nullptr);
+  EXPECT_EQ(label(), "Acme - Design");
+  whole.setService(nullptr);
+  whole.setJob(roof);
+  EXPECT_EQ(label(), "Acme");
+  whole.setCustomer(nullptr);
+  EXPECT_EQ(label(), "Acme") << "without a customer it keeps the one before";
 }
-
-INSTANTIATE_TEST_SUITE_P(Activities, TimerWindowLabel,
-                         testing::Values(LabelRow{"Whole", true, true, true, "Acme - Roof - Design"},
-                                         LabelRow{"WithoutJob", true, false, true, "Acme - Design"},
-                                         LabelRow{"WithoutService", true, true, false, "Acme"},
-                                         LabelRow{"WithoutCustomerKeepsTheOld", false, true, true, "before"}),
-                         RowName());
 
 TEST_F(TimerWindow, DeletingARunningActivityLeavesNothingThatPointsToIt) {
   Activity& activity = test.addActivity(acme, design);
-  activity.startEntry();
+  TimeEntry& stopped = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
   state.reloadData();
   select(activity);
+  state.deleteEntries({&stopped, &activity.startEntry()});
+  EXPECT_FALSE(activity.isRunning());
+  EXPECT_TRUE(activity.entries().empty());
+  activity.startEntry();
   state.deleteActivity(activity);
   EXPECT_EQ(state.currentActivity(), nullptr);
   EXPECT_EQ(display.button, "play");
@@ -176,16 +144,6 @@ TEST_F(TimerWindow, DeletingARunningActivityLeavesNothingThatPointsToIt) {
   EXPECT_EQ(display.label, "");
   EXPECT_TRUE(test.session.context()->all<TimeEntry>().empty());
   EXPECT_TRUE(state.updateTimeDisplay());
-}
-
-TEST_F(TimerWindow, DeletingEntriesStopsTheRunningOneFirst) {
-  Activity& activity = test.addActivity(acme, design);
-  TimeEntry& stopped = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
-  TimeEntry& running = activity.startEntry();
-  state.reloadData();
-  state.deleteEntries({&stopped, &running});
-  EXPECT_FALSE(activity.isRunning());
-  EXPECT_TRUE(activity.entries().empty());
 }
 
 TEST_F(TimerWindow, CompletingStopsAndLeavesTheTableUntilMadeCurrentAgain) {
@@ -209,19 +167,6 @@ TEST_F(TimerWindow, TheLastEntryIsTheLatestStartedInWholeSeconds) {
   test.addPeriod(activity, "2026-11-24T08:00:00Z", 10);
   test.addPeriod(activity, "2026-11-23T08:00:00Z", 20);
   EXPECT_EQ(TimerState::lastEntryLength(&activity), "01:02:05");
-}
-
-TEST_F(TimerWindow, TextColumnsSortByCodeUnit) {
-  test.addActivity(&test.addCustomer("acme"), design);
-  test.addActivity(&test.addCustomer("Zed"), design);
-  state.rows().sortBy({"customer", true});
-  state.reloadData();
-  EXPECT_EQ(cell("customer", 0), "Zed");
-  test.addPeriod(test.addActivity(acme, design), "2026-11-01T08:00:00Z", 100 * 3600);
-  test.addPeriod(test.addActivity(acme, design), "2026-11-01T08:00:00Z", 99 * 3600);
-  state.rows().sortBy({"total", false});
-  state.reloadData();
-  EXPECT_EQ(cell("total", 0), "99:00:00");
 }
 
 }  // namespace

@@ -82,7 +82,6 @@ class TimerState {
 
   [[nodiscard]] bool editable() const { return currentEntry() || currentActivity(); }
   [[nodiscard]] bool canSend() const;
-  [[nodiscard]] bool exportable() const { return rows_.rowCount() > 0; }
 
   /// The rows of the activity table, and by what they are sorted.
   [[nodiscard]] RowTable<ActivityRow>& rows() { return rows_; }
