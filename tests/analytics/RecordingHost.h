@@ -11,7 +11,7 @@ namespace pendra {
 class RecordingHost final : public ScriptHost {
  public:
   void setDelegate(Delegate* delegate) override { page = delegate; }
-  void addUserScript(const QString& script) override { userScripts << script; }
+  void addUserScript(const QString&) override {}
   void load(const QString& address, const QString&) override { loaded << address; }
   void evaluate(const QString& script, std::function<void(const QString&)> done) override {
     scripts << script;
@@ -20,7 +20,6 @@ class RecordingHost final : public ScriptHost {
   }
 
   Delegate* page = nullptr;
-  QStringList userScripts;
   QStringList loaded;
   QStringList scripts;
   std::deque<QString> errors;  ///< what the next scripts throw

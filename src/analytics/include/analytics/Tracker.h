@@ -43,7 +43,6 @@ class Tracker final : private ScriptHost::Delegate {
 
   [[nodiscard]] bool observersEnabled() const { return observersEnabled_; }
   [[nodiscard]] const QJsonObject& commonProperties() const { return commonProperties_; }
-  [[nodiscard]] const QMap<QString, QString>& eventList() const { return eventList_; }
 
   /// Loads the page, for events to the service at `address`, as soon as the user's consent is there.
   void startTrackingCompletionHandler(StartHandler handler, const QString& address);
