@@ -2,6 +2,8 @@
 
 #include "document/Session.h"
 #include "platform/DesktopWorkspace.h"
+#include "platform/IdleSource.h"
+#include "platform/SleepSource.h"
 #include "ui/QtAlerts.h"
 #include "ui/QtPanels.h"
 
@@ -14,13 +16,17 @@ struct Environment {
     return {.places = Places::ofUser(),
             .clock = std::make_unique<SystemClock>(),
             .calendar = Calendar::ofSystem(),
-            .workspace = DesktopWorkspace::ofUser()};
+            .workspace = DesktopWorkspace::ofUser(),
+            .idle = SessionIdle::ofUser(),
+            .sleep = MachineSleep::ofMachine()};
   }
 
   Places places;
   std::unique_ptr<Clock> clock;
   Calendar calendar;
   std::unique_ptr<Workspace> workspace;
+  std::unique_ptr<IdleSource> idle{};    ///< none where nobody is asked about time away
+  std::unique_ptr<SleepSource> sleep{};  ///< as that
   UserDefaults defaults{places.defaultsFile()};
   ModalDepth modals{};
   NotificationCenter notifications{};

@@ -40,8 +40,12 @@ Program::Program(Environment& environment)
       history_(session_),
       launch_(session_),
       commands_(session_, windows_, link_, history_, [this] { terminate(); }),
+      awayNotice_(session_, [this] { windows_.show(WindowKind::TimeAway); }),
       signals_([this] { askedToEnd(); }) {
   session_.requireEdits();
+  if (environment_.idle && environment_.sleep) {
+    awayWatch_.emplace(session_, *environment_.idle, *environment_.sleep);
+  }
   environment_.alerts.setTimerWindow([this] {
     TimerWindowController* timer = windows_.timerWindow();
     return timer ? timer->log().window() : nullptr;

@@ -12,7 +12,9 @@
 #include "LinkServices.h"
 #include "SignalWatcher.h"
 #include "WindowRegistry.h"
+#include "document/AwayWatch.h"
 #include "document/Launch.h"
+#include "ui_core/AwayNotice.h"
 #include "ui_core/UndoHistory.h"
 
 class QSessionManager;
@@ -70,6 +72,8 @@ class Program {
   UndoHistory history_;
   Launch launch_;
   Commands commands_;
+  AwayNotice awayNotice_;
+  std::optional<AwayWatch> awayWatch_;
   SignalWatcher signals_;
   std::vector<std::function<void()>> waits_;  ///< these requests, in the order in which they came
   QTimer waiting_;

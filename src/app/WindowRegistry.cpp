@@ -14,6 +14,7 @@
 #include "ui/RestoreWindow.h"
 #include "ui/SetupController.h"
 #include "ui/ShellWindows.h"
+#include "ui/TimeAwayWindow.h"
 #include "ui/TimerWindowController.h"
 #include "ui_core/ShellCommands.h"
 
@@ -45,6 +46,7 @@ struct WindowRegistry::Open {
   std::unique_ptr<ListEditorWindow> services;
   std::unique_ptr<PreferencesWindow> preferences;
   std::unique_ptr<RestoreWindow> restore;
+  std::unique_ptr<TimeAwayWindow> timeAway;
   QObject retired;
 };
 
@@ -97,6 +99,8 @@ void WindowRegistry::show(WindowKind kind) {
       return open(open_->preferences, [this] { return std::make_unique<PreferencesWindow>(frame()); });
     case WindowKind::Restore:
       return open(open_->restore, [this] { return std::make_unique<RestoreWindow>(frame()); });
+    case WindowKind::TimeAway:
+      return open(open_->timeAway, [this] { return std::make_unique<TimeAwayWindow>(frame()); });
   }
 }
 
@@ -116,6 +120,8 @@ AppWindow* WindowRegistry::windowBeside(WindowKind kind) const {
       return open_->preferences.get();
     case WindowKind::Restore:
       return open_->restore.get();
+    case WindowKind::TimeAway:
+      return open_->timeAway.get();
     case WindowKind::Timer:
       break;
   }

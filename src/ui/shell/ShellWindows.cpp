@@ -9,9 +9,11 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QSpinBox>
 #include <QVBoxLayout>
 
 #include "analytics/Disclosure.h"
+#include "document/TimeAway.h"
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
 #include "platform/Text.h"
@@ -32,6 +34,7 @@ constexpr int kMargin = metrics::kGrid * 4;
 constexpr int kTextWidth = 440;
 constexpr int kSign = 56;
 constexpr qsizetype kRecentShown = 5;
+constexpr int kMostMinutes = 240;
 
 QLabel* quietText(const QString& text) {
   auto* label = new QLabel(text);
@@ -195,6 +198,7 @@ PreferencesWindow::PreferencesWindow(const WindowFrame& frame)
       false);
   add(preferences::kHideSubmitted, tr("Hide sent entries in the time log"),
       tr("Sent entries stay in the document and are left out of the list and of an export."), false);
+  page.column->addLayout(makeAwayMinutes());
   add(preferences::kAnalyticsTracker, tr("Send usage statistics"), statisticsDisclosureHere(), true);
   page.column->addLayout(makeBackupFolder());
   setContent(page.widget);
@@ -232,6 +236,36 @@ QLayout* PreferencesWindow::makeBackupFolder() {
        {static_cast<QWidget*>(title), static_cast<QWidget*>(field), static_cast<QWidget*>(remark)}) {
     group->addWidget(part);
   }
+  return group;
+}
+
+QLayout* PreferencesWindow::makeAwayMinutes() {
+  const QString explanation =
+      tr("When nobody has used the computer for so long while time ran, Pendra asks whether it counts. Until "
+         "you answer, it does.");
+  auto* minutes = new QSpinBox;
+  minutes->setObjectName(preferences::kAwayMinutes);
+  minutes->setAccessibleName(tr("Ask after minutes"));
+  minutes->setAccessibleDescription(explanation);
+  minutes->setRange(0, kMostMinutes);
+  minutes->setSpecialValueText(tr("Never"));
+  auto* title = new QLabel(tr("Ask after minutes"));
+  title->setBuddy(minutes);
+  const auto show = [this, minutes] {
+    const QSignalBlocker silent(minutes);
+    minutes->setValue(awayMinutes(defaults_));
+  };
+  show();
+  connect(minutes, &QSpinBox::valueChanged, this, [this](int value) { setAwayMinutes(defaults_, value); });
+  observations_.push_back(defaults_.changesOf(preferences::kAwayMinutes).observe(show));
+  auto* row = new QHBoxLayout;
+  row->addWidget(title);
+  row->addWidget(minutes);
+  row->addStretch();
+  auto* group = new QVBoxLayout;
+  group->setSpacing(metrics::kGrid / 2);
+  group->addLayout(row);
+  group->addWidget(quietText(explanation));
   return group;
 }
 

@@ -5,7 +5,17 @@
 namespace pendra {
 
 /// The windows of the program; at most one of each kind is open.
-enum class WindowKind { Timer, Setup, CustomerList, ServicesList, Welcome, About, Preferences, Restore };
+enum class WindowKind {
+  Timer,
+  Setup,
+  CustomerList,
+  ServicesList,
+  Welcome,
+  About,
+  Preferences,
+  Restore,
+  TimeAway
+};
 
 /// Shows and closes windows. Called by launch, open, new, close and setup.
 class Windows {

@@ -25,6 +25,8 @@ inline const QString kStatisticsNotice = QStringLiteral("PendraStatisticsNotice"
 inline const QString kIntroduced = QStringLiteral("PendraIntroduced");
 /// Paths of the documents that were open, newest first.
 inline const QString kRecentDocuments = QStringLiteral("PendraRecentDocuments");
+/// Text: after how many minutes without a touch it is asked whether the time counts; "0" for never.
+inline const QString kAwayMinutes = QStringLiteral("PendraAwayMinutes");
 /// Path of a copy that was written when a document could not be saved at the end; empty once it was told.
 inline const QString kRescued = QStringLiteral("PendraRescued");
 /// Path of the folder of the backups that make themselves; empty: the program's own.

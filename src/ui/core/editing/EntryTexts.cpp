@@ -80,6 +80,9 @@ void storeTime(TimeEntry& entry, std::optional<Instant> start, const QString& le
   if (entry.running() == true || (entry.haltedAt() && !isTyped)) return;
   entry.setDuration(readDuration(length).seconds);
   entry.setHaltedAt(std::nullopt);
+  if (!isTyped) return;
+  entry.setAwayFrom(std::nullopt);  // whoever types a length has said what counts
+  entry.setAwayTo(std::nullopt);
 }
 
 Instant startOfAddedEntry(const Activity& activity, Instant now, const Calendar& calendar) {

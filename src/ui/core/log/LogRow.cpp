@@ -6,6 +6,7 @@
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/DateTexts.h"
+#include "ui_core/AwayNotice.h"
 
 namespace pendra {
 
@@ -53,6 +54,14 @@ QString submittedText(const LogRow& row, const Calendar& calendar) {
   return row.showsAsSent() ? shortDate({row.submittedSeconds}, calendar) : QStringLiteral("-");
 }
 
+bool isRunning(const LogRow& row) { return row.entry && row.entry->running() == true; }
+
+/// What is to be said about the length: first whether somebody was there all the while.
+QString lengthDoubt(const LogRow& row) {
+  if (const QString away = row.entry ? awayMark(*row.entry) : QString(); !away.isEmpty()) return away;
+  return isRunning(row) || row.showsAsSent() ? QString() : doubtfulLengthText(row.duration);
+}
+
 QString doubtText(const LogRow& row) {
   if (!row.entry || !row.entry->sendingSince()) return {};
   return QStringLiteral(
@@ -67,8 +76,6 @@ Column<LogRow> editColumn() {
 }
 
 quint64 identityOf(const LogRow& row) { return row.entry ? static_cast<quint64>(row.entry->objectID()) : 0; }
-
-bool isRunning(const LogRow& row) { return row.entry && row.entry->running() == true; }
 
 }  // namespace
 
@@ -96,10 +103,7 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale) {
        .time = [](const LogRow& row) { return row.start; }},
       {.head = head(QStringLiteral("duration"), QStringLiteral("Duration"), CellKind::Time, 0),
        .text = [](const LogRow& row) { return durationText(row.duration); },
-       .warning =
-           [](const LogRow& row) {
-             return isRunning(row) || row.showsAsSent() ? QString() : doubtfulLengthText(row.duration);
-           }},
+       .warning = lengthDoubt},
       {.head = atTheRight(
            fixed(head(QStringLiteral("submitted"), QStringLiteral("Submitted"), CellKind::Secondary, 0),
                  {QStringLiteral("00/00/00")})),

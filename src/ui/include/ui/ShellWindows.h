@@ -3,6 +3,7 @@
 #include "ui/AppWindow.h"
 
 class QCheckBox;
+class QLayout;
 
 namespace pendra {
 
@@ -25,7 +26,7 @@ class WelcomeWindow final : public ShellWindow {
   explicit WelcomeWindow(const WindowFrame& frame);
 };
 
-/// "Preferences": check boxes and the folder of the backups, all of which act at once.
+/// "Preferences": check boxes, a number and the folder of the backups, all of which act at once.
 class PreferencesWindow final : public ShellWindow {
  public:
   explicit PreferencesWindow(const WindowFrame& frame);
@@ -34,6 +35,8 @@ class PreferencesWindow final : public ShellWindow {
   QCheckBox* addPreference(const QString& key, const QString& title, const QString& explanation,
                            bool byDefault);
   [[nodiscard]] QLayout* makeBackupFolder();
+  /// After how long an absence is asked about.
+  [[nodiscard]] QLayout* makeAwayMinutes();
 
   Session& session_;
   UserDefaults& defaults_;

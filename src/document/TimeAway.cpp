@@ -1,0 +1,145 @@
+#include "document/TimeAway.h"
+
+#include <QCoreApplication>
+
+#include "model/Activity.h"
+#include "platform/Preferences.h"
+#include "platform/UserDefaults.h"
+#include "store/ObjectContext.h"
+
+namespace pendra {
+
+namespace {
+
+constexpr int kMinutesByDefault = 10;
+/// Instants of one moment may be told apart by less than this.
+constexpr double kSameMoment = 1;
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::TimeAway", text); }
+
+Instant endOf(const TimeEntry& entry) {
+  return entry.running() == true ? entry.context()->clock().now() : *entry.start() + entry.storedDuration();
+}
+
+void setAway(TimeEntry& entry, const std::optional<Absence>& absence) {
+  entry.setAwayFrom(absence ? std::optional(absence->from) : std::nullopt);
+  entry.setAwayTo(absence ? std::optional(absence->to) : std::nullopt);
+}
+
+/// The entry ends there, and a new one of the same activity goes on from there to where it ended, or runs on.
+TimeEntry& divide(TimeEntry& entry, Instant at) {
+  TimeEntry& rest = entry.activity()->addEntry();
+  rest.setStart(at);
+  rest.setNotes(entry.notes());
+  if (entry.running() == true) {
+    entry.setRunning(false);
+    rest.startTimer();
+  } else {
+    rest.setDuration(endOf(entry) - at);
+  }
+  entry.setDuration(at - *entry.start());
+  return rest;
+}
+
+void takeOff(TimeEntry& entry, const Absence& away) {
+  const bool runs = entry.running() == true;
+  const double before = away.from - *entry.start();
+  const double after = endOf(entry) - away.to;
+  setAway(entry, std::nullopt);
+  if (before < kSameMoment) {
+    entry.setStart(away.to);
+    if (!runs) entry.setDuration(std::max(0.0, after));
+    return;
+  }
+  if (runs || after >= kSameMoment) divide(entry, away.to);
+  entry.setDuration(before);
+}
+
+void mark(TimeEntry& entry, const Absence& absence) {
+  if (entry.timeIsFixed() || !entry.start() || !entry.activity()) return;
+  Absence away{std::max(absence.from, *entry.start()), std::min(absence.to, endOf(entry))};
+  if (away.length() < AbsenceFinder::kShortest) return;
+  const auto earlier = unansweredAway(entry);
+  if (!earlier) return setAway(entry, away);
+  if (away.from - earlier->to >= AbsenceFinder::kShortest) return setAway(divide(entry, earlier->to), away);
+  setAway(entry, Absence{std::min(earlier->from, away.from), std::max(earlier->to, away.to)});
+}
+
+/// Runs `work` for every entry that still waits, with what it is marked with.
+template <class Work>
+void answer(ObjectContext& context, const QString& name, const AwayEntries& entries, Work work) {
+  std::ignore = context.edit(name, [&] {
+    for (const Ref<TimeEntry>& entry : entries) {
+      if (const auto away = entry ? unansweredAway(*entry) : std::nullopt) work(*entry, *away);
+    }
+  });
+}
+
+}  // namespace
+
+int awayMinutes(const UserDefaults& defaults) {
+  bool isNumber = false;
+  const int minutes = defaults.text(preferences::kAwayMinutes).value_or(QString()).toInt(&isNumber);
+  return isNumber && minutes >= 0 ? minutes : kMinutesByDefault;
+}
+
+void setAwayMinutes(UserDefaults& defaults, int minutes) {
+  defaults.setText(preferences::kAwayMinutes, QString::number(minutes));
+}
+
+std::optional<Absence> unansweredAway(const TimeEntry& entry) {
+  if (!entry.awayFrom() || !entry.awayTo() || !entry.start() || !entry.activity()) return std::nullopt;
+  if (entry.timeIsFixed() || entry.isHalted()) return std::nullopt;
+  const Absence away{*entry.awayFrom(), *entry.awayTo()};
+  const bool isWithin =
+      *entry.start() - away.from < kSameMoment && away.to - endOf(entry) < kSameMoment && away.length() > 0;
+  return isWithin ? std::optional(away) : std::nullopt;
+}
+
+void markAway(ObjectContext& context, const std::vector<Ref<TimeEntry>>& ran, const Absence& absence) {
+  std::ignore = context.edit(QString(), {.undoable = false}, [&] {
+    for (const Ref<TimeEntry>& entry : ran) {
+      if (entry) mark(*entry, absence);
+    }
+  });
+}
+
+TimeAway timeAway(const ObjectContext& context) {
+  TimeAway latest;
+  for (TimeEntry* entry : context.all<TimeEntry>()) {
+    const auto away = unansweredAway(*entry);
+    if (!away) continue;
+    if (latest.entries.empty() || latest.absence.to < away->to) latest = {{}, *away};
+    if (latest.absence.to != away->to) continue;
+    latest.entries.push_back(entry);
+    latest.absence.from = std::min(latest.absence.from, away->from);
+  }
+  return latest;
+}
+
+void keepAway(ObjectContext& context, const AwayEntries& entries) {
+  answer(context, tr("Keep Time Away"), entries,
+         [](TimeEntry& entry, const Absence&) { setAway(entry, std::nullopt); });
+}
+
+void takeAwayOff(ObjectContext& context, const AwayEntries& entries) {
+  answer(context, tr("Take Off Time Away"), entries, takeOff);
+}
+
+void bookAway(ObjectContext& context, const AwayEntries& entries, Activity& other) {
+  const QString name = tr("Book Time Away");
+  std::ignore = context.edit(name, [&] {
+    std::optional<Absence> all;
+    answer(context, name, entries, [&all](TimeEntry& entry, const Absence& away) {
+      if (!all) all = away;
+      all = Absence{std::min(all->from, away.from), std::max(all->to, away.to)};
+      takeOff(entry, away);
+    });
+    if (!all) return;
+    TimeEntry& booked = other.addEntry();
+    booked.setStart(all->from);
+    booked.setDuration(all->length());
+  });
+}
+
+}  // namespace pendra
