@@ -46,7 +46,8 @@ class ScriptedWindows final : public Windows {
 
  private:
   [[nodiscard]] static QString nameOf(WindowKind kind) {
-    return QStringList{"Timer", "Setup", "CustomerList", "ServicesList", "Welcome", "About", "Preferences"}
+    return QStringList{"Timer",   "Setup", "CustomerList", "ServicesList",
+                       "Welcome", "About", "Preferences",  "Restore"}
         .at(static_cast<int>(kind));
   }
 
