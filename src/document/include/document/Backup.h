@@ -19,12 +19,13 @@ void backUpDocument(Session& session);
 /// What follows when the panel ended: the open document is saved and copied to `chosen`; what cannot be saved
 /// is written there from memory. None when the panel was cancelled.
 void backUpTo(Session& session, const std::optional<QString>& chosen);
-/// The backup that is made where that path is asked for: its last extension is replaced, unless it already is a
-/// backup's.
+/// The backup that is made where that path is asked for: its last extension is replaced, unless it already is
+/// a backup's.
 [[nodiscard]] QString backupPath(const QString& chosen);
-/// Saves and copies a document there, without stopping what runs; what cannot be saved is written from memory.
-/// A file that has the name is left alone.
-[[nodiscard]] Result<void> writeBackup(OpenDocument& document, const ObjectModel& model, const QString& chosen);
+/// Saves and copies a document there, without stopping what runs; what cannot be saved is written from
+/// memory. A file that has the name is left alone.
+[[nodiscard]] Result<void> writeBackup(OpenDocument& document, const ObjectModel& model,
+                                       const QString& chosen);
 
 /// True to go on with this path: the user agreed, or it is no backup.
 [[nodiscard]] bool checkForBackupFile(Session& session, const QString& path);
