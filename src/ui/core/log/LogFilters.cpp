@@ -110,6 +110,7 @@ void LogController::renameFilters(const ChangeSet& changes) {
   servicePopup.selectItemWithTitle(service);
   const auto isLost = [](const PopUp& popup) { return popup.indexOfSelectedItem() < 0; };
   if (isLost(customerPopup) || isLost(jobPopup) || isLost(servicePopup)) resetNameFilters();
+  if (filtersByName()) reloadData();  // others may be called so, too
 }
 
 void LogController::fillJobs(const std::optional<QString>& customer) {

@@ -152,6 +152,12 @@ TEST_F(TimeLog, AnEditTakesAnEntryThroughTheFiltersByDayAndBySent) {
   log.setHidesSubmitted(true);
   EXPECT_EQ(rowsAfter([&] { entry.setDateSubmitted(test.clock.now()); }), 0);
   EXPECT_EQ(rowsAfter([&] { entry.setDateSubmitted(kReferenceInstant); }), 1);
+
+  Customer& other = *test.addPeriod(activityOf("Bob"), "2026-11-23T08:00:00Z", 60).activity()->customer();
+  log.reloadNames();
+  pickCustomer("Acme");
+  EXPECT_EQ(rowsAfter([&] { other.setName(QStringLiteral("Acme")); }), 2) << "called as the filter says";
+  EXPECT_EQ(rowsAfter([&] { other.setName(QStringLiteral("Bob")); }), 1) << "the filter follows it, alone";
 }
 
 }  // namespace
