@@ -125,6 +125,7 @@ constexpr CommandRow kLists[] = {
 
 constexpr CommandRow kWindow[] = {
     {Command::TimerWindow, "Timer Window", 0, "", false, always, inSession<showTimerWindow>},
+    {Command::Report, "Report", 0, "Ctrl+R", false, withDocument, openWindow<WindowKind::Report>},
 };
 
 constexpr CommandRow kHelp[] = {

@@ -11,6 +11,7 @@
 #include "ui/CommandTarget.h"
 #include "ui/FieldUndo.h"
 #include "ui/ListWindows.h"
+#include "ui/ReportWindow.h"
 #include "ui/RestoreWindow.h"
 #include "ui/SetupController.h"
 #include "ui/ShellWindows.h"
@@ -47,6 +48,7 @@ struct WindowRegistry::Open {
   std::unique_ptr<PreferencesWindow> preferences;
   std::unique_ptr<RestoreWindow> restore;
   std::unique_ptr<TimeAwayWindow> timeAway;
+  std::unique_ptr<ReportWindow> report;
   QObject retired;
 };
 
@@ -101,6 +103,8 @@ void WindowRegistry::show(WindowKind kind) {
       return open(open_->restore, [this] { return std::make_unique<RestoreWindow>(frame()); });
     case WindowKind::TimeAway:
       return open(open_->timeAway, [this] { return std::make_unique<TimeAwayWindow>(frame()); });
+    case WindowKind::Report:
+      return open(open_->report, [this] { return makeReport(); });
   }
 }
 
@@ -122,6 +126,8 @@ AppWindow* WindowRegistry::windowBeside(WindowKind kind) const {
       return open_->restore.get();
     case WindowKind::TimeAway:
       return open_->timeAway.get();
+    case WindowKind::Report:
+      return open_->report.get();
     case WindowKind::Timer:
       break;
   }
@@ -146,6 +152,16 @@ void WindowRegistry::makeTimerWindow() {
   open_->timer =
       std::make_unique<TimerWindowController>(*session_, *target_, [this] { retire(open_->timer); });
   close(WindowKind::Welcome);  // where to begin has been found
+}
+
+/// What is pressed in it is listed in the timer window.
+std::unique_ptr<ReportWindow> WindowRegistry::makeReport() {
+  const auto showInLog = [this](QDate first, QDate last, const std::optional<QString>& customer) {
+    if (!open_->timer) return;
+    open_->timer->state().log().showOnly(first, last, customer);
+    open_->timer->bringToFront();
+  };
+  return std::make_unique<ReportWindow>(frame(), showInLog);
 }
 
 bool WindowRegistry::eventFilter(QObject* watched, QEvent* event) {

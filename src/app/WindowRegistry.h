@@ -11,6 +11,7 @@ namespace pendra {
 class AppWindow;
 class CommandTarget;
 class ListEditor;
+class ReportWindow;
 struct LinkServices;
 class Session;
 class TimerWindowController;
@@ -48,6 +49,7 @@ class WindowRegistry final : public QObject, public Windows {
   template <class Window>
   void retire(std::unique_ptr<Window>& window);
   void makeTimerWindow();
+  [[nodiscard]] std::unique_ptr<ReportWindow> makeReport();
   /// The window of that kind beside the timer window; none while it is not open.
   [[nodiscard]] AppWindow* windowBeside(WindowKind kind) const;
   void endWithoutWindows();

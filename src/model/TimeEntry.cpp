@@ -33,6 +33,8 @@ void TimeEntry::awakeFromInsert() {
 Activity* TimeEntry::activity() const { return activity_.get(); }
 void TimeEntry::setActivity(Activity* activity) { relate(activity_, activity); }
 
+void TimeEntry::setSentAs(std::optional<QString> name) { assign(sentAs_, std::move(name)); }
+
 void TimeEntry::setDuration(std::optional<double> duration) {
   if (duration.value_or(0) != storedDuration()) setHaltedAt(std::nullopt);
   assign(duration_, duration);

@@ -23,8 +23,10 @@ void drawSortSign(QPainter& painter, const QPointF& middle, bool ascending, cons
       QPolygonF{middle + QPointF(-4, -tip), middle + QPointF(4, -tip), middle + QPointF(0, tip)});
 }
 
-void drawHead(QPainter& painter, const QRect& content, const ColumnHead& head, const SortOrder& sort) {
-  const bool sorted = head.sortable && sort.key == head.identifier && !head.title.isEmpty();
+}  // namespace
+
+void drawHead(QPainter& painter, const QRect& content, const HeadWords& head) {
+  const bool sorted = head.ascending && !head.title.isEmpty();
   const int sign = sorted ? kSignGap + kSignWidth : 0;
   const QString title = painter.fontMetrics().elidedText(head.title, Qt::ElideRight, content.width() - sign);
   const int width = painter.fontMetrics().horizontalAdvance(title) + sign;
@@ -35,10 +37,8 @@ void drawHead(QPainter& painter, const QRect& content, const ColumnHead& head, c
                    title);
   if (!sorted) return;
   const QPointF middle(left + width - kSignWidth / 2, QRectF(content).center().y() + 0.5);
-  drawSortSign(painter, middle, sort.ascending, painter.pen().color());
+  drawSortSign(painter, middle, *head.ascending, painter.pen().color());
 }
-
-}  // namespace
 
 RowHeader::RowHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
   setSectionsClickable(true);
@@ -71,8 +71,13 @@ void RowHeader::paintSection(QPainter* painter, const QRect& rect, int section) 
   painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), colours.line);
   painter->setFont(headFont());
   painter->setPen(colours.quiet);
-  drawHead(*painter, RowDelegate::contentRect(rect, section, table.columnCount()), table.head(section),
-           table.sortOrder());
+  const ColumnHead& head = table.head(section);
+  const SortOrder& order = table.sortOrder();
+  const bool sorts = head.sortable && order.key == head.identifier;
+  drawHead(*painter, RowDelegate::contentRect(rect, section, table.columnCount()),
+           {.title = head.title,
+            .alignment = head.alignment,
+            .ascending = sorts ? std::optional(order.ascending) : std::nullopt});
   painter->restore();
 }
 

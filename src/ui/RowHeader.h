@@ -1,10 +1,20 @@
 #pragma once
 
 #include <QHeaderView>
+#include <optional>
+
+#include "ui_core/TableModel.h"
 
 namespace pendra {
 
-class TableModel;
+/// The words of a head, and the order in which its column has sorted the rows; none when it has not.
+struct HeadWords {
+  QString title;
+  Alignment alignment = Alignment::Left;
+  std::optional<bool> ascending{};
+};
+/// Draws them with the painter's font and pen.
+void drawHead(QPainter& painter, const QRect& content, const HeadWords& head);
 
 /// Heads of a RowTableView: quiet words aligned as their columns, a small sign where the rows are sorted.
 class RowHeader final : public QHeaderView {

@@ -86,7 +86,8 @@ const Colours& Theme::light() {
                                .noticeBack = 0xfff6dc,
                                .noticeLine = 0xe6d493,
                                .warning = 0xb3261e,
-                               .disabled = 0x868c94};
+                               .disabled = 0x868c94,
+                               .report = {0x33417a, 0x6b4b93, 0xa0528c, 0xbf6884, 0x9a7657, 0x868c95}};
   return colours;
 }
 
@@ -109,7 +110,8 @@ const Colours& Theme::dark() {
                                .noticeBack = 0x3a3218,
                                .noticeLine = 0x5f5226,
                                .warning = 0xff9a90,
-                               .disabled = 0x7d828a};
+                               .disabled = 0x7d828a,
+                               .report = {0xb3bdf2, 0xb393dc, 0xcf82b6, 0xd3788e, 0xb78a63, 0x8b919a}};
   return colours;
 }
 

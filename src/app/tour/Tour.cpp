@@ -31,6 +31,7 @@ struct WindowOfItsOwn {
 const std::initializer_list<WindowOfItsOwn> kWindows{
     {Command::CustomerList, QStringLiteral("Customers and Jobs"), QStringLiteral("customers-and-jobs")},
     {Command::ServicesList, QStringLiteral("Service Items"), QStringLiteral("service-items")},
+    {Command::Report, QStringLiteral("Report"), QStringLiteral("report")},
     {Command::Preferences, QStringLiteral("Preferences"), QStringLiteral("preferences")},
     {Command::Welcome, QStringLiteral("Welcome to Pendra"), QStringLiteral("welcome")},
     {Command::About, QStringLiteral("About Pendra"), QStringLiteral("about")},

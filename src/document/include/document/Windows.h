@@ -14,7 +14,8 @@ enum class WindowKind {
   About,
   Preferences,
   Restore,
-  TimeAway
+  TimeAway,
+  Report
 };
 
 /// Shows and closes windows. Called by launch, open, new, close and setup.

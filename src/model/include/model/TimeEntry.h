@@ -34,7 +34,7 @@ class TimeEntry final : public ManagedObject {
   void setSendingSince(std::optional<Instant> since) { assign(sendingSince_, since); }
   /// How the record that it is in was named when it left, as long as its fate is not known.
   [[nodiscard]] const std::optional<QString>& sentAs() const { return sentAs_.get(); }
-  void setSentAs(std::optional<QString> name) { assign(sentAs_, std::move(name)); }
+  void setSentAs(std::optional<QString> name);
   /// Until when the entry is known to have run, when a crash cut it off and nobody has said yet how long it
   /// is.
   [[nodiscard]] std::optional<Instant> haltedAt() const { return haltedAt_.get(); }

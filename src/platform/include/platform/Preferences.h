@@ -37,5 +37,6 @@ inline const QString kLastFolder = QStringLiteral("PendraLastFolder");
 inline const QString kTimerWindowPlace = QStringLiteral("PendraTimerWindowPlace");
 inline const QString kCustomerListPlace = QStringLiteral("PendraCustomerListPlace");
 inline const QString kServicesListPlace = QStringLiteral("PendraServicesListPlace");
+inline const QString kReportPlace = QStringLiteral("PendraReportPlace");
 
 }  // namespace pendra::preferences

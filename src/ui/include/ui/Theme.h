@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QFont>
 #include <QPalette>
+#include <array>
 
 class QApplication;
 
@@ -35,6 +36,7 @@ struct Colours {
   QColor noticeLine;
   QColor warning;  ///< what will be wrong: a count over its limit, a text that cannot be read, a deletion
   QColor disabled;
+  std::array<QColor, 6> report;  ///< the groups of a report, the longest first; the last one is all others
 };
 
 /// The measures that every window shares.

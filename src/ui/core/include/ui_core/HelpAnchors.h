@@ -15,6 +15,7 @@ inline const QString kSetup = QStringLiteral("setup");
 inline const QString kCustomersAndJobs = QStringLiteral("customers-and-jobs");
 inline const QString kServiceItems = QStringLiteral("service-items");
 inline const QString kSendTime = QStringLiteral("send-time");
+inline const QString kReport = QStringLiteral("report");
 inline const QString kPreferences = QStringLiteral("preferences");
 inline const QString kAbout = QStringLiteral("about");
 inline const QString kWelcome = QStringLiteral("welcome");
@@ -29,7 +30,7 @@ inline const QString kUnknownFate = QStringLiteral("did-it-arrive");
 
 inline const QStringList kAll{
     kTimerWindow,  kTimeLog,  kActivityEditor, kTimeEntryEditor, kSetup,      kCustomersAndJobs,
-    kServiceItems, kSendTime, kPreferences,    kAbout,           kWelcome,    kFirstDay,
+    kServiceItems, kSendTime, kReport, kPreferences,    kAbout,           kWelcome,    kFirstDay,
     kFirstSending, kBackups,  kVantorNotFound, kHeldBack,        kUnknownFate};
 
 /// Where alerts about that are explained; empty for an alert that says all there is.

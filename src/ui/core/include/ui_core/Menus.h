@@ -42,6 +42,7 @@ enum class Command {
   MarkAll,
   MarkNone,
   TimerWindow,
+  Report,
   Help,
   Welcome,
   Feedback,

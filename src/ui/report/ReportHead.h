@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QWidget>
+#include <array>
+#include <functional>
+
+#include "ReportSum.h"
+#include "model/Report.h"
+
+class QComboBox;
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+class QRadioButton;
+
+namespace pendra {
+
+class DateField;
+
+/// The report's range, sums and choices, above the bars. It shows a query and tells of another that a person
+/// has chosen.
+class ReportHead final : public QWidget {
+  Q_OBJECT
+ public:
+  /// Reads what is typed for a date; none when it cannot be read.
+  using ReadDate = std::function<std::optional<QDate>(const QString& text)>;
+  ReportHead(ReadDate readDate, std::function<QDate()> today);
+
+  void showQuery(const ReportQuery& query);
+  /// The names that the customer filter offers.
+  void showCustomers(const QStringList& names);
+  void showSums(const Hours& all, bool linked);
+  /// Puts a button at the right of the range's row.
+  QPushButton* addButton(const QString& objectName, const QString& title);
+
+ Q_SIGNALS:
+  void queryChosen(const ReportQuery& query);
+
+ private:
+  QWidget* makeRangeRow();
+  QWidget* makeSumsRow();
+  void addRanges(QHBoxLayout& row);
+  void addDates(QHBoxLayout& row);
+  QComboBox* addPopUp(QHBoxLayout& row, const QString& objectName, const QString& name, const QString& title);
+  QPushButton* addStep(QHBoxLayout& row, const QString& objectName, const QString& name, int by);
+  void chooseKind(RangeKind kind);
+  void chooseDates();
+  void choose(const ReportQuery& query);
+
+  ReadDate readDate_;
+  std::function<QDate()> today_;
+  ReportQuery query_;
+  QHBoxLayout* rangeRow_ = nullptr;
+  QLabel* title_ = nullptr;
+  std::array<QRadioButton*, 5> kinds_{};
+  QWidget* dates_ = nullptr;
+  DateField* from_ = nullptr;
+  DateField* to_ = nullptr;
+  ReportSum* all_ = nullptr;
+  ReportSum* sent_ = nullptr;
+  ReportSum* notSent_ = nullptr;
+  ReportSum* billable_ = nullptr;
+  QComboBox* bars_ = nullptr;
+  QComboBox* by_ = nullptr;
+  QComboBox* customer_ = nullptr;
+};
+
+}  // namespace pendra

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QRadioButton>
+
+#include "model/Hours.h"
+#include "ui/TabularText.h"
+
+namespace pendra {
+
+/// One of the report's sums under its word, perhaps with the sign by which the bars show it.
+class ReportSum final : public QWidget {
+  Q_OBJECT
+ public:
+  enum class Sign { None, Solid, Hatched };
+  ReportSum(const QString& objectName, const QString& word, const QFont& font, Sign sign);
+  void show(Length sum);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QString word_;
+  Sign sign_;
+  TabularLabel* figures_;
+};
+
+/// One of several choices in a row that share a frame.
+class SegmentButton final : public QRadioButton {
+  Q_OBJECT
+ public:
+  enum class Place { First, Middle, Last };
+  SegmentButton(const QString& text, Place place);
+  [[nodiscard]] QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  [[nodiscard]] bool hitButton(const QPoint& position) const override { return rect().contains(position); }
+
+ private:
+  Place place_;
+};
+
+}  // namespace pendra
