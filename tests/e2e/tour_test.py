@@ -7,7 +7,8 @@ import sys
 import tempfile
 
 WINDOWS = {"setup", "timer-window", "timer-window-empty", "activity-editor", "time-entry-editor", "send-time",
-           "customers-and-jobs", "service-items", "preferences", "restore", "welcome", "about"}
+           "customers-and-jobs", "service-items", "preferences", "restore", "time-away", "report",
+           "welcome", "about"}
 
 
 def expect(what, held):

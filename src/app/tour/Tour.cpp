@@ -7,6 +7,7 @@
 #include "Album.h"
 #include "Stage.h"
 #include "document/Backups.h"
+#include "document/TimeAway.h"
 #include "link/SubmissionRows.h"
 #include "ui/LogPaneView.h"
 #include "ui/RowTableView.h"
@@ -116,6 +117,16 @@ void drawRestore(Album& album) {
   album.take(QStringLiteral("restore"), window);
 }
 
+/// One of the entries ran while nobody was there.
+void drawTimeAway(Album& album, Stage& stage) {
+  const Session& session = stage.timer().state().session();
+  TimeEntry* entry = session.context()->flagged<TimeEntry>("running")[0];
+  const Instant from = *entry->start() + kRunning / 4;
+  markAway(*session.context(), {entry}, {from, from + kRunning / 2});
+  session.ports().windows.show(WindowKind::TimeAway);
+  album.take(QStringLiteral("time-away"), windowTitled(QStringLiteral("Time Away")));
+}
+
 void drawWork(Album& album) {
   Stage stage(SampleOptions{.customers = 10,
                             .jobs = 10,
@@ -132,6 +143,7 @@ void drawWork(Album& album) {
     stage.perform(each.command);
     album.take(each.picture, windowTitled(each.title));
   }
+  drawTimeAway(album, stage);
 }
 
 }  // namespace

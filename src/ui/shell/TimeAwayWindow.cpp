@@ -79,8 +79,11 @@ void TimeAwayWindow::makeChoices(QLayout& column) {
     auto* button = new QRadioButton(this);
     button->setObjectName(QStringLiteral("awayChoice%1").arg(way));
     ways_[way] = {button, quietLabel(QStringLiteral("awayExplanation%1").arg(way))};
-    column.addWidget(button);
-    addIndented(column, ways_[way].explanation);
+    auto* both = new QVBoxLayout;
+    both->setSpacing(0);
+    both->addWidget(button);
+    addIndented(*both, ways_[way].explanation);
+    static_cast<QBoxLayout&>(column).addLayout(both);
     connect(button, &QRadioButton::toggled, this, [this] { showChoice(); });
   }
   activity_ = new QComboBox;
