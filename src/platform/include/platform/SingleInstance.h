@@ -40,8 +40,8 @@ class SingleInstance {
   /// Sets who opens the files of later starts. What came before is told at once.
   void setOpener(Opener opener);
 
-  /// Offers an interface to everybody on the session bus, where there is one. It must outlive every event that
-  /// is handled from now on.
+  /// Offers an interface to everybody on the session bus, where there is one. It must outlive every event
+  /// that is handled from now on.
   void offer(BusInterface& interface);
 
   /// One way of meeting the other instance.
