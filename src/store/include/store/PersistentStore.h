@@ -40,9 +40,9 @@ class PersistentStore {
   /// the newest after having kept a copy of it. Fails on a file that is foreign, damaged, of a newer
   /// layout, or held by another process, without having written to it. The model must outlive the store.
   static Result<std::unique_ptr<PersistentStore>> open(const QString& path, const ObjectModel& model);
-  /// Reads a document as it was last saved, whoever holds it, into an empty context, which stays without a file.
-  /// Writes nothing, keeps the file for no longer than copying it into memory takes, and brings no older layout
-  /// up to date but that copy.
+  /// Reads a document as it was last saved, whoever holds it, into an empty context, which stays without a
+  /// file. Writes nothing, keeps the file for no longer than copying it into memory takes, and brings no
+  /// older layout up to date but that copy.
   static Result<void> look(const QString& path, ObjectContext& context, const ObjectModel& model);
   /// Reads the whole file without changing it: whether it is an undamaged document that `open` would take.
   static Result<void> check(const QString& path, const ObjectModel& model);

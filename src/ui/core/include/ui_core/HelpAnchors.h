@@ -29,9 +29,9 @@ inline const QString kHeldBack = QStringLiteral("held-back");
 inline const QString kUnknownFate = QStringLiteral("did-it-arrive");
 
 inline const QStringList kAll{
-    kTimerWindow,  kTimeLog,  kActivityEditor, kTimeEntryEditor, kSetup,      kCustomersAndJobs,
-    kServiceItems, kSendTime, kReport, kPreferences,    kAbout,           kWelcome,    kFirstDay,
-    kFirstSending, kBackups,  kVantorNotFound, kHeldBack,        kUnknownFate};
+    kTimerWindow,  kTimeLog,      kActivityEditor, kTimeEntryEditor, kSetup,    kCustomersAndJobs,
+    kServiceItems, kSendTime,     kReport,         kPreferences,     kAbout,    kWelcome,
+    kFirstDay,     kFirstSending, kBackups,        kVantorNotFound,  kHeldBack, kUnknownFate};
 
 /// Where alerts about that are explained; empty for an alert that says all there is.
 [[nodiscard]] QString anchorOf(Alert::Topic topic);
