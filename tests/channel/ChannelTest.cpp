@@ -160,6 +160,7 @@ TEST(Channel, IsOwedNothingByAnotherProcess) {
   RawPeer peer(folder.bytes("server"));
   const auto client = folder.client(kShortLimits);
   const Call call = record(QStringLiteral("<record/>"));
+  ASSERT_TRUE(peer.send(reply(kCompanyFileName, "heard of"), folder.bytes("client")));
   EXPECT_EQ(told(client->call(call)),
             "VTIPCTimeout: timeout waiting for return result for submitTime:, in doubt");
   const pid_t successor = fork();
