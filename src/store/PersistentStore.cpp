@@ -189,7 +189,7 @@ Result<void> PersistentStore::look(const QString& path, ObjectContext& context, 
   if (!copy) return copy.error();
   auto parts = std::make_unique<Parts>(std::move(file).value(), model);
   parts->connection = std::move(copy).value();
-  const auto ready = parts->connection->guarded([&] {
+  auto ready = parts->connection->guarded([&] {
     Connection& connection = *parts->connection;
     layouts::checkPages(connection);
     if (layouts::numberOf(connection) < model.newestLayout()) layouts::upgrade(connection, model);

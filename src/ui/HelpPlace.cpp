@@ -14,7 +14,7 @@ void setHelpAnchor(QWidget& widget, const QString& anchor) { widget.setProperty(
 
 QString helpAnchorOf(const QWidget* widget) {
   for (; widget; widget = widget->parentWidget()) {
-    if (const QString anchor = widget->property(kProperty).toString(); !anchor.isEmpty()) return anchor;
+    if (QString anchor = widget->property(kProperty).toString(); !anchor.isEmpty()) return anchor;
   }
   return help::kTimerWindow;
 }

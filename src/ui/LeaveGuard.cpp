@@ -32,8 +32,8 @@ bool movesFocus(const QEvent& event) {
 
 LeaveGuard::LeaveGuard(QWidget& window) : QObject(&window), window_(window) {}
 
-void LeaveGuard::watch(QWidget& field, Rule rule) {
-  rules_.insert(&field, std::move(rule));
+void LeaveGuard::watch(QWidget& field, const Rule& rule) {
+  rules_.insert(&field, rule);
   fields_.push_back(&field);
   field.installEventFilter(this);
 }

@@ -116,6 +116,7 @@ std::vector<Group> groupsOf(const Entries& entries, Level level, const ObjectCon
     group.length += countedAt(now, *entry).length;
   }
   std::vector<Group> sorted;
+  sorted.reserve(groups.size());
   for (auto& [key, group] : groups) sorted.push_back(std::move(group));
   if (level != Level::Day) {
     std::stable_sort(sorted.begin(), sorted.end(),

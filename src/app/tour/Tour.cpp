@@ -78,7 +78,7 @@ void drawSheets(Album& album, Stage& stage) {
   log.table().clearSelection();
   SendTimeSheet summary(stage.modals(), log.window());
   const Session& session = timer.state().session();
-  const Summary shown =
+  Summary shown =
       summaryOf(LogSubmissionRows(log.logController()), *session.context(), session.ports().calendar, true);
   album.takeSheet(QStringLiteral("send-time"),
                   [&] { std::ignore = summary.run(shown, [&] { return shown; }); });

@@ -77,11 +77,11 @@ class Slot<QString> {
     static const std::optional<QString> kAbsent;
     return text_ ? text_->held : kAbsent;
   }
-  void set(std::optional<QString> value) { text_.reset(value ? new Text{{}, std::move(value)} : nullptr); }
+  void set(std::optional<QString> value) { text_.reset(value ? new Text(std::move(value)) : nullptr); }
 
  private:
   struct Text : QSharedData {
-    Text(QSharedData shared, std::optional<QString> value) : QSharedData(shared), held(std::move(value)) {}
+    explicit Text(std::optional<QString> value) : held(std::move(value)) {}
     const std::optional<QString> held;
   };
   QExplicitlySharedDataPointer<Text> text_;

@@ -25,7 +25,7 @@ class LeaveGuard final : public QObject {
 
   explicit LeaveGuard(QWidget& window);
   /// Watches a field. Its rule is asked once for each attempt to leave it.
-  void watch(QWidget& field, Rule rule);
+  void watch(QWidget& field, const Rule& rule);
   /// Whether the window may be finished with what was typed. Where it may not, the keyboard is in the field
   /// that refused. To be asked by Return and by the affirmative button, not by Cancel.
   [[nodiscard]] bool mayFinish();
