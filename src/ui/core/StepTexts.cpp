@@ -34,12 +34,10 @@ QString whatWasDeleted(const ChangeSet& changes, const char* many) {
 }
 
 QString whatWasDeleted(const ChangeSet& changes) {
-  if (const auto customers = whatWasDeleted<Customer>(changes, "%@ customers were deleted.");
-      !customers.isEmpty())
+  if (auto customers = whatWasDeleted<Customer>(changes, "%@ customers were deleted."); !customers.isEmpty())
     return customers;
-  if (const auto jobs = whatWasDeleted<Job>(changes, "%@ jobs were deleted."); !jobs.isEmpty()) return jobs;
-  if (const auto services = whatWasDeleted<Service>(changes, "%@ service items were deleted.");
-      !services.isEmpty())
+  if (auto jobs = whatWasDeleted<Job>(changes, "%@ jobs were deleted."); !jobs.isEmpty()) return jobs;
+  if (auto services = whatWasDeleted<Service>(changes, "%@ service items were deleted."); !services.isEmpty())
     return services;
   const auto activities = changes.deleted<Activity>();
   if (activities.size() == 1) {
@@ -91,7 +89,7 @@ QString nameOf(const Skipped& skipped) {
 }  // namespace
 
 QString whatWasDone(const ChangeSet& changes) {
-  if (const QString deleted = whatWasDeleted(changes); !deleted.isEmpty()) return deleted;
+  if (QString deleted = whatWasDeleted(changes); !deleted.isEmpty()) return deleted;
   for (const Activity* activity : changes.changed<Activity>()) {
     if (!changes.changed(*activity, "completed") || activity->completed() != true) continue;
     return formatted(tr("“%@” is complete."), {activityTitle(*activity)});
