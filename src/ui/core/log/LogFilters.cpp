@@ -35,7 +35,7 @@ class FilterNames {
 /// The chosen title, or the name that the edit gave to whatever it named.
 template <class Named>
 QString chosenAfter(const ChangeSet& changes, const PopUp& popup) {
-  const QString chosen = popup.titleOfSelectedItem().value_or(kAll);
+  QString chosen = popup.titleOfSelectedItem().value_or(kAll);
   for (const Named* one : changes.changed<Named>()) {
     if (changes.before(*one, "name") == PropertyValue(chosen)) return queries::nameOf(one);
   }

@@ -58,7 +58,7 @@ bool isRunning(const LogRow& row) { return row.entry && row.entry->running() == 
 
 /// What is to be said about the length: first whether somebody was there all the while.
 QString lengthDoubt(const LogRow& row) {
-  if (const QString away = row.entry ? awayMark(*row.entry) : QString(); !away.isEmpty()) return away;
+  if (QString away = row.entry ? awayMark(*row.entry) : QString(); !away.isEmpty()) return away;
   return isRunning(row) || row.showsAsSent() ? QString() : doubtfulLengthText(row.duration);
 }
 
