@@ -32,7 +32,7 @@ class ReportTree final : public QAbstractItemModel {
   using EntriesOf = std::function<std::vector<ReportEntry>(const ReportGroup& group)>;
 
   /// The calendar must outlive it.
-  ReportTree(const Calendar& calendar, QLocale locale) : calendar_(calendar), locale_(std::move(locale)) {}
+  ReportTree(const Calendar& calendar, const QLocale& locale) : calendar_(calendar), locale_(locale) {}
 
   /// Shows this report from now on. `entriesOf` is asked for entries as long as it is shown.
   void setReport(Report report, EntriesOf entriesOf);
