@@ -148,25 +148,24 @@ void HoursPainter::paintBar(QPainter& painter, int bar) const {
 }
 
 void HoursPainter::paintLabels(QPainter& painter) const {
-  const QFontMetricsF metrics(look_.font);
-  double free = -1e9;
+  const double height = QFontMetricsF(look_.font).height();
+  std::array<double, 2> ends{-1e9, -1e9};  // of what stands in each line so far
+  const auto draw = [&](std::size_t line, double centre, const QFont& font, const QColor& ink,
+                        const QString& words) {
+    const double width = QFontMetricsF(font).horizontalAdvance(words) + 2;
+    if (words.isEmpty() || centre - width / 2 < ends[line]) return;
+    ends[line] = centre + width / 2 + 2;
+    const double top = plot_.bottom() + 4 + static_cast<double>(line) * height;
+    painter.setFont(font);
+    painter.setPen(ink);
+    painter.drawText(QRectF(centre - width, top, 2 * width, height), Qt::AlignCenter, words);
+  };
   for (const BarLabel& label : labelsOf(report_, look_.today, look_.locale, columnOf(0).width())) {
     QFont font = look_.font;
     if (label.isNow) font.setWeight(QFont::Bold);
     const double centre = columnOf(label.bar).center().x();
-    const double width = std::max(QFontMetricsF(font).horizontalAdvance(label.first),
-                                  metrics.horizontalAdvance(label.second)) +
-                         2;
-    if (centre - width / 2 < free && !label.isNow) continue;
-    free = centre + width / 2 + 4;
-    QRectF line(centre - width, plot_.bottom() + 4, 2 * width, metrics.height());
-    painter.setFont(font);
-    painter.setPen(look_.colours->text);
-    painter.drawText(line, Qt::AlignCenter, label.first);
-    line.translate(0, metrics.height());
-    painter.setFont(look_.font);
-    painter.setPen(look_.colours->quiet);
-    painter.drawText(line, Qt::AlignCenter, label.second);
+    draw(0, centre, font, look_.colours->text, label.first);
+    draw(1, centre, look_.font, look_.colours->quiet, label.second);
   }
 }
 

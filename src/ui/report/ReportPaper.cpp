@@ -5,7 +5,6 @@
 
 #include "HoursPainter.h"
 #include "ReadOut.h"
-#include "ui/TabularText.h"
 #include "ui_core/ReportTexts.h"
 
 namespace pendra {
@@ -29,6 +28,12 @@ QFont fontOf(double units, QFont::Weight weight = QFont::Normal) {
   QFont font = Theme::cellFont();
   font.setPixelSize(qRound(units));
   font.setWeight(weight);
+  return font;
+}
+
+/// For times: with a face's own signs between figures, programs that read a PDF would miss the colons.
+QFont unshaped(QFont font) {
+  font.setStyleStrategy(QFont::PreferNoShaping);
   return font;
 }
 
@@ -68,11 +73,10 @@ class Printing {
     painter_.drawText(rect, int(alignment | Qt::AlignVCenter) | Qt::TextSingleLine,
                       QFontMetricsF(font).elidedText(words, Qt::ElideRight, rect.width()));
   }
+  /// In one piece, because figures that are set one by one are read as several words.
   void figures(const QRectF& rect, const QFont& font, const QColor& ink, const QString& words,
                Qt::Alignment alignment) {
-    painter_.setFont(font);
-    painter_.setPen(ink);
-    drawTabular(painter_, rect, alignment, words);
+    text(rect, unshaped(font), ink, words, alignment);
   }
 
   void printHead() {
@@ -146,7 +150,7 @@ class Printing {
     if (!isAll) x += kIndent;
     QString words = isAll ? tr("All") : row.name;
     if (!row.notes.isEmpty()) words += u"  " + row.notes.simplified();
-    text({x, y_, nameWidth() - x - 4, kLine}, heavy, colours().text, words);
+    text({x, y_, nameWidth() - x - 4, kLine}, row.start ? unshaped(heavy) : heavy, colours().text, words);
     x = nameWidth();
     for (const int column : columns()) {
       figures({x, y_, kColumn, kLine}, column == ReportTree::Total ? heavy : plain,
