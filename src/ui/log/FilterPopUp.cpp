@@ -17,7 +17,8 @@ constexpr int kNarrowestValue = 24;
 
 }  // namespace
 
-FilterPopUp::FilterPopUp(QString title, QWidget* parent) : QComboBox(parent), title_(std::move(title)) {
+FilterPopUp::FilterPopUp(QString title, Purpose purpose, QWidget* parent)
+    : QComboBox(parent), title_(std::move(title)), purpose_(purpose) {
   setFont(Theme::controlFont());
   setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
   setAttribute(Qt::WA_Hover);

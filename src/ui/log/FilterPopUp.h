@@ -5,10 +5,12 @@
 namespace pendra {
 
 /// A pop-up that says what it filters by and to what: without a frame while all is shown, on a plate and in
-/// bold once it leaves something out. Its first item stands for all.
+/// bold once it leaves something out. Its first item stands for all, unless it only chooses how a thing is
+/// shown and leaves nothing out.
 class FilterPopUp final : public QComboBox {
  public:
-  explicit FilterPopUp(QString title, QWidget* parent = nullptr);
+  enum class Purpose { Filters, Chooses };
+  explicit FilterPopUp(QString title, Purpose purpose = Purpose::Filters, QWidget* parent = nullptr);
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -17,12 +19,13 @@ class FilterPopUp final : public QComboBox {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  [[nodiscard]] bool limits() const { return currentIndex() > 0; }
+  [[nodiscard]] bool limits() const { return purpose_ == Purpose::Filters && currentIndex() > 0; }
   [[nodiscard]] QString value() const;
   [[nodiscard]] QFont valueFont() const;
   [[nodiscard]] QSize sizeFor(int valueWidth) const;
 
   QString title_;
+  Purpose purpose_;
 };
 
 }  // namespace pendra

@@ -2,13 +2,13 @@
 
 #include <QAbstractItemView>
 #include <QButtonGroup>
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include "../log/FilterPopUp.h"
 #include "ui/DateField.h"
 #include "ui/Theme.h"
 #include "ui_core/ReportTexts.h"
@@ -20,7 +20,6 @@ namespace {
 constexpr int kDateWidth = 104;
 constexpr int kStepWidth = 32;
 constexpr int kGapBetweenSums = 44;
-constexpr int kLettersInPopUp = 8;
 constexpr double kSumOfAll = 24;  // points
 constexpr double kOtherSums = 15;
 
@@ -165,11 +164,14 @@ QWidget* ReportHead::makeSumsRow() {
   popups->setSpacing(metrics::kGrid);
   row->addLayout(popups);
   row->setAlignment(popups, Qt::AlignBottom);
-  bars_ = addPopUp(*popups, QStringLiteral("barsPopup"), tr("Bars by"), tr("Bars by"));
+  bars_ = addPopUp(*popups, QStringLiteral("barsPopup"), tr("Bars by"),
+                   new FilterPopUp(tr("Bars by"), FilterPopUp::Purpose::Chooses));
   bars_->addItems({tr("day"), tr("week"), tr("month")});
-  by_ = addPopUp(*popups, QStringLiteral("stackedPopup"), tr("Stacked by"), tr("stacked by"));
+  by_ = addPopUp(*popups, QStringLiteral("stackedPopup"), tr("Stacked by"),
+                 new FilterPopUp(tr("stacked by"), FilterPopUp::Purpose::Chooses));
   by_->addItems({tr("customer"), tr("job"), tr("service")});
-  customer_ = addPopUp(*popups, QStringLiteral("reportCustomerPopup"), tr("Customer filter"), tr("Customer"));
+  customer_ = addPopUp(*popups, QStringLiteral("reportCustomerPopup"), tr("Customer filter"),
+                       new FilterPopUp(tr("Customer")));
   customer_->addItem(tr("All"));
   connect(bars_, &QComboBox::activated, this, [this](int index) {
     ReportQuery query = query_;
@@ -189,14 +191,10 @@ QWidget* ReportHead::makeSumsRow() {
   return widget;
 }
 
-QComboBox* ReportHead::addPopUp(QHBoxLayout& row, const QString& objectName, const QString& name,
-                                const QString& title) {
-  auto* popup = new QComboBox;
+FilterPopUp* ReportHead::addPopUp(QHBoxLayout& row, const QString& objectName, const QString& name,
+                                  FilterPopUp* popup) {
   popup->setObjectName(objectName);
   popup->setAccessibleName(name);
-  popup->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  popup->setMinimumContentsLength(kLettersInPopUp);
-  row.addWidget(quietLabel(title, popup));
   row.addWidget(popup);
   return popup;
 }
@@ -217,7 +215,9 @@ void ReportHead::showQuery(const ReportQuery& query) {
     const QSignalBlocker silent(kinds_[at]);
     kinds_[at]->setChecked(static_cast<std::size_t>(query.range.kind) == at);
   }
+  // Dates that were typed are their own title.
   dates_->setVisible(query.range.kind == RangeKind::Dates);
+  title_->setVisible(query.range.kind != RangeKind::Dates);
   for (const auto& [field, date] : {std::pair(from_, query.range.first), std::pair(to_, query.range.last)}) {
     field->setText(date.toString(QStringLiteral("MM/dd/yy")));
   }

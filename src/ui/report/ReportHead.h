@@ -7,7 +7,6 @@
 #include "ReportSum.h"
 #include "model/Report.h"
 
-class QComboBox;
 class QHBoxLayout;
 class QLabel;
 class QPushButton;
@@ -16,6 +15,7 @@ class QRadioButton;
 namespace pendra {
 
 class DateField;
+class FilterPopUp;
 
 /// The report's range, sums and choices, above the bars. It shows a query and tells of another that a person
 /// has chosen.
@@ -41,7 +41,8 @@ class ReportHead final : public QWidget {
   QWidget* makeSumsRow();
   void addRanges(QHBoxLayout& row);
   void addDates(QHBoxLayout& row);
-  QComboBox* addPopUp(QHBoxLayout& row, const QString& objectName, const QString& name, const QString& title);
+  static FilterPopUp* addPopUp(QHBoxLayout& row, const QString& objectName, const QString& name,
+                               FilterPopUp* popup);
   QPushButton* addStep(QHBoxLayout& row, const QString& objectName, const QString& name, int by);
   void chooseKind(RangeKind kind);
   void chooseDates();
@@ -60,9 +61,9 @@ class ReportHead final : public QWidget {
   ReportSum* sent_ = nullptr;
   ReportSum* notSent_ = nullptr;
   ReportSum* billable_ = nullptr;
-  QComboBox* bars_ = nullptr;
-  QComboBox* by_ = nullptr;
-  QComboBox* customer_ = nullptr;
+  FilterPopUp* bars_ = nullptr;
+  FilterPopUp* by_ = nullptr;
+  FilterPopUp* customer_ = nullptr;
 };
 
 }  // namespace pendra
