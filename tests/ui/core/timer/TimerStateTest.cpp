@@ -2,6 +2,7 @@
 
 #include "support/CellText.h"
 #include "support/TestSession.h"
+#include "ui_core/RunningTimers.h"
 
 namespace pendra {
 namespace {
@@ -78,6 +79,33 @@ TEST_F(TimerWindow, SeveralTimersRunAndTheDisplayFollowsTheSelectedOne) {
   test.clock.advance(-60);  // the user sets the clock back
   state.updateTimeDisplay();
   EXPECT_EQ(display.elapsed, "00:00:05");
+}
+
+TEST_F(TimerWindow, NamesWhatRunsAndWhatRanLast) {
+  const auto latest = [this] {
+    QStringList names;
+    for (const Activity* activity : latestActivities(*test.session.context())) names << *activity->notes();
+    return names.join(u' ');
+  };
+  const auto title = [this] { return runningTitle(runningTimers(*test.session.context())); };
+  EXPECT_EQ(latest(), "");
+  for (const char* name : {"0", "1", "2", "3", "4", "5", "6", "never"}) {
+    Activity& activity = test.addActivity(name[0] == '5' ? nullptr : acme, nullptr, roof, name);
+    if (name[0] == 'n') break;
+    test.addPeriod(activity, "2026-11-23T08:00:00Z", 60).setStart(test.clock.now() + -static_cast<double>(name[0]));
+    test.addPeriod(activity, "2026-11-22T08:00:00Z", 60);
+  }
+  const Objects<Activity> all = test.session.context()->all<Activity>();
+  EXPECT_EQ(latest(), "0 1 2 3 4");
+  all[1]->setCompleted(true);
+  all[3]->startEntry();
+  EXPECT_EQ(latest(), "0 2 4 5 6") << "neither what is complete nor what runs";
+  test.clock.advance(3632);
+  EXPECT_EQ(title(), "01:00:32 Acme");
+  all[5]->startEntry().setStart(test.clock.now() + -7200.0);
+  EXPECT_EQ(title(), "02:00:00 and 1 more") << "the longest, which has no customer";
+  EXPECT_EQ(shortTitle(*all[3]), "Acme - Roof");
+  EXPECT_EQ(shortTitle(*all[5]), "Roof");
 }
 
 TEST_F(TimerWindow, StartingWithoutASelectionAsksForANewActivity) {
