@@ -1,5 +1,6 @@
 #include "ui/Buttons.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 
 #include "ui/Symbols.h"
@@ -9,6 +10,8 @@ namespace pendra {
 
 namespace {
 constexpr int kDiameter = 64;
+constexpr int kSmallDiameter = 56;
+constexpr std::chrono::milliseconds kLongPress{500};
 constexpr int kRing = 4;  // room for the focus ring around the disc
 constexpr qreal kIdleLine = 2.5;
 
@@ -49,8 +52,18 @@ BigButton::BigButton(QWidget* parent) : QAbstractButton(parent) {
   setAccessibleName(tr("Start or stop timer"));
   setFocusPolicy(Qt::TabFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  setSmall(false);
   running_ = true;
   setRunning(false);
+  longPress_.setSingleShot(true);
+  longPress_.setInterval(kLongPress);
+  connect(&longPress_, &QTimer::timeout, this, &BigButton::askAfterLongPress);
+}
+
+void BigButton::setSmall(bool small) {
+  diameter_ = small ? kSmallDiameter : kDiameter;
+  updateGeometry();
+  update();
 }
 
 void BigButton::setRunning(bool running) {
@@ -62,13 +75,13 @@ void BigButton::setRunning(bool running) {
   update();
 }
 
-QSize BigButton::sizeHint() const { return {kDiameter + 2 * kRing, kDiameter + 2 * kRing}; }
+QSize BigButton::sizeHint() const { return {diameter_ + 2 * kRing, diameter_ + 2 * kRing}; }
 
 void BigButton::paintEvent(QPaintEvent*) {
   const Colours& colours = Theme::colours(palette());
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  QRectF disc(0, 0, kDiameter, kDiameter);
+  QRectF disc(0, 0, diameter_, diameter_);
   disc.moveCenter(QRectF(rect()).center());
   QColor colour = running_ ? colours.running : colours.text;
   if (!isEnabled()) colour = colours.disabled;
@@ -90,12 +103,32 @@ void BigButton::paintEvent(QPaintEvent*) {
   }
 }
 
+void BigButton::mousePressEvent(QMouseEvent* event) {
+  QAbstractButton::mousePressEvent(event);
+  if (isDown()) longPress_.start();
+}
+
+/// The press has become one for the menu; letting go starts and stops nothing.
+void BigButton::askAfterLongPress() {
+  if (!isDown()) return;
+  setDown(false);
+  Q_EMIT menuAsked();
+}
+
+void BigButton::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Down && event->modifiers() & Qt::AltModifier) {
+    Q_EMIT menuAsked();
+    return;
+  }
+  QAbstractButton::keyPressEvent(event);
+}
+
 void BigButton::enterEvent(QEnterEvent*) { update(); }
 void BigButton::leaveEvent(QEvent*) { update(); }
 
 bool BigButton::hitButton(const QPoint& position) const {
   const QPointF away = QPointF(position) - QRectF(rect()).center();
-  return QPointF::dotProduct(away, away) <= (kDiameter / 2.0) * (kDiameter / 2.0);
+  return QPointF::dotProduct(away, away) <= (diameter_ / 2.0) * (diameter_ / 2.0);
 }
 
 }  // namespace pendra

@@ -15,6 +15,7 @@ constexpr double kReadable = 4.5;
 constexpr qreal kHeadPoints = 9;        // 12 pixels on a usual screen
 constexpr qreal kControlPoints = 9.75;  // 13 pixels
 constexpr qreal kTimePoints = 30;       // 40 pixels
+constexpr qreal kLowTimePoints = 27;    // 36 pixels
 constexpr qreal kLabelPoints = 12;
 constexpr qreal kUnchosenPoints = 9;  // what Qt falls back to when no desktop says
 constexpr qreal kBodyPoints = 11;
@@ -141,9 +142,9 @@ QFont Theme::cellFont() { return desktopFont(); }
 QFont Theme::controlFont() { return scaled(kControlPoints); }
 QFont Theme::quietFont() { return scaled(kHeadPoints); }
 
-QFont Theme::timeFont(bool runs) {
+QFont Theme::timeFont(bool runs, bool low) {
   QFont font = desktopFont();
-  font.setPointSizeF(kTimePoints);
+  font.setPointSizeF(low ? kLowTimePoints : kTimePoints);
   font.setWeight(runs ? QFont::DemiBold : QFont::Normal);
   return font;
 }

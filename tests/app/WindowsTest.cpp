@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <QAccessible>
+
 #include "RunningProgram.h"
 #include "document/DocumentClosing.h"
 #include "support/Events.h"
@@ -69,28 +71,73 @@ TEST(Windows, ADeletionIsAskedAboutOnTheTimerWindowAndDiesWithIt) {
 }
 
 TEST(Windows, TheTitleAndTheHeaderSayWhatRuns) {
-  RunningProgram program(&fillTwo);
+  RunningProgram program([](ObjectContext& context, DocumentSettings& settings) {
+    for (int pair = 0; pair < 2; ++pair) fillTwo(context, settings);
+  });
   const auto tick = [&](double seconds) {
     program.clock.advance(seconds);
     program.timer().state().updateTimeDisplay();
     return program.window().windowTitle();
   };
+  const auto pills = [&] {
+    QStringList shown;
+    for (const auto* pill :
+         program.window().findChild<QWidget*>(u"runningPills"_s)->findChildren<QAbstractButton*>()) {
+      if (pill->isVisible()) shown << pill->accessibleName() + u'/' + pill->accessibleDescription();
+    }
+    return shown.join(u' ');
+  };
+  const auto pill = [&] {
+    return program.window().findChild<QWidget*>(u"runningPills"_s)->findChildren<QAbstractButton*>()[0];
+  };
+  const auto choose = [&](const char* menuName, int item) {
+    auto* menu = program.window().findChild<QMenu*>(QString::fromLatin1(menuName));
+    ASSERT_TRUE(menu);
+    menu->actions()[item]->trigger();
+    menu->close();
+    settle();
+  };
   EXPECT_EQ(tick(0), u"Work"_s);
   program.activities().selectRow(0);
   program.choose(u"Start or Stop"_s);
   EXPECT_EQ(tick(3632), u"01:00:32 Acme - Work"_s);
-  EXPECT_TRUE(program.label("runningCount").isEmpty()) << "the button says it";
+  EXPECT_EQ(pills(), QString()) << "the button says it";
   program.activities().selectRow(1);
-  EXPECT_EQ(program.label("runningCount"), u"1 running"_s);
+  EXPECT_EQ(pills(), u"Acme/Stop"_s);
   program.choose(u"Start or Stop"_s);
   EXPECT_EQ(tick(1600), u"01:27:12 Acme and 1 more - Work"_s);
-  EXPECT_EQ(program.label("runningCount"), u"2 running"_s);
   EXPECT_EQ(program.window().accessibleName(), u"Work"_s);
+  QTest::mouseClick(pill(), Qt::LeftButton, {}, pill()->rect().center());
+  EXPECT_EQ(program.activities().selectedRow(), 0);
+  EXPECT_EQ(pills(), u"Zed/Stop"_s);
+  program.activities().selectRow(2);
+  program.choose(u"Start or Stop"_s);
+  program.activities().selectRow(3);
+  EXPECT_EQ(pills(), u"Acme/Stop 2 more running/"_s);
+  program.window().findChild<QAbstractButton*>(u"moreRunning"_s)->click();
+  choose("moreRunningMenu", 1);
+  EXPECT_EQ(program.activities().selectedRow(), 2);
+  EXPECT_EQ(pills(), u"Acme/Stop Zed/Stop"_s);
+
+  pill()->setFocus();
+  QTest::keyClick(pill(), Qt::Key_Space);
+  EXPECT_EQ(program.window().windowTitle(), u"00:26:40 Zed and 1 more - Work"_s)
+      << "without waiting for the tick";
+  EXPECT_EQ(pills(), u"Zed/Stop"_s);
+  QTest::mouseClick(pill(), Qt::LeftButton, {}, QPoint(14, pill()->height() / 2));
+  EXPECT_EQ(pills(), QString());
+  QTest::keyClick(program.window().findChild<QWidget*>(u"startStopButton"_s), Qt::Key_Down, Qt::AltModifier);
+  choose("latestMenu", 0);
+  EXPECT_EQ(program.activities().selectedRow(), 1) << "the last that has stopped";
+  EXPECT_EQ(program.context().all<TimeEntry>().size(), 4U);
+  EXPECT_EQ(pills(), u"Acme/Stop"_s);
+  QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(pill());
+  EXPECT_EQ(spoken->role(), QAccessible::PushButton);
+  spoken->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  settle();
+  EXPECT_EQ(pills(), QString());
+  EXPECT_EQ(tick(1), u"00:00:01 Zed - Work"_s);
   program.choose(u"Mark Complete"_s);
-  EXPECT_EQ(program.window().windowTitle(), u"01:27:12 Acme - Work"_s) << "without waiting for the tick";
-  program.choose(u"Undo"_s);
-  program.choose(u"Undo"_s);
-  program.choose(u"Undo"_s);
   EXPECT_EQ(program.window().windowTitle(), u"Work"_s);
 }
 

@@ -133,6 +133,7 @@ void TimerState::reloadData() {
     }
   }
   rows_.updateRows(std::move(rows));
+  rowsChanged();
   shownDay_ = today();
   if (session_.isStandalone()) display_.hideSendTime();
 }
@@ -180,6 +181,15 @@ void TimerState::reloadRowsOf(const QSet<const Activity*>& activities) {
     if (!activity || !activities.contains(activity)) continue;
     rows_.replaceRow(index, rowOf(*activity, now));
   }
+  rowsChanged();
+}
+
+/// A tick finds the rows that run without looking at the others.
+void TimerState::rowsChanged() {
+  runningRows_.clear();
+  for (int row = 0; row < rows_.rowCount(); ++row) {
+    if (rows_.row(row)->running) runningRows_.emplace_back(rows_.index(row, 0));
+  }
 }
 
 /// Button, time and name follow the selected activity.
@@ -209,7 +219,6 @@ void TimerState::updateOneRow(int index) {
     row.today = times.today;
   }
   rows_.replaceRow(index, std::move(row));
-  updateCustomerJobLabel();
 }
 
 void TimerState::updateMainButton() {
@@ -238,39 +247,18 @@ bool TimerState::updateTimeDisplay() {
     reloadData();  // "today" means another day now
     log_.reloadData();
   }
-  showElapsedTime(selectedActivity());
-  for (int row = 0; row < rows_.rowCount(); ++row) {
-    const Activity* activity = rows_.row(row)->activity.get();
-    if (activity && activity->isRunning()) updateOneRow(row);
-  }
+  const Activity* selected = selectedActivity();
+  if (selected && selected->isRunning()) showElapsedTime(selected);
+  for (const QPersistentModelIndex& row : runningRows_) updateOneRow(row.row());
   log_.updateRunningEntries();
   hours_.update();
   display_.showWhatRuns(whatRuns());
   return true;
 }
 
-WhatRuns TimerState::whatRuns() const {
-  int count = 0;
-  double longest = 0;
-  const Activity* first = nullptr;
-  for (const ActivityRow& row : rows_.rows()) {
-    const TimeEntry* entry = row.running && row.activity ? row.activity->runningEntry() : nullptr;
-    if (!entry) continue;
-    ++count;
-    if (first && entry->elapsed() <= longest) continue;
-    longest = entry->elapsed();
-    first = row.activity.get();
-  }
-  if (!first) return {};
-  WhatRuns runs{.longest = durationText(std::max(0.0, std::trunc(longest))), .count = {}};
-  if (const QString customer = queries::nameOf(first->customer()); !customer.isEmpty()) {
-    runs.longest += u' ' + customer;
-  }
-  if (count > 1) runs.longest = formatted(tr("%@ and %@ more"), {runs.longest, QString::number(count - 1)});
-  const Activity* selected = selectedActivity();
-  const bool isShownAlready = count == 1 && selected == first;
-  if (!isShownAlready) runs.count = formatted(tr("%@ running"), {QString::number(count)});
-  return runs;
+std::vector<RunningTimer> TimerState::whatRuns() const {
+  const ObjectContext* context = openContext(session_);
+  return context ? runningTimers(*context) : std::vector<RunningTimer>();
 }
 
 void TimerState::showElapsedTime(const Activity* selected) {
@@ -279,6 +267,7 @@ void TimerState::showElapsedTime(const Activity* selected) {
   } else {
     display_.showElapsedTime(lastEntryLength(selected));
   }
+  display_.showIsLastEntry(selected && !selected->isRunning() && !selected->entries().empty());
 }
 
 void TimerState::showElapsed(double seconds) {
@@ -317,6 +306,11 @@ void TimerState::toggleTimer() {
 
 void TimerState::toggleSelected() {
   if (Activity* selected = selectedActivity()) toggle(*selected);
+}
+
+void TimerState::selectActivity(const Activity& activity) {
+  const auto row = rows_.indexOf([&](const ActivityRow& one) { return one.activity == &activity; });
+  if (row) selection_.selectRow(*row);
 }
 
 void TimerState::toggle(Activity& activity) {

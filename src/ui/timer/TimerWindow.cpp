@@ -1,12 +1,10 @@
 #include "TimerWindow.h"
 
 #include <QCloseEvent>
-#include <QLabel>
-#include <QPainter>
-#include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/Buttons.h"
+#include "ShownText.h"
+#include "TimerHeader.h"
 #include "ui/ChromeViews.h"
 #include "ui/GradientDividerSplitView.h"
 #include "ui/NoticeLine.h"
@@ -19,28 +17,7 @@ namespace {
 
 constexpr QSize kFirstSize{1120, 800};
 constexpr int kFooterGap = 24;
-
-/// A label of the window that exposes its text to assistive technology as its description. Where it lacks
-/// room it is cut with an ellipsis, and never makes the window wider.
-class ShownText final : public QLabel {
- public:
-  ShownText(const QString& objectName, const QString& accessibleName, const QFont& font) {
-    setObjectName(objectName);
-    setAccessibleName(accessibleName);
-    setFont(font);
-    setTextFormat(Qt::PlainText);
-  }
-
-  [[nodiscard]] QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    const QRect room = contentsRect();
-    style()->drawItemText(&painter, room, static_cast<int>(alignment()), palette(), isEnabled(),
-                          fontMetrics().elidedText(text(), Qt::ElideRight, room.width()), foregroundRole());
-  }
-};
+constexpr int kLowWindow = 680;
 
 /// An empty column into which one widget is put later.
 QVBoxLayout* place(QWidget* widget) {
@@ -79,47 +56,20 @@ TimerWindow::TimerWindow(Notices& notices, std::function<bool()> shouldClose, st
   setCentralWidget(content);
 }
 
+/// The head is as high as what it holds, or as a head must be at least: then its foot is cut off.
 QWidget* TimerWindow::makeHeader() {
-  startStopButton = new BigButton;
-  startStopButton->setObjectName(QStringLiteral("startStopButton"));
-  startStopButton->setAccessibleName(tr("Start or stop timer"));
-  elapsedTimeDisplay =
-      new ShownText(QStringLiteral("elapsedTimeDisplay"), tr("Elapsed time"), Theme::timeFont());
-  customerJobLabel =
-      new ShownText(QStringLiteral("customerJobLabel"), tr("Selected activity"), Theme::controlFont());
-  customerJobLabel->setForegroundRole(QPalette::PlaceholderText);
-  runningCount = new QLabel;
-  runningCount->setObjectName(QStringLiteral("runningCount"));
-  runningCount->setAccessibleName(tr("Running timers"));
-  runningCount->setFont(Theme::quietFont());
-  runningCount->hide();
-  addActivityButton = new QPushButton(tr("Add Activity…"));
-  addActivityButton->setObjectName(QStringLiteral("addActivityButton"));
-  addActivityButton->setAccessibleName(tr("Add activity"));
-  submitTimeButton = new QPushButton(tr("Send Time…"));
-  submitTimeButton->setObjectName(QStringLiteral("submitTimeButton"));
-  submitTimeButton->setAccessibleName(tr("Send time"));
-  makePrimary(*submitTimeButton);
+  header = new TimerHeader;
+  headerPlace_ = new QWidget;
+  QVBoxLayout* column = place(new PendraTopView(headerPlace_));
+  column->addWidget(header);
+  column->addStretch();
+  return headerPlace_;
+}
 
-  auto* texts = new QVBoxLayout;
-  texts->setSpacing(0);
-  texts->addStretch();
-  texts->addWidget(elapsedTimeDisplay);
-  texts->addWidget(customerJobLabel);
-  texts->addStretch();
-
-  auto* container = new QWidget;
-  container->setFixedHeight(qRound(kTopViewHeight));
-  auto* row = new QHBoxLayout(new PendraTopView(container));
-  // The button's own room for its ring lies within the margin.
-  row->setContentsMargins(metrics::kSide - metrics::kGrid / 2, 0, metrics::kSide, 0);
-  row->setSpacing(metrics::kSide - metrics::kGrid / 2);
-  row->addWidget(startStopButton);
-  row->addLayout(texts, 1);
-  row->addWidget(runningCount);
-  row->addWidget(addActivityButton);
-  row->addWidget(submitTimeButton);
-  return container;
+void TimerWindow::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  header->setLow(height() < kLowWindow);
+  headerPlace_->setFixedHeight(header->height());
 }
 
 /// The log with the line below it.

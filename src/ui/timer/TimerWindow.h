@@ -4,15 +4,14 @@
 #include <functional>
 
 class QLabel;
-class QPushButton;
 class QVBoxLayout;
 
 namespace pendra {
 
-class BigButton;
 class GradientDividerSplitView;
 class Notices;
 class RowTableView;
+class TimerHeader;
 
 /// The timer window's controls and how they stand: header, notice line, activities above the log, footer.
 class TimerWindow final : public QMainWindow {
@@ -23,18 +22,14 @@ class TimerWindow final : public QMainWindow {
   /// Puts the log below the activities, and into the footer its count and sum and the hours over everything.
   void setLog(QWidget* pane, QWidget* summary, QWidget* glance);
 
-  BigButton* startStopButton = nullptr;
-  QLabel* elapsedTimeDisplay = nullptr;
-  QLabel* customerJobLabel = nullptr;
-  QLabel* runningCount = nullptr;  ///< hidden while it says nothing
-  QPushButton* addActivityButton = nullptr;
-  QPushButton* submitTimeButton = nullptr;
+  TimerHeader* header = nullptr;
   RowTableView* activityTable = nullptr;
   GradientDividerSplitView* splitView = nullptr;
   QLabel* documentState = nullptr;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   QWidget* makeHeader();
@@ -43,6 +38,7 @@ class TimerWindow final : public QMainWindow {
 
   std::function<bool()> shouldClose_;
   std::function<void()> closed_;
+  QWidget* headerPlace_ = nullptr;
   QVBoxLayout* log_ = nullptr;
   QVBoxLayout* summary_ = nullptr;
   QVBoxLayout* glance_ = nullptr;

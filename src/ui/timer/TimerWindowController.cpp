@@ -5,6 +5,10 @@
 #include <QPushButton>
 
 #include "GlanceView.h"
+#include "LatestMenu.h"
+#include "MenuButton.h"
+#include "RunningPills.h"
+#include "TimerHeader.h"
 #include "TimerWindow.h"
 #include "analytics/Consent.h"
 #include "analytics/StartTracking.h"
@@ -58,6 +62,7 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
   window_->setLog(log_, log_->makeSummary(), new GlanceView(state_.hours(), session));
   window_->setMenuBar(new MenuBar(target, window_.get()));
   window_->activityTable->setTable(state_.rows(), state_.selection());
+  connectHeader();
   connectControls();
   observeSession();
   startUp();
@@ -72,9 +77,6 @@ void TimerWindowController::connectControls() {
     return [this, command] { target_.perform(command, window_.get()); };
   };
   RowTableView* table = window_->activityTable;
-  connect(window_->startStopButton, &QAbstractButton::clicked, this, perform(Command::ToggleTimer));
-  connect(window_->addActivityButton, &QPushButton::clicked, this, perform(Command::AddActivity));
-  connect(window_->submitTimeButton, &QPushButton::clicked, this, perform(Command::SendSelected));
   connect(table, &RowTableView::emptyButtonClicked, this, perform(Command::AddActivity));
   connect(table, &RowTableView::emptyHelpClicked, this,
           [this] { showHelp(help::kFirstDay, session_.ports().workspace, resourceFolder()); });
@@ -91,6 +93,24 @@ void TimerWindowController::connectControls() {
     if (now && window_->splitView->isAncestorOf(now) && !table->isAncestorOf(now) && now != table)
       logHadFocus_ = true;
   });
+}
+
+void TimerWindowController::connectHeader() {
+  const TimerHeader& header = *window_->header;
+  const auto performs = [this](const QAbstractButton* button, Command command) {
+    connect(button, &QAbstractButton::clicked, this,
+            [this, command] { target_.perform(command, window_.get()); });
+  };
+  performs(header.startStopButton, Command::ToggleTimer);
+  performs(header.addActivityButton, Command::AddActivity);
+  performs(header.submitTimeButton, Command::SendSelected);
+  const auto openLatest = [this] { openLatestMenu(*window_->header->latestButton, state_); };
+  connect(header.latestButton, &QAbstractButton::clicked, this, openLatest);
+  connect(header.startStopButton, &BigButton::menuAsked, this, openLatest);
+  connect(header.pills, &RunningPills::stopAsked, this,
+          [this](Activity* activity) { state_.toggle(*activity); });
+  connect(header.pills, &RunningPills::selectAsked, this,
+          [this](const Activity* activity) { state_.selectActivity(*activity); });
 }
 
 void TimerWindowController::observeSession() {
@@ -230,36 +250,28 @@ void TimerWindowController::showDocumentState() {
   window_->documentState->setAccessibleDescription(text);
 }
 
-void TimerWindowController::showElapsedTime(const QString& text) {
-  if (window_->elapsedTimeDisplay->text() == text) return;
-  window_->elapsedTimeDisplay->setText(text);
-  window_->elapsedTimeDisplay->setAccessibleDescription(text);
+void TimerWindowController::showElapsedTime(const QString& text) { window_->header->showElapsedTime(text); }
+void TimerWindowController::showCustomerJobLabel(const QString& text) { window_->header->showName(text); }
+void TimerWindowController::showMainButton(bool running) { window_->header->showRunning(running); }
+void TimerWindowController::showIsLastEntry(bool isLastEntry) {
+  window_->header->showIsLastEntry(isLastEntry);
 }
 
-void TimerWindowController::showCustomerJobLabel(const QString& text) {
-  window_->customerJobLabel->setText(text);
-  window_->customerJobLabel->setAccessibleDescription(text);
-}
-
-void TimerWindowController::showMainButton(bool running) {
-  window_->startStopButton->setRunning(running);
-  window_->elapsedTimeDisplay->setFont(Theme::timeFont(running));
-}
-
-void TimerWindowController::showWhatRuns(const WhatRuns& runs) {
+void TimerWindowController::showWhatRuns(const std::vector<RunningTimer>& timers) {
   const QString name = session_.document() ? session_.document()->displayName() : QString();
-  const QString title = runs.longest.isEmpty() ? name : formatted(u"%@ - %@", {runs.longest, name});
+  const QString runs = runningTitle(timers);
+  const QString title = runs.isEmpty() ? name : formatted(u"%@ - %@", {runs, name});
   if (window_->windowTitle() != title) setPlainTitle(*window_, title);
   if (window_->accessibleName() != name) window_->setAccessibleName(name);
-  QLabel& count = *window_->runningCount;
-  if (count.text() == runs.count) return;
-  count.setText(runs.count);
-  count.setAccessibleDescription(runs.count);
-  count.setVisible(!runs.count.isEmpty());
+  std::vector<RunningTimer> others = timers;
+  std::erase_if(others, [selected = state_.selectedActivity()](const RunningTimer& timer) {
+    return timer.activity == selected;
+  });
+  window_->header->pills->showTimers(std::move(others));
 }
 
 void TimerWindowController::hideSendTime() {
-  window_->submitTimeButton->hide();
+  window_->header->submitTimeButton->hide();
   if (editors_) editors_->hideSendingLabel();
 }
 

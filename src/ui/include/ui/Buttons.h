@@ -2,6 +2,7 @@
 // A window has one filled button: what most people came for. Every other one is quiet.
 
 #include <QPushButton>
+#include <QTimer>
 
 namespace pendra {
 
@@ -24,23 +25,34 @@ void makeSheetButton(QAbstractButton& button);
 QPushButton* makeSheetButton(const QString& title, QWidget* parent);
 
 /// A round button with the start or the pause sign, for the selected activity. Its accessible description
-/// is what a press does: "Start" or "Stop".
+/// is what a press does: "Start" or "Stop". A long press, or the arrow down with Alt, asks for its menu.
 class BigButton : public QAbstractButton {
   Q_OBJECT
  public:
   explicit BigButton(QWidget* parent = nullptr);
   void setRunning(bool running);
   [[nodiscard]] bool isRunning() const { return running_; }
+  /// Smaller, for a low window.
+  void setSmall(bool small);
   [[nodiscard]] QSize sizeHint() const override;
+
+ Q_SIGNALS:
+  void menuAsked();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void enterEvent(QEnterEvent* event) override;
   void leaveEvent(QEvent* event) override;
   [[nodiscard]] bool hitButton(const QPoint& position) const override;
 
  private:
+  void askAfterLongPress();
+
   bool running_ = false;
+  int diameter_ = 0;
+  QTimer longPress_;
 };
 
 }  // namespace pendra

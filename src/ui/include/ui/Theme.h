@@ -71,8 +71,8 @@ class Theme {
   [[nodiscard]] static QFont cellFont();     ///< the desktop's body size
   [[nodiscard]] static QFont controlFont();  ///< fields, buttons, labels
   [[nodiscard]] static QFont quietFont();    ///< heads and quiet words
-  [[nodiscard]] static QFont timeFont(
-      bool runs = true);                   ///< the large elapsed time; its weight says that it runs
+  /// The large elapsed time. Its weight says that it runs; it is smaller in a low window.
+  [[nodiscard]] static QFont timeFont(bool runs = true, bool low = false);
   [[nodiscard]] static QFont labelFont();  ///< what the large time is of
 
   /// How far two colours stand apart, from 1 to 21.

@@ -48,10 +48,12 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   void showElapsedTime(const QString& text) override;
   void showCustomerJobLabel(const QString& text) override;
   void showMainButton(bool running) override;
-  void showWhatRuns(const WhatRuns& runs) override;
+  void showIsLastEntry(bool isLastEntry) override;
+  void showWhatRuns(const std::vector<RunningTimer>& timers) override;
   void hideSendTime() override;
   void showActivitySheet(bool forNew) override;
 
+  void connectHeader();
   void connectControls();
   void observeSession();
   void startUp();

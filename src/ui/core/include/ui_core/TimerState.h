@@ -16,6 +16,7 @@
 #include "ui_core/HoursAtAGlance.h"
 #include "ui_core/LogController.h"
 #include "ui_core/RowTable.h"
+#include "ui_core/RunningTimers.h"
 #include "ui_core/TableSelection.h"
 
 namespace pendra {
@@ -36,14 +37,6 @@ struct ActivityRow {
   friend bool operator==(const ActivityRow&, const ActivityRow&) = default;
 };
 
-/// What runs, in words.
-struct WhatRuns {
-  /// The longest running length, and for whom: "01:27:12 Acme and 1 more"; empty when nothing runs.
-  QString longest;
-  /// "2 running", as long as the selected activity is not the only one that runs; else empty.
-  QString count;
-};
-
 /// What the logic asks of the timer window's own controls.
 class TimerDisplay {
  public:
@@ -52,8 +45,10 @@ class TimerDisplay {
   virtual void showCustomerJobLabel(const QString& text) = 0;
   /// The start/stop button: the pause image when running, else the play image.
   virtual void showMainButton(bool running) = 0;
-  /// A display without a place for it shows nothing.
-  virtual void showWhatRuns(const WhatRuns&) {}
+  /// Whether the elapsed time is the length of the selected activity's last entry, which has ended.
+  virtual void showIsLastEntry(bool) {}
+  /// What runs, the longest first, the selected activity among the others.
+  virtual void showWhatRuns(const std::vector<RunningTimer>&) {}
   virtual void hideSendTime() = 0;
   /// Runs the activity sheet; true for a new activity. Called when the timer is started with nothing
   /// selected.
@@ -94,8 +89,8 @@ class TimerState {
   /// The tick; false when no document is open and the ticking must end.
   bool updateTimeDisplay();
 
-  /// What runs at this moment.
-  [[nodiscard]] WhatRuns whatRuns() const;
+  /// What runs at this moment, the longest first.
+  [[nodiscard]] std::vector<RunningTimer> whatRuns() const;
   /// The activity of the selected row; none without one.
   [[nodiscard]] Activity* selectedActivity() const;
   /// The row of `currentActivity`; none when it is not listed.
@@ -106,6 +101,9 @@ class TimerState {
   void toggleTimer();
   /// Starts or stops the activity of the selected row.
   void toggleSelected();
+  void toggle(Activity& activity);
+  /// Selects its row; nothing when it has none.
+  void selectActivity(const Activity& activity);
   /// Deletes the activity with all its entries; not asked again here.
   void deleteActivity(Activity& activity);
   /// Deletes those of the entries that still exist; not asked again here.
@@ -122,10 +120,10 @@ class TimerState {
   void followDocument();
   void documentEdited(const ChangeSet& changes);
   void reloadRowsOf(const QSet<const Activity*>& activities);
+  void rowsChanged();
   void showHeader();
   void showElapsedTime(const Activity* selected);
   void showElapsed(double seconds);
-  void toggle(Activity& activity);
   void clearTableSelection();
   /// Changes the open document under a name.
   void edit(const QString& name, const std::function<void()>& work);
@@ -138,6 +136,7 @@ class TimerState {
   TableSelection selection_{rows_};
   LogController log_;
   HoursAtAGlance hours_;
+  std::vector<QPersistentModelIndex> runningRows_;
   std::optional<Today> shownDay_;
   Notifier::Subscription selectionChanges_;
   Subscription news_;

@@ -1,0 +1,44 @@
+#include "LatestMenu.h"
+
+#include <QCoreApplication>
+#include <QMenu>
+
+#include "link/ActivityTitle.h"
+#include "ui_core/TimerState.h"
+
+namespace pendra {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::LatestMenu", text); }
+
+/// What would be an access key otherwise is meant.
+QString menuText(QString title) { return title.replace(u'&', QStringLiteral("&&")); }
+
+void addLatest(QMenu& menu, TimerState& state) {
+  const auto context = state.session().context();
+  const auto latest = context ? latestActivities(*context) : std::vector<Activity*>();
+  for (Activity* activity : latest) {
+    const QString title = activityTitle(*activity);
+    QAction* item = menu.addAction(menuText(title.isEmpty() ? shortTitle(*activity) : title));
+    QObject::connect(item, &QAction::triggered, &menu, [&state, chosen = Ref<Activity>(activity)] {
+      if (!chosen) return;
+      if (!chosen->isRunning()) state.toggle(*chosen);
+      state.selectActivity(*chosen);
+    });
+  }
+  if (latest.empty()) menu.addAction(tr("Nothing was timed yet"))->setEnabled(false);
+}
+
+}  // namespace
+
+void openLatestMenu(QWidget& below, TimerState& state) {
+  auto* menu = new QMenu(&below);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setObjectName(QStringLiteral("latestMenu"));
+  menu->setAccessibleName(tr("Latest activities"));
+  addLatest(*menu, state);
+  menu->popup(below.mapToGlobal(QPoint(0, below.height())));
+}
+
+}  // namespace pendra
