@@ -1,0 +1,66 @@
+#include "ui_core/QuickDeed.h"
+
+#include <QCoreApplication>
+
+#include "platform/Text.h"
+#include "ui_core/ListSteps.h"
+#include "ui_core/NameLookups.h"
+#include "ui_core/QuickReadingTexts.h"
+
+namespace pendra {
+
+namespace {
+
+using Deed = QuickReading::Deed;
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::QuickReading", text); }
+
+void addNewNames(const QuickReading& reading, ObjectContext& context) {
+  if (reading.customer.isNew) addCustomer(context, reading.customer.text);
+  if (reading.service.isNew) addService(context, reading.service.text);
+  if (reading.job.isNew) addJob(*findCustomerByName(context, reading.customer.text), reading.job.text);
+}
+
+Activity& newActivity(const QuickReading& reading, ObjectContext& context) {
+  addNewNames(reading, context);
+  Activity& activity = createNewActivity(context);
+  activity.setCustomer(findCustomerByName(context, reading.customer.text));
+  activity.setService(findServiceByName(context, reading.service.text));
+  if (!reading.job.text.isEmpty()) {
+    activity.setJob(findJobByName(context, reading.job.text, activity.customer()));
+  }
+  activity.setNotes(reading.notes);
+  return activity;
+}
+
+TimeEntry& newEntry(const QuickReading& reading, Activity& activity) {
+  if (reading.deed != Deed::Book) {
+    TimeEntry& running = activity.startEntry();
+    running.setStart(reading.start);
+    return running;
+  }
+  TimeEntry& booked = activity.addEntry();
+  booked.setStart(reading.start);
+  booked.setDuration(reading.end - reading.start);
+  return booked;
+}
+
+}  // namespace
+
+Result<TimeEntry*> carryOut(const QuickReading& reading, ObjectContext& context) {
+  if (reading.deed == Deed::Nothing) {
+    return Error{QStringLiteral("entry"),
+                 static_cast<int>(reading.fault ? reading.fault->why : QuickReading::Why{}),
+                 reading.fault ? reading.fault->reason : QString()};
+  }
+  const char* pattern = reading.deed == Deed::Book ? "Booking of %@" : "Start of %@";
+  TimeEntry* entry = nullptr;
+  auto done = context.edit(formatted(tr(pattern), {titleOf(reading)}), [&] {
+    Activity& activity = reading.activity ? *reading.activity : newActivity(reading, context);
+    entry = &newEntry(reading, activity);
+  });
+  if (!done) return done.error();
+  return entry;
+}
+
+}  // namespace pendra

@@ -1,0 +1,114 @@
+#include "ui_core/QuickReadingTexts.h"
+
+#include <QCoreApplication>
+#include <cmath>
+
+#include "link/ActivityTitle.h"
+#include "model/DurationText.h"
+#include "platform/Text.h"
+
+namespace pendra {
+
+namespace {
+
+using Deed = QuickReading::Deed;
+
+constexpr double kUsualAtMost = 12 * 3600;
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::QuickReading", text); }
+
+QString clockText(const QDateTime& local) { return local.time().toString(QStringLiteral("H:mm")); }
+
+QString dayText(QDate day, QDate today) {
+  if (day == today) return tr("today");
+  if (day == today.addDays(-1)) return tr("yesterday");
+  return day.toString(QStringLiteral("ddd d MMM yyyy"));
+}
+
+/// "today from 9:30 to 11:00", "yesterday from 22:00 to 1:00 the next day".
+QString spanText(const QuickReading& reading, const ObjectContext& context) {
+  const Calendar& calendar = context.calendar();
+  const QDateTime start = calendar.local(reading.start);
+  const QDateTime end = calendar.local(reading.end);
+  const QDate today = calendar.day(context.clock().now());
+  const QString day = dayText(start.date(), today);
+  if (start.date().daysTo(end.date()) > 1) {
+    return formatted(tr("%@ from %@ to %@ %@"),
+                     {day, clockText(start), dayText(end.date(), today), clockText(end)});
+  }
+  const char* pattern = start.date() == end.date() ? "%@ from %@ to %@" : "%@ from %@ to %@ the next day";
+  return formatted(tr(pattern), {day, clockText(start), clockText(end)});
+}
+
+QString deedText(const QuickReading& reading, const ObjectContext& context) {
+  const QString length = durationText(reading.end - reading.start);
+  if (reading.deed == Deed::Book) {
+    return formatted(tr("Books %@, %@"), {length, spanText(reading, context)});
+  }
+  if (reading.deed == Deed::StartNow) return tr("Starts now");
+  const Calendar& calendar = context.calendar();
+  const QDateTime start = calendar.local(reading.start);
+  const QDate today = calendar.day(context.clock().now());
+  if (start.date() == today) return formatted(tr("Starts as of %@, %@ ago"), {clockText(start), length});
+  return formatted(tr("Starts as of %@ %@, %@ ago"),
+                   {dayText(start.date(), today), clockText(start), length});
+}
+
+QStringList newNamesOf(const QuickReading& reading) {
+  QStringList texts;
+  const auto add = [&](const QuickReading::Name& name, const char* pattern) {
+    if (name.isNew) texts << formatted(tr(pattern), {name.text});
+  };
+  add(reading.customer, "New customer “%@”");
+  add(reading.job, "New job “%@”");
+  add(reading.service, "New service item “%@”");
+  return texts;
+}
+
+QString subjectOf(const QuickReading& reading) {
+  const QString notes = reading.notes.simplified();
+  const QString title = titleOf(reading);
+  return notes.isEmpty() ? title : formatted(tr("%@, “%@”"), {title, notes});
+}
+
+QString overlapText(const QuickReading& reading) {
+  const QString first = activityTitle(*reading.overlaps.front().entry->activity());
+  const QString length = durationText(std::round(reading.overlapping));
+  const auto more = reading.overlaps.size() - 1;
+  if (more == 0) return formatted(tr("Overlaps %@ by %@"), {first, length});
+  return formatted(tr("Overlaps %@ and %@ more by %@"), {first, QString::number(more), length});
+}
+
+}  // namespace
+
+QString QuickReadingTexts::joined() const {
+  QStringList lines{deed, subject};
+  lines += warnings + remarks;
+  lines.removeAll(QString());
+  return lines.join(u'\n');
+}
+
+QString titleOf(const QuickReading& reading) {
+  QStringList names{reading.customer.text, reading.job.text, reading.service.text};
+  names.removeAll(QString());
+  return names.join(QStringLiteral(" - "));
+}
+
+QuickReadingTexts textsOf(const QuickReading& reading, const ObjectContext& context) {
+  if (reading.fault) return {.deed = reading.fault->reason, .isRefused = true};
+  if (reading.isEmpty()) return {};
+  QuickReadingTexts texts{.deed = deedText(reading, context), .subject = subjectOf(reading)};
+  if (!reading.activity) {
+    texts.subject = formatted(tr("New activity: %@"), {texts.subject});
+    texts.remarks = newNamesOf(reading);
+  }
+  for (const Instant instant : reading.twice) {
+    texts.remarks << formatted(tr("%@ was twice on that day; the first is meant"),
+                               {clockText(context.calendar().local(instant))});
+  }
+  if (!reading.overlaps.empty()) texts.warnings << overlapText(reading);
+  if (reading.end - reading.start > kUsualAtMost) texts.warnings << tr("Longer than 12 hours");
+  return texts;
+}
+
+}  // namespace pendra
