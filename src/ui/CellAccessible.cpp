@@ -46,6 +46,7 @@ QAccessible::State CellAccessible::state() const {
     return state;
   }
   if (isHead()) return state;
+  state.invisible = view_->isColumnHidden(column_);
   state.selectable = true;
   state.focusable = true;
   state.selected = isSelected();

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <cmath>
 
+#include "ui/RowTableView.h"
 #include "ui/Symbols.h"
 #include "ui/TabularText.h"
 #include "ui/Theme.h"
@@ -18,6 +19,11 @@ constexpr int kSign = 18;
 constexpr int kBox = 16;
 constexpr int kWarning = 15;
 constexpr int kCurrentBar = 2;
+/// The part of a cell in which its content stands.
+QRect contentRect(const QStyleOptionViewItem& option, const QModelIndex& index) {
+  return static_cast<const RowTableView*>(option.widget)->contentRect(option.rect, index.column());
+}
+
 const auto kNoTime = QStringLiteral("00:00:00");
 
 /// What the cells of one row have in common.
@@ -42,11 +48,21 @@ struct RowLook {
   [[nodiscard]] bool showsActions() const { return selected || hovered; }
 };
 
-void drawBackground(QPainter& painter, const QRect& cell, const RowLook& look, bool first) {
+InGroup placeOf(const QModelIndex& index) {
+  return static_cast<InGroup>(index.data(TableModel::kGroupRole).toInt());
+}
+
+/// The line under a row; a stronger one where the next group begins.
+QColor lineUnder(const QModelIndex& index, const RowLook& look) {
+  const QModelIndex below = index.siblingAtRow(index.row() + 1);
+  if (below.isValid() && placeOf(below) == InGroup::First) return look.colours.dayLine;
+  return look.running && !look.selected ? look.colours.runningLine : look.colours.line;
+}
+
+void drawBackground(QPainter& painter, const QRect& cell, const RowLook& look, const QColor& line,
+                    bool first) {
   painter.fillRect(cell, look.background());
-  const bool runs = look.running && !look.selected;
-  painter.fillRect(QRect(cell.left(), cell.bottom(), cell.width(), 1),
-                   runs ? look.colours.runningLine : look.colours.line);
+  painter.fillRect(QRect(cell.left(), cell.bottom(), cell.width(), 1), line);
   if (first && look.selected && look.inFront) {
     painter.fillRect(QRect(cell.left(), cell.top(), kCurrentBar, cell.height()), look.colours.link);
   }
@@ -94,12 +110,51 @@ void drawTime(QPainter& painter, const QRect& content, const QModelIndex& index,
   drawTabular(painter, content, Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()), text);
 }
 
-void drawSign(QPainter& painter, const QRect& content, const RowLook& look, bool under) {
-  QRectF sign(content.left(), 0, kSign, kSign);
+QRectF signRect(const QRect& content, qreal size) {
+  QRectF sign(content.left() + (kSign - size) / 2, 0, size, size);
   sign.moveCenter(QPointF(sign.center().x(), QRectF(content).center().y()));
+  return sign;
+}
+
+void drawSign(QPainter& painter, const QRect& content, const RowLook& look, bool under) {
+  const QRectF sign = signRect(content, kSign);
   const QColor still = under ? look.colours.text : look.colours.quiet;
   drawSymbol(painter, sign, look.running ? Symbol::Pause : Symbol::Play,
              look.ink(look.running ? look.colours.running : still));
+}
+
+/// A sign of what the row is marked with; where the person is, the one of what a press does.
+void drawState(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
+               bool under) {
+  const auto sign = static_cast<RowSign>(index.data(TableModel::kSignRole).toInt());
+  const bool canPress = !index.data().toString().isEmpty();
+  const bool showsPress = under || (look.hovered && sign == RowSign::None);
+  if (look.running || (canPress && showsPress)) return drawSign(painter, content, look, under);
+  if (sign == RowSign::Warning) {
+    drawSymbol(painter, signRect(content, kWarning), Symbol::Warning, look.ink(look.colours.warning));
+  }
+  if (sign == RowSign::Waiting) {
+    drawSymbol(painter, signRect(content, kWarning), Symbol::Away, look.ink(look.colours.notice));
+  }
+}
+
+/// What matters more than the cell's own words, before them; answers the room that is left.
+QRect drawRemark(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look) {
+  const QString remark = index.data(TableModel::kRemarkRole).toString();
+  if (remark.isEmpty()) return content;
+  const auto sign = static_cast<RowSign>(index.data(TableModel::kSignRole).toInt());
+  const QFontMetrics letters = painter.fontMetrics();
+  painter.setPen(look.ink(sign == RowSign::Waiting ? look.colours.notice : look.colours.warning));
+  painter.drawText(content, Qt::AlignVCenter | Qt::TextSingleLine,
+                   letters.elidedText(remark, Qt::ElideRight, content.width()));
+  return content.adjusted(letters.horizontalAdvance(remark) + metrics::kGrid, 0, 0, 0);
+}
+
+void drawMoment(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
+                bool isOpen) {
+  painter.setPen(isOpen && look.running ? look.ink(look.colours.quiet) : look.words());
+  drawTabular(painter, content, Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()),
+              index.data().toString());
 }
 
 void drawCheck(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look) {
@@ -129,7 +184,16 @@ void drawContent(QPainter& painter, const QRect& content, const QModelIndex& ind
     case CellKind::TwoLines:
       return drawTwoLines(painter, content, index, look);
     case CellKind::Secondary:
-      return drawWords(painter, content, index, look.ink(look.colours.quiet));
+      return drawWords(painter, drawRemark(painter, content, index, look), index,
+                       look.ink(look.colours.quiet));
+    case CellKind::Day:
+      return drawWords(painter, content, index,
+                       placeOf(index) == InGroup::Further ? look.ink(look.colours.quiet) : look.words());
+    case CellKind::Moment:
+    case CellKind::OpenMoment:
+      return drawMoment(painter, content, index, look, RowDelegate::kindOf(index) == CellKind::OpenMoment);
+    case CellKind::State:
+      return drawState(painter, content, index, look, under);
     case CellKind::Time:
       return drawTime(painter, content, index, look, look.words());
     case CellKind::SecondaryTime:
@@ -150,17 +214,12 @@ CellKind RowDelegate::kindOf(const QModelIndex& index) {
   return static_cast<CellKind>(index.data(TableModel::kKindRole).toInt());
 }
 
-QRect RowDelegate::contentRect(const QRect& cell, int column, int columns) {
-  const int left = column == 0 ? metrics::kSide : metrics::kCellPadding;
-  const int right = column == columns - 1 ? metrics::kSide : metrics::kCellPadding;
-  return cell.adjusted(left, 0, -right, -1);
-}
-
 int RowDelegate::naturalWidth(CellKind kind, const QString& text, const QFont& font) {
   QFont heavy = font;
   heavy.setWeight(QFont::DemiBold);
   switch (kind) {
     case CellKind::StartStop:
+    case CellKind::State:
       return kSign;
     case CellKind::Check:
       return kBox;
@@ -168,6 +227,9 @@ int RowDelegate::naturalWidth(CellKind kind, const QString& text, const QFont& f
     case CellKind::SecondaryTime:
       return static_cast<int>(
           std::ceil(tabularWidth(heavy, text.isEmpty() ? QStringLiteral("000:00:00") : text)));
+    case CellKind::Moment:
+    case CellKind::OpenMoment:
+      return static_cast<int>(std::ceil(tabularWidth(font, text)));
     default:
       return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(text))) + 1;
   }
@@ -183,13 +245,14 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                      index.data(TableModel::kQuietRole).toBool()};
   painter->save();
   painter->setClipRect(option.rect);
-  drawBackground(*painter, option.rect, look, index.column() == 0);
+  drawBackground(*painter, option.rect, look, lineUnder(index, look), option.rect.left() == 0);
   painter->setFont(option.font);
-  QRect content = contentRect(option.rect, index.column(), index.model()->columnCount());
-  if (!index.data(TableModel::kWarningRole).toString().isEmpty())
+  QRect content = contentRect(option, index);
+  if (kindOf(index) != CellKind::State && !index.data(TableModel::kWarningRole).toString().isEmpty())
     content = drawWarning(*painter, content, look);
-  drawContent(*painter, content, index, look, hovered_ == index);
-  if (option.state & QStyle::State_HasFocus && actsOnPress(kindOf(index))) {
+  const bool hasFocus = bool(option.state & QStyle::State_HasFocus) && actsOnPress(kindOf(index));
+  drawContent(*painter, content, index, look, hovered_ == index || hasFocus);
+  if (hasFocus) {
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(look.colours.link, 2));
     painter->drawRoundedRect(QRectF(option.rect).adjusted(3, 3, -3, -4), metrics::kRadius, metrics::kRadius);
@@ -219,7 +282,7 @@ QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& 
   if (auto* line = qobject_cast<QLineEdit*>(editor)) {
     line->setFrame(true);
     // The words stay where they stood; a field with a frame adds seven points of its own.
-    const QRect content = contentRect(option.rect, index.column(), index.model()->columnCount());
+    const QRect content = contentRect(option, index);
     line->setTextMargins(content.left() - option.rect.left() - 7, 0, 0, 0);
   }
   editor->setAccessibleName(

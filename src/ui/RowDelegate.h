@@ -15,8 +15,6 @@ class RowDelegate final : public QStyledItemDelegate {
   void setHovered(const QModelIndex& index) { hovered_ = index; }
   [[nodiscard]] QModelIndex hovered() const { return hovered_; }
 
-  /// The part of a cell in which its content stands.
-  [[nodiscard]] static QRect contentRect(const QRect& cell, int column, int columns);
   [[nodiscard]] static CellKind kindOf(const QModelIndex& index);
   /// How wide a cell's content would like to be.
   [[nodiscard]] static int naturalWidth(CellKind kind, const QString& text, const QFont& font);

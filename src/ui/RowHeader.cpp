@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <cmath>
 
-#include "RowDelegate.h"
+#include "ui/RowTableView.h"
 #include "ui/Theme.h"
 #include "ui_core/TableModel.h"
 
@@ -74,7 +74,7 @@ void RowHeader::paintSection(QPainter* painter, const QRect& rect, int section) 
   const ColumnHead& head = table.head(section);
   const SortOrder& order = table.sortOrder();
   const bool sorts = head.sortable && order.key == head.identifier;
-  drawHead(*painter, RowDelegate::contentRect(rect, section, table.columnCount()),
+  drawHead(*painter, static_cast<const RowTableView*>(parent())->contentRect(rect, section),
            {.title = head.title,
             .alignment = head.alignment,
             .ascending = sorts ? std::optional(order.ascending) : std::nullopt});

@@ -1,13 +1,14 @@
 #include "ui/RowTableView.h"
 
 #include <QHelpEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QToolTip>
 #include <memory>
-#include <numeric>
 #include <utility>
 
+#include "ColumnWidths.h"
 #include "EmptyState.h"
 #include "RowDelegate.h"
 #include "RowHeader.h"
@@ -18,15 +19,14 @@ namespace pendra {
 
 namespace {
 
-constexpr int kNarrowest = 56;
-
 RowDelegate& delegateOf(const RowTableView& view) { return *static_cast<RowDelegate*>(view.itemDelegate()); }
 
 bool acts(const QModelIndex& index) { return index.isValid() && actsOnPress(RowDelegate::kindOf(index)); }
 
 }  // namespace
 
-RowTableView::RowTableView(QWidget* parent) : QTableView(parent), empty_(new EmptyState(viewport())) {
+RowTableView::RowTableView(QWidget* parent)
+    : QTableView(parent), empty_(new EmptyState(viewport())), widths_(std::make_unique<ColumnWidths>(*this)) {
   TableAccessible::install();
   setFrameShape(QFrame::NoFrame);
   setShowGrid(false);
@@ -45,6 +45,8 @@ RowTableView::RowTableView(QWidget* parent) : QTableView(parent), empty_(new Emp
   makeHeads();
 }
 
+RowTableView::~RowTableView() = default;
+
 void RowTableView::makeHeads() {
   auto* heads = new RowHeader(this);
   setHorizontalHeader(heads);
@@ -53,8 +55,12 @@ void RowTableView::makeHeads() {
   verticalHeader()->setDefaultSectionSize(std::max(metrics::kRowHeight, fontMetrics().height() + 10));
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   connect(heads, &QHeaderView::sectionClicked, this, &RowTableView::clickHead);
-  connect(heads, &QHeaderView::sectionResized, this,
-          [this](int section, int, int width) { keepDraggedWidth(section, width); });
+  connect(heads, &QHeaderView::sectionResized, this, [this](int section, int, int width) {
+    if (model_ && widths_->keepDragged(section, width)) Q_EMIT widthChosen();
+  });
+  heads->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(heads, &QWidget::customContextMenuRequested, this,
+          [this, heads](const QPoint& place) { askForColumns(heads->mapToGlobal(place)); });
 }
 
 void RowTableView::setTable(TableModel& table, TableSelection& selection) {
@@ -63,14 +69,9 @@ void RowTableView::setTable(TableModel& table, TableSelection& selection) {
   setModel(model_);
   const std::unique_ptr<QItemSelectionModel> unused(selectionModel());  // Qt has made one for the model
   setSelectionModel(selection_);
-  weights_.clear();
-  for (int column = 0; column < table.columnCount(); ++column) {
-    const int weight = table.head(column).weight;
-    weights_.push_back(weight);
-    // What has the width of its content would come back to it at the next reset.
-    if (weight == 0) horizontalHeader()->setSectionResizeMode(column, QHeaderView::Fixed);
-  }
+  widths_->followTable();
   connectTable();
+  showColumns();
   rowsChanged();
 }
 
@@ -87,6 +88,7 @@ void RowTableView::connectTable() {
   connect(model_, &QAbstractItemModel::rowsRemoved, this, &RowTableView::placeEmptyState);
   connect(model_, &QAbstractItemModel::layoutChanged, horizontalHeader()->viewport(),
           qOverload<>(&QWidget::update));
+  shownColumns_ = model_->shownColumnsChanges.observe([this] { showColumns(); });
   selectionChanges_ = selection_->changes.observe([this] { Q_EMIT selectionChanged(); });
 }
 
@@ -101,6 +103,7 @@ void RowTableView::dropTable() {
   if (QWidget* editor = indexWidget(currentIndex())) closeEditor(editor, QAbstractItemDelegate::NoHint);
   disconnect(model_, nullptr, this, nullptr);
   selectionChanges_ = {};
+  shownColumns_ = {};
   model_ = nullptr;
   selection_ = nullptr;
   setModel(nullptr);
@@ -173,49 +176,62 @@ void RowTableView::pressCell(const QModelIndex& index) {
   if (acts(index)) Q_EMIT cellPressed(index.row(), model_->head(index.column()).identifier);
 }
 
-// Widths.
+// Columns.
 
-int RowTableView::contentWidth(int column) const {
-  const ColumnHead& head = model_->head(column);
-  const bool isTime = head.kind == CellKind::Time || head.kind == CellKind::SecondaryTime;
-  QStringList texts = head.widest;
-  if (texts.isEmpty()) texts << (isTime ? QString() : model_->text(0, column));
-  int content = static_cast<RowHeader*>(horizontalHeader())->naturalWidth(column);
-  for (const QString& text : std::as_const(texts)) {
-    content = std::max(content, RowDelegate::naturalWidth(head.kind, text, font()));
-  }
-  const QRect inner = RowDelegate::contentRect(QRect(0, 0, 100, 100), column, model_->columnCount());
-  return content + 100 - inner.width();
+/// The scroll bar stands in the margin of the last column, so that figures end where they end without it.
+QRect RowTableView::contentRect(const QRect& cell, int column) const {
+  const QHeaderView& heads = *horizontalHeader();
+  int first = 0;
+  int last = heads.count() - 1;
+  while (first < last && isColumnHidden(heads.logicalIndex(first))) ++first;
+  while (last > first && isColumnHidden(heads.logicalIndex(last))) --last;
+  const int place = heads.visualIndex(column);
+  const int margin = metrics::kSide - (width() - viewport()->width());
+  const int left = place == first ? metrics::kSide : metrics::kCellPadding;
+  // Words begin where their column begins and may come near to the next; figures end in a line.
+  const bool isWords = model_->head(column).alignment == Alignment::Left;
+  const int between = isWords ? metrics::kCellPadding / 2 : metrics::kCellPadding;
+  const int right = place == last ? std::max(margin, metrics::kGrid / 2) : between;
+  return cell.adjusted(left, 0, -right, -1);
+}
+
+void RowTableView::standOnGrid() {
+  widths_->standOnGrid();
+  distributeWidths();
+}
+
+const QMap<QString, int>& RowTableView::chosenWidths() const { return widths_->byHand(); }
+
+void RowTableView::chooseWidths(const QMap<QString, int>& widths) {
+  widths_->setByHand(widths);
+  distributeWidths();
 }
 
 void RowTableView::distributeWidths() {
-  if (!model_) return;
-  distributing_ = true;
-  int left = viewport()->width();
-  double weight = std::accumulate(weights_.begin(), weights_.end(), 0.0);
-  for (int column = 0; column < model_->columnCount(); ++column) {
-    if (weights_[static_cast<size_t>(column)] > 0) continue;
-    setColumnWidth(column, contentWidth(column));
-    left -= columnWidth(column);
-  }
-  // Each column takes its part of what the ones before it have left, so that nothing is lost to rounding.
-  for (int column = 0; column < model_->columnCount(); ++column) {
-    const double own = weights_[static_cast<size_t>(column)];
-    if (own <= 0) continue;
-    setColumnWidth(column, std::max(kNarrowest, static_cast<int>(left * own / weight)));
-    left -= columnWidth(column);
-    weight -= own;
-  }
-  distributing_ = false;
+  if (model_) widths_->distribute();
 }
 
-/// A width that the user dragged stays in proportion when the window grows.
-void RowTableView::keepDraggedWidth(int section, int width) {
-  if (distributing_ || !model_ || weights_[static_cast<size_t>(section)] <= 0) return;
+void RowTableView::showColumns() {
+  widths_->showColumns();
+}
+
+void RowTableView::addColumnChoices(QMenu& menu) const {
   for (int column = 0; column < model_->columnCount(); ++column) {
-    double& weight = weights_[static_cast<size_t>(column)];
-    if (weight > 0) weight = column == section ? width : columnWidth(column);
+    const ColumnHead& head = model_->head(column);
+    if (!head.canHide) continue;
+    QAction* choice = menu.addAction(head.title);
+    choice->setCheckable(true);
+    choice->setChecked(!model_->isHidden(head.identifier));
+    connect(choice, &QAction::toggled, model_, [model = model_, identifier = head.identifier](bool shown) {
+      model->setHidden(identifier, !shown);
+    });
   }
+}
+
+void RowTableView::askForColumns(const QPoint& place) {
+  QMenu menu(this);
+  addColumnChoices(menu);
+  if (!menu.isEmpty()) menu.exec(place);
 }
 
 void RowTableView::resizeEvent(QResizeEvent* event) {
@@ -313,7 +329,8 @@ void RowTableView::mouseMoveEvent(QMouseEvent* event) {
 
 void RowTableView::keyPressEvent(QKeyEvent* event) {
   const QModelIndex index = currentIndex();
-  if (event->key() == Qt::Key_Space && acts(index)) return pressCell(index);
+  const bool isSpace = event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier;
+  if (isSpace && acts(index)) return pressCell(index);
   const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   // The table comes with a current row that is not selected; the first key takes that one, not its neighbour.
   const bool takesRow = isReturn || event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
@@ -353,7 +370,7 @@ QString RowTableView::toolTipFor(const QModelIndex& index) const {
   const QString warning = index.data(TableModel::kWarningRole).toString();
   if (!warning.isEmpty()) return QStringLiteral("<span>%1</span>").arg(warning.toHtmlEscaped());
   const QString text = index.data().toString();
-  const QRect content = RowDelegate::contentRect(visualRect(index), index.column(), model_->columnCount());
+  const QRect content = contentRect(visualRect(index), index.column());
   if (fontMetrics().horizontalAdvance(text.simplified()) <= content.width()) return {};
   return QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
 }

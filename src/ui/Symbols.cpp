@@ -26,6 +26,8 @@ QString fileOf(Symbol symbol) {
       return QStringLiteral(":/images/Notesbox.svg");
     case Symbol::Warning:
       return QStringLiteral(":/images/warning.svg");
+    case Symbol::Away:
+      return QStringLiteral(":/images/away.svg");
     case Symbol::Information:
       return QStringLiteral(":/images/information.svg");
   }

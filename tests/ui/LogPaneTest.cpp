@@ -4,13 +4,16 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 
 #include "core/log/LogFixture.h"
 #include "platform/Preferences.h"
+#include "ui/Grid.h"
 #include "ui/RowTableView.h"
 
 namespace pendra {
@@ -63,6 +66,69 @@ TEST_F(LogPaneWidget, FiltersByWhatIsChosenAndTyped) {
   EXPECT_EQ(from.text(), "");
   typeInto(named<QLineEdit>("To date"), "soonish");
   EXPECT_EQ(rows(), 2);
+}
+
+TEST_F(LogPaneWidget, StandsOnTheGridWhateverIsShown) {
+  RowTableView& table = pane->table();
+  const auto content = [&](const char* identifier) {
+    const int column = table.tableModel().columnOf(QString::fromLatin1(identifier)).value();
+    return table.contentRect(table.visualRect(table.model()->index(0, column)), column);
+  };
+  for (const auto& [width, starts] : {std::pair(1120, grid::kWide), std::pair(1024, grid::kNarrow)}) {
+    pane->resize(width, 400);
+    const std::array<const char*, 6> columns{"state", nullptr, "customer", "job", "service", "notes"};
+    for (std::size_t place = 0; place < columns.size(); ++place) {
+      if (!columns[place]) continue;
+      EXPECT_EQ(content(columns[place]).left(), starts[place]) << columns[place];
+    }
+    EXPECT_EQ(content("submitted").right(), width - 1 - 16);
+  }
+  QMenu menu;
+  table.addColumnChoices(menu);
+  QStringList titles;
+  for (QAction* choice : menu.actions()) {
+    titles << choice->text();
+    choice->trigger();
+  }
+  EXPECT_EQ(titles, (QStringList{"Notes", "Start", "End"}));
+  EXPECT_EQ(table.horizontalHeader()->length(), table.viewport()->width()) << "the service has the room now";
+  EXPECT_EQ(table.model()->index(0, table.tableModel().columnOf(u"date").value()).data(),
+            "Tue 24 Nov 2026, 09:00:00");
+  pane->resize(500, 400);
+  EXPECT_GE(content("customer").width(), 40);
+  EXPECT_LT(content("service").right(), content("date").left());
+}
+
+TEST_F(LogPaneWidget, ItsTableStandsAsItWasArranged) {
+  RowTable<LogRow>& rows = pane->logController().rows();
+  const auto column = [&](const char* identifier) {
+    return rows.columnOf(QString::fromLatin1(identifier)).value();
+  };
+  const auto open = [&](const std::optional<QString>& stored) {
+    pane.reset();
+    if (stored) test.defaults.setText(preferences::kLogColumns, *stored);
+    rows.setHidden("end", false);
+    pane = std::make_unique<LogPaneView>(test.session, window);
+    pane->resize(1120, 400);
+    pane->show();
+    return pane->table().horizontalHeader();
+  };
+  QHeaderView* heads = open(std::nullopt);
+  heads->resizeSection(column("job"), 150);
+  heads->moveSection(heads->visualIndex(column("date")), 1);
+  rows.setHidden("end", true);
+  pane->table().setSortOrder({"customer", true});
+  pane->hide();
+  heads = open(std::nullopt);
+  EXPECT_EQ(heads->sectionSize(column("job")), 150);
+  EXPECT_EQ(heads->visualIndex(column("date")), 1);
+  EXPECT_TRUE(heads->isSectionHidden(column("end")));
+  EXPECT_EQ(pane->table().sortKey(), "customer");
+  EXPECT_EQ(heads->length(), pane->table().viewport()->width());
+  heads = open("widths job");
+  EXPECT_EQ(heads->sectionSize(column("job")), 108) << "what cannot be read is forgotten";
+  EXPECT_EQ(heads->visualIndex(column("date")), column("date"));
+  EXPECT_EQ(pane->table().sortKey(), "date");
 }
 
 TEST_F(LogPaneWidget, HideSentIsThePreference) {

@@ -49,12 +49,12 @@ TEST_F(TimeEntrySheetAtTheDesk, SaysWhatIsStoredAndStoresItInOneStep) {
     EXPECT_EQ(desk.description(u"Service"_s), "");
     desk.press(Qt::Key_Return);
   });
-  EXPECT_EQ(shown(), "Acme Roof Design Edit Mon 23 Nov 2026, 13:00:00 01:30:00 -");
+  EXPECT_EQ(shown(), "Start Again Acme Roof Design Call Edit Mon 23 Nov 2026 13:00:00 14:30:00 01:30:00 -");
   EXPECT_EQ(entry->notes(), "Call");
   EXPECT_EQ(desk.selectedRow(kLog), 0);
   desk.onDisk([](const ObjectContext& file) { EXPECT_EQ(file.all<TimeEntry>()[1]->duration(), 5400); });
   desk.session.context()->undoStack().undo();
-  EXPECT_EQ(shown(), "Acme Roof Design Edit Mon 23 Nov 2026, 13:00:30 01:00:59 -");
+  EXPECT_EQ(shown(), "Start Again Acme Roof Design Edit Mon 23 Nov 2026 13:00:30 14:01:29 01:00:59 -");
 }
 
 TEST_F(TimeEntrySheetAtTheDesk, SaysAtTheFieldWhyAJobHoldsItAndHowFarANameGoes) {

@@ -5,8 +5,10 @@
 #include "ExportProgressDialog.h"
 #include "LogFilterRow.h"
 #include "LogSummaryView.h"
+#include "platform/Preferences.h"
 #include "ui/HelpPlace.h"
 #include "ui/RowTableView.h"
+#include "ui/TableMemory.h"
 #include "ui_core/HelpAnchors.h"
 #include "ui_core/TimerState.h"
 
@@ -21,7 +23,9 @@ LogPaneView::LogPaneView(Session& session, TimerState& window, QWidget* parent)
   table_->setAccessibleName(tr("Time log"));
   table_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   table_->setTable(log_.rows(), log_.selection());
+  table_->standOnGrid();
   table_->setSortOrder({QStringLiteral("date"), false});
+  new TableMemory(*table_, session.ports().defaults, preferences::kLogColumns);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   setHelpAnchor(*this, help::kTimeLog);
@@ -46,6 +50,7 @@ void LogPaneView::exportTimeLog() {
 }
 
 void LogPaneView::pressCell(int row, const QString& identifier) {
+  if (identifier == u"state") return log_.startOrStop(row);
   if (identifier != u"edit") return;
   table_->selectRow(row);
   Q_EMIT editTimeEntry();

@@ -25,6 +25,7 @@
 #include "ui/LogPaneView.h"
 #include "ui/MenuBar.h"
 #include "ui/RowTableView.h"
+#include "ui/TableMemory.h"
 #include "ui/Theme.h"
 #include "ui/WindowPlace.h"
 #include "ui/WindowTitle.h"
@@ -62,6 +63,8 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
   window_->setLog(log_, log_->makeSummary(), new GlanceView(state_.hours(), session));
   window_->setMenuBar(new MenuBar(target, window_.get()));
   window_->activityTable->setTable(state_.rows(), state_.selection());
+  window_->activityTable->standOnGrid();
+  new TableMemory(*window_->activityTable, session.ports().defaults, preferences::kActivityColumns);
   connectHeader();
   connectControls();
   observeSession();

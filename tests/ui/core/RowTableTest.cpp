@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "support/CellText.h"
+#include "ui_core/TableArrangement.h"
 #include "ui_core/TableSelection.h"
 
 namespace pendra {
@@ -52,6 +53,24 @@ TEST(RowTable, OrdersRowsAndKeepsEqualOnesAsTheyCame) {
     table.sortBy({u""_s, true});  // no key keeps the order before
     table.setRows(kEntries);
     EXPECT_EQ(ids(table), sorted) << order.key.toStdString();
+  }
+}
+
+TEST(RowTable, ItsArrangementIsALineThatIsTakenWholeOrNotAtAll) {
+  auto heads = columns();
+  heads[0].head.canHide = true;
+  const RowTable<Entry> table(heads);
+  const TableArrangement all{.sort = {u"date"_s, false},
+                             .order = {u"date"_s, u"customer"_s},
+                             .hidden = {u"customer"_s},
+                             .widths = {{u"date"_s, 180}}};
+  EXPECT_EQ(textOf(all), u"sort date down; order date customer; hidden customer; widths date 180"_s);
+  EXPECT_EQ(readArrangement(textOf(all), table), all);
+  EXPECT_EQ(readArrangement(textOf({}), table), TableArrangement());
+  for (const QString& text :
+       {u"sort date"_s, u"sort nothing up"_s, u"order date"_s, u"order date date"_s, u"hidden date"_s,
+        u"widths date"_s, u"widths date -1"_s, u"widths date 9999"_s, u"colour blue"_s, u"\u0001 ;;"_s}) {
+    EXPECT_EQ(readArrangement(text, table), std::nullopt) << text.toStdString();
   }
 }
 

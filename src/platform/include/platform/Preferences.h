@@ -33,6 +33,9 @@ inline const QString kRescued = QStringLiteral("PendraRescued");
 inline const QString kBackupFolder = QStringLiteral("PendraBackupFolder");
 /// Path of the folder in which a file was chosen last.
 inline const QString kLastFolder = QStringLiteral("PendraLastFolder");
+/// Texts: how the two tables of the timer window were arranged.
+inline const QString kActivityColumns = QStringLiteral("PendraActivityColumns");
+inline const QString kLogColumns = QStringLiteral("PendraLogColumns");
 /// Where each window stood when it was closed, in a form of the toolkit's.
 inline const QString kTimerWindowPlace = QStringLiteral("PendraTimerWindowPlace");
 inline const QString kCustomerListPlace = QStringLiteral("PendraCustomerListPlace");

@@ -46,16 +46,27 @@ double lengthOf(std::span<const LogRow> rows) {
 LogController::LogController(Session& session, TimerState& window, const QLocale& locale)
     : session_(session),
       window_(window),
-      rows_(makeLogTable(session.ports().calendar, locale)),
+      rows_(makeLogTable(session.ports().calendar, locale,
+                         [this] { return !rows_.isHidden(QStringLiteral("start")); })),
       selectionChanges_(selection_.changes.observe([this] { selectionChanged(); })),
       hideSubmitted_(
           session.ports().defaults.changesOf(preferences::kHideSubmitted).observe([this] { reloadData(); })),
+      shownColumns_(rows_.shownColumnsChanges.observe([this, locale] {
+        rows_.setWidest(u"date", widestLogDates(locale, rows_.isHidden(QStringLiteral("start"))));
+      })),
+      standaloneChanges_(session.standaloneChanges().observe([this] { showWhatApplies(); })),
       documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
   followDocument();
 }
 
+/// What is kept by hand is never sent.
+void LogController::showWhatApplies() {
+  rows_.setHidden(QStringLiteral("submitted"), session_.isStandalone());
+}
+
 void LogController::followDocument() {
   news_ = {};
+  showWhatApplies();
   if (context()) {
     news_ = context()->observe([this](const ChangeSet& changes) { documentEdited(changes); });
   }

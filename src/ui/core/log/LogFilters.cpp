@@ -72,7 +72,7 @@ bool LogController::isReadable(const QString& dateField) const {
 }
 
 bool LogController::hidesSubmitted() const {
-  return session_.ports().defaults.boolean(preferences::kHideSubmitted);
+  return session_.ports().defaults.boolean(preferences::kHideSubmitted) && !session_.isStandalone();
 }
 
 void LogController::setHidesSubmitted(bool hides) {

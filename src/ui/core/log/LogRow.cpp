@@ -1,7 +1,9 @@
 #include "ui_core/LogRow.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 
+#include "link/AffectedActivities.h"
 #include "link/DoubtfulLengths.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
@@ -11,6 +13,8 @@
 namespace pendra {
 
 namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::LogRow", text); }
 
 ColumnHead head(const QString& identifier, const QString& title, CellKind kind, int weight) {
   const bool isTime = kind == CellKind::Time;
@@ -32,22 +36,23 @@ ColumnHead atTheRight(ColumnHead head) {
   return head;
 }
 
-/// The desktop's own short form of date and time, after the day of the week.
-QString dateText(const QDateTime& local, const QLocale& locale) {
-  return locale.dayName(local.date().dayOfWeek(), QLocale::ShortFormat) + u' ' +
-         locale.toString(local.date(), QLocale::ShortFormat) + u", " +
-         locale.toString(local.time(), QLocale::ShortFormat);
+ColumnHead canHide(ColumnHead head) {
+  head.canHide = true;
+  return head;
 }
 
-/// A day of every name in every month, late in the evening: one of them is the widest, whatever the font.
-QStringList wideDateTexts(const QLocale& locale) {
-  QStringList texts;
-  for (int month = 1; month <= 12; ++month) {
-    for (int day = 20; day < 27; ++day) {
-      texts << dateText(QDateTime({2026, month, day}, QTime(22, 48, 48), Qt::UTC), locale);
-    }
-  }
-  return texts;
+QString dayText(QDate day, const QLocale& locale) {
+  return locale.dayName(day.dayOfWeek(), QLocale::ShortFormat) + u' ' +
+         locale.toString(day, QLocale::ShortFormat);
+}
+
+QString momentText(const QDateTime& local, const QLocale& locale) {
+  return locale.toString(local.time(), QLocale::ShortFormat);
+}
+
+/// The desktop's own short form of date and time, after the day of the week.
+QString dateText(const QDateTime& local, const QLocale& locale) {
+  return dayText(local.date(), locale) + u", " + momentText(local, locale);
 }
 
 QString submittedText(const LogRow& row, const Calendar& calendar) {
@@ -56,23 +61,52 @@ QString submittedText(const LogRow& row, const Calendar& calendar) {
 
 bool isRunning(const LogRow& row) { return row.entry && row.entry->running() == true; }
 
-/// What is to be said about the length: first whether somebody was there all the while.
-QString lengthDoubt(const LogRow& row) {
-  if (QString away = row.entry ? awayMark(*row.entry) : QString(); !away.isEmpty()) return away;
-  return isRunning(row) || row.showsAsSent() ? QString() : doubtfulLengthText(row.duration);
+/// What is to be known about the entry before anything else; of several, what matters most.
+QString stateText(const LogRow& row) {
+  if (!row.entry) return {};
+  if (row.entry->sendingSince()) {
+    return tr("Vantor has not confirmed this entry. You are asked about it before the next sending.");
+  }
+  if (QString away = awayMark(*row.entry); !away.isEmpty()) return away;
+  if (row.showsAsSent()) return {};
+  if (QString lost = row.of ? lossText(*row.of) : QString(); !lost.isEmpty()) return lost;
+  return isRunning(row) ? QString() : doubtfulLengthText(row.duration);
 }
 
-QString doubtText(const LogRow& row) {
-  if (!row.entry || !row.entry->sendingSince()) return {};
-  return QStringLiteral(
-      "Vantor has not confirmed this entry. You are asked about it before the next sending.");
+RowSign signOf(const LogRow& row) {
+  if (row.entry && !row.entry->sendingSince() && !awayMark(*row.entry).isEmpty()) return RowSign::Waiting;
+  return stateText(row).isEmpty() ? RowSign::None : RowSign::Warning;
+}
+
+QString remarkOf(const LogRow& row) {
+  if (!row.entry) return {};
+  return row.entry->sendingSince() ? tr("answer lost, asked before it is sent") : awayMark(*row.entry);
+}
+
+/// What a press on the sign does; nothing where the activity runs already.
+QString pressText(const LogRow& row) {
+  if (isRunning(row)) return tr("Stop");
+  return row.canStart() ? tr("Start Again") : QString();
+}
+
+QString endText(const LogRow& row, const Calendar& calendar, const QLocale& locale) {
+  if (isRunning(row)) return tr("now");
+  const auto end = row.end();
+  return end ? momentText(calendar.local(*end), locale) : QString();
+}
+
+Column<LogRow> stateColumn() {
+  ColumnHead state = head(QStringLiteral("state"), {}, CellKind::State, 0);
+  state.accessibleName = tr("State");
+  state.sortable = false;
+  return {.head = std::move(state), .text = pressText, .warning = stateText};
 }
 
 Column<LogRow> editColumn() {
-  ColumnHead edit = fixed(head(QStringLiteral("edit"), {}, CellKind::Link, 0), {QStringLiteral("Edit")});
-  edit.accessibleName = QStringLiteral("Edit");
+  ColumnHead edit = fixed(head(QStringLiteral("edit"), {}, CellKind::Link, 0), {tr("Edit")});
+  edit.accessibleName = tr("Edit");
   edit.sortable = false;
-  return {.head = std::move(edit), .text = [](const LogRow&) { return QStringLiteral("Edit"); }};
+  return {.head = std::move(edit), .text = [](const LogRow&) { return tr("Edit"); }};
 }
 
 quint64 identityOf(const LogRow& row) { return row.entry ? static_cast<quint64>(row.entry->objectID()) : 0; }
@@ -85,34 +119,78 @@ QString LogRow::job() const { return of ? queries::nameOf(of->job()) : QString()
 
 QString LogRow::service() const { return of ? queries::nameOf(of->service()) : QString(); }
 
-RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale) {
+QString LogRow::notes() const { return entry ? entry->notes().value_or(QString()) : QString(); }
+
+std::optional<Instant> LogRow::end() const {
+  return start ? std::optional(Instant{start->seconds + duration}) : std::nullopt;
+}
+
+bool LogRow::canStart() const { return of && !of->isRunning(); }
+
+QStringList widestLogDates(const QLocale& locale, bool withTime) {
+  QStringList texts;
+  for (int month = 1; month <= 12; ++month) {
+    for (int day = 20; day < 27; ++day) {
+      const QDateTime local({2026, month, day}, QTime(22, 48, 48), Qt::UTC);
+      texts << (withTime ? dateText(local, locale) : dayText(local.date(), locale));
+    }
+  }
+  return texts;
+}
+
+RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale,
+                              const std::function<bool()>& showsStart) {
+  const QStringList moments{locale.toString(QTime(22, 48), QLocale::ShortFormat),
+                            locale.toString(QTime(10, 48), QLocale::ShortFormat)};
+  const auto startOf = [](const LogRow& row) { return row.start; };
   std::vector<Column<LogRow>> columns{
-      {.head = head(QStringLiteral("customer"), QStringLiteral("Customer"), CellKind::Text, 5),
+      stateColumn(),
+      {.head = head(QStringLiteral("customer"), tr("Customer"), CellKind::Text, 5),
        .text = [](const LogRow& row) { return row.customer(); }},
-      {.head = head(QStringLiteral("job"), QStringLiteral("Job"), CellKind::Text, 3),
+      {.head = head(QStringLiteral("job"), tr("Job"), CellKind::Text, 3),
        .text = [](const LogRow& row) { return row.job(); }},
-      {.head = head(QStringLiteral("service"), QStringLiteral("Service"), CellKind::Text, 4),
+      {.head = head(QStringLiteral("service"), tr("Service"), CellKind::Text, 4),
        .text = [](const LogRow& row) { return row.service(); }},
+      {.head = canHide(head(QStringLiteral("notes"), tr("Notes"), CellKind::Secondary, 5)),
+       .text = [](const LogRow& row) { return row.notes(); },
+       .remark = remarkOf},
       editColumn(),
-      {.head = fixed(head(QStringLiteral("date"), QStringLiteral("Date"), CellKind::Text, 0),
-                     wideDateTexts(locale)),
+      {.head =
+           fixed(head(QStringLiteral("date"), tr("Date"), CellKind::Day, 0), widestLogDates(locale, false)),
+       .text =
+           [&calendar, locale, showsStart](const LogRow& row) {
+             if (!row.start) return QString();
+             const QDateTime local = calendar.local(*row.start);
+             return showsStart() ? dayText(local.date(), locale) : dateText(local, locale);
+           },
+       .time = startOf},
+      {.head = canHide(
+           fixed(atTheRight(head(QStringLiteral("start"), tr("Start"), CellKind::Moment, 0)), moments)),
        .text =
            [&calendar, locale](const LogRow& row) {
-             return row.start ? dateText(calendar.local(*row.start), locale) : QString();
+             return row.start ? momentText(calendar.local(*row.start), locale) : QString();
            },
-       .time = [](const LogRow& row) { return row.start; }},
-      {.head = head(QStringLiteral("duration"), QStringLiteral("Duration"), CellKind::Time, 0),
-       .text = [](const LogRow& row) { return durationText(row.duration); },
-       .warning = lengthDoubt},
-      {.head = atTheRight(
-           fixed(head(QStringLiteral("submitted"), QStringLiteral("Submitted"), CellKind::Secondary, 0),
-                 {QStringLiteral("00/00/00")})),
-       .text = [&calendar](const LogRow& row) { return submittedText(row, calendar); },
-       .warning = doubtText},
+       .time = startOf},
+      {.head = canHide(fixed(atTheRight(head(QStringLiteral("end"), tr("End"), CellKind::OpenMoment, 0)),
+                             moments + QStringList(tr("now")))),
+       .text = [&calendar, locale](const LogRow& row) { return endText(row, calendar, locale); },
+       .time = [](const LogRow& row) { return row.end(); }},
+      {.head = head(QStringLiteral("duration"), tr("Duration"), CellKind::Time, 0),
+       .text = [](const LogRow& row) { return durationText(row.duration); }},
+      {.head = atTheRight(fixed(head(QStringLiteral("submitted"), tr("Submitted"), CellKind::Secondary, 0),
+                                {QStringLiteral("00/00/00")})),
+       .text = [&calendar](const LogRow& row) { return submittedText(row, calendar); }},
   };
-  return RowTable<LogRow>(std::move(columns), {.identity = identityOf,
-                                               .running = isRunning,
-                                               .quiet = [](const LogRow& row) { return row.showsAsSent(); }});
+  const auto dayOf = [&calendar](const LogRow& row) {
+    return row.start ? calendar.day(*row.start).toJulianDay() : 0;
+  };
+  return RowTable<LogRow>(std::move(columns),
+                          {.identity = identityOf,
+                           .running = isRunning,
+                           .quiet = [](const LogRow& row) { return row.showsAsSent(); },
+                           .sign = signOf,
+                           .group = dayOf,
+                           .groupedBy = {QStringLiteral("date"), QStringLiteral("start")}});
 }
 
 }  // namespace pendra

@@ -71,6 +71,20 @@ void LogController::selectionChanged() {
   window_.setCurrentEntry(selectedEntry());
 }
 
+void LogController::startOrStop(int row) {
+  const LogRow* pressed = rows_.row(row);
+  if (!pressed || !pressed->entry || !pressed->of) return;
+  const Ref<Activity> activity = pressed->of;
+  if (pressed->entry->running() == true) {
+    std::ignore = session_.context()->edit(tr("Stop"), [&] { activity->stop(); });
+  } else if (pressed->canStart()) {
+    std::ignore = session_.context()->edit(tr("Start"), [&] {
+      activity->setCompleted(false);  // what runs is to be seen among the activities
+      activity->startEntry();
+    });
+  }
+}
+
 void LogController::markSelectedUnsent() {
   const auto entries = selectedEntries();
   if (entries.empty() || !userMarksAsUnsent(session_.ports().alerts)) return;

@@ -54,6 +54,18 @@ RowChanges::RowChanges(const std::vector<quint64>& before, const std::vector<qui
 
 bool RowChanges::areMany() const { return gone.ranges().size() + come.ranges().size() > kMostRanges; }
 
+bool TableModel::isHidden(QStringView identifier) const { return hidden_.contains(identifier.toString()); }
+
+void TableModel::setHidden(const QString& identifier, bool hidden) {
+  if (isHidden(identifier) == hidden) return;
+  const Notifier::Change change(shownColumnsChanges);
+  if (hidden) {
+    hidden_.insert(identifier);
+  } else {
+    hidden_.remove(identifier);
+  }
+}
+
 std::optional<int> TableModel::columnOf(QStringView identifier) const {
   for (int column = 0; column < columnCount(); ++column) {
     if (head(column).identifier == identifier) return column;
@@ -93,6 +105,12 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
       return isRunning(index.row());
     case kQuietRole:
       return isQuiet(index.row());
+    case kSignRole:
+      return static_cast<int>(sign(index.row()));
+    case kRemarkRole:
+      return remark(index.row(), index.column());
+    case kGroupRole:
+      return static_cast<int>(groupPlace(index.row()));
     case kIdentityRole:
       return identity(index.row());
     default:
@@ -105,6 +123,9 @@ QString TableModel::accessibleText(const QModelIndex& index) const {
   const ColumnHead& its = head(index.column());
   if (its.kind == CellKind::StartStop) return isRunning(index.row()) ? spoken("Stop") : spoken("Start");
   QString shown = text(index.row(), index.column());
+  if (const QString remark = this->remark(index.row(), index.column()); !remark.isEmpty()) {
+    return shown.isEmpty() ? remark : remark + u' ' + shown;
+  }
   if (its.kind == CellKind::Check && shown.isEmpty()) {
     return its.accessibleName.isEmpty() ? its.title : its.accessibleName;
   }

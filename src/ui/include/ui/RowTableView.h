@@ -2,14 +2,19 @@
 // A press and a selection are two things. A press on a sign, a link or a check box acts at once and is
 // reported as `cellPressed`; the row is selected by the same press, as by any other.
 
+#include <QMap>
 #include <QPointer>
 #include <QTableView>
+#include <memory>
 #include <vector>
 
 #include "ui_core/TableSelection.h"
 
+class QMenu;
+
 namespace pendra {
 
+class ColumnWidths;
 class EmptyState;
 
 /// The program's table: rows of one height with a line under each, quiet heads, one look for what runs.
@@ -18,6 +23,7 @@ class RowTableView : public QTableView {
   Q_OBJECT
  public:
   explicit RowTableView(QWidget* parent = nullptr);
+  ~RowTableView() override;
   /// Shows the table and its selection, which outlive the view or are dropped before they go.
   void setTable(TableModel& table, TableSelection& selection);
   /// The same with a selection of its own.
@@ -37,6 +43,16 @@ class RowTableView : public QTableView {
   [[nodiscard]] bool sortAscending() const;
   /// Sorts and shows the sign in the head; not reported.
   void setSortOrder(const SortOrder& descriptor);
+
+  /// Gives the columns their places on the grid of the timer window (ui/Grid.h).
+  void standOnGrid();
+  /// The part of a cell, or of a column's head, in which its content stands.
+  [[nodiscard]] QRect contentRect(const QRect& cell, int column) const;
+  /// The widths that were set by hand on the grid, by column.
+  [[nodiscard]] const QMap<QString, int>& chosenWidths() const;
+  void chooseWidths(const QMap<QString, int>& widths);
+  /// Adds a choice for each column that can be hidden.
+  void addColumnChoices(QMenu& menu) const;
 
   /// Opens the cell's editor.
   void editCell(const QString& identifier, int row);
@@ -59,6 +75,8 @@ class RowTableView : public QTableView {
   void rowActivated(int row);
   void headClicked(const QString& identifier);
   void sortChanged();
+  /// A column on the grid was dragged to another width.
+  void widthChosen();
   void emptyButtonClicked();
   void emptyHelpClicked();
 
@@ -82,8 +100,8 @@ class RowTableView : public QTableView {
   void connectTable();
   void rowsChanged();
   void distributeWidths();
-  void keepDraggedWidth(int section, int width);
-  [[nodiscard]] int contentWidth(int column) const;
+  void showColumns();
+  void askForColumns(const QPoint& place);
   void placeEmptyState();
   void setHovered(int row);
   void redrawRect(int row);
@@ -94,7 +112,8 @@ class RowTableView : public QTableView {
   Notifier::Subscription selectionChanges_;
   EmptyState* empty_ = nullptr;
   int scroll_ = 0;  ///< before a reset
-  std::vector<double> weights_;
+  std::unique_ptr<ColumnWidths> widths_;
+  Notifier::Subscription shownColumns_;
   /// A cell that acts and on which the button of the mouse is held.
   struct Pressed {
     quint64 identity = 0;
@@ -103,7 +122,6 @@ class RowTableView : public QTableView {
   };
   Pressed pressed_;
   int hovered_ = -1;
-  bool distributing_ = false;
 };
 
 }  // namespace pendra

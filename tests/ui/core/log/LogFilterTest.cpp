@@ -29,6 +29,7 @@ TEST_F(TimeLog, ListsWholeDays) {
         "2026-10-25T01:30:00Z", "2026-10-25T22:59:59Z", "2026-10-25T23:00:00Z", "2026-03-28T22:59:00Z",
         "2026-03-29T01:30:00Z", "2026-03-29T22:00:00Z", "2026-06-01T10:00:00Z"})
     test.addPeriod(activity, start, 7200);
+  log.rows().setHidden("start", true);  // then the date says the time as well
   const struct {
     const char* from;
     const char* to;

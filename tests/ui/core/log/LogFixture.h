@@ -16,11 +16,11 @@ class SilentDisplay final : public TimerDisplay {
   void showActivitySheet(bool) override {}
 };
 
-/// A time log over an open document, at 2026-11-24 10:00 in Berlin.
+/// A time log over an open document that is linked, at 2026-11-24 10:00 in Berlin.
 class TimeLog : public testing::Test {
  protected:
   TimeLog() {
-    test.openDocument();
+    test.openDocument(false);
     design = &test.addService("Design");
   }
 

@@ -20,6 +20,70 @@ TEST_F(TimeLog, SortsDatesByTimeAndEverythingElseByCodeUnit) {
   EXPECT_EQ(column("submitted"), (QStringList{"-", "02/11/26", "12/31/25"}));
 }
 
+TEST_F(TimeLog, SaysInItsColumnsWhatThereIsToKnowOfAnEntry) {
+  TimeEntry& away = test.addPeriod(activityOf("Away"), "2026-11-24T08:00:00Z", 3600);
+  away.setAwayFrom(instantOf("2026-11-24T08:10:00Z"));
+  away.setAwayTo(instantOf("2026-11-24T08:47:00Z"));
+  away.setNotes("sketches");
+  test.addPeriod(activityOf("Lost"), "2026-11-23T22:30:00Z", 5400).setSendingSince(test.clock.now());
+  Activity& plain = activityOf("Plain");
+  test.addPeriod(plain, "2026-11-23T21:00:00Z", 60);
+  test.addPeriod(activityOf("Endless"), "2026-11-22T21:00:00Z", 90000);
+  Activity& running = activityOf("Running");
+  test.addPeriod(running, "2026-11-20T08:00:00Z", 60);
+  running.startEntry();
+  auto& rows = log.rows();
+  rows.sortBy({"date", false});
+  log.reloadData();
+  const struct {
+    const char* customer;
+    const char* date;
+    const char* start;
+    const char* end;
+    const char* press;
+    RowSign sign;
+    InGroup place;
+    const char* remark;
+  } expected[] = {
+      {"Running", "Tue 24 Nov 2026", "10:00:00", "now", "Stop", RowSign::None, InGroup::First, ""},
+      {"Away", "Tue 24 Nov 2026", "09:00:00", "10:00:00", "Start Again", RowSign::Waiting, InGroup::Further,
+       "37 min away?"},
+      {"Lost", "Mon 23 Nov 2026", "23:30:00", "01:00:00", "Start Again", RowSign::Warning, InGroup::First,
+       "answer lost, asked before it is sent"},
+      {"Plain", "Mon 23 Nov 2026", "22:00:00", "22:01:00", "Start Again", RowSign::None, InGroup::Further,
+       ""},
+      {"Endless", "Sun 22 Nov 2026", "22:00:00", "23:00:00", "Start Again", RowSign::Warning, InGroup::First,
+       ""},
+      {"Running", "Fri 20 Nov 2026", "09:00:00", "09:01:00", "", RowSign::None, InGroup::First, ""}};
+  ASSERT_EQ(rows.rowCount(), std::ssize(expected));
+  const int state = rows.columnOf(u"state").value();
+  for (int row = 0; row < rows.rowCount(); ++row) {
+    const auto& is = expected[row];
+    const QStringList cells{column("customer")[row], column("date")[row], column("start")[row],
+                            column("end")[row], column("state")[row]};
+    EXPECT_EQ(cells, (QStringList{is.customer, is.date, is.start, is.end, is.press}));
+    EXPECT_EQ(rows.sign(row), is.sign) << is.customer;
+    EXPECT_EQ(rows.warning(row, state).isEmpty(), is.sign == RowSign::None) << "a sign says what it means";
+    EXPECT_EQ(rows.groupPlace(row), is.place) << row;
+    EXPECT_EQ(rows.remark(row, rows.columnOf(u"notes").value()), is.remark);
+  }
+  EXPECT_EQ(rows.index(1, rows.columnOf(u"notes").value()).data(Qt::AccessibleTextRole),
+            "37 min away? sketches");
+  rows.sortBy({"customer", true});
+  EXPECT_EQ(rows.groupPlace(1), InGroup::Ungrouped);
+
+  plain.setCompleted(true);
+  const int last = rows.rowCount() - 3;  // Plain stands before the two of Running
+  log.startOrStop(last);
+  EXPECT_TRUE(plain.isRunning());
+  EXPECT_EQ(plain.completed(), false) << "what runs is listed";
+  EXPECT_EQ(column("state")[last], "") << "it runs already";
+  log.startOrStop(last);
+  EXPECT_EQ(plain.entries().size(), 2U);
+  log.startOrStop(last + 1);
+  EXPECT_FALSE(plain.isRunning());
+}
+
 TEST_F(TimeLog, TheTickMovesRunningRowsOnlyAndLeavesAStoppedOneAsItWas) {
   test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   Activity& activity = activityOf("Bob");

@@ -75,6 +75,8 @@ class LogController {
   /// The tick.
   void updateRunningEntries();
   void markSelectedUnsent();
+  /// Stops the entry of a row that runs; else starts the row's activity again, unless it runs already.
+  void startOrStop(int row);
   /// Selects, as the only one, the row of that entry.
   void selectEntry(const TimeEntry* period);
   void clearSelection() { selection_.clearSelection(); }
@@ -98,6 +100,7 @@ class LogController {
   void selectionChanged();
   [[nodiscard]] ObjectContext* context() const;
   void followDocument();
+  void showWhatApplies();
   void documentEdited(const ChangeSet& changes);
   [[nodiscard]] bool movesThroughFilters(const ChangeSet& changes) const;
   /// Puts these new entries into the rows where a rebuild would list them.
@@ -122,7 +125,9 @@ class LogController {
   QHash<qint64, int> runningRows_;  // where a running entry was last found; -1: it is not listed
   Notifier::Subscription selectionChanges_;
   Notifier::Subscription hideSubmitted_;
+  Notifier::Subscription shownColumns_;
   Subscription news_;
+  Notifier::Subscription standaloneChanges_;
   Notifier::Subscription documentChanges_;
 };
 

@@ -21,13 +21,23 @@ struct LogRow {
   [[nodiscard]] QString customer() const;
   [[nodiscard]] QString job() const;
   [[nodiscard]] QString service() const;
+  [[nodiscard]] QString notes() const;
+  /// Its start and its length.
+  [[nodiscard]] std::optional<Instant> end() const;
+  /// Whether its activity can be started again: it is there and does not run.
+  [[nodiscard]] bool canStart() const;
   /// Whether the log shows the row as sent. Kept: exactly one second counts as sent here, which marking
   /// as unsent and the export take as not sent.
   [[nodiscard]] bool showsAsSent() const { return submittedSeconds >= 1.0; }
 };
 
-/// The columns "customer", "job", "service", "date", "duration", "submitted" and "edit". The locale shapes
-/// the date column alone.
-[[nodiscard]] RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale);
+/// The columns "state", "customer", "job", "service", "notes", "edit", "date", "start", "end", "duration" and
+/// "submitted". The locale shapes days and times of day. While the start has a column of its own
+/// (`showsStart`), the date says the day only.
+[[nodiscard]] RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale,
+                                            const std::function<bool()>& showsStart);
+/// A day of every name in every month, late in the evening: one of these texts is the widest of the column
+/// "date", whatever the font.
+[[nodiscard]] QStringList widestLogDates(const QLocale& locale, bool withTime);
 
 }  // namespace pendra

@@ -26,6 +26,7 @@ struct Column {
   std::function<bool(const Row&)> checked{};
   std::function<bool(const Row&)> editable{};
   std::function<QString(const Row&)> warning{};
+  std::function<QString(const Row&)> remark{};
 };
 
 /// What a RowTable asks of every row, whatever the column.
@@ -34,6 +35,10 @@ struct RowTraits {
   std::function<quint64(const Row&)> identity{};
   std::function<bool(const Row&)> running{};
   std::function<bool(const Row&)> quiet{};
+  std::function<RowSign(const Row&)> sign{};
+  /// Rows that stand together and answer the same here are a group, while the order is one of these keys.
+  std::function<qint64(const Row&)> group{};
+  QStringList groupedBy{};
 };
 
 /// Rows under a fixed table of columns, sorted by one order. Sorting is stable in both directions.
@@ -126,6 +131,10 @@ class RowTable final : public TableModel {
     if (found == rows_.end()) return std::nullopt;
     return static_cast<int>(found - rows_.begin());
   }
+  /// Other texts among which is the widest of a column; to be told by whoever shows the column anew.
+  void setWidest(QStringView identifier, const QStringList& texts) {
+    if (const auto column = columnOf(identifier)) columns_[static_cast<size_t>(*column)].head.widest = texts;
+  }
   /// Puts the rows in order again after some were changed in place.
   void sortAgain() { reorder(orderOf(rows_)); }
 
@@ -155,6 +164,17 @@ class RowTable final : public TableModel {
   }
   [[nodiscard]] QString warning(int row, int column) const override {
     return ask(row, column, &Column<Row>::warning);
+  }
+  [[nodiscard]] QString remark(int row, int column) const override {
+    return ask(row, column, &Column<Row>::remark);
+  }
+  [[nodiscard]] RowSign sign(int row) const override {
+    return traits_.sign && holds(row) ? traits_.sign(*this->row(row)) : RowSign::None;
+  }
+  [[nodiscard]] InGroup groupPlace(int row) const override {
+    if (!traits_.group || !holds(row) || !traits_.groupedBy.contains(sort_.key)) return InGroup::Ungrouped;
+    const bool isFurther = row > 0 && traits_.group(*this->row(row)) == traits_.group(*this->row(row - 1));
+    return isFurther ? InGroup::Further : InGroup::First;
   }
   [[nodiscard]] bool isEditable(int row, int column) const override {
     return ask(row, column, &Column<Row>::editable);

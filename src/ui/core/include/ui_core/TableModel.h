@@ -3,11 +3,14 @@
 // values and names for looks (CellKind); the widgets decide what a link or a running row looks like.
 
 #include <QAbstractTableModel>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <functional>
 #include <optional>
 #include <vector>
+
+#include "platform/Notifier.h"
 
 namespace pendra {
 
@@ -21,15 +24,26 @@ enum class CellKind {
   Secondary,      ///< words that matter less than those beside them
   Time,           ///< tabular figures; green and semibold in a running row
   SecondaryTime,  ///< the same, quiet while the row does not run
+  Day,            ///< quiet when the row above it is of the same day
+  Moment,         ///< a time of day in tabular figures
+  OpenMoment,     ///< the same, and a quiet word while the row runs
   StartStop,      ///< a play or pause sign; a press acts
+  State,          ///< what there is to know about the row, as a sign; a press on it acts
   Link,           ///< its text is what a press does
   Check,          ///< a check box; a press turns it over
 };
 
 /// Whether a press on the cell does something beyond selecting its row.
 constexpr bool actsOnPress(CellKind kind) {
-  return kind == CellKind::StartStop || kind == CellKind::Link || kind == CellKind::Check;
+  return kind == CellKind::StartStop || kind == CellKind::State || kind == CellKind::Link ||
+         kind == CellKind::Check;
 }
+
+/// What a row is marked with beside that it runs.
+enum class RowSign { None, Warning, Waiting };
+
+/// How a row stands to the one above it, where the order puts rows together that belong together.
+enum class InGroup { Ungrouped, First, Further };
 
 /// A column, apart from its content.
 struct ColumnHead {
@@ -39,7 +53,8 @@ struct ColumnHead {
   Alignment alignment = Alignment::Left;
   CellKind kind = CellKind::Text;
   bool sortable = true;
-  int weight = 0;  ///< share of the width that is left; 0: as wide as its content needs
+  bool canHide = false;  ///< by the person who looks at the table
+  int weight = 0;        ///< share of the width that is left; 0: as wide as its content needs
   /// Without a weight: texts among which is the widest to expect. None: the kind's own width.
   QStringList widest{};
 };
@@ -84,7 +99,16 @@ struct RowChanges {
 /// not running, unchecked. Whatever changes the rows tells it, and no more than that.
 class TableModel : public QAbstractTableModel {
  public:
-  enum Role { kKindRole = Qt::UserRole, kRunningRole, kQuietRole, kIdentityRole, kWarningRole };
+  enum Role {
+    kKindRole = Qt::UserRole,
+    kRunningRole,
+    kQuietRole,
+    kIdentityRole,
+    kWarningRole,
+    kSignRole,
+    kRemarkRole,
+    kGroupRole
+  };
 
   /// What the owner of the rows says about typing over a cell. Any part may be left out.
   struct EditRules {
@@ -108,11 +132,22 @@ class TableModel : public QAbstractTableModel {
   [[nodiscard]] virtual bool isChecked(int row, int column) const = 0;
   /// Why the cell is marked as needing attention, as a sentence; empty when it is not.
   [[nodiscard]] virtual QString warning(int row, int column) const = 0;
+  /// What the row is marked with.
+  [[nodiscard]] virtual RowSign sign(int row) const = 0;
+  /// What is said in the cell before its own text, because it matters more; mostly empty.
+  [[nodiscard]] virtual QString remark(int row, int column) const = 0;
+  [[nodiscard]] virtual InGroup groupPlace(int row) const = 0;
   /// Whether the text of the cell can be typed over in the table.
   [[nodiscard]] virtual bool isEditable(int row, int column) const = 0;
   /// Sorts the rows; without a key nothing happens.
   virtual void sortBy(const SortOrder& order) = 0;
   [[nodiscard]] virtual const SortOrder& sortOrder() const = 0;
+
+  /// Columns that are not shown are still there, for whoever asks for them by name.
+  [[nodiscard]] bool isHidden(QStringView identifier) const;
+  void setHidden(const QString& identifier, bool hidden);
+  /// Announces that other columns are shown.
+  Notifier shownColumnsChanges;
 
   [[nodiscard]] std::optional<int> columnOf(QStringView identifier) const;
   /// The row that shows that object; none for 0.
@@ -133,6 +168,7 @@ class TableModel : public QAbstractTableModel {
   [[nodiscard]] QString accessibleText(const QModelIndex& index) const;
 
   EditRules edits_;
+  QSet<QString> hidden_;
 };
 
 }  // namespace pendra

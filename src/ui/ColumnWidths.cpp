@@ -1,0 +1,147 @@
+#include "ColumnWidths.h"
+
+#include <QHeaderView>
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+#include "RowDelegate.h"
+#include "RowHeader.h"
+#include "ui/Grid.h"
+#include "ui/RowTableView.h"
+#include "ui/Theme.h"
+
+namespace pendra {
+
+namespace {
+constexpr int kNarrowest = 56;
+}
+
+void ColumnWidths::followTable() {
+  weights_.clear();
+  for (int column = 0; column < view_.tableModel().columnCount(); ++column) {
+    weights_.push_back(view_.tableModel().head(column).weight);
+    // What has the width of its content would come back to it at the next reset.
+    if (hasOwnWidth(column)) view_.horizontalHeader()->setSectionResizeMode(column, QHeaderView::Fixed);
+  }
+}
+
+bool ColumnWidths::hasOwnWidth(int column) const { return weights_[static_cast<std::size_t>(column)] <= 0; }
+
+void ColumnWidths::showColumns() {
+  const TableModel& model = view_.tableModel();
+  distributing_ = true;  // a column that goes is not one that was dragged to nothing
+  for (int column = 0; column < model.columnCount(); ++column) {
+    view_.setColumnHidden(column, model.isHidden(model.head(column).identifier));
+  }
+  distribute();
+}
+
+void ColumnWidths::distribute() {
+  distributing_ = true;
+  if (onGrid_) {
+    distributeOnGrid();
+  } else {
+    distributeByWeight();
+  }
+  distributing_ = false;
+}
+
+int ColumnWidths::contentWidth(int column) const {
+  const TableModel& model = view_.tableModel();
+  const ColumnHead& head = model.head(column);
+  const bool isTime = head.kind == CellKind::Time || head.kind == CellKind::SecondaryTime;
+  QStringList texts = head.widest;
+  if (texts.isEmpty()) texts << (isTime ? QString() : model.text(0, column));
+  int content = static_cast<RowHeader*>(view_.horizontalHeader())->naturalWidth(column);
+  for (const QString& text : std::as_const(texts)) {
+    content = std::max(content, RowDelegate::naturalWidth(head.kind, text, view_.font()));
+  }
+  return content + 100 - view_.contentRect(QRect(0, 0, 100, 100), column).width();
+}
+
+void ColumnWidths::distributeByWeight() {
+  int left = view_.viewport()->width();
+  double weight = std::accumulate(weights_.begin(), weights_.end(), 0.0);
+  for (int column = 0; column < view_.tableModel().columnCount(); ++column) {
+    if (!hasOwnWidth(column)) continue;
+    view_.setColumnWidth(column, contentWidth(column));
+    left -= view_.columnWidth(column);
+  }
+  // Each column takes its part of what the ones before it have left, so that nothing is lost to rounding.
+  for (int column = 0; column < view_.tableModel().columnCount(); ++column) {
+    const double own = weights_[static_cast<std::size_t>(column)];
+    if (own <= 0) continue;
+    view_.setColumnWidth(column, std::max(kNarrowest, static_cast<int>(left * own / weight)));
+    left -= view_.columnWidth(column);
+    weight -= own;
+  }
+}
+
+int ColumnWidths::gridWidth(int column) const {
+  const TableModel& model = view_.tableModel();
+  const auto place = grid::placeOf(model.head(column).identifier);
+  if (!place) return contentWidth(column);
+  if (const auto byHand = byHand_.constFind(model.head(column).identifier); byHand != byHand_.cend()) {
+    return *byHand;
+  }
+  if (*place == grid::Place::Notes) return kNarrowest;
+  // As far as where the next place begins that this table has.
+  auto next = static_cast<int>(*place) + 1;
+  const bool hasStar = model.columnOf(u"favourite").has_value();
+  if (next == static_cast<int>(grid::Place::Star) && !hasStar) ++next;
+  const int begin =
+      *place == grid::Place::Sign ? 0 : grid::startOf(*place, view_.width()) - metrics::kCellPadding;
+  return grid::startOf(static_cast<grid::Place>(next), view_.width()) - metrics::kCellPadding - begin;
+}
+
+int ColumnWidths::flexibleColumn() const {
+  const TableModel& model = view_.tableModel();
+  for (const char16_t* identifier : {u"notes", u"service", u"job"}) {
+    const auto column = model.columnOf(identifier);
+    if (column && !view_.isColumnHidden(*column)) return *column;
+  }
+  return model.columnOf(u"customer").value_or(0);
+}
+
+void ColumnWidths::distributeOnGrid() {
+  const int flexible = flexibleColumn();
+  int left = view_.viewport()->width();
+  for (int column = 0; column < view_.tableModel().columnCount(); ++column) {
+    if (view_.isColumnHidden(column)) continue;
+    view_.setColumnWidth(column, gridWidth(column));
+    left -= view_.columnWidth(column);
+  }
+  if (left > 0) view_.setColumnWidth(flexible, view_.columnWidth(flexible) + left);
+  if (left < 0) squeeze(-left);
+}
+
+void ColumnWidths::squeeze(int excess) {
+  std::vector<int> columns;
+  for (int column = 0; column < view_.tableModel().columnCount(); ++column) {
+    if (!hasOwnWidth(column) && !view_.isColumnHidden(column)) columns.push_back(column);
+  }
+  const auto width = [this](int column) { return view_.columnWidth(column); };
+  std::sort(columns.begin(), columns.end(), [&](int a, int b) { return width(a) > width(b); });
+  for (const int column : columns) {
+    const int taken = std::clamp(width(column) - kNarrowest, 0, excess);
+    view_.setColumnWidth(column, width(column) - taken);
+    excess -= taken;
+  }
+}
+
+bool ColumnWidths::keepDragged(int section, int width) {
+  if (distributing_ || hasOwnWidth(section)) return false;
+  if (onGrid_) {
+    if (section != flexibleColumn()) byHand_[view_.tableModel().head(section).identifier] = width;
+    distribute();
+    return true;
+  }
+  for (int column = 0; column < view_.tableModel().columnCount(); ++column) {
+    double& weight = weights_[static_cast<std::size_t>(column)];
+    if (weight > 0) weight = column == section ? width : view_.columnWidth(column);
+  }
+  return false;
+}
+
+}  // namespace pendra
