@@ -4,6 +4,7 @@
 #include <QMetaObject>
 
 #include "document/DocumentClosing.h"
+#include "document/DocumentLoading.h"
 #include "platform/Resources.h"
 #include "ui/HelpPlace.h"
 #include "ui/TimerWindowController.h"
@@ -27,6 +28,12 @@ void quit(const CommandContext& at) {
 
 void closeWindow(const CommandContext& at) {
   if (at.sender) at.sender->window()->close();
+}
+
+void quickEntry(const CommandContext& at) {
+  if (isAsked(at)) return;
+  showTimerWindow(at.session);
+  if (TimerWindowController* timer = at.timer()) timer->quickEntry();
 }
 
 void help(const CommandContext& at) {

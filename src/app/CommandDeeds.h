@@ -8,6 +8,8 @@ namespace pendra::deeds {
 
 void quit(const CommandContext& at);
 void closeWindow(const CommandContext& at);
+/// Not while something is asked.
+void quickEntry(const CommandContext& at);
 void help(const CommandContext& at);
 void sendAllTime(const CommandContext& at);
 void sendSelectedTime(const CommandContext& at);

@@ -59,6 +59,7 @@ void openWindow(At at) {
 constexpr CommandRow kPendra[] = {
     {Command::About, "About Pendra", 0, "", false, always, openWindow<WindowKind::About>},
     {Command::Preferences, "Preferences…", 0, "Ctrl+,", true, always, openWindow<WindowKind::Preferences>},
+    {Command::QuickEntry, "Quick Entry…", 0, "Ctrl+L", true, withDocument, deeds::quickEntry},
     {Command::Quit, "Quit Pendra", 0, "Ctrl+Q", true, always, deeds::quit},
 };
 

@@ -235,6 +235,8 @@ QStringList Desk::notices() const {
 
 void Desk::perform(Command command, QWidget*) {
   switch (command) {
+    case Command::QuickEntry:
+      return timer_->quickEntry();
     case Command::AddActivity:
       return timer_->addActivity();
     case Command::EditActivity:

@@ -4,9 +4,11 @@
 #include <set>
 
 #include "link/ActivityTitle.h"
+#include "model/DurationText.h"
 #include "model/Queries.h"
 #include "model/TimeEntry.h"
 #include "platform/Text.h"
+#include "store/ObjectContext.h"
 
 namespace pendra {
 
@@ -86,6 +88,39 @@ QString nameOf(const Skipped& skipped) {
   return tr("a name that is gone");
 }
 
+/// “Acme”, “Roof”: the names that came to the lists together with an entry for them.
+QStringList namesThatCame(const ChangeSet& changes) {
+  QStringList names;
+  if (changes.inserted<TimeEntry>().empty()) return names;
+  const auto add = [&names](const auto& inserted) {
+    for (const auto* one : inserted) names << formatted(u"“%@”", {queries::nameOf(one)});
+  };
+  add(changes.inserted<Customer>());
+  add(changes.inserted<Job>());
+  add(changes.inserted<Service>());
+  return names;
+}
+
+QString whatCame(const ChangeSet& changes) {
+  QStringList names = namesThatCame(changes);
+  if (names.size() == 1) return formatted(tr("%@ is new in its list."), {names.front()});
+  if (names.size() > 1) {
+    const QString last = names.takeLast();
+    return formatted(tr("%@ and %@ are new in their lists."), {names.join(QStringLiteral(", ")), last});
+  }
+  const auto inserted = changes.inserted<TimeEntry>();
+  if (inserted.size() != 1 || !inserted[0]->activity() || !inserted[0]->start() ||
+      inserted[0]->storedDuration() <= 0)
+    return {};
+  const TimeEntry& entry = *inserted[0];
+  const Calendar& calendar = entry.context()->calendar();
+  const QDate day = calendar.day(*entry.start());
+  if (day == calendar.day(entry.context()->clock().now())) return {};
+  return formatted(tr("%@ are booked for “%@” on %@."),
+                   {durationText(entry.storedDuration()), activityTitle(*entry.activity()),
+                    day.toString(QStringLiteral("ddd d MMM yyyy"))});
+}
+
 }  // namespace
 
 QString whatWasDone(const ChangeSet& changes) {
@@ -98,7 +133,7 @@ QString whatWasDone(const ChangeSet& changes) {
     return formatted(tr("All %@ time entries of “%@” have changed."),
                      {QString::number(moved->entries().size()), activityTitle(*moved)});
   }
-  return {};
+  return whatCame(changes);
 }
 
 QStringList whatWasLeftAlone(const std::vector<Skipped>& skipped) {

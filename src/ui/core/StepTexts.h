@@ -9,7 +9,8 @@
 namespace pendra {
 
 /// What an edit did, in one sentence, where it cannot be seen easily: something was completed or deleted, or
-/// more entries moved than the one that was meant. Empty for any other edit.
+/// more entries moved than the one that was meant, or an entry came that is not of today or brought names
+/// with it. Empty for any other edit.
 [[nodiscard]] QString whatWasDone(const ChangeSet& changes);
 
 /// What a step left alone, each thing once: "an entry of “Acme - Roof”", "“Acme”". Of many the first ones and

@@ -29,7 +29,8 @@ QVBoxLayout* place(QWidget* widget) {
 
 }  // namespace
 
-TimerWindow::TimerWindow(Notices& notices, std::function<bool()> shouldClose, std::function<void()> closed)
+TimerWindow::TimerWindow(Notices& notices, QWidget* quickEntry, std::function<bool()> shouldClose,
+                         std::function<void()> closed)
     : shouldClose_(std::move(shouldClose)), closed_(std::move(closed)) {
   setObjectName(QStringLiteral("timerWindow"));
   resize(kFirstSize);
@@ -51,6 +52,7 @@ TimerWindow::TimerWindow(Notices& notices, std::function<bool()> shouldClose, st
   auto* content = new QWidget;
   QVBoxLayout* column = place(content);
   column->addWidget(makeHeader());
+  column->addWidget(quickEntry);
   column->addWidget(new NoticeLine(notices, NoticeLine::In::TimerWindow));
   column->addWidget(splitView, 1);
   setCentralWidget(content);

@@ -16,8 +16,10 @@ class TimerHeader;
 /// The timer window's controls and how they stand: header, notice line, activities above the log, footer.
 class TimerWindow final : public QMainWindow {
  public:
-  /// `shouldClose` is asked when the user closes the window; `closed` is told when that happened.
-  TimerWindow(Notices& notices, std::function<bool()> shouldClose, std::function<void()> closed);
+  /// `quickEntry` stands under the header. `shouldClose` is asked when the user closes the window; `closed`
+  /// is told when that happened.
+  TimerWindow(Notices& notices, QWidget* quickEntry, std::function<bool()> shouldClose,
+              std::function<void()> closed);
 
   /// Puts the log below the activities, and into the footer its count and sum and the hours over everything.
   void setLog(QWidget* pane, QWidget* summary, QWidget* glance);

@@ -7,6 +7,7 @@
 #include "GlanceView.h"
 #include "LatestMenu.h"
 #include "MenuButton.h"
+#include "QuickEntryRow.h"
 #include "RunningPills.h"
 #include "TimerHeader.h"
 #include "TimerWindow.h"
@@ -42,11 +43,22 @@ namespace {
 constexpr std::chrono::milliseconds kTick{1000};
 constexpr std::chrono::milliseconds kIntroDelay{500};
 
-std::unique_ptr<TimerWindow> makeWindow(Session& session, std::function<void()> closed) {
+std::unique_ptr<TimerWindow> makeWindow(Session& session, QWidget* quickEntry, std::function<void()> closed) {
   auto window = std::make_unique<TimerWindow>(
-      session.notices(), [&session] { return mayCloseWindow(session); }, std::move(closed));
+      session.notices(), quickEntry, [&session] { return mayCloseWindow(session); }, std::move(closed));
   new WindowPlace(*window, session.ports().defaults, preferences::kTimerWindowPlace);
   return window;
+}
+
+/// The key of a command as the desktop writes it; empty where no menu has the command.
+QString keyOf(const CommandTarget& target, Command command) {
+  for (const Menu& menu : target.menus()) {
+    for (const CommandRow& row : menu.rows) {
+      if (row.command == command)
+        return QKeySequence(keysOf(row).value(0)).toString(QKeySequence::NativeText);
+    }
+  }
+  return {};
 }
 
 }  // namespace
@@ -57,7 +69,8 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
       target_(target),
       closed_(std::move(closed)),
       state_(session, *this),
-      window_(makeWindow(session, [this] { leave(); })),
+      quickEntry_(new QuickEntryRow(state_, keyOf(target, Command::QuickEntry))),
+      window_(makeWindow(session, quickEntry_, [this] { leave(); })),
       log_(new LogPaneView(session, state_)),
       editors_(std::make_unique<EditorSheets>(state_, target, *window_)) {
   window_->setLog(log_, log_->makeSummary(), new GlanceView(state_.hours(), session));
@@ -188,6 +201,11 @@ void TimerWindowController::pressCell(int row, const QString& identifier) {
   if (identifier == u"startstop") state_.toggleSelected();
   if (identifier == u"edit") target_.perform(Command::EditActivity, window_.get());
   if (identifier == u"complete") state_.markSelectedCompleted();
+}
+
+void TimerWindowController::quickEntry() {
+  bringToFront();
+  quickEntry_->focusField();
 }
 
 void TimerWindowController::addActivity() {

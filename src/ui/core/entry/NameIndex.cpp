@@ -11,20 +11,19 @@ namespace {
 /// How well a name fits what was typed, the best first.
 enum class Fit { OfferedBegins, OfferedWord, Begins, Word, None };
 
-bool hasWordThatBegins(const QString& folded, const QString& text) {
-  for (qsizetype at = folded.indexOf(text); at >= 0; at = folded.indexOf(text, at + 1)) {
-    if (at == 0 || !folded[at - 1].isLetterOrNumber()) return true;
-  }
-  return false;
-}
-
 Fit fitOf(const QString& folded, bool offered, const QString& text) {
   if (folded.startsWith(text)) return offered ? Fit::OfferedBegins : Fit::Begins;
-  if (!hasWordThatBegins(folded, text)) return Fit::None;
+  if (wordThatBegins(folded, text) < 0) return Fit::None;
   return offered ? Fit::OfferedWord : Fit::Word;
 }
 
 }  // namespace
+
+qsizetype wordThatBegins(const QString& folded, const QString& letters) {
+  qsizetype at = folded.indexOf(letters);
+  while (at > 0 && folded[at - 1].isLetterOrNumber()) at = folded.indexOf(letters, at + 1);
+  return at;
+}
 
 void NameList::add(const QString& name, bool offered) {
   if (!name.trimmed().isEmpty()) names_.push_back({name.toCaseFolded(), name, offered});
@@ -110,8 +109,9 @@ std::vector<NameIndex::Hit> NameIndex::activitiesWith(const QStringList& words, 
   for (const QString& word : words) folded << word.toCaseFolded();
   std::vector<Ranked> ranked;
   for (const Listed& one : activities_) {
-    const auto count = std::count_if(folded.begin(), folded.end(),
-                                     [&](const QString& word) { return one.folded.contains(word); });
+    const auto count = std::count_if(folded.begin(), folded.end(), [&](const QString& word) {
+      return wordThatBegins(one.folded, word) >= 0;
+    });
     if (count > 0) ranked.push_back({&one, static_cast<int>(count)});
   }
   const auto better = [](const Ranked& one, const Ranked& other) {

@@ -212,7 +212,7 @@ class Reading {
     reading_.activity = meant.front();
     takeNamesOf(*reading_.activity);
     if (reading_.deed != Deed::Book && reading_.activity->isRunning()) {
-      refuse(Why::Impossible, split_.customer,
+      refuse(Why::Running, split_.customer,
              formatted(tr("“%@” runs already."), {activityTitle(*reading_.activity)}));
     }
   }

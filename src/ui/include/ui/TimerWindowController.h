@@ -16,6 +16,7 @@ class CommandTarget;
 class EditorSheets;
 class HaltedNotice;
 class LogPaneView;
+class QuickEntryRow;
 class TimerWindow;
 class Tracker;
 
@@ -33,6 +34,8 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   /// Whether the activity table, not the log, had the keyboard focus last.
   [[nodiscard]] bool activitiesHadFocus() const { return !logHadFocus_; }
 
+  /// Brings the window to the front, with the keyboard in the quick entry.
+  void quickEntry();
   void addActivity();
   void editActivity();
   void editSelected();
@@ -71,6 +74,7 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   CommandTarget& target_;
   std::function<void()> closed_;
   TimerState state_;  // outlives the window, whose tables show its rows
+  QuickEntryRow* quickEntry_;
   std::unique_ptr<TimerWindow> window_;
   LogPaneView* log_;
   std::unique_ptr<EditorSheets> editors_;

@@ -9,6 +9,7 @@ namespace pendra::help {
 
 inline const QString kTimerWindow = QStringLiteral("timer-window");
 inline const QString kTimeLog = QStringLiteral("time-log");
+inline const QString kQuickEntry = QStringLiteral("quick-entry");
 inline const QString kActivityEditor = QStringLiteral("activity-editor");
 inline const QString kTimeEntryEditor = QStringLiteral("time-entry-editor");
 inline const QString kSetup = QStringLiteral("setup");
@@ -28,10 +29,11 @@ inline const QString kVantorNotFound = QStringLiteral("vantor-not-found");
 inline const QString kHeldBack = QStringLiteral("held-back");
 inline const QString kUnknownFate = QStringLiteral("did-it-arrive");
 
-inline const QStringList kAll{
-    kTimerWindow,  kTimeLog,      kActivityEditor, kTimeEntryEditor, kSetup,    kCustomersAndJobs,
-    kServiceItems, kSendTime,     kReport,         kPreferences,     kAbout,    kWelcome,
-    kFirstDay,     kFirstSending, kBackups,        kVantorNotFound,  kHeldBack, kUnknownFate};
+inline const QStringList kAll{kTimerWindow,     kQuickEntry, kTimeLog,          kActivityEditor,
+                              kTimeEntryEditor, kSetup,      kCustomersAndJobs, kServiceItems,
+                              kSendTime,        kReport,     kPreferences,      kAbout,
+                              kWelcome,         kFirstDay,   kFirstSending,     kBackups,
+                              kVantorNotFound,  kHeldBack,   kUnknownFate};
 
 /// Where alerts about that are explained; empty for an alert that says all there is.
 [[nodiscard]] QString anchorOf(Alert::Topic topic);

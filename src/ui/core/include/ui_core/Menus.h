@@ -11,6 +11,7 @@ namespace pendra {
 enum class Command {
   About,
   Preferences,
+  QuickEntry,
   Quit,
   New,
   Open,

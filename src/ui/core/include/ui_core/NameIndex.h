@@ -11,6 +11,10 @@
 
 namespace pendra {
 
+/// Where a word of the text begins with these letters, whatever their case; -1 where none does. Both are
+/// folded.
+[[nodiscard]] qsizetype wordThatBegins(const QString& folded, const QString& letters);
+
 /// The names of one kind, each once.
 class NameList {
  public:
@@ -50,12 +54,12 @@ class NameIndex {
   [[nodiscard]] const NameList& jobs(const QString& customer) const;
   [[nodiscard]] const NameList& services() const { return services_; }
 
-  /// An activity among those in which words stand.
+  /// An activity among those in which words begin as was typed.
   struct Hit {
     Activity* activity;
-    int words;  ///< how many of the words stand in it
+    int words;  ///< how many of the words are begun in it
   };
-  /// The activities in which most of the words stand, the best first: current ones before completed ones,
+  /// The activities in which most of the words are begun, the best first: current ones before completed ones,
   /// younger before older. Never more than `most`.
   [[nodiscard]] std::vector<Hit> activitiesWith(const QStringList& words, std::size_t most) const;
 

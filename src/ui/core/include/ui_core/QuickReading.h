@@ -20,7 +20,8 @@ struct QuickReading {
     NotUnderstood,  ///< the text is not written as it should be, or lacks something
     Unknown,        ///< a name does not exist and may not be made
     Several,        ///< more than one thing is called so
-    Impossible,     ///< it is still to come, runs already, or never was
+    Impossible,     ///< it is still to come, or never was
+    Running,        ///< it runs already
   };
   struct Fault {
     Why why = Why::NotUnderstood;
