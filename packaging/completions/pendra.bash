@@ -31,10 +31,11 @@ _pendra() {
       return
       ;;
   esac
-  local options='--appearance --new --tour --version --help' commands='status log report start stop export backup'
+  local options='--appearance --new --tour --version --help' commands='status log report start stop add export backup'
   case ${COMP_WORDS[1]} in
     log) options='--json --document --from --to --customer --unsent' ;;
     report) options='--json --document --from --to --by' ;;
+    add) options='--json --document --create' ;;
     status | start | stop | export | backup) options='--json --document' ;;
   esac
   if [[ $current == -* ]]; then
@@ -43,7 +44,7 @@ _pendra() {
   fi
   if ((COMP_CWORD > 1)); then
     case ${COMP_WORDS[1]} in
-      status | log | report | start | stop) return ;;
+      status | log | report | start | stop | add) return ;;
     esac
     commands=
   fi

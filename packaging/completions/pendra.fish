@@ -8,12 +8,13 @@ complete -c pendra -l help -d 'Print a summary of the options and end'
 complete -c pendra -n 'not string match -q -- "-*" (commandline -ct)' \
   -a '(__fish_complete_suffix .pdr .pdrbackup)' -d 'Document or backup'
 
-set -l commands status log report start stop export backup
+set -l commands status log report start stop add export backup
 complete -c pendra -n __fish_use_subcommand -a status -d 'What runs, and the hours of today'
 complete -c pendra -n __fish_use_subcommand -a log -d 'List time entries'
 complete -c pendra -n __fish_use_subcommand -a report -d 'Sums of hours'
 complete -c pendra -n __fish_use_subcommand -a start -d 'Start the activity that matches'
 complete -c pendra -n __fish_use_subcommand -a stop -d 'Stop it, or all'
+complete -c pendra -n __fish_use_subcommand -a add -d 'Start or book what is written'
 complete -c pendra -n __fish_use_subcommand -a export -d 'Write every entry to a new file'
 complete -c pendra -n __fish_use_subcommand -a backup -d 'Copy the document to a new file'
 complete -c pendra -n "__fish_seen_subcommand_from $commands" -l json -d 'Answer for other programs'
@@ -22,5 +23,6 @@ complete -c pendra -n '__fish_seen_subcommand_from log report' -l from -x -d 'Fr
 complete -c pendra -n '__fish_seen_subcommand_from log report' -l to -x -d 'To this day, as 2026-11-24'
 complete -c pendra -n '__fish_seen_subcommand_from log' -l customer -x -d 'Of this customer alone'
 complete -c pendra -n '__fish_seen_subcommand_from log' -l unsent -d 'What was not sent'
+complete -c pendra -n '__fish_seen_subcommand_from add' -l create -d 'Add names that do not exist to their lists'
 complete -c pendra -n '__fish_seen_subcommand_from report' -l by -x -a 'customer job service day' -d 'Levels, by commas'
 complete -c pendra -n '__fish_seen_subcommand_from export backup' -F

@@ -6,6 +6,7 @@ local -a commands=(
   'report:sums of hours'
   'start:start the activity that matches'
   'stop:stop it, or all'
+  'add:start or book what is written'
   'export:write every entry to a new file'
   'backup:copy the document to a new file'
 )
@@ -16,6 +17,7 @@ if (( CURRENT > 2 )) && (( ${commands[(I)${words[2]}:*]} )); then
   case ${words[2]} in
     log) _arguments $of_all $of_days '--customer[of this customer alone]:name:' '--unsent[what was not sent]' '*:' ;;
     report) _arguments $of_all $of_days '--by[levels]:levels:_values -s , level customer job service day' '*:' ;;
+    add) _arguments $of_all '--create[add names that do not exist to their lists]' '*:' ;;
     export|backup) _arguments $of_all '1:' '2:new file:_files' ;;
     *) _arguments $of_all '*:' ;;
   esac

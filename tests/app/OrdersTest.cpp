@@ -137,7 +137,7 @@ INSTANTIATE_TEST_SUITE_P(
         Asked{"DocumentFirst", {"--document", "log", "other.pdr"}, "no order"}),
     RowName());
 
-TEST(Orders, StartAndStopWhatIsMeantAndNothingElse) {
+TEST(Orders, StartStopAndAddWhatIsMeantAndNothingElse) {
   World world;
   const auto document = OpenDocument::read(world.path, world.model, world.clock, world.calendar);
   ASSERT_TRUE(document);
@@ -169,8 +169,29 @@ TEST(Orders, StartAndStopWhatIsMeantAndNothingElse) {
   ASSERT_TRUE(stopped) << why(stopped);
   EXPECT_EQ(stopped.value().at(0).toMap()[u"seconds"_s], 90);
 
+  open.context()->fill([&] { open.settings().setStandalone(true); });
+  EXPECT_EQ(why(orders::add(open, u" "_s, false)), "WrongUsage: nothing was said");
+  EXPECT_EQ(why(orders::add(open, u"acme: design soon @9:30 x"_s, false)),
+            "WrongUsage: “x” is no time, no length and no date.");
+  EXPECT_EQ(why(orders::add(open, u"acme: dancing"_s, false)),
+            "NoMatch: No service item is called “dancing”. With --create it is added to its list.");
+  const auto added = orders::add(open, u"acme: dancing - steps @8-9:30"_s, true);
+  ASSERT_TRUE(added) << why(added);
+  const QByteArray json = printed({.verb = Verb::Add, .asJson = true}, added.value());
+  EXPECT_EQ(json.toStdString(), "{\"added\":{" ACME_ENTRY
+                                ",\"end\":\"2026-11-24T09:30:00+01:00\",\"job\":null,\"notes\":\"steps\","
+                                "\"running\":false,\"seconds\":5400,\"sent\":null,\"service\":\"dancing\","
+                                "\"start\":\"2026-11-24T08:00:00+01:00\"}}\n");
+  EXPECT_EQ(printed({.verb = Verb::Add}, added.value()),
+            "Added: 2026-11-24 08:00  01:30:00  Acme - dancing  steps\n");
+  EXPECT_EQ(orders::addStarts(*open.context(), u"acme: design -10"_s, false).value(), true);
+  EXPECT_EQ(orders::addStarts(*open.context(), u"acme: design 10m"_s, false).value(), false);
+  open.context()->fill([&] { open.settings().setStandalone(false); });
+  EXPECT_EQ(why(orders::add(open, u"zed: dancing"_s, true)), "NoMatch: No customer is called “zed”.");
+  std::ignore = open.context()->save();
+
   const QString file = world.places.path(u"log.txt"_s);
-  EXPECT_EQ(orders::exportLog(open, file).value()[u"entries"_s], 4);
+  EXPECT_EQ(orders::exportLog(open, file).value()[u"entries"_s], 5);
   const QByteArray exported = contentsOf(file);
   EXPECT_THAT(why(orders::exportLog(open, file)), testing::HasSubstr("exists already and was left alone"));
   EXPECT_EQ(contentsOf(file), exported);
@@ -178,7 +199,7 @@ TEST(Orders, StartAndStopWhatIsMeantAndNothingElse) {
   ASSERT_TRUE(backup) << why(backup);
   ObjectContext copy(world.model, world.clock, world.calendar);
   ASSERT_TRUE(PersistentStore::look(backup.value()[u"written"_s].toString(), copy, world.model));
-  EXPECT_EQ(copy.all<TimeEntry>().size(), 4U);
+  EXPECT_EQ(copy.all<TimeEntry>().size(), 5U);
 }
 
 }  // namespace

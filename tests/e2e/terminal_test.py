@@ -65,6 +65,16 @@ def test(desktop):
     expect("nothing is to be stopped", ask("stop", *here, status=1)["error"] == "NoMatch")
     entries = len(ask("log", *here))
     expect("all of the log is listed", entries == desktop.rows(document, "SELECT count(*) FROM TimePeriod")[0][0])
+    names = desktop.rows(document, "SELECT c.name, s.name FROM Activity a JOIN Customer c ON c.id = a.customer "
+                         "JOIN Service s ON s.id = a.service WHERE a.completed = 0 ORDER BY a.id")
+    text = '"{}": "{}" - booked '.format(*(name.replace('"', '""') for name in names[0]))
+    expect("nothing is booked in the future", ask("add", text + "tomorrow @1-2", *here, status=2)["error"] == "WrongUsage")
+    expect("the file is as it was", document.read_bytes() == before and process_on(bus) is None)
+    added = ask("add", text + "2026-03-29 @1:30-3:30", *here)["added"]
+    expect(f"it is booked, the hour that was not is not: {added}", (added["seconds"], added["notes"], added["sent"]) ==
+           (3600, "booked", None) and added["start"] == "2026-03-29T01:30:00+01:00")
+    entries += 1
+    before = document.read_bytes()
     written = ask("backup", "copy.pdrbackup", *here)["written"]
     expect("a backup lies where it was asked for", os.path.samefile(written, desktop.home / "copy.pdrbackup"))
     expect("the file is as it was", document.read_bytes() == before and process_on(bus) is None)
@@ -92,7 +102,7 @@ def test(desktop):
                               None).unpack()[0]
     methods = Gio.DBusNodeInfo.new_for_xml(described).lookup_interface(TIMING).methods
     expect("it can be looked into", {method.name for method in methods} ==
-           {"Start", "Stop", "Running", "Export", "BackUp"})
+           {"Start", "Stop", "Running", "Add", "Export", "BackUp"})
     told = []
     proxy.connect("g-signal", lambda *news: told.append(news[2]))
 
@@ -110,6 +120,15 @@ def test(desktop):
     expect("and never over something", "left alone" in ask("export", "log.txt", status=4)["message"])
     other = desktop.sample("Other", "--activities", "1", "--entries", "1")
     expect("another document is left alone", ask("stop", "--document", str(other), status=4)["error"] == "Refused")
+
+    expect("the program books, too", ask("add", text + "90m")["added"]["running"] is False)
+    expect("it says what it does not know", ask("add", "Nobody: " + text, status=1)["error"] == "NoMatch")
+    expect("it says what it does not understand", ask("add", text + "@25", status=2)["error"] == "WrongUsage")
+    started = ask("add", text + "-10")["started"]
+    expect("it runs since then", 600 <= ask("status")["running"][0]["seconds"] < 700 and started["notes"] == "booked")
+    app.focus_window("Work")
+    app.keys("ctrl+z")
+    wait_for("it can be taken back", lambda: not ask("status")["running"])
 
     # While a person is asked, nothing changes under the question.
     app.focus_window("Work")

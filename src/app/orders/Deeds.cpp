@@ -10,6 +10,7 @@
 #include "document/RunningTimers.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "ui_core/QuickDeed.h"
 #include "ui_core/TimeLogExport.h"
 
 namespace pendra::orders {
@@ -74,6 +75,35 @@ Result<void> isFree(const QString& path) {
   return refusal(Refusal::Refused, formatted(tr("“%@” exists already and was left alone"), {path}));
 }
 
+Refusal refusalFor(QuickReading::Why why) {
+  switch (why) {
+    case QuickReading::Why::Unknown:
+    case QuickReading::Why::Running:
+      return Refusal::NoMatch;
+    case QuickReading::Why::Several:
+      return Refusal::SeveralMatches;
+    case QuickReading::Why::NotUnderstood:
+    case QuickReading::Why::Impossible:
+      break;
+  }
+  return Refusal::WrongUsage;
+}
+
+/// What a text means; a failure where it means nothing that can be done.
+Result<QuickReading> readEntry(const ObjectContext& context, const QString& text, bool create) {
+  const DocumentSettings* settings = queries::firstDocument(context);
+  const bool isStandalone = settings && settings->standalone() == true;
+  const NewNames newNames = create && isStandalone ? NewNames::Made : NewNames::Refused;
+  QuickReading reading = readQuickEntry(text, NameIndex(context), context, newNames);
+  if (reading.isEmpty()) return refusal(Refusal::WrongUsage, tr("nothing was said"));
+  if (!reading.fault) return reading;
+  const bool couldMake = reading.fault->why == QuickReading::Why::Unknown && isStandalone;
+  return refusal(refusalFor(reading.fault->why),
+                 couldMake
+                     ? formatted(tr("%@ With --create it is added to its list."), {reading.fault->reason})
+                     : reading.fault->reason);
+}
+
 Error notWritten(const QString& path, const Error& why) {
   return refusal(Refusal::Refused, formatted(tr("“%@” was not written: %@"), {path, why.text}));
 }
@@ -111,6 +141,28 @@ Result<QVariantList> stop(OpenDocument& document, const QString& match) {
   });
   if (!done) return done.error();
   return stopped;
+}
+
+Result<QVariantMap> add(OpenDocument& document, const QString& text, bool create) {
+  ObjectContext& context = *document.context();
+  const auto reading = readEntry(context, text, create);
+  if (!reading) return reading.error();
+  if (auto stored = isStored(context, kNotChanged); !stored) return stored.error();
+  const auto added = carryOut(reading.value(), context);
+  if (!added) return added.error();
+  if (auto stored = isStored(context, kNotStored); !stored) return stored.error();
+  const TimeEntry& entry = *added.value();
+  if (entry.running() == true)
+    return QVariantMap{{QStringLiteral("started"), facts::ofActivity(*entry.activity())}};
+  QVariantMap told = facts::ofEntry(entry, context);
+  told[QStringLiteral("notes")] = facts::ofActivity(*entry.activity())[QStringLiteral("notes")];
+  return QVariantMap{{QStringLiteral("added"), told}};
+}
+
+Result<bool> addStarts(const ObjectContext& context, const QString& text, bool create) {
+  const auto reading = readEntry(context, text, create);
+  if (!reading) return reading.error();
+  return reading.value().deed != QuickReading::Deed::Book;
 }
 
 Result<QVariantMap> exportLog(OpenDocument& document, const QString& path) {

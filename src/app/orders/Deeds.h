@@ -13,6 +13,9 @@ namespace pendra::orders {
 [[nodiscard]] Result<QVariantMap> start(OpenDocument& document, const QString& match);
 /// Stops the running activity that matches, or all for an empty text; each with how long it ran.
 [[nodiscard]] Result<QVariantList> stop(OpenDocument& document, const QString& match);
+/// Does what the quick entry does with the text. Names that do not exist are made where `create` is set and
+/// the lists are kept by hand, else refused. Answers what was "added" or "started".
+[[nodiscard]] Result<QVariantMap> add(OpenDocument& document, const QString& text, bool create);
 /// Writes every time entry to a new file, as the menu does. Refused while time runs: an entry has no length
 /// then.
 [[nodiscard]] Result<QVariantMap> exportLog(OpenDocument& document, const QString& path);
@@ -22,5 +25,7 @@ namespace pendra::orders {
 
 /// What `start` would start, for whoever only reads the document.
 [[nodiscard]] Result<Activity*> startable(const ObjectContext& context, const QString& match);
+/// Whether `add` would start a timer.
+[[nodiscard]] Result<bool> addStarts(const ObjectContext& context, const QString& text, bool create);
 
 }  // namespace pendra::orders

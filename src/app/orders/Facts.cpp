@@ -56,23 +56,6 @@ class Range {
   std::optional<Instant> end_;
 };
 
-QVariantMap ofEntry(const TimeEntry& entry, const ObjectContext& context) {
-  const Activity& activity = *entry.activity();
-  const Calendar& calendar = context.calendar();
-  const bool runs = entry.running() == true;
-  const double seconds = secondsAt(context.clock().now(), entry);
-  const auto end = runs || !entry.start() ? std::nullopt : std::optional(*entry.start() + seconds);
-  return {{QStringLiteral("customer"), name(activity.customer())},
-          {QStringLiteral("job"), name(activity.job())},
-          {QStringLiteral("service"), name(activity.service())},
-          {QStringLiteral("start"), instant(entry.start(), calendar)},
-          {QStringLiteral("end"), instant(end, calendar)},
-          {QStringLiteral("seconds"), seconds},
-          {QStringLiteral("notes"), text(entry.notes())},
-          {QStringLiteral("sent"), entry.wasSent() ? instant(entry.dateSubmitted(), calendar) : QVariant()},
-          {QStringLiteral("running"), runs}};
-}
-
 bool isCalled(const Customer* customer, const QString& wanted) {
   return customer && queries::nameOf(customer).compare(wanted, Qt::CaseInsensitive) == 0;
 }
@@ -145,6 +128,23 @@ QVariantMap ofActivity(const Activity& activity) {
           {QStringLiteral("service"), name(activity.service())},
           {QStringLiteral("notes"), text(activity.notes())},
           {QStringLiteral("billable"), activity.billable() == true}};
+}
+
+QVariantMap ofEntry(const TimeEntry& entry, const ObjectContext& context) {
+  const Activity& activity = *entry.activity();
+  const Calendar& calendar = context.calendar();
+  const bool runs = entry.running() == true;
+  const double seconds = secondsAt(context.clock().now(), entry);
+  const auto end = runs || !entry.start() ? std::nullopt : std::optional(*entry.start() + seconds);
+  return {{QStringLiteral("customer"), name(activity.customer())},
+          {QStringLiteral("job"), name(activity.job())},
+          {QStringLiteral("service"), name(activity.service())},
+          {QStringLiteral("start"), instant(entry.start(), calendar)},
+          {QStringLiteral("end"), instant(end, calendar)},
+          {QStringLiteral("seconds"), seconds},
+          {QStringLiteral("notes"), text(entry.notes())},
+          {QStringLiteral("sent"), entry.wasSent() ? instant(entry.dateSubmitted(), calendar) : QVariant()},
+          {QStringLiteral("running"), runs}};
 }
 
 QVariantList running(const ObjectContext& context) {

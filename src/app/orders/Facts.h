@@ -13,6 +13,8 @@ namespace pendra::facts {
 
 /// Its names and whether it is billable.
 [[nodiscard]] QVariantMap ofActivity(const Activity& activity);
+/// An entry of an activity, with the names of that; what has no notes of its own has none.
+[[nodiscard]] QVariantMap ofEntry(const TimeEntry& entry, const ObjectContext& context);
 /// Those that run, each with since when and how long.
 [[nodiscard]] QVariantList running(const ObjectContext& context);
 [[nodiscard]] QVariantMap status(const ObjectContext& context, const QString& document,

@@ -93,7 +93,9 @@ class Obeying {
     ObjectContext context(model_, clock_, calendar_);
     const auto path = look(context);  // before anything is started or written
     if (!path) return path.error();
-    if (order_.verb == Verb::Start) return startWithProgram(context, path.value());
+    const auto starts = startsATimer(context);
+    if (!starts) return starts.error();
+    if (starts.value()) return withProgram(path.value());
     if (path.value().endsWith(u".pdrbackup")) {
       return refusal(Refusal::NoDocument, tr("a backup is not worked on; open it in Pendra"));
     }
@@ -105,13 +107,21 @@ class Obeying {
   Result<QVariant> doTo(OpenDocument& document) const {
     if (order_.verb == Verb::Export) return asVariant(orders::exportLog(document, order_.text));
     if (order_.verb == Verb::BackUp) return asVariant(orders::backUp(document, model_, order_.text));
+    if (order_.verb == Verb::Add) return asVariant(orders::add(document, order_.text, order_.create));
     const auto stopped = orders::stop(document, order_.text);
     if (!stopped) return stopped.error();
     return QVariant(QVariantMap{{QStringLiteral("stopped"), stopped.value()}});
   }
 
-  Result<QVariant> startWithProgram(const ObjectContext& context, const QString& path) const {
+  /// What can only be done by a program that goes on.
+  Result<bool> startsATimer(const ObjectContext& context) const {
+    if (order_.verb == Verb::Add) return orders::addStarts(context, order_.text, order_.create);
+    if (order_.verb != Verb::Start) return false;
     if (const auto one = orders::startable(context, order_.text); !one) return one.error();
+    return true;
+  }
+
+  Result<QVariant> withProgram(const QString& path) const {
     if (!hasDisplay()) {
       return refusal(Refusal::Refused, tr("Pendra does not run, and there is no display to start it on"));
     }

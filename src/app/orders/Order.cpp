@@ -43,13 +43,14 @@ const std::vector<VerbRow>& verbs() {
       {Verb::Report, "report", Operands::None, {"from", "to", "by"}},
       {Verb::Start, "start", Operands::Name, {}},
       {Verb::Stop, "stop", Operands::PerhapsName, {}},
+      {Verb::Add, "add", Operands::Name, {"create"}},
       {Verb::Export, "export", Operands::File, {}},
       {Verb::BackUp, "backup", Operands::File, {}},
   };
   return rows;
 }
 
-const std::array kWithoutValue{"json", "unsent"};
+const std::array kWithoutValue{"json", "unsent", "create"};
 
 QCommandLineOption optionOf(const char* name) {
   const auto* flag = std::find_if(kWithoutValue.begin(), kWithoutValue.end(),
@@ -129,6 +130,7 @@ Result<void> readOptions(Order& order, const QCommandLineParser& parser) {
   order.document = absolute(value(QStringLiteral("document")));
   if (given.contains(u"customer")) order.customer = value(QStringLiteral("customer"));
   order.onlyUnsent = given.contains(u"unsent");
+  order.create = given.contains(u"create");
   if (auto range = readRange(order, parser); !range) return range;
   if (!given.contains(u"by")) return {};
   auto levels = levelsIn(value(QStringLiteral("by")));

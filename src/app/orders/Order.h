@@ -10,7 +10,7 @@
 
 namespace pendra {
 
-enum class Verb { Status, Log, Report, Start, Stop, Export, BackUp };
+enum class Verb { Status, Log, Report, Start, Stop, Add, Export, BackUp };
 
 enum class Level { Customer, Job, Service, Day };
 
@@ -18,8 +18,9 @@ enum class Level { Customer, Job, Service, Day };
 struct Order {
   Verb verb = Verb::Status;
   bool asJson = false;
-  QString document{};  ///< absolute; empty: the last one
-  QString text{};      ///< what to start or stop; the absolute path of what is written
+  QString document{};   ///< absolute; empty: the last one
+  QString text{};       ///< what to start, stop or add; the absolute path of what is written
+  bool create = false;  ///< names that do not exist may be made
   std::optional<QDate> from{};
   std::optional<QDate> to{};
   std::optional<QString> customer{};

@@ -94,6 +94,17 @@ QString stoppedText(const QVariantList& activities) {
   return text;
 }
 
+QString startedText(const QVariantMap& answer) {
+  return formatted(tr("Started: %@\n"), {titleAndNotes(answer[QStringLiteral("started")].toMap())});
+}
+
+QString addedText(const QVariantMap& answer) {
+  if (!answer.contains(QStringLiteral("added"))) return startedText(answer);
+  const QVariantMap entry = answer[QStringLiteral("added")].toMap();
+  return formatted(tr("Added: %@  %@  %@\n"),
+                   {moment(entry[QStringLiteral("start")]), length(entry), titleAndNotes(entry)});
+}
+
 QString writtenText(const QVariantMap& written) {
   const int entries = written[QStringLiteral("entries")].toInt();
   return formatted(entries == 1 ? tr("Written: %@, 1 entry\n") : tr("Written: %@, %@ entries\n"),
@@ -113,7 +124,9 @@ QString plainText(Verb verb, const QVariant& answer) {
       return groupsText(map[QStringLiteral("groups")].toList(), 0) +
              formatted(tr("%@  in all\n"), {length(map)});
     case Verb::Start:
-      return formatted(tr("Started: %@\n"), {titleAndNotes(map[QStringLiteral("started")].toMap())});
+      return startedText(map);
+    case Verb::Add:
+      return addedText(map);
     case Verb::Stop:
       return stoppedText(map[QStringLiteral("stopped")].toList());
     case Verb::Export:

@@ -24,7 +24,8 @@ QString tr(const char* text) { return QCoreApplication::translate("pendra::order
 
 Error errorOf(const QDBusMessage& reply) {
   const QString name = reply.errorName();
-  for (const Refusal why : {Refusal::NoMatch, Refusal::SeveralMatches, Refusal::NoDocument}) {
+  for (const Refusal why :
+       {Refusal::NoMatch, Refusal::SeveralMatches, Refusal::NoDocument, Refusal::WrongUsage}) {
     if (name.endsWith(u".Error." + nameOf(why))) return refusal(why, reply.errorMessage());
   }
   if (name.startsWith(identifiers::kPendra)) return refusal(Refusal::Refused, reply.errorMessage());
@@ -37,11 +38,24 @@ QString memberOf(Verb verb) {
       return QStringLiteral("Start");
     case Verb::Stop:
       return QStringLiteral("Stop");
+    case Verb::Add:
+      return QStringLiteral("Add");
     case Verb::Export:
       return QStringLiteral("Export");
     default:
       return QStringLiteral("BackUp");
   }
+}
+
+/// What was added or started; an entry that was added has not been sent.
+QVariantMap added(const QVariantMap& answer) {
+  QVariantMap whole;
+  for (auto one = answer.begin(); one != answer.end(); ++one) {
+    QVariantMap facts = withAbsent(qdbus_cast<QVariantMap>(one.value()));
+    if (one.key() == u"added") facts[QStringLiteral("sent")] = QVariant();
+    whole[one.key()] = facts;
+  }
+  return whole;
 }
 
 }  // namespace
@@ -70,8 +84,11 @@ Result<QString> RunningPendra::document() const {
 }
 
 Result<QVariantMap> RunningPendra::obey(const Order& order) const {
-  const auto answer = call(kTimingInterface, memberOf(order.verb), {order.text});
+  QVariantList arguments{order.text};
+  if (order.verb == Verb::Add) arguments << order.create;
+  const auto answer = call(kTimingInterface, memberOf(order.verb), arguments);
   if (!answer) return answer.error();
+  if (order.verb == Verb::Add) return added(qdbus_cast<QVariantMap>(answer.value()));
   if (order.verb == Verb::Start) {
     return QVariantMap{{QStringLiteral("started"), withAbsent(qdbus_cast<QVariantMap>(answer.value()))}};
   }

@@ -45,6 +45,9 @@ Error noDocument() { return refusal(Refusal::NoDocument, tr("no document is open
 
 QVariantMap withoutAbsent(QVariantMap map) {
   map.removeIf([](QVariantMap::iterator one) { return !one.value().isValid(); });
+  for (QVariant& value : map) {
+    if (value.typeId() == QMetaType::QVariantMap) value = withoutAbsent(value.toMap());
+  }
   return map;
 }
 
@@ -73,6 +76,9 @@ QString TimingInterface::introspection() const {
       "<method name=\"Stop\"><arg name=\"match\" type=\"s\" direction=\"in\"/>"
       "<arg name=\"activities\" type=\"aa{sv}\" direction=\"out\"/></method>"
       "<method name=\"Running\"><arg name=\"activities\" type=\"aa{sv}\" direction=\"out\"/></method>"
+      "<method name=\"Add\"><arg name=\"text\" type=\"s\" direction=\"in\"/>"
+      "<arg name=\"create\" type=\"b\" direction=\"in\"/>"
+      "<arg name=\"added\" type=\"a{sv}\" direction=\"out\"/></method>"
       "<method name=\"Export\"><arg name=\"path\" type=\"s\" direction=\"in\"/>"
       "<arg name=\"written\" type=\"a{sv}\" direction=\"out\"/></method>"
       "<method name=\"BackUp\"><arg name=\"path\" type=\"s\" direction=\"in\"/>"
@@ -96,27 +102,31 @@ bool TimingInterface::answer(const QDBusMessage& call, const QDBusConnection& bu
     return reply && bus.send(*reply);
   }
   if (call.interface() != kTimingInterface) return false;
-  const bool takesText = call.member() != u"Running";
-  const QStringList members{QStringLiteral("Start"), QStringLiteral("Stop"), QStringLiteral("Running"),
-                            QStringLiteral("Export"), QStringLiteral("BackUp")};
-  if (!members.contains(call.member()) || call.signature() != (takesText ? u"s" : u"")) return false;
-  const auto done = carryOut(call.member(), call.arguments().value(0).toString());
+  static const QHash<QString, QString> signatures{
+      {QStringLiteral("Start"), QStringLiteral("s")},  {QStringLiteral("Stop"), QStringLiteral("s")},
+      {QStringLiteral("Running"), QString()},          {QStringLiteral("Add"), QStringLiteral("sb")},
+      {QStringLiteral("Export"), QStringLiteral("s")}, {QStringLiteral("BackUp"), QStringLiteral("s")}};
+  const auto signature = signatures.constFind(call.member());
+  if (signature == signatures.constEnd() || call.signature() != *signature) return false;
+  const auto done = carryOut(call.member(), call.arguments());
   if (done) return bus.send(call.createReply(done.value()));
   const QString name = identifiers::kPendra + u".Error." + nameOf(refusalOf(done.error()));
   return bus.send(call.createErrorReply(name, done.error().text));
 }
 
-Result<QVariant> TimingInterface::carryOut(const QString& member, const QString& argument) {
+Result<QVariant> TimingInterface::carryOut(const QString& member, const QVariantList& arguments) {
   if (!session_.document()) return noDocument();
   if (member == u"Running") return forBus(facts::running(*session_.context()));
   if (const QString reason = busyWith_(); !reason.isEmpty()) return refusal(Refusal::Refused, reason);
-  return change(member, argument);
+  return change(member, arguments);
 }
 
-Result<QVariant> TimingInterface::change(const QString& member, const QString& argument) {
+Result<QVariant> TimingInterface::change(const QString& member, const QVariantList& arguments) {
   OpenDocument& document = *session_.document();
+  const QString argument = arguments.value(0).toString();
   if (member == u"Start") return forBus(orders::start(document, argument));
   if (member == u"Stop") return forBus(orders::stop(document, argument));
+  if (member == u"Add") return forBus(orders::add(document, argument, arguments.value(1).toBool()));
   if (member == u"Export") return forBus(orders::exportLog(document, argument));
   return forBus(orders::backUp(document, session_.objectModel(), argument));
 }

@@ -20,8 +20,8 @@ class TimingInterface final : public BusInterface {
   [[nodiscard]] bool answer(const QDBusMessage& call, const QDBusConnection& bus) override;
 
  private:
-  [[nodiscard]] Result<QVariant> carryOut(const QString& member, const QString& argument);
-  [[nodiscard]] Result<QVariant> change(const QString& member, const QString& argument);
+  [[nodiscard]] Result<QVariant> carryOut(const QString& member, const QVariantList& arguments);
+  [[nodiscard]] Result<QVariant> change(const QString& member, const QVariantList& arguments);
   [[nodiscard]] std::optional<QDBusMessage> answerOfProperties(const QDBusMessage& call) const;
   [[nodiscard]] QString document() const;
   void tellWhatRuns();
