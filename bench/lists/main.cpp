@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <cstdlib>
 
+#include "QuickEntryKeys.h"
 #include "Ratio.h"
 #include "document/Session.h"
 #include "model/Model.h"
@@ -156,6 +157,7 @@ void run() {
       "mark none", 2, [&] { list.markNoneShown(); }, inAnEdit(true));
   bench::compare(
       "mark all", 2, [&] { list.markAllShown(); }, inAnEdit(false));
+  measureQuickEntryKeys(session);
 }
 
 }  // namespace
