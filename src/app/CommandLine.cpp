@@ -26,7 +26,7 @@ const char* const kUsage =
     "  report                sums of hours; --from DAY, --to DAY, --by customer,job,service,day\n"
     "  start NAME            start the one activity that matches: words of its names and notes\n"
     "  stop [NAME]           stop it, or all that run\n"
-    "  add TEXT              what the quick entry does: \"Acme, Roof: Design - sketches @9:30-11\"; --create\n"
+    "  add TEXT              what the quick entry does with it: \"Acme: Design - sketches 90m\"; --create\n"
     "  export FILE           write every entry to a new file\n"
     "  backup FILE           copy the document to a new file\n"
     "  --json                answer for other programs\n";

@@ -54,6 +54,7 @@ TEST_F(QuickEntryAtTheDesk, SaysWhatReturnWillDoAndDoesIt) {
   EXPECT_EQ(desk().rows(u"Time log"_s), 2);
   EXPECT_EQ(desk().cell(u"Time log"_s, 0, u"Duration"_s), u"01:00:00"_s);
   EXPECT_EQ(desk().selectedRow(u"Activities"_s), 1);
+  EXPECT_EQ(desk().selectedRow(u"Time log"_s), 0);
   desk().onDisk([](const ObjectContext& file) { EXPECT_EQ(file.all<TimeEntry>().size(), 2U); });
 
   UndoHistory history(desk().session);

@@ -25,13 +25,12 @@ constexpr int kDarkestShadow = 14;
 QuickEntryPanel::QuickEntryPanel(QWidget* window)
     : QFrame(window),
       reading_(new QuickReadingLabel),
-      line_(new QFrame),
+      line_(new QWidget),
       hint_(new QLabel(tr("Or choose with ↓"))),
       completions_(new CompletionList) {
   setObjectName(QStringLiteral("quickEntryPanel"));
   setFocusPolicy(Qt::NoFocus);
   line_->setFixedHeight(1);
-  line_->setAutoFillBackground(true);
   hint_->setFont(Theme::quietFont());
   hint_->setForegroundRole(QPalette::PlaceholderText);
   hint_->setContentsMargins(kWordsAt, metrics::kGrid, 0, kUnder);
@@ -54,10 +53,10 @@ QuickEntryPanel::QuickEntryPanel(QWidget* window)
 
 void QuickEntryPanel::say(const QuickReadingTexts& texts, std::vector<QuickCompletion> completions) {
   completions_->offer(std::move(completions));
-  for (QWidget* widget :
-       {static_cast<QWidget*>(line_), static_cast<QWidget*>(hint_), static_cast<QWidget*>(completions_)}) {
-    widget->setVisible(completions_->count() > 0);
-  }
+  const bool hasCompletions = completions_->count() > 0;
+  line_->setVisible(hasCompletions);
+  hint_->setVisible(hasCompletions);
+  completions_->setVisible(hasCompletions);
   reading_->setChosen(true);
   sayReading(texts);
 }
@@ -89,10 +88,7 @@ void QuickEntryPanel::paintEvent(QPaintEvent*) {
   painter.setPen(QPen(colours.dayLine, 1));
   painter.setBrush(colours.base);
   painter.drawRoundedRect(plate.adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
-  QPalette lines = line_->palette();
-  if (lines.color(QPalette::Window) == colours.line) return;
-  lines.setColor(QPalette::Window, colours.line);
-  line_->setPalette(lines);
+  if (line_->isVisible()) painter.fillRect(line_->geometry(), colours.line);
 }
 
 }  // namespace pendra

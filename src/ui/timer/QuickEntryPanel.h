@@ -35,7 +35,7 @@ class QuickEntryPanel final : public QFrame {
 
  private:
   QuickReadingLabel* reading_;
-  QFrame* line_;
+  QWidget* line_;  ///< room for the line
   QLabel* hint_;
   CompletionList* completions_;
 };

@@ -110,7 +110,8 @@ void QuickEntryRow::enter() {
     field_->setSelection(static_cast<int>(fault->at), static_cast<int>(fault->length));
     return showReading();
   }
-  if (entry_.carryOut(text)) field_->clear();
+  // Without a step of its own, so that the next Undo takes the entry back.
+  if (entry_.carryOut(text)) field_->setText(QString());
 }
 
 /// Without a choice the first, once for what was typed: then Tab goes on to what follows.

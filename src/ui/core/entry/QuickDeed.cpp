@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 
+#include "model/Queries.h"
 #include "platform/Text.h"
 #include "ui_core/ListSteps.h"
 #include "ui_core/NameLookups.h"
@@ -21,14 +22,23 @@ void addNewNames(const QuickReading& reading, ObjectContext& context) {
   if (reading.job.isNew) addJob(*findCustomerByName(context, reading.customer.text), reading.job.text);
 }
 
+/// The job that is called exactly so; the customers may share their name.
+Job* jobNamed(const QuickReading& reading, const ObjectContext& context) {
+  for (const Customer* customer : queries::customersNamed(context, reading.customer.text)) {
+    for (Job* job : customer->jobs()) {
+      if (job->name() == reading.job.text) return job;
+    }
+  }
+  return nullptr;
+}
+
 Activity& newActivity(const QuickReading& reading, ObjectContext& context) {
   addNewNames(reading, context);
   Activity& activity = createNewActivity(context);
-  activity.setCustomer(findCustomerByName(context, reading.customer.text));
+  Job* job = reading.job.text.isEmpty() ? nullptr : jobNamed(reading, context);
+  activity.setCustomer(job ? job->customer() : findCustomerByName(context, reading.customer.text));
+  activity.setJob(job);
   activity.setService(findServiceByName(context, reading.service.text));
-  if (!reading.job.text.isEmpty()) {
-    activity.setJob(findJobByName(context, reading.job.text, activity.customer()));
-  }
   activity.setNotes(reading.notes);
   return activity;
 }

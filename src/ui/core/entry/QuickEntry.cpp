@@ -190,9 +190,8 @@ bool QuickEntry::carryOut(const QString& text) {
   if (reading.deed == QuickReading::Deed::Nothing) return false;
   const auto done = pendra::carryOut(reading, *timer_.session().context());
   if (!done) return false;
-  TimeEntry* entry = done.value();
-  timer_.setCurrentActivity(entry->activity());
-  if (const auto row = timer_.rowOfCurrentActivity()) timer_.selection().selectRow(*row);
+  timer_.selectActivity(*done.value()->activity());
+  if (reading.deed == QuickReading::Deed::Book) timer_.log().selectEntry(done.value());
   return true;
 }
 

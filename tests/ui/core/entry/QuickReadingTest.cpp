@@ -229,6 +229,17 @@ TEST(QuickEntry, IsOneStepThatIsTakenBackWhole) {
   context.undoStack().undo();
   EXPECT_EQ(counts(), before);
 
+  // Of two that differ in case, and of customers that are called the same, each is the one that is named.
+  context.fill([&] {
+    papers.addJob(papers.addCustomer("Twin"), "attic");
+    papers.addJob(papers.addCustomer("Twin"), "Attic");
+  });
+  const auto twin = carryOut(papers.read(u"Twin, Attic: Design 5m"_s), context);
+  ASSERT_TRUE(twin);
+  EXPECT_EQ(queries::nameOf(twin.value()->activity()->job()), u"Attic"_s);
+  EXPECT_EQ(twin.value()->activity()->customer(), twin.value()->activity()->job()->customer());
+  EXPECT_EQ(papers.said(u"twin, ATTIC: design"_s), u"“ATTIC” fits 2 jobs: Attic, attic."_s);
+
   const auto started = carryOut(papers.read(u"acme: design -10"_s), context);
   ASSERT_TRUE(started);
   EXPECT_EQ(started.value()->running(), true);
