@@ -122,7 +122,7 @@ def test(desktop):
     expect("another document is left alone", ask("stop", "--document", str(other), status=4)["error"] == "Refused")
 
     expect("the program books, too", ask("add", text + "90m")["added"]["running"] is False)
-    expect("it says what it does not know", ask("add", "Nobody: " + text, status=1)["error"] == "NoMatch")
+    expect("it says what it does not know", ask("add", "Nobody: " + text.split(": ")[1], status=1)["error"] == "NoMatch")
     expect("it says what it does not understand", ask("add", text + "@25", status=2)["error"] == "WrongUsage")
     started = ask("add", text + "-10")["started"]
     expect("it runs since then", 600 <= ask("status")["running"][0]["seconds"] < 700 and started["notes"] == "booked")
