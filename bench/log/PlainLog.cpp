@@ -53,6 +53,20 @@ std::vector<Row> rowsOf(const ObjectContext& context, const QString& customer, I
   return rows;
 }
 
+std::vector<const TimeEntry*> found(const ObjectContext& context, const QString& word) {
+  std::vector<const TimeEntry*> entries;
+  const auto has = [&word](const QString& text) { return text.contains(word, Qt::CaseInsensitive); };
+  for (const Activity* activity : context.all<Activity>()) {
+    for (const TimeEntry* entry : activity->entries()) {
+      if (has(queries::nameOf(activity->customer())) || has(queries::nameOf(activity->job())) ||
+          has(queries::nameOf(activity->service())) || has(entry->notes().value_or(QString()))) {
+        entries.push_back(entry);
+      }
+    }
+  }
+  return entries;
+}
+
 void sortBy(std::vector<Row>& rows, const QString& column, const Calendar& calendar) {
   if (column == u"date") return sortByKey<double>(rows, [](const Row& row) { return row.start; });
   if (column == u"customer") return sortByKey<QString>(rows, [](const Row& row) { return row.customer; });

@@ -7,6 +7,10 @@
 #include "platform/Calendar.h"
 #include "store/ObjectContext.h"
 
+namespace pendra {
+class TimeEntry;
+}
+
 namespace pendra::plain {
 
 struct Row {
@@ -18,6 +22,8 @@ struct Row {
 std::vector<Row> rowsOf(const ObjectContext& context);
 /// The same for one customer and the starts between two instants.
 std::vector<Row> rowsOf(const ObjectContext& context, const QString& customer, Instant from, Instant to);
+/// The entries in whose notes, or in a name of whose activity, a word stands.
+std::vector<const TimeEntry*> found(const ObjectContext& context, const QString& word);
 /// Sorts by the value or the text of a column, which is read once for each row.
 void sortBy(std::vector<Row>& rows, const QString& column, const Calendar& calendar);
 /// The bytes of the exported file.

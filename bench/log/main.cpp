@@ -61,6 +61,7 @@ class LogBench {
     tick();
     exporting();
     scrolling();
+    searching();
   }
 
  private:
@@ -135,6 +136,42 @@ class LogBench {
           exportTimeLog(log_, progress);
         },
         [&] { plain::write(path, plain::exported(context_)); });
+  }
+
+  /// Each letter of a word with the painting of what it finds, beside a loop that looks at every entry.
+  void searching() {
+    std::size_t index = 0;
+    for (TimeEntry* entry : context_.all<TimeEntry>()) {
+      if (++index % 3 == 0)
+        entry->setNotes(QStringLiteral("Second draft, pages %1 to %2").arg(index % 97).arg(index % 89));
+    }
+    LogPaneView pane(test_.session, window_);
+    pane.resize(1120, 600);
+    pane.show();
+    log_.reloadData();
+    QImage canvas(pane.table().viewport()->size(), QImage::Format_RGB32);
+    std::printf("%-28s %9.2f ms\n", "entering the search",
+                bench::millisecondsOf([&] { log_.prepareSearch(); }));
+    const QString word = QStringLiteral("draft");
+    double longest = 0;
+    for (int letters = 1; letters <= word.size(); ++letters) {
+      const QString typed = word.first(letters);
+      std::size_t found = 0;
+      const auto [took, plainly] = bench::mediansInTurn(
+          kRuns,
+          [&] {
+            log_.setSearch(word.first(letters - 1));
+            longest = std::max(longest, bench::millisecondsOf([&] {
+                                 log_.setSearch(typed);
+                                 pane.table().viewport()->render(&canvas);
+                               }));
+          },
+          [&] { found = plain::found(context_, typed).size(); });
+      std::printf("%-28s %9.2f ms, plainly %.2f ms, %zu found\n",
+                  ("two keystrokes to “" + typed.toStdString() + "”").c_str(), took, plainly, found);
+    }
+    std::printf("%-28s %9.2f ms (a frame: 16.67)\n", "longest keystroke", longest);
+    log_.setSearch({});
   }
 
   /// Leaps of many pages down to the end, so that every frame paints rows that were never shown before.

@@ -7,6 +7,8 @@
 #include "document/DocumentLoading.h"
 #include "platform/Resources.h"
 #include "ui/HelpPlace.h"
+#include "ui/LogPaneView.h"
+#include "ui/SearchField.h"
 #include "ui/TimerWindowController.h"
 #include "ui_core/ShellCommands.h"
 
@@ -52,6 +54,14 @@ void sendSelectedTime(const CommandContext& at) {
 
 void invokeInFocus(const char* slot) {
   if (QWidget* focus = QApplication::focusWidget()) QMetaObject::invokeMethod(focus, slot);
+}
+
+bool canFind(const CommandContext& at) { return at.sender && searchFieldIn(*at.sender->window()); }
+
+void find(const CommandContext& at) {
+  TimerWindowController* timer = at.timer();
+  if (timer && at.sender->window() == timer->log().window()) return timer->find();
+  if (QLineEdit* field = searchFieldIn(*at.sender->window())) beginSearch(*field);
 }
 
 bool canDelete(const CommandContext& at) {

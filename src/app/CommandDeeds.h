@@ -16,6 +16,10 @@ void sendSelectedTime(const CommandContext& at);
 /// Hands an edit command to the field that has the keyboard focus.
 void invokeInFocus(const char* slot);
 
+/// The window in front has a field that searches it; the timer window one for each table.
+[[nodiscard]] bool canFind(const CommandContext& at);
+void find(const CommandContext& at);
+
 /// Where a list editor is open its selection decides, the service list's last.
 [[nodiscard]] bool canDelete(const CommandContext& at);
 void deleteSelected(const CommandContext& at);

@@ -89,6 +89,7 @@ constexpr CommandRow kEdit[] = {
     {Command::Paste, "Paste", 0, "Ctrl+V", false, always, [](At) { deeds::invokeInFocus("paste"); }},
     {Command::SelectAll, "Select All", 0, "Ctrl+A", false, always,
      [](At) { deeds::invokeInFocus("selectAll"); }},
+    {Command::Find, "Find", 0, "Ctrl+F", true, deeds::canFind, deeds::find},
     {Command::Delete, "Delete", 0, "Del", true, deeds::canDelete, deeds::deleteSelected},
     {Command::EditSelected, "Edit Selected…", 0, "Ctrl+E", false, canEditSelected,
      inTimerWindow<&TimerWindowController::editSelected>},

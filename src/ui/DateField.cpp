@@ -1,51 +1,99 @@
 #include "ui/DateField.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 
+#include "CalendarPopUp.h"
 #include "ui/Buttons.h"
 #include "ui/Symbols.h"
 #include "ui/Theme.h"
+#include "ui_core/LogRange.h"
 
 namespace pendra {
 
 namespace {
-constexpr int kSign = 18;  // the width kept free for the sign
-}
+constexpr int kSign = 14;
+constexpr int kRoom = kSign + metrics::kGrid;  // for each sign at the right
+}  // namespace
 
 DateField::DateField(QWidget* parent) : QLineEdit(parent) {
-  connect(this, &QLineEdit::editingFinished, this, [this] { setUnreadable(!canRead()); });
+  setTextMargins(0, 0, kRoom, 0);
+  setMouseTracking(true);
+  connect(this, &QLineEdit::editingFinished, this, &DateField::lookAtText);
   // While somebody types, a mark may go but none appears.
   connect(this, &QLineEdit::textChanged, this, [this] {
-    if (!hasFocus() || canRead()) setUnreadable(!canRead());
+    if (!hasFocus() || canRead()) lookAtText();
   });
 }
 
-void DateField::setReader(Reader canRead) {
-  reader_ = std::move(canRead);
-  setUnreadable(!this->canRead());
+void DateField::setReader(std::function<DayReader()> days) {
+  days_ = std::move(days);
+  lookAtText();
+}
+
+std::optional<DaySpan> DateField::reading() const {
+  return days_ ? readDateField(text(), days_()) : std::nullopt;
 }
 
 bool DateField::isUnreadable() const { return property(kUnreadableProperty).toBool(); }
 
-bool DateField::canRead() const { return text().isEmpty() || !reader_ || reader_(text()); }
+void DateField::lookAtText() {
+  setUnreadable(!canRead());
+  QString said = isUnreadable() ? tr("This date cannot be read and limits nothing.") : QString();
+  if (const auto days = reading()) said = spokenDays(*days, days_().locale);
+  setToolTip(said);
+  setAccessibleDescription(said);
+}
 
 void DateField::setUnreadable(bool unreadable) {
   if (unreadable == isUnreadable()) return;
   setProperty(kUnreadableProperty, unreadable);
-  setToolTip(unreadable ? tr("This date cannot be read and limits nothing.") : QString());
-  setAccessibleDescription(toolTip());
-  setTextMargins(0, 0, unreadable ? kSign : 0, 0);
+  setTextMargins(0, 0, unreadable ? 2 * kRoom : kRoom, 0);
   update();
+  Q_EMIT unreadableChanged();
 }
 
-/// The mark is a sign as well as a colour.
 void DateField::paintEvent(QPaintEvent* event) {
   QLineEdit::paintEvent(event);
-  if (!isUnreadable()) return;
   QPainter painter(this);
-  QRectF sign(0, 0, kSign - metrics::kGrid / 2, kSign - metrics::kGrid / 2);
-  sign.moveCenter({width() - kSign * 0.75, height() / 2.0});
-  drawSymbol(painter, sign, Symbol::Warning, Theme::colours(palette()).warning);
+  const Colours& colours = Theme::colours(palette());
+  QRectF sign(0, 0, kSign, kSign);
+  sign.moveCenter({width() - kRoom + kSign / 2.0, height() / 2.0});
+  drawSymbol(painter, sign, Symbol::Calendar, isEnabled() ? colours.quiet : colours.disabled);
+  if (!isUnreadable()) return;
+  sign.translate(-kRoom, 0);  // the mark is a sign as well as a colour
+  drawSymbol(painter, sign, Symbol::Warning, colours.warning);
+}
+
+void DateField::openCalendar() {
+  const DayReader days = days_();
+  const auto now = reading();
+  auto* calendar = new CalendarPopUp(*this, now ? now->first : days.today, days.weekBegins);
+  connect(calendar, &CalendarPopUp::picked, this, [this, days](QDate day) {
+    setText(fieldDateOrToday(day, days));
+    Q_EMIT editingFinished();
+  });
+  calendar->open();
+}
+
+void DateField::keyPressEvent(QKeyEvent* event) {
+  const bool opens = event->key() == Qt::Key_Down && event->modifiers() & Qt::AltModifier;
+  if (opens) return openCalendar();
+  QLineEdit::keyPressEvent(event);
+}
+
+bool DateField::isOnSign(const QPoint& place) const {
+  return place.x() >= width() - kRoom - metrics::kGrid / 2;
+}
+
+void DateField::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton && isOnSign(event->pos())) return openCalendar();
+  QLineEdit::mousePressEvent(event);
+}
+
+void DateField::mouseMoveEvent(QMouseEvent* event) {
+  setCursor(isOnSign(event->pos()) ? Qt::ArrowCursor : Qt::IBeamCursor);
+  QLineEdit::mouseMoveEvent(event);
 }
 
 }  // namespace pendra

@@ -68,11 +68,44 @@ void drawBackground(QPainter& painter, const QRect& cell, const RowLook& look, c
   }
 }
 
-void drawWords(QPainter& painter, const QRect& content, const QModelIndex& index, const QColor& ink) {
+/// The letters that were looked for, in bold; the others as ever.
+void drawFound(QPainter& painter, const QRect& content, const QString& text,
+               const std::vector<FoundLetters>& found) {
+  const QFont plain = painter.font();
+  QFont bold = plain;
+  bold.setWeight(QFont::Bold);
+  QRectF rest = content;
+  const auto draw = [&](const QFont& font, const QString& letters) {
+    painter.setFont(font);
+    const QString shown =
+        painter.fontMetrics().elidedText(letters, Qt::ElideRight, static_cast<int>(rest.width()));
+    painter.drawText(rest, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    rest.setLeft(rest.left() + QFontMetricsF(font).horizontalAdvance(letters));
+  };
+  qsizetype at = 0;
+  for (const FoundLetters& letters : found) {
+    draw(plain, text.sliced(at, letters.at - at));
+    draw(bold, text.sliced(letters.at, letters.length));
+    at = letters.at + letters.length;
+  }
+  draw(plain, text.sliced(at));
+}
+
+void drawPlain(QPainter& painter, const QRect& content, const QModelIndex& index, const QColor& ink) {
   const QString text =
       painter.fontMetrics().elidedText(index.data().toString().simplified(), Qt::ElideRight, content.width());
   painter.setPen(ink);
   painter.drawText(content, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine, text);
+}
+
+void drawWords(QPainter& painter, const QRect& content, const QModelIndex& index, const QColor& ink) {
+  const QString text = index.data().toString().simplified();
+  const auto* model = static_cast<const TableModel*>(index.model());
+  const bool isSearched = model->head(index.column()).alignment == Alignment::Left;
+  const auto found = isSearched ? model->searchText().foundIn(text) : std::vector<FoundLetters>();
+  if (found.empty()) return drawPlain(painter, content, index, ink);
+  painter.setPen(ink);
+  drawFound(painter, content, text, found);
 }
 
 /// The sign of a marked cell at its left; the words give way to it.
@@ -173,7 +206,7 @@ void drawLink(QPainter& painter, const QRect& content, const QModelIndex& index,
   QFont font = painter.font();
   font.setUnderline(under);
   painter.setFont(font);
-  drawWords(painter, content, index, look.ink(look.colours.link));
+  drawPlain(painter, content, index, look.ink(look.colours.link));
 }
 
 void drawContent(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
@@ -187,7 +220,7 @@ void drawContent(QPainter& painter, const QRect& content, const QModelIndex& ind
       return drawWords(painter, drawRemark(painter, content, index, look), index,
                        look.ink(look.colours.quiet));
     case CellKind::Day:
-      return drawWords(painter, content, index,
+      return drawPlain(painter, content, index,
                        placeOf(index) == InGroup::Further ? look.ink(look.colours.quiet) : look.words());
     case CellKind::Moment:
     case CellKind::OpenMoment:

@@ -211,9 +211,7 @@ void RowTableView::distributeWidths() {
   if (model_) widths_->distribute();
 }
 
-void RowTableView::showColumns() {
-  widths_->showColumns();
-}
+void RowTableView::showColumns() { widths_->showColumns(); }
 
 void RowTableView::addColumnChoices(QMenu& menu) const {
   for (int column = 0; column < model_->columnCount(); ++column) {

@@ -26,6 +26,12 @@ QString fileOf(Symbol symbol) {
       return QStringLiteral(":/images/Notesbox.svg");
     case Symbol::Warning:
       return QStringLiteral(":/images/warning.svg");
+    case Symbol::Search:
+      return QStringLiteral(":/images/search.svg");
+    case Symbol::Cross:
+      return QStringLiteral(":/images/cross.svg");
+    case Symbol::Calendar:
+      return QStringLiteral(":/images/calendar.svg");
     case Symbol::Away:
       return QStringLiteral(":/images/away.svg");
     case Symbol::Information:

@@ -245,6 +245,8 @@ void Desk::perform(Command command, QWidget*) {
       return timer_->editSelected();
     case Command::Delete:
       return timer_->deleteActivity();
+    case Command::Find:
+      return timer_->find();
     case Command::ToggleTimer:
       return timer_->state().toggleTimer();
     case Command::MarkComplete:

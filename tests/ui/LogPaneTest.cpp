@@ -2,9 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -66,6 +68,74 @@ TEST_F(LogPaneWidget, FiltersByWhatIsChosenAndTyped) {
   EXPECT_EQ(from.text(), "");
   typeInto(named<QLineEdit>("To date"), "soonish");
   EXPECT_EQ(rows(), 2);
+}
+
+TEST_F(LogPaneWidget, SaysWhatADateMeansAndPicksOneFromACalendar) {
+  auto& from = named<QLineEdit>("From date");
+  auto& range = named<QComboBox>("Range");
+  const auto* complaint = pane->findChild<QWidget*>("unreadableDate");
+  EXPECT_EQ(range.currentText(), "Any Time");
+  typeInto(from, "31 Feb");
+  EXPECT_TRUE(complaint->isVisible());
+  EXPECT_EQ(from.accessibleDescription(), "This date cannot be read and limits nothing.");
+  EXPECT_EQ(rows(), 2);
+  EXPECT_EQ(range.currentText(), "Dates");
+  typeInto(from, "24.11.");
+  EXPECT_FALSE(complaint->isVisible());
+  EXPECT_EQ(from.accessibleDescription(), "Tuesday, 24 November 2026");
+  EXPECT_EQ(rows(), 2);
+
+  QTest::keyClick(&from, Qt::Key_Down, Qt::AltModifier);
+  auto* calendar = from.findChild<QCalendarWidget*>();
+  ASSERT_TRUE(calendar && calendar->isVisible());
+  EXPECT_EQ(calendar->selectedDate(), QDate(2026, 11, 24));
+  auto* days = calendar->findChild<QTableView*>();
+  QTest::keyClick(days, Qt::Key_Escape);
+  QTest::qWait(0);
+  EXPECT_FALSE(from.findChild<QCalendarWidget*>());
+  EXPECT_EQ(from.text(), "24.11.");
+  QTest::keyClick(&from, Qt::Key_Down, Qt::AltModifier);
+  days = from.findChild<QCalendarWidget*>()->findChild<QTableView*>();
+  QTest::keyClick(days, Qt::Key_Right);
+  QTest::keyClick(days, Qt::Key_Return);
+  EXPECT_EQ(from.text(), "25 Nov 2026");
+  EXPECT_EQ(rows(), 0);
+
+  range.setFocus();
+  QTest::keyClicks(&range, "today");
+  EXPECT_EQ(from.text(), "today");
+  EXPECT_EQ(rows(), 2);
+  named<QAbstractButton>("Clear Filters").click();
+  EXPECT_EQ(range.currentText(), "Any Time");
+  EXPECT_FALSE(named<QAbstractButton>("Clear Filters").isVisible());
+}
+
+TEST_F(LogPaneWidget, FindsByTheLetterAndGivesTheKeyboardBack) {
+  RowTableView& table = pane->table();
+  auto& field = named<QLineEdit>("Find in the log");
+  table.setFocus();
+  pane->find();
+  EXPECT_TRUE(field.hasFocus());
+  QTest::keyClicks(&field, "acm");
+  EXPECT_EQ(rows(), 1);
+  EXPECT_EQ(summary->accessibleDescription(), "1 entry, 01:00:00, 1 is hidden by the search");
+  EXPECT_FALSE(table.grab().isNull());  // with letters in bold
+  QTest::keyClick(&field, Qt::Key_Down);
+  EXPECT_TRUE(table.hasFocus());
+  pane->find();
+  EXPECT_EQ(field.selectedText(), "acm");
+  QTest::keyClicks(&field, "zzz");
+  EXPECT_EQ(rows(), 0);
+  EXPECT_EQ(table.findChild<QLabel*>()->text(), "Nothing here contains “zzz”.");
+  QTest::keyClick(&field, Qt::Key_Escape);
+  EXPECT_EQ(rows(), 2);
+  EXPECT_TRUE(field.hasFocus());
+  QTest::keyClick(&field, Qt::Key_Escape);
+  EXPECT_TRUE(table.hasFocus());
+  QTest::keyClicks(&field, "bob");
+  summary->findChild<QPushButton*>()->click();
+  EXPECT_EQ(rows(), 2);
+  EXPECT_EQ(field.text(), "");
 }
 
 TEST_F(LogPaneWidget, StandsOnTheGridWhateverIsShown) {

@@ -245,7 +245,7 @@ bool TimerState::updateTimeDisplay() {
   if (!session_.document()) return false;
   if (shownDay_ && !(*shownDay_ == today())) {
     reloadData();  // "today" means another day now
-    log_.reloadData();
+    log_.dayChanged();
   }
   const Activity* selected = selectedActivity();
   if (selected && selected->isRunning()) showElapsedTime(selected);

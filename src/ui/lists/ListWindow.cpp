@@ -9,6 +9,7 @@
 #include "ui/Buttons.h"
 #include "ui/CommandTarget.h"
 #include "ui/RowTableView.h"
+#include "ui/SearchField.h"
 #include "ui/Theme.h"
 #include "ui/WindowPlace.h"
 #include "ui_ListWindow.h"
@@ -95,10 +96,7 @@ void ListWindow::connectButtons() {
   connect(ui_->markNoneButton, &QPushButton::clicked, this, &ListWindow::markNoneShown);
   connect(ui_->searchString, &QLineEdit::textChanged, this, &ListWindow::search);
   ui_->searchString->installEventFilter(this);
-  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, ui_->searchString, [this] {
-    ui_->searchString->setFocus();
-    ui_->searchString->selectAll();
-  });
+  markAsSearch(*ui_->searchString);
 }
 
 /// The button's letter acts at once. By Qt's own way a button waits for a tenth of a second, and what is

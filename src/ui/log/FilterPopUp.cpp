@@ -13,7 +13,7 @@ constexpr int kPadding = 6;
 constexpr int kGap = 5;
 constexpr int kChevron = 18;
 constexpr int kWidestValue = 140;
-constexpr int kNarrowestValue = 24;
+constexpr int kNarrowestLetters = 12;
 
 }  // namespace
 
@@ -33,8 +33,12 @@ QFont FilterPopUp::valueFont() const {
   return font;
 }
 
+int FilterPopUp::titleWidth() const {
+  return title_.isEmpty() ? 0 : fontMetrics().horizontalAdvance(title_) + kGap;
+}
+
 QSize FilterPopUp::sizeFor(int valueWidth) const {
-  const int words = fontMetrics().horizontalAdvance(title_) + kGap + valueWidth + 1;
+  const int words = titleWidth() + valueWidth + 1;
   return {kPadding + words + kChevron, metrics::kControlHeight};
 }
 
@@ -43,7 +47,9 @@ QSize FilterPopUp::sizeHint() const {
 }
 
 QSize FilterPopUp::minimumSizeHint() const {
-  return sizeFor(std::min(kNarrowestValue, QFontMetrics(valueFont()).horizontalAdvance(value())));
+  const QFontMetrics letters(valueFont());
+  return sizeFor(letters.horizontalAdvance(
+      value().size() > kNarrowestLetters ? value().first(kNarrowestLetters - 1) + u'…' : value()));
 }
 
 void FilterPopUp::paintEvent(QPaintEvent*) {
@@ -61,7 +67,7 @@ void FilterPopUp::paintEvent(QPaintEvent*) {
   QRect words = rect().adjusted(kPadding, 0, -kChevron, 0);
   painter.setPen(isEnabled() ? quiet : colours.disabled);
   painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft, title_);
-  words.setLeft(words.left() + fontMetrics().horizontalAdvance(title_) + kGap);
+  words.setLeft(words.left() + titleWidth());
   painter.setFont(valueFont());
   painter.setPen(isEnabled() ? colours.text : colours.disabled);
   painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft,

@@ -6,8 +6,10 @@
 #include "LogFilterRow.h"
 #include "LogSummaryView.h"
 #include "platform/Preferences.h"
+#include "platform/Text.h"
 #include "ui/HelpPlace.h"
 #include "ui/RowTableView.h"
+#include "ui/SearchField.h"
 #include "ui/TableMemory.h"
 #include "ui_core/HelpAnchors.h"
 #include "ui_core/TimerState.h"
@@ -35,6 +37,7 @@ LogPaneView::LogPaneView(Session& session, TimerState& window, QWidget* parent)
   connect(table_.get(), &RowTableView::cellPressed, this, &LogPaneView::pressCell);
   connect(table_.get(), &RowTableView::rowActivated, this, &LogPaneView::editTimeEntry);
   connect(table_.get(), &RowTableView::emptyButtonClicked, this, [this] { log_.clearFilters(); });
+  filters_->search().setTable(table_.get());
   contents_ = log_.contentsChanges.observe([this] { showEmptiness(); });
   log_.start();
   showEmptiness();
@@ -43,6 +46,8 @@ LogPaneView::LogPaneView(Session& session, TimerState& window, QWidget* parent)
 LogPaneView::~LogPaneView() = default;
 
 QWidget* LogPaneView::makeSummary() { return new LogSummaryView(log_); }
+
+void LogPaneView::find() { beginSearch(filters_->search()); }
 
 void LogPaneView::exportTimeLog() {
   ExportProgressDialog progress(session_.ports().modals, window());
@@ -63,6 +68,10 @@ void LogPaneView::showEmptiness() {
     case LogEmptiness::NoEntries:
       return table_->setEmptyState(tr("No time has been tracked yet"));
     case LogEmptiness::FilteredAway:
+      if (!log_.search().isEmpty()) {
+        return table_->setEmptyState(formatted(tr("Nothing here contains “%@”."), {log_.search().trimmed()}),
+                                     tr("Clear Filters"));
+      }
       return table_->setEmptyState(tr("No entry passes the filters"), tr("Clear Filters"));
   }
 }

@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 
 #include "model/DurationText.h"
 #include "ui/TabularText.h"
@@ -31,16 +32,28 @@ QLabel* words(const QString& text = {}) {
 }  // namespace
 
 LogSummaryView::LogSummaryView(LogController& log)
-    : log_(log), count_(figures()), noun_(words()), time_(figures()), selected_(words(tr("selected"))) {
+    : log_(log),
+      count_(figures()),
+      noun_(words()),
+      time_(figures()),
+      selected_(words(tr("selected"))),
+      hidden_(words()),
+      showAll_(new QPushButton(tr("Show All"))) {
   setObjectName(QStringLiteral("logSummary"));
   setAccessibleName(tr("Listed time"));
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(kWordGap);
-  for (QWidget* part : {static_cast<QWidget*>(count_), static_cast<QWidget*>(noun_),
-                        static_cast<QWidget*>(time_), static_cast<QWidget*>(selected_)}) {
+  for (QWidget* part : std::initializer_list<QWidget*>{count_, noun_, time_, selected_, hidden_, showAll_}) {
     row->addWidget(part);
   }
+  hidden_->setObjectName(QStringLiteral("hiddenBySearch"));
+  hidden_->setContentsMargins(2 * metrics::kGrid, 0, 0, 0);
+  showAll_->setObjectName(QStringLiteral("showAllEntries"));
+  showAll_->setAccessibleName(tr("Show All"));
+  showAll_->setFont(Theme::controlFont());
+  showAll_->setFlat(true);
+  connect(showAll_, &QPushButton::clicked, this, [this] { log_.setSearch({}); });
   contents_ = log.contentsChanges.observe([this] { showSummary(); });
   showSummary();
 }
@@ -54,7 +67,14 @@ void LogSummaryView::showSummary() {
   noun_->setText(noun);
   time_->setText(time);
   selected_->setVisible(log_.numberOfSelectedRows() > 0);
-  setAccessibleDescription(count + u' ' + noun + u' ' + time);
+  const int hidden = log_.hiddenBySearch();
+  const QString held =
+      hidden == 1 ? tr("1 is hidden by the search") : tr("%1 are hidden by the search").arg(hidden);
+  hidden_->setText(held);
+  hidden_->setVisible(hidden > 0);
+  showAll_->setVisible(hidden > 0);
+  const QString said = count + u' ' + noun + u' ' + time;
+  setAccessibleDescription(hidden > 0 ? said + u", " + held : said);
 }
 
 }  // namespace pendra

@@ -5,12 +5,14 @@
 #include "ui_core/LogController.h"
 
 class QLabel;
+class QPushButton;
 
 namespace pendra {
 
 class TabularLabel;
 
-/// "128 entries, 96:12:30": the count and the sum of the selected entries, or of all that are listed.
+/// "128 entries, 96:12:30": the count and the sum of the selected entries, or of all that are listed; and
+/// what a search holds back.
 class LogSummaryView final : public QWidget {
  public:
   /// The logic must outlive it.
@@ -24,6 +26,8 @@ class LogSummaryView final : public QWidget {
   QLabel* noun_;
   TabularLabel* time_;
   QLabel* selected_;
+  QLabel* hidden_;
+  QPushButton* showAll_;
   Notifier::Subscription contents_;
 };
 

@@ -52,8 +52,7 @@ BarUnit barsFor(const ReportRange& range) {
 
 }  // namespace
 
-ReportHead::ReportHead(ReadDate readDate, std::function<QDate()> today)
-    : readDate_(std::move(readDate)), today_(std::move(today)) {
+ReportHead::ReportHead(std::function<DayReader()> days) : days_(std::move(days)) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, metrics::kGrid + 4, 0, metrics::kGrid + 4);
   column->setSpacing(metrics::kGrid + 4);
@@ -134,7 +133,7 @@ void ReportHead::addDates(QHBoxLayout& row) {
     field->setObjectName(objectName);
     field->setAccessibleName(name);
     field->setFixedWidth(kDateWidth);
-    field->setReader([this](const QString& text) { return readDate_(text).has_value(); });
+    field->setReader(days_);
     connect(field, &QLineEdit::editingFinished, this, &ReportHead::chooseDates);
     inRow->addWidget(quietLabel(word, field));
     inRow->addWidget(field);
@@ -219,7 +218,7 @@ void ReportHead::showQuery(const ReportQuery& query) {
   dates_->setVisible(query.range.kind == RangeKind::Dates);
   title_->setVisible(query.range.kind != RangeKind::Dates);
   for (const auto& [field, date] : {std::pair(from_, query.range.first), std::pair(to_, query.range.last)}) {
-    field->setText(date.toString(QStringLiteral("MM/dd/yy")));
+    field->setText(fieldDate(date, locale()));
   }
   bars_->setCurrentIndex(static_cast<int>(query.bars));
   by_->setCurrentIndex(static_cast<int>(query.by));
@@ -251,8 +250,9 @@ void ReportHead::showSums(const Hours& all, bool linked) {
 void ReportHead::chooseKind(RangeKind kind) {
   ReportQuery query = query_;
   // Today's range when today is in what was shown, else the one at its beginning.
-  const bool hasToday = query.range.first <= today_() && today_() <= query.range.last;
-  const QDate day = hasToday ? today_() : query.range.first;
+  const QDate today = days_().today;
+  const bool hasToday = query.range.first <= today && today <= query.range.last;
+  const QDate day = hasToday ? today : query.range.first;
   query.range = kind == RangeKind::Dates ? ReportRange{kind, query.range.first, query.range.last}
                                          : ReportRange::around(kind, day, query.weekBegins);
   query.bars = barsFor(query.range);
@@ -261,11 +261,11 @@ void ReportHead::chooseKind(RangeKind kind) {
 }
 
 void ReportHead::chooseDates() {
-  const auto first = readDate_(from_->text());
-  const auto last = readDate_(to_->text());
+  const auto first = readDateField(from_->text(), days_());
+  const auto last = readDateField(to_->text(), days_());
   if (!first || !last) return;
   ReportQuery query = query_;
-  query.range = {RangeKind::Dates, std::min(*first, *last), std::max(*first, *last)};
+  query.range = {RangeKind::Dates, std::min(first->first, last->first), std::max(first->last, last->last)};
   if (query.range == query_.range) return;
   query.bars = barsFor(query.range);
   choose(query);

@@ -6,6 +6,7 @@
 
 #include "ReportSum.h"
 #include "model/Report.h"
+#include "ui_core/LogRange.h"
 
 class QHBoxLayout;
 class QLabel;
@@ -22,9 +23,8 @@ class FilterPopUp;
 class ReportHead final : public QWidget {
   Q_OBJECT
  public:
-  /// Reads what is typed for a date; none when it cannot be read.
-  using ReadDate = std::function<std::optional<QDate>(const QString& text)>;
-  ReportHead(ReadDate readDate, std::function<QDate()> today);
+  /// `days` says when and where dates are read.
+  explicit ReportHead(std::function<DayReader()> days);
 
   void showQuery(const ReportQuery& query);
   /// The names that the customer filter offers.
@@ -48,8 +48,7 @@ class ReportHead final : public QWidget {
   void chooseDates();
   void choose(const ReportQuery& query);
 
-  ReadDate readDate_;
-  std::function<QDate()> today_;
+  std::function<DayReader()> days_;
   ReportQuery query_;
   QHBoxLayout* rangeRow_ = nullptr;
   QLabel* title_ = nullptr;

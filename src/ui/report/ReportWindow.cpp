@@ -9,7 +9,6 @@
 #include "ReportHead.h"
 #include "ReportTable.h"
 #include "model/Queries.h"
-#include "platform/NaturalDate.h"
 #include "platform/Preferences.h"
 #include "ui/HelpPlace.h"
 #include "ui/WindowPlace.h"
@@ -80,12 +79,7 @@ ReportWindow::~ReportWindow() = default;
 
 QWidget* ReportWindow::makeContent() {
   head_ = new ReportHead(
-      [this](const QString& text) -> std::optional<QDate> {
-        const Calendar& calendar = session_.ports().calendar;
-        const auto read = dateWithNaturalLanguageString(text, session_.ports().clock.now(), calendar);
-        return read ? std::optional(calendar.day(*read)) : std::nullopt;
-      },
-      [this] { return today(); });
+      [this] { return DayReader{.today = today(), .locale = locale(), .weekBegins = query_.weekBegins}; });
   readOut_ = new ReadOut;
   readOut_->setObjectName(QStringLiteral("readOut"));
   readOut_->setAccessibleName(tr("Read-out"));

@@ -1,6 +1,8 @@
 #include "TimerWindow.h"
 
 #include <QCloseEvent>
+#include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include "ShownText.h"
@@ -27,13 +29,21 @@ QVBoxLayout* place(QWidget* widget) {
   return layout;
 }
 
+/// As large as is comfortable, and no larger than what the screen has free, with room for a title bar.
+QSize firstSize(const QWidget& window) {
+  const QSize free = window.screen()->availableSize();
+  const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  return kFirstSize.boundedTo({free.width(), free.height() - title});
+}
+
 }  // namespace
 
 TimerWindow::TimerWindow(Notices& notices, QWidget* quickEntry, std::function<bool()> shouldClose,
                          std::function<void()> closed)
     : shouldClose_(std::move(shouldClose)), closed_(std::move(closed)) {
   setObjectName(QStringLiteral("timerWindow"));
-  resize(kFirstSize);
+  const QSize first = firstSize(*this);
+  resize(first);
   setMinimumWidth(kFirstSize.width() * 2 / 3);
 
   activityTable = new RowTableView;
@@ -47,7 +57,7 @@ TimerWindow::TimerWindow(Notices& notices, QWidget* quickEntry, std::function<bo
   splitView->addWidget(activityTable);
   splitView->addWidget(makeFooter());
   splitView->setChildrenCollapsible(false);
-  splitView->setSizes({kFirstSize.height() * 3 / 8, kFirstSize.height() * 5 / 8});
+  splitView->setSizes({first.height() * 3 / 8, first.height() * 5 / 8});
 
   auto* content = new QWidget;
   QVBoxLayout* column = place(content);

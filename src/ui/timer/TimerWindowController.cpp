@@ -26,6 +26,7 @@
 #include "ui/LogPaneView.h"
 #include "ui/MenuBar.h"
 #include "ui/RowTableView.h"
+#include "ui/SearchField.h"
 #include "ui/TableMemory.h"
 #include "ui/Theme.h"
 #include "ui/WindowPlace.h"
@@ -237,6 +238,12 @@ void TimerWindowController::deleteActivity() {
   } else {
     askToDeleteEntries(state_);
   }
+}
+
+void TimerWindowController::find() {
+  auto* activities = window_->findChild<SearchField*>(QStringLiteral("activitySearch"));
+  if (activities && activitiesHadFocus()) return beginSearch(*activities);
+  log_->find();
 }
 
 void TimerWindowController::exportTimeLog() { log_->exportTimeLog(); }

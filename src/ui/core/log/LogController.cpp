@@ -1,9 +1,9 @@
 #include "ui_core/LogController.h"
 
 #include <QSet>
-#include <numeric>
 
 #include "DayRange.h"
+#include "LogSearch.h"
 #include "model/Queries.h"
 #include "platform/Log.h"
 #include "platform/Preferences.h"
@@ -36,16 +36,20 @@ bool renames(const ChangeSet& changes) {
          changes.changedAny<Service>("name");
 }
 
-double lengthOf(std::span<const LogRow> rows) {
-  return std::accumulate(rows.begin(), rows.end(), 0.0,
-                         [](double sum, const LogRow& row) { return sum + row.duration; });
+double lengthOf(const RowTable<LogRow>& table) {
+  double sum = 0;
+  for (const LogRow& row : table.rows()) sum += row.duration;
+  return sum;
 }
 
 }  // namespace
 
 LogController::LogController(Session& session, TimerState& window, const QLocale& locale)
-    : session_(session),
+    : rangePopup(logRangeTitles().first()),
+      session_(session),
       window_(window),
+      locale_(locale),
+      search_(std::make_unique<LogSearch>()),
       rows_(makeLogTable(session.ports().calendar, locale,
                          [this] { return !rows_.isHidden(QStringLiteral("start")); })),
       selectionChanges_(selection_.changes.observe([this] { selectionChanged(); })),
@@ -56,8 +60,12 @@ LogController::LogController(Session& session, TimerState& window, const QLocale
       })),
       standaloneChanges_(session.standaloneChanges().observe([this] { showWhatApplies(); })),
       documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
+  for (const QString& title : logRangeTitles()) rangePopup.addItem(title);
+  rangePopup.selectItemAtIndex(static_cast<int>(LogRange::AnyTime));
   followDocument();
 }
+
+LogController::~LogController() = default;
 
 /// What is kept by hand is never sent.
 void LogController::showWhatApplies() {
@@ -109,13 +117,19 @@ std::vector<LogRow> LogController::makeRows() const {
   return rows;
 }
 
-DayRange LogController::days() const { return {dateOf(startDateField), dateOf(endDateField)}; }
+DayRange LogController::days() const {
+  const Calendar& calendar = session_.ports().calendar;
+  const auto from = daysOfField(startDateField);
+  const auto to = daysOfField(endDateField);
+  return {from ? std::optional(calendar.startOfDay(from->first)) : std::nullopt,
+          to ? std::optional(calendar.startOfDay(to->last)) : std::nullopt};
+}
 
 void LogController::documentEdited(const ChangeSet& changes) {
   const auto inserted = changes.inserted<TimeEntry>();
   const bool comesOrGoes = !inserted.empty() || !changes.deleted<TimeEntry>().empty();
   if (concernsFilters(changes) || (comesOrGoes && filtersByName())) {
-    reloadKeepingChoice();
+    reloadNamesFor(inserted);
   } else if (inserted.size() > kMostRanges || movesThroughFilters(changes)) {
     reloadData();
   } else {
@@ -125,7 +139,7 @@ void LogController::documentEdited(const ChangeSet& changes) {
     takeIn(inserted);
     if (renames(changes)) renameFilters(changes);
     if (renames(changes) || changes.changedAny<TimeEntry>("start")) rows_.sortAgain();
-    secondsOfAll_ = lengthOf(rows_.rows());
+    secondsOfAll_ = lengthOf(rows_);
     runningRows_.clear();
   }
   updateRunningEntries();  // at once, not at the next tick
@@ -165,9 +179,11 @@ void LogController::refreshRows(const ChangeSet& changes) {
 void LogController::reloadData() {
   const Notifier::Change change(contentsChanges);
   auto rows = makeRows();
-  secondsOfAll_ = lengthOf(rows);
+  search_->forget();
+  if (search_->isActive()) search_->gather(rows);
   runningRows_.clear();
   rows_.setRows(std::move(rows));
+  secondsOfAll_ = lengthOf(rows_);
 }
 
 void LogController::updateRunningEntries() {

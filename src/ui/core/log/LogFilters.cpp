@@ -1,9 +1,11 @@
+#include <QCoreApplication>
+
+#include "LogSearch.h"
 #include "model/Queries.h"
-#include "platform/DateTexts.h"
-#include "platform/NaturalDate.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
 #include "store/ChangeSet.h"
+#include "store/Predicate.h"
 #include "ui_core/LogController.h"
 
 namespace pendra {
@@ -11,6 +13,8 @@ namespace pendra {
 namespace {
 
 const QString kAll = QStringLiteral("All");
+
+QString tr(const char* text) { return QCoreApplication::translate("pendra::LogController", text); }
 
 /// The sorted names of those whose `shown` is present. Kept: a `shown` of false counts too, so that what
 /// was hidden from the pick lists can still be filtered by.
@@ -62,15 +66,6 @@ QString LogController::buildPredicate() const {
   return filter;
 }
 
-std::optional<Instant> LogController::dateOf(const QString& field) const {
-  if (field.isEmpty()) return std::nullopt;
-  return dateWithNaturalLanguageString(field, session_.ports().clock.now(), session_.ports().calendar);
-}
-
-bool LogController::isReadable(const QString& dateField) const {
-  return dateField.isEmpty() || dateOf(dateField).has_value();
-}
-
 bool LogController::hidesSubmitted() const {
   return session_.ports().defaults.boolean(preferences::kHideSubmitted) && !session_.isStandalone();
 }
@@ -104,13 +99,22 @@ void LogController::renameFilters(const ChangeSet& changes) {
   const QString job = chosenAfter<Job>(changes, jobPopup);
   const QString service = chosenAfter<Service>(changes, servicePopup);
   reloadNames();
+  chooseNames(customer, job, service);
+  if (filtersByName()) reloadData();  // others may be called so, too
+}
+
+/// Where one of them is no more, none limits.
+void LogController::chooseNames(const QString& customer, const QString& job, const QString& service) {
   fillJobs(customer);
   customerPopup.selectItemWithTitle(customer);
   jobPopup.selectItemWithTitle(job);
   servicePopup.selectItemWithTitle(service);
   const auto isLost = [](const PopUp& popup) { return popup.indexOfSelectedItem() < 0; };
-  if (isLost(customerPopup) || isLost(jobPopup) || isLost(servicePopup)) resetNameFilters();
-  if (filtersByName()) reloadData();  // others may be called so, too
+  if (!isLost(customerPopup) && !isLost(jobPopup) && !isLost(servicePopup)) return;
+  resetNameFilters();
+  sayNamesAreAll(
+      tr("Customer, job and service of the time log were set to “All”, because what they named is "
+         "no more."));
 }
 
 void LogController::fillJobs(const std::optional<QString>& customer) {
@@ -139,36 +143,63 @@ void LogController::resetNameFilters() {
   reloadData();
 }
 
-void LogController::reloadKeepingChoice() {
+void LogController::reloadNamesFor(const Objects<TimeEntry>& inserted) {
   const Notifier::Change change(filtersChanges);
-  const int customer = customerPopup.indexOfSelectedItem();
-  const int job = jobPopup.indexOfSelectedItem();
-  const int service = servicePopup.indexOfSelectedItem();
+  const QString customer = customerPopup.titleOfSelectedItem().value_or(kAll);
+  const QString job = jobPopup.titleOfSelectedItem().value_or(kAll);
+  const QString service = servicePopup.titleOfSelectedItem().value_or(kAll);
+  const bool filtered = filtersByName();
   reloadNames();
-  customerPopup.selectItemAtIndex(customer);
-  servicePopup.selectItemAtIndex(service);
-  // Kept: this undoes the two lines before it, and leaves one title for the job's index.
-  resetNameFilters();
-  jobPopup.selectItemAtIndex(job);
+  chooseNames(customer, job, service);
+  const auto isHidden = [this](const TimeEntry* entry) { return !passesNameFilters(*entry); };
+  if (filtered && std::any_of(inserted.begin(), inserted.end(), isHidden)) {
+    resetNameFilters();
+    sayNamesAreAll(
+        tr("Customer, job and service of the time log were set to “All”, because they would hide "
+           "the new entry."));
+  }
+  reloadData();
+}
+
+void LogController::sayNamesAreAll(const QString& text) {
+  session_.notices().post({.key = QStringLiteral("filters"),
+                           .text = text,
+                           .actions = {},
+                           .ofDocument = true,
+                           .onlyInTimerWindow = true});
+}
+
+bool LogController::passesNameFilters(const TimeEntry& entry) const {
+  const auto filter = Predicate::parse(buildPredicate());
+  return !filtersByName() || (filter && entry.activity() && filter.value().matches(*entry.activity()));
 }
 
 void LogController::showOnly(QDate first, QDate last, const std::optional<QString>& customer) {
   const Notifier::Change change(filtersChanges);
   clearFilters();
-  const Calendar& calendar = session_.ports().calendar;
-  startDateField = shortDate(calendar.startOfDay(first), calendar);
-  endDateField = shortDate(calendar.startOfDay(last), calendar);
+  startDateField = fieldDate(first, locale_);
+  endDateField = fieldDate(last, locale_);
+  rangePopup.selectItemAtIndex(static_cast<int>(LogRange::Dates));
   if (customer) customerPopup.selectItemWithTitle(*customer);
   fillJobs(customer);
   reloadData();
   updateRunningEntries();
 }
 
-void LogController::clearFilters() {
+bool LogController::isLimited() const {
+  return filtersByName() || !startDateField.isEmpty() || !endDateField.isEmpty() || search_->isActive();
+}
+
+void LogController::showAll() {
   const Notifier::Change change(filtersChanges);
-  startDateField.clear();
-  endDateField.clear();
+  chooseRange(LogRange::AnyTime);
+  setSearch({});
   resetNameFilters();
+  updateRunningEntries();
+}
+
+void LogController::clearFilters() {
+  showAll();
   if (hidesSubmitted()) setHidesSubmitted(false);
 }
 

@@ -47,10 +47,7 @@ std::vector<Ref<TimeEntry>> LogController::selectedEntries() const {
 
 void LogController::selectEntry(const TimeEntry* period) {
   int found = selection_.row();
-  const auto rows = rows_.rows();
-  for (std::size_t index = 0; index < rows.size(); ++index) {
-    if (rows[index].entry == period) found = static_cast<int>(index);
-  }
+  found = rows_.indexOf([period](const LogRow& row) { return row.entry == period; }).value_or(found);
   if (found >= 0) selection_.selectRow(found);
 }
 
@@ -64,7 +61,10 @@ std::vector<LogRow> LogController::consideredRows() const {
   return rows;
 }
 
-std::vector<LogRow> LogController::allRows() const { return {rows_.rows().begin(), rows_.rows().end()}; }
+std::vector<LogRow> LogController::allRows() const {
+  const auto rows = rows_.rows();
+  return {rows.begin(), rows.end()};
+}
 
 void LogController::selectionChanged() {
   const Notifier::Change contents(contentsChanges);

@@ -23,6 +23,8 @@ class LogPaneView final : public QWidget {
   [[nodiscard]] RowTableView& table() { return *table_; }
   /// A new widget that says how many entries there are and how long they are, for the window's footer.
   [[nodiscard]] QWidget* makeSummary();
+  /// Puts the keyboard into the field that searches the log.
+  void find();
   /// Runs the export with a sheet that shows its progress, and can end it, when it takes long.
   void exportTimeLog();
 

@@ -42,6 +42,8 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   void editTimeEntry();
   void deleteActivity();
   void exportTimeLog();
+  /// Puts the keyboard into the field that searches the table which had it last.
+  void find();
 
   void bringToFront();
   /// Closes without asking, and the document with it.

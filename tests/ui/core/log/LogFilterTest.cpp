@@ -1,6 +1,7 @@
 #include "LogFixture.h"
 #include "platform/Preferences.h"
 #include "support/LogCapture.h"
+#include "ui_core/LogSubmissionRows.h"
 
 namespace pendra {
 namespace {
@@ -51,14 +52,11 @@ TEST_F(TimeLog, ListsWholeDays) {
   }
 }
 
-TEST_F(TimeLog, AnUnreadableDateDoesNotLimitAndSaysSo) {
+TEST_F(TimeLog, AnUnreadableDateDoesNotLimit) {
   test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   log.startDateField = "soonish";
   log.reloadData();
   EXPECT_EQ(log.rows().rowCount(), 1);
-  EXPECT_FALSE(log.isReadable(log.startDateField));
-  EXPECT_TRUE(log.isReadable("last monday"));
-  EXPECT_TRUE(log.isReadable(""));
 }
 
 TEST_F(TimeLog, ExactlyOneSecondIsHiddenAsSentAndCannotBeMarkedUnsent) {
@@ -97,24 +95,129 @@ TEST_F(TimeLog, PopUpsListEachNameOnceWhateverItsCase) {
   EXPECT_EQ(log.jobPopup.titles(), QStringList("All")) << "whatever jobs a customer of that name has";
 }
 
-TEST_F(TimeLog, TheSameChoiceIsAllWithTheJobsIndexLeftOver) {
-  test.addPeriod(activityOf("Acme", "Roof"), "2026-11-24T08:00:00Z", 60);
-  test.addPeriod(activityOf("Bob"), "2026-11-24T08:00:00Z", 60);
+TEST_F(TimeLog, ANameFilterStaysUnlessItWouldHideWhatHasCome) {
+  Activity& roof = activityOf("Acme", "Roof");
+  Activity& other = activityOf("Bob");
+  for (Activity* activity : {&roof, &other}) test.addPeriod(*activity, "2026-11-24T08:00:00Z", 60);
   log.reloadNames();
-  test.addPeriod(test.addActivity(nullptr, nullptr), "2026-11-24T08:00:00Z", 60);
-  log.servicePopup.selectItemWithTitle("Design");
-  log.reloadData();
-  ASSERT_EQ(log.rows().rowCount(), 2);
   pickCustomer("Acme");
   log.jobPopup.selectItemWithTitle("Roof");
+  log.servicePopup.selectItemWithTitle("Design");
   log.reloadData();
-  ASSERT_EQ(log.rows().rowCount(), 1) << "all three hold";
-  log.reloadKeepingChoice();
-  EXPECT_EQ(log.customerPopup.indexOfSelectedItem(), 0);
-  EXPECT_EQ(log.servicePopup.indexOfSelectedItem(), 0);
-  EXPECT_EQ(log.jobPopup.titles(), QStringList{"All"});
-  EXPECT_EQ(log.jobPopup.indexOfSelectedItem(), -1);
+  const auto edit = [this](const auto& work) { std::ignore = test.session.context()->edit("Edit", work); };
+  const auto chosen = [this] {
+    return QStringList{*log.customerPopup.titleOfSelectedItem(), *log.jobPopup.titleOfSelectedItem(),
+                       *log.servicePopup.titleOfSelectedItem()};
+  };
+  log.selection().selectRows({0});
+  edit([&] { roof.startEntry(); });
+  edit([&] { test.addActivity(&test.addCustomer("Zed"), design); });
+  edit([&] { test.session.context()->deleteObject(*other.entries()[0]); });
+  EXPECT_EQ(chosen(), (QStringList{"Acme", "Roof", "Design"}));
+  EXPECT_EQ(log.customerPopup.titles(), (QStringList{"All", "Acme", "Bob", "Zed"}));
+  EXPECT_EQ(log.rows().rowCount(), 2);
+  EXPECT_EQ(log.selectedEntry(), roof.entries()[0]) << "so does what is selected";
+  EXPECT_TRUE(test.session.notices().standing().empty());
+  edit([&] { other.startEntry(); });
+  EXPECT_EQ(chosen(), (QStringList{"All", "All", "All"}));
   EXPECT_EQ(log.rows().rowCount(), 3);
+  ASSERT_EQ(test.session.notices().standing().size(), 1U);
+  EXPECT_TRUE(test.session.notices().standing()[0].text.contains("would hide the new entry"));
+  pickCustomer("Acme");
+  test.session.notices().withdraw("filters");
+  edit([&] { roof.setCustomer(nullptr); });
+  EXPECT_EQ(chosen(), (QStringList{"All", "All", "All"}));
+  EXPECT_EQ(test.session.notices().standing().size(), 1U) << "nobody is called Acme any more";
+}
+
+TEST_F(TimeLog, ARangeFillsTheDatesAndMovesWithTheDay) {
+  for (const char* start : {"2026-10-31T08:00:00Z", "2026-11-15T08:00:00Z", "2026-11-22T08:00:00Z",
+                            "2026-11-23T08:00:00Z", "2026-11-24T08:00:00Z", "2026-11-28T08:00:00Z"}) {
+    test.addPeriod(activityOf("Acme"), start, 60);
+  }
+  EXPECT_EQ(log.range(), LogRange::AnyTime);
+  const struct {
+    LogRange range;
+    const char* from;
+    const char* to;
+    int rows;
+  } expected[] = {{LogRange::Today, "today", "today", 1},
+                  {LogRange::Yesterday, "23 Nov 2026", "23 Nov 2026", 1},
+                  {LogRange::ThisWeek, "23 Nov 2026", "29 Nov 2026", 3},  // one lies ahead
+                  {LogRange::LastWeek, "16 Nov 2026", "22 Nov 2026", 1},
+                  {LogRange::LastMonth, "1 Oct 2026", "31 Oct 2026", 1},
+                  {LogRange::Dates, "1 Oct 2026", "31 Oct 2026", 1},
+                  {LogRange::AnyTime, "", "", 6}};
+  for (const auto& is : expected) {
+    log.chooseRange(is.range);
+    EXPECT_EQ(log.startDateField, is.from);
+    EXPECT_EQ(log.endDateField, is.to);
+    EXPECT_EQ(log.rows().rowCount(), is.rows) << is.from;
+    EXPECT_EQ(log.isLimited(), is.range != LogRange::AnyTime);
+  }
+  test.session.context()->deleteObject(*test.session.context()->all<TimeEntry>()[5]);
+  log.chooseRange(LogRange::ThisMonth);
+  EXPECT_EQ(log.endDateField, "today") << "as long as nothing lies ahead";
+  log.chooseRange(LogRange::Today);
+  log.selection().selectRows({0});
+  window.updateTimeDisplay();
+  test.clock.advance(24 * 3600);
+  window.reloadData();
+  log.dayChanged();
+  EXPECT_EQ(log.rows().rowCount(), 0) << "today is another day";
+  log.startDateField = "11/24";
+  log.datesTyped();
+  EXPECT_EQ(log.range(), LogRange::Dates);
+  EXPECT_EQ(log.rows().rowCount(), 1);
+  log.startDateField.clear();
+  log.endDateField.clear();
+  log.datesTyped();
+  EXPECT_EQ(log.range(), LogRange::AnyTime);
+}
+
+TEST_F(TimeLog, ASearchIsAFilterThatFollowsEachLetter) {
+  Activity& roof = activityOf("Acme", "Roof");
+  TimeEntry& noted = test.addPeriod(roof, "2026-11-24T08:00:00Z", 60);
+  noted.setNotes(QString::fromUtf8("Größe XL"));
+  test.addPeriod(roof, "2026-11-23T08:00:00Z", 60);
+  TimeEntry& other = test.addPeriod(activityOf("Bob"), "2026-11-22T08:00:00Z", 3600);
+  other.setNotes("a\nroof, too");
+  log.rows().sortBy({"date", false});
+  log.reloadData();
+  const auto found = [this](const char* typed) {
+    log.setSearch(QString::fromUtf8(typed));
+    return column("customer").join(',');
+  };
+  for (const auto& [typed, rows] :
+       {std::pair("roof", "Acme,Acme,Bob"), std::pair("ROOF acme", "Acme,Acme"), std::pair("größe", "Acme"),
+        std::pair("GRÖSSE", ""), std::pair("xl roof", "Acme"), std::pair("xl bob", ""),
+        std::pair("f, t", "Bob"), std::pair("design", "Acme,Acme,Bob"), std::pair("  ", "Acme,Acme,Bob")}) {
+    EXPECT_EQ(found(typed), rows) << typed;
+  }
+  log.selection().selectRows({2});
+  EXPECT_EQ(found("bob"), "Bob");
+  EXPECT_EQ(log.selectedEntry(), &other) << "what is selected stays so as long as it is found";
+  EXPECT_EQ(log.hiddenBySearch(), 2);
+  EXPECT_EQ(log.summary().seconds, 3600);
+  EXPECT_EQ(LogSubmissionRows(log).allRows().size(), 1U);
+  EXPECT_EQ(log.rows().searchText().foundIn("Bobby Bob"), (std::vector<FoundLetters>{{0, 3}, {6, 3}}));
+  const auto edit = [this](const auto& work) { std::ignore = test.session.context()->edit("Edit", work); };
+  edit([&] { other.setNotes("bobbing"); });
+  edit([&] { test.addPeriod(*other.activity(), "2026-11-25T08:00:00Z", 60); });
+  edit([&] { test.addPeriod(roof, "2026-11-21T08:00:00Z", 60); });
+  EXPECT_EQ(column("date").join(','), "Wed 25 Nov 2026,Sun 22 Nov 2026") << "what comes is looked through";
+  EXPECT_EQ(log.selectedEntry(), &other);
+  log.rows().sortBy({"date", true});
+  EXPECT_EQ(column("date").join(','), "Sun 22 Nov 2026,Wed 25 Nov 2026");
+  edit([&] { test.session.context()->deleteObject(*roof.entries()[1]); });
+  EXPECT_EQ(column("date").join(','), "Sun 22 Nov 2026,Wed 25 Nov 2026");
+  log.reloadData();
+  EXPECT_EQ(log.hiddenBySearch(), 2);
+  EXPECT_EQ(found("nowhere"), "");
+  EXPECT_EQ(log.emptiness(), LogEmptiness::FilteredAway);
+  LogSubmissionRows(log).showAll();
+  EXPECT_EQ(log.rows().rowCount(), 4);
+  EXPECT_EQ(log.search(), "");
 }
 
 TEST_F(TimeLog, ClearingTheFiltersShowsEverything) {
@@ -133,7 +236,7 @@ TEST_F(TimeLog, WithoutEntriesOrADocumentThereIsNothing) {
   EXPECT_EQ(log.emptiness(), LogEmptiness::NoEntries);
   EXPECT_EQ(log.customerPopup.titles(), QStringList{"All"});
   test.session.close();
-  log.reloadKeepingChoice();
+  log.reloadNames();
   log.updateRunningEntries();
   EXPECT_EQ(log.emptiness(), LogEmptiness::NoEntries);
 }

@@ -4,9 +4,11 @@
 // row does not go because it no longer passes a filter.
 
 #include <QLocale>
+#include <memory>
 
 #include "document/Session.h"
 #include "store/Observers.h"
+#include "ui_core/LogRange.h"
 #include "ui_core/LogRow.h"
 #include "ui_core/PopUp.h"
 #include "ui_core/TableSelection.h"
@@ -15,6 +17,7 @@ namespace pendra {
 
 class ChangeSet;
 class DayRange;
+class LogSearch;
 class TimerState;
 
 /// How many entries there are and how long they are together.
@@ -33,6 +36,7 @@ class LogController {
   LogController(Session& session, TimerState& window, const QLocale& locale);
   LogController(const LogController&) = delete;
   LogController& operator=(const LogController&) = delete;
+  ~LogController();
 
   /// Fills the filters; to be called once, when the window is there.
   void start();
@@ -46,14 +50,33 @@ class LogController {
   PopUp customerPopup{QStringLiteral("All")};
   PopUp jobPopup{QStringLiteral("All")};
   PopUp servicePopup{QStringLiteral("All")};
+  PopUp rangePopup;
   QString startDateField;
   QString endDateField;
   [[nodiscard]] bool hidesSubmitted() const;
   /// Writes the preference, which reloads.
   void setHidesSubmitted(bool hides);
-  /// Whether a date field holds nothing or something that reads as a date; else it does not limit.
-  [[nodiscard]] bool isReadable(const QString& dateField) const;
-  /// Everything to "All", no dates, sent entries shown.
+  /// When and where the dates are read.
+  [[nodiscard]] DayReader dayReader() const;
+  [[nodiscard]] LogRange range() const { return static_cast<LogRange>(rangePopup.indexOfSelectedItem()); }
+  /// Fills the date fields with the days of the range; "Dates" leaves them as they are.
+  void chooseRange(LogRange range);
+  /// To be called when a date field was typed into.
+  void datesTyped();
+  /// To be called when another day has begun: "today" is that one now.
+  void dayChanged();
+  /// What is looked for in names and notes; a limit as the others are.
+  [[nodiscard]] const QString& search() const { return searchTyped_; }
+  void setSearch(const QString& typed);
+  /// Makes the next letter of a search as fast as the later ones.
+  void prepareSearch();
+  /// How many entries pass the other filters and not the search.
+  [[nodiscard]] int hiddenBySearch() const { return rows_.heldBack(); }
+  /// Whether anything limits what is listed, but for the preference to hide what was sent.
+  [[nodiscard]] bool isLimited() const;
+  /// Names, dates and search limit nothing any more.
+  void showAll();
+  /// The same, and sent entries are shown.
   void clearFilters();
   /// Everything as `clearFilters` leaves it, but for these days and perhaps one customer.
   void showOnly(QDate first, QDate last, const std::optional<QString>& customer);
@@ -71,7 +94,6 @@ class LogController {
   /// The rebuild: what passes the filters now.
   void reloadData();
   void reloadNames();
-  void reloadKeepingChoice();
   /// The tick.
   void updateRunningEntries();
   void markSelectedUnsent();
@@ -112,13 +134,24 @@ class LogController {
   [[nodiscard]] bool filtersByName() const;
   [[nodiscard]] std::vector<LogRow> makeRows() const;
   [[nodiscard]] DayRange days() const;
-  [[nodiscard]] std::optional<Instant> dateOf(const QString& field) const;
+  [[nodiscard]] std::optional<DaySpan> daysOfField(const QString& field) const;
+  void fillDates();
+  [[nodiscard]] bool hasEntriesAfterToday(const DaySpan& days) const;
+  /// What is chosen in the filters stays chosen, unless it would hide what has come; that is said.
+  void reloadNamesFor(const Objects<TimeEntry>& inserted);
+  void sayNamesAreAll(const QString& text);
+  [[nodiscard]] bool passesNameFilters(const TimeEntry& entry) const;
+  void lookThroughRows();
+  void chooseNames(const QString& customer, const QString& job, const QString& service);
   void fillJobs(const std::optional<QString>& customer);
   void updateRunningRow(const TimeEntry& period);
   [[nodiscard]] int indexOf(const TimeEntry& period);
 
   Session& session_;
   TimerState& window_;
+  QLocale locale_;
+  std::unique_ptr<LogSearch> search_;
+  QString searchTyped_;
   RowTable<LogRow> rows_;
   TableSelection selection_{rows_};
   double secondsOfAll_ = 0;

@@ -16,6 +16,7 @@ struct LogRow {
   std::optional<Instant> start;
   double duration = 0;          ///< seconds; of a running entry, as of the last tick
   double submittedSeconds = 0;  ///< from the reference instant
+  int searchPlace = -1;         ///< among what a search has gathered; -1: none
 
   [[nodiscard]] Activity* activity() const { return of.get(); }
   [[nodiscard]] QString customer() const;

@@ -17,11 +17,8 @@ class LogSubmissionRows final : public SubmissionRows {
   [[nodiscard]] std::vector<SubmissionRow> allRows() const override { return converted(log_.allRows()); }
   void clearSelection() override { log_.clearSelection(); }
   void showAll() override {
-    const Notifier::Change change(log_.filtersChanges);
     log_.clearSelection();
-    log_.startDateField.clear();
-    log_.endDateField.clear();
-    log_.resetNameFilters();
+    log_.showAll();
   }
   void reloadData() override { log_.reloadData(); }
 

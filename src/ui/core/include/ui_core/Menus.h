@@ -28,6 +28,7 @@ enum class Command {
   Copy,
   Paste,
   SelectAll,
+  Find,
   Delete,
   EditSelected,
   AddActivity,

@@ -7,6 +7,7 @@
 #include <concepts>
 #include <functional>
 #include <optional>
+#include <ranges>
 #include <span>
 #include <utility>
 #include <vector>
@@ -53,11 +54,25 @@ class RowTable final : public TableModel {
     beginResetModel();
     rows_ = std::move(rows);
     arrange(rows_, orderOf(rows_));
+    lookThrough();
     endResetModel();
   }
+  /// Shows only those rows for which `passes` holds at this moment or when they come; none: all. Told as a
+  /// reset.
+  void setFilter(std::function<bool(const Row&)> passes) {
+    beginResetModel();
+    filter_ = std::move(passes);
+    lookThrough();
+    endResetModel();
+  }
+  /// How many rows the filter holds back.
+  [[nodiscard]] int heldBack() const { return static_cast<int>(rows_.size()) - rowCount(); }
+  /// All rows, also those that the filter holds back, to set in them what no cell shows.
+  [[nodiscard]] std::span<Row> all() { return rows_; }
   /// The rows as they are now, sorted, told as the difference: by identity what came, went and moved, and of
   /// what stayed the rows that differ. Many differences are told as a reset.
   void updateRows(std::vector<Row> rows) {
+    if (filter_) return setRows(std::move(rows));
     arrange(rows, orderOf(rows));
     const RowChanges changes(identitiesOf(rows_), identitiesOf(rows));
     if (changes.areMany() || !traits_.identity) {
@@ -85,26 +100,37 @@ class RowTable final : public TableModel {
   void insertSorted(Row row) {
     const auto place = placeFor(row);
     const int at = static_cast<int>(place - rows_.begin());
-    beginInsertRows({}, at, at);
+    const auto behind = std::lower_bound(shown_.begin(), shown_.end(), at);
+    const int index = filter_ ? static_cast<int>(behind - shown_.begin()) : at;
+    const bool passes = !filter_ || filter_(row);
+    if (passes) beginInsertRows({}, index, index);
+    std::for_each(behind, shown_.end(), [](int& shown) { ++shown; });
+    if (filter_ && passes) shown_.insert(behind, at);
     rows_.insert(place, std::move(row));
-    endInsertRows();
+    if (passes) endInsertRows();
   }
   /// Removes the rows for which `goes` holds; the others keep their order.
   template <class Predicate>
   void removeWhere(const Predicate& goes) {
     RowRanges gone;
-    for (int row = 0; row < rowCount(); ++row) {
-      if (goes(*this->row(row))) gone.add(row);
+    for (int place = 0; place < std::ssize(rows_); ++place) {
+      if (goes(rows_[static_cast<size_t>(place)])) gone.add(place);
     }
-    if (!gone.areMany()) return removeRanges(gone);
+    if (!filter_ && !gone.areMany()) return removeRanges(gone);
+    if (gone.ranges().empty()) return;
     beginResetModel();
+    std::vector<bool> marks = shownMarks();
+    for (size_t place = 0, kept = 0; place < rows_.size(); ++place) {
+      if (!goes(rows_[place])) marks[kept++] = marks[place];
+    }
     std::erase_if(rows_, goes);
+    showMarked(marks);
     endResetModel();
   }
   /// Replaces one row where it stands. An index past the end does nothing.
   void replaceRow(int index, Row row) {
     if (!holds(index)) return;
-    rows_[static_cast<size_t>(index)] = std::move(row);
+    rows_[placeAt(index)] = std::move(row);
     RowRanges changed;
     changed.add(index);
     tellChanged(changed);
@@ -113,23 +139,29 @@ class RowTable final : public TableModel {
   template <class Change>
   void changeRows(const Change& change) {
     RowRanges changed;
-    for (int row = 0; row < rowCount(); ++row) {
-      if (change(rows_[static_cast<size_t>(row)])) changed.add(row);
+    int index = 0;
+    for (size_t place = 0; place < rows_.size(); ++place) {
+      const bool isShown = holds(index) && placeAt(index) == place;
+      if (change(rows_[place]) && isShown) changed.add(index);
+      index += isShown ? 1 : 0;
     }
     tellChanged(changed);
   }
 
-  [[nodiscard]] std::span<const Row> rows() const { return rows_; }
-  /// The row at an index, or none past the end.
-  [[nodiscard]] const Row* row(int index) const {
-    return holds(index) ? &rows_[static_cast<size_t>(index)] : nullptr;
+  /// The rows that are shown.
+  [[nodiscard]] auto rows() const {
+    return std::views::iota(0, rowCount()) |
+           std::views::transform([this](int index) -> const Row& { return rows_[placeAt(index)]; });
   }
+  /// The row at an index, or none past the end.
+  [[nodiscard]] const Row* row(int index) const { return holds(index) ? &rows_[placeAt(index)] : nullptr; }
   /// The first row for which `matches` holds.
   template <class Predicate>
   [[nodiscard]] std::optional<int> indexOf(Predicate matches) const {
-    const auto found = std::find_if(rows_.begin(), rows_.end(), matches);
-    if (found == rows_.end()) return std::nullopt;
-    return static_cast<int>(found - rows_.begin());
+    for (int index = 0; index < rowCount(); ++index) {
+      if (matches(*row(index))) return index;
+    }
+    return std::nullopt;
   }
   /// Other texts among which is the widest of a column; to be told by whoever shows the column anew.
   void setWidest(QStringView identifier, const QStringList& texts) {
@@ -139,7 +171,7 @@ class RowTable final : public TableModel {
   void sortAgain() { reorder(orderOf(rows_)); }
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override {
-    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+    return parent.isValid() ? 0 : static_cast<int>(filter_ ? shown_.size() : rows_.size());
   }
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override {
     return parent.isValid() ? 0 : static_cast<int>(columns_.size());
@@ -188,6 +220,28 @@ class RowTable final : public TableModel {
 
  private:
   [[nodiscard]] bool holds(int row) const { return row >= 0 && row < rowCount(); }
+  /// Where the row with that index stands among all.
+  [[nodiscard]] size_t placeAt(int index) const {
+    return static_cast<size_t>(filter_ ? shown_[static_cast<size_t>(index)] : index);
+  }
+  void lookThrough() {
+    shown_.clear();
+    for (int place = 0; filter_ && place < std::ssize(rows_); ++place) {
+      if (filter_(rows_[static_cast<size_t>(place)])) shown_.push_back(place);
+    }
+  }
+  /// Of all rows, which are shown.
+  [[nodiscard]] std::vector<bool> shownMarks() const {
+    std::vector<bool> marks(rows_.size(), !filter_);
+    for (const int place : shown_) marks[static_cast<size_t>(place)] = true;
+    return marks;
+  }
+  void showMarked(const std::vector<bool>& marks) {
+    shown_.clear();
+    for (size_t place = 0; filter_ && place < rows_.size(); ++place) {
+      if (marks[place]) shown_.push_back(static_cast<int>(place));
+    }
+  }
 
   template <class Value>
   Value ask(int row, int column, std::function<Value(const Row&)> Column<Row>::*question) const {
@@ -249,8 +303,24 @@ class RowTable final : public TableModel {
     if (std::is_sorted(order.begin(), order.end())) return;
     Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
     arrange(rows_, order);
-    movePersistentIndexes(order);
+    movePersistentIndexes(filter_ ? reorderShown(order) : order);
     Q_EMIT layoutChanged({}, VerticalSortHint);
+  }
+  /// Follows a new order of all rows; answers the same order of those that are shown.
+  std::vector<int> reorderShown(const std::vector<int>& order) {
+    std::vector<int> indexes(order.size(), -1);
+    for (size_t index = 0; index < shown_.size(); ++index) {
+      indexes[static_cast<size_t>(shown_[index])] = static_cast<int>(index);
+    }
+    shown_.clear();
+    std::vector<int> shownOrder;
+    for (size_t place = 0; place < order.size(); ++place) {
+      const int index = indexes[static_cast<size_t>(order[place])];
+      if (index < 0) continue;
+      shown_.push_back(static_cast<int>(place));
+      shownOrder.push_back(index);
+    }
+    return shownOrder;
   }
   /// The last ones first, so that the places of those before stay what they are.
   void removeRanges(const RowRanges& gone) {
@@ -270,6 +340,8 @@ class RowTable final : public TableModel {
   std::vector<Column<Row>> columns_;
   RowTraits<Row> traits_;
   std::vector<Row> rows_;
+  std::function<bool(const Row&)> filter_;
+  std::vector<int> shown_;  // where the rows that pass stand among all; unused without a filter
   SortOrder sort_;
 };
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/Notifier.h"
+#include "ui_core/SearchText.h"
 
 namespace pendra {
 
@@ -143,6 +144,10 @@ class TableModel : public QAbstractTableModel {
   virtual void sortBy(const SortOrder& order) = 0;
   [[nodiscard]] virtual const SortOrder& sortOrder() const = 0;
 
+  /// What is looked for among the rows; its letters stand out.
+  [[nodiscard]] const SearchText& searchText() const { return search_; }
+  void setSearchText(const SearchText& text) { search_ = text; }
+
   /// Columns that are not shown are still there, for whoever asks for them by name.
   [[nodiscard]] bool isHidden(QStringView identifier) const;
   void setHidden(const QString& identifier, bool hidden);
@@ -169,6 +174,7 @@ class TableModel : public QAbstractTableModel {
 
   EditRules edits_;
   QSet<QString> hidden_;
+  SearchText search_;
 };
 
 }  // namespace pendra
