@@ -9,6 +9,7 @@
 #include "document/Session.h"
 #include "platform/Resources.h"
 #include "ui/CommandTarget.h"
+#include "ui/CompletedWindow.h"
 #include "ui/FieldUndo.h"
 #include "ui/ListWindows.h"
 #include "ui/ReportWindow.h"
@@ -49,6 +50,7 @@ struct WindowRegistry::Open {
   std::unique_ptr<RestoreWindow> restore;
   std::unique_ptr<TimeAwayWindow> timeAway;
   std::unique_ptr<ReportWindow> report;
+  std::unique_ptr<CompletedWindow> completed;
   QObject retired;
 };
 
@@ -105,6 +107,8 @@ void WindowRegistry::show(WindowKind kind) {
       return open(open_->timeAway, [this] { return std::make_unique<TimeAwayWindow>(frame()); });
     case WindowKind::Report:
       return open(open_->report, [this] { return makeReport(); });
+    case WindowKind::CompletedActivities:
+      return open(open_->completed, [this] { return std::make_unique<CompletedWindow>(frame()); });
   }
 }
 
@@ -128,6 +132,8 @@ AppWindow* WindowRegistry::windowBeside(WindowKind kind) const {
       return open_->timeAway.get();
     case WindowKind::Report:
       return open_->report.get();
+    case WindowKind::CompletedActivities:
+      return open_->completed.get();
     case WindowKind::Timer:
       break;
   }

@@ -14,8 +14,17 @@
 namespace pendra {
 
 namespace {
+
 constexpr int kNarrowest = 56;
+
+/// Where a column begins whose content stands at its place.
+int beginOf(grid::Place place, int tableWidth) {
+  if (place == grid::Place::Sign) return 0;
+  const int padding = place == grid::Place::Star ? grid::kBeforeStar : metrics::kCellPadding;
+  return grid::startOf(place, tableWidth) - padding;
 }
+
+}  // namespace
 
 void ColumnWidths::followTable() {
   weights_.clear();
@@ -90,9 +99,7 @@ int ColumnWidths::gridWidth(int column) const {
   auto next = static_cast<int>(*place) + 1;
   const bool hasStar = model.columnOf(u"favourite").has_value();
   if (next == static_cast<int>(grid::Place::Star) && !hasStar) ++next;
-  const int begin =
-      *place == grid::Place::Sign ? 0 : grid::startOf(*place, view_.width()) - metrics::kCellPadding;
-  return grid::startOf(static_cast<grid::Place>(next), view_.width()) - metrics::kCellPadding - begin;
+  return beginOf(static_cast<grid::Place>(next), view_.width()) - beginOf(*place, view_.width());
 }
 
 int ColumnWidths::flexibleColumn() const {
@@ -133,7 +140,8 @@ void ColumnWidths::squeeze(int excess) {
 bool ColumnWidths::keepDragged(int section, int width) {
   if (distributing_ || hasOwnWidth(section)) return false;
   if (onGrid_) {
-    if (section != flexibleColumn()) byHand_[view_.tableModel().head(section).identifier] = width;
+    if (section != flexibleColumn())
+      byHand_[view_.tableModel().head(section).identifier] = std::max(width, kNarrowest);
     distribute();
     return true;
   }

@@ -18,6 +18,8 @@ namespace {
 constexpr int kSign = 18;
 constexpr int kBox = 16;
 constexpr int kWarning = 15;
+constexpr double kStar = 5.5;        // from its middle to its points
+constexpr double kStarMiddle = 4.5;  // behind where its column begins
 constexpr int kCurrentBar = 2;
 /// The part of a cell in which its content stands.
 QRect contentRect(const QStyleOptionViewItem& option, const QModelIndex& index) {
@@ -156,6 +158,26 @@ void drawSign(QPainter& painter, const QRect& content, const RowLook& look, bool
              look.ink(look.running ? look.colours.running : still));
 }
 
+/// Filled for a favourite; for another row an outline, where the person is.
+void drawStar(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
+              bool under) {
+  const bool isOn = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+  if (!isOn && !look.hovered && !under) return;
+  const QPointF middle(content.left() + kStarMiddle, QRectF(content).center().y() + 0.5);
+  QPolygonF star;
+  for (int point = 0; point < 10; ++point) {
+    const double angle = M_PI * (point / 5.0 - 0.5);
+    const double radius = point % 2 == 0 ? kStar : kStar * 0.42;
+    star << middle + QPointF(std::cos(angle), std::sin(angle)) * radius;
+  }
+  const QColor ink = look.ink(under ? look.colours.text : look.colours.quiet);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(ink, 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setBrush(isOn ? QBrush(ink) : QBrush(Qt::NoBrush));
+  painter.drawPolygon(star);
+  painter.setBrush(Qt::NoBrush);
+}
+
 /// A sign of what the row is marked with; where the person is, the one of what a press does.
 void drawState(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
                bool under) {
@@ -233,6 +255,8 @@ void drawContent(QPainter& painter, const QRect& content, const QModelIndex& ind
       return drawTime(painter, content, index, look, look.colours.quiet);
     case CellKind::StartStop:
       return drawSign(painter, content, look, under);
+    case CellKind::Star:
+      return drawStar(painter, content, index, look, under);
     case CellKind::Link:
       if (look.showsActions()) drawLink(painter, content, index, look, under);
       return;
@@ -254,6 +278,8 @@ int RowDelegate::naturalWidth(CellKind kind, const QString& text, const QFont& f
     case CellKind::StartStop:
     case CellKind::State:
       return kSign;
+    case CellKind::Star:
+      return kBox;
     case CellKind::Check:
       return kBox;
     case CellKind::Time:

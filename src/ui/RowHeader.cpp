@@ -44,7 +44,7 @@ RowHeader::RowHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
   setSectionsClickable(true);
   setHighlightSections(false);
   setSectionResizeMode(QHeaderView::Interactive);
-  setMinimumSectionSize(metrics::kRowHeight);
+  setMinimumSectionSize(metrics::kGrid);
   setFont(Theme::quietFont());
 }
 

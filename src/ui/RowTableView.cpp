@@ -13,6 +13,7 @@
 #include "RowDelegate.h"
 #include "RowHeader.h"
 #include "TableAccessible.h"
+#include "ui/Grid.h"
 #include "ui/Theme.h"
 
 namespace pendra {
@@ -187,7 +188,9 @@ QRect RowTableView::contentRect(const QRect& cell, int column) const {
   while (last > first && isColumnHidden(heads.logicalIndex(last))) --last;
   const int place = heads.visualIndex(column);
   const int margin = metrics::kSide - (width() - viewport()->width());
-  const int left = place == first ? metrics::kSide : metrics::kCellPadding;
+  const bool isStar = model_->head(column).kind == CellKind::Star;
+  const int before = isStar ? grid::kBeforeStar : metrics::kCellPadding;
+  const int left = place == first ? metrics::kSide : before;
   // Words begin where their column begins and may come near to the next; figures end in a line.
   const bool isWords = model_->head(column).alignment == Alignment::Left;
   const int between = isWords ? metrics::kCellPadding / 2 : metrics::kCellPadding;
@@ -325,10 +328,24 @@ void RowTableView::mouseMoveEvent(QMouseEvent* event) {
   viewport()->setCursor(acts(index) ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }
 
+/// The cell that a key presses; none where it presses none.
+QModelIndex RowTableView::pressedBy(const QKeyEvent& event) const {
+  const QModelIndex index = currentIndex();
+  if (!index.isValid() || event.modifiers() & ~Qt::KeypadModifier) return {};
+  if (event.key() == Qt::Key_Space) {
+    if (spaceColumn_.isEmpty()) return acts(index) ? index : QModelIndex();
+    return selectionModel()->isRowSelected(index.row())
+               ? index.siblingAtColumn(model_->columnOf(spaceColumn_).value_or(index.column()))
+               : QModelIndex();
+  }
+  const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  const CellKind kind = RowDelegate::kindOf(index);
+  return isReturn && (kind == CellKind::Link || kind == CellKind::Star) ? index : QModelIndex();
+}
+
 void RowTableView::keyPressEvent(QKeyEvent* event) {
   const QModelIndex index = currentIndex();
-  const bool isSpace = event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier;
-  if (isSpace && acts(index)) return pressCell(index);
+  if (const QModelIndex pressed = pressedBy(*event); pressed.isValid()) return pressCell(pressed);
   const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   // The table comes with a current row that is not selected; the first key takes that one, not its neighbour.
   const bool takesRow = isReturn || event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
@@ -340,6 +357,11 @@ void RowTableView::keyPressEvent(QKeyEvent* event) {
     return;
   }
   QTableView::keyPressEvent(event);
+}
+
+void RowTableView::keyboardSearch(const QString& letters) {
+  if (!reportsTyping_) return QTableView::keyboardSearch(letters);
+  Q_EMIT lettersTyped(letters);
 }
 
 /// Home and End lead to the first and the last row: to a row it makes no difference in which column one is.

@@ -141,6 +141,48 @@ TEST(Windows, TheTitleAndTheHeaderSayWhatRuns) {
   EXPECT_EQ(program.window().windowTitle(), u"Work"_s);
 }
 
+TEST(Windows, WhatWasCompletedIsFoundAgainAndComesBack) {
+  RunningProgram program([](ObjectContext& context, DocumentSettings& settings) {
+    fillTwo(context, settings);
+    fillTwo(context, settings);
+    TimeEntry& entry = context.all<Activity>()[1]->addEntry();
+    entry.setStart(instantOf("2026-11-23T09:00:00Z"));
+    entry.setDuration(3600);
+    context.all<Activity>()[2]->setNotes(u"Roof"_s);
+  });
+  program.choose(u"Completed Activities"_s);
+  QWidget* window = windowTitled(u"Completed Activities"_s);
+  ASSERT_TRUE(window && QTest::qWaitForWindowActive(window));
+  auto& table = *window->findChild<RowTableView*>(u"completedTable"_s);
+  auto& search = *window->findChild<QLineEdit*>(u"searchCompleted"_s);
+  auto& makeCurrent = *window->findChild<QPushButton*>(u"makeCurrent"_s);
+  EXPECT_EQ(table.model()->rowCount(), 0);
+  for (int left = 4; left > 1; --left) {
+    program.activities().selectRow(0);
+    program.choose(u"Mark Complete"_s);
+  }
+  EXPECT_EQ(table.model()->rowCount(), 3) << "those without an entry, too";
+  EXPECT_EQ(table.model()->index(0, 0).data(), u"Zed"_s) << "the last that was timed";
+  EXPECT_EQ(table.model()->index(0, 4).data(), u"01:00:00"_s);
+  EXPECT_FALSE(makeCurrent.isEnabled());
+
+  QTest::keyClicks(&search, u"roof"_s);
+  EXPECT_EQ(table.model()->rowCount(), 1) << "by its notes";
+  makeCurrent.click();
+  EXPECT_EQ(program.activities().model()->rowCount(), 2);
+  EXPECT_EQ(table.model()->rowCount(), 0);
+  QTest::keyClick(&search, Qt::Key_Escape);
+  EXPECT_EQ(search.text(), QString());
+  table.setFocus();
+  table.selectAll();
+  QTest::keyClick(&table, Qt::Key_Return);
+  EXPECT_EQ(program.activities().model()->rowCount(), 4);
+  EXPECT_EQ(program.choose(u"Undo"_s), u"Undo Make 2 Activities Current"_s);
+  EXPECT_EQ(table.model()->rowCount(), 2);
+  QTest::keyClick(&table, Qt::Key_Escape);
+  EXPECT_FALSE(window->isVisible());
+}
+
 TEST(Windows, AListGoesWithItsDocument) {
   RunningProgram program(&fillTwo);
   Session& session = program.session();

@@ -96,7 +96,7 @@ TEST_F(ActivitySheetAtTheDesk, ANewActivityIsInTheDocumentFromOKOnAndRuns) {
     desk.press(u"Billable"_s);
     desk.press(kAdd);
   });
-  EXPECT_EQ(activity(1), "Stop Zenith Design Tower Edit Activity Complete 00:00:00 00:00:00");
+  EXPECT_EQ(activity(1), "Stop Favourite Zenith Design Tower Edit Activity Complete 00:00:00 00:00:00");
   EXPECT_EQ(desk.selectedRow(kActivities), 1);
   EXPECT_EQ(desk.text(u"Selected activity"_s), "Zenith - Design");
   EXPECT_EQ(desk.rows(u"Time log"_s), 2);
@@ -149,7 +149,7 @@ TEST_P(EveryWayToFinish, AsksAboutTheNameThatIsBeingTyped) {
     finish(kSave);
   });
   EXPECT_EQ(desk.alerts.shown().size(), 2U);
-  EXPECT_EQ(activity(), "Start Nobody Design Plans Edit Activity Complete 00:00:00 01:00:59");
+  EXPECT_EQ(activity(), "Start Favourite Nobody Design Plans Edit Activity Complete 00:00:00 01:00:59");
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, EveryWayToFinish, testing::Values("Click", "Return", "Tab"),
@@ -268,7 +268,7 @@ TEST_F(ActivitySheetAtTheDesk, WhatIsDoneToEntriesStaysAfterCancelAndIsSeenBehin
     EXPECT_EQ(desk.text(kDuration), "");
     desk.press(kCancel);
   });
-  EXPECT_EQ(activity(), "Start Acme Roof Design Plans Edit Activity Complete 00:00:00 13:15:00");
+  EXPECT_EQ(activity(), "Start Favourite Acme Roof Design Plans Edit Activity Complete 00:00:00 13:15:00");
   EXPECT_EQ(desk.description(u"Start or stop timer"_s), "Start") << "the entry that ran has gone";
   EXPECT_EQ(desk.rows(u"Time log"_s), 1);
   EXPECT_EQ(desk.cell(u"Time log"_s, 0, kDuration), "13:15:00");
@@ -304,7 +304,7 @@ TEST_F(ActivitySheetAtTheDesk, ANewOrDeletedEntryTakesNothingAwayThatIsBeingType
     desk.type(u"Letter"_s);
     desk.press(kSave);
   });
-  EXPECT_EQ(activity(), "Start Zenith Design Plans Edit Activity Complete 02:30:00 03:30:59");
+  EXPECT_EQ(activity(), "Start Favourite Zenith Design Plans Edit Activity Complete 02:30:00 03:30:59");
   desk.onDisk([](const ObjectContext& file) {
     EXPECT_EQ(file.all<TimeEntry>()[0]->notes(), "Call");
     EXPECT_EQ(file.all<TimeEntry>()[1]->notes(), "Letter");

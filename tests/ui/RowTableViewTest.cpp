@@ -92,7 +92,12 @@ TEST_F(Table, TheKeyboardPressesAndActivates) {
   view.setCurrentIndex(view.model()->index(1, 2));
   QTest::keyClick(&view, Qt::Key_Space);
   QTest::keyClick(&view, Qt::Key_Return);
-  EXPECT_EQ(presses.count(), 1);
+  EXPECT_EQ(presses.count(), 2);
+  EXPECT_EQ(activations.count(), 0);
+  view.setCurrentIndex(view.model()->index(1, 1));
+  QTest::keyClick(&view, Qt::Key_Return);
+  QTest::keyClick(&view, Qt::Key_Space);
+  EXPECT_EQ(presses.count(), 2);
   EXPECT_EQ(activations.count(), 1);
 }
 

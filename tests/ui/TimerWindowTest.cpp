@@ -27,7 +27,8 @@ class TimerWindowAtTheDesk : public testing::Test {
 };
 
 TEST_F(TimerWindowAtTheDesk, AStartedTimerIsSeenEverywhereAndOnTheDiskAtOnce) {
-  EXPECT_EQ(desk.row(u"Activities"_s, 0), "Start Acme Design Edit Activity Complete 00:00:00 01:00:00");
+  EXPECT_EQ(desk.row(u"Activities"_s, 0),
+            "Start Favourite Acme Design Edit Activity Complete 00:00:00 01:00:00");
   desk.press(u"Start or stop timer"_s);
   EXPECT_EQ(desk.cell(u"Activities"_s, 0, u"Start/Stop"_s), "Stop");
   EXPECT_EQ(desk.description(u"Start or stop timer"_s), "Stop");
@@ -51,6 +52,37 @@ TEST(ALinkedDesk, SaysWhatIsNotSent) {
   desk.addPeriod(desk.addActivity(nullptr, nullptr), "2026-11-23T12:00:00Z", 3660);
   desk.sitDown();
   EXPECT_EQ(desk.description(u"Not sent"_s), "01:01:00, 1 entry");
+}
+
+TEST_F(TimerWindowAtTheDesk, TheActivityTableIsWorkedByKeys) {
+  const QString table = u"Activities"_s;
+  auto& view = desk.named<RowTableView>(table);
+  desk.press(Qt::Key_Left);
+  desk.press(Qt::Key_Left);
+  for (int column = 0; column < view.model()->columnCount(); ++column) {
+    EXPECT_EQ(view.currentIndex().column(), column);
+    desk.press(Qt::Key_Space);
+    EXPECT_EQ(desk.cell(table, 0, u"Start/Stop"_s), column % 2 == 0 ? "Stop" : "Start");
+    desk.press(Qt::Key_Right);
+  }
+  const auto go = [&](int row, const char* column) {
+    view.setCurrentIndex(view.model()->index(row, *view.tableModel().columnOf(QString::fromLatin1(column))));
+  };
+  const auto isFavourite = [&](int row) {
+    return bool(view.model()->index(row, 1).data(Qt::CheckStateRole).toInt());
+  };
+  go(1, "favourite");
+  desk.press(Qt::Key_Return);
+  EXPECT_EQ(desk.cell(table, 0, u"Customer"_s), "Zenith");
+  EXPECT_TRUE(isFavourite(0) && !isFavourite(1));
+  desk.pressCell(table, 1, u"Favourite"_s);
+  EXPECT_EQ(desk.cell(table, 0, u"Customer"_s), "Acme");
+  desk.pressCell(table, 0, u"Favourite"_s);
+  EXPECT_EQ(desk.cell(table, 1, u"Customer"_s), "Acme");
+  EXPECT_EQ(desk.session.context()->undoStack().undoName(), "No Favourite");
+  go(1, "complete");
+  desk.press(Qt::Key_Return);
+  EXPECT_EQ(desk.rows(table), 1);
 }
 
 TEST_F(TimerWindowAtTheDesk, AQuestionIsAboutWhatWasSelectedWhenItWasAsked) {

@@ -127,7 +127,8 @@ QString whatWasDone(const ChangeSet& changes) {
   if (QString deleted = whatWasDeleted(changes); !deleted.isEmpty()) return deleted;
   for (const Activity* activity : changes.changed<Activity>()) {
     if (!changes.changed(*activity, "completed") || activity->completed() != true) continue;
-    return formatted(tr("“%@” is complete."), {activityTitle(*activity)});
+    return formatted(tr("“%@” is complete. You find it again under Activity > Completed Activities."),
+                     {activityTitle(*activity)});
   }
   if (const Activity* moved = movedWithOthers(changes)) {
     return formatted(tr("All %@ time entries of “%@” have changed."),

@@ -5,7 +5,6 @@
 #include <QCoreApplication>
 
 #include "document/DocumentLoading.h"
-#include "link/AffectedActivities.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
@@ -26,72 +25,12 @@ ObjectContext* openContext(const Session& session) {
 
 const QString kNoTime = QStringLiteral("00:00:00");
 
-ColumnHead head(const QString& identifier, const QString& title, CellKind kind, int weight) {
-  const bool isTime = kind == CellKind::Time || kind == CellKind::SecondaryTime;
-  return {.identifier = identifier,
-          .title = title,
-          .alignment = isTime ? Alignment::Right : Alignment::Left,
-          .kind = kind,
-          .weight = weight};
-}
-
-/// A column whose head has no words: its cells say what they do.
-ColumnHead silent(ColumnHead head, const QString& accessibleName) {
-  head.accessibleName = accessibleName;
-  head.sortable = false;
-  return head;
-}
-
-std::vector<Column<ActivityRow>> activityColumns() {
-  const auto column = [](ColumnHead columnHead, QString ActivityRow::*member) {
-    return Column<ActivityRow>{.head = std::move(columnHead),
-                               .text = [member](const ActivityRow& row) { return row.*member; }};
-  };
-  const auto constant = [](ColumnHead columnHead, const QString& text) {
-    return Column<ActivityRow>{.head = std::move(columnHead),
-                               .text = [text](const ActivityRow&) { return text; }};
-  };
-  const auto startStop = [](const ActivityRow& row) {
-    return row.running ? QStringLiteral("Stop") : QStringLiteral("Start");
-  };
-  Column<ActivityRow> customer =
-      column(head(QStringLiteral("customer"), QStringLiteral("Customer"), CellKind::Text, 4),
-             &ActivityRow::customer);
-  customer.warning = [](const ActivityRow& row) { return row.warning; };
-  return {
-      {.head = silent(head(QStringLiteral("startstop"), {}, CellKind::StartStop, 0),
-                      QStringLiteral("Start/Stop")),
-       .text = startStop},
-      std::move(customer),
-      column(head(QStringLiteral("job"), QStringLiteral("Job"), CellKind::Text, 3), &ActivityRow::job),
-      column(head(QStringLiteral("service"), QStringLiteral("Service"), CellKind::Text, 4),
-             &ActivityRow::service),
-      column(head(QStringLiteral("notes"), QStringLiteral("Notes"), CellKind::Secondary, 5),
-             &ActivityRow::notes),
-      constant(silent(head(QStringLiteral("edit"), {}, CellKind::Link, 0), QStringLiteral("Edit")),
-               QStringLiteral("Edit")),
-      constant(silent(head(QStringLiteral("complete"), {}, CellKind::Link, 0), QStringLiteral("Complete")),
-               QStringLiteral("Activity Complete")),
-      column(head(QStringLiteral("today"), QStringLiteral("Today"), CellKind::Time, 0), &ActivityRow::today),
-      column(head(QStringLiteral("total"), QStringLiteral("Total"), CellKind::SecondaryTime, 0),
-             &ActivityRow::total),
-  };
-}
-
-RowTraits<ActivityRow> activityTraits() {
-  return {.identity =
-              [](const ActivityRow& row) {
-                return row.activity ? static_cast<quint64>(row.activity->objectID()) : 0;
-              },
-          .running = [](const ActivityRow& row) { return row.running; }};
-}
-
 }  // namespace
 
 TimerState::TimerState(Session& session, TimerDisplay& display, const QLocale& locale)
     : session_(session),
       display_(display),
-      rows_(activityColumns(), activityTraits()),
+      rows_(session),
       log_(session, *this, locale),
       hours_(session, locale.firstDayOfWeek()),
       selectionChanges_(selection_.changes.observe([this] { selectionChanged(); })),
@@ -110,86 +49,17 @@ bool TimerState::canSend() const { return currentEntry() && !currentEntry()->was
 
 Today TimerState::today() const { return Today(session_.ports().clock.now(), session_.ports().calendar); }
 
-ActivityRow TimerState::rowOf(Activity& activity, const Today& today) const {
-  const TimeTexts times = timeTextsOf(activity, today);
-  return {.activity = &activity,
-          .customer = queries::nameOf(activity.customer()),
-          .job = queries::nameOf(activity.job()),
-          .service = queries::nameOf(activity.service()),
-          .notes = activity.notes().value_or(QString()),
-          .total = times.total,
-          .today = times.today,
-          .running = activity.isRunning(),
-          .warning = lossText(activity)};
-}
-
 void TimerState::reloadData() {
   if (!session_.document()) loadLastDocument(session_);
-  std::vector<ActivityRow> rows;
-  if (const OpenDocument* document = session_.document()) {
-    const Today now = today();
-    for (Activity* activity : queries::openActivities(*document->context())) {
-      rows.push_back(rowOf(*activity, now));
-    }
-  }
-  rows_.updateRows(std::move(rows));
-  rowsChanged();
+  rows_.reload();
   shownDay_ = today();
   if (session_.isStandalone()) display_.hideSendTime();
 }
 
-namespace {
-
-/// The activities of which the edit changed an entry, and those that it changed themselves.
-QSet<const Activity*> activitiesTouchedBy(const ChangeSet& changes) {
-  QSet<const Activity*> touched;
-  for (const Activity* activity : changes.changed<Activity>()) touched << activity;
-  const auto add = [&](const Objects<TimeEntry>& entries) {
-    for (const TimeEntry* entry : entries) {
-      touched << entry->activity() << changes.targetBefore<Activity>(*entry, "activity");
-    }
-  };
-  add(changes.inserted<TimeEntry>());
-  add(changes.changed<TimeEntry>());
-  add(changes.deleted<TimeEntry>());
-  return touched;
-}
-
-/// Whether the edit may have changed which activities are listed, or a name that any row shows.
-bool concernsAllRows(const ChangeSet& changes) {
-  return !changes.inserted<Activity>().empty() || !changes.deleted<Activity>().empty() ||
-         changes.changedAny<Activity>("completed") || changes.changedAny<Customer>("name") ||
-         changes.changedAny<Job>("name") || changes.changedAny<Service>("name");
-}
-
-}  // namespace
-
 void TimerState::documentEdited(const ChangeSet& changes) {
-  if (concernsAllRows(changes)) {
-    reloadData();
-  } else {
-    reloadRowsOf(activitiesTouchedBy(changes));
-  }
+  rows_.follow(changes);
   showHeader();
-}
-
-void TimerState::reloadRowsOf(const QSet<const Activity*>& activities) {
-  if (activities.isEmpty()) return;
-  const Today now = today();
-  for (int index = 0; index < rows_.rowCount(); ++index) {
-    Activity* activity = rows_.row(index)->activity.get();
-    if (!activity || !activities.contains(activity)) continue;
-    rows_.replaceRow(index, rowOf(*activity, now));
-  }
-  rowsChanged();
-}
-
-/// A tick finds the rows that run without looking at the others.
-void TimerState::rowsChanged() {
-  runningRows_.clear();
-  for (int row = 0; row < rows_.rowCount(); ++row) {
-    if (rows_.row(row)->running) runningRows_.emplace_back(rows_.index(row, 0));
-  }
+  if (isSearching()) listedChanges.changed();
 }
 
 /// Button, time and name follow the selected activity.
@@ -206,19 +76,6 @@ void TimerState::selectionChanged() {
   showHeader();
   currentEntry_ = {};
   log_.clearSelection();
-}
-
-void TimerState::updateOneRow(int index) {
-  const ActivityRow* old = rows_.row(index);
-  if (!old) return;
-  ActivityRow row = *old;
-  row.running = row.activity && row.activity->isRunning();
-  if (row.running) {
-    const TimeTexts times = timeTextsOf(*row.activity, today());
-    row.total = times.total;
-    row.today = times.today;
-  }
-  rows_.replaceRow(index, std::move(row));
 }
 
 void TimerState::updateMainButton() {
@@ -249,7 +106,7 @@ bool TimerState::updateTimeDisplay() {
   }
   const Activity* selected = selectedActivity();
   if (selected && selected->isRunning()) showElapsedTime(selected);
-  for (const QPersistentModelIndex& row : runningRows_) updateOneRow(row.row());
+  rows_.updateRunning();
   log_.updateRunningEntries();
   hours_.update();
   display_.showWhatRuns(whatRuns());
@@ -276,15 +133,11 @@ void TimerState::showElapsed(double seconds) {
 }
 
 Activity* TimerState::selectedActivity() const {
-  const ActivityRow* row = rows_.row(selection_.row());
+  const ActivityRow* row = rows_.table().row(selection_.row());
   return row ? row->activity.get() : nullptr;
 }
 
-std::optional<int> TimerState::rowOfCurrentActivity() const {
-  const Activity* current = currentActivity();
-  if (!current) return std::nullopt;
-  return rows_.indexOf([current](const ActivityRow& row) { return row.activity == current; });
-}
+std::optional<int> TimerState::rowOfCurrentActivity() const { return rows_.rowOf(currentActivity()); }
 
 QString TimerState::lastEntryLength(const Activity* activity) {
   const TimeEntry* latest = nullptr;
@@ -309,11 +162,25 @@ void TimerState::toggleSelected() {
 }
 
 void TimerState::selectActivity(const Activity& activity) {
-  const auto row = rows_.indexOf([&](const ActivityRow& one) { return one.activity == &activity; });
-  if (row) selection_.selectRow(*row);
+  if (!rows_.rowOf(&activity) && activity.completed() == false) searchActivities({});
+  if (const auto row = rows_.rowOf(&activity)) selection_.selectRow(*row);
+}
+
+void TimerState::searchActivities(const QString& typed) {
+  if (!isSearching()) beforeSearch_ = selectedActivity();
+  rows_.search(typed);
+  if (isSearching() && selection_.row() < 0) {
+    selection_.selectRow(0);
+    firstFound_ = selectedActivity();
+  } else if (!isSearching()) {
+    const Ref<Activity> found = std::exchange(firstFound_, {});
+    if (found && beforeSearch_ && found == selectedActivity()) selectActivity(*beforeSearch_);
+  }
+  listedChanges.changed();
 }
 
 void TimerState::toggle(Activity& activity) {
+  firstFound_ = {};  // it was meant
   if (activity.isRunning()) {
     edit(tr("Stop"), [&] { activity.stop(); });
   } else {
@@ -358,6 +225,13 @@ void TimerState::markSelectedCompleted() {
     selected->setCompleted(true);
   });
   clearTableSelection();
+}
+
+void TimerState::toggleFavourite() {
+  Activity* activity = currentActivity();
+  if (!activity) return;
+  const bool was = activity->favourite() == true;
+  edit(was ? tr("No Favourite") : tr("Favourite"), [&] { activity->setFavourite(!was); });
 }
 
 void TimerState::makeCurrent() {

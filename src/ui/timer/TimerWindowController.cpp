@@ -77,9 +77,10 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
   window_->setLog(log_, log_->makeSummary(), new GlanceView(state_.hours(), session));
   window_->setMenuBar(new MenuBar(target, window_.get()));
   window_->activityTable->setTable(state_.rows(), state_.selection());
-  window_->activityTable->standOnGrid();
-  new TableMemory(*window_->activityTable, session.ports().defaults, preferences::kActivityColumns);
   connectHeader();
+  window_->activityTable->standOnGrid();
+  window_->activityTable->setSpaceColumn(QStringLiteral("startstop"));
+  new TableMemory(*window_->activityTable, session.ports().defaults, preferences::kActivityColumns);
   connectControls();
   observeSession();
   startUp();
@@ -200,6 +201,7 @@ void TimerWindowController::tick() {
 void TimerWindowController::pressCell(int row, const QString& identifier) {
   window_->activityTable->selectRow(row);
   if (identifier == u"startstop") state_.toggleSelected();
+  if (identifier == u"favourite") state_.toggleFavourite();
   if (identifier == u"edit") target_.perform(Command::EditActivity, window_.get());
   if (identifier == u"complete") state_.markSelectedCompleted();
 }

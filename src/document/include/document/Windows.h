@@ -15,7 +15,8 @@ enum class WindowKind {
   Preferences,
   Restore,
   TimeAway,
-  Report
+  Report,
+  CompletedActivities
 };
 
 /// Shows and closes windows. Called by launch, open, new, close and setup.

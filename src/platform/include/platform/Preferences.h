@@ -40,6 +40,7 @@ inline const QString kLogColumns = QStringLiteral("PendraLogColumns");
 inline const QString kTimerWindowPlace = QStringLiteral("PendraTimerWindowPlace");
 inline const QString kCustomerListPlace = QStringLiteral("PendraCustomerListPlace");
 inline const QString kServicesListPlace = QStringLiteral("PendraServicesListPlace");
+inline const QString kCompletedPlace = QStringLiteral("PendraCompletedPlace");
 inline const QString kReportPlace = QStringLiteral("PendraReportPlace");
 
 }  // namespace pendra::preferences

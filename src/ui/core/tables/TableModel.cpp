@@ -92,7 +92,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
       return flagsOf(its.alignment);
     case Qt::CheckStateRole:
-      if (its.kind != CellKind::Check) return {};
+      if (!isOnOrOff(its.kind)) return {};
       return isChecked(index.row(), index.column()) ? Qt::Checked : Qt::Unchecked;
     case Qt::AccessibleTextRole:
       return accessibleText(index);
@@ -126,7 +126,7 @@ QString TableModel::accessibleText(const QModelIndex& index) const {
   if (const QString remark = this->remark(index.row(), index.column()); !remark.isEmpty()) {
     return shown.isEmpty() ? remark : remark + u' ' + shown;
   }
-  if (its.kind == CellKind::Check && shown.isEmpty()) {
+  if (isOnOrOff(its.kind) && shown.isEmpty()) {
     return its.accessibleName.isEmpty() ? its.title : its.accessibleName;
   }
   return shown;

@@ -17,6 +17,9 @@ inline constexpr int kWideFrom = 1100;
 inline constexpr std::array kWide{16, 40, 60, 224, 332, 456};
 inline constexpr std::array kNarrow{16, 40, 60, 204, 288, 396};
 
+/// A star stands close to the sign before it.
+inline constexpr int kBeforeStar = 4;
+
 [[nodiscard]] constexpr int startOf(Place place, int tableWidth) {
   return (tableWidth >= kWideFrom ? kWide : kNarrow)[static_cast<std::size_t>(place)];
 }

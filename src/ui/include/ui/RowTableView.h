@@ -54,6 +54,10 @@ class RowTableView : public QTableView {
   /// Adds a choice for each column that can be hidden.
   void addColumnChoices(QMenu& menu) const;
 
+  /// The column whose cell Space presses, whichever column the current cell is in.
+  void setSpaceColumn(const QString& identifier) { spaceColumn_ = identifier; }
+  /// From now on letters that are typed are reported instead of leading to the row that begins with them.
+  void reportTyping() { reportsTyping_ = true; }
   /// Opens the cell's editor.
   void editCell(const QString& identifier, int row);
   /// Takes over what is being typed into a cell, and closes its editor.
@@ -71,10 +75,11 @@ class RowTableView : public QTableView {
  Q_SIGNALS:
   void selectionChanged();
   void cellPressed(int row, const QString& identifier);
-  /// A double click on a row, outside its acting and editable cells, or Return.
+  /// A double click on a row, outside its acting and editable cells, or Return outside its links.
   void rowActivated(int row);
   void headClicked(const QString& identifier);
   void sortChanged();
+  void lettersTyped(const QString& letters);
   /// A column on the grid was dragged to another width.
   void widthChosen();
   void emptyButtonClicked();
@@ -82,6 +87,7 @@ class RowTableView : public QTableView {
 
  protected:
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+  void keyboardSearch(const QString& letters) override;
   bool viewportEvent(QEvent* event) override;
   void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
   void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
@@ -107,6 +113,8 @@ class RowTableView : public QTableView {
   void redrawRect(int row);
   [[nodiscard]] QString toolTipFor(const QModelIndex& index) const;
 
+  [[nodiscard]] QModelIndex pressedBy(const QKeyEvent& event) const;
+
   QPointer<TableModel> model_;
   QPointer<TableSelection> selection_;
   Notifier::Subscription selectionChanges_;
@@ -122,6 +130,8 @@ class RowTableView : public QTableView {
   };
   Pressed pressed_;
   int hovered_ = -1;
+  QString spaceColumn_;
+  bool reportsTyping_ = false;
 };
 
 }  // namespace pendra

@@ -1,5 +1,6 @@
 #include "ui_core/TimerState.h"
 
+#include "store/UndoStack.h"
 #include "support/CellText.h"
 #include "support/TestSession.h"
 #include "ui_core/RunningTimers.h"
@@ -92,7 +93,8 @@ TEST_F(TimerWindow, NamesWhatRunsAndWhatRanLast) {
   for (const char* name : {"0", "1", "2", "3", "4", "5", "6", "never"}) {
     Activity& activity = test.addActivity(name[0] == '5' ? nullptr : acme, nullptr, roof, name);
     if (name[0] == 'n') break;
-    test.addPeriod(activity, "2026-11-23T08:00:00Z", 60).setStart(test.clock.now() + -static_cast<double>(name[0]));
+    test.addPeriod(activity, "2026-11-23T08:00:00Z", 60)
+        .setStart(test.clock.now() + -static_cast<double>(name[0]));
     test.addPeriod(activity, "2026-11-22T08:00:00Z", 60);
   }
   const Objects<Activity> all = test.session.context()->all<Activity>();
@@ -106,6 +108,71 @@ TEST_F(TimerWindow, NamesWhatRunsAndWhatRanLast) {
   EXPECT_EQ(title(), "02:00:00 and 1 more") << "the longest, which has no customer";
   EXPECT_EQ(shortTitle(*all[3]), "Acme - Roof");
   EXPECT_EQ(shortTitle(*all[5]), "Roof");
+}
+
+TEST_F(TimerWindow, ASearchListsAndChangesNothing) {
+  Activity& website = test.addActivity(acme, design, roof, "Menu");
+  Activity& hall = test.addActivity(&test.addCustomer("Old Hall"), design, nullptr, "Sketches");
+  Activity& nameless = test.addActivity(nullptr, nullptr, nullptr, "a roof without a name");
+  test.addPeriod(website, "2026-11-24T07:00:00Z", 60);
+  state.reloadData();
+  select(website);
+  state.toggleTimer();
+  select(hall);
+  test.clock.advance(30);
+  const auto listed = [this](const char* typed) {
+    state.searchActivities(QString::fromLatin1(typed));
+    QStringList rows;
+    for (int row = 0; row < state.rows().rowCount(); ++row) rows << cell("notes", row);
+    return rows.join(u'/');
+  };
+  EXPECT_EQ(listed("ROOF"), "Menu/a roof without a name");
+  EXPECT_EQ(state.leftOut(), 1);
+  EXPECT_EQ(state.selectedActivity(), &website) << "the first that was found";
+  EXPECT_EQ(listed("roof name"), "a roof without a name") << "every word";
+  EXPECT_TRUE(website.isRunning());
+  EXPECT_TRUE(state.updateTimeDisplay());
+  EXPECT_EQ(state.hours().glance().today, lengthOf(30));
+  EXPECT_EQ(listed("nothing"), "");
+  EXPECT_EQ(state.selectedActivity(), nullptr);
+  std::ignore = test.session.context()->edit("Elsewhere", [&] { nameless.setNotes("nothing at all"); });
+  EXPECT_EQ(listed("nothing"), "nothing at all") << "an edit is followed";
+  EXPECT_EQ(listed("  "), "Menu/Sketches/nothing at all");
+  EXPECT_EQ(cell("total", 0), "00:01:30") << "as long as it has run meanwhile";
+  EXPECT_EQ(state.selectedActivity(), &hall) << "as before the search";
+  EXPECT_EQ(listed("menu"), "Menu");
+  state.toggleTimer();
+  EXPECT_EQ(listed(""), "Menu/Sketches/nothing at all");
+  EXPECT_EQ(state.selectedActivity(), &website) << "what was found and used is meant";
+  listed("menu");
+  state.selectActivity(hall);
+  EXPECT_FALSE(state.isSearching());
+  EXPECT_EQ(state.selectedActivity(), &hall);
+}
+
+TEST_F(TimerWindow, FavouritesStandAboveTheOthersInEveryOrder) {
+  for (const char* notes : {"b", "d", "a", "c"}) test.addActivity(acme, nullptr, nullptr, notes);
+  state.reloadData();
+  const auto order = [this] {
+    QString all;
+    for (int row = 0; row < state.rows().rowCount(); ++row) {
+      const bool begins = state.rows().groupPlace(row) == InGroup::First;
+      all += (begins && row > 0 ? u"|" : u"") + cell("notes", row);
+    }
+    return all;
+  };
+  for (const int row : {1, 3}) {
+    state.selection().selectRow(row);
+    state.toggleFavourite();
+  }
+  EXPECT_EQ(order(), "dc|ba");
+  EXPECT_EQ(state.selection().row(), 1) << "the selection follows";
+  state.rows().sortBy({"notes", true});
+  EXPECT_EQ(order(), "cd|ab");
+  state.rows().sortBy({"notes", false});
+  EXPECT_EQ(order(), "dc|ba");
+  test.session.context()->undoStack().undo();
+  EXPECT_EQ(order(), "d|cba");
 }
 
 TEST_F(TimerWindow, StartingWithoutASelectionAsksForANewActivity) {

@@ -16,6 +16,7 @@ inline const QString kSetup = QStringLiteral("setup");
 inline const QString kCustomersAndJobs = QStringLiteral("customers-and-jobs");
 inline const QString kServiceItems = QStringLiteral("service-items");
 inline const QString kSendTime = QStringLiteral("send-time");
+inline const QString kCompletedActivities = QStringLiteral("completed-activities");
 inline const QString kReport = QStringLiteral("report");
 inline const QString kPreferences = QStringLiteral("preferences");
 inline const QString kAbout = QStringLiteral("about");
@@ -29,11 +30,26 @@ inline const QString kVantorNotFound = QStringLiteral("vantor-not-found");
 inline const QString kHeldBack = QStringLiteral("held-back");
 inline const QString kUnknownFate = QStringLiteral("did-it-arrive");
 
-inline const QStringList kAll{kTimerWindow,     kQuickEntry, kTimeLog,          kActivityEditor,
-                              kTimeEntryEditor, kSetup,      kCustomersAndJobs, kServiceItems,
-                              kSendTime,        kReport,     kPreferences,      kAbout,
-                              kWelcome,         kFirstDay,   kFirstSending,     kBackups,
-                              kVantorNotFound,  kHeldBack,   kUnknownFate};
+inline const QStringList kAll{kTimerWindow,
+                              kQuickEntry,
+                              kTimeLog,
+                              kActivityEditor,
+                              kTimeEntryEditor,
+                              kSetup,
+                              kCustomersAndJobs,
+                              kServiceItems,
+                              kSendTime,
+                              kReport,
+                              kCompletedActivities,
+                              kPreferences,
+                              kAbout,
+                              kWelcome,
+                              kFirstDay,
+                              kFirstSending,
+                              kBackups,
+                              kVantorNotFound,
+                              kHeldBack,
+                              kUnknownFate};
 
 /// Where alerts about that are explained; empty for an alert that says all there is.
 [[nodiscard]] QString anchorOf(Alert::Topic topic);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <concepts>
 #include <functional>
+#include <numeric>
 #include <optional>
 #include <ranges>
 #include <span>
@@ -36,6 +37,8 @@ struct RowTraits {
   std::function<quint64(const Row&)> identity{};
   std::function<bool(const Row&)> running{};
   std::function<bool(const Row&)> quiet{};
+  /// Rows for which it holds stand above the others, whatever the order.
+  std::function<bool(const Row&)> first{};
   std::function<RowSign(const Row&)> sign{};
   /// Rows that stand together and answer the same here are a group, while the order is one of these keys.
   std::function<qint64(const Row&)> group{};
@@ -250,6 +253,8 @@ class RowTable final : public TableModel {
     return answer ? answer(*this->row(row)) : Value{};
   }
 
+  [[nodiscard]] bool isFirst(const Row& row) const { return traits_.first && traits_.first(row); }
+
   auto placeFor(const Row& row) {
     const auto column = columnOf(sort_.key);
     if (sort_.key.isEmpty() || !column) return rows_.end();
@@ -259,14 +264,28 @@ class RowTable final : public TableModel {
   }
   template <class ValueOf>
   auto placeByValue(const Row& row, const ValueOf& valueOf) {
-    return std::upper_bound(rows_.begin(), rows_.end(), valueOf(row),
-                            [&](const auto& value, const Row& other) {
-                              return sort_.ascending ? value < valueOf(other) : valueOf(other) < value;
-                            });
+    const auto others =
+        std::partition_point(rows_.begin(), rows_.end(), [this](const Row& other) { return isFirst(other); });
+    const auto begin = isFirst(row) ? rows_.begin() : others;
+    const auto end = isFirst(row) ? others : rows_.end();
+    return std::upper_bound(begin, end, valueOf(row), [&](const auto& value, const Row& other) {
+      return sort_.ascending ? value < valueOf(other) : valueOf(other) < value;
+    });
   }
 
   /// For each place in the sort order, the row that goes there; empty when all rows stay.
   [[nodiscard]] std::vector<int> orderOf(const std::vector<Row>& rows) const {
+    std::vector<int> order = sortedOrderOf(rows);
+    if (!traits_.first || rows.empty()) return order;
+    if (order.empty()) {
+      order.resize(rows.size());
+      std::iota(order.begin(), order.end(), 0);
+    }
+    std::stable_partition(order.begin(), order.end(),
+                          [&](int row) { return isFirst(rows[static_cast<size_t>(row)]); });
+    return order;
+  }
+  [[nodiscard]] std::vector<int> sortedOrderOf(const std::vector<Row>& rows) const {
     const auto column = columnOf(sort_.key);
     if (sort_.key.isEmpty() || !column) return {};
     const auto& key = columns_[static_cast<size_t>(*column)];

@@ -29,6 +29,7 @@ enum class CellKind {
   Moment,         ///< a time of day in tabular figures
   OpenMoment,     ///< the same, and a quiet word while the row runs
   StartStop,      ///< a play or pause sign; a press acts
+  Star,           ///< filled for a favourite; a press turns it over
   State,          ///< what there is to know about the row, as a sign; a press on it acts
   Link,           ///< its text is what a press does
   Check,          ///< a check box; a press turns it over
@@ -36,9 +37,12 @@ enum class CellKind {
 
 /// Whether a press on the cell does something beyond selecting its row.
 constexpr bool actsOnPress(CellKind kind) {
-  return kind == CellKind::StartStop || kind == CellKind::State || kind == CellKind::Link ||
-         kind == CellKind::Check;
+  return kind == CellKind::StartStop || kind == CellKind::Star || kind == CellKind::State ||
+         kind == CellKind::Link || kind == CellKind::Check;
 }
+
+/// Whether the cell is on or off.
+constexpr bool isOnOrOff(CellKind kind) { return kind == CellKind::Check || kind == CellKind::Star; }
 
 /// What a row is marked with beside that it runs.
 enum class RowSign { None, Warning, Waiting };

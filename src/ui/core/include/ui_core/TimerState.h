@@ -3,7 +3,6 @@
 // shown anew from the news of the document; only running lengths are the tick's.
 
 #include <QLocale>
-#include <QSet>
 #include <QString>
 #include <functional>
 #include <vector>
@@ -13,29 +12,15 @@
 #include "model/ActivityTimes.h"
 #include "model/TimeEntry.h"
 #include "store/Observers.h"
+#include "ui_core/ActivityRows.h"
 #include "ui_core/HoursAtAGlance.h"
 #include "ui_core/LogController.h"
-#include "ui_core/RowTable.h"
 #include "ui_core/RunningTimers.h"
 #include "ui_core/TableSelection.h"
 
 namespace pendra {
 
 class ChangeSet;
-
-/// One row of the activity table, a snapshot taken at reload. "edit" and "complete" show constant texts.
-struct ActivityRow {
-  Ref<Activity> activity;
-  QString customer;
-  QString job;
-  QString service;
-  QString notes;
-  QString total;
-  QString today;
-  bool running = false;  ///< shows the pause sign, else the play sign
-  QString warning{};     ///< why the row is marked; empty when it is not
-  friend bool operator==(const ActivityRow&, const ActivityRow&) = default;
-};
 
 /// What the logic asks of the timer window's own controls.
 class TimerDisplay {
@@ -79,11 +64,19 @@ class TimerState {
   [[nodiscard]] bool canSend() const;
 
   /// The rows of the activity table, and by what they are sorted.
-  [[nodiscard]] RowTable<ActivityRow>& rows() { return rows_; }
+  [[nodiscard]] RowTable<ActivityRow>& rows() { return rows_.table(); }
   /// One row at a time.
   [[nodiscard]] TableSelection& selection() { return selection_; }
   /// Rebuilds all rows from the document, loading one when none is open.
   void reloadData();
+  /// Lists the activities that contain what was typed; all for nothing. Changes no sum and nothing that runs.
+  /// Where the selected one is left out, the first that is listed is selected until the search is given up.
+  void searchActivities(const QString& typed);
+  [[nodiscard]] bool isSearching() const { return !rows_.searchText().isEmpty(); }
+  /// How many open activities the search leaves out.
+  [[nodiscard]] int leftOut() const { return rows_.leftOut(); }
+  /// Announces that a search lists others now, or was given up.
+  Notifier listedChanges;
   void updateMainButton();
   void updateCustomerJobLabel();
   /// The tick; false when no document is open and the ticking must end.
@@ -102,25 +95,23 @@ class TimerState {
   /// Starts or stops the activity of the selected row.
   void toggleSelected();
   void toggle(Activity& activity);
-  /// Selects its row; nothing when it has none.
+  /// Selects its row, which a search that hides it gives up; nothing when it is not open.
   void selectActivity(const Activity& activity);
   /// Deletes the activity with all its entries; not asked again here.
   void deleteActivity(Activity& activity);
   /// Deletes those of the entries that still exist; not asked again here.
   void deleteEntries(const std::vector<Ref<TimeEntry>>& entries);
   void markSelectedCompleted();
+  /// Puts the current activity above the others in the table, or among them again.
+  void toggleFavourite();
   /// Makes the activity of the log's selected entry current again.
   void makeCurrent();
 
  private:
   void selectionChanged();
-  void updateOneRow(int index);
-  [[nodiscard]] ActivityRow rowOf(Activity& activity, const Today& today) const;
   [[nodiscard]] Today today() const;
   void followDocument();
   void documentEdited(const ChangeSet& changes);
-  void reloadRowsOf(const QSet<const Activity*>& activities);
-  void rowsChanged();
   void showHeader();
   void showElapsedTime(const Activity* selected);
   void showElapsed(double seconds);
@@ -132,11 +123,12 @@ class TimerState {
   TimerDisplay& display_;
   Ref<Activity> currentActivity_;
   Ref<TimeEntry> currentEntry_;
-  RowTable<ActivityRow> rows_;
-  TableSelection selection_{rows_};
+  ActivityRows rows_;
+  TableSelection selection_{rows_.table()};
   LogController log_;
   HoursAtAGlance hours_;
-  std::vector<QPersistentModelIndex> runningRows_;
+  Ref<Activity> beforeSearch_;  ///< what was selected when it began
+  Ref<Activity> firstFound_;    ///< what it has selected by itself
   std::optional<Today> shownDay_;
   Notifier::Subscription selectionChanges_;
   Subscription news_;
