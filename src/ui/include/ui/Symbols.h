@@ -9,7 +9,19 @@ class QPainter;
 namespace pendra {
 
 /// The program's own signs. Each is a shape without a colour of its own.
-enum class Symbol { Play, Pause, CheckOn, CheckOff, Notes, Warning, Information, Away, Search, Cross, Calendar };
+enum class Symbol {
+  Play,
+  Pause,
+  CheckOn,
+  CheckOff,
+  Notes,
+  Warning,
+  Information,
+  Away,
+  Search,
+  Cross,
+  Calendar
+};
 
 /// Draws a sign in one colour, sharp at every scale.
 void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QColor& colour);
