@@ -78,7 +78,8 @@ TEST_F(Undo, TakesBackWhatAHandDidByMenuByKeyAndByNotice) {
   EXPECT_TRUE(program.notice().isEmpty());
 
   program.choose(u"Mark Complete"_s);
-  EXPECT_EQ(program.notice(), u"“Acme - Design” is complete. You find it again under Activity > Completed Activities."_s);
+  EXPECT_EQ(program.notice(),
+            u"“Acme - Design” is complete. You find it again under Activity > Completed Activities."_s);
   EXPECT_EQ(program.activities().model()->rowCount(), 1);
   EXPECT_EQ(program.choose(u"Redo"_s), u"Redo (off)"_s);
   EXPECT_TRUE(RunningProgram::press(program.window(), u"Undo"_s));
