@@ -56,10 +56,13 @@ QAccessibleInterface* ComboBoxAccessible::childAt(int x, int y) const {
   return field && field->rect().contains(x, y) ? field : nullptr;
 }
 
-QStringList ComboBoxAccessible::actionNames() const { return {showMenuAction(), pressAction()}; }
+QStringList ComboBoxAccessible::actionNames() const {
+  return {showMenuAction(), pressAction(), setFocusAction()};
+}
 
 void ComboBoxAccessible::doAction(const QString& name) {
   if (!actionNames().contains(name) || !box()->isEnabled()) return;
+  if (name == setFocusAction()) return box()->setFocus(Qt::OtherFocusReason);
   if (box()->view()->isVisible()) {
     box()->hidePopup();
   } else {
