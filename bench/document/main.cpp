@@ -1,17 +1,20 @@
 // A document of 300 customers and 2,000 open activities, with 60,000 and with 200,000 entries: opening it
-// until the window is painted, the tick, the reload of the activities, and a save after one change. A disk
-// must be under the folder for temporary files for the save to mean anything.
+// until the window is painted, the tick, the reload of the activities, a report, and a save after one change.
+// A disk must be under the folder for temporary files for the save to mean anything.
 
 #include <QApplication>
 #include <QFile>
 
 #include "PlainDocument.h"
 #include "Ratio.h"
+#include "model/Report.h"
 #include "sample/SampleDocument.h"
+#include "support/SilentDisplay.h"
 #include "support/TestSession.h"
 #include "ui/CommandTarget.h"
 #include "ui/Theme.h"
 #include "ui/TimerWindowController.h"
+#include "ui_core/HoursAtAGlance.h"
 #include "ui_core/Menus.h"
 
 namespace pendra {
@@ -38,15 +41,6 @@ class NoCommands final : public CommandTarget {
   Notifier changes_;
 };
 
-class NoDisplay final : public TimerDisplay {
- public:
-  void showElapsedTime(const QString&) override {}
-  void showCustomerJobLabel(const QString&) override {}
-  void showMainButton(bool) override {}
-  void hideSendTime() override {}
-  void showActivitySheet(bool) override {}
-};
-
 class DocumentBench {
  public:
   explicit DocumentBench(int entries) {
@@ -64,6 +58,8 @@ class DocumentBench {
     reload();
     saving();
     tick();
+    footer();
+    report();
   }
 
  private:
@@ -110,7 +106,7 @@ class DocumentBench {
   }
 
   void saving() {
-    const QString copy = test_.places.path("Plain.pdr");
+    const QString copy = test_.places.path(QStringLiteral("Plain.pdr"));
     if (!QFile::copy(path_, copy)) qFatal("no copy");
     plain::Writer writer(copy);
     TimeEntry& entry = *context_->all<TimeEntry>()[0];
@@ -135,10 +131,41 @@ class DocumentBench {
     std::printf("%-28s %9.4f ms\n", "a tick, five running", median(took));
   }
 
+  /// What the footer adds to a tick; it must not grow with the document.
+  void footer() {
+    HoursAtAGlance hours(test_.session, Qt::Monday);
+    std::vector<double> took;
+    for (int run = 0; run < 301; ++run) {
+      test_.clock.advance(1);
+      took.push_back(millisecondsOf([&] { hours.update(); }));
+    }
+    std::printf("%-28s %9.4f ms\n", "the footer's sums of it", median(took));
+  }
+
+  void report() {
+    const Instant now = test_.clock.now();
+    ReportQuery query{.bars = BarUnit::Week};
+    query.range = ReportRange::around(RangeKind::Year, test_.calendar.day(now), Qt::Monday);
+    const Days year(query.range.first, query.range.last, test_.calendar);
+    QHash<QString, Hours> sums;
+    bench::compare(
+        "report of the year", 2, [&] { std::ignore = makeReport(*context_, query, now); },
+        [&] {
+          sums.clear();
+          for (const Activity* activity : context_->all<Activity>()) {
+            Hours hours;
+            for (const TimeEntry* entry : activity->entries()) {
+              if (year.contain(entry->start())) hours.add(countedAt(now, *entry));
+            }
+            sums[queries::nameOf(activity->customer())] += hours;
+          }
+        });
+  }
+
   TestSession test_;
-  QString path_ = test_.places.path("Sample.pdr");
+  QString path_ = test_.places.path(QStringLiteral("Sample.pdr"));
   ObjectContext* context_ = nullptr;
-  NoDisplay display_;
+  SilentDisplay display_;
   std::vector<plain::Row> rows_;
   int changes_ = 0;
 };

@@ -5,6 +5,7 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include "Desk.h"
+#include "Measures.h"
 #include "Ratio.h"
 #include "channel/Archive.h"
 #include "document/DocumentLoading.h"

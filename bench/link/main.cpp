@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "Desk.h"
+#include "Measures.h"
 
 int main(int count, char** arguments) {
   // What is freed is kept, so that no measure pays for pages that another has given back.

@@ -2,6 +2,7 @@
 
 #include "Ratio.h"
 #include "model/Queries.h"
+#include "support/SilentDisplay.h"
 #include "ui_core/QuickEntry.h"
 
 namespace pendra {
@@ -11,14 +12,6 @@ namespace {
 constexpr int kServices = 200;
 constexpr int kActivities = 5000;
 constexpr int kEntries = 60000;
-
-class NoDisplay final : public TimerDisplay {
-  void showElapsedTime(const QString&) override {}
-  void showCustomerJobLabel(const QString&) override {}
-  void showMainButton(bool) override {}
-  void hideSendTime() override {}
-  void showActivitySheet(bool) override {}
-};
 
 void fill(ObjectContext& context) {
   const auto customers = context.fetch<Customer>();
@@ -60,7 +53,7 @@ int found(const ObjectContext& context, const QString& text) {
 void measureQuickEntryKeys(Session& session) {
   ObjectContext& context = *session.context();
   context.fill([&] { fill(context); });
-  NoDisplay display;
+  SilentDisplay display;
   TimerState timer(session, display);
   QuickEntry entry(timer);
   const auto key = [&entry](const QString& text) {

@@ -2,14 +2,9 @@
 // that reads the same names and makes one line of each listed object, with no table, no order kept apart and
 // no notification.
 
-#include <QFile>
-#include <QTemporaryDir>
-#include <cstdlib>
-
+#include "Desk.h"
 #include "QuickEntryKeys.h"
 #include "Ratio.h"
-#include "document/Session.h"
-#include "model/Model.h"
 #include "model/Queries.h"
 #include "ui_core/CustomerListController.h"
 
@@ -19,31 +14,6 @@ namespace {
 constexpr int kCustomers = 5000;
 constexpr int kJobsEach = 4;
 
-/// Ports that nobody reaches while a list is searched.
-class NoAlerts final : public Alerts {
-  int runAlert(const Alert&) override { std::abort(); }
-  void beginSheet(const Alert&, std::function<void(int)>) override { std::abort(); }
-};
-class NoPanels final : public Panels {
-  std::optional<QString> runSavePanel(const SavePanel&) override { std::abort(); }
-  std::optional<QString> runOpenPanel() override { std::abort(); }
-  void beginSavePanel(const SavePanel&, std::function<void(std::optional<QString>)>) override {
-    std::abort();
-  }
-};
-class NoWorkspace final : public Workspace {
-  bool isRunning(const QString&) const override { return false; }
-  bool openUrl(const QString&) override { return false; }
-  void reveal(const QString&) override {}
-  Subscription observeLaunches(std::function<void(const QString&)>) override { return {}; }
-};
-class NoWindows final : public Windows {
- public:
-  void show(WindowKind) override {}
-  bool isOpen(WindowKind) const override { return false; }
-  void close(WindowKind) override {}
-  bool finishEditing() override { return true; }
-};
 class NoView final : public ListView {
  public:
   void editColumn(int, int) override {}
@@ -107,24 +77,10 @@ void fill(ObjectContext& context) {
 }
 
 void run() {
-  const SystemClock clock;
-  const Calendar calendar{QTimeZone::utc()};
-  const Places places{};
-  UserDefaults defaults(QStringLiteral("/dev/null"));
-  NoAlerts alerts;
-  NoPanels panels;
-  NoWorkspace workspace;
-  NoWindows windows;
-  ModalDepth modals;
-  NotificationCenter notifications;
-  QFile schema(QStringLiteral(PENDRA_RESOURCES "/Corvel.momd"));
-  if (!schema.open(QIODevice::ReadOnly)) std::abort();
-  Session session(
-      {clock, calendar, places, defaults, alerts, panels, workspace, modals, notifications, windows},
-      objectModel(schema.readAll()));
-  const QTemporaryDir folder;
-  auto document = OpenDocument::read(folder.filePath(QStringLiteral("bench.pdr")), session.objectModel(),
-                                     clock, calendar);
+  bench::Desk desk;
+  Session& session = desk.session;
+  auto document = OpenDocument::read(desk.folder.filePath(QStringLiteral("bench.pdr")), session.objectModel(),
+                                     desk.clock, desk.calendar);
   if (!document) std::abort();
   session.open(std::move(document).value());
   const auto context = session.context();

@@ -17,7 +17,7 @@ Row rowOf(const Activity& activity, const TimeEntry& period) {
           queries::nameOf(activity.service()),
           period.start()->seconds,
           period.storedDuration(),
-          period.submittedSeconds()};
+          period.sentSeconds()};
 }
 
 template <class Key, class KeyOf>
@@ -94,7 +94,7 @@ QByteArray exported(const ObjectContext& context) {
                                activity->notes().value_or(QString()),
                                period->notes().value_or(QString()),
                                employee};
-      bytes += u'"' + fields.join(u"\"\t\"").toUtf8() + "\"\n";
+      bytes += '"' + fields.join(u"\"\t\"").toUtf8() + "\"\n";
     }
   }
   return bytes;

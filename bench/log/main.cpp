@@ -7,27 +7,18 @@
 #include "PlainLog.h"
 #include "Ratio.h"
 #include "sample/SampleDocument.h"
+#include "support/SilentDisplay.h"
 #include "support/TestSession.h"
 #include "ui/LogPaneView.h"
 #include "ui/RowTableView.h"
 #include "ui/Theme.h"
 #include "ui_core/TimeLogExport.h"
-#include "ui_core/TimerState.h"
 
 namespace pendra {
 namespace {
 
 constexpr int kRuns = 7;
 constexpr std::array kColumns{"customer", "job", "service", "date", "duration", "submitted"};
-
-class NoDisplay final : public TimerDisplay {
- public:
-  void showElapsedTime(const QString&) override {}
-  void showCustomerJobLabel(const QString&) override {}
-  void showMainButton(bool) override {}
-  void hideSendTime() override {}
-  void showActivitySheet(bool) override {}
-};
 
 class NoProgress final : public ExportProgress {
  public:
@@ -76,17 +67,17 @@ class LogBench {
   void reload() {
     const Calendar& calendar = test_.calendar;
     std::vector<plain::Row> rows;
-    log_.rows().sortBy({"date", false});
+    log_.rows().sortBy({QStringLiteral("date"), false});
     compare(
         "reload", [&] { log_.reloadData(); },
         [&] {
           rows = plain::rowsOf(context_);
-          plain::sortBy(rows, "date", calendar);
+          plain::sortBy(rows, QStringLiteral("date"), calendar);
         });
     log_.reloadNames();
     const QString customer = log_.customerPopup.titles().at(1);
-    log_.startDateField = "1/1/2024";
-    log_.endDateField = "6/30/2026";
+    log_.startDateField = QStringLiteral("1/1/2024");
+    log_.endDateField = QStringLiteral("6/30/2026");
     compare(
         "change of filter",
         [&] {
@@ -96,7 +87,7 @@ class LogBench {
         [&] {
           rows = plain::rowsOf(context_, customer, calendar.startOfDay({2024, 1, 1}),
                                calendar.startOfDay({2026, 7, 1}));
-          plain::sortBy(rows, "date", calendar);
+          plain::sortBy(rows, QStringLiteral("date"), calendar);
         });
     log_.clearFilters();
   }
@@ -127,7 +118,7 @@ class LogBench {
   }
 
   void exporting() {
-    const QString path = test_.places.path("log.txt");
+    const QString path = test_.places.path(QStringLiteral("log.txt"));
     NoProgress progress;
     compare(
         "export",
@@ -199,7 +190,7 @@ class LogBench {
   TestSession test_;
   ObjectContext& context_;
   int entries_;
-  NoDisplay display_;
+  SilentDisplay display_;
   TimerState window_{test_.session, display_};
   LogController& log_ = window_.log();
 };

@@ -86,7 +86,10 @@ class MemoryBench {
   }
 
   void measureDocument() {
-    { const auto warm = OpenDocument::read(folder_.filePath("None.pdr"), testModel(), clock_, calendar_); }
+    {
+      const auto warm =
+          OpenDocument::read(folder_.filePath(QStringLiteral("None.pdr")), testModel(), clock_, calendar_);
+    }
     const double before = privateMemory();
     const double heap = allocated();
     const auto document = open();

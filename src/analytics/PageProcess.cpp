@@ -19,11 +19,12 @@ PageProcess::PageProcess(QString program, PageDelays delays) : program_(std::mov
   QObject::connect(&restTimer_, &QTimer::timeout, &process_, [this] { stop(); });
   refusalTimer_.setSingleShot(true);
   QObject::connect(&refusalTimer_, &QTimer::timeout, &process_,
-                   [this] { answerPending("no page is loaded"); });
+                   [this] { answerPending(QStringLiteral("no page is loaded")); });
   QObject::connect(&process_, &QProcess::readyReadStandardOutput, &process_, [this] { readAnswers(); });
   QObject::connect(&process_, &QProcess::errorOccurred, &process_,
                    [this] { processEnded(process_.errorString()); });
-  QObject::connect(&process_, &QProcess::finished, &process_, [this] { processEnded("the page ended"); });
+  QObject::connect(&process_, &QProcess::finished, &process_,
+                   [this] { processEnded(QStringLiteral("the page ended")); });
 }
 
 PageProcess::~PageProcess() {
@@ -43,10 +44,10 @@ void PageProcess::load(const QString& address, const QString& peer) {
 
 void PageProcess::start() {
   process_.start(program_, QStringList());
-  send({{"do", "load"},
-        {"address", address_},
-        {"peer", peer_},
-        {"scripts", QJsonArray::fromStringList(userScripts_)}});
+  send({{QStringLiteral("do"), QStringLiteral("load")},
+        {QStringLiteral("address"), address_},
+        {QStringLiteral("peer"), peer_},
+        {QStringLiteral("scripts"), QJsonArray::fromStringList(userScripts_)}});
 }
 
 void PageProcess::stop() {
@@ -62,7 +63,9 @@ void PageProcess::evaluate(const QString& script, std::function<void(const QStri
     refusalTimer_.start();  // an answer never comes from within the question
     return;
   }
-  send({{"do", "evaluate"}, {"id", id}, {"script", script}});
+  send({{QStringLiteral("do"), QStringLiteral("evaluate")},
+        {QStringLiteral("id"), id},
+        {QStringLiteral("script"), script}});
   restTimer_.start();
 }
 
@@ -76,18 +79,19 @@ void PageProcess::readAnswers() {
 
 void PageProcess::handle(const QJsonObject& answer) {
   restTimer_.start();
-  const QString event = answer["event"].toString();
+  const QString event = answer[QStringLiteral("event")].toString();
   if (event == u"evaluated") {
-    if (auto script = pending_.extract(answer["id"].toInt()); script && script.mapped()) {
-      script.mapped()(answer["error"].toString());
+    if (auto script = pending_.extract(answer[QStringLiteral("id")].toInt()); script && script.mapped()) {
+      script.mapped()(answer[QStringLiteral("error")].toString());
     }
     return;
   }
   if (!delegate_) return;
   if (event == u"finished") delegate_->didFinishNavigation();
-  if (event == u"failed") delegate_->didFailNavigation(answer["error"].toString());
+  if (event == u"failed") delegate_->didFailNavigation(answer[QStringLiteral("error")].toString());
   if (event == u"message")
-    delegate_->didReceiveScriptMessage(answer["name"].toString(), answer["body"].toString());
+    delegate_->didReceiveScriptMessage(answer[QStringLiteral("name")].toString(),
+                                       answer[QStringLiteral("body")].toString());
 }
 
 void PageProcess::answerPending(const QString& reason) {

@@ -31,7 +31,7 @@ std::unique_ptr<Tracker> startTracking(TrackerSources sources) {
       logLine(formatted(u"could not start tracking: %@", {*error}));
       return;
     }
-    logLine("tracking started");
+    logLine(QStringLiteral("tracking started"));
     center.post(tracker_notifications::kTracker, tracker_notifications::kAppLaunched);
   };
   tracker->startTrackingCompletionHandler(started, address);

@@ -32,12 +32,12 @@ Tracker::Done logging(QStringView pattern) {
 QJsonObject commonPropertiesOf(const TrackerFacts& facts) {
   const QString major = facts.shortVersion.section(u'.', 0, 0);
   return {
-      {"app_version_norel", facts.shortVersion},
-      {"app_version", major},
-      {"app_version_major", major},  // Kept: the same value under two names, as the service's reports expect.
-      {"os", facts.os},
-      {"model", facts.model},
-      {"screen_resolution", facts.screenResolution}};
+      {QStringLiteral("app_version_norel"), facts.shortVersion},
+      {QStringLiteral("app_version"), major},
+      {QStringLiteral("app_version_major"), major},  // Kept for the service's reports: one value, two names.
+      {QStringLiteral("os"), facts.os},
+      {QStringLiteral("model"), facts.model},
+      {QStringLiteral("screen_resolution"), facts.screenResolution}};
 }
 
 }  // namespace
@@ -50,7 +50,8 @@ Tracker::Tracker(const QString& userUUID, std::unique_ptr<ScriptHost> webview, T
       facts_(std::move(facts)),
       page_(resources + u"/amplitude/trackingWithAmplitude.html"),
       userUUID_(userUUID),
-      userProperties_{{"company_type", "Placeholder Industry"}, {"role", "Pendra User"}},
+      userProperties_{{QStringLiteral("company_type"), QStringLiteral("Placeholder Industry")},
+                      {QStringLiteral("role"), QStringLiteral("Pendra User")}},
       commonProperties_(commonPropertiesOf(facts_)),
       eventList_(readStrings(resources + u"/Events.strings")) {
   webview_->setDelegate(this);
@@ -117,7 +118,8 @@ void Tracker::finishStart(const std::optional<QString>& error) {
 }
 
 void Tracker::toggleTrackingState(bool state, Done completionHandler) {
-  run(state ? "VTTRACKER.doTrackOn()" : "VTTRACKER.doTrackOff()", std::move(completionHandler));
+  run(state ? QStringLiteral("VTTRACKER.doTrackOn()") : QStringLiteral("VTTRACKER.doTrackOff()"),
+      std::move(completionHandler));
 }
 
 void Tracker::trackEvent(const QString&, const QString& action, const QString& feature) {
@@ -126,7 +128,7 @@ void Tracker::trackEvent(const QString&, const QString& action, const QString& f
   QJsonObject properties = commonProperties_;
   // Kept, because the service's reports have it so: only the feature is cleaned; another value with an
   // apostrophe makes a script that fails.
-  properties.insert("feature", QString(feature).remove(u'\''));
+  properties.insert(QStringLiteral("feature"), QString(feature).remove(u'\''));
   const QString script = formatted(u"VTTRACKER.trackEvent('%@','%@')",
                                    {formatted(u"Pendra_%@", {action}), compactJson(properties)});
   run(script, logging(u"error while sending event: %@"));
@@ -142,18 +144,22 @@ void Tracker::trackListed(const QString& key) {
 void Tracker::observeValueForKeyPath() {
   if (consent_.isRefused()) {
     if (!observersEnabled_) return;  // nothing was ever sent, so nobody needs to hear of it
-    trackEvent(identifiers::kPendra, "DISABLE_FEEDBACK", "Feedback has been disabled");
+    trackEvent(identifiers::kPendra, QStringLiteral("DISABLE_FEEDBACK"),
+               QStringLiteral("Feedback has been disabled"));
     toggleTrackingState(false, logging(u"track on/off script err: %@"));
     return;
   }
   toggleTrackingState(true, [this](const QString& error) {
     logging(u"track on/off script err: %@")(error);
-    if (error.isEmpty()) trackEvent(identifiers::kPendra, "ENABLE_FEEDBACK", "Feedback has been enabled");
+    if (error.isEmpty())
+      trackEvent(identifiers::kPendra, QStringLiteral("ENABLE_FEEDBACK"),
+                 QStringLiteral("Feedback has been enabled"));
   });
 }
 
 void Tracker::handleAppearanceChange() {
-  commonProperties_.insert("appearance", facts_.isDark() ? "dark" : "light");
+  commonProperties_.insert(QStringLiteral("appearance"),
+                           facts_.isDark() ? QStringLiteral("dark") : QStringLiteral("light"));
 }
 
 void Tracker::handleNotificationOfApplicationLaunch(const QString& name) { trackListed(name); }
@@ -183,7 +189,7 @@ void Tracker::enableAllNotificationObservers() {
 void Tracker::disableAllNotificationObservers() { observers_.clear(); }
 
 void Tracker::invalidate() {
-  logLine("tracker invalidate");
+  logLine(QStringLiteral("tracker invalidate"));
   if (observersEnabled_) disableAllNotificationObservers();
   observersEnabled_ = false;
   webview_->setDelegate(nullptr);

@@ -19,7 +19,7 @@ QString readText(const QString& path) {
 }
 
 QString machineModel() {
-  const QString model = readText("/sys/class/dmi/id/product_name").trimmed();
+  const QString model = readText(QStringLiteral("/sys/class/dmi/id/product_name")).trimmed();
   return model.isEmpty() ? QStringLiteral("Unknown Macintosh Model") : model;
 }
 
@@ -40,8 +40,9 @@ TrackerFacts TrackerFacts::ofMachine() {
 }
 
 QMap<QString, QString> readStrings(const QString& path) {
-  static const QRegularExpression pair(R"re("([^"]*)"\s*=\s*"([^"]*)"\s*;)re");
-  static const QRegularExpression comment(R"(/\*.*?\*/)", QRegularExpression::DotMatchesEverythingOption);
+  static const QRegularExpression pair(QStringLiteral(R"re("([^"]*)"\s*=\s*"([^"]*)"\s*;)re"));
+  static const QRegularExpression comment(QStringLiteral(R"(/\*.*?\*/)"),
+                                          QRegularExpression::DotMatchesEverythingOption);
   QMap<QString, QString> strings;
   auto pairs = pair.globalMatch(readText(path).remove(comment));
   while (pairs.hasNext()) {

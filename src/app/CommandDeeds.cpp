@@ -74,7 +74,7 @@ bool canDelete(const CommandContext& at) {
 }
 
 void deleteSelected(const CommandContext& at) {
-  // Kept: a list editor that is open takes the command, also from behind; both ask before they delete.
+  // Kept: promised to those who keep the lists: an open list takes the command, also from behind, and asks.
   if (ListEditor* customers = at.customers()) return customers->deleteRow();
   if (ListEditor* services = at.services()) return services->deleteRow();
   if (TimerWindowController* timer = at.timer()) timer->deleteActivity();

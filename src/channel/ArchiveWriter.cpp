@@ -160,8 +160,8 @@ Result<QByteArray> writeArchive(const ArchiveValue& root) {
   const ArchiveNumbering numbering(root);
   if (numbering.isTooDeep())
     return Error{.domain = QStringLiteral("archive"), .code = 0, .text = QStringLiteral("nested too deep")};
-  // Kept: a message that is a multiple of the slice size loses its last slice on the way, by the rule of the
-  // wire, so an archive of such a length gets one more object, which nothing refers to.
+  // Kept for every peer: a message that is a multiple of the slice size loses its last slice on the way, by
+  // the rule of the wire, so an archive of such a length gets one more object, which nothing refers to.
   for (quint32 unused = 0;; ++unused) {
     QByteArray archive = ArchiveWriter(numbering, unused).write();
     if (archive.size() % kSliceSize != 0) return archive;

@@ -105,7 +105,7 @@ void CallingEnd::send(QByteArrayView archive, Deadline firstLeaves) {
     stopIfCancelled();
     while (const int error = socket_->send(datagram, peer_, DatagramSocket::WhenFull::Fail)) {
       if (!isLackOfBufferSpace(error)) raiseSendFailure(error);
-      // Kept: once a message has begun to leave there is no limit on these retries; the wire allows none.
+      // Kept: promised to the peer: a message that has begun to leave is retried without limit.
       awaitRoom(hasLeft_ ? Deadline::max() : firstLeaves);
     }
     hasLeft_ = true;

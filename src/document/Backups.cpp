@@ -34,15 +34,14 @@ QString tr(const char* text) { return QCoreApplication::translate("Backups", tex
 
 struct ReasonTexts {
   BackupReason reason;
-  QLatin1StringView inName;
+  QStringView inName;
   const char* title;
 };
 constexpr ReasonTexts kReasons[] = {
-    {BackupReason::Daily, QLatin1StringView("daily"), QT_TRANSLATE_NOOP("Backups", "Daily")},
-    {BackupReason::Restoring, QLatin1StringView("restore"), QT_TRANSLATE_NOOP("Backups", "Before restoring")},
-    {BackupReason::UpdatingLists, QLatin1StringView("lists"),
-     QT_TRANSLATE_NOOP("Backups", "Before updating the lists")},
-    {BackupReason::Upgrading, QLatin1StringView("upgrade"), QT_TRANSLATE_NOOP("Backups", "Before upgrading")},
+    {BackupReason::Daily, u"daily", QT_TRANSLATE_NOOP("Backups", "Daily")},
+    {BackupReason::Restoring, u"restore", QT_TRANSLATE_NOOP("Backups", "Before restoring")},
+    {BackupReason::UpdatingLists, u"lists", QT_TRANSLATE_NOOP("Backups", "Before updating the lists")},
+    {BackupReason::Upgrading, u"upgrade", QT_TRANSLATE_NOOP("Backups", "Before upgrading")},
 };
 
 const ReasonTexts& textsOf(BackupReason reason) {
@@ -103,7 +102,7 @@ QString freePath(const Session& session, BackupReason reason) {
 
 /// A sign of life is no change that anybody made.
 bool countsForNothing(const PropertyDescriptor& property) {
-  return property.name == QLatin1StringView("aliveAt");
+  return QLatin1StringView(property.name) == u"aliveAt";
 }
 
 bool isSame(const ObjectContext& one, const ObjectContext& other) {

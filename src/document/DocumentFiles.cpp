@@ -25,7 +25,8 @@ bool isOutOfReach(const QString& path) { return !QFileInfo(QFileInfo(path).path(
 
 QString movedFromOlderName(const QString& path, const ObjectModel& model) {
   if (!path.endsWith(u".xml") || !PersistentStore::recover(path, model)) return path;
-  // Kept: every ".xml" of the path is replaced, a folder's too; the move then fails and the path stays.
+  // Kept for documents in old places: every ".xml" is replaced, a folder's too; then the move fails, the path
+  // stays.
   const QString renamed = QString(path).replace(QStringLiteral(".xml"), QStringLiteral(".pdr"));
   const bool isFree = !QFileInfo::exists(renamed) && takeJournalAway(renamed, model);
   return isFree && moveToFreeName(path, renamed) ? renamed : path;

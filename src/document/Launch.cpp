@@ -15,7 +15,7 @@ namespace pendra {
 
 void Launch::launch(const QString& file) {
   session_.showIntroSheet = false;
-  // Kept: a stored boolean is not a data value, so the preference is true after every launch.
+  // Kept: promised to those who send: a stored boolean is no data, so this is true after every launch.
   UserDefaults& defaults = session_.ports().defaults;
   if (!defaults.dataForKey(preferences::kMergeSubmissions)) {
     defaults.setBoolean(preferences::kMergeSubmissions, true);

@@ -76,8 +76,7 @@ bool stays(const ManagedObject& mine) {
 
 bool isStamp(const PropertyDescriptor& property) {
   const QLatin1StringView name(property.name);
-  return name == QLatin1StringView("dateSubmitted") || name == QLatin1StringView("sendingSince") ||
-         name == QLatin1StringView("sentAs");
+  return name == u"dateSubmitted" || name == u"sendingSince" || name == u"sentAs";
 }
 
 /// The objects of a class by their identifiers.

@@ -22,7 +22,7 @@ std::vector<MergedRecord> mergedRecords(const std::vector<SubmissionRow>& rows, 
   QHash<std::pair<qint64, int>, std::size_t> known;  // by activity and day
   for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
     TimeEntry* period = row->period.get();
-    if (!period || !period->activity() || period->submittedSeconds() > 1.0) continue;
+    if (!period || !period->activity() || period->sentSeconds() > 1.0) continue;
     const int day = period->start() ? calendar.day(*period->start()).day() : 0;
     const std::pair key(period->activity()->objectID(), day);
     if (const auto found = known.constFind(key); found != known.constEnd()) {

@@ -126,7 +126,7 @@ Summary summaryOf(const SubmissionRows& rows, const ObjectContext& context, cons
   const Unsent unsent{.considered = unsentIn(considered),
                       .listed = unsentIn(rows.allRows()),
                       .all = std::count_if(entries.begin(), entries.end(), [](const TimeEntry* entry) {
-                        return entry->activity() && entry->submittedSeconds() < 1.0;
+                        return entry->activity() && entry->sentSeconds() < 1.0;
                       })};
   Summary summary{.leftOut = unsent.leftOut(), .canShowAll = unsent.considered < unsent.all};
   const auto groups = groupsOf(considered, calendar);

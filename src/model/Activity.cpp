@@ -31,14 +31,14 @@ const EntityDescriptor& Activity::descriptor() {
   return kDescriptor;
 }
 
+void Activity::setNotes(std::optional<QString> notes) { assign(notes_, std::move(notes)); }
+
 Customer* Activity::customer() const { return customer_.get(); }
 void Activity::setCustomer(Customer* customer) { relate(customer_, customer); }
 Job* Activity::job() const { return job_.get(); }
 void Activity::setJob(Job* job) { relate(job_, job); }
 Service* Activity::service() const { return service_.get(); }
 void Activity::setService(Service* service) { relate(service_, service); }
-DocumentSettings* Activity::document() const { return document_.get(); }
-void Activity::setDocument(DocumentSettings* document) { relate(document_, document); }
 
 Activity::Loss Activity::loss() const {
   return {.customer = lostCustomer_.get() == true && !customer(),

@@ -21,7 +21,7 @@ const EntityDescriptor& Customer::descriptor() {
   return kDescriptor;
 }
 
-DocumentSettings* Customer::document() const { return document_.get(); }
-void Customer::setDocument(DocumentSettings* document) { relate(document_, document); }
+void Customer::setName(std::optional<QString> name) { assign(name_, std::move(name)); }
+void Customer::setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
 
 }  // namespace pendra

@@ -15,4 +15,7 @@ const EntityDescriptor& Identity::descriptor() {
   return kDescriptor;
 }
 
+void Identity::setCompanyFileName(std::optional<QString> name) { assign(companyFileName_, std::move(name)); }
+void Identity::setEmployeeName(std::optional<QString> name) { assign(employeeName_, std::move(name)); }
+
 }  // namespace pendra

@@ -18,7 +18,7 @@ const EntityDescriptor& Service::descriptor() {
   return kDescriptor;
 }
 
-DocumentSettings* Service::document() const { return document_.get(); }
-void Service::setDocument(DocumentSettings* document) { relate(document_, document); }
+void Service::setName(std::optional<QString> name) { assign(name_, std::move(name)); }
+void Service::setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
 
 }  // namespace pendra

@@ -25,7 +25,9 @@ const EntityDescriptor& TimeEntry::descriptor() {
   return kDescriptor;
 }
 
-void TimeEntry::awakeFromInsert() {
+void TimeEntry::setNotes(std::optional<QString> notes) { assign(notes_, std::move(notes)); }
+
+void TimeEntry::onInsert() {
   setStart(context()->clock().now());
   setRunning(false);
 }

@@ -51,12 +51,13 @@ ScriptPage::ScriptPage(QWebEngineProfile* profile, Report report)
   connect(this, &QWebEnginePage::loadFinished, this, [this](bool ok) {
     // The engine counts a navigation that was refused as a load, too.
     if (!std::exchange(isLoading_, false)) return;
-    if (ok) return report_({{"event", "finished"}});
+    if (ok) return report_({{QStringLiteral("event"), QStringLiteral("finished")}});
     const QString error = u"cannot load " + requestedUrl().toString(QUrl::RemoveQuery);
-    report_({{"event", "failed"}, {"error", error}});
+    report_({{QStringLiteral("event"), QStringLiteral("failed")}, {QStringLiteral("error"), error}});
   });
   connect(this, &QWebEnginePage::renderProcessTerminated, this, [this] {
-    report_({{"event", "failed"}, {"error", "the page's process ended"}});
+    report_({{QStringLiteral("event"), QStringLiteral("failed")},
+             {QStringLiteral("error"), QStringLiteral("the page's process ended")}});
   });
 }
 
@@ -67,26 +68,29 @@ bool ScriptPage::acceptNavigationRequest(const QUrl& address, NavigationType typ
 }
 
 void ScriptPage::handle(const QJsonObject& request) {
-  const QString what = request["do"].toString();
+  const QString what = request[QStringLiteral("do")].toString();
   if (what == u"load") startLoading(request);
-  if (what == u"evaluate") evaluate(request["id"].toInt(), request["script"].toString());
+  if (what == u"evaluate")
+    evaluate(request[QStringLiteral("id")].toInt(), request[QStringLiteral("script")].toString());
 }
 
 void ScriptPage::startLoading(const QJsonObject& request) {
   scripts().clear();
   scripts().insert(userScript(kHandlers, QWebEngineScript::DocumentCreation));
-  for (const auto& source : request["scripts"].toArray()) {
+  for (const auto& source : request[QStringLiteral("scripts")].toArray()) {
     scripts().insert(userScript(source.toString(), QWebEngineScript::DocumentReady));
   }
-  const QUrl address(request["address"].toString());
-  requests_.allow(address, QUrl(request["peer"].toString()));
+  const QUrl address(request[QStringLiteral("address")].toString());
+  requests_.allow(address, QUrl(request[QStringLiteral("peer")].toString()));
   isLoading_ = true;
   load(address);
 }
 
 void ScriptPage::evaluate(int id, const QString& script) {
   runJavaScript(reportingErrors(script), [this, id](const QVariant& error) {
-    report_({{"event", "evaluated"}, {"id", id}, {"error", error.toString()}});
+    report_({{QStringLiteral("event"), QStringLiteral("evaluated")},
+             {QStringLiteral("id"), id},
+             {QStringLiteral("error"), error.toString()}});
   });
 }
 
@@ -94,7 +98,7 @@ void ScriptPage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const Q
                                           const QString&) {
   if (!message.startsWith(kPosted)) return;
   QJsonObject posted = QJsonDocument::fromJson(message.mid(kPosted.size()).toUtf8()).object();
-  posted.insert("event", "message");
+  posted.insert(QStringLiteral("event"), QStringLiteral("message"));
   report_(posted);
 }
 

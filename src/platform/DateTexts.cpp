@@ -27,11 +27,6 @@ int fullYear(int year, qsizetype digits) {
 
 }  // namespace
 
-QString dayFirstDate(Instant instant, const Calendar& calendar) {
-  const QDate date = calendar.day(instant);
-  return QString::asprintf("%02d/%02d/%02d", date.day(), date.month(), date.year() % 100);
-}
-
 QString shortDate(Instant instant, const Calendar& calendar) {
   const QDate date = calendar.day(instant);
   return QString::asprintf("%02d/%02d/%02d", date.month(), date.day(), date.year() % 100);
@@ -52,7 +47,7 @@ QString timeOfDay(Instant instant, const Calendar& calendar) {
 }
 
 QString dayHalf(Instant instant, const Calendar& calendar) {
-  return QLatin1String(marker(calendar.local(instant).time()));
+  return QLatin1StringView(marker(calendar.local(instant).time()));
 }
 
 QString universalDateTime(Instant instant) {

@@ -60,8 +60,9 @@ void DesktopWorkspace::reveal(const QString& path) {
     openUrl(folderAddress(path));
     return;
   }
-  const QString service = "org.freedesktop.FileManager1";
-  auto call = QDBusMessage::createMethodCall(service, "/org/freedesktop/FileManager1", service, "ShowItems");
+  const QString service = QStringLiteral("org.freedesktop.FileManager1");
+  auto call = QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/FileManager1"),
+                                             service, QStringLiteral("ShowItems"));
   call << QStringList(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)) << QString();
   revealing_ = std::make_unique<QDBusPendingCallWatcher>(bus_->asyncCall(call));
   QObject::connect(revealing_.get(), &QDBusPendingCallWatcher::finished, revealing_.get(),

@@ -80,8 +80,9 @@ class BusMeeting final : public SingleInstance::Meeting {
   }
 
   Handing handOver(const QString& path, std::chrono::milliseconds patience) override {
-    auto call = QDBusMessage::createMethodCall(identifiers::kPendra, identifiers::kBusObject, kInterface,
-                                               path.isEmpty() ? "Activate" : "Open");
+    auto call =
+        QDBusMessage::createMethodCall(identifiers::kPendra, identifiers::kBusObject, kInterface,
+                                       path.isEmpty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
     if (!path.isEmpty()) call << QStringList(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded));
     call << QVariantMap();
     call.setAutoStartService(false);

@@ -4,9 +4,9 @@ namespace pendra {
 
 NameOwnerWatch::NameOwnerWatch(QDBusConnection bus, std::function<void(const QString&)> gained)
     : gained_(std::move(gained)) {
-  const QString daemon = "org.freedesktop.DBus";
-  bus.connect(daemon, "/org/freedesktop/DBus", daemon, "NameOwnerChanged", this,
-              SLOT(ownerChanged(QString, QString, QString)));
+  const QString daemon = QStringLiteral("org.freedesktop.DBus");
+  bus.connect(daemon, QStringLiteral("/org/freedesktop/DBus"), daemon, QStringLiteral("NameOwnerChanged"),
+              this, SLOT(ownerChanged(QString, QString, QString)));
 }
 
 void NameOwnerWatch::ownerChanged(const QString& name, const QString& oldOwner, const QString& newOwner) {

@@ -111,21 +111,23 @@ QRegularExpression pattern(QString text) {
 /// In order of trial: a rule that could swallow the beginning of another comes after it.
 const std::array<Rule, 13>& rules() {
   static const std::array<Rule, 13> all{{
-      {pattern(R"((today|tomorrow|yesterday)(?![a-z]))"), readNamedDay},
-      {pattern(R"(now(?![a-z]))"), readNow},
-      {pattern(R"((?:at\s+)?(noon|midnight)(?![a-z]))"), readNamedTime},
-      {pattern(R"((last|next)\s+(mon|tues?|wed(?:nes)?|thu(?:rs)?|fri|sat(?:ur)?|sun)(?:day)?(?![a-z]))"),
+      {pattern(QStringLiteral(R"((today|tomorrow|yesterday)(?![a-z]))")), readNamedDay},
+      {pattern(QStringLiteral(R"(now(?![a-z]))")), readNow},
+      {pattern(QStringLiteral(R"((?:at\s+)?(noon|midnight)(?![a-z]))")), readNamedTime},
+      {pattern(QStringLiteral(
+           R"((last|next)\s+(mon|tues?|wed(?:nes)?|thu(?:rs)?|fri|sat(?:ur)?|sun)(?:day)?(?![a-z]))")),
        readWeekday},
-      {pattern(R"((last|next)\s+(week|month|year)(?![a-z]))"), readNeighbour},
-      {pattern(R"((\d{1,4})\s+(days?|weeks?|months?|years?)\s+ago(?![a-z]))"), readAgo},
-      {pattern(R"((\d{4})-(\d\d?)-(\d\d?)(?:t(?=\d)|(?!\d)))"), readIsoDate},
-      {pattern(R"((\d\d?/\d\d?/\d+))"), readSlashedDate},
-      {pattern(R"({month}\s*{day}{year})"), readMonthAndDay},
-      {pattern(R"({day}\s*{month}{year})"), readMonthAndDay},
-      {pattern(R"((?:at\s+)?(?<hour>\d\d?):(?<minute>\d\d?)(?::(?<second>\d\d?))?(?![\d:])(?:\s*{marker})?)"),
+      {pattern(QStringLiteral(R"((last|next)\s+(week|month|year)(?![a-z]))")), readNeighbour},
+      {pattern(QStringLiteral(R"((\d{1,4})\s+(days?|weeks?|months?|years?)\s+ago(?![a-z]))")), readAgo},
+      {pattern(QStringLiteral(R"((\d{4})-(\d\d?)-(\d\d?)(?:t(?=\d)|(?!\d)))")), readIsoDate},
+      {pattern(QStringLiteral(R"((\d\d?/\d\d?/\d+))")), readSlashedDate},
+      {pattern(QStringLiteral(R"({month}\s*{day}{year})")), readMonthAndDay},
+      {pattern(QStringLiteral(R"({day}\s*{month}{year})")), readMonthAndDay},
+      {pattern(QStringLiteral(
+           R"((?:at\s+)?(?<hour>\d\d?):(?<minute>\d\d?)(?::(?<second>\d\d?))?(?![\d:])(?:\s*{marker})?)")),
        readClock},
-      {pattern(R"((?:at\s+)?(?<hour>\d\d?)\s*{marker})"), readClock},
-      {pattern(R"((?:at\s+)?(?<hour>\d\d?)(?![\d:/-]))"), readClock},
+      {pattern(QStringLiteral(R"((?:at\s+)?(?<hour>\d\d?)\s*{marker})")), readClock},
+      {pattern(QStringLiteral(R"((?:at\s+)?(?<hour>\d\d?)(?![\d:/-]))")), readClock},
   }};
   return all;
 }
@@ -144,7 +146,7 @@ bool readNext(const QString& text, qsizetype& at, Reading& reading) {
 
 /// Moves behind blanks and the comma between a date and a time.
 void skipGap(const QString& text, qsizetype& at) {
-  static const QRegularExpression gap(R"(\s*(?:,(?=\s*\S))?\s*)");
+  static const QRegularExpression gap(QStringLiteral(R"(\s*(?:,(?=\s*\S))?\s*)"));
   at = gap.match(text, at, QRegularExpression::NormalMatch, QRegularExpression::AnchorAtOffsetMatchOption)
            .capturedEnd();
 }

@@ -20,26 +20,29 @@ constexpr double kManyCounts = 500;
 constexpr double kFewCounts = 30;
 
 QDBusMessage compositorCall() {
-  return QDBusMessage::createMethodCall("org.gnome.Mutter.IdleMonitor", "/org/gnome/Mutter/IdleMonitor/Core",
-                                        "org.gnome.Mutter.IdleMonitor", "GetIdletime");
+  return QDBusMessage::createMethodCall(
+      QStringLiteral("org.gnome.Mutter.IdleMonitor"), QStringLiteral("/org/gnome/Mutter/IdleMonitor/Core"),
+      QStringLiteral("org.gnome.Mutter.IdleMonitor"), QStringLiteral("GetIdletime"));
 }
 
 QDBusMessage screenSaverCall() {
-  const QString name = "org.freedesktop.ScreenSaver";
-  return QDBusMessage::createMethodCall(name, "/org/freedesktop/ScreenSaver", name, "GetSessionIdleTime");
+  const QString name = QStringLiteral("org.freedesktop.ScreenSaver");
+  return QDBusMessage::createMethodCall(name, QStringLiteral("/org/freedesktop/ScreenSaver"), name,
+                                        QStringLiteral("GetSessionIdleTime"));
 }
 
 QDBusMessage loginCall() {
-  auto call = QDBusMessage::createMethodCall("org.freedesktop.login1", "/org/freedesktop/login1/session/auto",
-                                             "org.freedesktop.DBus.Properties", "GetAll");
+  auto call = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1/session/auto"),
+      QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("GetAll"));
   return call << QStringLiteral("org.freedesktop.login1.Session");
 }
 
 /// The hint comes some minutes after the last touch, and the time from then on is all that is certain.
 double idleOfLogin(const QDBusMessage& reply) {
   const auto properties = qdbus_cast<QVariantMap>(reply.arguments().constFirst());
-  if (!properties.value("IdleHint").toBool()) return 0;
-  const double since = properties.value("IdleSinceHintMonotonic").toDouble() * kMicrosecond;
+  if (!properties.value(QStringLiteral("IdleHint")).toBool()) return 0;
+  const double since = properties.value(QStringLiteral("IdleSinceHintMonotonic")).toDouble() * kMicrosecond;
   return std::max(0.0, secondsAwake() - since);
 }
 

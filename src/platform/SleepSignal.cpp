@@ -3,8 +3,9 @@
 namespace pendra {
 
 SleepSignal::SleepSignal(QDBusConnection system, std::function<void()> told) : told_(std::move(told)) {
-  system.connect("org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
-                 "PrepareForSleep", this, SLOT(prepareForSleep(bool)));
+  system.connect(QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
+                 QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("PrepareForSleep"), this,
+                 SLOT(prepareForSleep(bool)));
 }
 
 void SleepSignal::prepareForSleep(bool) { told_(); }

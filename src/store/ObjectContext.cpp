@@ -112,7 +112,7 @@ ManagedObject& ObjectContext::insertObject(const EntityDescriptor& entity, bool 
   ManagedObject& object = adopt(std::move(made), table(entity).lastID() + 1);
   editing_->inserted(object);
   noteChange(object);
-  object.awakeFromInsert();
+  object.onInsert();
   return object;
 }
 

@@ -44,15 +44,9 @@ GradientDividerSplitView::GradientDividerSplitView(QWidget* parent) : QSplitter(
 }
 
 QGradientStops GradientDividerSplitView::dividerGradient() const {
-  if (ownGradient_) return *ownGradient_;
   const Colours& colours = Theme::colours(palette());
   return {{0, colours.window},
           {1, Theme::isDark(palette()) ? colours.base : mixed(colours.line, colours.quiet, 0.2)}};
-}
-
-void GradientDividerSplitView::setDividerGradient(const QGradientStops& gradient) {
-  ownGradient_ = gradient;
-  for (int index = 0; index < count(); ++index) handle(index)->update();
 }
 
 void GradientDividerSplitView::drawDividerInRect(QPainter& painter, const QRect& rect) const {

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPushButton>
 
+#include "store/Edit.h"
 #include "ui/Buttons.h"
 #include "ui/FrontWindow.h"
 #include "ui/HelpPlace.h"
@@ -15,8 +16,6 @@
 namespace pendra {
 
 namespace {
-
-using namespace Qt::StringLiterals;
 
 constexpr int kIconSize = 32;
 constexpr int kWordsWidth = 340;
@@ -50,7 +49,8 @@ QPixmap iconOf(Alert::Style style, const QWidget& box) {
   font.setWeight(QFont::Bold);
   painter.setFont(font);
   painter.setPen(colours.base);
-  painter.drawText(disc, Qt::AlignCenter, style == Alert::Style::Informational ? u"i"_s : u"!"_s);
+  painter.drawText(disc, Qt::AlignCenter,
+                   style == Alert::Style::Informational ? QStringLiteral("i") : QStringLiteral("!"));
   return icon;
 }
 
@@ -104,6 +104,7 @@ void fill(QMessageBox& box, const Alert& alert) {
 }  // namespace
 
 int QtAlerts::runAlert(const Alert& alert) {
+  Q_ASSERT_X(!editInProgress(), "alert", "whoever edits has asked before");
   QMessageBox box(frontWindow());
   fill(box, alert);
   box.setWindowModality(Qt::ApplicationModal);

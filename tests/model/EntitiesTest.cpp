@@ -10,7 +10,7 @@ class Entities : public testing::Test, protected TestDocument {};
 TEST_F(Entities, EveryRelationshipIsTheInverseOfItsInverse) {
   for (const EntityDescriptor* entity : testModel().entities) {
     for (const PropertyDescriptor& property : entity->properties) {
-      if (!property.isRelationship()) continue;
+      if (!property.target) continue;
       const auto* inverse = property.target().property(QLatin1StringView(property.inverse));
       ASSERT_TRUE(inverse) << entity->name << "." << property.name;
       EXPECT_STREQ(inverse->inverse, property.name);

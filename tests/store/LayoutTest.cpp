@@ -54,13 +54,14 @@ class Museum : public testing::Test, protected TestWorld {
 
   static void expectEverything(const ObjectContext& context, const OldLayout& old) {
     const Activity& activity = *context.all<Activity>()[0];
+    const DocumentSettings& settings = *context.all<DocumentSettings>()[0];
     EXPECT_EQ((QStringList{queries::nameOf(activity.customer()), *activity.customer()->vtObjectID(),
                            queries::nameOf(activity.job()), queries::nameOf(activity.job()->customer()),
                            queries::nameOf(activity.service()),
-                           *activity.document()->identity()->employeeName(), *activity.notes()}),
+                           *settings.identity()->employeeName(), *activity.notes()}),
               (QStringList{u"Zürich & Co"_qs, "80001", "Site", u"Zürich & Co"_qs, "Design", "Ann", "walls"}));
     EXPECT_EQ(activity.service()->shown(), false);
-    EXPECT_EQ(activity.document()->standalone(), false);
+    EXPECT_EQ(settings.standalone(), false);
     EXPECT_EQ(activity.billable(), true);
     EXPECT_FALSE(activity.loss().any());
     EXPECT_EQ(context.all<Activity>()[1]->loss().service, old.knowsLosses);

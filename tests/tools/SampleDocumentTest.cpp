@@ -19,7 +19,7 @@ QStringList entriesOf(const SampleOptions& options, const char* zone) {
                    .arg(queries::nameOf(entry->activity()->customer()), entry->notes().value_or(QString()))
                    .arg(entry->start()->seconds, 0, 'f', 3)
                    .arg(entry->storedDuration(), 0, 'f', 3)
-                   .arg(entry->submittedSeconds(), 0, 'f', 3);
+                   .arg(entry->sentSeconds(), 0, 'f', 3);
   }
   return entries;
 }

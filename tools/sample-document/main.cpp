@@ -16,14 +16,21 @@ namespace {
 
 constexpr int kWrongUse = 2;
 
-const QCommandLineOption kCustomers("customers", "How many customers.", "N");
-const QCommandLineOption kJobs("jobs", "How many jobs.", "N");
-const QCommandLineOption kServices("services", "How many service items.", "N");
-const QCommandLineOption kActivities("activities", "How many open activities.", "N");
-const QCommandLineOption kEntries("entries", "How many time entries.", "N");
-const QCommandLineOption kToday("today", "The day of the last entries.", "YYYY-MM-DD");
-const QCommandLineOption kSeed("seed", "Another number gives another document.", "N");
-const QCommandLineOption kStandalone("standalone", "Not linked to a company file.");
+const QCommandLineOption kCustomers(QStringLiteral("customers"), QStringLiteral("How many customers."),
+                                    QStringLiteral("N"));
+const QCommandLineOption kJobs(QStringLiteral("jobs"), QStringLiteral("How many jobs."), QStringLiteral("N"));
+const QCommandLineOption kServices(QStringLiteral("services"), QStringLiteral("How many service items."),
+                                   QStringLiteral("N"));
+const QCommandLineOption kActivities(QStringLiteral("activities"),
+                                     QStringLiteral("How many open activities."), QStringLiteral("N"));
+const QCommandLineOption kEntries(QStringLiteral("entries"), QStringLiteral("How many time entries."),
+                                  QStringLiteral("N"));
+const QCommandLineOption kToday(QStringLiteral("today"), QStringLiteral("The day of the last entries."),
+                                QStringLiteral("YYYY-MM-DD"));
+const QCommandLineOption kSeed(QStringLiteral("seed"),
+                               QStringLiteral("Another number gives another document."), QStringLiteral("N"));
+const QCommandLineOption kStandalone(QStringLiteral("standalone"),
+                                     QStringLiteral("Not linked to a company file."));
 
 /// Reads the options into `sample`; what is wrong with them is the answer.
 class Arguments {
@@ -71,7 +78,7 @@ class Arguments {
 
 Result<void> write(const QString& path, const SampleOptions& options) {
   QFile schema(QStringLiteral(":/Corvel.momd"));
-  if (!schema.open(QIODevice::ReadOnly)) return Error{"resources", 0, schema.errorString()};
+  if (!schema.open(QIODevice::ReadOnly)) return Error{QStringLiteral("resources"), 0, schema.errorString()};
   const SampleClock clock(options.today);
   const Calendar calendar{QTimeZone::utc()};
   const ObjectModel model = objectModel(schema.readAll());
@@ -102,10 +109,12 @@ int complain(const QString& text) {
 
 int run(const QCoreApplication& application) {
   QCommandLineParser parser;
-  parser.setApplicationDescription("Writes a sample document, the same for the same arguments.");
+  parser.setApplicationDescription(
+      QStringLiteral("Writes a sample document, the same for the same arguments."));
   parser.addHelpOption();
   parser.addOptions({kCustomers, kJobs, kServices, kActivities, kEntries, kToday, kSeed, kStandalone});
-  parser.addPositionalArgument("OUT.pdr", "The document; an existing one is replaced.");
+  parser.addPositionalArgument(QStringLiteral("OUT.pdr"),
+                               QStringLiteral("The document; an existing one is replaced."));
   parser.process(application);
   if (parser.positionalArguments().size() != 1) return complain(QStringLiteral("name one file to write"));
   SampleOptions options;

@@ -70,7 +70,7 @@ const VerbRow* verbIn(const QStringList& arguments) {
   parser.parse(arguments.mid(0, arguments.indexOf(u"--", 1)));
   const QString word = parser.positionalArguments().value(0);
   for (const VerbRow& row : verbs()) {
-    if (word == QLatin1String(row.word)) return &row;
+    if (word == QLatin1StringView(row.word)) return &row;
   }
   return nullptr;
 }

@@ -21,6 +21,9 @@ namespace {
 
 constexpr double kRunning = 47 * 60 + 12;
 constexpr QSize kTimerWindow(1024, 640);  // smaller than at first, to be read in a page
+/// Somebody's work of some weeks.
+const SampleOptions kWork{
+    .customers = 10, .jobs = 10, .services = 7, .activities = 6, .entries = 240, .seed = 4, .everyday = true};
 
 /// What a window of its own is called in the menus and in its title, and what its picture is called.
 struct WindowOfItsOwn {
@@ -87,13 +90,7 @@ void drawSheets(Album& album, Stage& stage) {
 /// A week in which somebody worked an hour on two days, made the list of customers up to date, and sent
 /// something.
 void drawRestore(Album& album) {
-  Stage stage(SampleOptions{.customers = 10,
-                            .jobs = 10,
-                            .services = 7,
-                            .activities = 6,
-                            .entries = 240,
-                            .seed = 4,
-                            .everyday = true});
+  Stage stage(kWork);
   constexpr double kDay = 86'400;
   ObjectContext& context = *stage.session().context();
   for (const BackupReason reason : {BackupReason::Daily, BackupReason::Daily, BackupReason::UpdatingLists,
@@ -128,13 +125,7 @@ void drawTimeAway(Album& album, Stage& stage) {
 }
 
 void drawWork(Album& album) {
-  Stage stage(SampleOptions{.customers = 10,
-                            .jobs = 10,
-                            .services = 7,
-                            .activities = 6,
-                            .entries = 240,
-                            .seed = 4,
-                            .everyday = true});
+  Stage stage(kWork);
   startTwoTimers(stage);
   stage.timer().log().window()->resize(kTimerWindow);
   album.take(QStringLiteral("timer-window"), *stage.timer().log().window());

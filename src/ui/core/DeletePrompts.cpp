@@ -75,7 +75,7 @@ void askToDeleteEntries(TimerState& state) {
   auto entries = state.log().selectedEntries();
   if (entries.empty()) entries = {state.currentEntry()};  // chosen where no row of it is listed
   ask(state,
-      // Kept: to the question also no row at all is more than one.
+      // To the question also no row at all is more than one.
       state.log().numberOfSelectedRows() == 1
           ? QStringLiteral("Are you sure you want to delete the selected time entry?")
           : QStringLiteral("Are you sure you want to delete the selected time entries?"),

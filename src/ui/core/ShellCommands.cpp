@@ -24,7 +24,7 @@ void showHelp(const QString& anchor, Workspace& workspace, const QString& resour
   try {
     workspace.openUrl(helpAddress(resources, anchor));
   } catch (...) {
-    // Kept: help that fails to open never disturbs what the user was about to do.
+    // Help that fails to open never disturbs what the user was about to do.
   }
 }
 

@@ -90,7 +90,7 @@ void TimerState::updateCustomerJobLabel() {
       if (selected->job()) parts << queries::nameOf(selected->job());
       parts << queries::nameOf(selected->service());
     }
-    // Kept: without a customer the label keeps what it showed.
+    // Kept: promised to those who watch the display: without a customer the label keeps what it showed.
     if (selected->customer()) display_.showCustomerJobLabel(parts.join(u" - "));
   } else {
     display_.showCustomerJobLabel(QString());

@@ -18,7 +18,7 @@ QString tr(const char* text) { return QCoreApplication::translate("pendra::UndoH
 
 /// Whether it is this name that an activity did not get back, and has none instead.
 bool isWithout(const Skipped& skipped, const char* name, const void* named) {
-  return skipped.property->name == QLatin1String(name) && !named;
+  return QLatin1StringView(skipped.property->name) == QLatin1StringView(name) && !named;
 }
 
 /// An activity comes back without a name that a list update has taken meanwhile, and is marked as if it had

@@ -143,7 +143,7 @@ void ActivitySheet::showServiceHint(const QString& sentence) {
 int ActivitySheet::run() { return SheetRunner(session_.ports().modals).run(*this); }
 
 void ActivitySheet::setPastTimeViewShown(bool shown) {
-  auto* pastTimeView = findChild<QWidget*>("pastTimeView");
+  auto* pastTimeView = findChild<QWidget*>(QStringLiteral("pastTimeView"));
   if (pastTimeViewHeight_ == 0) {
     pastTimeViewHeight_ = pastTimeView->sizeHint().height() + layout()->spacing();
   }

@@ -15,10 +15,10 @@ void fitToText(QLineEdit& field, const QString& longest) {
 }  // namespace
 
 void layOutEntry(EntryAdapters& entry) {
-  fitToText(entry.startDateField.widget(), "MM/DD/YYYY");
-  fitToText(entry.startTimeField.widget(), "00:00 ");
-  fitToText(entry.startTimeFieldAMPM.widget(), "AM ");
-  fitToText(entry.durationField.widget(), "0000:00:00");
+  fitToText(entry.startDateField.widget(), QStringLiteral("MM/DD/YYYY"));
+  fitToText(entry.startTimeField.widget(), QStringLiteral("00:00 "));
+  fitToText(entry.startTimeFieldAMPM.widget(), QStringLiteral("AM "));
+  fitToText(entry.durationField.widget(), QStringLiteral("0000:00:00"));
 }
 
 void markUnreadable(QWidget& field, bool unreadable) {

@@ -9,6 +9,12 @@
 
 namespace pendra {
 
+namespace {
+
+constexpr int kLines = 3;
+
+}  // namespace
+
 NotesEdit::NotesEdit(QWidget* parent) : QPlainTextEdit(parent) {
   setTabChangesFocus(true);
   setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -36,14 +42,9 @@ void NotesEdit::setNote(const QString& note) {
   document()->setModified(false);
 }
 
-void NotesEdit::setVisibleLines(int lines) {
-  lines_ = lines;
-  updateGeometry();
-}
-
 QSize NotesEdit::sizeHint() const {
   const int edges = 2 * frameWidth() + static_cast<int>(std::ceil(2 * document()->documentMargin()));
-  return {40 * fontMetrics().averageCharWidth(), lines_ * fontMetrics().lineSpacing() + edges};
+  return {40 * fontMetrics().averageCharWidth(), kLines * fontMetrics().lineSpacing() + edges};
 }
 
 void NotesEdit::keyPressEvent(QKeyEvent* event) {

@@ -26,7 +26,8 @@ void TimeEntriesTable::setController(ActivityEditor& controller) {
        .textForEditing = [&](const QString&, int row) { return controller.noteForEditing(row); },
        .setValue = [&](const QString& value, const QString& column,
                        int row) { controller.setValue(value, column, row); }});
-  connect(this, &RowTableView::rowActivated, this, [this](int row) { editCell("notes", row); });
+  connect(this, &RowTableView::rowActivated, this,
+          [this](int row) { editCell(QStringLiteral("notes"), row); });
 }
 
 QSize TimeEntriesTable::sizeHint() const {

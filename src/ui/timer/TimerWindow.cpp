@@ -7,7 +7,7 @@
 
 #include "ShownText.h"
 #include "TimerHeader.h"
-#include "ui/ChromeViews.h"
+#include "ui/FooterView.h"
 #include "ui/GradientDividerSplitView.h"
 #include "ui/NoticeLine.h"
 #include "ui/RowTableView.h"
@@ -59,36 +59,26 @@ TimerWindow::TimerWindow(Notices& notices, QWidget* quickEntry, std::function<bo
   splitView->setChildrenCollapsible(false);
   splitView->setSizes({first.height() * 3 / 8, first.height() * 5 / 8});
 
+  header = new TimerHeader;
   auto* content = new QWidget;
   QVBoxLayout* column = place(content);
-  column->addWidget(makeHeader());
+  column->addWidget(header);
   column->addWidget(quickEntry);
   column->addWidget(new NoticeLine(notices, NoticeLine::In::TimerWindow));
   column->addWidget(splitView, 1);
   setCentralWidget(content);
 }
 
-/// The head is as high as what it holds, or as a head must be at least: then its foot is cut off.
-QWidget* TimerWindow::makeHeader() {
-  header = new TimerHeader;
-  headerPlace_ = new QWidget;
-  QVBoxLayout* column = place(new PendraTopView(headerPlace_));
-  column->addWidget(header);
-  column->addStretch();
-  return headerPlace_;
-}
-
 void TimerWindow::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
   header->setLow(height() < kLowWindow);
-  headerPlace_->setFixedHeight(header->height());
 }
 
 /// The log with the line below it.
 QWidget* TimerWindow::makeFooter() {
   auto* container = new QWidget;
-  container->setMinimumHeight(qRound(kBottomViewHeight));
-  QVBoxLayout* column = place(new PendraBottomView(container));
+  container->setMinimumHeight(kFooterHeight);
+  QVBoxLayout* column = place(new FooterView(container));
   auto* logPlace = new QWidget;
   log_ = place(logPlace);
   column->addWidget(logPlace, 1);

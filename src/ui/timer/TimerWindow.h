@@ -34,13 +34,11 @@ class TimerWindow final : public QMainWindow {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  QWidget* makeHeader();
   QWidget* makeFooter();
   QWidget* makeStatusLine();
 
   std::function<bool()> shouldClose_;
   std::function<void()> closed_;
-  QWidget* headerPlace_ = nullptr;
   QVBoxLayout* log_ = nullptr;
   QVBoxLayout* summary_ = nullptr;
   QVBoxLayout* glance_ = nullptr;

@@ -13,6 +13,7 @@
 #include "TimerWindow.h"
 #include "analytics/Consent.h"
 #include "analytics/StartTracking.h"
+#include "analytics/TrackerNotifications.h"
 #include "document/DocumentClosing.h"
 #include "document/OpenDocument.h"
 #include "link/UnknownFates.h"
@@ -212,9 +213,7 @@ void TimerWindowController::quickEntry() {
 }
 
 void TimerWindowController::addActivity() {
-  session_.ports().notifications.post(
-      QStringLiteral("TrackerNotification"),
-      {QStringLiteral("Pendra Add Activity"), QStringLiteral("ADD_ACTIVITY")});
+  session_.ports().notifications.post(tracker_notifications::kTracker, tracker_notifications::kAddActivity);
   showActivitySheet(true);
 }
 

@@ -34,8 +34,8 @@ struct Call {
   ArchiveValue::Array arguments;
 };
 
-/// What came as the answer. Kept: an answer of another name than the call's that is held when the time is
-/// over is taken; the rule is the wire's, and whoever called looks at the name.
+/// What came as the answer. Kept: promised to the peer: an answer of another name than the call's that is
+/// held when the time is over is taken; whoever called looks at the name.
 struct Answer {
   QString operation;
   ArchiveValue value;

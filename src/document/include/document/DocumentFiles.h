@@ -11,12 +11,12 @@
 
 namespace pendra {
 
-/// The document folder. Kept: in spite of its name it lies in the user's Documents.
+/// The document folder. In spite of its name it lies in the user's Documents.
 QString documentFolder(const Places& places);
 /// Where a document without a file will live: Documents itself, "Untitled.pdr", else the first free of
 /// "Untitled1.pdr", "Untitled2.pdr", ...
 QString untitledPath(const Places& places);
-/// The document that a first launch makes. Kept: it is always asked for under its older name.
+/// The document that a first launch makes. Kept for who has an old one: asked for under its older name.
 QString defaultPath(const Places& places);
 /// Whether the path is that of the default document, by its older name or its newer one.
 [[nodiscard]] bool isDefaultPath(const Places& places, const QString& path);

@@ -16,8 +16,8 @@ struct SubmissionRow {
   QString job;
   QString service;
 
-  /// Kept: by the rule of the time log exactly one second after the reference instant is sent here.
-  [[nodiscard]] bool isUnsent() const { return period && period->submittedSeconds() < 1.0; }
+  /// By the rule of the time log exactly one second after the reference instant is sent here.
+  [[nodiscard]] bool isUnsent() const { return period && period->sentSeconds() < 1.0; }
 };
 
 /// The time log, as sending asks it.

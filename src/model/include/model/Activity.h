@@ -25,12 +25,10 @@ class Activity final : public ManagedObject {
   void setJob(Job* job);
   [[nodiscard]] Service* service() const;
   void setService(Service* service);
-  [[nodiscard]] DocumentSettings* document() const;
-  void setDocument(DocumentSettings* document);
 
   /// Kept whole here, however long.
   [[nodiscard]] const std::optional<QString>& notes() const { return notes_.get(); }
-  void setNotes(std::optional<QString> notes) { assign(notes_, std::move(notes)); }
+  void setNotes(std::optional<QString> notes);
   [[nodiscard]] std::optional<bool> billable() const { return billable_.get(); }
   void setBillable(std::optional<bool> billable) { assign(billable_, billable); }
   /// Whether the timer starts as soon as the activity has been added.

@@ -15,19 +15,17 @@ class Customer final : public ManagedObject {
   [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
 
   [[nodiscard]] const std::optional<QString>& name() const { return name_.get(); }
-  void setName(std::optional<QString> name) { assign(name_, std::move(name)); }
+  void setName(std::optional<QString> name);
   /// Vantor's identifier of the customer; "0" for one that exists only here.
   [[nodiscard]] const std::optional<QString>& vtObjectID() const { return vtObjectID_.get(); }
-  void setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
+  void setVtObjectID(std::optional<QString> id);
   /// Whether the customer is offered in the pick lists.
   [[nodiscard]] std::optional<bool> shown() const { return shown_.get(); }
   void setShown(std::optional<bool> shown) { assign(shown_, shown); }
-  /// Consulted when a new customer is numbered. Kept: nothing writes it, so all are equal.
+  /// Consulted when a new customer is numbered. Kept for what reads the documents: nothing writes it.
   [[nodiscard]] std::optional<double> index() const { return index_.get(); }
   [[nodiscard]] Objects<Job> jobs() const { return jobs_.get(); }
   [[nodiscard]] Objects<Activity> activities() const { return activities_.get(); }
-  [[nodiscard]] DocumentSettings* document() const;
-  void setDocument(DocumentSettings* document);
 
  private:
   Slot<QString> name_;

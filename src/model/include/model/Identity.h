@@ -14,10 +14,10 @@ class Identity final : public ManagedObject {
 
   /// Path of the company file; "" when standalone. None passes every company check, "" does not.
   [[nodiscard]] const std::optional<QString>& companyFileName() const { return companyFileName_.get(); }
-  void setCompanyFileName(std::optional<QString> name) { assign(companyFileName_, std::move(name)); }
+  void setCompanyFileName(std::optional<QString> name);
   /// "Me" stands for the user when no employee was chosen.
   [[nodiscard]] const std::optional<QString>& employeeName() const { return employeeName_.get(); }
-  void setEmployeeName(std::optional<QString> name) { assign(employeeName_, std::move(name)); }
+  void setEmployeeName(std::optional<QString> name);
 
  private:
   Slot<QString> companyFileName_;

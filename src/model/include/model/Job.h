@@ -14,10 +14,10 @@ class Job final : public ManagedObject {
   [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
 
   [[nodiscard]] const std::optional<QString>& name() const { return name_.get(); }
-  void setName(std::optional<QString> name) { assign(name_, std::move(name)); }
+  void setName(std::optional<QString> name);
   /// Vantor's identifier of the job; "0" for one that exists only here.
   [[nodiscard]] const std::optional<QString>& vtObjectID() const { return vtObjectID_.get(); }
-  void setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
+  void setVtObjectID(std::optional<QString> id);
   /// Whether the job is offered in the pick lists; true unless the user hides it.
   [[nodiscard]] std::optional<bool> shown() const { return shown_.get(); }
   void setShown(std::optional<bool> shown) { assign(shown_, shown); }

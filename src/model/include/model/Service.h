@@ -14,17 +14,15 @@ class Service final : public ManagedObject {
   [[nodiscard]] const EntityDescriptor& entity() const override { return descriptor(); }
 
   [[nodiscard]] const std::optional<QString>& name() const { return name_.get(); }
-  void setName(std::optional<QString> name) { assign(name_, std::move(name)); }
+  void setName(std::optional<QString> name);
   /// Vantor's identifier of the item; "0" for one that exists only here.
   [[nodiscard]] const std::optional<QString>& vtObjectID() const { return vtObjectID_.get(); }
-  void setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
+  void setVtObjectID(std::optional<QString> id);
   /// Whether the item is offered in the pick lists; false until the user chooses to.
   [[nodiscard]] std::optional<bool> shown() const { return shown_.get(); }
   void setShown(std::optional<bool> shown) { assign(shown_, shown); }
   /// The activities that name this item.
   [[nodiscard]] Objects<Activity> activities() const { return activities_.get(); }
-  [[nodiscard]] DocumentSettings* document() const;
-  void setDocument(DocumentSettings* document);
 
  private:
   Slot<QString> name_;

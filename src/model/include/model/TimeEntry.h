@@ -48,22 +48,20 @@ class TimeEntry final : public ManagedObject {
   [[nodiscard]] std::optional<Instant> awayTo() const { return awayTo_.get(); }
   void setAwayTo(std::optional<Instant> instant) { assign(awayTo_, instant); }
   [[nodiscard]] const std::optional<QString>& notes() const { return notes_.get(); }
-  void setNotes(std::optional<QString> notes) { assign(notes_, std::move(notes)); }
+  void setNotes(std::optional<QString> notes);
 
   /// Runs from its start on; what a crash cut off runs on as if it had not been.
   void startTimer();
   /// The duration becomes now minus the start.
   void stopTimer();
 
-  /// Seconds since the start. Kept: whether `running` is present decides, not whether it is true, so
-  /// only a running entry is asked for it.
+  /// Seconds since the start. Whether `running` is present decides, not whether it is true, so only a
+  /// running entry is asked for it.
   [[nodiscard]] double elapsed() const;
   /// The stored duration in seconds; 0 when absent.
   [[nodiscard]] double storedDuration() const { return duration().value_or(0); }
   /// Seconds from the reference instant to the sending; 0 when never sent.
-  [[nodiscard]] double submittedSeconds() const {
-    return dateSubmitted().value_or(kReferenceInstant).seconds;
-  }
+  [[nodiscard]] double sentSeconds() const { return dateSubmitted().value_or(kReferenceInstant).seconds; }
   /// Whether it was sent more than a second after the reference instant.
   [[nodiscard]] bool wasSent() const { return isSent(dateSubmitted()); }
   [[nodiscard]] static bool isSent(std::optional<Instant> dateSubmitted) {
@@ -81,7 +79,7 @@ class TimeEntry final : public ManagedObject {
   [[nodiscard]] int compare(const TimeEntry& other) const;
 
  protected:
-  void awakeFromInsert() override;
+  void onInsert() override;
 
  private:
   Slot<bool> running_;  // first: it fits behind what every object has

@@ -22,9 +22,9 @@ struct Alert {
 
   Style style = Style::Warning;
   QString message;
-  QString informative;         ///< empty when the alert has none
-  QStringList buttons{"OK"};   ///< the affirmative one first, the one that turns back last
-  bool returnCancels = false;  ///< whether Return answers the last button instead of the first
+  QString informative;                        ///< empty when the alert has none
+  QStringList buttons{QStringLiteral("OK")};  ///< the affirmative one first, the one that turns back last
+  bool returnCancels = false;                 ///< whether Return answers the last button instead of the first
   Owner owner = Owner::FrontWindow;
   Topic topic = Topic::None;
 };

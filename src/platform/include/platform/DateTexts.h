@@ -1,6 +1,6 @@
 #pragma once
 // The fixed date texts. They are written in English with ASCII digits whatever the user's locale is,
-// because most of them are read back. Month first everywhere but in dayFirstDate().
+// because most of them are read back. The month comes first.
 
 #include <QString>
 #include <optional>
@@ -9,8 +9,6 @@
 
 namespace pendra {
 
-/// "%d/%m/%y", day first: "24/11/26".
-QString dayFirstDate(Instant instant, const Calendar& calendar);
 /// "%m/%d/%y" or "MM/dd/yy": "11/24/26".
 QString shortDate(Instant instant, const Calendar& calendar);
 /// "%m-%d-%Y": "11-24-2026".

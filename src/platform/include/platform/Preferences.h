@@ -13,7 +13,7 @@ inline const QString kMergeSubmissions = QStringLiteral("PendraMergeSubmissions"
 inline const QString kHideSubmitted = QStringLiteral("PendraHideSubmitted");
 /// Boolean, false unless written: the user has found that notes cells can be edited.
 inline const QString kUserFoundTableEdit = QStringLiteral("PendraUserFoundTableEdit");
-/// Text, absent unless the warning was shown, then "YES". Kept: the key begins with a blank.
+/// Text, absent unless the warning was shown, then "YES". Kept for what reads the settings: the blank.
 inline const QString kNoteLengthWarning = QStringLiteral(" PendraNoteLengthWarning");
 /// Read by the timer window and not used.
 inline const QString kSortOrderWindow = QStringLiteral("sortOrderCorvelWindow");

@@ -50,7 +50,6 @@ struct PropertyDescriptor {
   const char* inverse = nullptr;                  ///< relationships only: the property at the other end
   DeleteRule deleteRule = DeleteRule::Nullify;    ///< relationships only
 
-  [[nodiscard]] constexpr bool isRelationship() const { return kind == Kind::ToOne || kind == Kind::ToMany; }
   [[nodiscard]] constexpr bool hasColumn() const { return kind != Kind::ToMany; }
 };
 

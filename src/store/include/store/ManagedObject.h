@@ -31,7 +31,7 @@ class ManagedObject {
 
  protected:
   /// Runs once, when the object is inserted as new, not when it is read.
-  virtual void awakeFromInsert() {}
+  virtual void onInsert() {}
 
   /// Writes an attribute and notes the change; an equal value changes nothing.
   template <class Held>

@@ -109,7 +109,7 @@ class ObjectContext {
   /// Says which objects no undo and no redo may touch.
   void setFixed(std::function<bool(const ManagedObject&)> isFixed) { isFixed_ = std::move(isFixed); }
 
-  /// A new object; `awakeFromInsert` has run.
+  /// A new object; `onInsert` has run.
   template <class T>
   T& insert() {
     return static_cast<T&>(insertObject(T::descriptor(), false));
@@ -194,7 +194,7 @@ class ObjectContext {
   ManagedObject& adopt(OwnedObject object, qint64 id);
   /// Ties a link that was read to its target; a target that is not there leaves none.
   void linkRead(ManagedObject& owner, const PropertyDescriptor& property, qint64 target);
-  /// An empty object under an identifier that none has; `awakeFromInsert` does not run.
+  /// An empty object under an identifier that none has; `onInsert` does not run.
   ManagedObject& insertWithID(const EntityDescriptor& entity, qint64 id);
   /// Puts an object back that has been taken out, as it was then.
   void putBack(OwnedObject object);

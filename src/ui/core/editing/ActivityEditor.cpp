@@ -19,20 +19,25 @@ QString tr(const char* text) { return QCoreApplication::translate("pendra::Activ
 
 std::vector<Column<TimeEntryRow>> timeEntryColumns() {
   return {
-      {.head = {.identifier = "date", .title = "Date", .widest = {"12/30/2026"}},
+      {.head = {.identifier = QStringLiteral("date"),
+                .title = QStringLiteral("Date"),
+                .widest = {QStringLiteral("12/30/2026")}},
        .text = [](const TimeEntryRow& row) { return row.date; }},
-      {.head = {.identifier = "time",
-                .title = "Time",
+      {.head = {.identifier = QStringLiteral("time"),
+                .title = QStringLiteral("Time"),
                 .alignment = Alignment::Right,
                 .kind = CellKind::Time,
-                .widest = {"00:00"}},
+                .widest = {QStringLiteral("00:00")}},
        .text = [](const TimeEntryRow& row) { return row.time; }},
-      {.head = {.identifier = "duration",
-                .title = "Duration",
+      {.head = {.identifier = QStringLiteral("duration"),
+                .title = QStringLiteral("Duration"),
                 .alignment = Alignment::Right,
                 .kind = CellKind::Time},
        .text = [](const TimeEntryRow& row) { return row.duration; }},
-      {.head = {.identifier = "notes", .title = "Notes", .kind = CellKind::Secondary, .weight = 1},
+      {.head = {.identifier = QStringLiteral("notes"),
+                .title = QStringLiteral("Notes"),
+                .kind = CellKind::Secondary,
+                .weight = 1},
        .text = [](const TimeEntryRow& row) { return row.notes; },
        .editable = [](const TimeEntryRow&) { return true; }},
   };
@@ -77,8 +82,8 @@ void ActivityEditor::documentEdited(const ChangeSet& changes) {
   }
 }
 
-/// Kept: the dates and times of the rows stay as they were until entries come or go or the sheet is opened
-/// again; promised of "Apply".
+/// Kept: promised to those who press "Apply": the dates and times of the rows stay as they were until entries
+/// come or go or the sheet is opened again.
 void ActivityEditor::refreshRows(const ChangeSet& changes) {
   for (const TimeEntry* entry : changes.changed<TimeEntry>()) {
     const auto index = indexOfEntry(*entry);

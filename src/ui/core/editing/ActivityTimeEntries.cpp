@@ -48,9 +48,9 @@ void ActivityEditor::deleteTimeEntry() {
   const Ref<TimeEntry> entry(selectedEntry());
   if (!entry) return;
   const Alert question{.style = Alert::Style::Critical,
-                       .message = "Are you sure you want to delete this time event?",
+                       .message = QStringLiteral("Are you sure you want to delete this time event?"),
                        .informative = {},
-                       .buttons = {"Delete", "Cancel"}};
+                       .buttons = {QStringLiteral("Delete"), QStringLiteral("Cancel")}};
   session_.ports().alerts.beginSheet(question, [this, entry](int answer) {
     if (answer != kFirstButton || !entry) return;
     std::ignore = context().edit(tr("Delete of an Entry"), [&] {

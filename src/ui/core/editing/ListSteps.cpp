@@ -36,8 +36,8 @@ bool isBlank(QStringView text) {
 }
 
 QString listNameFor(const EntryFields& fields, const Control& popup) {
-  if (&popup == &fields.customerPopup) return "Customers";
-  return &popup == &fields.servicePopup ? "Services" : "Jobs";
+  if (&popup == &fields.customerPopup) return QStringLiteral("Customers");
+  return &popup == &fields.servicePopup ? QStringLiteral("Services") : QStringLiteral("Jobs");
 }
 
 QString emptyListText(const EntryFields& fields, const Control& popup) {
@@ -48,8 +48,8 @@ QString emptyListText(const EntryFields& fields, const Control& popup) {
 
 bool asksToAdd(Alerts& alerts, const QString& name, const QString& listName) {
   return alerts.runAlert({.message = formatted(u"Add \"%@\" to the %@ list?", {name, listName}),
-                          .informative = "Click OK to continue.",
-                          .buttons = {"OK", "Cancel"}}) == kFirstButton;
+                          .informative = QStringLiteral("Click OK to continue."),
+                          .buttons = {QStringLiteral("OK"), QStringLiteral("Cancel")}}) == kFirstButton;
 }
 
 void addCustomer(ObjectContext& context, const QString& name) {
@@ -80,17 +80,17 @@ void addJob(Customer& customer, const QString& name) {
 }
 
 void showChooseExistingCustomer(Alerts& alerts) {
-  alerts.runAlert({.message = "Choose an existing customer",
-                   .informative =
+  alerts.runAlert({.message = QStringLiteral("Choose an existing customer"),
+                   .informative = QStringLiteral(
                        "When Pendra is linked to a company file, you can only choose a customer already "
-                       "entered in Vantor. Choose an existing name to continue."});
+                       "entered in Vantor. Choose an existing name to continue.")});
 }
 
 void showChooseExistingService(Alerts& alerts, const QString& message) {
   alerts.runAlert({.message = message,
-                   .informative =
+                   .informative = QStringLiteral(
                        "When Pendra is linked to a company file, you can only choose a service item already "
-                       "entered in Vantor. Choose an existing service item to continue."});
+                       "entered in Vantor. Choose an existing service item to continue.")});
 }
 
 }  // namespace pendra

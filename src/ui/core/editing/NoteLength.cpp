@@ -18,10 +18,11 @@ void showNoteLengthWarning(Session& session) {
   UserDefaults& defaults = session.ports().defaults;
   if (!defaults.text(preferences::kNoteLengthWarning).value_or(QString()).isEmpty()) return;
   session.ports().alerts.runAlert(
-      {.message = "Note exceeds Vantor limits.",
-       .informative = "Notes on an activity are limited to 99 characters in Vantor. Longer notes will be "
-                      "saved in Pendra and shortened to 99 characters in Vantor."});
-  defaults.setText(preferences::kNoteLengthWarning, "YES");
+      {.message = QStringLiteral("Note exceeds Vantor limits."),
+       .informative =
+           QStringLiteral("Notes on an activity are limited to 99 characters in Vantor. Longer notes will be "
+                          "saved in Pendra and shortened to 99 characters in Vantor.")});
+  defaults.setText(preferences::kNoteLengthWarning, QStringLiteral("YES"));
 }
 
 void followNote(Session& session, LengthLabel& label, const QString& note) {

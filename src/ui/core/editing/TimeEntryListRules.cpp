@@ -74,7 +74,7 @@ bool TimeEntryEditor::mayLeaveService() {
   const QString name = popup.text();
   if (name.isEmpty() || !queries::servicesNamed(context(), name).empty()) return true;
   if (!isStandalone()) {
-    showChooseExistingService(session_.ports().alerts, "Choose an existing service item");
+    showChooseExistingService(session_.ports().alerts, QStringLiteral("Choose an existing service item"));
     return false;
   }
   if (!wantsToAdd(name, popup)) return false;

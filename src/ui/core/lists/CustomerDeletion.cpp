@@ -87,7 +87,7 @@ void CustomerListController::deleteJob(Job& job) {
                         {name, queries::nameOf(job.customer())}),
               name);
   if (inUse == true) {
-    // Kept: the whole text is the message, unlike the customer's.
+    // Kept for those who search for the text: it is the message as a whole, unlike the customer's.
     session().ports().alerts.runAlert(
         {.style = Alert::Style::Critical,
          .message = formatted(u"You cannot delete %@ because you have current activities for this job. Mark "

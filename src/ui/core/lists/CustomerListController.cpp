@@ -60,7 +60,8 @@ std::vector<CustomerListRow> CustomerListController::listedRows() const {
     if (searchString().isEmpty()) rows.reserve(customers.size() + context()->all<Job>().size());
     const Customer* last = nullptr;
     for (Customer* customer : customers) {
-      // Kept: of several customers of one name only the first is listed, with its own jobs.
+      // Kept: promised to those who keep the lists: of several customers of one name only the first is
+      // listed, with its own jobs.
       if (last && queries::compareNames(last->name(), customer->name()) == 0) continue;
       if (!added(*customer)) last = customer;
       rows.push_back({.isJob = false, .customer = customer, .job = {}});
@@ -99,7 +100,7 @@ QString CustomerListController::nameInRow(int row) const {
 }
 
 bool CustomerListController::takeName(int row, const QString& name) {
-  // Kept: a job's name is compared with the customers' names too.
+  // Kept: promised to those who keep the lists: a job is not called as a customer either.
   if (standalone() && !mayLeaveCustomer(name)) return false;
   Job* job = jobForRow(row);
   Customer* customer = customerForRow(row);
@@ -128,7 +129,7 @@ bool CustomerListController::mayLeaveCustomer(const QString& name) {
        .informative = QStringLiteral("Please choose a different name for the customer."),
        .buttons = {QStringLiteral("OK")}});
   refusing_ = false;
-  // Kept: the row's number is passed for the column too.
+  // Kept: promised to those who keep the lists: the row's number is passed for the column too.
   view().editColumn(selection().row(), selection().row());
   return false;
 }
@@ -143,7 +144,7 @@ QString numberedName(const ObjectContext& context, const Customer& made) {
                                     [&](const Customer* one) { return one->index() == made.index(); });
   const auto numbered = [](auto n) { return formatted(u"Customer%@", {QString::number(n)}); };
   const bool taken = !queries::customersNamed(context, numbered(number)).empty();
-  // Kept: one try more, and no further look whether that name is taken too.
+  // Kept: promised to those who keep the lists: one try more, whether or not that name is taken too.
   return numbered(taken ? number + 1 : number);
 }
 

@@ -20,7 +20,7 @@ LogRow rowOf(TimeEntry& entry, const Ref<Activity>& of) {
           .of = of,
           .start = entry.start(),
           .duration = entry.storedDuration(),
-          .submittedSeconds = entry.submittedSeconds()};
+          .sentSeconds = entry.sentSeconds()};
 }
 
 /// Whether the edit may have changed which entries a rebuild lists, or what the filters offer.

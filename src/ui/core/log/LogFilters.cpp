@@ -16,8 +16,8 @@ const QString kAll = QStringLiteral("All");
 
 QString tr(const char* text) { return QCoreApplication::translate("pendra::LogController", text); }
 
-/// The sorted names of those whose `shown` is present. Kept: a `shown` of false counts too, so that what
-/// was hidden from the pick lists can still be filtered by.
+/// The sorted names of those whose `shown` is present. One of false counts too, so that what was hidden from
+/// the pick lists can still be filtered by.
 class FilterNames {
  public:
   template <class Named>
@@ -57,7 +57,7 @@ QString LogController::buildPredicate() const {
   }
   if (const auto job = jobPopup.titleOfSelectedItem(); job && *job != kAll) {
     if (!filter.isEmpty()) filter += u" && ";
-    filter += formatted(u" job.name LIKE \"%@\"", {*job});  // Kept: the blank before the key
+    filter += formatted(u"job.name LIKE \"%@\"", {*job});
   }
   if (const auto service = servicePopup.titleOfSelectedItem(); service && *service != kAll) {
     if (!filter.isEmpty()) filter += u" && ";

@@ -56,7 +56,7 @@ QString dateText(const QDateTime& local, const QLocale& locale) {
 }
 
 QString submittedText(const LogRow& row, const Calendar& calendar) {
-  return row.showsAsSent() ? shortDate({row.submittedSeconds}, calendar) : QStringLiteral("-");
+  return row.showsAsSent() ? shortDate({row.sentSeconds}, calendar) : QStringLiteral("-");
 }
 
 bool isRunning(const LogRow& row) { return row.entry && row.entry->running() == true; }

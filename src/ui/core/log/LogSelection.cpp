@@ -9,9 +9,9 @@ namespace {
 
 QString tr(const char* text) { return QCoreApplication::translate("pendra::LogController", text); }
 
-/// Whether marking as unsent changes the entry. Kept: exactly one second is not enough, though the log
-/// shows it as sent.
-bool canBeMarkedUnsent(const TimeEntry& period) { return period.submittedSeconds() > 1.0; }
+/// Whether marking as unsent changes the entry. Kept: promised to those who sent before the log said when:
+/// exactly one second is not enough, though the log shows it as sent.
+bool canBeMarkedUnsent(const TimeEntry& period) { return period.sentSeconds() > 1.0; }
 
 bool userMarksAsUnsent(Alerts& alerts) {
   return alerts.runAlert({.style = Alert::Style::Warning,
@@ -27,12 +27,6 @@ bool userMarksAsUnsent(Alerts& alerts) {
 TimeEntry* LogController::selectedEntry() const {
   const LogRow* row = rows_.row(selection_.row());
   return row ? row->entry.get() : nullptr;
-}
-
-Activity* LogController::selectedActivity() const {
-  const LogRow* row = rows_.row(selection_.row());
-  Q_ASSERT_X(row, "selectedActivity", "asked without a selection");
-  return row ? row->activity() : nullptr;
 }
 
 int LogController::numberOfSelectedRows() const { return static_cast<int>(selection_.rows().size()); }

@@ -23,8 +23,8 @@ constexpr std::size_t kRowsBetweenQuestions = 256;
 constexpr QByteArrayView kHeader =
     "Start Date Time\tCustomer\tJob\tService\tDuration\tDate Submitted\tActivity Notes\tMemo\tEmployee\n";
 
-/// Kept: exactly one second counts as not sent here, though the log shows it as sent.
-bool isExportedAsSent(const TimeEntry& period) { return period.submittedSeconds() > 1.0; }
+/// Kept: promised to those who import the text: exactly one second is not sent here, though the log says so.
+bool isExportedAsSent(const TimeEntry& period) { return period.sentSeconds() > 1.0; }
 
 QString timeText(std::optional<Instant> instant) { return instant ? universalDateTime(*instant) : QString(); }
 

@@ -2,7 +2,6 @@
 
 #include <QGradientStops>
 #include <QSplitter>
-#include <optional>
 
 namespace pendra {
 
@@ -12,17 +11,13 @@ class GradientDividerSplitView : public QSplitter {
  public:
   explicit GradientDividerSplitView(QWidget* parent = nullptr);
 
-  /// From the palette's control background to its control shadow, unless one was set.
+  /// From the palette's control background to its control shadow.
   [[nodiscard]] QGradientStops dividerGradient() const;
-  void setDividerGradient(const QGradientStops& gradient);
   /// The gradient, and on it the divider's ordinary drawing.
   void drawDividerInRect(QPainter& painter, const QRect& rect) const;
 
  protected:
   QSplitterHandle* createHandle() override;
-
- private:
-  std::optional<QGradientStops> ownGradient_;
 };
 
 }  // namespace pendra

@@ -17,7 +17,6 @@ class NotesEdit final : public QPlainTextEdit {
   /// itself keeps neither every kind of blank nor every kind of line end.
   [[nodiscard]] QString note() const;
   void setNote(const QString& note);
-  void setVisibleLines(int lines);
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
@@ -33,7 +32,6 @@ class NotesEdit final : public QPlainTextEdit {
 
  private:
   QString set_;
-  int lines_ = 3;
   bool setting_ = false;
 };
 

@@ -46,8 +46,10 @@ class ScriptedWindows final : public Windows {
 
  private:
   [[nodiscard]] static QString nameOf(WindowKind kind) {
-    return QStringList{"Timer",   "Setup", "CustomerList", "ServicesList",
-                       "Welcome", "About", "Preferences",  "Restore"}
+    return QStringList{QStringLiteral("Timer"),        QStringLiteral("Setup"),
+                       QStringLiteral("CustomerList"), QStringLiteral("ServicesList"),
+                       QStringLiteral("Welcome"),      QStringLiteral("About"),
+                       QStringLiteral("Preferences"),  QStringLiteral("Restore")}
         .at(static_cast<int>(kind));
   }
 

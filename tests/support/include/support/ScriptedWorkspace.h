@@ -16,7 +16,7 @@ class ScriptedWorkspace final : public Workspace {
     if (running) running_ << identifier;
   }
   /// Tells the observers that an application of this name was started.
-  void launch(const QString& name) { launches_.post("launched", {name, {}}); }
+  void launch(const QString& name) { launches_.post(QStringLiteral("launched"), {name, {}}); }
 
   [[nodiscard]] const QStringList& opened() const { return opened_; }
   [[nodiscard]] const QStringList& revealed() const { return revealed_; }
@@ -30,7 +30,8 @@ class ScriptedWorkspace final : public Workspace {
   }
   void reveal(const QString& path) override { revealed_ << path; }
   [[nodiscard]] Subscription observeLaunches(std::function<void(const QString&)> launched) override {
-    return launches_.observe("launched", [launched](const auto& info) { launched(info.first); });
+    return launches_.observe(QStringLiteral("launched"),
+                             [launched](const auto& info) { launched(info.first); });
   }
 
  private:

@@ -13,10 +13,10 @@ namespace pendra {
 class TestPlaces : public Places {
  public:
   TestPlaces() {
-    documents = folder("Documents");
-    caches = folder("cache");
-    config = folder("config");
-    state = path("state");
+    documents = folder(QStringLiteral("Documents"));
+    caches = folder(QStringLiteral("cache"));
+    config = folder(QStringLiteral("config"));
+    state = path(QStringLiteral("state"));
   }
 
   /// The path of a file or folder beside them.

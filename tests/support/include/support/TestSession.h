@@ -19,33 +19,33 @@ class TestSession {
 
   /// Opens a document of its own and answers its context.
   ObjectContext& openDocument(bool standalone = true) {
-    loadDocument(session, places.path("Test.pdr"));
+    loadDocument(session, places.path(QStringLiteral("Test.pdr")));
     session.context()->fill([&] { session.settings()->setStandalone(standalone); });
     return *session.context();
   }
 
   /// From now on no save of the document succeeds: another program's file lies where it was.
   void putAnotherFileInItsPlace() {
-    QFile::remove(places.path("Test.pdr"));
-    QFile other(places.path("Test.pdr"));
+    QFile::remove(places.path(QStringLiteral("Test.pdr")));
+    QFile other(places.path(QStringLiteral("Test.pdr")));
     if (other.open(QIODevice::WriteOnly)) other.write("another program's file");
   }
 
-  Customer& addCustomer(const QString& name, const QString& id = "0") {
+  Customer& addCustomer(const QString& name, const QString& id = QStringLiteral("0")) {
     auto& customer = session.context()->insert<Customer>();
     customer.setName(name);
     customer.setVtObjectID(id);
     customer.setShown(true);
     return customer;
   }
-  Job& addJob(Customer& customer, const QString& name, const QString& id = "0") {
+  Job& addJob(Customer& customer, const QString& name, const QString& id = QStringLiteral("0")) {
     auto& job = session.context()->insert<Job>();
     job.setName(name);
     job.setVtObjectID(id);
     job.setCustomer(&customer);
     return job;
   }
-  Service& addService(const QString& name, const QString& id = "0") {
+  Service& addService(const QString& name, const QString& id = QStringLiteral("0")) {
     auto& service = session.context()->insert<Service>();
     service.setName(name);
     service.setVtObjectID(id);

@@ -73,7 +73,7 @@ TEST_F(TimeLog, ExactlyOneSecondIsHiddenAsSentAndCannotBeMarkedUnsent) {
   log.setHidesSubmitted(true);
   EXPECT_EQ(column("submitted"), (QStringList{"-", "-", "-"}));
   EXPECT_EQ(activity.entries()[3]->dateSubmitted(), kReferenceInstant);
-  EXPECT_EQ(activity.entries()[2]->submittedSeconds(), 1.0);
+  EXPECT_EQ(activity.entries()[2]->sentSeconds(), 1.0);
 }
 
 TEST_F(TimeLog, PopUpsListEachNameOnceWhateverItsCase) {

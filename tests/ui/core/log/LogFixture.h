@@ -2,19 +2,10 @@
 
 #include "support/CellText.h"
 #include "support/Rows.h"
+#include "support/SilentDisplay.h"
 #include "support/TestSession.h"
-#include "ui_core/TimerState.h"
 
 namespace pendra {
-
-class SilentDisplay final : public TimerDisplay {
- public:
-  void showElapsedTime(const QString&) override {}
-  void showCustomerJobLabel(const QString&) override {}
-  void showMainButton(bool) override {}
-  void hideSendTime() override {}
-  void showActivitySheet(bool) override {}
-};
 
 /// A time log over an open document that is linked, at 2026-11-24 10:00 in Berlin.
 class TimeLog : public testing::Test {

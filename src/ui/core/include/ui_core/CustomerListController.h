@@ -32,7 +32,7 @@ class CustomerListController : public ListController {
   void addNewCustomer();
   /// A job of the customer whose row is selected; nothing when none is.
   void addNewJob();
-  /// Kept: also in a linked document, unlike the services' list.
+  /// Kept: promised to those who keep the lists: also in a linked document, unlike the services' list.
   void deleteRow() override;
   [[nodiscard]] bool canAddJob() const override { return standalone() && customerForRow(selection_.row()); }
 

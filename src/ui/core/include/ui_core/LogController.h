@@ -104,8 +104,6 @@ class LogController {
   void clearSelection() { selection_.clearSelection(); }
   /// The entries of the selected rows, in row order.
   [[nodiscard]] std::vector<Ref<TimeEntry>> selectedEntries() const;
-  /// The activity of the first selected row; asked only while a row is selected.
-  [[nodiscard]] Activity* selectedActivity() const;
   [[nodiscard]] int numberOfSelectedRows() const;
 
   /// The entry of the first selected row; none without a selection.

@@ -14,9 +14,9 @@ struct LogRow {
   Ref<TimeEntry> entry;
   Ref<Activity> of;
   std::optional<Instant> start;
-  double duration = 0;          ///< seconds; of a running entry, as of the last tick
-  double submittedSeconds = 0;  ///< from the reference instant
-  int searchPlace = -1;         ///< among what a search has gathered; -1: none
+  double duration = 0;     ///< seconds; of a running entry, as of the last tick
+  double sentSeconds = 0;  ///< from the reference instant
+  int searchPlace = -1;    ///< among what a search has gathered; -1: none
 
   [[nodiscard]] Activity* activity() const { return of.get(); }
   [[nodiscard]] QString customer() const;
@@ -27,9 +27,9 @@ struct LogRow {
   [[nodiscard]] std::optional<Instant> end() const;
   /// Whether its activity can be started again: it is there and does not run.
   [[nodiscard]] bool canStart() const;
-  /// Whether the log shows the row as sent. Kept: exactly one second counts as sent here, which marking
-  /// as unsent and the export take as not sent.
-  [[nodiscard]] bool showsAsSent() const { return submittedSeconds >= 1.0; }
+  /// Whether the log shows the row as sent. Kept: promised to those who hide what is sent: exactly one
+  /// second counts as sent here, which marking as unsent and the export take as not sent.
+  [[nodiscard]] bool showsAsSent() const { return sentSeconds >= 1.0; }
 };
 
 /// The columns "state", "customer", "job", "service", "notes", "edit", "date", "start", "end", "duration" and

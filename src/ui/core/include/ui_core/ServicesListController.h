@@ -11,8 +11,8 @@ struct ServicesListRow {
   Ref<Service> service;
 };
 
-/// The service items. Kept: simpler than the customers' list, and different from it on purpose: names may
-/// occur twice, a new item is not numbered, and an item that is in use can be deleted.
+/// The service items. Kept: promised to those who keep the lists: other than with customers, names may occur
+/// twice, a new item is not numbered, and an item that is in use can be deleted.
 class ServicesListController : public ListController {
  public:
   ServicesListController(Session& session, ListView& view);
@@ -24,7 +24,7 @@ class ServicesListController : public ListController {
   [[nodiscard]] const TableSelection& selection() const override { return selection_; }
 
   void addNewService();
-  /// Kept: only in a standalone document, unlike the customers' list.
+  /// Kept: promised to those who keep the lists: only in a standalone document, unlike the customers' list.
   void deleteRow() override;
 
  protected:

@@ -70,7 +70,4 @@ struct Desk {
       modelOfDocuments()};
 };
 
-void measureSending();
-void measureLists();
-
 }  // namespace pendra::bench

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace pendra::bench {
+
+void measureSending();
+void measureLists();
+
+}  // namespace pendra::bench
