@@ -52,6 +52,7 @@ bool Sending::run(bool merging) {
     const Spinning spinning(checks_.progress(), {}, 0);
     sentAll = merging ? sendMerged() : sendOneByOne();
   }
+  stampInAnEdit();
   checks_.closeConnection();
   saveContextOrLog(session_);
   tell(sentAll);
@@ -89,7 +90,7 @@ bool Sending::sendRow(const SubmissionRow& row) {
   if (!row.isUnsent()) return true;
   TimeEntry* const entries[] = {&period};
   if (!transmit(period, activity, entries)) return false;
-  stamp([&](Instant now) { markSent(period, now); });
+  toStamp_ = {&period};
   return true;
 }
 
@@ -126,10 +127,8 @@ bool Sending::sendRecord(const MergedRecord& record, std::vector<TimeEntry*>& me
   // stamp with every record.
   mergedEntries.insert(mergedEntries.end(), record.entries.begin() + 1, record.entries.end());
   if (!transmit(temporary.period(), activity, record.entries)) return false;
-  stamp([&](Instant now) {
-    markSent(base, now);
-    for (TimeEntry* entry : mergedEntries) markSent(*entry, now);
-  });
+  toStamp_ = mergedEntries;
+  toStamp_.push_back(&base);
   return true;
 }
 
@@ -137,16 +136,18 @@ bool Sending::lostItsJob(const Activity& activity) const {
   return !activity.job() && jobsBefore_.contains(activity.objectID());
 }
 
-/// The stamps of a record are stored with the next record's mark, or with the save at the end.
-void Sending::stamp(const std::function<void(Instant)>& mark) {
-  const Instant now = session_.ports().clock.now();
-  session_.context()->fill([&] { mark(now); });
+void Sending::stamp() {
+  for (TimeEntry* entry : std::exchange(toStamp_, {})) markSent(*entry, arrivedAt_);
+}
+
+void Sending::stampInAnEdit() {
+  std::ignore = session_.context()->edit(QString(), {.undoable = false}, [this] { stamp(); });
 }
 
 bool Sending::transmit(const TimeEntry& period, const Activity& activity, Entries entries) {
   checks_.progress().showProgress(++position_, total_);
-  // This writes the stamps of the record before, too.
-  if (const auto marked = markSending(session_, entries, activityTitle(activity)); !marked) {
+  if (const auto marked = markSending(session_, entries, activityTitle(activity), [this] { stamp(); });
+      !marked) {
     stopped_ = formatted(tr("the document could not be saved: %@"), {marked.error().text});
     return false;
   }
@@ -170,10 +171,12 @@ bool Sending::transmit(const TimeEntry& period, const Activity& activity, Entrie
     return false;
   }
   ++sent_;
+  arrivedAt_ = session_.ports().clock.now();
   return true;
 }
 
-void Sending::alert(const QString& message, const QString& informative) const {
+void Sending::alert(const QString& message, const QString& informative) {
+  stampInAnEdit();  // no alert stands before what is true
   session_.ports().alerts.runAlert({.style = Alert::Style::Warning,
                                     .message = message,
                                     .informative = informative,

@@ -32,7 +32,7 @@ void Submission::sendSelectedTime() {
   const ConnectionChecks::Closing closing(parts_.checks);
   if (!parts_.checks.checkCompany()) return;
   const auto again = settleUnknownFates(parts_.session);
-  if (!again) return parts_.rows.reloadData();  // some may have been answered
+  if (!again) return;
   forgetLastSending(parts_.session.notices());
   sayWhatIsLeftOut(*again);
   noteJobs();
@@ -101,7 +101,7 @@ void Submission::showSummary() {
   const bool sentAll =
       confirmed && askAboutDoubtfulLengths(parts_.session, parts_.rows.consideredRows()) && send();
   parts_.summary.close();
-  if (!sentAll) return parts_.rows.reloadData();  // an answer about an earlier record may have changed rows
+  if (!sentAll) return;
   parts_.session.ports().alerts.beginSheet(
       {.style = Alert::Style::Informational,
        .message = tr("Time Sent"),
@@ -119,9 +119,7 @@ bool Submission::send() {
     if (row.isUnsent() && row.activity && hadJob_.contains(row.activity->objectID()))
       jobsBefore.insert(row.activity->objectID());
   }
-  const bool sentAll = Sending(parts_.session, parts_.checks, rows, jobsBefore).run(isMerging());
-  parts_.rows.reloadData();
-  return sentAll;
+  return Sending(parts_.session, parts_.checks, rows, jobsBefore).run(isMerging());
 }
 
 }  // namespace pendra

@@ -70,10 +70,12 @@ int ask(Session& session, const Entries& entries) {
 
 }  // namespace
 
-Result<void> markSending(Session& session, std::span<TimeEntry* const> entries, const QString& name) {
+Result<void> markSending(Session& session, std::span<TimeEntry* const> entries, const QString& name,
+                         const std::function<void()>& before) {
   const Instant now = session.ports().clock.now();
   ObjectContext& context = *session.context();
   std::ignore = context.edit(QString(), {.undoable = false}, [&] {
+    before();
     for (TimeEntry* entry : entries) {
       entry->setSendingSince(now);
       entry->setSentAs(name);

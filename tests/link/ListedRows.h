@@ -14,7 +14,6 @@ class ListedRows final : public SubmissionRows {
   std::vector<SubmissionRow> rows;
   std::vector<SubmissionRow> filteredAway;
   std::optional<std::size_t> selected;
-  int reloads = 0;
 
   void add(TimeEntry& period) {
     Activity& activity = *period.activity();
@@ -31,7 +30,6 @@ class ListedRows final : public SubmissionRows {
     rows.insert(rows.end(), filteredAway.begin(), filteredAway.end());
     filteredAway.clear();
   }
-  void reloadData() override { ++reloads; }
 };
 
 class ScriptedSummary final : public SummarySheet {

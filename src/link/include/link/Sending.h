@@ -31,16 +31,21 @@ class Sending {
   bool sendRow(const SubmissionRow& row);
   bool sendMerged();
   bool sendRecord(const MergedRecord& record, std::vector<TimeEntry*>& mergedEntries);
-  void stamp(const std::function<void(Instant)>& mark);
+  /// Marks as sent what has arrived: in the edit that marks the next record, so that each costs one commit,
+  /// or in one of its own when no record follows at once.
+  void stamp();
+  void stampInAnEdit();
   [[nodiscard]] bool transmit(const TimeEntry& period, const Activity& activity, Entries entries);
   [[nodiscard]] bool lostItsJob(const Activity& activity) const;
-  void alert(const QString& message, const QString& informative) const;
+  void alert(const QString& message, const QString& informative);
   void tell(bool sentAll);
 
   Session& session_;
   ConnectionChecks& checks_;
   std::vector<SubmissionRow> rows_;
   QSet<qint64> jobsBefore_;
+  std::vector<TimeEntry*> toStamp_;  ///< of the record that has arrived
+  Instant arrivedAt_;
   int position_ = 0;
   int total_ = 0;
   int sent_ = 0;

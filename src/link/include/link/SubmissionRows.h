@@ -30,7 +30,6 @@ class SubmissionRows {
   virtual void clearSelection() = 0;
   /// Lifts selection and filters, so that every entry is considered.
   virtual void showAll() = 0;
-  virtual void reloadData() = 0;
 };
 
 }  // namespace pendra

@@ -10,9 +10,10 @@
 
 namespace pendra {
 
-/// Marks the entries as being sent in a record of that name, durable when it returns; on failure nothing is
-/// marked.
-Result<void> markSending(Session& session, std::span<TimeEntry* const> entries, const QString& name);
+/// Marks the entries as being sent in a record of that name, in one edit with what is to be stored `before`,
+/// durable when it returns; on failure nothing is marked.
+Result<void> markSending(Session& session, std::span<TimeEntry* const> entries, const QString& name,
+                         const std::function<void()>& before);
 /// The entries are unsent as before.
 void unmarkSending(Session& session, std::span<TimeEntry* const> entries);
 /// The entries have been sent, now.

@@ -20,7 +20,6 @@ class LogSubmissionRows final : public SubmissionRows {
     log_.clearSelection();
     log_.showAll();
   }
-  void reloadData() override { log_.reloadData(); }
 
  private:
   [[nodiscard]] static std::vector<SubmissionRow> converted(const std::vector<LogRow>& rows) {
