@@ -4,6 +4,7 @@
 #include <QStyledItemDelegate>
 #include <QTextLayout>
 
+#include "QuickReadingLabel.h"
 #include "platform/Text.h"
 #include "ui/Theme.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr int kLineHeight = 30;
 constexpr int kWordsAt = 38;
+constexpr int kSignAt = 20;  // the middle of the sign
 constexpr int kEdge = 12;
 constexpr int kRemarkRole = Qt::UserRole;
 constexpr int kFoundRole = Qt::UserRole + 1;
@@ -36,6 +38,7 @@ class Delegate final : public QStyledItemDelegate {
     painter->setPen(Qt::NoPen);
     painter->setBrush(ground);
     painter->drawRoundedRect(option.rect, metrics::kRadius, metrics::kRadius);
+    if (chosen) drawReturnKey(*painter, QPointF(kSignAt, option.rect.center().y() + 0.5), colours.text);
     QRect room = option.rect.adjusted(kWordsAt, 0, -kEdge, 0);
     const QString remark = index.data(kRemarkRole).toString();
     painter->setFont(Theme::quietFont());

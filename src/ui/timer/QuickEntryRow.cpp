@@ -32,8 +32,11 @@ QuickEntryRow::QuickEntryRow(TimerState& state, const QString& keyHint)
   field_->setPlaceholderText(tr("What are you working on?"));
   setHelpAnchor(*field_, help::kQuickEntry);
   connect(field_, &QLineEdit::textChanged, this, &QuickEntryRow::textChanged);
-  connect(field_, &QuickEntryField::focusChanged, this,
-          [this](bool isIn) { isIn ? showPanel() : hidePanel(); });
+  connect(field_, &QuickEntryField::focusChanged, this, [this](bool isIn) {
+    if (!isIn) return hidePanel();
+    entry_.prepare();
+    showPanel();
+  });
   connect(field_, &QuickEntryField::moved, this, [this](int by) {
     if (!isPanelShown()) return showPanel();
     panel_->completions().move(by);
@@ -62,7 +65,7 @@ void QuickEntryRow::showPanel() {
   if (field_->text().trimmed().isEmpty()) return hidePanel();
   if (!panel_) {
     panel_ = new QuickEntryPanel(window());
-    window()->installEventFilter(this);
+    field_->installEventFilter(this);
     connect(panel_, &QuickEntryPanel::chosenChanged, this, &QuickEntryRow::describe);
     connect(panel_, &QuickEntryPanel::picked, this, [this] { takeCompletion(); });
   }
@@ -75,10 +78,10 @@ void QuickEntryRow::showPanel() {
 
 void QuickEntryRow::showReading() {
   if (!isPanelShown()) return clock_.stop();
-  texts_ = entry_.say(entry_.read(field_->text()));
+  const QString before = std::exchange(texts_, entry_.say(entry_.read(field_->text()))).deed;
   panel_->sayReading(texts_);
   placePanel();
-  describe();
+  if (texts_.deed != before) describe();  // seconds of an overlap are not read out
 }
 
 void QuickEntryRow::hidePanel() {
@@ -111,7 +114,9 @@ void QuickEntryRow::enter() {
     return showReading();
   }
   // Without a step of its own, so that the next Undo takes the entry back.
-  if (entry_.carryOut(text)) field_->setText(QString());
+  if (!entry_.carryOut(text)) return;
+  field_->setText(QString());
+  entry_.prepare();
 }
 
 /// Without a choice the first, once for what was typed: then Tab goes on to what follows.
@@ -137,15 +142,13 @@ void QuickEntryRow::close(bool& closed) {
 }
 
 bool QuickEntryRow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Resize && isPanelShown()) {
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-          if (isPanelShown()) placePanel();
-        },
-        Qt::QueuedConnection);  // when the row stands where it will
-  }
+  if (event->type() == QEvent::Resize && isPanelShown()) placePanel();
   return QWidget::eventFilter(watched, event);
+}
+
+void QuickEntryRow::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  if (isPanelShown()) placePanel();
 }
 
 }  // namespace pendra

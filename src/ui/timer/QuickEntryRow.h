@@ -28,6 +28,7 @@ class QuickEntryRow final : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
 
  private:
   void textChanged();

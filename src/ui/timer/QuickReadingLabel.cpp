@@ -15,8 +15,9 @@ constexpr int kSign = 16;
 constexpr int kEdge = 10;  // between the plate's edges and its words
 constexpr int kGap = 3;
 
-/// The sign of the Return key.
-void drawReturn(QPainter& painter, const QPointF& centre, const QColor& colour) {
+}  // namespace
+
+void drawReturnKey(QPainter& painter, const QPointF& centre, const QColor& colour) {
   painter.setPen(QPen(colour, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter.drawPolyline(
       QPolygonF{centre + QPointF(5, -4), centre + QPointF(5, 1.5), centre + QPointF(-5, 1.5)});
@@ -24,11 +25,9 @@ void drawReturn(QPainter& painter, const QPointF& centre, const QColor& colour) 
       QPolygonF{centre + QPointF(-2, -1.5), centre + QPointF(-5, 1.5), centre + QPointF(-2, 4.5)});
 }
 
-}  // namespace
-
 /// A text that may need several lines.
 struct QuickReadingLabel::Line {
-  enum class Kind { Deed, Subject, Remark, Warning };
+  enum class Kind { Deed, Remark, Warning };
 
   QString text;
   Kind kind;
@@ -63,7 +62,7 @@ void QuickReadingLabel::setChosen(bool chosen) {
 
 std::vector<QuickReadingLabel::Line> QuickReadingLabel::lines() const {
   std::vector<Line> lines{{texts_.deed, Line::Kind::Deed}};
-  if (!texts_.subject.isEmpty()) lines.push_back({texts_.subject, Line::Kind::Subject});
+  if (!texts_.subject.isEmpty()) lines.push_back({texts_.subject, Line::Kind::Remark});
   for (const QString& remark : texts_.remarks) lines.push_back({remark, Line::Kind::Remark});
   for (const QString& warning : texts_.warnings) lines.push_back({warning, Line::Kind::Warning});
   return lines;
@@ -96,8 +95,6 @@ void QuickReadingLabel::paintEvent(QPaintEvent*) {
     painter.setBrush(colours.selection);
     painter.drawRoundedRect(QRectF(0, 0, width(), plate), metrics::kRadius, metrics::kRadius);
   }
-  const QColor quiet =
-      hasPlate ? Theme::readable(colours.quiet, colours.selection, colours.text) : colours.quiet;
   QRect words(kWordsAt, kEdge, width() - kWordsAt - kEdge, 0);
   for (const Line& line : lines()) {
     const bool warns = line.kind == Line::Kind::Warning || texts_.isRefused;
@@ -108,10 +105,10 @@ void QuickReadingLabel::paintEvent(QPaintEvent*) {
     if (warns) {
       drawSymbol(painter, QRectF(kSignAt - kSign / 2.0, middle - kSign / 2.0, kSign, kSign), Symbol::Warning,
                  colours.warning);
-    } else if (line.kind == Line::Kind::Deed) {
-      drawReturn(painter, QPointF(kSignAt, middle), colours.text);
+    } else if (line.kind == Line::Kind::Deed && chosen_) {
+      drawReturnKey(painter, QPointF(kSignAt, middle), colours.text);
     }
-    painter.setPen(warns ? colours.warning : line.kind == Line::Kind::Remark ? quiet : colours.text);
+    painter.setPen(warns ? colours.warning : colours.text);
     painter.drawText(words, Qt::TextWordWrap, line.text);
     words.moveTop(words.bottom() + 1 + kGap);
   }

@@ -6,6 +6,9 @@
 
 namespace pendra {
 
+/// The sign of the Return key, which stands at what that takes.
+void drawReturnKey(QPainter& painter, const QPointF& centre, const QColor& colour);
+
 /// What Return will do, and for what, on a plate with the key's sign; below it in red what will probably be
 /// wrong. What is not understood is said in red with the sign of a warning, without a plate.
 class QuickReadingLabel final : public QLabel {

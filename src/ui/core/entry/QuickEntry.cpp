@@ -89,6 +89,10 @@ const NameIndex& QuickEntry::index() {
   return *index_;
 }
 
+void QuickEntry::prepare() {
+  if (timer_.session().document()) std::ignore = index();
+}
+
 QuickReading QuickEntry::read(const QString& text) {
   const Session& session = timer_.session();
   if (!session.document()) return {};

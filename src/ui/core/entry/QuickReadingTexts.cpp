@@ -14,6 +14,8 @@ namespace {
 using Deed = QuickReading::Deed;
 
 constexpr double kUsualAtMost = 12 * 3600;
+constexpr double kMinute = 60;
+constexpr qsizetype kMostOfNotes = 120;
 
 QString tr(const char* text) { return QCoreApplication::translate("pendra::QuickReading", text); }
 
@@ -41,17 +43,18 @@ QString spanText(const QuickReading& reading, const ObjectContext& context) {
 }
 
 QString deedText(const QuickReading& reading, const ObjectContext& context) {
-  const QString length = durationText(reading.end - reading.start);
   if (reading.deed == Deed::Book) {
-    return formatted(tr("Books %@, %@"), {length, spanText(reading, context)});
+    return formatted(tr("Books %@, %@"),
+                     {durationText(reading.end - reading.start), spanText(reading, context)});
   }
   if (reading.deed == Deed::StartNow) return tr("Starts now");
   const Calendar& calendar = context.calendar();
   const QDateTime start = calendar.local(reading.start);
   const QDate today = calendar.day(context.clock().now());
-  if (start.date() == today) return formatted(tr("Starts as of %@, %@ ago"), {clockText(start), length});
-  return formatted(tr("Starts as of %@ %@, %@ ago"),
-                   {dayText(start.date(), today), clockText(start), length});
+  // In whole minutes, so that what is read out does not change each second.
+  const QString ago = durationText(std::floor((reading.end - reading.start) / kMinute) * kMinute);
+  if (start.date() == today) return formatted(tr("Starts as of %@, %@ ago"), {clockText(start), ago});
+  return formatted(tr("Starts as of %@ %@, %@ ago"), {dayText(start.date(), today), clockText(start), ago});
 }
 
 QStringList newNamesOf(const QuickReading& reading) {
@@ -66,7 +69,8 @@ QStringList newNamesOf(const QuickReading& reading) {
 }
 
 QString subjectOf(const QuickReading& reading) {
-  const QString notes = reading.notes.simplified();
+  QString notes = reading.notes.simplified();
+  if (notes.size() > kMostOfNotes) notes = notes.left(kMostOfNotes) + u'…';
   const QString title = titleOf(reading);
   return notes.isEmpty() ? title : formatted(tr("%@, “%@”"), {title, notes});
 }

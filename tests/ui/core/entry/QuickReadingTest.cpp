@@ -201,6 +201,8 @@ TEST(QuickEntry, PointsAtWhatItDoesNotUnderstand) {
   const auto unknown = papers.read(u"acme, cellar: design"_s, NewNames::Refused).fault;
   ASSERT_TRUE(unknown);
   EXPECT_EQ(text.mid(unknown->at, unknown->length), u"cellar"_s);
+  papers.context.fill([&] { papers.addCustomer(" Odd, name "); });
+  EXPECT_EQ(papers.said(u"\" Odd, name \": design"_s), u"Starts now|New activity:  Odd, name  - Design"_s);
 }
 
 TEST(QuickEntry, IsOneStepThatIsTakenBackWhole) {

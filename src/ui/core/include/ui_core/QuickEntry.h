@@ -41,6 +41,8 @@ class QuickEntry {
 
   explicit QuickEntry(TimerState& timer);
 
+  /// Makes ready for the next letter, which otherwise waits until the names are read that have changed.
+  void prepare();
   /// What the text means at this moment; nothing at all without a document.
   [[nodiscard]] QuickReading read(const QString& text);
   [[nodiscard]] QuickReadingTexts say(const QuickReading& reading) const;
