@@ -50,6 +50,13 @@ class Names {
   QHash<QString, int> numbers_;
 };
 
+/// Hundreds of names, and a text is read in many places until it is one: those of the last language stay.
+template <class Make>
+const Names& kept(std::optional<std::pair<QLocale, Names>>& last, const QLocale& locale, const Make& make) {
+  if (!last || last->first != locale) last.emplace(locale, make());
+  return last->second;
+}
+
 Names weekdaysOf(const QLocale& locale) {
   return {locale, 7, [](const QLocale& language, int day, QLocale::FormatType format) {
             return QStringList{language.dayName(day, format), language.standaloneDayName(day, format)};
@@ -108,8 +115,10 @@ QString withoutTime(QString text, const QLocale& locale) {
 std::optional<Parts> partsOf(const QString& text, const QLocale& locale) {
   static const QRegularExpression token(
       QStringLiteral("(\\d+)[月월]|(\\d+)([./-]?)|([\\p{L}\\p{M}'’]+(?:-\\p{L}+)*)\\.?|[\\s,()،]+"));
-  const Names weekdays = weekdaysOf(locale);
-  const Names months = monthsOf(locale);
+  thread_local std::optional<std::pair<QLocale, Names>> lastWeekdays;
+  thread_local std::optional<std::pair<QLocale, Names>> lastMonths;
+  const Names& weekdays = kept(lastWeekdays, locale, [&] { return weekdaysOf(locale); });
+  const Names& months = kept(lastMonths, locale, [&] { return monthsOf(locale); });
   Parts parts;
   for (qsizetype at = 0; at < text.size();) {
     const auto found =

@@ -19,14 +19,14 @@ const NameList& noNames() {
 
 class Splitting {
  public:
-  Splitting(const QString& text, const NameIndex& index, QDate today)
-      : text_(text), index_(index), today_(today) {}
+  Splitting(const QString& text, const NameIndex& index, const DayReader& days)
+      : text_(text), index_(index), days_(days) {}
 
   EntrySplit split() {
     readNames();
     if (takeDash()) split_.notes = readName(noNames(), 0);
     split_.timesAt = at_;
-    split_.times = readTimes(QStringView(text_).sliced(at_), today_);
+    split_.times = readTimes(QStringView(text_).sliced(at_), days_);
     if (split_.times.fault) split_.times.fault->at += at_;
     if (!split_.fault) split_.fault = split_.times.fault;
     return std::move(split_);
@@ -78,7 +78,7 @@ class Splitting {
   }
 
   [[nodiscard]] TimesSaid timesIn(qsizetype from, qsizetype to) const {
-    return readTimes(QStringView(text_).sliced(from, to - from), today_);
+    return readTimes(QStringView(text_).sliced(from, to - from), days_);
   }
 
   /// Where "@9" stands, from which on nothing else can follow; at the end where there is none.
@@ -162,15 +162,15 @@ class Splitting {
 
   const QString& text_;
   const NameIndex& index_;
-  QDate today_;
+  const DayReader& days_;
   qsizetype at_ = 0;
   EntrySplit split_;
 };
 
 }  // namespace
 
-EntrySplit splitEntry(const QString& text, const NameIndex& index, QDate today) {
-  return Splitting(text, index, today).split();
+EntrySplit splitEntry(const QString& text, const NameIndex& index, const DayReader& days) {
+  return Splitting(text, index, days).split();
 }
 
 }  // namespace pendra

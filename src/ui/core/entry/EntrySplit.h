@@ -25,6 +25,6 @@ struct EntrySplit {
   std::optional<TextFault> fault{};
 };
 
-[[nodiscard]] EntrySplit splitEntry(const QString& text, const NameIndex& index, QDate today);
+[[nodiscard]] EntrySplit splitEntry(const QString& text, const NameIndex& index, const DayReader& days);
 
 }  // namespace pendra

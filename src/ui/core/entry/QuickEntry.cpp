@@ -105,16 +105,16 @@ QuickReadingTexts QuickEntry::say(const QuickReading& reading) const {
   return context ? textsOf(reading, *context) : QuickReadingTexts();
 }
 
-QDate QuickEntry::today() const {
+DayReader QuickEntry::days() const {
   const Ports& ports = timer_.session().ports();
-  return ports.calendar.day(ports.clock.now());
+  return {.today = ports.calendar.day(ports.clock.now())};
 }
 
 QString QuickEntry::taken(const QuickCompletion& completion) {
   const QuickNames& names = completion.names;
   const QString end = completion.times.isEmpty() ? QString() : u' ' + completion.times;
   QString plain = typed(names, false) + end;
-  const EntrySplit split = splitEntry(plain, index(), today());
+  const EntrySplit split = splitEntry(plain, index(), days());
   const bool isMeant = split.customer.text == names.customer && split.job.text == names.job &&
                        split.service.text == names.service && split.notes.text == names.notes;
   return isMeant ? plain : typed(names, true) + end;
@@ -162,7 +162,7 @@ void QuickEntry::addActivities(std::vector<QuickCompletion>& to, std::span<const
 /// What the name that is being typed may become.
 void QuickEntry::addNames(std::vector<QuickCompletion>& to, const QuickReading& reading,
                           const QString& text) {
-  const EntrySplit split = splitEntry(text, index(), today());
+  const EntrySplit split = splitEntry(text, index(), days());
   if (!split.notes.text.isEmpty()) return;
   const QString times = text.mid(split.timesAt).trimmed();
   const auto add = [&](const WrittenName& typed, const NameList& names, QString QuickNames::*part,

@@ -25,12 +25,13 @@ QString clockText(QTime time) { return time.toString(QStringLiteral("H:mm")); }
 
 class Reading {
  public:
-  Reading(const QString& text, const NameIndex& index, const ObjectContext& context, NewNames newNames)
+  Reading(const QString& text, const NameIndex& index, const ObjectContext& context, NewNames newNames,
+          const QLocale& locale)
       : index_(index),
         context_(context),
         newNames_(newNames),
         now_(context.clock().now()),
-        split_(splitEntry(text, index, context.calendar().day(now_))),
+        split_(splitEntry(text, index, {.today = context.calendar().day(now_), .locale = locale})),
         timesLength_(text.size() - split_.timesAt) {
     reading_.namesAt = split_.customer.at;
     reading_.timesAt = split_.timesAt;
@@ -287,8 +288,8 @@ class Reading {
 }  // namespace
 
 QuickReading readQuickEntry(const QString& text, const NameIndex& index, const ObjectContext& context,
-                            NewNames newNames) {
-  return Reading(text, index, context, newNames).read();
+                            NewNames newNames, const QLocale& locale) {
+  return Reading(text, index, context, newNames, locale).read();
 }
 
 }  // namespace pendra

@@ -2,8 +2,8 @@
 
 #include <QCoreApplication>
 #include <QRegularExpression>
+#include <array>
 
-#include "platform/NaturalDate.h"
 #include "platform/Text.h"
 #include "ui_core/DurationReading.h"
 
@@ -37,7 +37,7 @@ using Taken = std::optional<qsizetype>;
 
 class Reader {
  public:
-  Reader(QStringView text, QDate today) : text_(text.toString()), today_(today) {}
+  Reader(QStringView text, DayReader days) : text_(text.toString()), days_(std::move(days)) {}
 
   TimesSaid read() {
     for (skipBlanks(); at_ < text_.size() && !said_.fault; skipBlanks()) readPart();
@@ -153,80 +153,43 @@ class Reader {
     return take(said_.length, *longest, length);
   }
 
-  /// The day of a date without a year: the last one.
-  [[nodiscard]] QDate lastOne(int month, int day) const {
-    const QDate thisYear(today_.year(), month, day);
-    return thisYear.isValid() && thisYear <= today_ ? thisYear : QDate(today_.year() - 1, month, day);
-  }
-
-  static int yearOf(const QString& digits) { return digits.toInt() + (digits.size() == 2 ? 2000 : 0); }
-
+  /// As every field for a date reads it, in the desktop's language. What stands in figures without a year is
+  /// the last one.
   Taken readDay() {
-    for (const auto way : {&Reader::weekday, &Reader::dayAndMonth, &Reader::monthAndDay, &Reader::inWords}) {
-      qsizetype length = 0;
-      const QDate day = (this->*way)(length);
-      if (day.isValid()) return take(said_.day, day, length);
+    for (const QRegularExpression& rule : dayRules()) {
+      const Match match = matchAt(rule, text_, at_);
+      if (!match.hasMatch()) continue;
+      const auto days = readDays(match.capturedView(), days_);
+      if (!days || days->first != days->last) continue;
+      const bool isFuture = days->first > days_.today && match.hasCaptured(u"figure");
+      return take(said_.day, isFuture ? days->first.addYears(-1) : days->first, match.capturedLength());
     }
     return std::nullopt;
   }
 
-  QDate weekday(qsizetype& length) const {
-    static const QRegularExpression rule =
-        pattern(QStringLiteral(R"((mon|tues?|wed(?:nes)?|thu(?:rs)?|fri|sat(?:ur)?|sun)(?:day)?\.?)") + kEnd);
-    const Match match = matchAt(rule, text_, at_);
-    if (!match.hasMatch()) return {};
-    length = match.capturedLength();
-    const auto number =
-        QStringView(u"montuewedthufrisatsun").indexOf(match.captured(1).toLower().left(3)) / 3;
-    return today_.addDays(-((today_.dayOfWeek() - 1 - number + 7) % 7));
-  }
-
-  /// "24.11." and "24.11.2026".
-  QDate dayAndMonth(qsizetype& length) const {
-    static const QRegularExpression rule =
-        pattern(QStringLiteral(R"((\d\d?)\.\s?(\d\d?)\.(\d{4}|\d\d)?)") + kEnd);
-    const Match match = matchAt(rule, text_, at_);
-    if (!match.hasMatch()) return {};
-    length = match.capturedLength();
-    const int day = match.captured(1).toInt();
-    const int month = match.captured(2).toInt();
-    return match.hasCaptured(3) ? QDate(yearOf(match.captured(3)), month, day) : lastOne(month, day);
-  }
-
-  /// "11/24".
-  QDate monthAndDay(qsizetype& length) const {
-    static const QRegularExpression rule = pattern(QStringLiteral(R"((\d\d?)/(\d\d?))") + kEnd);
-    const Match match = matchAt(rule, text_, at_);
-    if (!match.hasMatch()) return {};
-    length = match.capturedLength();
-    return lastOne(match.captured(1).toInt(), match.captured(2).toInt());
-  }
-
-  /// What every field for a date reads, as far as it is nothing but a date.
-  QDate inWords(qsizetype& length) const {
-    static const QRegularExpression rule =
-        pattern(QStringLiteral(R"((?:today|yesterday|tomorrow|last\s+[a-z]+|\d+\s+[a-z]+\s+ago|)"
-                               R"(\d{4}-\d\d?-\d\d?|\d\d?/\d\d?/\d+|)"
-                               R"(\d\d?\s+[a-z]{3,9}\.?(?:\s+\d{4})?|[a-z]{3,9}\.?\s+\d\d?(?:\s+\d{4})?))") +
-                kEnd);
-    static const Calendar calendar{QTimeZone::utc()};
-    const Match match = matchAt(rule, text_, at_);
-    if (!match.hasMatch()) return {};
-    length = match.capturedLength();
-    const auto read =
-        dateWithNaturalLanguageString(match.capturedView(), calendar.instant(today_, QTime(12, 0)), calendar);
-    return read && calendar.local(*read).time() == QTime(12, 0) ? calendar.day(*read) : QDate();
+  /// What looks like a day, the longest first. A text that only holds one may hold a time of day as well.
+  static const std::array<QRegularExpression, 7>& dayRules() {
+    const auto rule = [](const char* text) { return pattern(QString::fromLatin1(text) + kEnd); };
+    static const std::array<QRegularExpression, 7> all{
+        rule(R"((?:\d{4}-\d\d?-\d\d?|\d\d?/\d\d?/\d+|\d\d?\.\s?\d\d?\.\s?(?:\d{4}|\d\d)))"),
+        rule(R"((?:\d\d?\.?\s+\p{L}{3,}\.?|\p{L}{3,}\.?\s+\d\d?,?)\s+\d{4})"),
+        rule(R"((?:\d+|an?)\s+\p{L}+\s+ago)"),
+        rule(R"((?<figure>\d\d?)\.?\s+(?!today|yesterday|tomorrow)\p{L}{3,}\.?)"),
+        rule(R"((?!today|yesterday|tomorrow)\p{L}{3,}\.?\s+(?<figure>\d\d?))"),
+        rule(R"((?<figure>\d\d?)(?:\.\s?\d\d?\.|/\d\d?))"),
+        rule(R"((?!(?:now|noon|midnight)\b)(?:last\s+\p{L}+|\p{L}{2,}\.?))")};
+    return all;
   }
 
   QString text_;
-  QDate today_;
+  DayReader days_;
   qsizetype at_ = 0;
   TimesSaid said_{};
 };
 
 }  // namespace
 
-TimesSaid readTimes(QStringView text, QDate today) { return Reader(text, today).read(); }
+TimesSaid readTimes(QStringView text, const DayReader& days) { return Reader(text, days).read(); }
 
 bool beginsClock(QStringView text) {
   if (!text.startsWith(u'@')) return false;

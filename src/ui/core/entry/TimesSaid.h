@@ -7,6 +7,8 @@
 #include <QTime>
 #include <optional>
 
+#include "platform/DayReading.h"
+
 namespace pendra {
 
 /// Where in a text something could not be read, and why.
@@ -31,7 +33,7 @@ struct TimesSaid {
 };
 
 /// Reads a text that says nothing else. A fault ends the reading.
-[[nodiscard]] TimesSaid readTimes(QStringView text, QDate today);
+[[nodiscard]] TimesSaid readTimes(QStringView text, const DayReader& days);
 
 /// Whether a time of day is meant to begin here: "@9".
 [[nodiscard]] bool beginsClock(QStringView text);

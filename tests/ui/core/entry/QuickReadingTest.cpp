@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 /// Tuesday, 24 November 2026, 10:00 in Berlin, in a document with names that hold every sign.
 struct Papers : TestSession {
   ObjectContext& context;
+  QLocale locale{QLocale::English, QLocale::UnitedStates};
 
   explicit Papers(bool standalone = true) : context(openDocument(standalone)) {
     context.fill([this] { fill(); });
@@ -47,7 +48,7 @@ struct Papers : TestSession {
   }
 
   QuickReading read(const QString& text, NewNames newNames = NewNames::Made) {
-    return readQuickEntry(text, NameIndex(context), context, newNames);
+    return readQuickEntry(text, NameIndex(context), context, newNames, locale);
   }
   QString said(const QString& text, NewNames newNames = NewNames::Made) {
     return textsOf(read(text, newNames), context).joined().replace(u'\n', u'|');
@@ -203,6 +204,17 @@ TEST(QuickEntry, PointsAtWhatItDoesNotUnderstand) {
   EXPECT_EQ(text.mid(unknown->at, unknown->length), u"cellar"_s);
   papers.context.fill([&] { papers.addCustomer(" Odd, name "); });
   EXPECT_EQ(papers.said(u"\" Odd, name \": design"_s), u"Starts now|New activity:  Odd, name  - Design"_s);
+}
+
+TEST(QuickEntry, ReadsDaysAsTheDateFieldsDo) {
+  Papers papers;
+  const QString inMarch = u"Books 01:00:00, Wed 4 Mar 2026 from 6:00 to 7:00|Acme - Design"_s;
+  EXPECT_EQ(papers.said(u"acme: design @6-7 3/4"_s), inMarch);
+  papers.locale = QLocale(QLocale::German, QLocale::Germany);
+  EXPECT_EQ(papers.said(u"acme: design @6-7 4/3"_s), inMarch);
+  EXPECT_EQ(papers.said(u"acme: design 4. März @6-7"_s), inMarch);
+  EXPECT_EQ(papers.said(u"acme: design Montag @6-7"_s),
+            u"Books 01:00:00, yesterday from 6:00 to 7:00|Acme - Design"_s);
 }
 
 TEST(QuickEntry, IsOneStepThatIsTakenBackWhole) {

@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "platform/DayReading.h"
 #include "ui_core/NameIndex.h"
 #include "ui_core/QuickReadingTexts.h"
 #include "ui_core/TimerState.h"
@@ -57,7 +58,7 @@ class QuickEntry {
  private:
   void followDocument();
   [[nodiscard]] const NameIndex& index();
-  [[nodiscard]] QDate today() const;
+  [[nodiscard]] DayReader days() const;
   void addActivities(std::vector<QuickCompletion>& to, std::span<const NameIndex::Hit> hits,
                      const QuickReading& reading, const QString& text);
   void addNames(std::vector<QuickCompletion>& to, const QuickReading& reading, const QString& text);

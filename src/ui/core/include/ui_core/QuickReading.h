@@ -2,6 +2,7 @@
 // What a text in the quick entry means is a value: what will be done, for what and when, or why nothing can
 // be. It is read before anything is done, shown, and read again when it is done, because time goes on.
 
+#include <QLocale>
 #include <optional>
 #include <vector>
 
@@ -61,8 +62,10 @@ struct QuickReading {
 /// Whether names that do not exist may be made.
 enum class NewNames { Refused, Made };
 
-/// Reads a text against a document at this moment. The index must be of the document as it is.
+/// Reads a text against a document at this moment. Dates are read as the locale writes them. The index must
+/// be of the document as it is.
 [[nodiscard]] QuickReading readQuickEntry(const QString& text, const NameIndex& index,
-                                          const ObjectContext& context, NewNames newNames);
+                                          const ObjectContext& context, NewNames newNames,
+                                          const QLocale& locale = QLocale());
 
 }  // namespace pendra
