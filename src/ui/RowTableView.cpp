@@ -12,6 +12,7 @@
 #include "EmptyState.h"
 #include "RowDelegate.h"
 #include "RowHeader.h"
+#include "ScrollAnchor.h"
 #include "TableAccessible.h"
 #include "ui/Grid.h"
 #include "ui/Theme.h"
@@ -89,6 +90,7 @@ void RowTableView::connectTable() {
   connect(model_, &QAbstractItemModel::rowsRemoved, this, &RowTableView::placeEmptyState);
   connect(model_, &QAbstractItemModel::layoutChanged, horizontalHeader()->viewport(),
           qOverload<>(&QWidget::update));
+  anchor_ = std::make_unique<ScrollAnchor>(*this);
   shownColumns_ = model_->shownColumnsChanges.observe([this] { showColumns(); });
   selectionChanges_ = selection_->changes.observe([this] { Q_EMIT selectionChanged(); });
 }
@@ -103,6 +105,7 @@ void RowTableView::dropTable() {
   if (!model_) return;
   if (QWidget* editor = indexWidget(currentIndex())) closeEditor(editor, QAbstractItemDelegate::NoHint);
   disconnect(model_, nullptr, this, nullptr);
+  anchor_.reset();
   selectionChanges_ = {};
   shownColumns_ = {};
   model_ = nullptr;

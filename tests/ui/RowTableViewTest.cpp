@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -143,6 +144,26 @@ TEST_F(Table, AssistiveTechnologyPressesCellsAndHeads) {
   QCoreApplication::processEvents();
   EXPECT_EQ(heads.count(), 1);
   EXPECT_EQ(table->tableInterface()->cellAt(0, 1)->text(QAccessible::Name), u"a"_s);
+}
+
+TEST_F(Table, WhatIsSeenStaysWhereItIsWhileOthersComeAndGoAboveIt) {
+  std::vector<Row> many;
+  for (quint64 id = 1; id <= 100; ++id) many.push_back({id, u"%1"_s.arg(id, 3, 10, QChar(u'0'))});
+  rows.sortBy({u"name"_s, true});
+  rows.setRows(many);
+  const auto top = [this] { return rows.row(view.rowAt(0))->id; };
+  rows.insertSorted({200, u"000"_s});
+  EXPECT_EQ(top(), 200u) << "at the top what is new is seen";
+  QCoreApplication::processEvents();
+  view.verticalScrollBar()->setValue(50);
+  EXPECT_EQ(top(), 50u);
+  rows.insertSorted({201, u"0005"_s});
+  EXPECT_EQ(top(), 50u);
+  rows.removeWhere([](const Row& row) { return row.id == 200 || row.id == 3; });
+  EXPECT_EQ(top(), 50u);
+  many.erase(many.begin(), many.begin() + 20);
+  rows.setRows(many);
+  EXPECT_EQ(top(), 50u);
 }
 
 TEST_F(Table, FillsItsWidthWithItsColumns) {

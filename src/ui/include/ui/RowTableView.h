@@ -16,6 +16,7 @@ namespace pendra {
 
 class ColumnWidths;
 class EmptyState;
+class ScrollAnchor;
 
 /// The program's table: rows of one height with a line under each, quiet heads, one look for what runs.
 /// It shows a table's rows and its selection, and owns neither.
@@ -120,6 +121,7 @@ class RowTableView : public QTableView {
   Notifier::Subscription selectionChanges_;
   EmptyState* empty_ = nullptr;
   int scroll_ = 0;  ///< before a reset
+  std::unique_ptr<ScrollAnchor> anchor_;
   std::unique_ptr<ColumnWidths> widths_;
   Notifier::Subscription shownColumns_;
   /// A cell that acts and on which the button of the mouse is held.
