@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QScreen>
 #include <QTextCharFormat>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "ui/Theme.h"
@@ -21,6 +22,12 @@ CalendarPopUp::CalendarPopUp(QWidget& field, QDate day, Qt::DayOfWeek weekBegins
   calendar_->setFirstDayOfWeek(weekBegins);
   calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
   calendar_->setSelectedDate(day);
+  for (const auto& [name, arrow] : {std::pair("qt_calendar_prevmonth", Qt::LeftArrow),
+                                    std::pair("qt_calendar_nextmonth", Qt::RightArrow)}) {
+    auto* step = calendar_->findChild<QToolButton*>(QString::fromLatin1(name));
+    step->setIcon({});  // Qt's own are green, which means running time here
+    step->setArrowType(arrow);
+  }
   wearColours();
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(metrics::kGrid / 2, metrics::kGrid / 2, metrics::kGrid / 2, metrics::kGrid / 2);

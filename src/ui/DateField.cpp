@@ -13,7 +13,7 @@ namespace pendra {
 
 namespace {
 constexpr int kSign = 14;
-constexpr int kRoom = kSign + metrics::kGrid;  // for each sign at the right
+constexpr int kRoom = kSign + metrics::kGrid / 2 + 1;  // for each sign at the right
 }  // namespace
 
 DateField::DateField(QWidget* parent) : QLineEdit(parent) {

@@ -20,7 +20,7 @@ namespace pendra {
 namespace {
 
 constexpr int kWidestList = 480;
-constexpr int kNarrowDate = 96;
+constexpr int kNarrowDate = 112;
 constexpr int kWideDate = 116;
 constexpr int kNarrowSearch = 90;
 constexpr int kWideSearch = 152;
@@ -231,6 +231,7 @@ void LogFilterRow::showFilters() {
       control->view()->setMinimumWidth(std::min(widest, kWidestList));
     }
     control->setCurrentIndex(state->indexOfSelectedItem());
+    control->updateGeometry();  // a value in bold is wider, too
   }
   for (const auto& [control, state] : dates_) {
     const bool isBeingTyped = control->hasFocus() && control->isModified();
