@@ -93,6 +93,27 @@ void step(const CommandContext& at) {
   Way == UndoWay::Undo ? at.history.undo() : at.history.redo();
 }
 
+template <Correction What>
+QString whyNot(const CommandContext& at) {
+  if (TimerWindowController* timer = at.timer()) return pendra::whyNot(What, timer->state().log());
+  return QCoreApplication::translate("pendra::Commands", "No document is open.");
+}
+
+template <QString (&Correct)(LogController&)>
+void andOfferUndo(const CommandContext& at) {
+  const QString sentence = Correct(at.timer()->state().log());
+  if (!sentence.isEmpty()) at.history.offerUndo(sentence);
+}
+
+void startAgain(const CommandContext& at) { startSelectedAgain(at.timer()->state().log()); }
+
+template QString whyNot<Correction::Split>(const CommandContext&);
+template QString whyNot<Correction::Duplicate>(const CommandContext&);
+template QString whyNot<Correction::Merge>(const CommandContext&);
+template QString whyNot<Correction::StartAgain>(const CommandContext&);
+template void andOfferUndo<duplicateSelected>(const CommandContext&);
+template void andOfferUndo<mergeSelected>(const CommandContext&);
+
 template bool canStep<UndoWay::Undo>(const CommandContext&);
 template bool canStep<UndoWay::Redo>(const CommandContext&);
 template void step<UndoWay::Undo>(const CommandContext&);

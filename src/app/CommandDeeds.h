@@ -3,6 +3,7 @@
 
 #include "CommandContext.h"
 #include "ui/FieldUndo.h"
+#include "ui_core/LogCorrections.h"
 
 namespace pendra::deeds {
 
@@ -29,5 +30,13 @@ template <UndoWay Way>
 [[nodiscard]] bool canStep(const CommandContext& at);
 template <UndoWay Way>
 void step(const CommandContext& at);
+
+/// Why a correction cannot be done to what is selected in the log.
+template <Correction What>
+[[nodiscard]] QString whyNot(const CommandContext& at);
+/// Does it, and offers to take it back where it has something to say.
+template <QString (&Correct)(LogController&)>
+void andOfferUndo(const CommandContext& at);
+void startAgain(const CommandContext& at);
 
 }  // namespace pendra::deeds

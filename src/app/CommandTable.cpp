@@ -55,6 +55,15 @@ void openWindow(At at) {
   at.windows.show(Kind);
 }
 
+/// What is done to the selected entries of the log, and has a reason where it cannot.
+constexpr CommandRow correction(Command command, const char* title, const char* keys, QString (*whyNot)(At),
+                                void (*run)(At)) {
+  CommandRow row{command, title, 0, keys, command == Command::SplitEntry};
+  row.run = run;
+  row.whyNot = whyNot;
+  return row;
+}
+
 // Where a row has further columns they are: starts a group, rule, deed, shown, shows the document's state.
 constexpr CommandRow kPendra[] = {
     {Command::About, "About Pendra", 0, "", false, always, openWindow<WindowKind::About>},
@@ -93,6 +102,14 @@ constexpr CommandRow kEdit[] = {
     {Command::Delete, "Delete", 0, "Del", true, deeds::canDelete, deeds::deleteSelected},
     {Command::EditSelected, "Edit Selected…", 0, "Ctrl+E", false, canEditSelected,
      inTimerWindow<&TimerWindowController::editSelected>},
+    correction(Command::SplitEntry, "Split at…", "", deeds::whyNot<Correction::Split>,
+               inTimerWindow<&TimerWindowController::splitEntry>),
+    correction(Command::DuplicateEntries, "Duplicate", "Ctrl+D", deeds::whyNot<Correction::Duplicate>,
+               deeds::andOfferUndo<duplicateSelected>),
+    correction(Command::MergeEntries, "Merge", "", deeds::whyNot<Correction::Merge>,
+               deeds::andOfferUndo<mergeSelected>),
+    correction(Command::StartAgain, "Start Again", "", deeds::whyNot<Correction::StartAgain>,
+               deeds::startAgain),
 };
 
 constexpr CommandRow kActivity[] = {
@@ -165,7 +182,7 @@ constexpr const CommandRow* find(Command command) {
 constexpr bool everyCommandHasItsRow() {
   for (int command = 0; command < kCommandCount; ++command) {
     const CommandRow* row = find(static_cast<Command>(command));
-    if (!row || !row->mayRun || !row->run) return false;
+    if (!row || !(row->mayRun || row->whyNot) || !row->run) return false;
   }
   return true;
 }

@@ -12,6 +12,8 @@ namespace pendra {
 
 namespace {
 
+const QString kWhyNotKey = QStringLiteral("why not");
+
 QString tr(const char* text) { return QCoreApplication::translate("pendra::Commands", text); }
 
 /// "Undo Start"; plain when there is no step.
@@ -46,6 +48,11 @@ void Commands::perform(Command command, QWidget* sender) {
   const CommandRow& row = rowOf(command);
   CommandContext at = context_;
   at.sender = sender;
+  context_.session.notices().withdraw(kWhyNotKey);
+  if (const QString why = whyNot(row); !why.isEmpty()) {
+    return context_.session.notices().post(
+        {.key = kWhyNotKey, .text = why, .actions = {}, .ofDocument = true, .onlyInTimerWindow = true});
+  }
   runCommand(context_.session, tr(row.title).remove(u'…'), [&] { row.run(at); });
 }
 

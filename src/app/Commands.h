@@ -15,7 +15,12 @@ class Commands final : public CommandTarget {
 
   [[nodiscard]] std::span<const Menu> menus() const override;
   void perform(Command command, QWidget* sender) override;
-  [[nodiscard]] bool mayRun(const CommandRow& row) const override { return row.mayRun(context_); }
+  [[nodiscard]] bool mayRun(const CommandRow& row) const override {
+    return row.whyNot ? whyNot(row).isEmpty() : row.mayRun(context_);
+  }
+  [[nodiscard]] QString whyNot(const CommandRow& row) const override {
+    return row.whyNot ? row.whyNot(context_) : QString();
+  }
   [[nodiscard]] bool isShown(const CommandRow& row) const override {
     return !row.isShown || row.isShown(context_);
   }

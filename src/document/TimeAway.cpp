@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "model/Activity.h"
+#include "model/CutAndJoin.h"
 #include "platform/Preferences.h"
 #include "platform/UserDefaults.h"
 #include "store/ObjectContext.h"
@@ -17,28 +18,9 @@ constexpr double kSameMoment = 1;
 
 QString tr(const char* text) { return QCoreApplication::translate("pendra::TimeAway", text); }
 
-Instant endOf(const TimeEntry& entry) {
-  return entry.running() == true ? entry.context()->clock().now() : *entry.start() + entry.storedDuration();
-}
-
 void setAway(TimeEntry& entry, const std::optional<Absence>& absence) {
   entry.setAwayFrom(absence ? std::optional(absence->from) : std::nullopt);
   entry.setAwayTo(absence ? std::optional(absence->to) : std::nullopt);
-}
-
-/// The entry ends there, and a new one of the same activity goes on from there to where it ended, or runs on.
-TimeEntry& divide(TimeEntry& entry, Instant at) {
-  TimeEntry& rest = entry.activity()->addEntry();
-  rest.setStart(at);
-  rest.setNotes(entry.notes());
-  if (entry.running() == true) {
-    entry.setRunning(false);
-    rest.startTimer();
-  } else {
-    rest.setDuration(endOf(entry) - at);
-  }
-  entry.setDuration(at - *entry.start());
-  return rest;
 }
 
 void takeOff(TimeEntry& entry, const Absence& away) {
@@ -51,7 +33,7 @@ void takeOff(TimeEntry& entry, const Absence& away) {
     if (!runs) entry.setDuration(std::max(0.0, after));
     return;
   }
-  if (runs || after >= kSameMoment) divide(entry, away.to);
+  if (runs || after >= kSameMoment) cut(entry, away.to);
   entry.setDuration(before);
 }
 
@@ -61,7 +43,7 @@ void mark(TimeEntry& entry, const Absence& absence) {
   if (away.length() < AbsenceFinder::kShortest) return;
   const auto earlier = unansweredAway(entry);
   if (!earlier) return setAway(entry, away);
-  if (away.from - earlier->to >= AbsenceFinder::kShortest) return setAway(divide(entry, earlier->to), away);
+  if (away.from - earlier->to >= AbsenceFinder::kShortest) return setAway(cut(entry, earlier->to), away);
   setAway(entry, Absence{std::min(earlier->from, away.from), std::max(earlier->to, away.to)});
 }
 

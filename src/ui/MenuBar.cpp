@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include "ui/FrontWindow.h"
+#include "ui/MenuReasons.h"
 #include "ui_core/HelpAnchors.h"
 
 namespace pendra {
@@ -70,6 +71,7 @@ void MenuBar::addMenuOf(const Menu& each) {
     addAction(*menu, row);
     if (each.list != MenuList::None && row.command == each.listAfter) addList(*menu, each.list);
   }
+  showReasons(*menu);
   connect(menu, &QMenu::aboutToShow, this, [this, menu] {
     refresh(*menu);
     validate(*menu);
@@ -101,7 +103,7 @@ void MenuBar::addList(QMenu& menu, MenuList list) {
 
 void MenuBar::trigger(const CommandRow& row) {
   whenFree([this, &row] {
-    if (target_.mayRun(row)) target_.perform(row.command, window_);
+    if (target_.mayRun(row) || !target_.whyNot(row).isEmpty()) target_.perform(row.command, window_);
   });
 }
 
@@ -128,7 +130,10 @@ void MenuBar::whenFree(const std::function<void()>& act) {
 
 void MenuBar::validate(const QMenu& menu) {
   for (QAction* action : menu.actions()) {
-    if (const CommandRow* row = rows_.value(action)) action->setEnabled(target_.mayRun(*row));
+    const CommandRow* row = rows_.value(action);
+    if (!row) continue;
+    action->setEnabled(target_.mayRun(*row));
+    giveReason(*action, target_.whyNot(*row));
   }
 }
 

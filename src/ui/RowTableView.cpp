@@ -349,6 +349,11 @@ QModelIndex RowTableView::pressedBy(const QKeyEvent& event) const {
 void RowTableView::keyPressEvent(QKeyEvent* event) {
   const QModelIndex index = currentIndex();
   if (const QModelIndex pressed = pressedBy(*event); pressed.isValid()) return pressCell(pressed);
+  const bool isSpace = event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier;
+  if (isSpace && index.isValid() && selectionModel()->isRowSelected(index.row())) {
+    Q_EMIT spacePressed();
+    return;
+  }
   const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   // The table comes with a current row that is not selected; the first key takes that one, not its neighbour.
   const bool takesRow = isReturn || event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;

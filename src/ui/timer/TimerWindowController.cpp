@@ -26,8 +26,10 @@
 #include "ui/IntroSheet.h"
 #include "ui/LogPaneView.h"
 #include "ui/MenuBar.h"
+#include "ui/RowMenu.h"
 #include "ui/RowTableView.h"
 #include "ui/SearchField.h"
+#include "ui/SplitSheet.h"
 #include "ui/TableMemory.h"
 #include "ui/Theme.h"
 #include "ui/WindowPlace.h"
@@ -36,6 +38,7 @@
 #include "ui_core/DocumentState.h"
 #include "ui_core/HaltedNotice.h"
 #include "ui_core/HelpAnchors.h"
+#include "ui_core/LogCorrections.h"
 #include "ui_core/ShellCommands.h"
 
 namespace pendra {
@@ -61,6 +64,19 @@ QString keyOf(const CommandTarget& target, Command command) {
     }
   }
   return {};
+}
+
+CommandGroups activityCommands() {
+  return {{Command::EditActivity, Command::ToggleTimer},
+          {Command::Copy, Command::MarkComplete},
+          {Command::Delete}};
+}
+
+CommandGroups entryCommands() {
+  return {{Command::EditSelected, Command::StartAgain},
+          {Command::SplitEntry, Command::DuplicateEntries, Command::MergeEntries},
+          {Command::Copy, Command::MakeCurrent, Command::SendSelected, Command::MarkUnsent},
+          {Command::Delete}};
 }
 
 }  // namespace
@@ -106,6 +122,7 @@ void TimerWindowController::connectControls() {
   });
   connect(log_, &LogPaneView::editTimeEntry, this, &TimerWindowController::editTimeEntry);
   connect(&tick_, &QTimer::timeout, this, &TimerWindowController::tick);
+  connectRowMenus();
   connect(qApp, &QApplication::focusChanged, this, [this, table](QWidget*, QWidget* now) {
     // A menu or a tool takes the focus for a moment; what counts is the table that had it last.
     if (now == table) logHadFocus_ = false;
@@ -130,6 +147,16 @@ void TimerWindowController::connectHeader() {
           [this](Activity* activity) { state_.toggle(*activity); });
   connect(header.pills, &RunningPills::selectAsked, this,
           [this](const Activity* activity) { state_.selectActivity(*activity); });
+}
+
+void TimerWindowController::connectRowMenus() {
+  connect(window_->activityTable, &RowTableView::rowMenuWanted, this,
+          [this](const QPoint& at) { openRowMenu(target_, *window_, activityCommands(), at); });
+  connect(&log_->table(), &RowTableView::rowMenuWanted, this, [this](const QPoint& at) {
+    openRowMenu(target_, *window_, entryCommands(), at, {{Command::StartAgain, Qt::Key_Space}});
+  });
+  connect(&log_->table(), &RowTableView::spacePressed, this,
+          [this] { target_.perform(Command::StartAgain, window_.get()); });
 }
 
 void TimerWindowController::observeSession() {
@@ -231,6 +258,13 @@ void TimerWindowController::editSelected() {
 
 void TimerWindowController::editTimeEntry() {
   if (state_.log().numberOfSelectedRows() == 1) editors_->showTimeEntrySheet();
+}
+
+void TimerWindowController::splitEntry() {
+  TimeEntry* entry = state_.currentEntry();
+  if (entry && whyNot(Correction::Split, state_.log()).isEmpty()) {
+    SplitSheet(session_, *entry, window_.get()).run();
+  }
 }
 
 void TimerWindowController::deleteActivity() {

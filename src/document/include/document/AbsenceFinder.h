@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "model/TimeEntry.h"
 #include "platform/Clock.h"
 #include "platform/SleepSource.h"
 
@@ -30,7 +31,7 @@ struct Look {
 class AbsenceFinder {
  public:
   /// A sleep, and an absence at all, is worth a question from this length on.
-  static constexpr double kShortest = 60;
+  static constexpr double kShortest = TimeEntry::kShortestAway;
 
   /// Longer than `limit` seconds is an absence.
   explicit AbsenceFinder(double limit) : limit_(limit) {}

@@ -41,6 +41,8 @@ class TimeEntry final : public ManagedObject {
   void setHaltedAt(std::optional<Instant> instant) { assign(haltedAt_, instant); }
   /// Whether it is still to be said how long it is, and may be: what was sent stays as it is.
   [[nodiscard]] bool isHalted() const { return haltedAt() && !timeIsFixed(); }
+  /// An absence is worth a question from this length on, in seconds.
+  static constexpr double kShortestAway = 60;
   /// The time within the entry in which nobody was there, while it has not been answered whether it counts.
   /// Both or none are present.
   [[nodiscard]] std::optional<Instant> awayFrom() const { return awayFrom_.get(); }

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <cmath>
 
+#include "link/ActivityTitle.h"
+#include "model/DurationText.h"
 #include "model/TimeEntry.h"
 #include "platform/DateTexts.h"
 #include "platform/Text.h"
@@ -55,6 +57,15 @@ Echo adviceEcho(const DurationReading& reading, std::optional<Instant> start, co
   }
   if (!reading.advice.isEmpty()) sentences << reading.advice;
   return {sentences.join(u' '), Echo::Tone::Advice};
+}
+
+QString overlapText(const Overlaps& overlaps) {
+  if (overlaps.parts.empty()) return {};
+  const QString first = activityTitle(*overlaps.parts.front().entry->activity());
+  const QString length = durationText(std::round(overlaps.seconds));
+  const auto more = overlaps.parts.size() - 1;
+  if (more == 0) return formatted(tr("Overlaps %@ by %@"), {first, length});
+  return formatted(tr("Overlaps %@ and %@ more by %@"), {first, QString::number(more), length});
 }
 
 Echo entriesEcho(std::size_t entries) {

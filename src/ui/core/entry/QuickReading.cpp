@@ -48,7 +48,7 @@ class Reading {
     if (reading_.fault) {
       reading_.deed = Deed::Nothing;
     } else if (reading_.deed != Deed::StartNow) {
-      findOverlaps();
+      reading_.overlaps = overlapsWith(context_, reading_.start, reading_.end);
     }
     return std::move(reading_);
   }
@@ -252,27 +252,6 @@ class Reading {
       refuse(Why::NotUnderstood, split_.customer, tr("The customer is missing."));
     } else if (service) {
       refuse(Why::NotUnderstood, split_.customer, tr("The service item is missing, as in “Acme: Design”."));
-    }
-  }
-
-  void findOverlaps() {
-    std::vector<std::pair<Instant, Instant>> parts;
-    for (TimeEntry* entry : context_.all<TimeEntry>()) {
-      if (!entry->start() || !entry->activity()) continue;
-      const double length = entry->running() == true ? entry->elapsed() : entry->storedDuration();
-      const Instant from = std::max(reading_.start, *entry->start());
-      const Instant to = std::min(reading_.end, *entry->start() + length);
-      if (to - from < 1) continue;
-      reading_.overlaps.push_back({entry, to - from});
-      parts.emplace_back(from, to);
-    }
-    std::stable_sort(reading_.overlaps.begin(), reading_.overlaps.end(),
-                     [](const auto& one, const auto& other) { return one.seconds > other.seconds; });
-    std::sort(parts.begin(), parts.end());
-    Instant reached = reading_.start;
-    for (const auto& [from, to] : parts) {
-      reading_.overlapping += std::max(0.0, to - std::max(from, reached));
-      reached = std::max(reached, to);
     }
   }
 

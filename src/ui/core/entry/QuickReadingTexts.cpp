@@ -1,11 +1,10 @@
 #include "ui_core/QuickReadingTexts.h"
 
 #include <QCoreApplication>
-#include <cmath>
 
-#include "link/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "platform/Text.h"
+#include "ui_core/EntryEchoes.h"
 
 namespace pendra {
 
@@ -75,14 +74,6 @@ QString subjectOf(const QuickReading& reading) {
   return notes.isEmpty() ? title : formatted(tr("%@, “%@”"), {title, notes});
 }
 
-QString overlapText(const QuickReading& reading) {
-  const QString first = activityTitle(*reading.overlaps.front().entry->activity());
-  const QString length = durationText(std::round(reading.overlapping));
-  const auto more = reading.overlaps.size() - 1;
-  if (more == 0) return formatted(tr("Overlaps %@ by %@"), {first, length});
-  return formatted(tr("Overlaps %@ and %@ more by %@"), {first, QString::number(more), length});
-}
-
 }  // namespace
 
 QString QuickReadingTexts::joined() const {
@@ -110,7 +101,7 @@ QuickReadingTexts textsOf(const QuickReading& reading, const ObjectContext& cont
     texts.remarks << formatted(tr("%@ was twice on that day; the first is meant"),
                                {clockText(context.calendar().local(instant))});
   }
-  if (!reading.overlaps.empty()) texts.warnings << overlapText(reading);
+  if (!reading.overlaps.parts.empty()) texts.warnings << overlapText(reading.overlaps);
   if (reading.end - reading.start > kUsualAtMost) texts.warnings << tr("Longer than 12 hours");
   return texts;
 }

@@ -2,6 +2,7 @@
 #include "ui_core/TimerState.h"
 
 #include <QCoreApplication>
+#include <QSet>
 
 namespace pendra {
 
@@ -43,6 +44,16 @@ void LogController::selectEntry(const TimeEntry* period) {
   int found = selection_.row();
   found = rows_.indexOf([period](const LogRow& row) { return row.entry == period; }).value_or(found);
   if (found >= 0) selection_.selectRow(found);
+}
+
+void LogController::selectEntries(const std::vector<const TimeEntry*>& entries) {
+  const QSet<const TimeEntry*> wanted(entries.begin(), entries.end());
+  std::vector<int> found;
+  const auto rows = rows_.rows();
+  for (std::size_t index = 0; index < rows.size(); ++index) {
+    if (wanted.contains(rows[index].entry.get())) found.push_back(static_cast<int>(index));
+  }
+  if (!found.empty()) selection_.selectRows(std::move(found));
 }
 
 std::vector<LogRow> LogController::consideredRows() const {

@@ -19,6 +19,9 @@ class CommandTarget {
   /// Runs the command. `sender` is the window whose menu or control asked; none for no window.
   virtual void perform(Command command, QWidget* sender) = 0;
   [[nodiscard]] virtual bool mayRun(const CommandRow& row) const = 0;
+  /// Why it may not run, as a sentence; empty when it may, and where nothing is to be said about it. To
+  /// perform it all the same says so.
+  [[nodiscard]] virtual QString whyNot(const CommandRow& row) const = 0;
   [[nodiscard]] virtual bool isShown(const CommandRow& row) const = 0;
   /// The title as it stands now, translated: "Undo Start".
   [[nodiscard]] virtual QString titleOf(const CommandRow& row) const = 0;

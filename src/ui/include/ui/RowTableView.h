@@ -73,6 +73,11 @@ class RowTableView : public QTableView {
   /// technology.
   void pressPlace(int row, int column);
 
+ public Q_SLOTS:
+  /// Hands the selected rows to the clipboard as they are shown: a line each, cells parted by tabs, signs and
+  /// links left out.
+  void copy() const;
+
  Q_SIGNALS:
   void selectionChanged();
   void cellPressed(int row, const QString& identifier);
@@ -83,6 +88,10 @@ class RowTableView : public QTableView {
   void lettersTyped(const QString& letters);
   /// A column on the grid was dragged to another width.
   void widthChosen();
+  /// The menu of the current row is wanted at a point of the screen.
+  void rowMenuWanted(const QPoint& at);
+  /// Space was pressed where no cell acts on it.
+  void spacePressed();
   void emptyButtonClicked();
   void emptyHelpClicked();
 
@@ -98,6 +107,7 @@ class RowTableView : public QTableView {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 

@@ -40,6 +40,8 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   void editActivity();
   void editSelected();
   void editTimeEntry();
+  /// Asks where the selected entry is cut.
+  void splitEntry();
   void deleteActivity();
   void exportTimeLog();
   /// Puts the keyboard into the field that searches the table which had it last.
@@ -60,6 +62,7 @@ class TimerWindowController final : public QObject, private TimerDisplay {
 
   void connectHeader();
   void connectControls();
+  void connectRowMenus();
   void observeSession();
   void startUp();
   /// On a first run: the introduction, once the window is the active one and nothing stands over it.

@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "model/Overlaps.h"
 #include "ui_core/DurationReading.h"
 #include "ui_core/EntryTexts.h"
 
@@ -47,6 +48,8 @@ class EchoDisplay {
 /// What helps where the length is in doubt: when the entry would end, and what to type instead.
 [[nodiscard]] Echo adviceEcho(const DurationReading& reading, std::optional<Instant> start,
                               const Calendar& calendar);
+/// "Overlaps Acme - Roof and 2 more by 00:35:00"; empty where nothing overlaps.
+[[nodiscard]] QString overlapText(const Overlaps& overlaps);
 /// "Changes all 10 entries of this activity".
 [[nodiscard]] Echo entriesEcho(std::size_t entries);
 

@@ -101,6 +101,8 @@ class LogController {
   void startOrStop(int row);
   /// Selects, as the only one, the row of that entry.
   void selectEntry(const TimeEntry* period);
+  /// Selects the rows of these entries as far as they are listed; nothing changes when none is.
+  void selectEntries(const std::vector<const TimeEntry*>& entries);
   void clearSelection() { selection_.clearSelection(); }
   /// The entries of the selected rows, in row order.
   [[nodiscard]] std::vector<Ref<TimeEntry>> selectedEntries() const;

@@ -31,6 +31,10 @@ enum class Command {
   Find,
   Delete,
   EditSelected,
+  SplitEntry,
+  DuplicateEntries,
+  MergeEntries,
+  StartAgain,
   AddActivity,
   EditActivity,
   ToggleTimer,
@@ -71,6 +75,9 @@ struct CommandRow {
   bool (*isShown)(const CommandContext&) = nullptr;
   /// Whether it also looks disabled while its menu is closed, as what stands for the document's state does.
   bool showsState = false;
+  /// Why it may not run, as a sentence, and empty when it may; it stands in the place of `mayRun`. Whoever
+  /// uses its key all the same is told.
+  QString (*whyNot)(const CommandContext&) = nullptr;
 };
 
 /// What stands at the end of a menu, or after one of its commands, and is as long as it happens to be.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model/Activity.h"
+#include "model/Overlaps.h"
 #include "model/TimeEntry.h"
 #include "store/ObjectContext.h"
 #include "ui_core/NameIndex.h"
@@ -35,10 +36,6 @@ struct QuickReading {
     QString text{};
     bool isNew = false;  ///< will be added to its list
   };
-  struct Overlap {
-    TimeEntry* entry;
-    double seconds;
-  };
 
   Deed deed = Deed::Nothing;
   std::optional<Fault> fault{};
@@ -48,12 +45,11 @@ struct QuickReading {
   QString notes{};
   Activity* activity = nullptr;  ///< the one that is used; none where a new one is made
   Instant start;
-  Instant end;                      ///< now, where it will run
-  std::vector<Overlap> overlaps{};  ///< the longest first
-  double overlapping = 0;           ///< so much of it, in seconds, is in another entry as well
-  std::vector<Instant> twice{};     ///< times of that day that it had twice; the first is meant
-  qsizetype namesAt = 0;            ///< where names and notes stand in the text
-  qsizetype timesAt = 0;            ///< where they end and the times begin
+  Instant end;                   ///< now, where it will run
+  Overlaps overlaps{};           ///< what of it is in another entry as well
+  std::vector<Instant> twice{};  ///< times of that day that it had twice; the first is meant
+  qsizetype namesAt = 0;         ///< where names and notes stand in the text
+  qsizetype timesAt = 0;         ///< where they end and the times begin
 
   /// Whether it says nothing at all.
   [[nodiscard]] bool isEmpty() const { return deed == Deed::Nothing && !fault; }

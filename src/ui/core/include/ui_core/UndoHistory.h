@@ -27,6 +27,8 @@ class UndoHistory {
   /// Nothing happens without a step, nor while something is asked: the answer would be about another state.
   void undo();
   void redo();
+  /// Says in a notice what the newest step has done, and offers to take it back.
+  void offerUndo(const QString& sentence);
   /// Announces that another step is next.
   [[nodiscard]] Notifier& changes() { return changes_; }
 
@@ -37,7 +39,6 @@ class UndoHistory {
   void follow();
   void stepsChanged(UndoStack::News news);
   void go(Way way, const QString& title);
-  void offerUndo(const QString& sentence);
 
   Session& session_;
   QTimer patience_;
