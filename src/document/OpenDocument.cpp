@@ -14,6 +14,13 @@ bool hasFixedTime(const ManagedObject& object) {
   return &object.entity() == &TimeEntry::descriptor() && static_cast<const TimeEntry&>(object).timeIsFixed();
 }
 
+/// No activity has another customer's job.
+bool namesGoTogether(const ManagedObject& object) {
+  if (&object.entity() != &Activity::descriptor()) return true;
+  const auto& activity = static_cast<const Activity&>(object);
+  return !activity.job() || activity.job()->customer() == activity.customer();
+}
+
 bool isMoreThanSignOfLife(const ChangeSet& news) {
   return news.touches<TimeEntry>() || news.touches<Activity>() || news.touches<Customer>() ||
          news.touches<Job>() || news.touches<Service>() || news.touches<Identity>() ||
@@ -51,6 +58,7 @@ Result<std::unique_ptr<OpenDocument>> OpenDocument::read(const QString& path, co
 OpenDocument::OpenDocument(QString path, std::shared_ptr<ObjectContext> context)
     : path_(std::move(path)), context_(std::move(context)), openedAt_(context_->clock().now()) {
   context_->setFixed(&hasFixedTime);
+  context_->setWhole(&namesGoTogether);
   edits_ = context_->observe([this](const ChangeSet& news) {
     if (isMoreThanSignOfLife(news)) isBackedUp = false;
   });

@@ -7,8 +7,10 @@
 namespace pendra {
 
 void StepBack::run() {
+  const auto whole = wholeObjects();
   bringBack();
   for (const PropertyChange& change : step_.changes) changeBack(change);
+  keepWhole(whole);
   removeOrphans();
   removeInserted();
 }
@@ -25,6 +27,29 @@ void StepBack::changeBack(const PropertyChange& change) {
   if (!mayChange(change)) return skip(*change.object, change.property);
   context_.restore(*change.object, *change.property, change.before);
   if (valueOf(*change.object, *change.property) != change.before) skip(*change.object, change.property);
+  changedBack_.push_back(&change);
+}
+
+std::vector<const ManagedObject*> StepBack::wholeObjects() const {
+  std::vector<const ManagedObject*> whole;
+  if (!context_.isWhole_) return whole;
+  for (const PropertyChange& change : step_.changes) {
+    if (!change.object->isDeleted() && context_.isWhole_(*change.object)) whole.push_back(change.object);
+  }
+  return whole;
+}
+
+/// Part of a change was left alone, or something else has moved on since, with which the rest does not go.
+void StepBack::keepWhole(const std::vector<const ManagedObject*>& whole) {
+  std::unordered_set<const ManagedObject*> broken;
+  for (const ManagedObject* object : whole) {
+    if (!context_.isWhole_(*object)) broken.insert(object);
+  }
+  for (const PropertyChange* change : changedBack_) {
+    if (!broken.contains(change->object)) continue;
+    context_.restore(*change->object, *change->property, change->after);
+    skip(*change->object, change->property);
+  }
 }
 
 bool StepBack::mayChange(const PropertyChange& change) const {

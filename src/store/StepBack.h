@@ -17,6 +17,9 @@ class StepBack {
  private:
   void bringBack();
   void changeBack(const PropertyChange& change);
+  /// The objects that the step changed and that hold together.
+  [[nodiscard]] std::vector<const ManagedObject*> wholeObjects() const;
+  void keepWhole(const std::vector<const ManagedObject*>& whole);
   [[nodiscard]] bool mayChange(const PropertyChange& change) const;
   [[nodiscard]] bool isThere(const PropertyChange& change) const;
   void removeOrphans();
@@ -28,6 +31,7 @@ class StepBack {
   ObjectContext& context_;
   EditRecord& step_;
   std::vector<ManagedObject*> back_;
+  std::vector<const PropertyChange*> changedBack_;
   std::vector<Skipped> skipped_;
 };
 

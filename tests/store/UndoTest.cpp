@@ -242,6 +242,27 @@ TEST_F(UndoBesideOthers, TakesNoNameAwayForOneThatHasGone) {
   EXPECT_EQ(activity->customer(), &zed);
 }
 
+TEST_F(UndoBesideOthers, PutsNothingTogetherThatDoesNotBelongTogether) {
+  Customer& zed = context.insert<Customer>();
+  Job& roof = context.insert<Job>();
+  roof.setCustomer(&acme);
+  Job& tower = context.insert<Job>();
+  tower.setCustomer(&zed);
+  context.setWhole([this](const ManagedObject& object) {
+    return &object != activity || !activity->job() || activity->job()->customer() == activity->customer();
+  });
+  edit("move", [&] { activity->setCustomer(&zed); });
+  editForGood([&] { activity->setJob(&tower); });
+  EXPECT_THAT(steps.undo(), SizeIs(1)) << "the job is none of the old customer's";
+  EXPECT_TRUE(activity->customer() == &zed && activity->job() == &tower);
+  edit("back", [&] {
+    activity->setCustomer(&acme);
+    activity->setJob(&roof);
+  });
+  EXPECT_THAT(steps.undo(), IsEmpty());
+  EXPECT_TRUE(activity->customer() == &zed && activity->job() == &tower);
+}
+
 TEST_F(UndoBesideOthers, ForgetsWhatALaterEditMadeImpossible) {
   edit("notes", [&] { activity->setNotes(QStringLiteral("x")); });
   edit("deletion", [&] { context.deleteObject(*entry); });

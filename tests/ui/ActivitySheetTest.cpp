@@ -125,6 +125,27 @@ TEST_F(ActivitySheetAtTheDesk, AddSaysWhatIsMissing) {
   });
 }
 
+TEST_F(ActivitySheetAtTheDesk, ATypedLengthIsAppliedBeforeAnotherEntryIsShown) {
+  TimeEntry* other = nullptr;
+  std::ignore =
+      desk.session.context()->edit({}, [&] { other = &desk.addPeriod(*plans, "2026-11-24T07:00:00Z", 600); });
+  edit([&] {
+    desk.select(kEntries, 0);
+    desk.typeInto(kDuration, u"2h"_s);
+    desk.select(kEntries, 1);
+    EXPECT_EQ(entry->duration(), 7200);
+    EXPECT_EQ(desk.text(kDuration), "00:10:00");
+    desk.typeInto(u"Start date"_s, u"13/45/26"_s);
+    desk.select(kEntries, 0);
+    EXPECT_EQ(desk.alerts.shown().back().message, "Please enter a valid date.");
+    EXPECT_EQ(desk.selectedRow(kEntries), 1) << "what cannot be applied stays where it was typed";
+    EXPECT_EQ(desk.text(u"Start date"_s), "13/45/26");
+    desk.press(kCancel);
+  });
+  EXPECT_EQ(other->duration(), 600);
+  EXPECT_EQ(desk.session.context()->undoStack().undoName(), "Edit of an Entry");
+}
+
 /// How a person finishes the sheet.
 class EveryWayToFinish : public ActivitySheetAtTheDesk, public testing::WithParamInterface<const char*> {
  protected:

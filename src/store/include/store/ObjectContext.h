@@ -108,6 +108,9 @@ class ObjectContext {
   [[nodiscard]] UndoStack& undoStack() { return *undoStack_; }
   /// Says which objects no undo and no redo may touch.
   void setFixed(std::function<bool(const ManagedObject&)> isFixed) { isFixed_ = std::move(isFixed); }
+  /// Says which objects hold together. One that does goes back as a whole or not at all, where going back in
+  /// part would leave it with what does not belong together.
+  void setWhole(std::function<bool(const ManagedObject&)> isWhole) { isWhole_ = std::move(isWhole); }
 
   /// A new object; `onInsert` has run.
   template <class T>
@@ -243,6 +246,7 @@ class ObjectContext {
   std::unique_ptr<Editing> editing_;
   std::unique_ptr<UndoStack> undoStack_;
   std::function<bool(const ManagedObject&)> isFixed_;
+  std::function<bool(const ManagedObject&)> isWhole_;
   bool editsRequired_ = false;
   bool filling_ = false;
   CommitState commitState_;

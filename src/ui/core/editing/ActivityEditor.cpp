@@ -126,6 +126,7 @@ TimeEntryRow ActivityEditor::rowOf(TimeEntry& entry, const QString& placeholder)
 
 void ActivityEditor::fill(Activity* activity) {
   isOpen_ = true;
+  timesOf_ = {};
   currentActivity_ = activity;
   adding_ = !activity;
   rows_.setRows(rowsOfActivity());

@@ -1,4 +1,5 @@
 #include <QCoreApplication>
+#include <QScopedValueRollback>
 
 #include "model/DurationText.h"
 #include "platform/Preferences.h"
@@ -77,7 +78,25 @@ QStringList ActivityEditor::timeTexts() const {
           entry.durationField.text()};
 }
 
+/// What stands in the time fields is applied before they show another entry. False when it cannot be, which
+/// has been said; then the entry is selected again, and the fields stay.
+bool ActivityEditor::settleTimes() {
+  TimeEntry* left = timesOf_.get();
+  if (!left || !isOpen_ || left == selectedEntry() || editInProgress() || timeTexts() == shownTimes_) {
+    return true;
+  }
+  const EntryTexts texts = textsOf(controls_.entry, session_);
+  if (!passes(selectedPeriodChecks(), texts, session_.ports().alerts)) {
+    const QScopedValueRollback goingBack(goesBack_, true);
+    if (const auto row = indexOfEntry(*left)) selection_.selectRow(*row);
+    return false;
+  }
+  std::ignore = context().edit(tr("Edit of an Entry"), [&] { applyTimes(*left, texts); });
+  return true;
+}
+
 void ActivityEditor::selectionChanged() {
+  if (goesBack_ || !settleTimes()) return;
   const int selected = selection_.row();
   const TimeEntryRow* row = rows_.row(selected);
   if (row || selected < 0) {
@@ -86,7 +105,8 @@ void ActivityEditor::selectionChanged() {
     shownTimes_ = timeTexts();
   }
   if (row) controls_.littleSaveButton.setEnabled(false);
-  const TimeEntry* entry = selectedEntry();
+  TimeEntry* entry = selectedEntry();
+  timesOf_ = entry;
   // Kept: promised to those who use the sheet: past the end there is no entry, and none counts as not sent.
   enableTimeEditFields(controls_.entry, selected >= 0 && !(entry && entry->timeIsFixed()));
   showEchoes();

@@ -103,6 +103,7 @@ class ActivityEditor {
  private:
   void clearTableSelection();
   void selectionChanged();
+  [[nodiscard]] bool settleTimes();
   [[nodiscard]] TimeEntryRow rowOf(TimeEntry& entry, const QString& placeholder) const;
   [[nodiscard]] std::vector<TimeEntryRow> rowsOfActivity() const;
   void followDocument();
@@ -132,6 +133,8 @@ class ActivityEditor {
   bool adding_ = false;
   RowTable<TimeEntryRow> rows_;
   TableSelection selection_{rows_};
+  Ref<TimeEntry> timesOf_;  // the entry whose times they are
+  bool goesBack_ = false;   // to an entry whose times could not be applied
   QStringList shownTimes_;  // the time fields as they were filled from the selected row
   bool showsEntries_ = false;
   Notifier::Subscription selectionChanges_;
