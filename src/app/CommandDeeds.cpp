@@ -24,6 +24,31 @@ bool isAsked(const CommandContext& at) {
 
 }  // namespace
 
+bool actsOnTheLog(Command command) {
+  switch (command) {
+    case Command::New:
+    case Command::Open:
+    case Command::SendAllTime:
+    case Command::BackUp:
+    case Command::Restore:
+    case Command::ExportLog:
+    case Command::Delete:
+    case Command::EditSelected:
+    case Command::SplitEntry:
+    case Command::DuplicateEntries:
+    case Command::MergeEntries:
+    case Command::StartAgain:
+    case Command::AddActivity:
+    case Command::EditActivity:
+    case Command::MakeCurrent:
+    case Command::SendSelected:
+    case Command::MarkUnsent:
+      return true;
+    default:
+      return false;
+  }
+}
+
 void quit(const CommandContext& at) {
   if (finishEditing(at.session)) at.terminate();
 }

@@ -2,10 +2,12 @@
 
 #include <QCoreApplication>
 
+#include "CommandDeeds.h"
 #include "CommandTable.h"
 #include "document/DocumentLoading.h"
 #include "platform/Text.h"
 #include "ui/FieldUndo.h"
+#include "ui/TimerWindowController.h"
 #include "ui_core/RunCommand.h"
 
 namespace pendra {
@@ -49,6 +51,7 @@ void Commands::perform(Command command, QWidget* sender) {
   CommandContext at = context_;
   at.sender = sender;
   context_.session.notices().withdraw(kWhyNotKey);
+  if (deeds::actsOnTheLog(command) && at.timer() && !at.timer()->finishEditing()) return;
   if (const QString why = whyNot(row); !why.isEmpty()) {
     return context_.session.notices().post(
         {.key = kWhyNotKey, .text = why, .actions = {}, .ofDocument = true, .onlyInTimerWindow = true});

@@ -86,6 +86,7 @@ void Program::askedToEnd() {
 
 void Program::endUnasked() {
   isTerminating_ = true;
+  std::ignore = windows_.finishEditing();
   prepareEnd();
   saveContextOrLog(session_);
   rescue(session_);

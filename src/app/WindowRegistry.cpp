@@ -150,7 +150,8 @@ void WindowRegistry::close(WindowKind kind) {
 }
 
 bool WindowRegistry::finishEditing() {
-  return (!open_->customers || open_->customers->finishEditing()) &&
+  return (!open_->timer || open_->timer->finishEditing()) &&
+         (!open_->customers || open_->customers->finishEditing()) &&
          (!open_->services || open_->services->finishEditing());
 }
 

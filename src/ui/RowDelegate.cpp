@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <cmath>
 
+#include "CellEditor.h"
 #include "ui/RowTableView.h"
 #include "ui/Symbols.h"
 #include "ui/TabularText.h"
@@ -21,6 +22,7 @@ constexpr int kWarning = 15;
 constexpr double kStar = 5.5;        // from its middle to its points
 constexpr double kStarMiddle = 4.5;  // behind where its column begins
 constexpr int kCurrentBar = 2;
+constexpr int kNarrowestEditor = 64;
 /// The part of a cell in which its content stands.
 QRect contentRect(const QStyleOptionViewItem& option, const QModelIndex& index) {
   return static_cast<const RowTableView*>(option.widget)->contentRect(option.rect, index.column());
@@ -134,6 +136,16 @@ void drawTwoLines(QPainter& painter, const QRect& content, const QModelIndex& in
   }
 }
 
+/// Figures that will stand there once what is typed in another cell has been stored.
+void drawFollowing(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look) {
+  QFont font = painter.font();
+  font.setWeight(QFont::DemiBold);
+  painter.setFont(font);
+  painter.setPen(look.ink(look.colours.link));
+  drawTabular(painter, content, Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()),
+              index.data().toString());
+}
+
 void drawTime(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
               const QColor& stopped) {
   QFont font = painter.font();
@@ -233,6 +245,7 @@ void drawLink(QPainter& painter, const QRect& content, const QModelIndex& index,
 
 void drawContent(QPainter& painter, const QRect& content, const QModelIndex& index, const RowLook& look,
                  bool under) {
+  if (index.data(TableModel::kFollowsRole).toBool()) return drawFollowing(painter, content, index, look);
   switch (RowDelegate::kindOf(index)) {
     case CellKind::Text:
       return drawWords(painter, content, index, look.words());
@@ -266,6 +279,13 @@ void drawContent(QPainter& painter, const QRect& content, const QModelIndex& ind
 }
 
 }  // namespace
+
+static QWidget* makeCellEditor(QWidget& parent, const TableModel& model, const QModelIndex& index) {
+  const auto read = [&model, cell = QPersistentModelIndex(index)](const QString& text) {
+    return model.read(text, cell);
+  };
+  return new CellEditor(&parent, read);
+}
 
 CellKind RowDelegate::kindOf(const QModelIndex& index) {
   return static_cast<CellKind>(index.data(TableModel::kKindRole).toInt());
@@ -319,9 +339,27 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->restore();
 }
 
+void RowDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+  auto* cell = qobject_cast<CellEditor*>(editor);
+  if (!cell) return QStyledItemDelegate::setEditorData(editor, index);
+  cell->begin(index.data(Qt::EditRole).toString());
+}
+
+/// Within the lines of its row, and never too narrow for a time of day.
+void RowDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                       const QModelIndex& index) const {
+  if (!qobject_cast<CellEditor*>(editor))
+    return QStyledItemDelegate::updateEditorGeometry(editor, option, index);
+  QRect place = option.rect.adjusted(0, 2, 0, -3);
+  const int missing = kNarrowestEditor - place.width();
+  if (missing > 0) place.setLeft(place.left() - missing);
+  editor->setGeometry(place);
+}
+
 /// Return hands the text in at once. The base class does so a turn later, by when the next key may have
 /// closed the editor and thrown the text away.
 bool RowDelegate::eventFilter(QObject* watched, QEvent* event) {
+  if (qobject_cast<CellEditor*>(watched)) return false;  // it knows its own keys, and when it is left
   auto* editor = qobject_cast<QLineEdit*>(watched);
   const bool isKey = editor && event->type() == QEvent::KeyPress;
   const int key = isKey ? static_cast<QKeyEvent*>(event)->key() : 0;
@@ -335,14 +373,18 @@ QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& 
                                    const QModelIndex& index) const {
   const auto* model = dynamic_cast<const TableModel*>(index.model());
   if (model && !model->shouldEdit(index)) return nullptr;
-  QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+  QWidget* editor = model && model->readsTyping() ? makeCellEditor(*parent, *model, index)
+                                                  : QStyledItemDelegate::createEditor(parent, option, index);
   if (!editor) return nullptr;
   editor->setFont(option.font);
   if (auto* line = qobject_cast<QLineEdit*>(editor)) {
     line->setFrame(true);
     // The words stay where they stood; a field with a frame adds seven points of its own.
     const QRect content = contentRect(option, index);
-    line->setTextMargins(content.left() - option.rect.left() - 7, 0, 0, 0);
+    const int alignment = index.data(Qt::TextAlignmentRole).toInt();
+    line->setAlignment(Qt::Alignment(alignment));
+    line->setTextMargins(content.left() - option.rect.left() - 7, 0,
+                         alignment & Qt::AlignRight ? option.rect.right() - content.right() - 7 : 0, 0);
   }
   editor->setAccessibleName(
       index.model()->headerData(index.column(), Qt::Horizontal, Qt::AccessibleTextRole).toString());

@@ -8,6 +8,7 @@
 #include <memory>
 #include <utility>
 
+#include "CellEditor.h"
 #include "ColumnWidths.h"
 #include "EmptyState.h"
 #include "RowDelegate.h"
@@ -78,11 +79,14 @@ void RowTableView::setTable(TableModel& table, TableSelection& selection) {
 }
 
 void RowTableView::connectTable() {
-  connect(model_, &QAbstractItemModel::modelAboutToBeReset, this,
-          [this] { scroll_ = verticalScrollBar()->value(); });
+  connect(model_, &QAbstractItemModel::modelAboutToBeReset, this, [this] {
+    scroll_ = verticalScrollBar()->value();
+    keepTyping();
+  });
   connect(model_, &QAbstractItemModel::modelReset, this, [this] {
     rowsChanged();
     verticalScrollBar()->setValue(scroll_);
+    typeOn();
   });
   connect(model_, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first, int last) {
     if (model_->rowCount() == last - first + 1) rowsChanged();  // the first ones
@@ -269,6 +273,8 @@ void RowTableView::redrawRect(int row) {
 /// Where one row is selected at a time, Qt would select a neighbour of it when it goes, which nobody asked
 /// for.
 void RowTableView::rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) {
+  const QModelIndex typed = typing_.editor ? typedIndex() : QModelIndex();
+  if (typed.isValid() && typed.row() >= first && typed.row() <= last) letGo();
   const SelectionMode mode = selectionMode();
   setSelectionMode(ExtendedSelection);
   QTableView::rowsAboutToBeRemoved(parent, first, last);
@@ -282,6 +288,7 @@ void RowTableView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bo
     auto* seen = static_cast<TableAccessible*>(QAccessible::queryAccessibleInterface(this));
     seen->tellChanged(topLeft.row(), bottomRight.row());
   }
+  tellTyping(topLeft.row(), bottomRight.row());
   const int rows = bottomRight.row() - topLeft.row() + 1;
   if (rows > viewport()->height() / metrics::kRowHeight) return viewport()->update();
   for (int row = topLeft.row(); row <= bottomRight.row(); ++row) redrawRect(row);
@@ -296,6 +303,7 @@ void RowTableView::setHovered(int row) {
 }
 
 void RowTableView::mousePressEvent(QMouseEvent* event) {
+  if (!leaveCellFor(*event)) return;
   QTableView::mousePressEvent(event);
   const QModelIndex index = indexAt(event->pos());
   const bool plain = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
@@ -318,6 +326,7 @@ void RowTableView::mouseDoubleClickEvent(QMouseEvent* event) {
   if (acts(index)) return mousePressEvent(event);
   QTableView::mouseDoubleClickEvent(event);
   if (event->button() != Qt::LeftButton || !index.isValid() || index.flags() & Qt::ItemIsEditable) return;
+  if (!model_->whyNot(index).isEmpty()) return;
   Q_EMIT rowActivated(index.row());
 }
 
@@ -349,6 +358,7 @@ QModelIndex RowTableView::pressedBy(const QKeyEvent& event) const {
 void RowTableView::keyPressEvent(QKeyEvent* event) {
   const QModelIndex index = currentIndex();
   if (const QModelIndex pressed = pressedBy(*event); pressed.isValid()) return pressCell(pressed);
+  if (event->key() == Qt::Key_F2 && editFirstCell()) return;
   const bool isSpace = event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier;
   if (isSpace && index.isValid() && selectionModel()->isRowSelected(index.row())) {
     Q_EMIT spacePressed();

@@ -152,7 +152,7 @@ TEST_F(Corrections, TheMenuOfARowOffersWhatCanBeDoneAndGreysTheRest) {
             u"-Send Selected Time… Mark as Unsent | Delete"_s);
   EXPECT_EQ(log().selectedRows(), std::vector{0}) << "the row that was meant";
   EXPECT_EQ(menuOf(program.activities(), 1).join(u' '),
-            u"Edit Activity… Start or Stop Timer | Copy Mark Complete | Delete"_s);
+            u"Edit Activity… Start or Stop Timer | Copy Favourite Mark Complete | Delete"_s);
   EXPECT_EQ(program.activities().selectedRow(), 1);
   select({0, 1});
   EXPECT_TRUE(menuOf(log(), 1).contains(u"-Split at…"_s));

@@ -36,6 +36,7 @@ QColor colourOf(Echo::Tone tone, const Colours& colours) {
     case Echo::Tone::Running:
       return colours.running;
     case Echo::Tone::Information:
+    case Echo::Tone::Result:
       return colours.text;
     default:
       return colours.quiet;

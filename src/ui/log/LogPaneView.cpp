@@ -38,12 +38,21 @@ LogPaneView::LogPaneView(Session& session, TimerState& window, QWidget* parent)
   connect(table_.get(), &RowTableView::rowActivated, this, &LogPaneView::editTimeEntry);
   connect(table_.get(), &RowTableView::emptyButtonClicked, this, [this] { log_.clearFilters(); });
   filters_->search().setTable(table_.get());
+  connect(table_.get(), &RowTableView::editRefused, this, [this](const QString& why) { tell(why); });
+  connect(table_.get(), &RowTableView::typingLost, this, [this](const QString& text) {
+    tell(formatted(tr("“%@” was typed into the time log and has not been stored."), {text}));
+  });
   contents_ = log_.contentsChanges.observe([this] { showEmptiness(); });
   log_.start();
   showEmptiness();
 }
 
 LogPaneView::~LogPaneView() = default;
+
+void LogPaneView::tell(const QString& sentence) {
+  session_.notices().post(
+      {.key = QStringLiteral("typing"), .text = sentence, .actions = {}, .onlyInTimerWindow = true});
+}
 
 QWidget* LogPaneView::makeSummary() { return new LogSummaryView(log_); }
 

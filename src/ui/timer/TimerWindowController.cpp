@@ -68,7 +68,7 @@ QString keyOf(const CommandTarget& target, Command command) {
 
 CommandGroups activityCommands() {
   return {{Command::EditActivity, Command::ToggleTimer},
-          {Command::Copy, Command::MarkComplete},
+          {Command::Copy, Command::Favourite, Command::MarkComplete},
           {Command::Delete}};
 }
 
@@ -259,6 +259,8 @@ void TimerWindowController::editSelected() {
 void TimerWindowController::editTimeEntry() {
   if (state_.log().numberOfSelectedRows() == 1) editors_->showTimeEntrySheet();
 }
+
+bool TimerWindowController::finishEditing() { return log_->table().finishEditing(); }
 
 void TimerWindowController::splitEntry() {
   TimeEntry* entry = state_.currentEntry();

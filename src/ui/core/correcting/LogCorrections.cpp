@@ -35,20 +35,6 @@ Entries selectedIn(const LogController& log) {
   return entries;
 }
 
-QString whyHeld(TimeHold hold) {
-  switch (hold) {
-    case TimeHold::Sent:
-      return tr("An entry that was sent keeps its time.");
-    case TimeHold::InDoubt:
-      return tr("Vantor has not confirmed this entry. You are asked about it before the next sending.");
-    case TimeHold::Halted:
-      return tr("It has still to be said how long this entry is.");
-    case TimeHold::None:
-      break;
-  }
-  return {};
-}
-
 QString whyNotOne(const Entries& entries) {
   if (entries.empty()) return tr("No entry of the time log is selected.");
   return entries.size() > 1 ? tr("More than one entry is selected.") : QString();
@@ -143,6 +129,20 @@ QString whyOutside(const TimeEntry& entry) {
 }
 
 }  // namespace
+
+QString whyHeld(TimeHold hold) {
+  switch (hold) {
+    case TimeHold::Sent:
+      return tr("An entry that was sent keeps its time.");
+    case TimeHold::InDoubt:
+      return tr("Vantor has not confirmed this entry. You are asked about it before the next sending.");
+    case TimeHold::Halted:
+      return tr("It has still to be said how long this entry is.");
+    case TimeHold::None:
+      break;
+  }
+  return {};
+}
 
 QString whyNot(Correction correction, const LogController& log) {
   const Entries entries = selectedIn(log);

@@ -1,6 +1,5 @@
 #include "ui_core/Moments.h"
 
-#include <QLocale>
 #include <QRegularExpression>
 #include <optional>
 
@@ -63,8 +62,8 @@ QString momentText(Instant instant, QDate day, const Calendar& calendar) {
   return local.date() == day ? time : local.toString(QStringLiteral("ddd d MMM, ")) + time;
 }
 
-QString clockText(Instant instant, const Calendar& calendar) {
-  return calendar.local(instant).toString(QStringLiteral("HH:mm"));
+QString clockText(Instant instant, const Calendar& calendar, const QLocale& locale) {
+  return locale.toString(calendar.local(instant).time(), QLocale::ShortFormat);
 }
 
 }  // namespace pendra

@@ -9,6 +9,7 @@
 #include "platform/Preferences.h"
 #include "platform/Text.h"
 #include "store/Predicate.h"
+#include "ui_core/CellCorrections.h"
 #include "ui_core/ChangedObjects.h"
 
 namespace pendra {
@@ -62,6 +63,7 @@ LogController::LogController(Session& session, TimerState& window, const QLocale
       documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
   for (const QString& title : logRangeTitles()) rangePopup.addItem(title);
   rangePopup.selectItemAtIndex(static_cast<int>(LogRange::AnyTime));
+  rows_.setEditRules(logEditRules(*this, locale));
   followDocument();
 }
 

@@ -9,6 +9,8 @@
 #include "model/Queries.h"
 #include "platform/DateTexts.h"
 #include "ui_core/AwayNotice.h"
+#include "ui_core/CellCorrections.h"
+#include "ui_core/Moments.h"
 
 namespace pendra {
 
@@ -46,13 +48,9 @@ QString dayText(QDate day, const QLocale& locale) {
          locale.toString(day, QLocale::ShortFormat);
 }
 
-QString momentText(const QDateTime& local, const QLocale& locale) {
-  return locale.toString(local.time(), QLocale::ShortFormat);
-}
-
 /// The desktop's own short form of date and time, after the day of the week.
 QString dateText(const QDateTime& local, const QLocale& locale) {
-  return dayText(local.date(), locale) + u", " + momentText(local, locale);
+  return dayText(local.date(), locale) + u", " + locale.toString(local.time(), QLocale::ShortFormat);
 }
 
 QString submittedText(const LogRow& row, const Calendar& calendar) {
@@ -92,7 +90,7 @@ QString pressText(const LogRow& row) {
 QString endText(const LogRow& row, const Calendar& calendar, const QLocale& locale) {
   if (isRunning(row)) return tr("now");
   const auto end = row.end();
-  return end ? momentText(calendar.local(*end), locale) : QString();
+  return end ? clockText(*end, calendar, locale) : QString();
 }
 
 Column<LogRow> stateColumn() {
@@ -107,6 +105,11 @@ Column<LogRow> editColumn() {
   edit.accessibleName = tr("Edit");
   edit.sortable = false;
   return {.head = std::move(edit), .text = [](const LogRow&) { return tr("Edit"); }};
+}
+
+template <LogCell Cell>
+bool canType(const LogRow& row) {
+  return row.entry && whyNotTyped(*row.entry, Cell).isEmpty();
 }
 
 quint64 identityOf(const LogRow& row) { return row.entry ? static_cast<quint64>(row.entry->objectID()) : 0; }
@@ -153,6 +156,7 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale,
        .text = [](const LogRow& row) { return row.service(); }},
       {.head = canHide(head(QStringLiteral("notes"), tr("Notes"), CellKind::Secondary, 5)),
        .text = [](const LogRow& row) { return row.notes(); },
+       .editable = canType<LogCell::Notes>,
        .remark = remarkOf},
       editColumn(),
       {.head =
@@ -168,15 +172,18 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale,
            fixed(atTheRight(head(QStringLiteral("start"), tr("Start"), CellKind::Moment, 0)), moments)),
        .text =
            [&calendar, locale](const LogRow& row) {
-             return row.start ? momentText(calendar.local(*row.start), locale) : QString();
+             return row.start ? clockText(*row.start, calendar, locale) : QString();
            },
-       .time = startOf},
+       .time = startOf,
+       .editable = canType<LogCell::Start>},
       {.head = canHide(fixed(atTheRight(head(QStringLiteral("end"), tr("End"), CellKind::OpenMoment, 0)),
                              moments + QStringList(tr("now")))),
        .text = [&calendar, locale](const LogRow& row) { return endText(row, calendar, locale); },
-       .time = [](const LogRow& row) { return row.end(); }},
+       .time = [](const LogRow& row) { return row.end(); },
+       .editable = canType<LogCell::End>},
       {.head = head(QStringLiteral("duration"), tr("Duration"), CellKind::Time, 0),
-       .text = [](const LogRow& row) { return durationText(row.duration); }},
+       .text = [](const LogRow& row) { return durationText(row.duration); },
+       .editable = canType<LogCell::Duration>},
       {.head = atTheRight(fixed(head(QStringLiteral("submitted"), tr("Submitted"), CellKind::Secondary, 0),
                                 {QStringLiteral("00/00/00")})),
        .text = [&calendar](const LogRow& row) { return submittedText(row, calendar); }},

@@ -1,5 +1,7 @@
 #include "ui_core/TableModel.h"
 
+#include "ui_core/CellReading.h"
+
 #include <QCoreApplication>
 #include <QHash>
 #include <QSet>
@@ -88,7 +90,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
       if (edits_.textForEditing) return edits_.textForEditing(its.identifier, index.row());
       [[fallthrough]];
     case Qt::DisplayRole:
-      return text(index.row(), index.column());
+      return shownText(index);
     case Qt::TextAlignmentRole:
       return flagsOf(its.alignment);
     case Qt::CheckStateRole:
@@ -111,6 +113,8 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
       return remark(index.row(), index.column());
     case kGroupRole:
       return static_cast<int>(groupPlace(index.row()));
+    case kFollowsRole:
+      return follows(index);
     case kIdentityRole:
       return identity(index.row());
     default:
@@ -118,11 +122,42 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
   }
 }
 
+bool TableModel::follows(const QModelIndex& index) const {
+  return following_.identity != 0 && head(index.column()).identifier == following_.column &&
+         identity(index.row()) == following_.identity;
+}
+
+QString TableModel::shownText(const QModelIndex& index) const {
+  return follows(index) ? following_.text : text(index.row(), index.column());
+}
+
+void TableModel::setFollowing(Following following) {
+  if (following.column.isEmpty()) following = {};
+  if (following == following_) return;
+  RowRanges changed;
+  const auto rowBefore = rowWith(following_.identity);
+  const auto row = rowWith(following.identity);
+  following_ = std::move(following);
+  if (rowBefore) changed.add(*rowBefore);
+  if (row && row != rowBefore) changed.add(*row);
+  tellChanged(changed);
+}
+
+QString TableModel::whyNot(const QModelIndex& index) const {
+  const bool asks = edits_.whyNot && index.isValid();
+  return asks ? edits_.whyNot(head(index.column()).identifier, index.row()) : QString();
+}
+
+CellReading TableModel::read(const QString& text, const QModelIndex& index) const {
+  if (!edits_.read || !index.isValid()) return {};
+  return edits_.read(text, head(index.column()).identifier, index.row());
+}
+
 /// A cell that acts is called by what a press on it does.
 QString TableModel::accessibleText(const QModelIndex& index) const {
   const ColumnHead& its = head(index.column());
   if (its.kind == CellKind::StartStop) return isRunning(index.row()) ? spoken("Stop") : spoken("Start");
-  QString shown = text(index.row(), index.column());
+  QString shown = shownText(index);
   if (const QString remark = this->remark(index.row(), index.column()); !remark.isEmpty()) {
     return shown.isEmpty() ? remark : remark + u' ' + shown;
   }

@@ -33,6 +33,7 @@ class LogPaneView final : public QWidget {
   void editTimeEntry();
 
  private:
+  void tell(const QString& sentence);
   void showEmptiness();
   void pressCell(int row, const QString& identifier);
 

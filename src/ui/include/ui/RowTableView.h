@@ -14,6 +14,7 @@ class QMenu;
 
 namespace pendra {
 
+class CellEditor;
 class ColumnWidths;
 class EmptyState;
 class ScrollAnchor;
@@ -23,6 +24,8 @@ class ScrollAnchor;
 class RowTableView : public QTableView {
   Q_OBJECT
  public:
+  using QTableView::edit;
+
   explicit RowTableView(QWidget* parent = nullptr);
   ~RowTableView() override;
   /// Shows the table and its selection, which outlive the view or are dropped before they go.
@@ -63,6 +66,8 @@ class RowTableView : public QTableView {
   void editCell(const QString& identifier, int row);
   /// Takes over what is being typed into a cell, and closes its editor.
   void commitEditing();
+  /// The same, where what is typed may be refused: false, and the keyboard is in the cell.
+  [[nodiscard]] bool finishEditing();
   /// What a press on the cell does; the way in for the keyboard and for assistive technology.
   void pressCell(const QModelIndex& index);
   /// Scrolls to the row that is selected, or to the first.
@@ -92,10 +97,17 @@ class RowTableView : public QTableView {
   void rowMenuWanted(const QPoint& at);
   /// Space was pressed where no cell acts on it.
   void spacePressed();
+  /// Why a cell was not opened.
+  void editRefused(const QString& why);
+  /// Something was typed and could be neither stored nor kept.
+  void typingLost(const QString& text);
   void emptyButtonClicked();
   void emptyHelpClicked();
 
  protected:
+  bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+  void commitData(QWidget* editor) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void keyboardSearch(const QString& letters) override;
   bool viewportEvent(QEvent* event) override;
@@ -112,6 +124,17 @@ class RowTableView : public QTableView {
   void changeEvent(QEvent* event) override;
 
  private:
+  void takeUp(CellEditor& editor, const QModelIndex& index);
+  [[nodiscard]] QModelIndex typedIndex() const;
+  void storeCell();
+  void closeCell();
+  void letGo();
+  void keepTyping();
+  void typeOn();
+  void tellTyping(int firstChanged, int lastChanged);
+  void editNextCell(bool forward);
+  [[nodiscard]] bool editFirstCell();
+  [[nodiscard]] bool leaveCellFor(const QMouseEvent& event);
   void makeHeads();
   void clickHead(int section);
   void connectTable();
@@ -141,6 +164,19 @@ class RowTableView : public QTableView {
     QRect cell;  ///< where it stood; empty when none is held
   };
   Pressed pressed_;
+  /// The cell that is being typed over, or was last.
+  struct Typing {
+    QPointer<CellEditor> editor{};
+    quint64 identity = 0;
+    QString column{};
+    struct Kept {
+      QString before;
+      QString typed;
+      bool isTyped;
+    };
+    std::optional<Kept> kept{};  ///< while the rows are being set anew
+  };
+  Typing typing_;
   int hovered_ = -1;
   QString spaceColumn_;
   bool reportsTyping_ = false;

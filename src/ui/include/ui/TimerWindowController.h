@@ -40,6 +40,8 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   void editActivity();
   void editSelected();
   void editTimeEntry();
+  /// Stores what is being typed into the log; false when that is refused, and the keyboard is there.
+  [[nodiscard]] bool finishEditing();
   /// Asks where the selected entry is cut.
   void splitEntry();
   void deleteActivity();

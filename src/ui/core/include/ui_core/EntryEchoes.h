@@ -17,6 +17,7 @@ struct Echo {
     Warning,      ///< with its sign
     Advice,       ///< what a warning adds
     Running,      ///< with the sign of what runs
+    Result,       ///< what will be stored, where that stands first
   };
 
   QString text{};  ///< empty where there is nothing to say

@@ -2,7 +2,7 @@
 // What can be done to the entries that are selected in the log, besides sending and deleting them. Each is
 // one edit. What cannot be done now has a reason, which whoever offers it shows.
 
-#include "model/TimeEntry.h"
+#include "model/CutAndJoin.h"
 #include "ui_core/EntryEchoes.h"
 
 namespace pendra {
@@ -13,6 +13,9 @@ enum class Correction { Split, Duplicate, Merge, StartAgain };
 
 /// Why it cannot be done to the selected entries, as a sentence; empty when it can.
 [[nodiscard]] QString whyNot(Correction correction, const LogController& log);
+
+/// Why the time of an entry is not to be touched, as a sentence.
+[[nodiscard]] QString whyHeld(TimeHold hold);
 
 /// A copy of each selected entry, not sent, of the same time; of a running one, as long as it is by now. The
 /// copies are selected. Answers what is to be said: over what they lie.

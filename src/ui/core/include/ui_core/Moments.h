@@ -2,6 +2,7 @@
 // A time of day that somebody types means an instant only beside a day, and in the night in which the clocks
 // are set back even two of them.
 
+#include <QLocale>
 #include <QString>
 #include <vector>
 
@@ -17,7 +18,7 @@ namespace pendra {
 
 /// "14:30", with seconds where there are any; with its day unless that is `day`.
 [[nodiscard]] QString momentText(Instant instant, QDate day, const Calendar& calendar);
-/// "14:30", without regard to seconds and day.
-[[nodiscard]] QString clockText(Instant instant, const Calendar& calendar);
+/// The desktop's own short form of a time of day.
+[[nodiscard]] QString clockText(Instant instant, const Calendar& calendar, const QLocale& locale);
 
 }  // namespace pendra

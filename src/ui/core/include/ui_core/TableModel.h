@@ -15,6 +15,8 @@
 
 namespace pendra {
 
+struct CellReading;
+
 /// Where a cell's content and its head stand.
 enum class Alignment { Left, Center, Right };
 
@@ -112,7 +114,8 @@ class TableModel : public QAbstractTableModel {
     kWarningRole,
     kSignRole,
     kRemarkRole,
-    kGroupRole
+    kGroupRole,
+    kFollowsRole  ///< whether the cell shows what it will hold
   };
 
   /// What the owner of the rows says about typing over a cell. Any part may be left out.
@@ -123,9 +126,26 @@ class TableModel : public QAbstractTableModel {
     std::function<QString(const QString& identifier, int row)> textForEditing{};
     /// Takes the text that was typed.
     std::function<void(const QString& value, const QString& identifier, int row)> setValue{};
+    /// Why a cell that could be typed over cannot be at this moment, as a sentence.
+    std::function<QString(const QString& identifier, int row)> whyNot{};
+    /// Says while a text is typed what storing it will do.
+    std::function<CellReading(const QString& text, const QString& identifier, int row)> read{};
   };
   void setEditRules(EditRules rules) { edits_ = std::move(rules); }
   [[nodiscard]] bool shouldEdit(const QModelIndex& index) const;
+  [[nodiscard]] QString whyNot(const QModelIndex& index) const;
+  /// Whether there is something to say while a text is typed, and what.
+  [[nodiscard]] bool readsTyping() const { return edits_.read != nullptr; }
+  [[nodiscard]] CellReading read(const QString& text, const QModelIndex& index) const;
+
+  /// A cell that shows what it will hold once another cell of its row has been stored.
+  struct Following {
+    quint64 identity = 0;  ///< of the row; 0: there is no such cell
+    QString column{};
+    QString text{};
+    friend bool operator==(const Following&, const Following&) = default;
+  };
+  void setFollowing(Following following);
 
   [[nodiscard]] virtual const ColumnHead& head(int column) const = 0;
   [[nodiscard]] virtual QString text(int row, int column) const = 0;
@@ -175,8 +195,11 @@ class TableModel : public QAbstractTableModel {
 
  private:
   [[nodiscard]] QString accessibleText(const QModelIndex& index) const;
+  [[nodiscard]] bool follows(const QModelIndex& index) const;
+  [[nodiscard]] QString shownText(const QModelIndex& index) const;
 
   EditRules edits_;
+  Following following_;
   QSet<QString> hidden_;
   SearchText search_;
 };

@@ -1,0 +1,75 @@
+"""An hour that was noted wrongly is corrected in the log by keyboard: typed over, split, merged, and all taken back."""
+from desktop import expect, run, wait_for
+
+ENTRIES = "SELECT id, start, duration, notes, running, dateSubmitted FROM TimePeriod ORDER BY id"
+LATEST = "SELECT id, duration FROM TimePeriod ORDER BY start DESC LIMIT 1"
+
+
+def says(app, field, words):
+    wait_for(f"{field!r} saying {words!r}", lambda: words in (app.find(field, "text").get_description() or ""))
+
+
+def go_to_log(app):
+    """By Tab, however many fields come first."""
+    from gi.repository import Atspi
+
+    def is_there():
+        return app.find("Time log", "table").get_state_set().contains(Atspi.StateType.FOCUSED)
+
+    for _ in range(30):
+        if is_there():
+            return
+        app.keys("Tab")
+    expect("Tab leads to the log", is_there())
+
+
+def correct_in_place(app, desktop, document):
+    go_to_log(app)
+    app.keys("Down", "F2")
+    app.find("Notes", "text")
+    app.keys("Tab")
+    app.find("Start", "text")
+    app.keys("Tab", "Tab")
+    app.find("Duration", "text")
+    app.type("soon")
+    says(app, "Duration", "A length is typed as 1:30, 1h30 or 90m.")
+    app.keys("Return")
+    says(app, "Duration", "Esc leaves it as it was.")
+    app.keys("ctrl+a")
+    app.type("1h30")
+    says(app, "Duration", "Stored as 01:30:00, was ")
+    app.keys("Return")
+    return wait_for("the length in the file", lambda: [
+        row for row in desktop.rows(document, ENTRIES) if row[2] == 5400])
+
+
+def split_and_merge(app, desktop, document, count):
+    app.choose("Split at…", "Work")
+    app.window("Split Entry")
+    says(app, "Time", "00:45:00 until ")
+    app.keys("Return")
+    wait_for("two entries of three quarters of an hour", lambda: [
+        row[2] for row in desktop.rows(document, ENTRIES)].count(2700) == 2)
+    wait_for("the timer window in front", app.listens)
+    app.keys("shift+Up")  # the later part stands above
+    app.choose("Merge", "Work")
+    wait_for("one entry again", lambda: len(desktop.rows(document, ENTRIES)) == count)
+    app.find("2 entries are one of 01:30:00 now.", seconds=5)
+
+
+def test(desktop):
+    document = desktop.sample("Work", "--activities", "3", "--entries", "9", "--standalone")
+    before = desktop.rows(document, ENTRIES)
+    app = desktop.start(str(document))
+    app.window("Work")
+    app.focus_window("Work")
+    corrected = correct_in_place(app, desktop, document)
+    expect("one entry was corrected, the latest", [row[0] for row in corrected] == [desktop.rows(document, LATEST)[0][0]])
+    split_and_merge(app, desktop, document, len(before))
+    expect("its length is what it was", desktop.rows(document, LATEST)[0][1] == 5400)
+    go_to_log(app)
+    app.keys("ctrl+z", "ctrl+z", "ctrl+z")
+    wait_for("the document as it was", lambda: desktop.rows(document, ENTRIES) == before)
+
+
+run(test)

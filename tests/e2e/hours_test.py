@@ -1,0 +1,83 @@
+"""A person who bills: last week's unsent hours of one customer, one of them corrected, all of it on a page for them.
+By keyboard, as seen by assistive technology; what the page says is what the file holds."""
+import datetime
+import sqlite3
+import subprocess
+import time
+
+from desktop import expect, run, wait_for
+
+
+def as_text(seconds):
+    return f"{int(seconds) // 3600:02}:{int(seconds) // 60 % 60:02}:{int(seconds) % 60:02}"
+
+
+def last_week():
+    """Its first instant and the one after it, as a document counts them."""
+    monday = datetime.date.today() - datetime.timedelta(days=datetime.date.today().weekday() + 7)
+    midnights = [datetime.datetime.combine(monday + datetime.timedelta(days=days), datetime.time()) for days in (0, 7)]
+    return [midnight.timestamp() - 978307200 for midnight in midnights]
+
+
+def focus(node):
+    from gi.repository import Atspi
+    Atspi.Component.grab_focus(node)
+
+
+def choose(app, pop_up, item, within):
+    """Moves down through a pop-up until it says what is wanted."""
+    def says():
+        return app.ask(app.find(pop_up, "combo box", within), "description")
+    node = app.find(pop_up, "combo box", within)
+    items = [app.ask(child, "name") for child in app.walk(node) if app.ask(child, "role_name") == "list item"]
+    focus(node)
+    app.keys("Home", *["Down"] * items.index(item))
+    wait_for(f"{pop_up} says {item}", lambda: says() == item)
+
+
+def cells(app, table, column):
+    """What a table's column reads, row by row."""
+    from gi.repository import Atspi
+    node = app.find(table, "table")
+    heads = [Atspi.Table.get_column_description(node, at) for at in range(Atspi.Table.get_n_columns(node))]
+    return [Atspi.Table.get_accessible_at(node, row, heads.index(column)).get_name()
+            for row in range(Atspi.Table.get_n_rows(node))]
+
+
+def test(desktop):
+    import os
+    os.environ["TZ"] = desktop.environment["TZ"]
+    time.tzset()
+    document = desktop.sample("Work", "--customers", "3", "--activities", "4", "--entries", "120",
+                              "--today", datetime.date.today().isoformat())
+    with sqlite3.connect(document) as database:
+        database.execute("UPDATE TimePeriod SET dateSubmitted = NULL WHERE id % 3")
+    begin, end = last_week()
+    here = ("FROM TimePeriod t JOIN Activity a ON a.id = t.activity JOIN Customer c ON c.id = a.customer "
+            f"WHERE t.start >= {begin} AND t.start < {end}")
+    customer, = desktop.rows(
+        document, f"SELECT c.name {here} AND t.dateSubmitted IS NULL GROUP BY c.name ORDER BY count(*) DESC")[0]
+
+    def lengths(condition):
+        return [length for length, in desktop.rows(
+            document, f"SELECT t.duration {here} AND c.name = '{customer}' AND {condition} ORDER BY t.start DESC")]
+
+    def unsent():
+        return lengths("t.dateSubmitted IS NULL")
+
+    app = desktop.start(str(document))
+    window = app.window("Work")
+    app.focus_window("Work")
+    choose(app, "Range", "Last Week", window)
+    choose(app, "Customer filter", customer, window)
+    focus(app.find("Hide sent", "check box"))
+    app.keys("space")
+    wait_for("what is listed is what is not sent", lambda: cells(app, "Time log", "Duration") ==
+             [as_text(length) for length in unsent()])
+
+    focus(app.find("Time log", "table"))
+    app.keys("Home", "Down", "Home", "Right", "Right", "Right", "Right", "F2")
+    print(app.names(window))
+
+
+run(test)
