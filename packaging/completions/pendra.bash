@@ -31,12 +31,12 @@ _pendra() {
       return
       ;;
   esac
-  local options='--appearance --new --tour --version --help' commands='status log report start stop add export backup'
+  local options='--appearance --in-panel --new --tour --version --help' commands='status log report start stop add export backup send'
   case ${COMP_WORDS[1]} in
     log) options='--json --document --from --to --customer --unsent' ;;
     report) options='--json --document --from --to --by' ;;
     add) options='--json --document --create' ;;
-    status | start | stop | export | backup) options='--json --document' ;;
+    status | start | stop | export | backup | send) options='--json --document' ;;
   esac
   if [[ $current == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
@@ -44,7 +44,7 @@ _pendra() {
   fi
   if ((COMP_CWORD > 1)); then
     case ${COMP_WORDS[1]} in
-      status | log | report | start | stop | add) return ;;
+      status | log | report | start | stop | add | send) return ;;
     esac
     commands=
   fi

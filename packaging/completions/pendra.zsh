@@ -9,6 +9,7 @@ local -a commands=(
   'add:start or book what is written'
   'export:write every entry to a new file'
   'backup:copy the document to a new file'
+  'send:send to Vantor what is not sent'
 )
 local -a of_all=('--json[answer for other programs]' '--document[the document that is meant]:document:_files -g "*.pdr"')
 local -a of_days=('--from[from this day on]:day, as 2026-11-24:' '--to[to this day]:day, as 2026-11-24:')
@@ -27,6 +28,7 @@ fi
 
 _arguments \
   '--appearance[light or dark, whatever the desktop says]:appearance:(light dark)' \
+  '--in-panel[begin without a window where there is a panel]' \
   '(*)--new[make that document and open it]:document:_files' \
   '(- *)--tour[draw every window into a picture in that folder]:folder:_files -/' \
   '(- *)--version[print the version and end]' \

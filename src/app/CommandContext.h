@@ -10,6 +10,8 @@
 
 namespace pendra {
 
+class GlobalKey;
+
 /// What the rules of the commands look at, and what their deeds act on.
 struct CommandContext {
   Session& session;
@@ -17,6 +19,7 @@ struct CommandContext {
   LinkServices& link;
   UndoHistory& history;
   const std::function<void()>& terminate;
+  GlobalKey* key = nullptr;   ///< none where the desktop is not asked for one
   QWidget* sender = nullptr;  ///< the window whose menu or control asked; none for no window
 
   /// The windows that are open; none otherwise.

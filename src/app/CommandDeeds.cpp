@@ -5,11 +5,14 @@
 
 #include "document/DocumentClosing.h"
 #include "document/DocumentLoading.h"
+#include "platform/GlobalKey.h"
+#include "platform/Preferences.h"
 #include "platform/Resources.h"
 #include "ui/HelpPlace.h"
 #include "ui/LogPaneView.h"
 #include "ui/SearchField.h"
 #include "ui/TimerWindowController.h"
+#include "ui_core/PanelState.h"
 #include "ui_core/ShellCommands.h"
 
 namespace pendra {
@@ -67,6 +70,13 @@ void help(const CommandContext& at) {
   const QWidget* focus = QApplication::focusWidget();
   const bool isInside = at.sender && focus && at.sender->isAncestorOf(focus);
   showHelp(helpAnchorOf(isInside ? focus : at.sender), at.session.ports().workspace, resourceFolder());
+}
+
+bool offersKeys(const CommandContext& at) { return at.key && at.key->isOffered(); }
+
+void chooseKey(const CommandContext& at) {
+  at.session.ports().defaults.setBoolean(preferences::kGlobalKey, true);
+  at.key->choose(whatTheKeyDoes());
 }
 
 void sendAllTime(const CommandContext& at) {

@@ -17,6 +17,9 @@ void closeWindow(const CommandContext& at);
 /// Not while something is asked.
 void quickEntry(const CommandContext& at);
 void help(const CommandContext& at);
+/// Whether the desktop has keys that act from everywhere, and has it ask for Pendra's.
+[[nodiscard]] bool offersKeys(const CommandContext& at);
+void chooseKey(const CommandContext& at);
 void sendAllTime(const CommandContext& at);
 void sendSelectedTime(const CommandContext& at);
 /// Hands an edit command to the field that has the keyboard focus.

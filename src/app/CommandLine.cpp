@@ -9,7 +9,7 @@
 namespace pendra {
 
 const char* const kUsage =
-    "Usage: pendra [--appearance light|dark] [FILE]\n"
+    "Usage: pendra [--appearance light|dark] [--in-panel] [FILE]\n"
     "       pendra --new FILE\n"
     "       pendra --tour DIR\n"
     "       pendra COMMAND [--json] [--document FILE]\n"
@@ -17,7 +17,8 @@ const char* const kUsage =
     "  FILE                  a document (.pdr) or a backup (.pdrbackup) to open\n"
     "  --new FILE            make that document and open it\n"
     "  --appearance A        light or dark, whatever the desktop says\n"
-    "  --tour DIR            draw every window into a picture in that folder; needs no display\n"
+    "  --in-panel            begin without a window where the desktop has a panel\n"
+    "  --tour DIR            draw every window, and a day, into pictures in that folder; needs no display\n"
     "  --version, --help     print and end\n"
     "  --                    what follows is a FILE, whatever it begins with\n\n"
     "Commands, for the document that was open last or the one that --document names:\n\n"
@@ -29,6 +30,7 @@ const char* const kUsage =
     "  add TEXT              what the quick entry does with it: \"Acme: Design - sketches 90m\"; --create\n"
     "  export FILE           write every entry to a new file\n"
     "  backup FILE           copy the document to a new file\n"
+    "  send                  send to Vantor what is not sent; nothing where something would be asked\n"
     "  --json                answer for other programs\n";
 
 namespace {
@@ -39,10 +41,11 @@ struct Options {
   QCommandLineOption appearance{QStringLiteral("appearance"), {}, QStringLiteral("A")};
   QCommandLineOption newFile{QStringLiteral("new"), {}, QStringLiteral("FILE")};
   QCommandLineOption tour{QStringLiteral("tour"), {}, QStringLiteral("DIR")};
+  QCommandLineOption inPanel{QStringLiteral("in-panel")};
 
   void addTo(QCommandLineParser& parser) const {
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    parser.addOptions({help, version, appearance, newFile, tour});
+    parser.addOptions({help, version, appearance, newFile, tour, inPanel});
     // The toolkit's own, one of which a session manager gives when it starts the program again.
     for (const char* name : {"session", "platform", "style", "display", "geometry", "qwindowgeometry"}) {
       parser.addOption({QString::fromLatin1(name), {}, QStringLiteral("VALUE")});
@@ -126,6 +129,7 @@ Result<CommandLine> readCommandLine(std::span<const char* const> arguments) {
     line.tourFolder = parser.value(options.tour);
   }
   line.isNewFile = parser.isSet(options.newFile);
+  line.isInPanel = parser.isSet(options.inPanel);
   const QStringList files = parser.values(options.newFile) + parser.positionalArguments();
   if (files.size() > 1) return wrongUsage(QStringLiteral("one document at a time"));
   return checkFile(line, files.value(0));

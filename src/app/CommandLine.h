@@ -20,6 +20,7 @@ inline constexpr int kNothing = 1;     ///< nothing matched, or there was nothin
 inline constexpr int kWrongUsage = 2;  ///< also without a display
 inline constexpr int kSeveral = 3;     ///< more than one activity matched
 inline constexpr int kNoDocument = 4;  ///< the document cannot be used
+inline constexpr int kNoVantor = 5;    ///< Vantor cannot be used
 }  // namespace status
 
 /// What a start of the program was asked for.
@@ -30,6 +31,7 @@ struct CommandLine {
   std::optional<Appearance> appearance{};
   QString file{};          ///< absolute; empty: the document that was open last
   bool isNewFile = false;  ///< the file is to be made
+  bool isInPanel = false;  ///< it begins without a window where a panel shows it
   QString tourFolder{};
   Order order{};  ///< what to obey
 };

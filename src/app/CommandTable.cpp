@@ -119,6 +119,8 @@ constexpr CommandRow kActivity[] = {
      inTimerWindow<&TimerWindowController::editActivity>},
     {Command::ToggleTimer, "Start or Stop Timer", 0, "Ctrl+T", true, withTimerWindow,
      inTimerState<&TimerState::toggleTimer>},
+    {Command::ChooseKey, "Start and Stop by a Key…", 0, "", false, always, deeds::chooseKey,
+     deeds::offersKeys},
     {Command::MarkComplete, "Mark Complete", 0, "Ctrl+M", false, withActivity,
      inTimerState<&TimerState::markSelectedCompleted>},
     {Command::Favourite, "Favourite", 0, "", false, withActivity, inTimerState<&TimerState::toggleFavourite>},

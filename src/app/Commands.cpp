@@ -5,6 +5,7 @@
 #include "CommandDeeds.h"
 #include "CommandTable.h"
 #include "document/DocumentLoading.h"
+#include "platform/GlobalKey.h"
 #include "platform/Text.h"
 #include "ui/FieldUndo.h"
 #include "ui/TimerWindowController.h"
@@ -29,12 +30,13 @@ QString titleOfStep(UndoWay way, const QString& step) {
 }  // namespace
 
 Commands::Commands(Session& session, WindowRegistry& windows, LinkServices& link, UndoHistory& history,
-                   std::function<void()> terminate)
+                   std::function<void()> terminate, GlobalKey* key)
     : terminate_(std::move(terminate)),
-      context_{session, windows, link, history, terminate_},
+      context_{session, windows, link, history, terminate_, key},
       documents_(session) {
-  for (Notifier* news : {&session.documentChanges(), &session.standaloneChanges(), &history.changes()}) {
-    observations_.push_back(news->observe([this] { menuChanges_.changed(); }));
+  for (Notifier* news : {&session.documentChanges(), &session.standaloneChanges(), &history.changes(),
+                         key ? &key->changes() : nullptr}) {
+    if (news) observations_.push_back(news->observe([this] { menuChanges_.changed(); }));
   }
 }
 

@@ -11,7 +11,7 @@ class Commands final : public CommandTarget {
  public:
   /// All must outlive it. `terminate` asks for the end of the program.
   Commands(Session& session, WindowRegistry& windows, LinkServices& link, UndoHistory& history,
-           std::function<void()> terminate);
+           std::function<void()> terminate, GlobalKey* key = nullptr);
 
   [[nodiscard]] std::span<const Menu> menus() const override;
   void perform(Command command, QWidget* sender) override;

@@ -11,6 +11,8 @@
 #include "document/Saving.h"
 #include "document/SavingElsewhere.h"
 #include "model/Model.h"
+#include "orders/SendAll.h"
+#include "platform/Preferences.h"
 #include "platform/Resources.h"
 #include "ui/IntroSheet.h"
 #include "ui/LogPaneView.h"
@@ -24,6 +26,12 @@ namespace {
 constexpr std::chrono::milliseconds kBetweenLooks{200};
 /// How long a question is waited for when the program was told to end.
 constexpr std::chrono::seconds kUntilUnanswered{3};
+
+/// A window that was hidden as soon as it came may be taken for the active one still.
+bool isInFront() {
+  const QWidget* window = QApplication::activeWindow();
+  return window && window->isVisible();
+}
 
 }  // namespace
 
@@ -39,7 +47,8 @@ Program::Program(Environment& environment)
       link_(session_),
       history_(session_),
       launch_(session_),
-      commands_(session_, windows_, link_, history_, [this] { terminate(); }),
+      commands_(
+          session_, windows_, link_, history_, [this] { terminate(); }, environment_.key.get()),
       awayNotice_(session_, [this] { windows_.show(WindowKind::TimeAway); }),
       signals_([this] { askedToEnd(); }) {
   session_.requireEdits();
@@ -56,19 +65,57 @@ Program::Program(Environment& environment)
   unanswered_.setInterval(kUntilUnanswered);
   QObject::connect(&unanswered_, &QTimer::timeout, &unanswered_, [this] { endUnasked(); });
   windows_.connectTo(session_, commands_, link_, [this] { terminate(); });
+  appearOnDesktop();
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
                    [this](QSessionManager& manager) { endOfSession(manager); });
 }
 
+/// What the desktop shows of the program outside of its windows.
+void Program::appearOnDesktop() {
+  if (environment_.panel) {
+    inPanel_.emplace(session_, *environment_.panel, windows_, commands_, [this] { return busyWith(); });
+  }
+  followKey();
+  if (!environment_.notes) return;
+  askedOutside_.emplace(session_, *environment_.notes,
+                        AskedOutside::World{.isSeen = [] { return isInFront(); },
+                                            .open = [this] { windows_.bringToFront(); },
+                                            .busyWith = [this] { return busyWith(); }});
+  QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &waiting_,
+                   [this](Qt::ApplicationState state) {
+                     if (askedOutside_ && state == Qt::ApplicationActive) askedOutside_->seen();
+                   });
+}
+
+/// One that was chosen before is taken up again as soon as the desktop offers any.
+void Program::followKey() {
+  GlobalKey* key = environment_.key.get();
+  if (!key || !inPanel_) return;
+  keys_.push_back(key->presses().observe([this] { inPanel_->startOrStop(); }));
+  const auto takeUp = [this, key] {
+    if (key->isOffered() && environment_.defaults.boolean(preferences::kGlobalKey))
+      key->choose(whatTheKeyDoes());
+  };
+  keys_.push_back(key->changes().observe(takeUp));
+  takeUp();
+}
+
 Program::~Program() {
+  keys_.clear();
+  inPanel_.reset();
+  askedOutside_.reset();
   windows_.closeAll();
   environment_.alerts.setTimerWindow({});
 }
 
 void Program::launch(const QString& file) { launch_.launch(file); }
 
+void Program::goIntoPanel() {
+  if (environment_.panel && environment_.panel->isThere()) windows_.hideTimerWindow();
+}
+
 void Program::openFromOutside(const QString& path) {
-  bringToFront();
+  windows_.bringToFront();
   if (!path.isEmpty()) whenNothingIsAsked([this, path] { commands_.openRecent(path); });
 }
 
@@ -106,6 +153,13 @@ QString Program::busyWith() const {
   return isAsking() ? tr("a question waits in Pendra's window") : QString();
 }
 
+Result<QVariantMap> Program::sendAll() {
+  return orders::sendAll({session_, environment_.unasked, link_.checks, link_.lists, [this] {
+                            if (TimerWindowController* timer = windows_.timerWindow())
+                              timer->state().log().reloadData();
+                          }});
+}
+
 void Program::whenNothingIsAsked(std::function<void()> request) {
   if (!isAsking()) return request();
   waits_.push_back(std::move(request));
@@ -116,15 +170,6 @@ void Program::performWhatWaits() {
   if (isAsking()) return;
   waiting_.stop();
   for (auto& request : std::exchange(waits_, {})) whenNothingIsAsked(std::move(request));
-}
-
-void Program::bringToFront() {
-  if (!isAsking()) ensureAWindow(session_);
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (!window->isVisible() || !window->isWindow()) continue;
-    window->raise();
-    window->activateWindow();
-  }
 }
 
 void Program::terminate() {

@@ -3,17 +3,20 @@
 // document: those operations are functions over the session.
 
 #include <QTimer>
+#include <QVariantMap>
 #include <functional>
 #include <memory>
 #include <vector>
 
 #include "Commands.h"
 #include "Environment.h"
+#include "InPanel.h"
 #include "LinkServices.h"
 #include "SignalWatcher.h"
 #include "WindowRegistry.h"
 #include "document/AwayWatch.h"
 #include "document/Launch.h"
+#include "ui_core/AskedOutside.h"
 #include "ui_core/AwayNotice.h"
 #include "ui_core/UndoHistory.h"
 
@@ -35,6 +38,8 @@ class Program {
 
   /// Launches into the last document, or into `file` when one is given.
   void launch(const QString& file);
+  /// Hides the timer window where a panel shows the program; whoever started it did not ask for a window.
+  void goIntoPanel();
   /// A second start handed its file over; an empty path only brings the windows to the front.
   void openFromOutside(const QString& path);
 
@@ -48,6 +53,8 @@ class Program {
 
   /// Why nothing may be changed from outside at this moment; empty when it may.
   [[nodiscard]] QString busyWith() const;
+  /// Sends the open document's time without asking anything.
+  [[nodiscard]] Result<QVariantMap> sendAll();
 
   [[nodiscard]] Session& session() { return session_; }
   [[nodiscard]] CommandTarget& commands() { return commands_; }
@@ -55,7 +62,8 @@ class Program {
 
  private:
   void endOfSession(QSessionManager& manager);
-  void bringToFront();
+  void appearOnDesktop();
+  void followKey();
   [[nodiscard]] bool isAsking() const;
   /// Carries out what the world asks for, a signal or a second start, once the open question is answered.
   void whenNothingIsAsked(std::function<void()> request);
@@ -74,6 +82,9 @@ class Program {
   Commands commands_;
   AwayNotice awayNotice_;
   std::optional<AwayWatch> awayWatch_;
+  std::optional<InPanel> inPanel_;
+  std::optional<AskedOutside> askedOutside_;
+  std::vector<Notifier::Subscription> keys_;
   SignalWatcher signals_;
   std::vector<std::function<void()>> waits_;  ///< these requests, in the order in which they came
   QTimer waiting_;

@@ -6,12 +6,14 @@
 #include <QTimer>
 
 #include "LinkServices.h"
+#include "document/DocumentLoading.h"
 #include "document/Session.h"
 #include "platform/Resources.h"
 #include "ui/CommandTarget.h"
 #include "ui/CompletedWindow.h"
 #include "ui/FieldUndo.h"
 #include "ui/ListWindows.h"
+#include "ui/LogPaneView.h"
 #include "ui/ReportWindow.h"
 #include "ui/RestoreWindow.h"
 #include "ui/SetupController.h"
@@ -176,11 +178,36 @@ bool WindowRegistry::eventFilter(QObject* watched, QEvent* event) {
       static_cast<QWidget*>(watched)->isWindow()) {
     endWithoutWindows();
   }
+  if (event->type() == QEvent::Close && hideInstead(watched, *event)) return true;
   if (belongsToMenu(*event)) return true;
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
     return helpFor(watched);
   }
   return false;
+}
+
+bool WindowRegistry::isHidden() const { return open_->timer && !open_->timer->log().window()->isVisible(); }
+
+void WindowRegistry::hideTimerWindow() {
+  if (open_->timer) open_->timer->log().window()->hide();
+}
+
+bool WindowRegistry::hideInstead(QObject* watched, QEvent& closing) {
+  if (!open_->timer || watched != open_->timer->log().window() || !keeps_ || !keeps_()) return false;
+  closing.ignore();
+  hideTimerWindow();
+  return true;
+}
+
+void WindowRegistry::bringToFront() {
+  const bool asks = QApplication::activeModalWidget() != nullptr;
+  if (!asks) ensureAWindow(*session_);
+  if (!asks && isHidden()) show(WindowKind::Timer);
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (!window->isVisible() || window->windowType() == Qt::Popup) continue;
+    window->raise();
+    window->activateWindow();
+  }
 }
 
 /// F1 where no menu bar answers it: in a sheet, and on an item of an open menu.

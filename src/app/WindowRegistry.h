@@ -32,6 +32,15 @@ class WindowRegistry final : public QObject, public Windows {
   void close(WindowKind kind) override;
   [[nodiscard]] bool finishEditing() override;
 
+  /// Says whether the timer window hides when it is closed, with everything as it is.
+  void setKeeper(std::function<bool()> keeps) { keeps_ = std::move(keeps); }
+  /// Hides the timer window, with everything as it is.
+  void hideTimerWindow();
+  /// Whether the timer window stands there unseen.
+  [[nodiscard]] bool isHidden() const;
+  /// Shows what is open, and where to begin when nothing is; whatever asks stays in front.
+  void bringToFront();
+
   /// Lets every window go, while the session still stands.
   void closeAll();
   /// The windows that commands act on; none while they are not open.
@@ -54,6 +63,7 @@ class WindowRegistry final : public QObject, public Windows {
   [[nodiscard]] AppWindow* windowBeside(WindowKind kind) const;
   void endWithoutWindows();
   bool helpFor(QObject* watched);
+  bool hideInstead(QObject* watched, QEvent& closing);
   template <class Window, class Make>
   void open(std::unique_ptr<Window>& place, const Make& make);
   [[nodiscard]] WindowFrame frame() const;
@@ -62,6 +72,7 @@ class WindowRegistry final : public QObject, public Windows {
   CommandTarget* target_ = nullptr;
   LinkServices* link_ = nullptr;
   std::function<void()> terminate_;
+  std::function<bool()> keeps_;
   std::unique_ptr<Open> open_;
 };
 

@@ -6,6 +6,7 @@
 #include "analytics/Consent.h"
 #include "orders/Obeying.h"
 #include "orders/TimingInterface.h"
+#include "platform/DesktopLook.h"
 #include "platform/Identifiers.h"
 #include "platform/Log.h"
 #include "platform/SingleInstance.h"
@@ -83,10 +84,12 @@ int runProgram(const CommandLine& line) {
   const pendra::ZoneFollower zone(environment.calendar);
   pendra::Consent(environment.defaults).programStarted();
   pendra::Program program(environment);
-  pendra::TimingInterface timing(program.session(), [&program] { return program.busyWith(); });
+  pendra::TimingInterface timing(
+      program.session(), [&program] { return program.busyWith(); }, [&program] { return program.sendAll(); });
   instance.offer(timing);
   instance.setOpener([&program](const QString& path) { program.openFromOutside(path); });
   program.launch(line.file);
+  if (line.isInPanel) program.goIntoPanel();
   return QApplication::exec();
 }
 
@@ -124,5 +127,9 @@ int main(int argc, char** argv) {
     return pendra::drawTour(line.tourFolder) ? status::kDone : status::kFailed;
   }
   if (line.appearance) pendra::Theme::force(*line.appearance);
+  const auto look = pendra::PortalLook::ofUser();
+  const auto follow = [&look] { pendra::Theme::follow(look->look()); };
+  const auto following = look->changes().observe(follow);
+  follow();
   return runProgram(line);
 }

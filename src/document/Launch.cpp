@@ -13,13 +13,17 @@
 
 namespace pendra {
 
-void Launch::launch(const QString& file) {
-  session_.showIntroSheet = false;
+void mergeByDefault(UserDefaults& defaults) {
   // Kept: promised to those who send: a stored boolean is no data, so this is true after every launch.
-  UserDefaults& defaults = session_.ports().defaults;
   if (!defaults.dataForKey(preferences::kMergeSubmissions)) {
     defaults.setBoolean(preferences::kMergeSubmissions, true);
   }
+}
+
+void Launch::launch(const QString& file) {
+  session_.showIntroSheet = false;
+  UserDefaults& defaults = session_.ports().defaults;
+  mergeByDefault(defaults);
   session_.showIntroSheet = introductionIsDue();
   backups_.start();  // what the first document was before an upgrade is kept, too
   if (file.isEmpty()) {

@@ -14,6 +14,17 @@ void Notices::withdraw(const QString& key) {
   withdrawWhere([&](const Notice& one) { return one.key == key; });
 }
 
+void Notices::press(const QString& key, std::size_t action) {
+  const auto pressed =
+      std::find_if(standing_.begin(), standing_.end(), [&](const Notice& one) { return one.key == key; });
+  if (pressed == standing_.end() || action >= pressed->actions.size()) return;
+  const NoticeAction chosen = pressed->actions[action];  // the notice may go with what it does
+  const QString subject = pressed->key;
+  if (!chosen.isDone) withdraw(subject);
+  if (chosen.run) chosen.run();
+  if (chosen.isDone && chosen.isDone()) withdraw(subject);
+}
+
 void Notices::withdrawOfDocument() {
   withdrawWhere([](const Notice& one) { return one.ofDocument; });
 }

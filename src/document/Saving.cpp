@@ -100,7 +100,11 @@ void sayWhetherSaved(Session& session) {
     return session.notices().withdraw(kNoticeKey);
   }
   if (std::exchange(document->told.reason, failure->why.text) == failure->why.text) return;
-  post(session, kNoticeKey, notSavedText(*document, failure->why), waysToSave(session));
+  session.notices().post({.key = kNoticeKey,
+                          .text = notSavedText(*document, failure->why),
+                          .actions = waysToSave(session),
+                          .ofDocument = true,
+                          .asks = true});
 }
 
 void sayHowFileIsHeld(Session& session) {

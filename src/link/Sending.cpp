@@ -195,6 +195,13 @@ void Sending::tell(bool sentAll) {
       {.key = kNoticeKey, .text = formatted(u"%@; %@.", {count, why}), .actions = {}, .ofDocument = true});
 }
 
+QString lastSending(const Notices& notices) {
+  const auto& standing = notices.standing();
+  const auto said =
+      std::find_if(standing.begin(), standing.end(), [](const Notice& one) { return one.key == kNoticeKey; });
+  return said == standing.end() ? QString() : said->text;
+}
+
 void forgetLastSending(Notices& notices) { notices.withdraw(kNoticeKey); }
 
 }  // namespace pendra

@@ -14,7 +14,7 @@
 namespace pendra {
 
 namespace {
-constexpr int kSlideMs = 140;
+constexpr int kSlideMs = 120;
 constexpr int kBarHeight = 32;
 }  // namespace
 
@@ -43,7 +43,6 @@ NoticeLine::NoticeLine(Notices& notices, In where, QWidget* parent)
   dismiss_->setToolTip(tr("Dismiss"));
   connect(dismiss_, &QPushButton::clicked, this, &NoticeLine::dismiss);
   slide_ = new QPropertyAnimation(this, "maximumHeight", this);
-  slide_->setDuration(kSlideMs);
   connect(slide_, &QPropertyAnimation::finished, this, [this] { setMaximumHeight(QWIDGETSIZE_MAX); });
   colourButtons();
   hide();
@@ -118,6 +117,7 @@ void NoticeLine::slideIn() {
   show();
   if (!window()->isVisible()) return;
   slide_->stop();
+  slide_->setDuration(Theme::motion(kSlideMs));
   slide_->setStartValue(0);
   slide_->setEndValue(std::max(sizeHint().height(), heightForWidth(width())));
   slide_->start();
@@ -125,12 +125,7 @@ void NoticeLine::slideIn() {
 
 void NoticeLine::press(int action) {
   const auto standing = this->standing();
-  if (standing.empty() || static_cast<size_t>(action) >= standing[back_]->actions.size()) return;
-  const NoticeAction chosen = standing[back_]->actions[static_cast<size_t>(action)];
-  const QString key = standing[back_]->key;
-  if (!chosen.isDone) notices_.withdraw(key);
-  if (chosen.run) chosen.run();
-  if (chosen.isDone && chosen.isDone()) notices_.withdraw(key);
+  if (!standing.empty()) notices_.press(standing[back_]->key, static_cast<size_t>(action));
 }
 
 void NoticeLine::dismiss() { notices_.withdraw(QString(key_)); }

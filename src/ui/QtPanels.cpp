@@ -38,14 +38,19 @@ class SaveDialog final : public QFileDialog {
   void done(int result) override {
     if (result == Accepted) {
       const QStringList files = selectedFiles();
-      if (files.isEmpty()) return;
+      if (files.isEmpty()) return refuse();
       const QString path = withRequiredType(files.front(), type_);
-      if (replaces_ && path != unasked_ && !mayReplace(modals_, path)) return;
+      if (replaces_ && path != unasked_ && !mayReplace(modals_, path)) return refuse();
     }
     QFileDialog::done(result);
   }
 
  private:
+  /// It stays, to be answered otherwise; a panel of the desktop's own has gone by now.
+  void refuse() {
+    if (testAttribute(Qt::WA_DontShowOnScreen)) QFileDialog::done(Rejected);
+  }
+
   ModalDepth& modals_;
   QString type_;
   QString unasked_;

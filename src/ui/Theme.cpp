@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <cmath>
 
+#include "AdaptedColours.h"
 #include "PendraStyle.h"
 #include "ui/Symbols.h"
 
@@ -21,6 +22,18 @@ constexpr qreal kUnchosenPoints = 9;  // what Qt falls back to when no desktop s
 constexpr qreal kBodyPoints = 11;
 
 Appearance forced = Appearance::System;
+Wishes desktop;
+
+/// Both looks as they are worn.
+struct Worn {
+  Colours light = adapted(Theme::light(), desktop);
+  Colours dark = adapted(Theme::dark(), desktop);
+};
+
+Worn& worn() {
+  static Worn both;
+  return both;
+}
 
 /// The desktop's own font; where no desktop chose one, a face made for screens in a readable size.
 QFont desktopFont() {
@@ -64,9 +77,19 @@ void Theme::force(Appearance appearance) {
   QApplication::setPalette(QPalette());
 }
 
+void Theme::follow(const Wishes& look) {
+  desktop = look;
+  worn() = Worn();
+  QApplication::setPalette(QPalette());
+}
+
+int Theme::motion(int milliseconds) { return desktop.lessMotion ? 0 : milliseconds; }
+
 bool Theme::isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }
 
-const Colours& Theme::colours(const QPalette& palette) { return isDark(palette) ? dark() : light(); }
+const Colours& Theme::colours(const QPalette& palette) {
+  return isDark(palette) ? worn().dark : worn().light;
+}
 
 const Colours& Theme::light() {
   static const Colours colours{.window = 0xf7f7f8,
@@ -116,9 +139,10 @@ const Colours& Theme::dark() {
   return colours;
 }
 
-QPalette Theme::palette(const QPalette& desktop) {
-  const bool wantsDark = forced == Appearance::System ? isDark(desktop) : forced == Appearance::Dark;
-  const Colours& colours = wantsDark ? dark() : light();
+QPalette Theme::palette(const QPalette& ofDesktop) {
+  const bool wantsDark =
+      forced == Appearance::System ? desktop.isDark.value_or(isDark(ofDesktop)) : forced == Appearance::Dark;
+  const Colours& colours = wantsDark ? worn().dark : worn().light;
   QPalette result(colours.text, colours.base, mixed(colours.base, colours.line, 0.5), colours.line,
                   colours.quiet, colours.text, colours.text, colours.base, colours.window);
   result.setColor(QPalette::AlternateBase, colours.window);

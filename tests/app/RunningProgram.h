@@ -19,6 +19,7 @@
 #include "model/TimeEntry.h"
 #include "platform/Preferences.h"
 #include "support/ManualClock.h"
+#include "support/ScriptedPresence.h"
 #include "support/ScriptedWorkspace.h"
 #include "support/TestPlaces.h"
 #include "ui/LogPaneView.h"
@@ -113,9 +114,13 @@ class RunningProgram {
   Environment environment_{.places = places,
                            .clock = std::make_unique<ManualClock>(),
                            .calendar = Calendar(QTimeZone("Europe/Berlin")),
-                           .workspace = std::make_unique<ScriptedWorkspace>()};
+                           .workspace = std::make_unique<ScriptedWorkspace>(),
+                           .panel = std::make_unique<ScriptedPanel>(),
+                           .notes = std::make_unique<ScriptedNotes>()};
 
  public:
+  ScriptedPanel& panel = static_cast<ScriptedPanel&>(*environment_.panel);
+  ScriptedNotes& notes = static_cast<ScriptedNotes&>(*environment_.notes);
   ManualClock& clock = static_cast<ManualClock&>(*environment_.clock);
   Program program{environment_};
 };

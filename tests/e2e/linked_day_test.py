@@ -167,6 +167,12 @@ class Day:
         expect("the last line is the sum", lines.pop()[0] == "Sum")
         return [(customer, job, service, duration) for customer, job, service, _, duration in lines]
 
+    def send_from_terminal(self, status=0):
+        done = subprocess.run([self.desktop.program, "send", "--json", "--document", self.document], timeout=120,
+                              env=self.desktop.environment, capture_output=True, text=True)
+        expect(f"sending ends with {status}, not {done.returncode}: {done.stdout}{done.stderr}", done.returncode == status)
+        return json.loads(done.stdout)
+
     def dismiss(self, message):
         self.app.find(message)
         self.app.press("OK", "push button")
@@ -266,6 +272,25 @@ def a_vantor_that_does_not_answer(day, vantor):
     expect("a signal ends it at once", day.app.ended() == 0 and time.monotonic() - begun < 3)
 
 
+def sending_without_a_program(day, vantor):
+    """Nobody is there to be asked, so nothing is sent twice and nothing in doubt."""
+    def change(column, value):
+        with sqlite3.connect(day.document) as database:
+            database.execute(f"UPDATE TimePeriod SET {column} = ? WHERE id = (SELECT min(id) FROM TimePeriod)", (value,))
+
+    change("dateSubmitted", 0)
+    before = len(vantor.received())
+    vantor.serve("--fault", "silent:4+")
+    expect("Vantor takes no record", day.send_from_terminal(5)["error"] == "NoVantor")
+    vantor.serve()
+    change("sendingSince", 1.0)
+    expect("a person has to answer", "Did the time for" in day.send_from_terminal(4)["message"])
+    expect("nothing has left", len(vantor.received()) == before)
+    change("sendingSince", None)
+    expect("the file alone is sent", day.send_from_terminal() == {"inDoubt": 0, "sent": 1})
+    expect("once", len(vantor.received()) == before + 1)
+
+
 def test(desktop):
     (desktop.home / ".cache").mkdir()
     browser = Browser(desktop)
@@ -277,14 +302,16 @@ def test(desktop):
         work_on(day, [3600, 7200, 900])
         lists_change(day, vantor)
         repair(day)
-        day.send()
-        day.dismiss("Time Sent")
+        ((unsent,),) = day.rows("SELECT count(*) FROM TimePeriod WHERE NOT dateSubmitted > 1")
+        expect("the terminal sends the rest", unsent > 0 and day.send_from_terminal() == {"inDoubt": 0, "sent": unsent})
+        expect("nothing is left", day.send_from_terminal(1)["error"] == "NoMatch")
         expect("every entry is sent once", len(vantor.received()) == 6
                and day.rows("SELECT count(*) FROM TimePeriod WHERE dateSubmitted > 1") == [(6,)]
                and day.rows("SELECT count(*) FROM TimePeriod") == [(6,)])
         expect("what arrived is what is stamped",
                sum(hours for _, hours in vantor.received()) == day.stamped_hours() == 4.5 + 3.25)
         a_vantor_that_does_not_answer(day, vantor)
+        sending_without_a_program(day, vantor)
 
 
 run(test)

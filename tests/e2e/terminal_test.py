@@ -63,6 +63,7 @@ def test(desktop):
     expect("nothing runs", ask("status", *here)["running"] == [])
     expect("nothing is near", ask("start", "zzzzz", *here, status=1)["error"] == "NoMatch")
     expect("nothing is to be stopped", ask("stop", *here, status=1)["error"] == "NoMatch")
+    expect("nobody is there to be sent anything", ask("send", *here, status=5)["error"] == "NoVantor")
     entries = len(ask("log", *here))
     expect("all of the log is listed", entries == desktop.rows(document, "SELECT count(*) FROM TimePeriod")[0][0])
     names = desktop.rows(document, "SELECT c.name, s.name FROM Activity a JOIN Customer c ON c.id = a.customer "
@@ -102,7 +103,7 @@ def test(desktop):
                               None).unpack()[0]
     methods = Gio.DBusNodeInfo.new_for_xml(described).lookup_interface(TIMING).methods
     expect("it can be looked into", {method.name for method in methods} ==
-           {"Start", "Stop", "Running", "Add", "Export", "BackUp"})
+           {"Start", "Stop", "Running", "Add", "Export", "BackUp", "Send"})
     told = []
     proxy.connect("g-signal", lambda *news: told.append(news[2]))
 

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QProcess>
+#include <QTemporaryFile>
 
 #include "support/Print.h"
 
@@ -22,6 +23,7 @@ class PrivateBus {
  private:
   int argumentCount_ = 0;
   QCoreApplication application_{argumentCount_, nullptr};
+  QTemporaryFile configuration_;
   QProcess daemon_;
   QString address_;
   QStringList connections_;

@@ -1,5 +1,7 @@
 #include "ui/Theme.h"
 
+#include "platform/DesktopLook.h"
+
 #include <QCoreApplication>
 #include <QWidget>
 
@@ -21,15 +23,25 @@ TEST(Theme, InksAreReadableOnWhatTheyAreDrawnOn) {
   }
 }
 
-/// Drawn as they are, without `readable`.
+/// Drawn as they are, without `readable`, whatever the desktop wishes.
 TEST(Theme, PlainInksAreReadable) {
-  for (const Colours* colours : {&Theme::light(), &Theme::dark()}) {
-    EXPECT_GE(Theme::contrast(colours->quiet, colours->window), 4.5);
-    EXPECT_GE(Theme::contrast(colours->notice, colours->noticeBack), 4.5);
-    EXPECT_GE(Theme::contrast(colours->link, colours->window), 4.5);
-    EXPECT_GE(Theme::contrast(Qt::white, colours->filled.darker(110)), 4.5);
-    EXPECT_GE(Theme::contrast(colours->frame, colours->window), 3) << "around a field";
+  for (const Wishes& look :
+       {Wishes{}, Wishes{.accent = 0xffee00}, Wishes{.accent = 0x101010},
+        Wishes{.accent = 0xe01b24, .highContrast = true}, Wishes{.highContrast = true}}) {
+    Theme::follow(look);
+    for (const QRgb desktop : {0xefefef, 0x303030}) {
+      const Colours& colours = Theme::colours(QPalette(QColor(desktop)));
+      EXPECT_GE(Theme::contrast(colours.text, colours.selection), 4.5);
+      EXPECT_GE(Theme::contrast(colours.quiet, colours.window), look.highContrast ? 7 : 4.5);
+      EXPECT_GE(Theme::contrast(colours.notice, colours.noticeBack), 4.5);
+      EXPECT_GE(Theme::contrast(colours.link, colours.window), 4.5);
+      EXPECT_GE(Theme::contrast(colours.link, colours.selection), 4.5);
+      EXPECT_GE(Theme::contrast(Qt::white, colours.filled.darker(110)), 4.5);
+      EXPECT_GE(Theme::contrast(colours.frame, colours.window), 3) << "around a field";
+      EXPECT_GE(Theme::contrast(colours.line, colours.base), look.highContrast ? 2.5 : 1);
+    }
   }
+  Theme::follow({});
 }
 
 TEST(Theme, FollowsTheDesktopUnlessForced) {
@@ -37,8 +49,14 @@ TEST(Theme, FollowsTheDesktopUnlessForced) {
   Theme::force(Appearance::System);
   EXPECT_EQ(Theme::palette(darkDesktop).color(QPalette::Window), Theme::dark().window);
   EXPECT_EQ(Theme::palette(QPalette(QColor(0xefefef))).color(QPalette::Window), Theme::light().window);
+  Theme::follow({.isDark = false, .lessMotion = true});
+  EXPECT_EQ(Theme::palette(darkDesktop).color(QPalette::Window), Theme::light().window)
+      << "the desktop says so";
+  EXPECT_EQ(Theme::motion(120), 0);
+  Theme::follow({.isDark = true});
   Theme::force(Appearance::Light);
   EXPECT_EQ(Theme::palette(darkDesktop).color(QPalette::Window), Theme::light().window);
+  Theme::follow({});
 }
 
 TEST(Theme, ReachesOpenWindows) {

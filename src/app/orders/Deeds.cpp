@@ -32,7 +32,7 @@ Result<void> isStored(const ObjectContext& context, const char* pattern) {
 }
 
 Result<void> edit(ObjectContext& context, const QString& name, const std::function<void()>& work) {
-  auto stored = isStored(context, kNotChanged);
+  auto stored = mayChange(context);
   if (!stored) return stored;
   if (auto done = context.edit(name, work); !done) return done;
   return isStored(context, kNotStored);
@@ -109,6 +109,8 @@ Error notWritten(const QString& path, const Error& why) {
 }
 
 }  // namespace
+
+Result<void> mayChange(const ObjectContext& context) { return isStored(context, kNotChanged); }
 
 Result<Activity*> startable(const ObjectContext& context, const QString& match) {
   auto one = oneMatching(match, queries::openActivities(context));

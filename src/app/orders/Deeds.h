@@ -23,6 +23,9 @@ namespace pendra::orders {
 [[nodiscard]] Result<QVariantMap> backUp(OpenDocument& document, const ObjectModel& model,
                                          const QString& path);
 
+/// Whether what is done now will be on the disk.
+[[nodiscard]] Result<void> mayChange(const ObjectContext& context);
+
 /// What `start` would start, for whoever only reads the document.
 [[nodiscard]] Result<Activity*> startable(const ObjectContext& context, const QString& match);
 /// Whether `add` would start a timer.

@@ -13,6 +13,7 @@
 #include "PlainText.h"
 #include "Program.h"
 #include "RunningPendra.h"
+#include "SendAll.h"
 #include "document/DocumentFiles.h"
 #include "platform/Files.h"
 #include "platform/Preferences.h"
@@ -99,8 +100,11 @@ class Obeying {
     if (path.value().endsWith(u".pdrbackup")) {
       return refusal(Refusal::NoDocument, tr("a backup is not worked on; open it in Pendra"));
     }
-    const auto held = OpenDocument::read(path.value(), model_, clock_, calendar_);
+    auto held = OpenDocument::read(path.value(), model_, clock_, calendar_);
     if (!held) return unusable(path.value(), held.error());
+    if (order_.verb == Verb::Send) {
+      return asVariant(orders::sendAllOf(std::move(held).value(), model_, clock_, calendar_));
+    }
     return doTo(*held.value());
   }
 

@@ -22,6 +22,7 @@ constexpr std::array kRefusals{
     RefusalRow{Refusal::NoDocument, "NoDocument", status::kNoDocument},
     RefusalRow{Refusal::Refused, "Refused", status::kNoDocument},
     RefusalRow{Refusal::WrongUsage, "WrongUsage", status::kWrongUsage},
+    RefusalRow{Refusal::NoVantor, "NoVantor", status::kNoVantor},
 };
 
 const RefusalRow& rowOf(Refusal why) { return kRefusals.at(static_cast<std::size_t>(why)); }
@@ -46,6 +47,7 @@ const std::vector<VerbRow>& verbs() {
       {Verb::Add, "add", Operands::Name, {"create"}},
       {Verb::Export, "export", Operands::File, {}},
       {Verb::BackUp, "backup", Operands::File, {}},
+      {Verb::Send, "send", Operands::None, {}},
   };
   return rows;
 }

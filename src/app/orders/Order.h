@@ -10,7 +10,7 @@
 
 namespace pendra {
 
-enum class Verb { Status, Log, Report, Start, Stop, Add, Export, BackUp };
+enum class Verb { Status, Log, Report, Start, Stop, Add, Export, BackUp, Send };
 
 enum class Level { Customer, Job, Service, Day };
 
@@ -29,7 +29,7 @@ struct Order {
 };
 
 /// Why an order was not carried out.
-enum class Refusal { NoMatch, SeveralMatches, NoDocument, Refused, WrongUsage };
+enum class Refusal { NoMatch, SeveralMatches, NoDocument, Refused, WrongUsage, NoVantor };
 
 [[nodiscard]] Error refusal(Refusal why, const QString& text);
 [[nodiscard]] Refusal refusalOf(const Error& error);

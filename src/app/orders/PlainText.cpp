@@ -111,6 +111,11 @@ QString writtenText(const QVariantMap& written) {
                    {inOneLine(written[QStringLiteral("written")].toString()), QString::number(entries)});
 }
 
+QString sentText(const QVariantMap& outcome) {
+  const int sent = outcome[QStringLiteral("sent")].toInt();
+  return formatted(sent == 1 ? tr("Sent: 1 entry\n") : tr("Sent: %@ entries\n"), {QString::number(sent)});
+}
+
 }  // namespace
 
 QString plainText(Verb verb, const QVariant& answer) {
@@ -129,6 +134,8 @@ QString plainText(Verb verb, const QVariant& answer) {
       return addedText(map);
     case Verb::Stop:
       return stoppedText(map[QStringLiteral("stopped")].toList());
+    case Verb::Send:
+      return sentText(map);
     case Verb::Export:
     case Verb::BackUp:
       break;

@@ -18,14 +18,16 @@ using Maps = QList<QVariantMap>;
 
 /// A document that takes long to read keeps whoever asks waiting.
 constexpr std::chrono::seconds kPatience{30};
+/// Many records may go out, and each is answered by Vantor.
+constexpr std::chrono::seconds kUntilSent = std::chrono::hours(1);
 constexpr std::chrono::milliseconds kBetweenLooks{20};
 
 QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
 
 Error errorOf(const QDBusMessage& reply) {
   const QString name = reply.errorName();
-  for (const Refusal why :
-       {Refusal::NoMatch, Refusal::SeveralMatches, Refusal::NoDocument, Refusal::WrongUsage}) {
+  for (const Refusal why : {Refusal::NoMatch, Refusal::SeveralMatches, Refusal::NoDocument,
+                            Refusal::WrongUsage, Refusal::NoVantor}) {
     if (name.endsWith(u".Error." + nameOf(why))) return refusal(why, reply.errorMessage());
   }
   if (name.startsWith(identifiers::kPendra)) return refusal(Refusal::Refused, reply.errorMessage());
@@ -42,6 +44,8 @@ QString memberOf(Verb verb) {
       return QStringLiteral("Add");
     case Verb::Export:
       return QStringLiteral("Export");
+    case Verb::Send:
+      return QStringLiteral("Send");
     default:
       return QStringLiteral("BackUp");
   }
@@ -65,13 +69,13 @@ bool RunningPendra::isThere() const {
 }
 
 Result<QVariant> RunningPendra::call(const QString& interface, const QString& member,
-                                     const QVariantList& arguments) const {
+                                     const QVariantList& arguments, std::chrono::seconds patience) const {
   auto message =
       QDBusMessage::createMethodCall(identifiers::kPendra, identifiers::kBusObject, interface, member);
   message.setArguments(arguments);
   message.setAutoStartService(false);
   const QDBusMessage reply =
-      bus_.call(message, QDBus::Block, static_cast<int>(std::chrono::milliseconds(kPatience).count()));
+      bus_.call(message, QDBus::Block, static_cast<int>(std::chrono::milliseconds(patience).count()));
   if (reply.type() != QDBusMessage::ReplyMessage) return errorOf(reply);
   return reply.arguments().value(0);
 }
@@ -84,9 +88,11 @@ Result<QString> RunningPendra::document() const {
 }
 
 Result<QVariantMap> RunningPendra::obey(const Order& order) const {
-  QVariantList arguments{order.text};
+  const bool sends = order.verb == Verb::Send;
+  QVariantList arguments;
+  if (!sends) arguments << order.text;
   if (order.verb == Verb::Add) arguments << order.create;
-  const auto answer = call(kTimingInterface, memberOf(order.verb), arguments);
+  const auto answer = call(kTimingInterface, memberOf(order.verb), arguments, sends ? kUntilSent : kPatience);
   if (!answer) return answer.error();
   if (order.verb == Verb::Add) return added(qdbus_cast<QVariantMap>(answer.value()));
   if (order.verb == Verb::Start) {
@@ -102,7 +108,7 @@ Result<void> RunningPendra::launch(const QString& document) const {
   if (!bus_.isConnected()) return refusal(Refusal::Refused, tr("there is no session bus to ask Pendra on"));
   QProcess program;
   program.setProgram(QCoreApplication::applicationFilePath());
-  program.setArguments({QStringLiteral("--"), document});
+  program.setArguments({QStringLiteral("--in-panel"), QStringLiteral("--"), document});
   // Whoever waits for the end of what this prints must not wait for the end of that.
   program.setStandardInputFile(QProcess::nullDevice());
   program.setStandardOutputFile(QProcess::nullDevice());

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QVariant>
+#include <chrono>
 
 #include "Order.h"
 
@@ -15,7 +16,7 @@ class RunningPendra {
   [[nodiscard]] bool isThere() const;
   /// The path of the document that it has open; empty for none.
   [[nodiscard]] Result<QString> document() const;
-  /// Has it start, stop, export or back up; the answer is that of the command line.
+  /// Has it start, stop, export, back up or send; the answer is that of the command line.
   [[nodiscard]] Result<QVariantMap> obey(const Order& order) const;
 
   /// Starts the program with a document and waits until it can be asked.
@@ -23,7 +24,8 @@ class RunningPendra {
 
  private:
   [[nodiscard]] Result<QVariant> call(const QString& interface, const QString& member,
-                                      const QVariantList& arguments) const;
+                                      const QVariantList& arguments,
+                                      std::chrono::seconds patience = std::chrono::seconds(30)) const;
 
   QDBusConnection bus_;
 };

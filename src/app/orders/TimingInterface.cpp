@@ -59,8 +59,8 @@ QVariantMap withAbsent(QVariantMap map) {
   return map;
 }
 
-TimingInterface::TimingInterface(Session& session, std::function<QString()> busyWith)
-    : session_(session), busyWith_(std::move(busyWith)) {
+TimingInterface::TimingInterface(Session& session, std::function<QString()> busyWith, SendAll sendAll)
+    : session_(session), busyWith_(std::move(busyWith)), sendAll_(std::move(sendAll)) {
   qDBusRegisterMetaType<Maps>();
   // After the attempt to store: whoever reads the file then finds it there.
   for (Notifier* news : {&session.documentChanges(), &session.saveStateChanges()}) {
@@ -83,6 +83,7 @@ QString TimingInterface::introspection() const {
       "<arg name=\"written\" type=\"a{sv}\" direction=\"out\"/></method>"
       "<method name=\"BackUp\"><arg name=\"path\" type=\"s\" direction=\"in\"/>"
       "<arg name=\"written\" type=\"a{sv}\" direction=\"out\"/></method>"
+      "<method name=\"Send\"><arg name=\"sent\" type=\"a{sv}\" direction=\"out\"/></method>"
       "<property name=\"Document\" type=\"s\" access=\"read\">"
       "<annotation name=\"org.freedesktop.DBus.Property.EmitsChangedSignal\" value=\"false\"/></property>"
       "<signal name=\"RunningChanged\"/>"
@@ -102,10 +103,13 @@ bool TimingInterface::answer(const QDBusMessage& call, const QDBusConnection& bu
     return reply && bus.send(*reply);
   }
   if (call.interface() != kTimingInterface) return false;
-  static const QHash<QString, QString> signatures{
-      {QStringLiteral("Start"), QStringLiteral("s")},  {QStringLiteral("Stop"), QStringLiteral("s")},
-      {QStringLiteral("Running"), QString()},          {QStringLiteral("Add"), QStringLiteral("sb")},
-      {QStringLiteral("Export"), QStringLiteral("s")}, {QStringLiteral("BackUp"), QStringLiteral("s")}};
+  static const QHash<QString, QString> signatures{{QStringLiteral("Start"), QStringLiteral("s")},
+                                                  {QStringLiteral("Stop"), QStringLiteral("s")},
+                                                  {QStringLiteral("Running"), QString()},
+                                                  {QStringLiteral("Add"), QStringLiteral("sb")},
+                                                  {QStringLiteral("Export"), QStringLiteral("s")},
+                                                  {QStringLiteral("BackUp"), QStringLiteral("s")},
+                                                  {QStringLiteral("Send"), QString()}};
   const auto signature = signatures.constFind(call.member());
   if (signature == signatures.constEnd() || call.signature() != *signature) return false;
   const auto done = carryOut(call.member(), call.arguments());
@@ -127,6 +131,7 @@ Result<QVariant> TimingInterface::change(const QString& member, const QVariantLi
   if (member == u"Start") return forBus(orders::start(document, argument));
   if (member == u"Stop") return forBus(orders::stop(document, argument));
   if (member == u"Add") return forBus(orders::add(document, argument, arguments.value(1).toBool()));
+  if (member == u"Send") return forBus(sendAll_());
   if (member == u"Export") return forBus(orders::exportLog(document, argument));
   return forBus(orders::backUp(document, session_.objectModel(), argument));
 }

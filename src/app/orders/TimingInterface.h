@@ -9,12 +9,15 @@
 
 namespace pendra {
 
-/// "com.corvel.pendra.Timing1": lets the other programs of the user start, stop and ask. A change is an edit
-/// of the open document, and is refused while the program waits for an answer of its user's or of Vantor's.
+/// "com.corvel.pendra.Timing1": lets the other programs of the user start, stop, send and ask. A change is an
+/// edit of the open document, and is refused while the program waits for an answer of its user's or of
+/// Vantor's.
 class TimingInterface final : public BusInterface {
  public:
-  /// `busyWith` says why nothing may be changed now; empty when it may. Both must outlive it.
-  TimingInterface(Session& session, std::function<QString()> busyWith);
+  using SendAll = std::function<Result<QVariantMap>()>;
+  /// `busyWith` says why nothing may be changed now; empty when it may. `sendAll` sends the open document's
+  /// time. All must outlive it.
+  TimingInterface(Session& session, std::function<QString()> busyWith, SendAll sendAll);
 
   [[nodiscard]] QString introspection() const override;
   [[nodiscard]] bool answer(const QDBusMessage& call, const QDBusConnection& bus) override;
@@ -28,6 +31,7 @@ class TimingInterface final : public BusInterface {
 
   Session& session_;
   std::function<QString()> busyWith_;
+  SendAll sendAll_;
   std::vector<qint64> running_;  ///< the entries that were running when it was last told
   std::vector<Notifier::Subscription> observations_;
 };

@@ -36,6 +36,7 @@ void EntryQuestion::update() {
   Notice& notice = question.notice;
   notice.key = rules_.key;
   notice.ofDocument = true;
+  notice.asks = true;
   Said now{{question.entries.begin(), question.entries.end()}, {notice.text}};
   for (const NoticeAction& action : notice.actions) now.words << action.title;
   const Said before = std::exchange(said_, std::move(now));

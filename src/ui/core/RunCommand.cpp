@@ -35,4 +35,12 @@ void runCommand(Session& session, const QString& name, const std::function<void(
   }
 }
 
+void runFromOutside(Session& session, const QString& busyWith, const QString& name,
+                    const std::function<void()>& command) {
+  if (busyWith.isEmpty()) return runCommand(session, name, command);
+  session.notices().post({.key = u"command " + name,
+                          .text = formatted(tr("“%@” was not done, because %@."), {name, busyWith}),
+                          .actions = {}});
+}
+
 }  // namespace pendra

@@ -199,6 +199,10 @@ PreferencesWindow::PreferencesWindow(const WindowFrame& frame)
   add(preferences::kHideSubmitted, tr("Hide sent entries in the time log"),
       tr("Sent entries stay in the document and are left out of the list and of an export."), false);
   page.column->addLayout(makeAwayMinutes());
+  add(preferences::kKeepInPanel, tr("Keep Pendra in the panel when its window closes"),
+      tr("Timing goes on, and the icon in the panel brings the window back. Where the desktop has no panel, "
+         "closing the window closes the document."),
+      false);
   add(preferences::kAnalyticsTracker, tr("Send usage statistics"), statisticsDisclosureHere(), true);
   page.column->addLayout(makeBackupFolder());
   setContent(page.widget);

@@ -105,6 +105,7 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
 
 TimerWindowController::~TimerWindowController() {
   window_->hide();  // before the rows go that its tables show
+  window_->removeEventFilter(this);
 }
 
 void TimerWindowController::connectControls() {
@@ -178,7 +179,7 @@ void TimerWindowController::startUp() {
   showDocumentState();
   state_.log().reloadData();
   state_.log().reloadNames();
-  tick_.start(kTick);
+  window_->installEventFilter(this);
   window_->activityTable->setFocus();
   bringToFront();
   introduce();
@@ -219,6 +220,16 @@ void TimerWindowController::tellOfStatistics() {
                     [&target = target_] { target.perform(Command::Preferences, nullptr); }},
                    {tr("OK"), [consent]() mutable { consent.noticeAnswered(); }}},
        .onlyInTimerWindow = true});
+}
+
+/// A window that nobody sees shows nothing new, and wakes nobody for that.
+bool TimerWindowController::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::Hide) tick_.stop();
+  if (event->type() == QEvent::Show && !left_) {
+    tick();
+    tick_.start(kTick);
+  }
+  return false;
 }
 
 void TimerWindowController::tick() {

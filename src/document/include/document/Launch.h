@@ -8,6 +8,10 @@
 namespace pendra {
 
 class Session;
+class UserDefaults;
+
+/// Records are merged after each start, whatever was chosen before.
+void mergeByDefault(UserDefaults& defaults);
 
 /// Launch and quit: what happens once in a run of the program.
 class Launch {

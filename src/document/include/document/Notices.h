@@ -24,6 +24,7 @@ struct Notice {
   std::vector<NoticeAction> actions;
   bool ofDocument = false;         ///< it goes with the open document
   bool onlyInTimerWindow = false;  ///< it is of no use beside another window
+  bool asks = false;               ///< it waits for an answer, also of who does not look at a window
 };
 
 /// The notices that stand at this moment, the oldest first.
@@ -32,6 +33,9 @@ class Notices {
   void post(Notice notice);
   /// Removes the notice of that subject, if it stands.
   void withdraw(const QString& key);
+  /// Does what an action of the standing notice of that subject does; the notice goes unless it goes on
+  /// asking.
+  void press(const QString& key, std::size_t action);
   /// Removes those that are about the document that was open.
   void withdrawOfDocument();
   [[nodiscard]] const std::vector<Notice>& standing() const { return standing_; }

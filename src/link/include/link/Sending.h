@@ -52,6 +52,8 @@ class Sending {
   QString stopped_;  ///< what ended it, as half a sentence; empty while it goes on
 };
 
+/// What is said of a sending that did not send everything; empty when nothing is.
+[[nodiscard]] QString lastSending(const Notices& notices);
 /// Withdraws what was said of the sending before.
 void forgetLastSending(Notices& notices);
 

@@ -27,6 +27,10 @@ inline const QString kIntroduced = QStringLiteral("PendraIntroduced");
 inline const QString kRecentDocuments = QStringLiteral("PendraRecentDocuments");
 /// Text: after how many minutes without a touch it is asked whether the time counts; "0" for never.
 inline const QString kAwayMinutes = QStringLiteral("PendraAwayMinutes");
+/// Boolean, false unless written: closing the window hides it where a panel shows Pendra.
+inline const QString kKeepInPanel = QStringLiteral("PendraKeepInPanel");
+/// Boolean, absent until the user had the desktop ask for a key that starts and stops.
+inline const QString kGlobalKey = QStringLiteral("PendraGlobalKey");
 /// Path of a copy that was written when a document could not be saved at the end; empty once it was told.
 inline const QString kRescued = QStringLiteral("PendraRescued");
 /// Path of the folder of the backups that make themselves; empty: the program's own.

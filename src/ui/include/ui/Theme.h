@@ -12,6 +12,8 @@ class QApplication;
 
 namespace pendra {
 
+struct Wishes;
+
 /// Which of the two looks the program wears.
 enum class Appearance { System, Light, Dark };
 
@@ -60,13 +62,18 @@ class Theme {
   static void install(QApplication& application);
   /// Wears one look whatever the desktop wears; open windows follow with the next events.
   static void force(Appearance appearance);
+  /// Wears what the desktop says that it looks like; open windows follow as well.
+  static void follow(const Wishes& look);
+  /// How long something moves, of what it would on a desktop that asks for nothing.
+  [[nodiscard]] static int motion(int milliseconds);
 
   [[nodiscard]] static bool isDark(const QPalette& palette);
+  /// As they are worn, with what the desktop wishes.
   [[nodiscard]] static const Colours& colours(const QPalette& palette);
   [[nodiscard]] static const Colours& light();
   [[nodiscard]] static const Colours& dark();
   /// The look that the desktop's palette asks for, or the forced one.
-  [[nodiscard]] static QPalette palette(const QPalette& desktop);
+  [[nodiscard]] static QPalette palette(const QPalette& ofDesktop);
 
   [[nodiscard]] static QFont cellFont();     ///< the desktop's body size
   [[nodiscard]] static QFont controlFont();  ///< fields, buttons, labels

@@ -53,6 +53,9 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   /// Closes without asking, and the document with it.
   void close();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void showElapsedTime(const QString& text) override;
   void showCustomerJobLabel(const QString& text) override;

@@ -38,6 +38,7 @@ enum class Command {
   AddActivity,
   EditActivity,
   ToggleTimer,
+  ChooseKey,
   MarkComplete,
   Favourite,
   MakeCurrent,

@@ -1,0 +1,104 @@
+#include "LookSettings.h"
+
+#include <QDBusArgument>
+#include <QDBusConnectionInterface>
+#include <QVariantMap>
+#include <cmath>
+
+namespace pendra {
+
+namespace {
+
+const QString kPortal = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString kObject = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString kSettings = QStringLiteral("org.freedesktop.portal.Settings");
+const QString kAppearance = QStringLiteral("org.freedesktop.appearance");
+const QString kInterface = QStringLiteral("org.gnome.desktop.interface");
+/// As long as nobody notices that a window came later.
+constexpr int kPatience = 150;
+
+/// Red, green and blue from 0 to 1; anything else says that there is none.
+std::optional<quint32> colourOf(const QVariant& value) {
+  if (!value.canConvert<QDBusArgument>()) return std::nullopt;
+  const auto argument = value.value<QDBusArgument>();
+  if (argument.currentSignature() != u"(ddd)") return std::nullopt;
+  double parts[3] = {};
+  argument.beginStructure();
+  for (double& part : parts) argument >> part;
+  argument.endStructure();
+  const bool isOne =
+      std::all_of(std::begin(parts), std::end(parts), [](double part) { return part >= 0 && part <= 1; });
+  if (!isOne) return std::nullopt;
+  quint32 colour = 0;
+  for (const double part : parts) colour = colour << 8 | static_cast<quint32>(std::lround(part * 255));
+  return colour;
+}
+
+/// A setting that is not one of the look's leaves it as it is.
+void apply(Wishes& look, const QString& group, const QString& key, const QVariant& value) {
+  if (group == kAppearance && key == u"color-scheme") {
+    const uint scheme = value.toUInt();
+    look.isDark = scheme == 1 || scheme == 2 ? std::optional(scheme == 1) : std::nullopt;
+  } else if (group == kAppearance && key == u"accent-color") {
+    look.accent = colourOf(value);
+  } else if (group == kAppearance && key == u"contrast") {
+    look.highContrast = value.toUInt() == 1;
+  } else if (group == kInterface && key == u"enable-animations") {
+    look.lessMotion = !value.toBool();
+  }
+}
+
+}  // namespace
+
+void DesktopLook::set(const Wishes& look) {
+  if (look == look_) return;
+  look_ = look;
+  changes_.changed();
+}
+
+LookSettings::LookSettings(const QDBusConnection& session, PortalLook& owner)
+    : session_(session), owner_(owner) {
+  session_.connect(kPortal, kObject, kSettings, QStringLiteral("SettingChanged"), this,
+                   SLOT(changed(QString, QString, QDBusVariant)));
+}
+
+void LookSettings::read() {
+  if (!session_.isConnected()) return;
+  auto call = QDBusMessage::createMethodCall(kPortal, kObject, kSettings, QStringLiteral("ReadAll"));
+  call << QStringList{kAppearance, kInterface};
+  if (session_.interface()->isServiceRegistered(kPortal).value()) {
+    const QDBusMessage reply = session_.call(call, QDBus::Block, kPatience);
+    if (reply.type() == QDBusMessage::ReplyMessage) return answered(reply);
+  }
+  session_.callWithCallback(call, this, SLOT(answered(QDBusMessage)));
+}
+
+void LookSettings::answered(const QDBusMessage& reply) {
+  Wishes look = owner_.look();
+  if (reply.arguments().isEmpty() || reply.signature() != u"a{sa{sv}}") return;
+  const auto groups = qdbus_cast<QMap<QString, QVariantMap>>(reply.arguments().constFirst());
+  for (auto group = groups.begin(); group != groups.end(); ++group) {
+    for (auto one = group->begin(); one != group->end(); ++one) {
+      apply(look, group.key(), one.key(), one.value());
+    }
+  }
+  owner_.set(look);
+}
+
+void LookSettings::changed(const QString& group, const QString& key, const QDBusVariant& value) {
+  Wishes look = owner_.look();
+  apply(look, group, key, value.variant());
+  owner_.set(look);
+}
+
+std::unique_ptr<PortalLook> PortalLook::ofUser() {
+  return std::make_unique<PortalLook>(QDBusConnection::sessionBus());
+}
+
+PortalLook::PortalLook(const QDBusConnection& session)
+    : settings_(std::make_unique<LookSettings>(session, *this)) {
+  settings_->read();
+}
+PortalLook::~PortalLook() = default;
+
+}  // namespace pendra
