@@ -1,6 +1,7 @@
 """Without a display the program says what it can still do, and does it: it draws its windows into pictures."""
 import os
 import pathlib
+import re
 import struct
 import subprocess
 import sys
@@ -9,6 +10,8 @@ import tempfile
 WINDOWS = {"setup", "timer-window", "timer-window-empty", "activity-editor", "time-entry-editor", "send-time",
            "customers-and-jobs", "service-items", "preferences", "restore", "time-away", "report",
            "welcome", "about"}
+DAY = [f"day-{step}-{name}" for step, name in enumerate(
+    ("set-up", "add", "add", "time", "correct", "take-back", "send", "sent", "back-up", "report"), 1)]
 
 
 def expect(what, held):
@@ -34,7 +37,11 @@ def test(program, folder):
     drawn = subprocess.run([program, "--tour", str(album)], env=environment, capture_output=True, text=True, timeout=120)
     expect(f"the tour ends well, not with {drawn.returncode}:\n{drawn.stderr}", drawn.returncode == 0)
     expect("every window in both looks at both scales", {picture.name for picture in album.iterdir()} == {
-        f"{window}-{look}{scale}.png" for window in WINDOWS for look in ("light", "dark") for scale in ("", "@2x")})
+        f"{window}-{look}{scale}.png" for window in [*WINDOWS, *DAY] for look in ("light", "dark")
+        for scale in ("", "@2x")} | {"tour.md"})
+    story = (album / "tour.md").read_text()
+    expect("the day is told step by step", re.findall(r"\((.*)-light\.png\)", story) == DAY)
+    expect("Vantor has what was timed", "Timed: 2.5 hours. Received by Vantor: 2.5 hours in 2 records." in story)
     for window in WINDOWS:
         light, dark, fine = (album / f"{window}-{ending}.png" for ending in ("light", "dark", "light@2x"))
         expect(f"{window} is twice as fine at scale 2", size_of(fine) == tuple(2 * side for side in size_of(light)))

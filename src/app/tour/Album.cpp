@@ -48,4 +48,17 @@ void Album::takeSheet(const QString& name, const std::function<void()>& open) {
   isComplete_ &= taken;
 }
 
+void Album::write(const QString& name, const QString& text) {
+  QFile file(folder_.filePath(name));
+  const QByteArray bytes = text.toUtf8();
+  isComplete_ &= file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+QWidget& windowTitled(const QString& title) {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->windowTitle() == title) return *window;
+  }
+  qFatal("no window is titled %s", qPrintable(title));
+}
+
 }  // namespace pendra

@@ -15,6 +15,8 @@ class Album {
   void take(const QString& name, QWidget& window);
   /// The sheet that `open` opens and does not return from; it is cancelled.
   void takeSheet(const QString& name, const std::function<void()>& open);
+  /// Writes a text beside the pictures.
+  void write(const QString& name, const QString& text);
   /// Whether every picture was written.
   [[nodiscard]] bool isComplete() const { return isComplete_; }
 
@@ -24,5 +26,8 @@ class Album {
   QDir folder_;
   bool isComplete_ = true;
 };
+
+/// The visible window of that title, without which there is no tour.
+[[nodiscard]] QWidget& windowTitled(const QString& title);
 
 }  // namespace pendra

@@ -5,6 +5,7 @@
 
 #include "analytics/Consent.h"
 #include "model/Model.h"
+#include "platform/Identifiers.h"
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
 #include "ui/TimerWindowController.h"
@@ -23,24 +24,37 @@ class StageClock final : public Clock {
   const Instant& now_;
 };
 
-/// A desktop on which nothing runs and nothing opens.
+/// A desktop on which nothing runs but perhaps Vantor, and nothing opens.
 class EmptyWorkspace final : public Workspace {
  public:
-  [[nodiscard]] bool isRunning(const QString&) const override { return false; }
+  explicit EmptyWorkspace(bool withVantor) : withVantor_(withVantor) {}
+
+  [[nodiscard]] bool isRunning(const QString& identifier) const override {
+    return withVantor_ && identifier == identifiers::kVantor;
+  }
   bool openUrl(const QString&) override { return false; }
   void reveal(const QString&) override {}
   [[nodiscard]] Subscription observeLaunches(std::function<void(const QString&)>) override { return {}; }
+
+ private:
+  bool withVantor_;
 };
 
 }  // namespace
 
-Stage::Stage(const std::optional<SampleOptions>& sample)
+Stage::Stage(const std::optional<SampleOptions>& sample,
+             const std::function<void(const QString& caches)>& vantor)
     : now_(SampleClock(sample.value_or(SampleOptions{}).today).now()),
-      environment_(makeEnvironment()),
+      environment_(makeEnvironment(vantor != nullptr)),
       program_(environment_) {
   Consent(environment_.defaults).noticeAnswered();  // no picture is about the statistics
   if (sample) writeSample(*sample);
+  if (vantor) {
+    environment_.defaults.setBoolean(preferences::kIntroduced, true);
+    vantor(environment_.places.caches);
+  }
   program_.launch({});
+  if (vantor) program_.session().showIntroSheet = false;
 }
 
 Stage::~Stage() {
@@ -48,7 +62,7 @@ Stage::~Stage() {
   [[maybe_unused]] const bool closed = program_.mayEnd();
 }
 
-Environment Stage::makeEnvironment() {
+Environment Stage::makeEnvironment(bool withVantor) {
   const QString home = home_.path();
   return {.places = {.documents = home + u"/Documents",
                      .caches = home + u"/caches",
@@ -56,7 +70,7 @@ Environment Stage::makeEnvironment() {
                      .state = home + u"/state"},
           .clock = std::make_unique<StageClock>(now_),
           .calendar = Calendar(QTimeZone::utc()),
-          .workspace = std::make_unique<EmptyWorkspace>()};
+          .workspace = std::make_unique<EmptyWorkspace>(withVantor)};
 }
 
 void Stage::writeSample(const SampleOptions& options) {

@@ -14,12 +14,15 @@ namespace pendra {
 /// One run of the program, launched; it ends with the stage.
 class Stage {
  public:
-  /// With a sample as its last document, or on a first run without any.
-  explicit Stage(const std::optional<SampleOptions>& sample);
+  /// With a sample as its last document, or on a first run without any. Vantor runs where `vantor` starts it,
+  /// told the folder in which they meet.
+  explicit Stage(const std::optional<SampleOptions>& sample,
+                 const std::function<void(const QString& caches)>& vantor = {});
   ~Stage();
   Stage(const Stage&) = delete;
   Stage& operator=(const Stage&) = delete;
 
+  [[nodiscard]] bool hasTimerWindow() { return program_.windows().timerWindow() != nullptr; }
   [[nodiscard]] TimerWindowController& timer() { return *program_.windows().timerWindow(); }
   void perform(Command command) { program_.commands().perform(command, nullptr); }
   /// Lets the clock go on by so many seconds.
@@ -28,7 +31,7 @@ class Stage {
   [[nodiscard]] ModalDepth& modals() { return environment_.modals; }
 
  private:
-  [[nodiscard]] Environment makeEnvironment();
+  [[nodiscard]] Environment makeEnvironment(bool withVantor);
   void writeSample(const SampleOptions& options);
 
   QTemporaryDir home_;

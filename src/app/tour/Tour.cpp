@@ -5,6 +5,7 @@
 #include <QLoggingCategory>
 
 #include "Album.h"
+#include "Day.h"
 #include "Stage.h"
 #include "document/Backups.h"
 #include "document/TimeAway.h"
@@ -40,13 +41,6 @@ const std::initializer_list<WindowOfItsOwn> kWindows{
     {Command::Welcome, QStringLiteral("Welcome to Pendra"), QStringLiteral("welcome")},
     {Command::About, QStringLiteral("About Pendra"), QStringLiteral("about")},
 };
-
-QWidget& windowTitled(const QString& title) {
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && window->windowTitle() == title) return *window;
-  }
-  qFatal("no window is titled %s", qPrintable(title));
-}
 
 /// Starts the timers of the first and the third activity; the first stays selected.
 void startTwoTimers(Stage& stage) {
@@ -150,7 +144,7 @@ bool drawTour(const QString& folder) {
   drawEmptyDocument(album);
   drawWork(album);
   drawRestore(album);
-  return album.isComplete();
+  return drawDay(album) && album.isComplete();
 }
 
 }  // namespace pendra
