@@ -30,6 +30,7 @@ class NoCommands final : public CommandTarget {
   [[nodiscard]] std::span<const Menu> menus() const override { return {}; }
   void perform(Command, QWidget*) override {}
   [[nodiscard]] bool mayRun(const CommandRow&) const override { return false; }
+  [[nodiscard]] QString whyNot(const CommandRow&) const override { return {}; }
   [[nodiscard]] bool isShown(const CommandRow&) const override { return true; }
   [[nodiscard]] QString titleOf(const CommandRow&) const override { return {}; }
   [[nodiscard]] Notifier& menuChanges() override { return changes_; }

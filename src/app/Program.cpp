@@ -154,10 +154,7 @@ QString Program::busyWith() const {
 }
 
 Result<QVariantMap> Program::sendAll() {
-  return orders::sendAll({session_, environment_.unasked, link_.checks, link_.lists, [this] {
-                            if (TimerWindowController* timer = windows_.timerWindow())
-                              timer->state().log().reloadData();
-                          }});
+  return orders::sendAll({session_, environment_.unasked, link_.checks, link_.lists});
 }
 
 void Program::whenNothingIsAsked(std::function<void()> request) {

@@ -37,7 +37,6 @@ class AllEntries final : public SubmissionRows {
   }
   void clearSelection() override {}
   void showAll() override {}
-  void reloadData() override { sender_.reload(); }
 
  private:
   const Sender& sender_;

@@ -16,7 +16,6 @@ struct Sender {
   UnaskedAlerts& alerts;
   ConnectionChecks& checks;
   ListSync& lists;
-  std::function<void()> reload;  ///< shows anew what was sent
 };
 
 /// How many entries were sent, and of how many it is not known. Fails with what stopped it, and then says

@@ -55,7 +55,7 @@ Result<QVariantMap> sendAllOf(std::unique_ptr<OpenDocument> document, const Obje
   session.open(std::move(document));
   ConnectionChecks checks(session, connectOverChannel(), nobody);
   ListSync lists(session, checks);
-  return sendAll({session, alerts, checks, lists, [] {}});
+  return sendAll({session, alerts, checks, lists});
 }
 
 }  // namespace pendra::orders
