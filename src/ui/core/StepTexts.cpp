@@ -109,7 +109,8 @@ QString whatCame(const ChangeSet& changes) {
     return formatted(tr("%@ and %@ are new in their lists."), {names.join(QStringLiteral(", ")), last});
   }
   const auto inserted = changes.inserted<TimeEntry>();
-  if (inserted.size() != 1 || !inserted[0]->activity() || !inserted[0]->start() ||
+  const bool isPartOfAnother = !changes.changed<TimeEntry>().empty();
+  if (isPartOfAnother || inserted.size() != 1 || !inserted[0]->activity() || !inserted[0]->start() ||
       inserted[0]->storedDuration() <= 0)
     return {};
   const TimeEntry& entry = *inserted[0];
