@@ -68,11 +68,7 @@ void LogController::setSearch(const QString& typed) {
   const Notifier::Change contents(contentsChanges);
   searchTyped_ = typed;
   const SearchText text(typed);
-  if (text.isEmpty()) {
-    search_->forget();
-  } else {
-    prepareSearch();
-  }
+  if (!text.isEmpty()) prepareSearch();
   search_->lookFor(text);
   rows_.setSearchText(text);
   lookThroughRows();
