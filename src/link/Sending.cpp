@@ -104,7 +104,7 @@ bool Sending::sendMerged() {
 
 bool Sending::sendRecord(const MergedRecord& record, std::vector<TimeEntry*>& mergedEntries) {
   TimeEntry& base = *record.entries.front();
-  Activity& activity = *base.activity();
+  const Activity& activity = *base.activity();
   if (lostItsJob(activity) || !hasCustomerAndService(activity)) {
     // Kept for those who search for them: two texts that differ by one blank.
     alert(
@@ -119,8 +119,8 @@ bool Sending::sendRecord(const MergedRecord& record, std::vector<TimeEntry*>& me
     stopped_ = tr("one lacks a customer, job or service that Vantor knows, and none was sent after it");
     return false;
   }
+  // Of no activity: in the sums of its own the time would count twice while it is sent.
   TemporaryEntry temporary(*session_.context());
-  temporary.period().setActivity(&activity);
   temporary.period().setDuration(record.duration);
   temporary.period().setStart(record.start);
   // Kept, for what reads the documents: the list is never emptied, so entries merged earlier get a later

@@ -226,8 +226,18 @@ class Day {
                 windowTitled(QStringLiteral("Report")));
   }
 
-  /// What was timed, what the document holds, and what has arrived are the same hours.
+  /// What the table shows of each activity.
+  [[nodiscard]] QStringList totals() {
+    QStringList texts;
+    for (const ActivityRow& row : stage_.timer().state().rows().rows()) texts << row.total;
+    return texts;
+  }
+
+  /// What was timed, what the document holds, and what has arrived are the same hours; so is what is shown.
   bool judge() {
+    const QStringList shown = totals();
+    stage_.timer().state().reloadData();
+    if (shown != totals()) return false;
     double stamped = 0;
     for (const TimeEntry* entry : stage_.session().context()->all<TimeEntry>()) {
       if (entry->wasSent()) stamped += entry->storedDuration();
