@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QScrollBar>
 
 #include "Desk.h"
@@ -83,6 +84,39 @@ TEST_F(TimerWindowAtTheDesk, TheActivityTableIsWorkedByKeys) {
   go(1, "complete");
   desk.press(Qt::Key_Return);
   EXPECT_EQ(desk.rows(table), 1);
+}
+
+TEST_F(TimerWindowAtTheDesk, LettersThatAreTypedInTheTableSearchIt) {
+  const QString table = u"Activities"_s;
+  const auto rest = [&] { return desk.front().findChild<QLabel*>(u"activitiesLeftOut"_s)->text(); };
+  desk.type(u"zen"_s);
+  EXPECT_EQ(desk.focus(), "Find an activity");
+  EXPECT_EQ(desk.rows(table), 1);
+  EXPECT_EQ(rest(), "1 more is not shown.");
+  EXPECT_EQ(desk.text(u"Selected activity"_s), "Zenith - Design") << "the first that was found";
+  desk.press(Qt::Key_Return);
+  EXPECT_EQ(desk.focus(), table);
+  desk.press(Qt::Key_Space);
+  desk.press(u"Show All"_s);
+  EXPECT_EQ(desk.rows(table), 2);
+  EXPECT_EQ(desk.selectedRow(table), 1);
+  EXPECT_EQ(desk.cell(table, 1, u"Start/Stop"_s), "Stop");
+  EXPECT_EQ(desk.focus(), table);
+  desk.type(u"nothing"_s);
+  EXPECT_EQ(desk.rows(table), 0);
+  desk.wait(5);
+  EXPECT_EQ(desk.description(u"Today"_s), "00:00:05") << "what is left out runs on";
+  EXPECT_EQ(desk.description(u"Zenith - Design"_s), "Stop") << "and stands in the header";
+  desk.press(u"Show All"_s);
+  EXPECT_EQ(desk.text(u"Find an activity"_s), "");
+  desk.type(u"acm"_s);
+  desk.press(Qt::Key_Escape);
+  EXPECT_EQ(desk.rows(table), 2);
+  desk.press(Qt::Key_Escape);
+  EXPECT_EQ(desk.focus(), table);
+  desk.select(u"Time log"_s, 0);
+  desk.command(Command::Find);
+  EXPECT_EQ(desk.focus(), "Find in the log");
 }
 
 TEST_F(TimerWindowAtTheDesk, AQuestionIsAboutWhatWasSelectedWhenItWasAsked) {

@@ -36,18 +36,24 @@ struct WindowOfItsOwn {
 const std::initializer_list<WindowOfItsOwn> kWindows{
     {Command::CustomerList, QStringLiteral("Customers and Jobs"), QStringLiteral("customers-and-jobs")},
     {Command::ServicesList, QStringLiteral("Service Items"), QStringLiteral("service-items")},
+    {Command::CompletedActivities, QStringLiteral("Completed Activities"),
+     QStringLiteral("completed-activities")},
     {Command::Report, QStringLiteral("Report"), QStringLiteral("report")},
     {Command::Preferences, QStringLiteral("Preferences"), QStringLiteral("preferences")},
     {Command::Welcome, QStringLiteral("Welcome to Pendra"), QStringLiteral("welcome")},
     {Command::About, QStringLiteral("About Pendra"), QStringLiteral("about")},
 };
 
-/// Starts the timers of the first and the third activity; the first stays selected.
+/// Makes favourites of the first and the third activity and starts their timers; the first stays selected.
 void startTwoTimers(Stage& stage) {
   TimerWindowController& timer = stage.timer();
   QWidget& window = *timer.log().window();
   auto& activities = *window.findChild<RowTableView*>(QStringLiteral("activityTable"));
-  for (const int row : {2, 0}) {
+  for (const int row : {0, 2}) {
+    activities.selectRow(row);
+    timer.state().toggleFavourite();
+  }
+  for (const int row : {1, 0}) {
     activities.selectRow(row);
     timer.state().toggleTimer();
     stage.advance(kRunning);

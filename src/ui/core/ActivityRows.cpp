@@ -95,8 +95,9 @@ QSet<const Activity*> activitiesTouchedBy(const ChangeSet& changes) {
 /// Whether the edit may have changed which activities are listed, or a name that any row shows.
 bool concernsAllRows(const ChangeSet& changes) {
   return !changes.inserted<Activity>().empty() || !changes.deleted<Activity>().empty() ||
-         changes.changedAny<Activity>("completed") || changes.changedAny<Customer>("name") ||
-         changes.changedAny<Job>("name") || changes.changedAny<Service>("name");
+         changes.changedAny<Activity>("completed") || changes.changedAny<Activity>("favourite") ||
+         changes.changedAny<Customer>("name") || changes.changedAny<Job>("name") ||
+         changes.changedAny<Service>("name");
 }
 
 }  // namespace
@@ -121,12 +122,13 @@ ActivityRow ActivityRows::rowFor(Activity& activity, const Today& today) {
 }
 
 void ActivityRows::reload() {
-  all_.clear();
+  std::vector<ActivityRow> rows;
   if (const auto context = session_.context()) {
     const Today now = today();
-    for (Activity* activity : queries::openActivities(*context)) all_.push_back(rowFor(*activity, now));
+    for (Activity* activity : queries::openActivities(*context)) rows.push_back(rowFor(*activity, now));
   }
-  list();
+  table_.updateRows(std::move(rows));
+  findRunning();
 }
 
 void ActivityRows::follow(const ChangeSet& changes) {
@@ -140,23 +142,17 @@ void ActivityRows::follow(const ChangeSet& changes) {
 /// A row stays where it stands while what arranges the rows does not change.
 void ActivityRows::followRows(const QSet<const Activity*>& touched) {
   const Today now = today();
-  bool arranges = !search_.isEmpty();
-  for (ActivityRow& row : all_) {
-    if (!touched.contains(row.activity.get())) continue;
-    const bool wasFavourite = row.favourite;
+  table_.changeRows([&](ActivityRow& row) {
+    if (!touched.contains(row.activity.get())) return false;
     row = rowFor(*row.activity, now);
-    arranges |= row.favourite != wasFavourite;
-  }
-  if (arranges) return list();
-  for (int index = 0; index < table_.rowCount(); ++index) {
-    Activity* activity = table_.row(index)->activity.get();
-    if (touched.contains(activity)) table_.replaceRow(index, rowFor(*activity, now));
-  }
+    return true;
+  });
+  if (!search_.isEmpty()) lookThrough();
   findRunning();
 }
 
 bool ActivityRows::contains(const ActivityRow& row, const SearchText& text) {
-  return text.isEmpty() || text.isIn({row.customer, row.job, row.service, row.notes});
+  return text.isIn({row.customer, row.job, row.service, row.notes});
 }
 
 void ActivityRows::search(const QString& typed) {
@@ -164,19 +160,18 @@ void ActivityRows::search(const QString& typed) {
   if (text.words() == search_.words()) return;
   search_ = text;
   table_.setSearchText(text);
-  list();
+  const Today now = today();
+  table_.changeRows([&](ActivityRow& row) {  // those that were left out have run on
+    if (row.running && row.activity) row = rowFor(*row.activity, now);
+    return row.running;
+  });
+  lookThrough();
+  findRunning();
 }
 
-void ActivityRows::list() {
-  const Today now = today();
-  std::vector<ActivityRow> listed;
-  listed.reserve(all_.size());
-  for (const ActivityRow& row : all_) {
-    if (!row.activity || !contains(row, search_)) continue;
-    listed.push_back(row.running ? rowFor(*row.activity, now) : row);
-  }
-  table_.updateRows(std::move(listed));
-  findRunning();
+void ActivityRows::lookThrough() {
+  if (search_.isEmpty()) return table_.setFilter({});
+  table_.setFilter([this](const ActivityRow& row) { return contains(row, search_); });
 }
 
 void ActivityRows::findRunning() {

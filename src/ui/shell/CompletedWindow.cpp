@@ -9,6 +9,7 @@
 #include "ui/Buttons.h"
 #include "ui/HelpPlace.h"
 #include "ui/RowTableView.h"
+#include "ui/SearchField.h"
 #include "ui/Theme.h"
 #include "ui/WindowPlace.h"
 #include "ui_core/HelpAnchors.h"
@@ -44,14 +45,14 @@ CompletedWindow::~CompletedWindow() {
 }
 
 QWidget* CompletedWindow::makeContent() {
-  search_ = new QLineEdit;
+  search_ = new SearchField(tr("Search"));
   search_->setObjectName(QStringLiteral("searchCompleted"));
-  search_->setAccessibleName(tr("Search"));
-  search_->setPlaceholderText(tr("Search"));
   search_->setMaximumWidth(kSearchWidth);
   table_ = new RowTableView;
   table_->setObjectName(QStringLiteral("completedTable"));
   table_->setAccessibleName(tr("Completed activities"));
+  search_->setTable(table_);
+  table_->reportTyping();
   table_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   makeCurrent_ = new QPushButton(tr("Make Current"));
   makeCurrent_->setObjectName(QStringLiteral("makeCurrent"));
@@ -80,9 +81,10 @@ void CompletedWindow::connectTable() {
     if (table_->selectedRow() < 0 && completed_.table().rowCount() > 0) table_->selectRow(0);
     showState();
   });
-  connect(search_, &QLineEdit::returnPressed, this, [this] { table_->setFocus(Qt::OtherFocusReason); });
-  connect(new QShortcut(Qt::Key_Down, search_, {}, {}, Qt::WidgetShortcut), &QShortcut::activated, this,
-          [this] { table_->setFocus(Qt::OtherFocusReason); });
+  connect(table_, &RowTableView::lettersTyped, this, [this](const QString& letters) {
+    search_->setFocus(Qt::OtherFocusReason);
+    search_->insert(letters);
+  });
   connect(makeCurrent_, &QPushButton::clicked, this, makeCurrent);
   connect(table_, &RowTableView::rowActivated, this, makeCurrent);
   connect(table_, &RowTableView::selectionChanged, this, &CompletedWindow::showState);

@@ -5,6 +5,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "ActivityPane.h"
 #include "ShownText.h"
 #include "TimerHeader.h"
 #include "ui/FooterView.h"
@@ -46,15 +47,11 @@ TimerWindow::TimerWindow(Notices& notices, QWidget* quickEntry, std::function<bo
   resize(first);
   setMinimumWidth(kFirstSize.width() * 2 / 3);
 
-  activityTable = new RowTableView;
-  activityTable->setObjectName(QStringLiteral("activityTable"));
-  activityTable->setAccessibleName(tr("Activities"));
-  activityTable->setEmptyState(tr("Add an activity to start timing"), tr("Add Activity…"),
-                               tr("Read How It Works"));
-
+  activities = new ActivityPane;
+  activityTable = &activities->table();
   splitView = new GradientDividerSplitView;
   splitView->setObjectName(QStringLiteral("splitView"));
-  splitView->addWidget(activityTable);
+  splitView->addWidget(activities);
   splitView->addWidget(makeFooter());
   splitView->setChildrenCollapsible(false);
   splitView->setSizes({first.height() * 3 / 8, first.height() * 5 / 8});

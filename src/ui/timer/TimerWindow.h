@@ -8,6 +8,7 @@ class QVBoxLayout;
 
 namespace pendra {
 
+class ActivityPane;
 class GradientDividerSplitView;
 class Notices;
 class RowTableView;
@@ -25,6 +26,7 @@ class TimerWindow final : public QMainWindow {
   void setLog(QWidget* pane, QWidget* summary, QWidget* glance);
 
   TimerHeader* header = nullptr;
+  ActivityPane* activities = nullptr;
   RowTableView* activityTable = nullptr;
   GradientDividerSplitView* splitView = nullptr;
   QLabel* documentState = nullptr;

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "ActivityPane.h"
 #include "GlanceView.h"
 #include "LatestMenu.h"
 #include "MenuButton.h"
@@ -94,6 +95,8 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
   window_->setLog(log_, log_->makeSummary(), new GlanceView(state_.hours(), session));
   window_->setMenuBar(new MenuBar(target, window_.get()));
   window_->activityTable->setTable(state_.rows(), state_.selection());
+  window_->activities->follow(state_);
+  quickEntry_->addTool(&window_->activities->searchField());
   connectHeader();
   window_->activityTable->standOnGrid();
   window_->activityTable->setSpaceColumn(QStringLiteral("startstop"));
@@ -113,7 +116,7 @@ void TimerWindowController::connectControls() {
     return [this, command] { target_.perform(command, window_.get()); };
   };
   RowTableView* table = window_->activityTable;
-  connect(table, &RowTableView::emptyButtonClicked, this, perform(Command::AddActivity));
+  connect(window_->activities, &ActivityPane::addAsked, this, perform(Command::AddActivity));
   connect(table, &RowTableView::emptyHelpClicked, this,
           [this] { showHelp(help::kFirstDay, session_.ports().workspace, resourceFolder()); });
   connect(table, &RowTableView::cellPressed, this, &TimerWindowController::pressCell);
@@ -124,11 +127,15 @@ void TimerWindowController::connectControls() {
   connect(log_, &LogPaneView::editTimeEntry, this, &TimerWindowController::editTimeEntry);
   connect(&tick_, &QTimer::timeout, this, &TimerWindowController::tick);
   connectRowMenus();
-  connect(qApp, &QApplication::focusChanged, this, [this, table](QWidget*, QWidget* now) {
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, const QWidget* now) {
+    if (!now) return;
     // A menu or a tool takes the focus for a moment; what counts is the table that had it last.
-    if (now == table) logHadFocus_ = false;
-    if (now && window_->splitView->isAncestorOf(now) && !table->isAncestorOf(now) && now != table)
+    const ActivityPane& activities = *window_->activities;
+    if (activities.isAncestorOf(now) || now == &activities.searchField()) {
+      logHadFocus_ = false;
+    } else if (window_->splitView->isAncestorOf(now)) {
       logHadFocus_ = true;
+    }
   });
 }
 
@@ -289,9 +296,7 @@ void TimerWindowController::deleteActivity() {
 }
 
 void TimerWindowController::find() {
-  auto* activities = window_->findChild<SearchField*>(QStringLiteral("activitySearch"));
-  if (activities && activitiesHadFocus()) return beginSearch(*activities);
-  log_->find();
+  activitiesHadFocus() ? beginSearch(window_->activities->searchField()) : log_->find();
 }
 
 void TimerWindowController::exportTimeLog() { log_->exportTimeLog(); }

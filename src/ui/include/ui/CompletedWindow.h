@@ -3,12 +3,12 @@
 #include "ui/AppWindow.h"
 #include "ui_core/CompletedActivities.h"
 
-class QLineEdit;
 class QPushButton;
 
 namespace pendra {
 
 class RowTableView;
+class SearchField;
 
 /// "Completed Activities": finds what has left the activity table, and brings it back. It stays open when the
 /// document changes.
@@ -23,7 +23,7 @@ class CompletedWindow final : public AppWindow {
   void showState();
 
   CompletedActivities completed_;
-  QLineEdit* search_ = nullptr;
+  SearchField* search_ = nullptr;
   RowTableView* table_ = nullptr;
   QPushButton* makeCurrent_ = nullptr;
 };

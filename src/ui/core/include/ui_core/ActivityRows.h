@@ -1,6 +1,6 @@
 #pragma once
-// All open activities are kept as rows; the table lists those that contain what is searched for. What is left
-// out runs, counts and is sent like the others.
+// The table holds all open activities and lists those that contain what is searched for. What is left out
+// runs, counts and is sent like the others.
 
 #include <QSet>
 #include <QString>
@@ -51,7 +51,7 @@ class ActivityRows {
   void search(const QString& typed);
   [[nodiscard]] const SearchText& searchText() const { return search_; }
   /// How many rows the search leaves out.
-  [[nodiscard]] int leftOut() const { return static_cast<int>(all_.size()) - table_.rowCount(); }
+  [[nodiscard]] int leftOut() const { return table_.heldBack(); }
   /// The row of an activity; none when it is not listed.
   [[nodiscard]] std::optional<int> rowOf(const Activity* activity) const;
 
@@ -60,11 +60,10 @@ class ActivityRows {
   [[nodiscard]] static bool contains(const ActivityRow& row, const SearchText& text);
   [[nodiscard]] Today today() const;
   void followRows(const QSet<const Activity*>& touched);
-  void list();
+  void lookThrough();
   void findRunning();
 
   const Session& session_;
-  std::vector<ActivityRow> all_;
   RowTable<ActivityRow> table_;
   SearchText search_;
   std::vector<QPersistentModelIndex> running_;
