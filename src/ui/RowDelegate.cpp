@@ -34,7 +34,7 @@ const auto kNoTime = QStringLiteral("00:00:00");
 struct RowLook {
   const Colours& colours;
   bool selected;
-  bool inFront;  ///< the window that has the keyboard
+  bool inFront;  ///< in the window that has the keyboard
   bool running;
   bool hovered;
   bool quiet;
@@ -64,10 +64,10 @@ QColor lineUnder(const QModelIndex& index, const RowLook& look) {
 }
 
 void drawBackground(QPainter& painter, const QRect& cell, const RowLook& look, const QColor& line,
-                    bool first) {
+                    bool withBar) {
   painter.fillRect(cell, look.background());
   painter.fillRect(QRect(cell.left(), cell.bottom(), cell.width(), 1), line);
-  if (first && look.selected && look.inFront) {
+  if (withBar && look.selected) {
     painter.fillRect(QRect(cell.left(), cell.top(), kCurrentBar, cell.height()), look.colours.link);
   }
 }
@@ -318,13 +318,15 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const {
   const RowLook look{Theme::colours(option.palette),
                      bool(option.state & QStyle::State_Selected),
-                     bool(option.state & QStyle::State_Active),
+                     option.widget->isActiveWindow(),
                      index.data(TableModel::kRunningRole).toBool(),
                      hovered_.isValid() && hovered_.row() == index.row(),
                      index.data(TableModel::kQuietRole).toBool()};
   painter->save();
   painter->setClipRect(option.rect);
-  drawBackground(*painter, option.rect, look, lineUnder(index, look), option.rect.left() == 0);
+  // A view is called active while it has the keyboard itself: the bar says where keys go.
+  const bool withBar = option.rect.left() == 0 && bool(option.state & QStyle::State_Active);
+  drawBackground(*painter, option.rect, look, lineUnder(index, look), withBar);
   painter->setFont(option.font);
   QRect content = contentRect(option, index);
   if (kindOf(index) != CellKind::State && !index.data(TableModel::kWarningRole).toString().isEmpty())
