@@ -50,6 +50,7 @@ Program::Program(Environment& environment)
       commands_(
           session_, windows_, link_, history_, [this] { terminate(); }, environment_.key.get()),
       awayNotice_(session_, [this] { windows_.show(WindowKind::TimeAway); }),
+      reminder_(session_),
       signals_([this] { askedToEnd(); }) {
   session_.requireEdits();
   if (environment_.idle && environment_.sleep) {

@@ -15,6 +15,7 @@
 #include "SignalWatcher.h"
 #include "WindowRegistry.h"
 #include "document/AwayWatch.h"
+#include "document/IdleReminder.h"
 #include "document/Launch.h"
 #include "ui_core/AskedOutside.h"
 #include "ui_core/AwayNotice.h"
@@ -85,6 +86,7 @@ class Program {
   std::optional<InPanel> inPanel_;
   std::optional<AskedOutside> askedOutside_;
   std::vector<Notifier::Subscription> keys_;
+  IdleReminder reminder_;
   SignalWatcher signals_;
   std::vector<std::function<void()>> waits_;  ///< these requests, in the order in which they came
   QTimer waiting_;

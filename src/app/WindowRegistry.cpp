@@ -14,6 +14,7 @@
 #include "ui/FieldUndo.h"
 #include "ui/ListWindows.h"
 #include "ui/LogPaneView.h"
+#include "ui/PreferencesWindow.h"
 #include "ui/ReportWindow.h"
 #include "ui/RestoreWindow.h"
 #include "ui/SetupController.h"

@@ -83,6 +83,7 @@ int runProgram(const CommandLine& line) {
   auto environment = pendra::Environment::ofUser();
   const pendra::ZoneFollower zone(environment.calendar);
   pendra::Consent(environment.defaults).programStarted();
+  if (!line.appearance) pendra::Theme::force(environment.defaults);
   pendra::Program program(environment);
   pendra::TimingInterface timing(
       program.session(), [&program] { return program.busyWith(); }, [&program] { return program.sendAll(); });

@@ -19,7 +19,8 @@ AwayWatch::AwayWatch(Session& session, IdleSource& idle, SleepSource& sleep)
   next_.setSingleShot(true);
   QObject::connect(&next_, &QTimer::timeout, &next_, [this] { look(); });
   documents_ = session_.documentChanges().observe([this] { follow(); });
-  preference_ = session_.ports().defaults.changesOf(preferences::kAwayMinutes).observe([this] { follow(); });
+  preference_ =
+      session_.ports().defaults.changesOf(preferences::kAwayMinutes.key).observe([this] { follow(); });
   sleeps_ = sleep_.changes().observe([this] {
     if (finder_) look();
   });
@@ -40,7 +41,7 @@ void AwayWatch::follow() {
 
 bool AwayWatch::isWanted() const {
   const auto context = session_.context();
-  return context && awayMinutes(session_.ports().defaults) > 0 && isTimeRunning(*context);
+  return context && preferences::kAwayMinutes.of(session_.ports().defaults) > 0 && isTimeRunning(*context);
 }
 
 void AwayWatch::startOrStop() {
@@ -48,7 +49,7 @@ void AwayWatch::startOrStop() {
   // Whoever comes back and stops the timer at once has been away all the same: one more look.
   if (isWanted != finder_.has_value()) next_.start(0);
   if (!isWanted || finder_) return;
-  finder_.emplace(60.0 * awayMinutes(session_.ports().defaults));
+  finder_.emplace(60.0 * preferences::kAwayMinutes.of(session_.ports().defaults));
   noteWhatRuns();
 }
 

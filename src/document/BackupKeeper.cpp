@@ -1,6 +1,7 @@
 #include "document/BackupKeeper.h"
 
 #include "document/Backups.h"
+#include "platform/Preferences.h"
 
 namespace pendra {
 
@@ -11,8 +12,9 @@ BackupKeeper::BackupKeeper(Session& session, Pace pace) : session_(session), pac
 
 void BackupKeeper::start() {
   documents_ = session_.documentChanges().observe([this] { followDocument(); });
-  leaving_ =
-      session_.documentLeaving().observe([this] { std::ignore = makeBackup(session_, BackupReason::Daily); });
+  leaving_ = session_.documentLeaving().observe([this] {
+    if (isWanted()) std::ignore = makeBackup(session_, BackupReason::Daily);
+  });
   followDocument();
 }
 
@@ -36,11 +38,11 @@ void BackupKeeper::followDocument() {
 /// Whoever is told of an edit is still inside it.
 void BackupKeeper::changed() {
   const bool isNews = session_.document()->isBackedUp == false;
-  if (isNews && done_ != today() && !soon_.isActive()) soon_.start(pace_.afterChange);
+  if (isWanted() && isNews && done_ != today() && !soon_.isActive()) soon_.start(pace_.afterChange);
 }
 
 void BackupKeeper::makeDaily() {
-  if (!session_.document() || session_.document()->isBackedUp == true) return;
+  if (!isWanted() || !session_.document() || session_.document()->isBackedUp == true) return;
   const auto backups = backupsOf(session_);
   const bool isThere = !backups.empty() && session_.ports().calendar.day(backups.front().madeAt) == today();
   if (isThere || makeBackup(session_, BackupReason::Daily)) {
@@ -49,6 +51,8 @@ void BackupKeeper::makeDaily() {
     soon_.start(pace_.afterFailure);
   }
 }
+
+bool BackupKeeper::isWanted() const { return preferences::kDailyBackups.isOn(session_.ports().defaults); }
 
 QDate BackupKeeper::today() const { return session_.ports().calendar.day(session_.ports().clock.now()); }
 

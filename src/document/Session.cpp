@@ -1,13 +1,17 @@
 #include "document/Session.h"
 
 #include "document/Saving.h"
+#include "platform/Preferences.h"
 
 namespace pendra {
 
 Session::Session(const Ports& ports, ObjectModel model)
     : ports_(ports),
       objectModel_(std::move(model)),
-      settings_(ports_.defaults.failureChanges().observe([this] { sayWhetherSettingsAreStored(*this); })) {}
+      settings_(ports_.defaults.failureChanges().observe([this] { sayWhetherSettingsAreStored(*this); })),
+      oneAtATime_(ports_.defaults.changesOf(preferences::kOneAtATime.key).observe([this] {
+        if (document_) obeyPreferences();
+      })) {}
 
 void Session::open(std::unique_ptr<OpenDocument> document) { exchange(std::move(document)); }
 
@@ -28,6 +32,7 @@ void Session::exchange(std::unique_ptr<OpenDocument> next) {
   commits_ = {};
   if (document_) {
     context()->requireEdits(editsRequired_);
+    obeyPreferences();
     commits_ = context()->observeCommits([this](const CommitState&) { commitTried(); });
   }
   notices_.withdrawOfDocument();
@@ -35,6 +40,10 @@ void Session::exchange(std::unique_ptr<OpenDocument> next) {
   if (isStandalone() != wasStandalone) standaloneChanges_.changed();
   if (document_) sayHowFileIsHeld(*this);
   commitTried();  // the reading may have been one that could not store what it did
+}
+
+void Session::obeyPreferences() {
+  document_->settings().setStartsOneAtATime(preferences::kOneAtATime.isOn(ports_.defaults));
 }
 
 void Session::commitTried() {

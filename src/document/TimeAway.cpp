@@ -12,7 +12,6 @@ namespace pendra {
 
 namespace {
 
-constexpr int kMinutesByDefault = 10;
 /// Instants of one moment may be told apart by less than this.
 constexpr double kSameMoment = 1;
 
@@ -58,16 +57,6 @@ void answer(ObjectContext& context, const QString& name, const AwayEntries& entr
 }
 
 }  // namespace
-
-int awayMinutes(const UserDefaults& defaults) {
-  bool isNumber = false;
-  const int minutes = defaults.text(preferences::kAwayMinutes).value_or(QString()).toInt(&isNumber);
-  return isNumber && minutes >= 0 ? minutes : kMinutesByDefault;
-}
-
-void setAwayMinutes(UserDefaults& defaults, int minutes) {
-  defaults.setText(preferences::kAwayMinutes, QString::number(minutes));
-}
 
 std::optional<Absence> unansweredAway(const TimeEntry& entry) {
   if (!entry.awayFrom() || !entry.awayTo() || !entry.start() || !entry.activity()) return std::nullopt;

@@ -3,11 +3,27 @@
 #include "model/Customer.h"
 #include "model/DocumentSettings.h"
 #include "model/Job.h"
+#include "model/Queries.h"
 #include "model/Service.h"
 #include "model/TimeEntry.h"
 #include "store/ObjectContext.h"
 
 namespace pendra {
+
+namespace {
+
+void stopAll(const ObjectContext& context, Instant end) {
+  const auto running = context.flagged<TimeEntry>("running").copy();
+  for (TimeEntry* entry : running) {
+    if (entry->start().value_or(end) > end) {
+      entry->stopTimer();
+    } else {
+      entry->stopTimerAt(end);
+    }
+  }
+}
+
+}  // namespace
 
 const EntityDescriptor& Activity::descriptor() {
   using namespace describe;
@@ -77,8 +93,12 @@ TimeEntry& Activity::addEntry() {
   return period;
 }
 
-TimeEntry& Activity::startEntry() {
+TimeEntry& Activity::startEntry(std::optional<Instant> since) {
+  const Instant begin = since.value_or(context()->clock().now());
+  const DocumentSettings* settings = queries::firstDocument(*context());
+  if (settings && settings->startsOneAtATime()) stopAll(*context(), begin);
   TimeEntry& period = addEntry();
+  period.setStart(begin);
   period.startTimer();
   return period;
 }

@@ -4,6 +4,7 @@
 
 #include "model/Activity.h"
 #include "model/TimeEntry.h"
+#include "platform/Preferences.h"
 
 namespace pendra {
 
@@ -42,6 +43,12 @@ Hours& Hours::operator+=(const Hours& other) {
 
 QDate startOfWeek(QDate day, Qt::DayOfWeek weekBegins) {
   return day.addDays(-((day.dayOfWeek() - weekBegins + 7) % 7));
+}
+
+Qt::DayOfWeek weekBegins(const UserDefaults& defaults, const QLocale& region) {
+  const int chosen = defaults.text(preferences::kWeekBegins).value_or(QString()).toInt();
+  const bool isDay = chosen >= Qt::Monday && chosen <= Qt::Sunday;
+  return isDay ? static_cast<Qt::DayOfWeek>(chosen) : region.firstDayOfWeek();
 }
 
 }  // namespace pendra

@@ -52,6 +52,11 @@ void TimeEntry::stopTimer() {
   setRunning(false);
 }
 
+void TimeEntry::stopTimerAt(Instant end) {
+  setDuration(end - start().value_or(end));
+  setRunning(false);
+}
+
 double TimeEntry::elapsed() const {
   if (!running()) return storedDuration();
   return context()->clock().now() - start().value_or(context()->clock().now());

@@ -22,6 +22,8 @@ AppWindow::AppWindow(const WindowFrame& frame, const QString& title) : frame_(ne
 
 void AppWindow::setContent(QWidget* content) { frame_->layout()->addWidget(content); }
 
+void AppWindow::hideMenuBar() { menuBar()->setFixedHeight(0); }
+
 /// A window that a sheet opens takes everything until it is closed, as the sheet does below it; the commands
 /// in its menus are for when nothing waits.
 void AppWindow::standOverSheet() {

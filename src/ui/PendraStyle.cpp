@@ -1,5 +1,6 @@
 #include "PendraStyle.h"
 
+#include <QAbstractSpinBox>
 #include <QLineEdit>
 #include <QListView>
 #include <QPainter>
@@ -17,10 +18,13 @@ namespace pendra {
 namespace {
 
 constexpr int kIndicator = 16;
+constexpr int kAfterIndicator = 10;
 constexpr int kScrollBar = 12;
 constexpr int kFieldPadding = 6;
 constexpr int kArrowWidth = 24;
 constexpr int kListItemHeight = 26;
+constexpr int kTabHeight = 36;
+constexpr int kTabPadding = 4;  // beside the style's own; a bold word is wider
 
 /// What decides how a push button is drawn.
 struct ButtonLook {
@@ -179,6 +183,27 @@ void drawMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item) {
   painter.drawText(item.rect, flags, item.text);
 }
 
+/// A tab is a word; the one that is shown is bold over a line in the colour of where one is.
+void drawTab(QPainter& painter, const QStyleOptionTab& tab) {
+  const Colours& colours = Theme::colours(tab.palette);
+  const bool isShown = tab.state & QStyle::State_Selected;
+  const QRect& rect = tab.rect;
+  if (tab.state & QStyle::State_MouseOver && !isShown) {
+    drawRounded(painter, rect.adjusted(2, 4, -2, -5), colours.line, {});
+  }
+  if (isShown) painter.fillRect(QRect(rect.left(), rect.bottom() - 1, rect.width(), 2), colours.link);
+  QFont font = painter.font();
+  font.setWeight(isShown ? QFont::DemiBold : QFont::Normal);
+  painter.save();
+  painter.setFont(font);
+  painter.setPen(isShown ? colours.text : colours.quiet);
+  painter.drawText(rect, Qt::AlignCenter | Qt::TextHideMnemonic | Qt::TextSingleLine, tab.text);
+  painter.restore();
+  if (tab.state & QStyle::State_HasFocus && tab.state & QStyle::State_KeyboardFocusChange) {
+    drawFocusRing(painter, rect.adjusted(2, 4, -2, -4), colours.link);
+  }
+}
+
 void drawScrollBar(QPainter& painter, const QStyleOptionSlider& bar, const QRect& handle) {
   const Colours& colours = Theme::colours(bar.palette);
   const bool active = bar.state & (QStyle::State_MouseOver | QStyle::State_Sunken);
@@ -251,6 +276,8 @@ void PendraStyle::drawControl(ControlElement element, const QStyleOption* option
                               const QWidget* widget) const {
   const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
   if (element == CE_MenuBarItem && item) return drawMenuBarItem(*painter, *item);
+  const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option);
+  if (element == CE_TabBarTab && tab) return drawTab(*painter, *tab);
   if (element == CE_MenuBarEmptyArea) return drawMenuBarPart(*painter, *option);
   // A bar without an end runs, and is the base style's to move.
   const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
@@ -287,6 +314,10 @@ void PendraStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
     const bool enabled = option->state & State_Enabled;
     const QPointF centre(option->rect.right() - 12, QRectF(option->rect).center().y());
     return drawChevron(*painter, centre, enabled ? colours.quiet : colours.disabled);
+  }
+  const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
+  if (control == CC_SpinBox && spin && spin->buttonSymbols == QAbstractSpinBox::NoButtons) {
+    return drawFieldPanel(*painter, *option, widget);
   }
   QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
@@ -334,6 +365,8 @@ QSize PendraStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
       return size.expandedTo({0, metrics::kControlHeight});
     case CT_ItemViewItem:
       return size.expandedTo({0, kListItemHeight});
+    case CT_TabBarTab:
+      return {contents.width() + kTabPadding, kTabHeight};
     case CT_MenuBarItem:
       return size.expandedTo({0, metrics::kControlHeight});
     case CT_MenuItem:
@@ -350,6 +383,9 @@ int PendraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, con
     case PM_ExclusiveIndicatorWidth:
     case PM_ExclusiveIndicatorHeight:
       return kIndicator;
+    case PM_CheckBoxLabelSpacing:
+    case PM_RadioButtonLabelSpacing:
+      return kAfterIndicator;
     case PM_FocusFrameHMargin:
       return qobject_cast<const QListView*>(widget) ? kFieldPadding - 1
                                                     : QProxyStyle::pixelMetric(metric, option, widget);

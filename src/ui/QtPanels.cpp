@@ -102,9 +102,14 @@ std::optional<QString> QtPanels::runSavePanel(const SavePanel& panel) {
   return chosenIn(dialog, panel.requiredType);
 }
 
-std::optional<QString> QtPanels::runOpenPanel() {
+std::optional<QString> QtPanels::runOpenPanel() { return runExistingPanel(QFileDialog::ExistingFile); }
+
+std::optional<QString> QtPanels::runFolderPanel() { return runExistingPanel(QFileDialog::Directory); }
+
+std::optional<QString> QtPanels::runExistingPanel(int mode) {
   QFileDialog dialog(frontWindow());
-  dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setFileMode(static_cast<QFileDialog::FileMode>(mode));
+  dialog.setOption(QFileDialog::ShowDirsOnly, mode == QFileDialog::Directory);
   dialog.setDirectory(folder());
   const ModalDepth::Run run(modals_);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;

@@ -28,6 +28,19 @@ TableMemory::TableMemory(RowTableView& view, UserDefaults& defaults, QString key
   connect(heads, &QHeaderView::sectionMoved, this, storeSoon);
   shownColumns_ = view.tableModel().shownColumnsChanges.observe(storeSoon);
   view.installEventFilter(this);
+  forgotten_ = defaults.changesOf(key_).observe([this] {
+    if (defaults_.text(key_).value_or(QString()).isEmpty()) reset();
+  });
+}
+
+void TableMemory::reset() {
+  TableModel& table = view_.tableModel();
+  QHeaderView& heads = *view_.horizontalHeader();
+  for (int column = 0; column < heads.count(); ++column) {
+    heads.moveSection(heads.visualIndex(column), column);
+    if (table.head(column).canHide) table.setHidden(table.head(column).identifier, false);
+  }
+  view_.chooseWidths({});
 }
 
 bool TableMemory::eventFilter(QObject* watched, QEvent* event) {

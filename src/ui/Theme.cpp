@@ -6,6 +6,7 @@
 
 #include "AdaptedColours.h"
 #include "PendraStyle.h"
+#include "platform/Preferences.h"
 #include "ui/Symbols.h"
 
 namespace pendra {
@@ -84,6 +85,11 @@ void Theme::follow(const Wishes& look) {
 }
 
 int Theme::motion(int milliseconds) { return desktop.lessMotion ? 0 : milliseconds; }
+
+void Theme::force(const UserDefaults& defaults) {
+  const QString chosen = defaults.text(preferences::kAppearance).value_or(QString());
+  force(chosen == u"light" ? Appearance::Light : chosen == u"dark" ? Appearance::Dark : Appearance::System);
+}
 
 bool Theme::isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }
 

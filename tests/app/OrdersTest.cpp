@@ -66,7 +66,7 @@ struct World {
     ObjectContext context(model, clock, calendar);
     EXPECT_TRUE(PersistentStore::look(path, context, model));
     order.value()->document = u"/Work.pdr"_s;
-    const auto answer = answerFrom(context, *order.value());
+    const auto answer = answerFrom(context, *order.value(), Qt::Monday);
     return answer ? pendra::printed(*order.value(), answer.value()) : printedAsJson(answer.error());
   }
 };

@@ -2,6 +2,7 @@
 
 #include "DocumentTest.h"
 #include "document/AwayWatch.h"
+#include "platform/Preferences.h"
 #include "support/Events.h"
 #include "support/ScriptedPresence.h"
 
@@ -220,13 +221,13 @@ TEST_F(AwayTest, DoesNotWakeWhileNothingRunsOrNobodyWantsToBeAsked) {
   Activity& activity = add("A");
   start(activity);
   EXPECT_TRUE(watch_->isWatching());
-  setAwayMinutes(defaults, 0);
+  preferences::kAwayMinutes.set(defaults, 0);
   EXPECT_FALSE(watch_->isWatching());
   pass(5000);
   sleep(5000);
   work(60);
   EXPECT_EQ(entries(), QStringList("A 0-"));
-  setAwayMinutes(defaults, 1);
+  preferences::kAwayMinutes.set(defaults, 1);
   EXPECT_TRUE(watch_->isWatching());
   session.close();
   EXPECT_FALSE(watch_->isWatching());

@@ -90,6 +90,7 @@ def counts_until_told_not_to(desktop, recorder, document):
     app.focus_window(document.stem)
     app.keys("ctrl+comma")
     app.window("Preferences")
+    app.press("Statistics", "page tab")
     app.press("Send usage statistics", "check box")
     recorder.wait("Pendra_DISABLE_FEEDBACK")
     expect("the refusal is kept", desktop.defaults()["VTAnalyticsTracker"] == "false")

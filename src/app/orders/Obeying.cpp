@@ -15,6 +15,7 @@
 #include "RunningPendra.h"
 #include "SendAll.h"
 #include "document/DocumentFiles.h"
+#include "model/Hours.h"
 #include "platform/Files.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
@@ -87,7 +88,7 @@ class Obeying {
     if (!path) return path.error();
     Order order = order_;
     order.document = path.value();
-    return answerFrom(context, order);
+    return answerFrom(context, order, weekBegins(UserDefaults(Places::ofUser().defaultsFile()), QLocale()));
   }
 
   Result<QVariant> withoutProgram() const {
@@ -149,10 +150,10 @@ bool print(const QByteArray& bytes, std::FILE* to) {
 
 }  // namespace
 
-Result<QVariant> answerFrom(const ObjectContext& context, const Order& order) {
+Result<QVariant> answerFrom(const ObjectContext& context, const Order& order, Qt::DayOfWeek weekBegins) {
   if (order.verb == Verb::Log) return asVariant(facts::log(context, order));
   if (order.verb == Verb::Report) return QVariant(facts::report(context, order));
-  return QVariant(facts::status(context, order.document, QLocale().firstDayOfWeek()));
+  return QVariant(facts::status(context, order.document, weekBegins));
 }
 
 QByteArray printed(const Order& order, const QVariant& answer) {

@@ -9,7 +9,8 @@
 namespace pendra {
 
 /// The answer to `status`, `log` and `report` for a document that was read.
-[[nodiscard]] Result<QVariant> answerFrom(const ObjectContext& context, const Order& order);
+[[nodiscard]] Result<QVariant> answerFrom(const ObjectContext& context, const Order& order,
+                                          Qt::DayOfWeek weekBegins);
 
 /// What is printed: an answer to standard output, in lines or as JSON.
 [[nodiscard]] QByteArray printed(const Order& order, const QVariant& answer);

@@ -2,6 +2,7 @@
 
 #include "model/Activity.h"
 #include "model/TimeEntry.h"
+#include "platform/Preferences.h"
 
 namespace pendra {
 
@@ -15,10 +16,12 @@ std::optional<Value> valueIn(const PropertyValue& value) {
 
 }  // namespace
 
-HoursAtAGlance::HoursAtAGlance(Session& session, Qt::DayOfWeek weekBegins)
+HoursAtAGlance::HoursAtAGlance(Session& session, const QLocale& region)
     : session_(session),
-      weekBegins_(weekBegins),
-      documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
+      region_(region),
+      documentChanges_(session.documentChanges().observe([this] { followDocument(); })),
+      preference_(
+          session.ports().defaults.changesOf(preferences::kWeekBegins).observe([this] { update(); })) {
   followDocument();
 }
 
@@ -34,7 +37,7 @@ void HoursAtAGlance::followDocument() {
 HoursAtAGlance::Bounds HoursAtAGlance::bounds() const {
   const Calendar& calendar = session_.ports().calendar;
   const QDate day = calendar.day(session_.ports().clock.now());
-  const QDate week = startOfWeek(day, weekBegins_);
+  const QDate week = startOfWeek(day, weekBegins(session_.ports().defaults, region_));
   return {Days(day, day, calendar), Days(week, week.addDays(6), calendar)};
 }
 

@@ -32,7 +32,7 @@ TimerState::TimerState(Session& session, TimerDisplay& display, const QLocale& l
       display_(display),
       rows_(session),
       log_(session, *this, locale),
-      hours_(session, locale.firstDayOfWeek()),
+      hours_(session, locale),
       selectionChanges_(selection_.changes.observe([this] { selectionChanged(); })),
       documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
   followDocument();

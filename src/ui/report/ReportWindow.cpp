@@ -58,7 +58,7 @@ ReportWindow::ReportWindow(const WindowFrame& frame, ShowInLog showInLog)
       tree_(std::make_unique<ReportTree>(session_.ports().calendar, locale())) {
   setObjectName(QStringLiteral("reportWindow"));
   setHelpAnchor(*this, help::kReport);
-  query_.weekBegins = locale().firstDayOfWeek();
+  query_.weekBegins = weekBegins(session_.ports().defaults, locale());
   query_.range = ReportRange::around(RangeKind::Month, today(), query_.weekBegins);
   setContent(makeContent());
   addExports();
@@ -70,6 +70,8 @@ ReportWindow::ReportWindow(const WindowFrame& frame, ShowInLog showInLog)
   connect(&tick_, &QTimer::timeout, this, &ReportWindow::tick);
   observations_.push_back(session_.documentChanges().observe([this] { followDocument(); }));
   observations_.push_back(session_.standaloneChanges().observe([this] { refresh(); }));
+  observations_.push_back(
+      session_.ports().defaults.changesOf(preferences::kWeekBegins).observe([this] { beginWeeksAnew(); }));
   followDocument();
   tick_.start(kTick);
   chart_->setFocus();
@@ -141,6 +143,15 @@ ReportPaper ReportWindow::paper() const {
 ObjectContext* ReportWindow::context() const { return session_.context().get(); }
 
 QDate ReportWindow::today() const { return session_.ports().calendar.day(session_.ports().clock.now()); }
+
+void ReportWindow::beginWeeksAnew() {
+  ReportQuery query = query_;
+  query.weekBegins = weekBegins(session_.ports().defaults, locale());
+  if (query.range.kind == RangeKind::Week) {
+    query.range = ReportRange::around(RangeKind::Week, query.range.first, query.weekBegins);
+  }
+  setQuery(query);
+}
 
 void ReportWindow::setQuery(const ReportQuery& query) {
   query_ = query;

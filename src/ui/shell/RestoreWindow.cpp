@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QLocale>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QShortcut>
 
@@ -70,7 +69,7 @@ RestoreWindow::RestoreWindow(const WindowFrame& frame)
   setObjectName(QStringLiteral("restoreWindow"));
   setHelpAnchor(*this, help::kBackups);
   resize(kFirstSize);
-  menuBar()->setFixedHeight(0);  // not shown, and its keys work all the same
+  hideMenuBar();
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] { close(); });
   auto* content = new QWidget;
   auto* column = new QVBoxLayout(content);

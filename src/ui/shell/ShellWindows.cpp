@@ -1,27 +1,18 @@
 #include "ui/ShellWindows.h"
 
-#include <QCheckBox>
-#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSignalBlocker>
-#include <QSpinBox>
 #include <QVBoxLayout>
 
-#include "analytics/Disclosure.h"
-#include "document/TimeAway.h"
-#include "platform/Preferences.h"
 #include "platform/Resources.h"
 #include "platform/Text.h"
 #include "ui/Buttons.h"
 #include "ui/CommandTarget.h"
 #include "ui/HelpPlace.h"
 #include "ui/Symbols.h"
-#include "ui/TabularText.h"
 #include "ui/Theme.h"
 #include "ui_core/HelpAnchors.h"
 #include "ui_core/ShellCommands.h"
@@ -34,7 +25,6 @@ constexpr int kMargin = metrics::kGrid * 4;
 constexpr int kTextWidth = 440;
 constexpr int kSign = 56;
 constexpr qsizetype kRecentShown = 5;
-constexpr int kMostMinutes = 240;
 
 QLabel* quietText(const QString& text) {
   auto* label = new QLabel(text);
@@ -111,6 +101,7 @@ QString recentTitle(const QString& path, const QStringList& all) {
 
 ShellWindow::ShellWindow(const WindowFrame& frame, const QString& title) : AppWindow(frame, title) {
   layout()->setSizeConstraint(QLayout::SetFixedSize);
+  hideMenuBar();
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] { close(); });
 }
 
@@ -174,120 +165,6 @@ WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : ShellWindow(frame, tr("
   makeQuiet(*done);
   connect(done, &QPushButton::clicked, this, [this] { close(); });
   setContent(page.widget);
-}
-
-PreferencesWindow::PreferencesWindow(const WindowFrame& frame)
-    : ShellWindow(frame, tr("Preferences")),
-      session_(frame.session),
-      defaults_(frame.session.ports().defaults) {
-  setHelpAnchor(*this, help::kPreferences);
-  Page page;
-  const auto add = [&](const QString& key, const QString& text, const QString& explanation, bool byDefault) {
-    auto* group = new QVBoxLayout;
-    group->setSpacing(metrics::kGrid / 2);
-    group->addWidget(addPreference(key, text, explanation, byDefault));
-    auto* words = new QHBoxLayout;
-    words->addSpacing(metrics::kGrid * 3);
-    words->addWidget(quietText(explanation));
-    group->addLayout(words);
-    page.column->addLayout(group);
-  };
-  add(preferences::kMergeSubmissions, tr("Merge a day's entries of an activity when sending"),
-      tr("One record for each activity and day instead of one for each entry. Always on again when Pendra "
-         "starts."),
-      false);
-  add(preferences::kHideSubmitted, tr("Hide sent entries in the time log"),
-      tr("Sent entries stay in the document and are left out of the list and of an export."), false);
-  page.column->addLayout(makeAwayMinutes());
-  add(preferences::kKeepInPanel, tr("Keep Pendra in the panel when its window closes"),
-      tr("Timing goes on, and the icon in the panel brings the window back. Where the desktop has no panel, "
-         "closing the window closes the document."),
-      false);
-  add(preferences::kAnalyticsTracker, tr("Send usage statistics"), statisticsDisclosureHere(), true);
-  page.column->addLayout(makeBackupFolder());
-  setContent(page.widget);
-}
-
-/// A folder that is not there is marked and not taken over.
-QLayout* PreferencesWindow::makeBackupFolder() {
-  auto* field = new QLineEdit(defaults_.text(preferences::kBackupFolder).value_or(QString()));
-  field->setObjectName(preferences::kBackupFolder);
-  field->setAccessibleName(tr("Backup folder"));
-  field->setPlaceholderText(tr("Pendra's own place"));
-  field->setToolTip(session_.ports().places.backupFolder());
-  auto* title = new QLabel(tr("Backup folder"));
-  title->setBuddy(field);
-  QLabel* remark = quietText(QString());
-  const auto say = [field, remark](bool isTaken) {
-    field->setProperty(kUnreadableProperty, !isTaken);
-    field->update();
-    showText(*remark, isTaken ? tr("Backups make themselves here, in a folder for each document.")
-                              : tr("There is no such folder. Backups go where they went before."));
-    field->setAccessibleDescription(remark->text());
-  };
-  say(true);
-  connect(field, &QLineEdit::editingFinished, this, [this, field, say] {
-    const QString path = field->text().trimmed();
-    const bool isTaken = path.isEmpty() || (QDir::isAbsolutePath(path) && QFileInfo(path).isDir());
-    if (isTaken && path != defaults_.text(preferences::kBackupFolder).value_or(QString())) {
-      defaults_.setText(preferences::kBackupFolder, path.isEmpty() ? path : QDir::cleanPath(path));
-    }
-    say(isTaken);
-  });
-  auto* group = new QVBoxLayout;
-  group->setSpacing(metrics::kGrid / 2);
-  for (QWidget* part :
-       {static_cast<QWidget*>(title), static_cast<QWidget*>(field), static_cast<QWidget*>(remark)}) {
-    group->addWidget(part);
-  }
-  return group;
-}
-
-QLayout* PreferencesWindow::makeAwayMinutes() {
-  const QString explanation =
-      tr("When nobody has used the computer for so long while time ran, Pendra asks whether it counts. Until "
-         "you answer, it does.");
-  auto* minutes = new QSpinBox;
-  minutes->setObjectName(preferences::kAwayMinutes);
-  minutes->setAccessibleName(tr("Ask after minutes"));
-  minutes->setAccessibleDescription(explanation);
-  minutes->setRange(0, kMostMinutes);
-  minutes->setSpecialValueText(tr("Never"));
-  auto* title = new QLabel(tr("Ask after minutes"));
-  title->setBuddy(minutes);
-  const auto show = [this, minutes] {
-    const QSignalBlocker silent(minutes);
-    minutes->setValue(awayMinutes(defaults_));
-  };
-  show();
-  connect(minutes, &QSpinBox::valueChanged, this, [this](int value) { setAwayMinutes(defaults_, value); });
-  observations_.push_back(defaults_.changesOf(preferences::kAwayMinutes).observe(show));
-  auto* row = new QHBoxLayout;
-  row->addWidget(title);
-  row->addWidget(minutes);
-  row->addStretch();
-  auto* group = new QVBoxLayout;
-  group->setSpacing(metrics::kGrid / 2);
-  group->addLayout(row);
-  group->addWidget(quietText(explanation));
-  return group;
-}
-
-QCheckBox* PreferencesWindow::addPreference(const QString& key, const QString& title,
-                                            const QString& explanation, bool byDefault) {
-  auto* box = new QCheckBox(title);
-  box->setAccessibleName(title);
-  box->setAccessibleDescription(explanation);
-  box->setObjectName(key);
-  const auto show = [this, box, key, byDefault] {
-    const QSignalBlocker silent(box);
-    box->setChecked(defaults_.contains(key) ? defaults_.boolean(key) : byDefault);
-  };
-  show();
-  // Assistive technology toggles a box and does not click it.
-  connect(box, &QCheckBox::toggled, this, [this, key](bool checked) { defaults_.setBoolean(key, checked); });
-  observations_.push_back(defaults_.changesOf(key).observe(show));
-  return box;
 }
 
 }  // namespace pendra

@@ -27,6 +27,7 @@ class BackupKeeper {
   void followDocument();
   void changed();
   void makeDaily();
+  [[nodiscard]] bool isWanted() const;
   [[nodiscard]] QDate today() const;
 
   Session& session_;

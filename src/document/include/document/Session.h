@@ -88,6 +88,7 @@ class Session {
 
  private:
   void exchange(std::unique_ptr<OpenDocument> next);
+  void obeyPreferences();
   void commitTried();
 
   Ports ports_;
@@ -96,6 +97,7 @@ class Session {
   bool editsRequired_ = false;
   Subscription commits_;
   Notifier::Subscription settings_;
+  Notifier::Subscription oneAtATime_;
   Notifier documentLeaving_;
   Notifier documentChanges_;
   Notifier standaloneChanges_;

@@ -10,11 +10,6 @@
 namespace pendra {
 
 class ObjectContext;
-class UserDefaults;
-
-/// After how many minutes without a touch it is asked whether the time counts; 0 for never.
-[[nodiscard]] int awayMinutes(const UserDefaults& defaults);
-void setAwayMinutes(UserDefaults& defaults, int minutes);
 
 /// The time that the entry is marked with: none when it has been answered, lies outside of the entry since
 /// that was corrected, or may not be touched because the entry was sent or is in doubt. The question of a

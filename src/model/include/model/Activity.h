@@ -65,8 +65,10 @@ class Activity final : public ManagedObject {
   void stop();
   /// A new entry that starts now and is not running.
   TimeEntry& addEntry();
-  /// A new entry that starts now and is the running one.
-  TimeEntry& startEntry();
+  /// A new entry that starts now, or has run since an instant that has passed, and is the running one. Every
+  /// start of a timer comes here: where the user wants one at a time, whatever else runs ends at the same
+  /// instant. What began later ends now, so that none of its time is lost.
+  TimeEntry& startEntry(std::optional<Instant> since = {});
 
   /// The sums of the entries' stored lengths, remembered until anything in the document changes. Without what
   /// the running entry has gathered.

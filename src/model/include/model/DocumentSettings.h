@@ -21,6 +21,11 @@ class DocumentSettings final : public ManagedObject {
   [[nodiscard]] std::optional<bool> standalone() const { return standalone_.get(); }
   void setStandalone(std::optional<bool> standalone) { assign(standalone_, standalone); }
 
+  /// Whether a timer that is started stops the others. The preference of who has the document open; stands in
+  /// no file.
+  [[nodiscard]] bool startsOneAtATime() const { return startsOneAtATime_; }
+  void setStartsOneAtATime(bool oneAtATime) { startsOneAtATime_ = oneAtATime; }
+
   /// When the program last said, while time ran, that it was alive.
   [[nodiscard]] std::optional<Instant> aliveAt() const { return aliveAt_.get(); }
   void setAliveAt(std::optional<Instant> instant) { assign(aliveAt_, instant); }
@@ -34,6 +39,7 @@ class DocumentSettings final : public ManagedObject {
   ToOne<Identity> identity_;
   Slot<bool> standalone_;
   Slot<Instant> aliveAt_;
+  bool startsOneAtATime_ = false;
   ToMany<Customer> customers_;
   ToMany<Service> services_;
   ToMany<Activity> activities_;

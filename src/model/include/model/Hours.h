@@ -2,6 +2,7 @@
 // Sums of hours are kept in whole microseconds: in whatever order entries are added the sum is the same, and
 // what is taken away again leaves nothing behind. An entry counts wholly to the day on which it began.
 
+#include <QLocale>
 #include <chrono>
 #include <optional>
 #include <vector>
@@ -11,6 +12,7 @@
 namespace pendra {
 
 class TimeEntry;
+class UserDefaults;
 
 using Length = std::chrono::microseconds;
 
@@ -60,5 +62,7 @@ class Days {
 
 /// The first day of the week in which a day lies.
 [[nodiscard]] QDate startOfWeek(QDate day, Qt::DayOfWeek weekBegins);
+/// The day with which a week begins: the one that the user has chosen, else that of the region.
+[[nodiscard]] Qt::DayOfWeek weekBegins(const UserDefaults& defaults, const QLocale& region);
 
 }  // namespace pendra

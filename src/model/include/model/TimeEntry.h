@@ -56,6 +56,8 @@ class TimeEntry final : public ManagedObject {
   void startTimer();
   /// The duration becomes now minus the start.
   void stopTimer();
+  /// The entry has ended there: the duration becomes that instant minus the start.
+  void stopTimerAt(Instant end);
 
   /// Seconds since the start. Whether `running` is present decides, not whether it is true, so only a
   /// running entry is asked for it.

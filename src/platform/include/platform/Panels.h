@@ -24,6 +24,8 @@ class Panels {
   virtual std::optional<QString> runSavePanel(const SavePanel& panel) = 0;
   /// Application-modal; one existing file of any type.
   virtual std::optional<QString> runOpenPanel() = 0;
+  /// Application-modal; one existing folder.
+  virtual std::optional<QString> runFolderPanel() = 0;
   /// The save panel as a sheet of the window at the front; `ended` gets the path or none.
   virtual void beginSavePanel(const SavePanel& panel, std::function<void(std::optional<QString>)> ended) = 0;
 };

@@ -1,8 +1,12 @@
 #pragma once
 
 #include <QString>
+#include <QTime>
 
-/// The keys of the user's preferences, exactly as they stand in the file.
+#include "platform/UserDefaults.h"
+
+/// The keys of the user's preferences, exactly as they stand in the file, and what holds for those that were
+/// never written.
 namespace pendra::preferences {
 
 /// Path of the document to open at launch; an empty text counts as absent.
@@ -25,8 +29,6 @@ inline const QString kStatisticsNotice = QStringLiteral("PendraStatisticsNotice"
 inline const QString kIntroduced = QStringLiteral("PendraIntroduced");
 /// Paths of the documents that were open, newest first.
 inline const QString kRecentDocuments = QStringLiteral("PendraRecentDocuments");
-/// Text: after how many minutes without a touch it is asked whether the time counts; "0" for never.
-inline const QString kAwayMinutes = QStringLiteral("PendraAwayMinutes");
 /// Boolean, false unless written: closing the window hides it where a panel shows Pendra.
 inline const QString kKeepInPanel = QStringLiteral("PendraKeepInPanel");
 /// Boolean, absent until the user had the desktop ask for a key that starts and stops.
@@ -40,11 +42,64 @@ inline const QString kLastFolder = QStringLiteral("PendraLastFolder");
 /// Texts: how the two tables of the timer window were arranged.
 inline const QString kActivityColumns = QStringLiteral("PendraActivityColumns");
 inline const QString kLogColumns = QStringLiteral("PendraLogColumns");
+/// Text: the day with which a week begins, from "1" for Monday; absent: the region's own.
+inline const QString kWeekBegins = QStringLiteral("PendraWeekBegins");
+/// Text: "light" or "dark" whatever the desktop wears; absent or anything else: as the desktop.
+inline const QString kAppearance = QStringLiteral("PendraAppearance");
 /// Where each window stood when it was closed, in a form of the toolkit's.
 inline const QString kTimerWindowPlace = QStringLiteral("PendraTimerWindowPlace");
 inline const QString kCustomerListPlace = QStringLiteral("PendraCustomerListPlace");
 inline const QString kServicesListPlace = QStringLiteral("PendraServicesListPlace");
 inline const QString kCompletedPlace = QStringLiteral("PendraCompletedPlace");
 inline const QString kReportPlace = QStringLiteral("PendraReportPlace");
+
+/// A switch, and how it stands as long as nobody has touched it.
+struct Switch {
+  QString key;
+  bool byDefault = false;
+
+  [[nodiscard]] bool isOn(const UserDefaults& defaults) const {
+    return defaults.contains(key) ? defaults.boolean(key) : byDefault;
+  }
+};
+/// A number that a person types, kept as a text; what is no such number is as if it were not there.
+struct Number {
+  QString key;
+  int byDefault;
+  int most;
+
+  [[nodiscard]] int of(const UserDefaults& defaults) const {
+    bool isNumber = false;
+    const int number = defaults.text(key).value_or(QString()).toInt(&isNumber);
+    return isNumber && number >= 0 && number <= most ? number : byDefault;
+  }
+  void set(UserDefaults& defaults, int number) const { defaults.setText(key, QString::number(number)); }
+};
+/// A time of day, kept as "9:00".
+struct TimeOfDay {
+  QString key;
+  QTime byDefault;
+
+  [[nodiscard]] static QTime read(const QString& text) {
+    return QTime::fromString(text.trimmed(), QStringLiteral("H:m"));
+  }
+  [[nodiscard]] static QString textOf(QTime time) { return time.toString(QStringLiteral("H:mm")); }
+  [[nodiscard]] QTime of(const UserDefaults& defaults) const {
+    const QTime time = read(defaults.text(key).value_or(QString()));
+    return time.isValid() ? time : byDefault;
+  }
+};
+
+/// Starting an activity stops the others.
+inline const Switch kOneAtATime{QStringLiteral("PendraOneAtATime"), false};
+/// After how many minutes without a touch it is asked whether the time counts; 0 for never.
+inline const Number kAwayMinutes{QStringLiteral("PendraAwayMinutes"), 10, 240};
+/// Reminds on a working day when nothing has run for so many minutes, between two times of day.
+inline const Switch kReminder{QStringLiteral("PendraReminder"), false};
+inline const Number kRemindMinutes{QStringLiteral("PendraRemindMinutes"), 15, 240};
+inline const TimeOfDay kRemindFrom{QStringLiteral("PendraRemindFrom"), QTime(9, 0)};
+inline const TimeOfDay kRemindUntil{QStringLiteral("PendraRemindUntil"), QTime(17, 0)};
+/// A backup makes itself on every day that changed something, and when a document closes.
+inline const Switch kDailyBackups{QStringLiteral("PendraDailyBackups"), true};
 
 }  // namespace pendra::preferences

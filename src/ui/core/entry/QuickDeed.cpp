@@ -44,11 +44,7 @@ Activity& newActivity(const QuickReading& reading, ObjectContext& context) {
 }
 
 TimeEntry& newEntry(const QuickReading& reading, Activity& activity) {
-  if (reading.deed != Deed::Book) {
-    TimeEntry& running = activity.startEntry();
-    running.setStart(reading.start);
-    return running;
-  }
+  if (reading.deed != Deed::Book) return activity.startEntry(reading.start);
   TimeEntry& booked = activity.addEntry();
   booked.setStart(reading.start);
   booked.setDuration(reading.end - reading.start);

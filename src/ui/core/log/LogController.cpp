@@ -56,6 +56,9 @@ LogController::LogController(Session& session, TimerState& window, const QLocale
       selectionChanges_(selection_.changes.observe([this] { selectionChanged(); })),
       hideSubmitted_(
           session.ports().defaults.changesOf(preferences::kHideSubmitted).observe([this] { reloadData(); })),
+      weekBegins_(session.ports().defaults.changesOf(preferences::kWeekBegins).observe([this] {
+        chooseRange(range());
+      })),
       shownColumns_(rows_.shownColumnsChanges.observe([this, locale] {
         rows_.setWidest(u"date", widestLogDates(locale, rows_.isHidden(QStringLiteral("start"))));
       })),

@@ -9,7 +9,7 @@ namespace pendra {
 DayReader LogController::dayReader() const {
   return {.today = session_.ports().calendar.day(session_.ports().clock.now()),
           .locale = locale_,
-          .weekBegins = locale_.firstDayOfWeek()};
+          .weekBegins = weekBegins(session_.ports().defaults, locale_)};
 }
 
 std::optional<DaySpan> LogController::daysOfField(const QString& field) const {

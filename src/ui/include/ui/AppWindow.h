@@ -29,6 +29,8 @@ class AppWindow : public QMainWindow {
  protected:
   /// Puts the content below the notice line.
   void setContent(QWidget* content);
+  /// Shows no menu bar; its keys work all the same.
+  void hideMenuBar();
   void closeEvent(QCloseEvent* event) override;
 
  private:

@@ -24,10 +24,12 @@ class QtPanels final : public Panels {
 
   std::optional<QString> runSavePanel(const SavePanel& panel) override;
   std::optional<QString> runOpenPanel() override;
+  std::optional<QString> runFolderPanel() override;
   void beginSavePanel(const SavePanel& panel, std::function<void(std::optional<QString>)> ended) override;
 
  private:
   void fill(QFileDialog& dialog, const SavePanel& panel) const;
+  [[nodiscard]] std::optional<QString> runExistingPanel(int mode);
   [[nodiscard]] QString folder() const;
   [[nodiscard]] QString chosenIn(const QFileDialog& dialog, const QString& requiredType);
 

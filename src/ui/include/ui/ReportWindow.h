@@ -29,6 +29,8 @@ class ReportWindow final : public AppWindow {
 
   /// What is shown, for pictures and tests.
   void setQuery(const ReportQuery& query);
+  /// The user has chosen another day with which weeks begin.
+  void beginWeeksAnew();
 
  private:
   void followDocument();

@@ -12,6 +12,7 @@ class QApplication;
 
 namespace pendra {
 
+class UserDefaults;
 struct Wishes;
 
 /// Which of the two looks the program wears.
@@ -66,6 +67,9 @@ class Theme {
   static void follow(const Wishes& look);
   /// How long something moves, of what it would on a desktop that asks for nothing.
   [[nodiscard]] static int motion(int milliseconds);
+
+  /// Wears the look that the user has chosen in the preferences.
+  static void force(const UserDefaults& defaults);
 
   [[nodiscard]] static bool isDark(const QPalette& palette);
   /// As they are worn, with what the desktop wishes.

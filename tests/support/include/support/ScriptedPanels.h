@@ -23,6 +23,7 @@ class ScriptedPanels final : public Panels {
 
   std::optional<QString> runSavePanel(const SavePanel& panel) override;
   std::optional<QString> runOpenPanel() override;
+  std::optional<QString> runFolderPanel() override { return runOpenPanel(); }
   void beginSavePanel(const SavePanel& panel, std::function<void(std::optional<QString>)> ended) override;
 
  private:

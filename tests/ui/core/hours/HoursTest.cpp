@@ -127,7 +127,7 @@ class RandomHours : public TimeLog, public testing::WithParamInterface<unsigned>
 };
 
 TEST_P(RandomHours, AreTheSameByWhateverWayTheyAreAddedUp) {
-  HoursAtAGlance hours(test.session, Qt::Monday);
+  HoursAtAGlance hours(test.session, QLocale(QStringLiteral("de_DE")));
   expectGlance(hours);
   ObjectContext& context = *test.session.context();
   for (int step = 0; step < 40; ++step) {

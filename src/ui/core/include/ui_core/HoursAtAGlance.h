@@ -23,7 +23,7 @@ struct Glance {
 class HoursAtAGlance {
  public:
   /// The session must outlive it.
-  HoursAtAGlance(Session& session, Qt::DayOfWeek weekBegins);
+  HoursAtAGlance(Session& session, const QLocale& region);
 
   /// The sums at this moment; nothing without a document.
   [[nodiscard]] const Glance& glance() const { return shown_; }
@@ -57,12 +57,13 @@ class HoursAtAGlance {
   [[nodiscard]] Bounds bounds() const;
 
   Session& session_;
-  Qt::DayOfWeek weekBegins_;
+  QLocale region_;
   Bounds bounds_;
   Glance stored_;
   Glance shown_;
   Subscription news_;
   Notifier::Subscription documentChanges_;
+  Notifier::Subscription preference_;
 };
 
 }  // namespace pendra

@@ -158,6 +158,7 @@ class LogController {
   QHash<qint64, int> runningRows_;  // where a running entry was last found; -1: it is not listed
   Notifier::Subscription selectionChanges_;
   Notifier::Subscription hideSubmitted_;
+  Notifier::Subscription weekBegins_;
   Notifier::Subscription shownColumns_;
   Subscription news_;
   Notifier::Subscription standaloneChanges_;
