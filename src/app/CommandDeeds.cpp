@@ -8,6 +8,7 @@
 #include "platform/GlobalKey.h"
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
+#include "ui/EarlierSheet.h"
 #include "ui/HelpPlace.h"
 #include "ui/LogPaneView.h"
 #include "ui/SearchField.h"
@@ -115,6 +116,13 @@ void deleteSelected(const CommandContext& at) {
   if (TimerWindowController* timer = at.timer()) timer->deleteActivity();
 }
 
+template <EarlierDeed Deed>
+void askEarlier(const CommandContext& at) {
+  if (TimerWindowController* timer = at.timer()) {
+    askWhenEarlier(at.session, timer->state().currentActivity(), Deed, timer->log().window());
+  }
+}
+
 /// Also while something is asked, because a step that is made then is news of the menus only once.
 template <UndoWay Way>
 bool canStep(const CommandContext& at) {
@@ -149,6 +157,8 @@ template QString whyNot<Correction::StartAgain>(const CommandContext&);
 template void andOfferUndo<duplicateSelected>(const CommandContext&);
 template void andOfferUndo<mergeSelected>(const CommandContext&);
 
+template void askEarlier<EarlierDeed::Start>(const CommandContext&);
+template void askEarlier<EarlierDeed::Stop>(const CommandContext&);
 template bool canStep<UndoWay::Undo>(const CommandContext&);
 template bool canStep<UndoWay::Redo>(const CommandContext&);
 template void step<UndoWay::Undo>(const CommandContext&);

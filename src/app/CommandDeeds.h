@@ -3,6 +3,7 @@
 
 #include "CommandContext.h"
 #include "ui/FieldUndo.h"
+#include "ui_core/EarlierTimer.h"
 #include "ui_core/LogCorrections.h"
 #include "ui_core/Menus.h"
 
@@ -32,6 +33,10 @@ void find(const CommandContext& at);
 /// Where a list editor is open its selection decides, the service list's last.
 [[nodiscard]] bool canDelete(const CommandContext& at);
 void deleteSelected(const CommandContext& at);
+
+/// Asks as of when the current activity is to be started or stopped.
+template <EarlierDeed Deed>
+void askEarlier(const CommandContext& at);
 
 /// A field undoes its own text first; then a step of the document, unless something is asked or Vantor is.
 template <UndoWay Way>

@@ -24,6 +24,12 @@ bool notStandalone(At at) { return !at.session.isStandalone(); }
 bool withTimerWindow(At at) { return at.timer() != nullptr; }
 bool withActivity(At at) { return at.timer() && at.timer()->state().currentActivity(); }
 bool withEntry(At at) { return at.timer() && at.timer()->state().currentEntry(); }
+bool withStandingActivity(At at) {
+  return withActivity(at) && !at.timer()->state().currentActivity()->isRunning();
+}
+bool withRunningActivity(At at) {
+  return withActivity(at) && at.timer()->state().currentActivity()->isRunning();
+}
 bool withListEditor(At at) { return at.customers() || at.services(); }
 
 bool canEditSelected(At at) { return at.timer() && at.timer()->state().editable(); }
@@ -119,6 +125,10 @@ constexpr CommandRow kActivity[] = {
      inTimerWindow<&TimerWindowController::editActivity>},
     {Command::ToggleTimer, "Start or Stop Timer", 0, "Ctrl+T", true, withTimerWindow,
      inTimerState<&TimerState::toggleTimer>},
+    {Command::StartEarlier, "Start Earlier…", 0, "Ctrl+Shift+T", false, withStandingActivity,
+     deeds::askEarlier<EarlierDeed::Start>},
+    {Command::StopEarlier, "Stop Earlier…", 0, "", false, withRunningActivity,
+     deeds::askEarlier<EarlierDeed::Stop>},
     {Command::ChooseKey, "Start and Stop by a Key…", 0, "", false, always, deeds::chooseKey,
      deeds::offersKeys},
     {Command::MarkComplete, "Mark Complete", 0, "Ctrl+M", false, withActivity,

@@ -9,8 +9,8 @@ import tempfile
 
 WINDOWS = {"setup", "timer-window", "timer-window-empty", "activity-editor", "time-entry-editor", "send-time",
            "customers-and-jobs", "service-items", "preferences", "restore", "time-away", "report",
-           "completed-activities",
-           "welcome", "about"}
+           "completed-activities", "welcome", "about", "start-earlier",
+           *(f"preferences-{page}" for page in ("timing", "appearance", "backups", "vantor", "statistics"))}
 DAY = [f"day-{step}-{name}" for step, name in enumerate(
     ("set-up", "add", "add", "time", "correct", "take-back", "send", "sent", "back-up", "report"), 1)]
 

@@ -8,9 +8,11 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPlainTextEdit>
+#include <QRadioButton>
 #include <QTimer>
 
 #include "support/Events.h"
+#include "ui/EarlierSheet.h"
 #include "ui/RowTableView.h"
 
 namespace pendra {
@@ -109,7 +111,10 @@ void Desk::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 void Desk::press(const QString& button, Steps inSheet) {
   auto& widget = named<QAbstractButton>(button);
   std::ignore = eventually([&] { return !widget.size().isEmpty(); });  // a notice slides in
-  during([&] { QTest::mouseClick(&widget, Qt::LeftButton); }, std::move(inSheet));
+  // A radio button is as wide as its line, and only its sign and words can be clicked.
+  const auto* radio = qobject_cast<QRadioButton*>(&widget);
+  const QPoint place = radio ? QPoint(radio->height() / 2, radio->height() / 2) : widget.rect().center();
+  during([&] { QTest::mouseClick(&widget, Qt::LeftButton, {}, place); }, std::move(inSheet));
 }
 
 void Desk::go(const QString& field) {
@@ -251,6 +256,10 @@ void Desk::perform(Command command, QWidget*) {
       return timer_->find();
     case Command::ToggleTimer:
       return timer_->state().toggleTimer();
+    case Command::StartEarlier:
+      return askWhenEarlier(session, timer_->state().currentActivity(), EarlierDeed::Start, window_);
+    case Command::StopEarlier:
+      return askWhenEarlier(session, timer_->state().currentActivity(), EarlierDeed::Stop, window_);
     case Command::MarkComplete:
       return timer_->state().markSelectedCompleted();
     case Command::MakeCurrent:

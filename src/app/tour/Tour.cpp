@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLocale>
 #include <QLoggingCategory>
+#include <QTabBar>
 
 #include "Album.h"
 #include "Day.h"
@@ -114,6 +115,16 @@ void drawRestore(Album& album) {
   album.take(QStringLiteral("restore"), window);
 }
 
+/// The pages of the preferences, each by its name.
+void drawPreferences(Album& album) {
+  QWidget& window = windowTitled(QStringLiteral("Preferences"));
+  auto& tabs = *window.findChild<QTabBar*>(QStringLiteral("tabs"));
+  for (int page = 1; page < tabs.count(); ++page) {
+    tabs.setCurrentIndex(page);
+    album.take(QStringLiteral("preferences-") + tabs.tabText(page).toLower(), window);
+  }
+}
+
 /// One of the entries ran while nobody was there.
 void drawTimeAway(Album& album, Stage& stage) {
   const Session& session = stage.timer().state().session();
@@ -134,6 +145,9 @@ void drawWork(Album& album) {
     stage.perform(each.command);
     album.take(each.picture, windowTitled(each.title));
   }
+  drawPreferences(album);
+  stage.timer().state().selection().selectRow(1);
+  album.takeSheet(QStringLiteral("start-earlier"), [&] { stage.perform(Command::StartEarlier); });
   drawTimeAway(album, stage);
 }
 

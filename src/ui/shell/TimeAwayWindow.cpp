@@ -10,7 +10,9 @@
 #include "AwayStrip.h"
 #include "link/ActivityTitle.h"
 #include "ui/Buttons.h"
+#include "ui/HelpPlace.h"
 #include "ui/Theme.h"
+#include "ui_core/HelpAnchors.h"
 
 namespace pendra {
 
@@ -52,6 +54,7 @@ void addIndented(QLayout& column, QWidget* widget) {
 
 TimeAwayWindow::TimeAwayWindow(const WindowFrame& frame)
     : ShellWindow(frame, tr("Time Away")), session_(frame.session) {
+  setHelpAnchor(*this, help::kTimeAway);
   auto* page = new QWidget;
   page->setFixedWidth(kWide + 2 * kMargin);
   auto* column = new QVBoxLayout(page);

@@ -20,6 +20,8 @@ inline const QString kCompletedActivities = QStringLiteral("completed-activities
 inline const QString kReport = QStringLiteral("report");
 inline const QString kPreferences = QStringLiteral("preferences");
 inline const QString kAbout = QStringLiteral("about");
+inline const QString kTimeAway = QStringLiteral("time-away");
+inline const QString kStartEarlier = QStringLiteral("start-earlier");
 inline const QString kWelcome = QStringLiteral("welcome");
 
 /// What the windows' empty states and the alerts point to.
@@ -49,7 +51,9 @@ inline const QStringList kAll{kTimerWindow,
                               kBackups,
                               kVantorNotFound,
                               kHeldBack,
-                              kUnknownFate};
+                              kUnknownFate,
+                              kStartEarlier,
+                              kTimeAway};
 
 /// Where alerts about that are explained; empty for an alert that says all there is.
 [[nodiscard]] QString anchorOf(Alert::Topic topic);

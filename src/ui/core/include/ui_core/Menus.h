@@ -38,6 +38,8 @@ enum class Command {
   AddActivity,
   EditActivity,
   ToggleTimer,
+  StartEarlier,
+  StopEarlier,
   ChooseKey,
   MarkComplete,
   Favourite,
