@@ -10,8 +10,13 @@ namespace pendra {
 
 namespace {
 
-bool hasFixedTime(const ManagedObject& object) {
-  return &object.entity() == &TimeEntry::descriptor() && static_cast<const TimeEntry&>(object).timeIsFixed();
+/// What was sent stays what it is. But whoever takes back that it was marked as unsent may do that again: its
+/// date is the one of then, because a step is not done to what has another value by now.
+bool hasFixedTime(const ManagedObject& object, const PropertyDescriptor* property) {
+  if (&object.entity() != &TimeEntry::descriptor()) return false;
+  const auto& entry = static_cast<const TimeEntry&>(object);
+  const bool isDateOfSending = property && property->name == QLatin1StringView("dateSubmitted");
+  return entry.timeIsFixed() && !(isDateOfSending && !entry.sendingSince());
 }
 
 /// No activity has another customer's job.

@@ -55,7 +55,7 @@ void StepBack::keepWhole(const std::vector<const ManagedObject*>& whole) {
 bool StepBack::mayChange(const PropertyChange& change) const {
   // What has just come back gets back whatever it was.
   if (std::binary_search(back_.begin(), back_.end(), change.object)) return true;
-  return !change.object->isDeleted() && !isFixed(*change.object) && isThere(change) &&
+  return !change.object->isDeleted() && !isFixed(*change.object, change.property) && isThere(change) &&
          valueOf(*change.object, *change.property) == change.after;
 }
 
@@ -83,7 +83,7 @@ void StepBack::removeInserted() {
   std::vector<ManagedObject*> leaving;
   for (ManagedObject* object : step_.inserted) {
     if (object->isDeleted()) continue;
-    isFixed(*object) ? skip(*object) : leaving.push_back(object);
+    isFixed(*object, nullptr) ? skip(*object) : leaving.push_back(object);
   }
   std::sort(leaving.begin(), leaving.end());
   for (std::size_t before = 0; before != leaving.size();) {
@@ -108,8 +108,8 @@ bool StepBack::isHeldBy(const ManagedObject& object, const std::vector<ManagedOb
                      });
 }
 
-bool StepBack::isFixed(const ManagedObject& object) const {
-  return context_.isFixed_ && context_.isFixed_(object);
+bool StepBack::isFixed(const ManagedObject& object, const PropertyDescriptor* property) const {
+  return context_.isFixed_ && context_.isFixed_(object, property);
 }
 
 void StepBack::skip(ManagedObject& object, const PropertyDescriptor* property) {

@@ -25,7 +25,7 @@ class StepBack {
   void removeOrphans();
   void removeInserted();
   [[nodiscard]] bool isHeldBy(const ManagedObject& object, const std::vector<ManagedObject*>& leaving) const;
-  [[nodiscard]] bool isFixed(const ManagedObject& object) const;
+  [[nodiscard]] bool isFixed(const ManagedObject& object, const PropertyDescriptor* property) const;
   void skip(ManagedObject& object, const PropertyDescriptor* property = nullptr);
 
   ObjectContext& context_;

@@ -75,7 +75,10 @@ TEST_F(Undo, TakesBackWhatAHandDidByMenuByKeyAndByNotice) {
   EXPECT_EQ(entries().size(), 3U);
   EXPECT_EQ(rowsOfLog(), 3);
   EXPECT_EQ(program.item(program.window(), u"Redo"_s)->text(), u"&Redo Start"_s);
-  EXPECT_TRUE(program.notice().isEmpty());
+  EXPECT_EQ(program.notice(), u"“Undo Start” took 00:11:00 of “Acme - Design” away."_s);
+  EXPECT_TRUE(RunningProgram::press(program.window(), u"Redo"_s));
+  EXPECT_EQ(entries()[3]->elapsed(), 660);
+  key();
 
   program.choose(u"Mark Complete"_s);
   EXPECT_EQ(program.notice(),
@@ -138,6 +141,9 @@ TEST_F(Undo, LeavesAloneWhatWasSentSince) {
   EXPECT_EQ(entries()[0]->dateSubmitted(), kReferenceInstant);
   EXPECT_EQ(program.choose(u"Undo"_s), u"Undo Mark as Unsent"_s);
   EXPECT_EQ(entries()[0]->dateSubmitted(), sent);
+  redoByKey();
+  EXPECT_EQ(entries()[0]->dateSubmitted(), kReferenceInstant) << "what was agreed to holds again";
+  key();
 
   answerWhenAsked(u"Continue"_s);
   program.choose(u"Mark as Unsent"_s);

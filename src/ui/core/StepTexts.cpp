@@ -15,6 +15,7 @@ namespace pendra {
 namespace {
 
 constexpr qsizetype kMostNamed = 3;
+constexpr double kWorthSaying = 60;
 
 QString tr(const char* text) { return QCoreApplication::translate("pendra::StepTexts", text); }
 
@@ -136,6 +137,24 @@ QString whatWasDone(const ChangeSet& changes) {
                      {QString::number(moved->entries().size()), activityTitle(*moved)});
   }
   return whatCame(changes);
+}
+
+QString timeTakenAway(const ChangeSet& changes, Instant now) {
+  const auto gone = changes.deleted<TimeEntry>();
+  double seconds = 0;
+  for (const TimeEntry* entry : gone) {
+    seconds += entry->running() == true ? now - entry->start().value_or(now) : entry->storedDuration();
+  }
+  if (seconds < kWorthSaying) return {};
+  const QString length = durationText(seconds);
+  if (gone.size() > 1) {
+    return formatted(tr("%@ in %@ entries"), {length, QString::number(gone.size())});
+  }
+  const auto* activity = changes.targetBefore<Activity>(*gone[0], "activity");
+  const QString title = !activity               ? QString()
+                        : activity->isDeleted() ? titleBefore(changes, *activity)
+                                                : activityTitle(*activity);
+  return formatted(tr("%@ of “%@”"), {length, title});
 }
 
 QStringList whatWasLeftAlone(const std::vector<Skipped>& skipped) {

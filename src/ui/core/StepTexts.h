@@ -13,6 +13,10 @@ namespace pendra {
 /// with it. Empty for any other edit.
 [[nodiscard]] QString whatWasDone(const ChangeSet& changes);
 
+/// How much time went with the entries that a step back took away: "00:37:00 of “Acme - Roof”"; empty when it
+/// was less than a minute.
+[[nodiscard]] QString timeTakenAway(const ChangeSet& changes, Instant now);
+
 /// What a step left alone, each thing once: "an entry of “Acme - Roof”", "“Acme”". Of many the first ones and
 /// how many more.
 [[nodiscard]] QStringList whatWasLeftAlone(const std::vector<Skipped>& skipped);

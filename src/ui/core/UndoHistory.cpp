@@ -55,8 +55,10 @@ void UndoHistory::follow() {
   edits_ = {};
   steps_ = {};
   if (UndoStack* const steps = stack()) {
-    edits_ =
-        session_.context()->observe([this](const ChangeSet& changes) { sentence_ = whatWasDone(changes); });
+    edits_ = session_.context()->observe([this](const ChangeSet& changes) {
+      sentence_ = whatWasDone(changes);
+      takenAway_ = timeTakenAway(changes, session_.ports().clock.now());
+    });
     steps_ = steps->observe([this](UndoStack::News news) { stepsChanged(news); });
   }
   changes_.changed();
@@ -73,11 +75,11 @@ void UndoHistory::stepsChanged(UndoStack::News news) {
   changes_.changed();
 }
 
-void UndoHistory::offerUndo(const QString& sentence) {
-  session_.notices().post({.key = kOfferKey,
-                           .text = sentence,
-                           .actions = {{tr("Undo"), [this] { undo(); }}},
-                           .ofDocument = true});
+void UndoHistory::offerUndo(const QString& sentence) { offer(sentence, {tr("Undo"), [this] { undo(); }}); }
+
+void UndoHistory::offer(const QString& sentence, NoticeAction action) {
+  session_.notices().post(
+      {.key = kOfferKey, .text = sentence, .actions = {std::move(action)}, .ofDocument = true});
   patience_.start();
 }
 
@@ -87,7 +89,12 @@ QString UndoHistory::undoName() const { return stack() ? stack()->undoName() : Q
 QString UndoHistory::redoName() const { return stack() ? stack()->redoName() : QString(); }
 
 void UndoHistory::undo() {
-  if (canUndo()) go(&UndoStack::undo, formatted(tr("Undo %@"), {undoName()}));
+  if (!canUndo()) return;
+  const QString title = formatted(tr("Undo %@"), {undoName()});
+  takenAway_.clear();
+  go(&UndoStack::undo, title);
+  if (takenAway_.isEmpty()) return;
+  offer(formatted(tr("“%@” took %@ away."), {title, takenAway_}), {tr("Redo"), [this] { redo(); }});
 }
 
 void UndoHistory::redo() {

@@ -106,8 +106,10 @@ class ObjectContext {
     return commitObservers_.add(std::move(told));
   }
   [[nodiscard]] UndoStack& undoStack() { return *undoStack_; }
-  /// Says which objects no undo and no redo may touch.
-  void setFixed(std::function<bool(const ManagedObject&)> isFixed) { isFixed_ = std::move(isFixed); }
+  /// Says which objects no undo and no redo may touch, and which of their properties it may all the same; of
+  /// none it is asked whether the object may go.
+  using IsFixed = std::function<bool(const ManagedObject&, const PropertyDescriptor*)>;
+  void setFixed(IsFixed isFixed) { isFixed_ = std::move(isFixed); }
   /// Says which objects hold together. One that does goes back as a whole or not at all, where going back in
   /// part would leave it with what does not belong together.
   void setWhole(std::function<bool(const ManagedObject&)> isWhole) { isWhole_ = std::move(isWhole); }
@@ -245,7 +247,7 @@ class ObjectContext {
 
   std::unique_ptr<Editing> editing_;
   std::unique_ptr<UndoStack> undoStack_;
-  std::function<bool(const ManagedObject&)> isFixed_;
+  IsFixed isFixed_;
   std::function<bool(const ManagedObject&)> isWhole_;
   bool editsRequired_ = false;
   bool filling_ = false;

@@ -13,7 +13,8 @@ namespace pendra {
 
 /// Takes steps of the open document back and does them again. What was left alone, because it was sent or has
 /// changed since, is named in the notice line. After something was completed or deleted, or after a change
-/// that moved other entries too, a notice offers to take it back, until the next step or for `patience`.
+/// that moved other entries too, a notice offers to take it back, until the next step or for `patience`; after
+/// a step back with which time went, one says how much and offers to do it again.
 class UndoHistory {
  public:
   /// The session must outlive it.
@@ -39,10 +40,12 @@ class UndoHistory {
   void follow();
   void stepsChanged(UndoStack::News news);
   void go(Way way, const QString& title);
+  void offer(const QString& sentence, NoticeAction action);
 
   Session& session_;
   QTimer patience_;
-  QString sentence_;  ///< what the notice says of the edit that is about to become a step; empty: nothing
+  QString takenAway_;  ///< the time that went with the last edit
+  QString sentence_;   ///< what the notice says of the edit that is about to become a step; empty: nothing
   Subscription edits_;
   Subscription steps_;
   Notifier::Subscription documents_;
