@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "CellEditor.h"
+#include "ui/OneLine.h"
 #include "ui/RowTableView.h"
 #include "ui/Symbols.h"
 #include "ui/TabularText.h"
@@ -96,14 +97,13 @@ void drawFound(QPainter& painter, const QRect& content, const QString& text,
 }
 
 void drawPlain(QPainter& painter, const QRect& content, const QModelIndex& index, const QColor& ink) {
-  const QString text =
-      painter.fontMetrics().elidedText(index.data().toString().simplified(), Qt::ElideRight, content.width());
+  const QString text = oneLine(index.data().toString(), painter.fontMetrics(), content.width());
   painter.setPen(ink);
   painter.drawText(content, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine, text);
 }
 
 void drawWords(QPainter& painter, const QRect& content, const QModelIndex& index, const QColor& ink) {
-  const QString text = index.data().toString().simplified();
+  const QString text = seenOf(index.data().toString());
   const auto* model = static_cast<const TableModel*>(index.model());
   const bool isSearched = model->head(index.column()).alignment == Alignment::Left;
   const auto found = isSearched ? model->searchText().foundIn(text) : std::vector<FoundLetters>();
@@ -130,9 +130,8 @@ void drawTwoLines(QPainter& painter, const QRect& content, const QModelIndex& in
   painter.setFont(Theme::quietFont());
   for (const std::size_t line : {0u, 1u}) {
     painter.setPen(line == 0 ? look.words() : look.ink(look.colours.quiet));
-    const QString words = lines[static_cast<qsizetype>(line)].simplified();
     painter.drawText(rects[line], static_cast<int>(places[line]) | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(words, Qt::ElideRight, content.width()));
+                     oneLine(lines[static_cast<qsizetype>(line)], painter.fontMetrics(), content.width()));
   }
 }
 

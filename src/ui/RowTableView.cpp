@@ -16,6 +16,7 @@
 #include "ScrollAnchor.h"
 #include "TableAccessible.h"
 #include "ui/Grid.h"
+#include "ui/OneLine.h"
 #include "ui/Theme.h"
 
 namespace pendra {
@@ -407,7 +408,7 @@ QString RowTableView::toolTipFor(const QModelIndex& index) const {
   if (!index.isValid()) return {};
   const QString warning = index.data(TableModel::kWarningRole).toString();
   if (!warning.isEmpty()) return QStringLiteral("<span>%1</span>").arg(warning.toHtmlEscaped());
-  const QString text = index.data().toString();
+  const QString text = beginningOf(index.data().toString());
   const QRect content = contentRect(visualRect(index), index.column());
   if (fontMetrics().horizontalAdvance(text.simplified()) <= content.width()) return {};
   return QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());

@@ -7,6 +7,7 @@
 
 #include "../RowHeader.h"
 #include "HoursPainter.h"
+#include "ui/OneLine.h"
 #include "ui/TabularText.h"
 #include "ui_core/ReportTexts.h"
 
@@ -120,7 +121,7 @@ class ReportDelegate final : public QStyledItemDelegate {
     if (row.notes.isEmpty() || rect.width() < kIndent) return;
     painter.setPen(selected ? colours.text : colours.quiet);
     painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(row.notes.simplified(), Qt::ElideRight, rect.width()));
+                     oneLine(row.notes, painter.fontMetrics(), rect.width()));
   }
 
   void paintFigures(QPainter& painter, const QRect& rect, const QModelIndex& index, bool isTop,
