@@ -9,6 +9,7 @@
 #include "document/DocumentClosing.h"
 #include "document/DocumentFiles.h"
 #include "document/Documents.h"
+#include "document/RunningTimers.h"
 #include "document/Session.h"
 #include "model/Queries.h"
 #include "platform/Files.h"
@@ -112,6 +113,7 @@ namespace {
 /// Asks to close the open document and closes it; false when one is still open.
 bool makeRoomForAnother(Session& session) {
   if (!showFileOpenWarning(session)) return false;
+  stopAllActivities(session);  // that timers are paused has just been agreed to
   closeDoc(session);
   return !session.document();
 }

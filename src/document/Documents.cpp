@@ -5,6 +5,7 @@
 
 #include "document/DocumentClosing.h"
 #include "document/DocumentLoading.h"
+#include "document/RunningTimers.h"
 #include "document/Saving.h"
 #include "document/Session.h"
 #include "platform/Files.h"
@@ -28,6 +29,7 @@ Result<void> Documents::open(const QString& path) {
   }
   if (session_.document()) {
     if (!showFileOpenWarning(session_)) return declined();
+    stopAllActivities(session_);  // that timers are paused has just been agreed to
     saveContextOrLog(session_);
     if (!mayCloseDocument(session_)) return declined();
   }

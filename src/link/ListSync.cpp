@@ -1,12 +1,14 @@
 #include "link/ListSync.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include "FetchedLists.h"
 #include "ListMerging.h"
 #include "document/Backups.h"
 #include "document/DocumentLoading.h"
 #include "document/RunningTimers.h"
+#include "platform/Text.h"
 
 namespace pendra {
 
@@ -79,8 +81,15 @@ void ListSync::merge(const FetchedLists& lists) {
 }
 
 void ListSync::importCustomers() {
-  // Kept for who knows the menu: the command asks for a file and takes nothing from it.
-  std::ignore = session_.ports().panels.runOpenPanel();
+  // Kept: promised to those who know the menu: the command asks for a file and takes nothing from it.
+  const auto file = session_.ports().panels.runOpenPanel();
+  if (!file) return;
+  session_.notices().post(
+      {.key = QStringLiteral("import"),
+       .text = formatted(tr("Nothing was taken from “%@”: this version reads no customer lists from files. "
+                            "Customers come from Vantor, or are added in Customers and Jobs."),
+                         {QFileInfo(*file).fileName()}),
+       .actions = {}});
 }
 
 }  // namespace pendra

@@ -16,6 +16,7 @@
 #include "SendAll.h"
 #include "document/DocumentFiles.h"
 #include "model/Hours.h"
+#include "model/Queries.h"
 #include "platform/Files.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
@@ -153,7 +154,10 @@ bool print(const QByteArray& bytes, std::FILE* to) {
 Result<QVariant> answerFrom(const ObjectContext& context, const Order& order, Qt::DayOfWeek weekBegins) {
   if (order.verb == Verb::Log) return asVariant(facts::log(context, order));
   if (order.verb == Verb::Report) return QVariant(facts::report(context, order));
-  return QVariant(facts::status(context, order.document, weekBegins));
+  QVariantMap status = facts::status(context, order.document, weekBegins);
+  const DocumentSettings* settings = queries::firstDocument(context);
+  if (!order.asJson && settings && settings->standalone() == true) status.remove(QStringLiteral("unsent"));
+  return QVariant(status);
 }
 
 QByteArray printed(const Order& order, const QVariant& answer) {

@@ -55,6 +55,7 @@ QString statusText(const QVariantMap& status) {
   if (text.isEmpty()) text = tr("Nothing runs.\n");
   text += formatted(tr("Today %@, this week %@.\n"),
                     {length(status, "todaySeconds"), length(status, "weekSeconds")});
+  if (!status.contains(QStringLiteral("unsent"))) return text;  // nothing is sent from the document
   const int unsent = status[QStringLiteral("unsent")].toInt();
   return text +
          formatted(unsent == 1 ? tr("Not sent: %@ in 1 entry.\n") : tr("Not sent: %@ in %@ entries.\n"),
