@@ -19,6 +19,7 @@ class Agreeing final : public Alerts {
 class NoPanels final : public Panels {
   std::optional<QString> runSavePanel(const SavePanel&) override { std::abort(); }
   std::optional<QString> runOpenPanel() override { std::abort(); }
+  std::optional<QString> runFolderPanel() override { std::abort(); }
   void beginSavePanel(const SavePanel&, std::function<void(std::optional<QString>)>) override {
     std::abort();
   }

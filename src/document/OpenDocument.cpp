@@ -2,6 +2,8 @@
 
 #include <QFileInfo>
 
+#include <string_view>
+
 #include "document/HaltedEntries.h"
 #include "model/Queries.h"
 #include "platform/Files.h"
@@ -15,7 +17,7 @@ namespace {
 bool hasFixedTime(const ManagedObject& object, const PropertyDescriptor* property) {
   if (&object.entity() != &TimeEntry::descriptor()) return false;
   const auto& entry = static_cast<const TimeEntry&>(object);
-  const bool isDateOfSending = property && property->name == QLatin1StringView("dateSubmitted");
+  const bool isDateOfSending = property && std::string_view(property->name) == "dateSubmitted";
   return entry.timeIsFixed() && !(isDateOfSending && !entry.sendingSince());
 }
 
