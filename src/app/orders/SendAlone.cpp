@@ -20,6 +20,7 @@ class Nobody final : public Alerts, public Panels, public Windows, public Progre
 
   std::optional<QString> runSavePanel(const SavePanel&) override { return std::nullopt; }
   std::optional<QString> runOpenPanel() override { return std::nullopt; }
+  std::optional<QString> runFolderPanel() override { return std::nullopt; }
   void beginSavePanel(const SavePanel&, std::function<void(std::optional<QString>)> ended) override {
     ended(std::nullopt);
   }
