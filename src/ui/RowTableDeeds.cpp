@@ -25,6 +25,12 @@ void RowTableView::copy() const {
   QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
 }
 
+/// Shift+F10, which the toolkit leaves to the platform.
+void RowTableView::askForMenu() {
+  QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+  contextMenuEvent(&event);
+}
+
 /// A row that is not selected is selected first, so that what is chosen is done to the row that was meant.
 void RowTableView::contextMenuEvent(QContextMenuEvent* event) {
   if (!model_ || model_->rowCount() == 0) return;

@@ -78,6 +78,12 @@ void RowTableView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHi
   QTableView::closeEditor(editor, hint);
 }
 
+/// The keyboard is in the table as long as it is in a cell of it.
+void RowTableView::initViewItemOption(QStyleOptionViewItem* option) const {
+  QTableView::initViewItemOption(option);
+  if (typing_.editor && isActiveWindow()) option->state |= QStyle::State_Active;
+}
+
 /// Nothing that was typed is lost in silence.
 void RowTableView::letGo() {
   CellEditor* editor = std::exchange(typing_.editor, nullptr);

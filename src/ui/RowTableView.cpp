@@ -360,6 +360,7 @@ void RowTableView::keyPressEvent(QKeyEvent* event) {
   const QModelIndex index = currentIndex();
   if (const QModelIndex pressed = pressedBy(*event); pressed.isValid()) return pressCell(pressed);
   if (event->key() == Qt::Key_F2 && editFirstCell()) return;
+  if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) return askForMenu();
   const bool isSpace = event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier;
   if (isSpace && index.isValid() && selectionModel()->isRowSelected(index.row())) {
     Q_EMIT spacePressed();

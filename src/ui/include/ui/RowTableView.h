@@ -108,6 +108,7 @@ class RowTableView : public QTableView {
   bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
   void commitData(QWidget* editor) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+  void initViewItemOption(QStyleOptionViewItem* option) const override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void keyboardSearch(const QString& letters) override;
   bool viewportEvent(QEvent* event) override;
@@ -135,6 +136,7 @@ class RowTableView : public QTableView {
   void editNextCell(bool forward);
   [[nodiscard]] bool editFirstCell();
   [[nodiscard]] bool leaveCellFor(const QMouseEvent& event);
+  void askForMenu();
   void makeHeads();
   void clickHead(int section);
   void connectTable();
