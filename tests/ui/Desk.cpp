@@ -131,6 +131,11 @@ void Desk::typeInto(const QString& field, const QString& text) {
 
 void Desk::select(const QString& table, int row) {
   auto& view = named<RowTableView>(table);
+  // A sheet that has closed leaves the keyboard to nobody here, where no desktop gives it back.
+  if (!view.window()->isActiveWindow()) {
+    view.window()->activateWindow();
+    std::ignore = eventually([&] { return view.window()->isActiveWindow(); });
+  }
   int column = 0;  // the first that does nothing else
   while (actsOnPress(view.tableModel().head(column).kind)) ++column;
   QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
