@@ -5,5 +5,6 @@
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
-  return std::printf("%zu rows\n", pendra::plain::readAll(QString::fromLocal8Bit(argv[1])).size()) < 0 ? 1 : 0;
+  return std::printf("%zu rows\n", pendra::plain::readAll(QString::fromLocal8Bit(argv[1])).size()) < 0 ? 1
+                                                                                                       : 0;
 }

@@ -57,8 +57,8 @@ class Museum : public testing::Test, protected TestWorld {
     const DocumentSettings& settings = *context.all<DocumentSettings>()[0];
     EXPECT_EQ((QStringList{queries::nameOf(activity.customer()), *activity.customer()->vtObjectID(),
                            queries::nameOf(activity.job()), queries::nameOf(activity.job()->customer()),
-                           queries::nameOf(activity.service()),
-                           *settings.identity()->employeeName(), *activity.notes()}),
+                           queries::nameOf(activity.service()), *settings.identity()->employeeName(),
+                           *activity.notes()}),
               (QStringList{u"Zürich & Co"_qs, "80001", "Site", u"Zürich & Co"_qs, "Design", "Ann", "walls"}));
     EXPECT_EQ(activity.service()->shown(), false);
     EXPECT_EQ(settings.standalone(), false);

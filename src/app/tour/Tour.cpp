@@ -146,7 +146,7 @@ void drawWork(Album& album) {
     album.take(each.picture, windowTitled(each.title));
   }
   drawPreferences(album);
-  stage.timer().state().selection().selectRow(1);
+  stage.timer().state().selection().selectRow(2);  // the first that stands
   album.takeSheet(QStringLiteral("start-earlier"), [&] { stage.perform(Command::StartEarlier); });
   drawTimeAway(album, stage);
 }

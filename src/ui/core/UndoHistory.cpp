@@ -75,7 +75,9 @@ void UndoHistory::stepsChanged(UndoStack::News news) {
   changes_.changed();
 }
 
-void UndoHistory::offerUndo(const QString& sentence) { offer(sentence, {tr("Undo"), [this] { undo(); }}); }
+void UndoHistory::offerUndo(const QString& sentence) {
+  offer(sentence, {tr("Undo"), [this] { undo(); }});
+}
 
 void UndoHistory::offer(const QString& sentence, NoticeAction action) {
   session_.notices().post(

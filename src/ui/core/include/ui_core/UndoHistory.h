@@ -13,8 +13,8 @@ namespace pendra {
 
 /// Takes steps of the open document back and does them again. What was left alone, because it was sent or has
 /// changed since, is named in the notice line. After something was completed or deleted, or after a change
-/// that moved other entries too, a notice offers to take it back, until the next step or for `patience`; after
-/// a step back with which time went, one says how much and offers to do it again.
+/// that moved other entries too, a notice offers to take it back, until the next step or for `patience`;
+/// after a step back with which time went, one says how much and offers to do it again.
 class UndoHistory {
  public:
   /// The session must outlive it.
