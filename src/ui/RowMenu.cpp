@@ -38,20 +38,25 @@ void addItem(QMenu& menu, CommandTarget& target, QWidget& window, const CommandR
 
 }  // namespace
 
-void openRowMenu(CommandTarget& target, QWidget& window, const CommandGroups& groups, QPoint at,
+void addCommands(QMenu& menu, CommandTarget& target, QWidget& window, const CommandGroups& groups,
                  const std::vector<RowKey>& keys) {
+  showReasons(menu);
+  for (const auto& group : groups) {
+    if (!menu.isEmpty()) menu.addSeparator();
+    for (const Command command : group) {
+      const CommandRow* row = rowOf(target, command);
+      if (row && target.isShown(*row)) addItem(menu, target, window, *row, keyOf(*row, keys));
+    }
+  }
+}
+
+QMenu* makeRowMenu(CommandTarget& target, QWidget& window, const CommandGroups& groups,
+                   const std::vector<RowKey>& keys) {
   auto* menu = new QMenu(&window);
   menu->setObjectName(QStringLiteral("rowMenu"));
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  showReasons(*menu);
-  for (const auto& group : groups) {
-    if (!menu->isEmpty()) menu->addSeparator();
-    for (const Command command : group) {
-      const CommandRow* row = rowOf(target, command);
-      if (row && target.isShown(*row)) addItem(*menu, target, window, *row, keyOf(*row, keys));
-    }
-  }
-  menu->popup(at);
+  addCommands(*menu, target, window, groups, keys);
+  return menu;
 }
 
 }  // namespace pendra

@@ -149,7 +149,7 @@ TEST_F(Corrections, ACopyIsNeverSentAndItsOverlapIsSaid) {
 TEST_F(Corrections, TheMenuOfARowOffersWhatCanBeDoneAndGreysTheRest) {
   EXPECT_EQ(menuOf(log(), 0).join(u' '),
             u"Edit Selected… Start Again | -Split at… Duplicate -Merge | Copy Make Activity Current "
-            u"-Send Selected Time… Mark as Unsent | Delete"_s);
+            u"-Send Selected Time… Mark as Unsent | Delete | Columns"_s);
   EXPECT_EQ(log().selectedRows(), std::vector{0}) << "the row that was meant";
   EXPECT_EQ(menuOf(program.activities(), 1).join(u' '),
             u"Edit Activity… Start or Stop Timer | Copy Favourite Mark Complete | Delete"_s);

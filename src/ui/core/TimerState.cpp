@@ -9,6 +9,7 @@
 #include "model/Queries.h"
 #include "platform/Text.h"
 #include "store/ObjectContext.h"
+#include "ui_core/RunCommand.h"
 
 namespace pendra {
 
@@ -189,7 +190,10 @@ void TimerState::toggle(Activity& activity) {
 }
 
 void TimerState::edit(const QString& name, const std::function<void()>& work) {
-  std::ignore = session_.context()->edit(name, work);  // such work cannot fail
+  // A sign in a row is pressed without a command: it waits for Vantor like all others.
+  runCommand(session_, name, [&] {
+    std::ignore = session_.context()->edit(name, work);  // such work cannot fail
+  });
 }
 
 void TimerState::clearTableSelection() {

@@ -32,13 +32,13 @@ void addLatest(QMenu& menu, TimerState& state) {
 
 }  // namespace
 
-void openLatestMenu(QWidget& below, TimerState& state) {
-  auto* menu = new QMenu(&below);
+QMenu* makeLatestMenu(QWidget& of, TimerState& state) {
+  auto* menu = new QMenu(&of);
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->setObjectName(QStringLiteral("latestMenu"));
   menu->setAccessibleName(tr("Latest activities"));
   addLatest(*menu, state);
-  menu->popup(below.mapToGlobal(QPoint(0, below.height())));
+  return menu;
 }
 
 }  // namespace pendra

@@ -1,13 +1,14 @@
 #pragma once
 
+class QMenu;
 class QWidget;
 
 namespace pendra {
 
 class TimerState;
 
-/// Opens a menu below a control with the activities that were timed last; what is chosen is started and
-/// selected.
-void openLatestMenu(QWidget& below, TimerState& state);
+/// A menu of the activities that were timed last, to be opened; what is chosen is started and selected. It
+/// goes when it has closed.
+[[nodiscard]] QMenu* makeLatestMenu(QWidget& of, TimerState& state);
 
 }  // namespace pendra

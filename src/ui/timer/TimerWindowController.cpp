@@ -148,7 +148,12 @@ void TimerWindowController::connectHeader() {
   performs(header.startStopButton, Command::ToggleTimer);
   performs(header.addActivityButton, Command::AddActivity);
   performs(header.submitTimeButton, Command::SendSelected);
-  const auto openLatest = [this] { openLatestMenu(*window_->header->latestButton, state_); };
+  const auto openLatest = [this] {
+    QMenu* menu = makeLatestMenu(*window_, state_);
+    addCommands(*menu, target_, *window_, {{Command::StartEarlier}});
+    const QWidget& below = *window_->header->latestButton;
+    menu->popup(below.mapToGlobal(QPoint(0, below.height())));
+  };
   connect(header.latestButton, &QAbstractButton::clicked, this, openLatest);
   connect(header.startStopButton, &BigButton::menuAsked, this, openLatest);
   connect(header.pills, &RunningPills::stopAsked, this,
@@ -159,9 +164,12 @@ void TimerWindowController::connectHeader() {
 
 void TimerWindowController::connectRowMenus() {
   connect(window_->activityTable, &RowTableView::rowMenuWanted, this,
-          [this](const QPoint& at) { openRowMenu(target_, *window_, activityCommands(), at); });
+          [this](const QPoint& at) { makeRowMenu(target_, *window_, activityCommands())->popup(at); });
   connect(&log_->table(), &RowTableView::rowMenuWanted, this, [this](const QPoint& at) {
-    openRowMenu(target_, *window_, entryCommands(), at, {{Command::StartAgain, Qt::Key_Space}});
+    QMenu* menu = makeRowMenu(target_, *window_, entryCommands(), {{Command::StartAgain, Qt::Key_Space}});
+    menu->addSeparator();
+    log_->table().addColumnChoices(*menu->addMenu(tr("Columns")));
+    menu->popup(at);
   });
   connect(&log_->table(), &RowTableView::spacePressed, this,
           [this] { target_.perform(Command::StartAgain, window_.get()); });

@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QSet>
 
+#include "ui_core/RunCommand.h"
+
 namespace pendra {
 
 namespace {
@@ -81,13 +83,18 @@ void LogController::startOrStop(int row) {
   if (!pressed || !pressed->entry || !pressed->of) return;
   const Ref<Activity> activity = pressed->of;
   if (pressed->entry->running() == true) {
-    std::ignore = session_.context()->edit(tr("Stop"), [&] { activity->stop(); });
+    editAsCommand(tr("Stop"), [&] { activity->stop(); });
   } else if (pressed->canStart()) {
-    std::ignore = session_.context()->edit(tr("Start"), [&] {
+    editAsCommand(tr("Start"), [&] {
       activity->setCompleted(false);  // what runs is to be seen among the activities
       activity->startEntry();
     });
   }
+}
+
+/// A sign in a row is pressed without a command: it waits for Vantor like all others.
+void LogController::editAsCommand(const QString& name, const std::function<void()>& work) {
+  runCommand(session_, name, [&] { std::ignore = session_.context()->edit(name, work); });
 }
 
 void LogController::markSelectedUnsent() {

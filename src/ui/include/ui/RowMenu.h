@@ -1,10 +1,11 @@
 #pragma once
 // The menu of a row offers what the menu bar has for it, under the same names and keys and by the same rules.
 
-#include <QPoint>
 #include <vector>
 
 #include "ui/CommandTarget.h"
+
+class QMenu;
 
 namespace pendra {
 
@@ -17,9 +18,13 @@ struct RowKey {
   Qt::Key key;
 };
 
-/// Opens the menu at a point of the screen. What is chosen is performed for `window`; the target must outlive
-/// it.
-void openRowMenu(CommandTarget& target, QWidget& window, const CommandGroups& groups, QPoint at,
+/// Adds the commands to a menu, parted from what is in it. What is chosen is performed for `window`; the
+/// target must outlive it.
+void addCommands(QMenu& menu, CommandTarget& target, QWidget& window, const CommandGroups& groups,
                  const std::vector<RowKey>& keys = {});
+
+/// A menu of these commands, to be opened; it goes when it has closed.
+[[nodiscard]] QMenu* makeRowMenu(CommandTarget& target, QWidget& window, const CommandGroups& groups,
+                                 const std::vector<RowKey>& keys = {});
 
 }  // namespace pendra

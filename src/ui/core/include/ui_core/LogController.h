@@ -120,6 +120,7 @@ class LogController {
 
  private:
   void selectionChanged();
+  void editAsCommand(const QString& name, const std::function<void()>& work);
   [[nodiscard]] ObjectContext* context() const;
   void followDocument();
   void showWhatApplies();
