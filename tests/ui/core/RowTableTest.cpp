@@ -67,8 +67,10 @@ TEST(RowTable, ItsArrangementIsALineThatIsTakenWholeOrNotAtAll) {
   EXPECT_EQ(textOf(all), u"sort date down; order date customer; hidden customer; widths date 180"_s);
   EXPECT_EQ(readArrangement(textOf(all), table), all);
   EXPECT_EQ(readArrangement(textOf({}), table), TableArrangement());
+  EXPECT_EQ(readArrangement(u"order date"_s, table)->order, (QStringList{u"customer"_s, u"date"_s}))
+      << "a column that has come since";
   for (const QString& text :
-       {u"sort date"_s, u"sort nothing up"_s, u"order date"_s, u"order date date"_s, u"hidden date"_s,
+       {u"sort date"_s, u"sort nothing up"_s, u"order date nobody"_s, u"order date date"_s, u"hidden date"_s,
         u"widths date"_s, u"widths date -1"_s, u"widths date 9999"_s, u"colour blue"_s, u"\u0001 ;;"_s}) {
     EXPECT_EQ(readArrangement(text, table), std::nullopt) << text.toStdString();
   }

@@ -208,7 +208,8 @@ Activity* ActivityEditor::store() {
   if (!activity && !adding_) return nullptr;
   std::ignore = context().edit(adding_ ? tr("Add Activity") : tr("Edit Activity"), [&] {
     TimeEntry* entry = selectedEntry();
-    if (entry && controls_.littleSaveButton.isEnabled()) {
+    // Times that nobody typed stay as they are, to the second.
+    if (entry && controls_.littleSaveButton.isEnabled() && timeTexts() != shownTimes_) {
       applyTimes(*entry, textsOf(controls_.entry, session_));
     }
     if (!activity) activity = &createNewActivity(context());

@@ -18,14 +18,16 @@ bool readSort(const QStringList& words, const TableModel& table, TableArrangemen
   return column && table.head(*column).sortable;
 }
 
-/// Every column once: a table that has got others since then stands as it does by itself.
+/// Every column once: one that the table has got since then keeps its own place, after the one before it.
 bool readOrder(const QStringList& words, const TableModel& table, TableArrangement& into) {
   into.order = words;
-  bool hasAll = words.size() == table.columnCount();
-  for (int column = 0; hasAll && column < table.columnCount(); ++column) {
-    hasAll = words.contains(table.head(column).identifier);
+  for (int column = 0; column < table.columnCount(); ++column) {
+    const QString& its = table.head(column).identifier;
+    if (into.order.contains(its)) continue;
+    const qsizetype before = column > 0 ? into.order.indexOf(table.head(column - 1).identifier) : -1;
+    into.order.insert(before + 1, its);
   }
-  return hasAll;
+  return into.order.size() == table.columnCount();
 }
 
 bool readHidden(const QStringList& words, const TableModel& table, TableArrangement& into) {
