@@ -92,7 +92,11 @@ void invokeInFocus(const char* slot) {
   if (QWidget* focus = QApplication::focusWidget()) QMetaObject::invokeMethod(focus, slot);
 }
 
-bool canFind(const CommandContext& at) { return at.sender && searchFieldIn(*at.sender->window()); }
+/// Who only asks whether it can be done is in front.
+bool canFind(const CommandContext& at) {
+  const QWidget* window = at.sender ? at.sender->window() : QApplication::activeWindow();
+  return window && searchFieldIn(*window);
+}
 
 void find(const CommandContext& at) {
   TimerWindowController* timer = at.timer();

@@ -183,6 +183,19 @@ TEST(Windows, WhatWasCompletedIsFoundAgainAndComesBack) {
   EXPECT_FALSE(window->isVisible());
 }
 
+TEST(Windows, FindLeadsToTheSearchOfThePaneThatIsInFocus) {
+  RunningProgram program(&fillTwo);
+  EXPECT_FALSE(program.window().findChild<QLabel*>(u"lastEntry"_s)->isVisible()) << "nothing is selected";
+  const auto whereFindLeads = [](RowTableView& from) {
+    from.setFocus();
+    QTest::keyClick(&from, Qt::Key_F, Qt::ControlModifier);
+    return QApplication::focusWidget()->accessibleName();
+  };
+  EXPECT_EQ(whereFindLeads(program.activities()), u"Find an activity"_s);
+  EXPECT_EQ(whereFindLeads(program.timer().log().table()), u"Find in the log"_s);
+  EXPECT_EQ(program.choose(u"Find"_s), u"Find"_s) << "nor is its item grey";
+}
+
 TEST(Windows, AListGoesWithItsDocument) {
   RunningProgram program(&fillTwo);
   Session& session = program.session();

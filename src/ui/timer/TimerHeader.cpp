@@ -47,6 +47,7 @@ TimerHeader::TimerHeader()
   lastEntry->setFont(Theme::quietFont());
   lastEntry->setForegroundRole(QPalette::PlaceholderText);
   lastEntry->setContentsMargins(0, 0, 0, kHintRise);
+  lastEntry->hide();  // nothing is selected yet
   customerJobLabel->setForegroundRole(QPalette::PlaceholderText);
   latestButton->setToolTip(tr("Start one of the latest activities (Alt+Down on the button)"));
   makePrimary(*submitTimeButton);
