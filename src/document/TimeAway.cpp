@@ -49,7 +49,7 @@ void mark(TimeEntry& entry, const Absence& absence) {
 /// Runs `work` for every entry that still waits, with what it is marked with.
 template <class Work>
 void answer(ObjectContext& context, const QString& name, const AwayEntries& entries, Work work) {
-  std::ignore = context.edit(name, [&] {
+  std::ignore = context.edit(name, {.indivisible = true}, [&] {
     for (const Ref<TimeEntry>& entry : entries) {
       if (const auto away = entry ? unansweredAway(*entry) : std::nullopt) work(*entry, *away);
     }
@@ -99,7 +99,7 @@ void takeAwayOff(ObjectContext& context, const AwayEntries& entries) {
 
 void bookAway(ObjectContext& context, const AwayEntries& entries, Activity& other) {
   const QString name = tr("Book Time Away");
-  std::ignore = context.edit(name, [&] {
+  std::ignore = context.edit(name, {.indivisible = true}, [&] {
     std::optional<Absence> all;
     answer(context, name, entries, [&all](TimeEntry& entry, const Absence& away) {
       if (!all) all = away;

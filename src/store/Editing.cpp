@@ -54,6 +54,7 @@ Result<void> Editing::run(const QString& name, EditOptions options, const Work& 
   if (!done || depth_ > 1) return done;
   EditRecord record = balance(name);
   if (record.isEmpty()) return {};
+  record.isIndivisible = options.indivisible;
   announceAndStore(record);
   if (options.undoable) {
     context_.undoStack_->push(std::move(record));

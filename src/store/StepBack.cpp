@@ -7,12 +7,28 @@
 namespace pendra {
 
 void StepBack::run() {
+  if (step_.isIndivisible && !isFree()) return;
   const auto whole = wholeObjects();
   bringBack();
   for (const PropertyChange& change : step_.changes) changeBack(change);
   keepWhole(whole);
   removeOrphans();
   removeInserted();
+}
+
+/// Whether all of the step can be taken back; what stands in the way is skipped.
+bool StepBack::isFree() {
+  const auto comesBack = [this](const ManagedObject* object) {
+    return std::any_of(step_.deleted.begin(), step_.deleted.end(),
+                       [object](const OwnedObject& deleted) { return deleted.get() == object; });
+  };
+  for (const PropertyChange& change : step_.changes) {
+    if (!comesBack(change.object) && !mayChange(change)) skip(*change.object, change.property);
+  }
+  for (ManagedObject* object : step_.inserted) {
+    if (object->isDeleted() || isFixed(*object, nullptr)) skip(*object);
+  }
+  return skipped_.empty();
 }
 
 void StepBack::bringBack() {

@@ -15,6 +15,7 @@ class StepBack {
   [[nodiscard]] std::vector<Skipped> skipped() { return std::move(skipped_); }
 
  private:
+  [[nodiscard]] bool isFree();
   void bringBack();
   void changeBack(const PropertyChange& change);
   /// The objects that the step changed and that hold together.

@@ -17,6 +17,7 @@ std::vector<Skipped> UndoStack::apply(std::deque<EditRecord>& from, std::deque<E
   from.pop_back();
   StepBack back(context_, step);
   EditRecord inverse = context_.editing_->runBack(step.name, [&] { back.run(); });
+  inverse.isIndivisible = step.isIndivisible;
   if (!inverse.isEmpty()) to.push_back(std::move(inverse));
   observers_.tell(News::Changed);
   return back.skipped();

@@ -112,6 +112,24 @@ TEST_F(Corrections, SplitTheNightMergeItAndTakeAllOfItBack) {
   EXPECT_FALSE(steps().canUndo());
 }
 
+TEST_F(Corrections, NoHalfOfATimeIsTakenBackWhileTheOtherWasSent) {
+  for (const bool merges : {false, true}) {
+    merges ? select({1, 2}) : select({1});
+    if (merges) program.choose(u"Merge"_s);
+    if (!merges) split([](QDialog& sheet, QLineEdit&) { QTest::keyClick(&sheet, Qt::Key_Return); });
+    const QStringList done = entries();
+    TimeEntry& first = *program.context().all<TimeEntry>()[0];
+    const auto stamp = [&](Instant sent) {
+      std::ignore = program.context().edit({}, {.undoable = false}, [&] { first.setDateSubmitted(sent); });
+    };
+    stamp(instantOf("2026-11-24T08:00:00Z"));
+    program.choose(u"Undo"_s);
+    EXPECT_EQ(entries(), done) << "an hour would be lost or there twice";
+    EXPECT_THAT(program.notice().toStdString(), testing::HasSubstr("left alone what has been sent"));
+    stamp(kReferenceInstant);
+  }
+}
+
 TEST_F(Corrections, ACopyIsNeverSentAndItsOverlapIsSaid) {
   select({0});
   EXPECT_EQ(program.choose(u"Split at"_s), u"Split at… (off)"_s) << "it was sent";

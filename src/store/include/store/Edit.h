@@ -11,6 +11,8 @@ namespace pendra {
 struct EditOptions {
   bool undoable =
       true;  ///< false for what cannot be taken back: what was sent, a list's update, a sign of life
+  bool indivisible = false;  ///< true for what moves time from one object to another: half of it, taken back
+                             ///< while the rest is left alone, would lose the time or have it twice
 };
 
 /// Whether an edit of any context is running or being announced. No event loop may run then: whoever shows an

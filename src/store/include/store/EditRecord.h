@@ -23,6 +23,7 @@ struct EditRecord {
   std::vector<PropertyChange> changes;  ///< sorted by object, then property; of inserted objects none
   std::vector<ManagedObject*> inserted;
   std::vector<OwnedObject> deleted;
+  bool isIndivisible = false;  ///< it is taken back as a whole or not at all
 
   [[nodiscard]] bool isEmpty() const { return changes.empty() && inserted.empty() && deleted.empty(); }
   /// None when the edit left the property as it found it.

@@ -177,8 +177,9 @@ QString mergeSelected(LogController& log) {
   if (!whyNot(Correction::Merge, log).isEmpty()) return {};
   const Entries entries = selectedIn(log);
   TimeEntry* all = nullptr;
-  std::ignore = log.session().context()->edit(
-      formatted(tr("Merge of %@ Entries"), {QString::number(entries.size())}), [&] { all = &join(entries); });
+  std::ignore =
+      log.session().context()->edit(formatted(tr("Merge of %@ Entries"), {QString::number(entries.size())}),
+                                    {.indivisible = true}, [&] { all = &join(entries); });
   log.selectEntries({all});
   return formatted(tr("%@ entries are one of %@ now."),
                    {QString::number(entries.size()), durationText(std::trunc(lengthOf(*all)))});
@@ -210,7 +211,8 @@ SplitReading readSplit(const TimeEntry& entry, const QString& text) {
 
 void split(TimeEntry& entry, Instant at) {
   if (timeHoldOf(entry) != TimeHold::None || !cutNear(entry, at)) return;
-  std::ignore = entry.context()->edit(tr("Split of an Entry"), [&] { cut(entry, at); });
+  std::ignore =
+      entry.context()->edit(tr("Split of an Entry"), {.indivisible = true}, [&] { cut(entry, at); });
 }
 
 }  // namespace pendra

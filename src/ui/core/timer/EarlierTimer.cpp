@@ -172,17 +172,18 @@ bool EarlierTimer::perform(EarlierMoment moment, const QString& typed) const {
   const auto at = read(moment, typed).at;
   if (!at) return false;
   const bool starts = deed_ == EarlierDeed::Start;
-  std::ignore = session_.context()->edit(starts ? tr("Start Earlier") : tr("Stop Earlier"), [&] {
-    if (starts) {
-      activity_->startEntry(*at);
-      return;
-    }
-    TimeEntry& entry = *activity_->runningEntry();
-    entry.stopTimerAt(*at);
-    if (entry.awayTo().value_or(*at) <= *at) return;
-    entry.setAwayFrom(std::nullopt);  // whoever says when it ended has said what counts
-    entry.setAwayTo(std::nullopt);
-  });
+  std::ignore =
+      session_.context()->edit(starts ? tr("Start Earlier") : tr("Stop Earlier"), {.indivisible = true}, [&] {
+        if (starts) {
+          activity_->startEntry(*at);
+          return;
+        }
+        TimeEntry& entry = *activity_->runningEntry();
+        entry.stopTimerAt(*at);
+        if (entry.awayTo().value_or(*at) <= *at) return;
+        entry.setAwayFrom(std::nullopt);  // whoever says when it ended has said what counts
+        entry.setAwayTo(std::nullopt);
+      });
   return true;
 }
 
