@@ -123,6 +123,21 @@ QString whatCame(const ChangeSet& changes) {
                     day.toString(QStringLiteral("ddd d MMM yyyy"))});
 }
 
+double lengthOf(const TimeEntry& entry, Instant now) {
+  return entry.running() == true ? now - entry.start().value_or(now) : entry.storedDuration();
+}
+
+/// By how much entries of the activity that have stayed are longer now, as when a split is taken back.
+double lengthGiven(const ChangeSet& changes, const Activity* activity, Instant now) {
+  double seconds = 0;
+  for (const TimeEntry* entry : changes.changed<TimeEntry>()) {
+    const PropertyValue before = changes.before(*entry, "duration");
+    const double* length = std::get_if<double>(&before);
+    if (length && entry->activity() == activity) seconds += lengthOf(*entry, now) - *length;
+  }
+  return seconds;
+}
+
 }  // namespace
 
 QString whatWasDone(const ChangeSet& changes) {
@@ -141,16 +156,15 @@ QString whatWasDone(const ChangeSet& changes) {
 
 QString timeTakenAway(const ChangeSet& changes, Instant now) {
   const auto gone = changes.deleted<TimeEntry>();
-  double seconds = 0;
-  for (const TimeEntry* entry : gone) {
-    seconds += entry->running() == true ? now - entry->start().value_or(now) : entry->storedDuration();
-  }
+  if (gone.empty()) return {};
+  const auto* activity = changes.targetBefore<Activity>(*gone[0], "activity");
+  double seconds = -lengthGiven(changes, activity, now);
+  for (const TimeEntry* entry : gone) seconds += lengthOf(*entry, now);
   if (seconds < kWorthSaying) return {};
   const QString length = durationText(seconds);
   if (gone.size() > 1) {
     return formatted(tr("%@ in %@ entries"), {length, QString::number(gone.size())});
   }
-  const auto* activity = changes.targetBefore<Activity>(*gone[0], "activity");
   const QString title = !activity               ? QString()
                         : activity->isDeleted() ? titleBefore(changes, *activity)
                                                 : activityTitle(*activity);
