@@ -102,7 +102,7 @@ QString withPlainSeparators(QString text) {
 }
 
 /// A time of day at the end says nothing about the day.
-QString withoutTime(QString text, const QLocale& locale) {
+QString withoutTime(const QString& text, const QLocale& locale) {
   static const QRegularExpression time(
       QStringLiteral("(?:,|\\s)\\s*\\d{1,2}:\\d{2}(?::\\d{2})?(?:\\s*[ap]\\.?m\\.?)?\\s*$"),
       QRegularExpression::CaseInsensitiveOption);

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <concepts>
 #include <functional>
+#include <iterator>
 #include <numeric>
 #include <optional>
-#include <ranges>
 #include <span>
 #include <utility>
 #include <vector>
@@ -43,6 +43,50 @@ struct RowTraits {
   /// Rows that stand together and answer the same here are a group, while the order is one of these keys.
   std::function<qint64(const Row&)> group{};
   QStringList groupedBy{};
+};
+
+template <class Row>
+class RowTable;
+
+/// The rows that a table shows, to be walked through in their order; valid until the table changes.
+template <class Row>
+class ShownRows {
+ public:
+  explicit ShownRows(const RowTable<Row>& table) : table_(&table) {}
+
+  class Iterator {
+   public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = Row;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const Row*;
+    using reference = const Row&;
+
+    Iterator() = default;
+    Iterator(const RowTable<Row>* table, int index) : table_(table), index_(index) {}
+    reference operator*() const { return *table_->row(index_); }
+    pointer operator->() const { return table_->row(index_); }
+    Iterator& operator++() {
+      ++index_;
+      return *this;
+    }
+    Iterator operator++(int) {
+      Iterator before = *this;
+      ++index_;
+      return before;
+    }
+    friend bool operator==(const Iterator&, const Iterator&) = default;
+
+   private:
+    const RowTable<Row>* table_ = nullptr;
+    int index_ = 0;
+  };
+
+  [[nodiscard]] Iterator begin() const { return {table_, 0}; }
+  [[nodiscard]] Iterator end() const { return {table_, table_->rowCount()}; }
+
+ private:
+  const RowTable<Row>* table_;
 };
 
 /// Rows under a fixed table of columns, sorted by one order. Sorting is stable in both directions.
@@ -152,10 +196,7 @@ class RowTable final : public TableModel {
   }
 
   /// The rows that are shown.
-  [[nodiscard]] auto rows() const {
-    return std::views::iota(0, rowCount()) |
-           std::views::transform([this](int index) -> const Row& { return rows_[placeAt(index)]; });
-  }
+  [[nodiscard]] ShownRows<Row> rows() const { return ShownRows<Row>(*this); }
   /// The row at an index, or none past the end.
   [[nodiscard]] const Row* row(int index) const { return holds(index) ? &rows_[placeAt(index)] : nullptr; }
   /// The first row for which `matches` holds.
