@@ -1,18 +1,17 @@
 #include "analytics/Disclosure.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QUrl>
 
 #include "analytics/PageProcess.h"
 #include "platform/Identifiers.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 QString statisticsDisclosure() {
-  const QString text = QCoreApplication::translate(
-      "Statistics",
+  const QString text = tr(
       "%@ is told that Pendra or Vantor was started, that an activity was added, that one of nine windows of "
       "Vantor’s was opened, and that this switch was used. With each goes the moment, the versions of Pendra "
       "and of the system, the computer’s model, the screen’s size, whether it is light or dark, two words "
@@ -24,9 +23,8 @@ QString statisticsDisclosure() {
 
 QString statisticsDisclosureHere() {
   if (QFileInfo::exists(PageProcess::installed())) return statisticsDisclosure();
-  return QCoreApplication::translate("Statistics",
-                                     "The package pendra-statistics is not installed, so nothing is sent. "
-                                     "With it:") +
+  return tr("The package pendra-statistics is not installed, so nothing is sent. "
+            "With it:") +
          u' ' + statisticsDisclosure();
 }
 

@@ -8,6 +8,7 @@
 #include "platform/GlobalKey.h"
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
+#include "platform/Translation.h"
 #include "ui/EarlierSheet.h"
 #include "ui/HelpPlace.h"
 #include "ui/LogPaneView.h"
@@ -143,7 +144,7 @@ void step(const CommandContext& at) {
 template <Correction What>
 QString whyNot(const CommandContext& at) {
   if (TimerWindowController* timer = at.timer()) return pendra::whyNot(What, timer->state().log());
-  return QCoreApplication::translate("pendra::Commands", "No document is open.");
+  return tr("No document is open.");
 }
 
 template <QString (&Correct)(LogController&)>

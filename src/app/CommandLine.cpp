@@ -5,6 +5,7 @@
 #include <QStringDecoder>
 
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -55,7 +56,7 @@ struct Options {
 
 Error wrongUsage(const QString& text) {
   return {QStringLiteral("command line"), status::kWrongUsage,
-          formatted(u"%@ (pendra --help says what can be asked)", {text})};
+          formatted(tr("%@ (pendra --help says what can be asked)"), {text})};
 }
 
 Error noDocument(QStringView text, const QString& file) {
@@ -68,7 +69,7 @@ Result<QStringList> textsOf(std::span<const char* const> arguments) {
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = decoder.decode(QByteArrayView(argument));
     if (decoder.hasError()) {
-      return noDocument(u"the name “%@” is not UTF-8; nothing was opened", text);
+      return noDocument(tr("the name “%@” is not UTF-8; nothing was opened"), text);
     }
     texts << text;
   }
@@ -77,7 +78,7 @@ Result<QStringList> textsOf(std::span<const char* const> arguments) {
 
 QString whatIsWrong(const QCommandLineParser& parser) {
   if (const QStringList unknown = parser.unknownOptionNames(); !unknown.isEmpty()) {
-    return formatted(u"unknown option --%@", {unknown.front()});
+    return formatted(tr("unknown option --%@"), {unknown.front()});
   }
   return parser.errorText();
 }
@@ -86,16 +87,16 @@ Result<std::optional<Appearance>> appearanceOf(const QString& name) {
   if (name.isEmpty()) return std::optional<Appearance>();
   if (name == u"light") return std::optional(Appearance::Light);
   if (name == u"dark") return std::optional(Appearance::Dark);
-  return wrongUsage(formatted(u"the appearance is light or dark, not “%@”", {name}));
+  return wrongUsage(formatted(tr("the appearance is light or dark, not “%@”"), {name}));
 }
 
 Result<CommandLine> checkFile(CommandLine line, const QString& file) {
   if (file.isEmpty()) return line;
   line.file = QFileInfo(file).absoluteFilePath();
   const bool exists = QFileInfo::exists(line.file);
-  if (line.isNewFile && exists) return noDocument(u"“%@” exists already and was left alone", line.file);
+  if (line.isNewFile && exists) return noDocument(tr("“%@” exists already and was left alone"), line.file);
   if (!line.isNewFile && !exists) {
-    return noDocument(u"“%@” does not exist; pendra --new makes a document", line.file);
+    return noDocument(tr("“%@” does not exist; pendra --new makes a document"), line.file);
   }
   return line;
 }
@@ -131,7 +132,7 @@ Result<CommandLine> readCommandLine(std::span<const char* const> arguments) {
   line.isNewFile = parser.isSet(options.newFile);
   line.isInPanel = parser.isSet(options.inPanel);
   const QStringList files = parser.values(options.newFile) + parser.positionalArguments();
-  if (files.size() > 1) return wrongUsage(QStringLiteral("one document at a time"));
+  if (files.size() > 1) return wrongUsage(tr("one document at a time"));
   return checkFile(line, files.value(0));
 }
 

@@ -8,6 +8,7 @@
 #include "document/DocumentLoading.h"
 #include "platform/Resources.h"
 #include "ui/FieldUndo.h"
+#include "ui/ListWindows.h"
 #include "ui/LogPaneView.h"
 #include "ui/TimerWindowController.h"
 #include "ui_core/ShellCommands.h"
@@ -46,7 +47,10 @@ void inTimerState(At at) {
 }
 template <auto Deed>
 void inListInFront(At at) {
-  if (ListEditor* list = at.windows.listInFront()) (list->*Deed)();
+  ListEditorWindow* list = at.windows.listInFront();
+  if (!list) return;
+  list->bringToFront();  // nobody's ticks go unseen
+  (list->*Deed)();
 }
 template <auto Deed>
 void inSession(At at) {

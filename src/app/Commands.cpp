@@ -1,12 +1,11 @@
 #include "Commands.h"
 
-#include <QCoreApplication>
-
 #include "CommandDeeds.h"
 #include "CommandTable.h"
 #include "document/DocumentLoading.h"
 #include "platform/GlobalKey.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui/FieldUndo.h"
 #include "ui/TimerWindowController.h"
 #include "ui_core/RunCommand.h"
@@ -16,8 +15,6 @@ namespace pendra {
 namespace {
 
 const QString kWhyNotKey = QStringLiteral("why not");
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::Commands", text); }
 
 /// "Undo Start"; plain when there is no step.
 QString titleOfStep(UndoWay way, const QString& step) {

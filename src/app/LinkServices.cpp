@@ -1,8 +1,7 @@
 #include "LinkServices.h"
 
-#include <QCoreApplication>
-
 #include "link/Submission.h"
+#include "platform/Translation.h"
 #include "ui/LogPaneView.h"
 #include "ui/SendTimeSheet.h"
 #include "ui/TimerWindowController.h"
@@ -10,10 +9,6 @@
 #include "ui_core/RunCommand.h"
 
 namespace pendra {
-
-namespace {
-QString tr(const char* text) { return QCoreApplication::translate("pendra::LinkServices", text); }
-}  // namespace
 
 template <class Send>
 void LinkServices::send(TimerWindowController& timer, const Send& how) {

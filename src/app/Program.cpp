@@ -14,6 +14,7 @@
 #include "orders/SendAll.h"
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
+#include "platform/Translation.h"
 #include "ui/IntroSheet.h"
 #include "ui/LogPaneView.h"
 #include "ui/TimerWindowController.h"
@@ -149,9 +150,8 @@ bool Program::isAsking() const {
 }
 
 QString Program::busyWith() const {
-  const auto tr = [](const char* text) { return QCoreApplication::translate("pendra::orders", text); };
   if (environment_.modals.asksVantor()) return tr("Vantor is being asked");
-  return isAsking() ? tr("a question waits in Pendra's window") : QString();
+  return isAsking() ? tr("a question waits in Pendra’s window") : QString();
 }
 
 Result<QVariantMap> Program::sendAll() {

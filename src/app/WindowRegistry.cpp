@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMenuBar>
 #include <QTimer>
 
 #include "LinkServices.h"
@@ -211,7 +212,7 @@ void WindowRegistry::bringToFront() {
   }
 }
 
-/// F1 where no menu bar answers it: in a sheet, and on an item of an open menu.
+/// F1 where no menu bar answers it: in a sheet, in a window without one, and on an item of an open menu.
 bool WindowRegistry::helpFor(QObject* watched) {
   if (const auto* menu = qobject_cast<QMenu*>(watched)) {
     const QAction* item = menu->activeAction();
@@ -219,9 +220,10 @@ bool WindowRegistry::helpFor(QObject* watched) {
              resourceFolder());
     return true;
   }
-  QWidget* sheet = QApplication::activeModalWidget();
-  if (!sheet || !watched->isWidgetType()) return false;
-  target_->perform(Command::Help, sheet);
+  QWidget* front = QApplication::activeModalWidget();
+  if (!front) front = QApplication::activeWindow();
+  if (!front || !watched->isWidgetType() || front->findChild<QMenuBar*>()) return false;
+  target_->perform(Command::Help, front);
   return true;
 }
 
@@ -240,9 +242,9 @@ TimerWindowController* WindowRegistry::timerWindow() const { return open_->timer
 ListEditor* WindowRegistry::customerList() const { return open_->customers.get(); }
 ListEditor* WindowRegistry::servicesList() const { return open_->services.get(); }
 
-ListEditor* WindowRegistry::listInFront() const {
+ListEditorWindow* WindowRegistry::listInFront() const {
   const bool servicesFirst = open_->services && (!open_->customers || open_->services->isActiveWindow());
-  return servicesFirst ? servicesList() : customerList();
+  return servicesFirst ? open_->services.get() : open_->customers.get();
 }
 
 }  // namespace pendra

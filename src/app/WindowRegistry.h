@@ -11,6 +11,7 @@ namespace pendra {
 class AppWindow;
 class CommandTarget;
 class ListEditor;
+class ListEditorWindow;
 class ReportWindow;
 struct LinkServices;
 class Session;
@@ -48,7 +49,7 @@ class WindowRegistry final : public QObject, public Windows {
   [[nodiscard]] ListEditor* customerList() const;
   [[nodiscard]] ListEditor* servicesList() const;
   /// The list at the front, else the one that is open.
-  [[nodiscard]] ListEditor* listInFront() const;
+  [[nodiscard]] ListEditorWindow* listInFront() const;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -9,7 +9,9 @@
 #include "platform/DesktopLook.h"
 #include "platform/Identifiers.h"
 #include "platform/Log.h"
+#include "platform/Resources.h"
 #include "platform/SingleInstance.h"
+#include "platform/Translation.h"
 #include "platform/ZoneFollower.h"
 #include "tour/Tour.h"
 #include "ui/Accessibility.h"
@@ -40,8 +42,8 @@ std::optional<int> answerWithoutDisplay(const CommandLine& line) {
       break;
   }
   if (pendra::hasDisplay()) return std::nullopt;
-  return refuse(QStringLiteral("there is no display to open a window on; ./pendra --tour DIR draws the "
-                               "windows into DIR"),
+  return refuse(pendra::tr("there is no display to open a window on; ./pendra --tour DIR draws the "
+                           "windows into DIR"),
                 status::kWrongUsage);
 }
 
@@ -78,7 +80,7 @@ int runProgram(const CommandLine& line) {
   const Claim claim = instance.claim(line.file);
   if (claim == Claim::HandedOver) return status::kDone;
   if (claim == Claim::Unanswered) {
-    return refuse(QStringLiteral("the Pendra that runs already does not answer"), status::kFailed);
+    return refuse(pendra::tr("the Pendra that runs already does not answer"), status::kFailed);
   }
   auto environment = pendra::Environment::ofUser();
   const pendra::ZoneFollower zone(environment.calendar);
@@ -103,7 +105,8 @@ int refuseLine(const pendra::Error& error, std::span<const char* const> argument
 }
 
 int obey(const pendra::Order& order, int argc, char** argv) {
-  const QCoreApplication application(argc, argv);
+  QCoreApplication application(argc, argv);
+  pendra::installTranslations(application, pendra::translationFolder());
   return pendra::obey(order);
 }
 
@@ -127,6 +130,7 @@ int main(int argc, char** argv) {
   if (line.task == CommandLine::Task::DrawTour) {
     return pendra::drawTour(line.tourFolder) ? status::kDone : status::kFailed;
   }
+  pendra::installTranslations(application, pendra::translationFolder());
   if (line.appearance) pendra::Theme::force(*line.appearance);
   const auto look = pendra::PortalLook::ofUser();
   const auto follow = [&look] { pendra::Theme::follow(look->look()); };

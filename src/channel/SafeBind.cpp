@@ -3,11 +3,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <QCoreApplication>
 #include <cstdio>
 
 #include "PosixError.h"
 #include "channel/SocketAddress.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 namespace {
@@ -26,7 +26,7 @@ class ClearedMask {
 Error refusal(const char* reason, const QByteArray& path) {
   return {.domain = QStringLiteral("POSIX"),
           .code = EINVAL,
-          .text = formatted(QCoreApplication::translate("SafeBind", reason), {QString::fromLocal8Bit(path)})};
+          .text = formatted(tr(reason), {QString::fromLocal8Bit(path)})};
 }
 
 Error complaint(const char* pattern, const char* reason, const QByteArray& path) {
@@ -45,13 +45,13 @@ Result<void> checkParent(const QByteArray& parent) {
   if (const int error = errnoOf(stat(parent.constData(), &status))) return posixError(error);
   if (status.st_uid != geteuid())
     return complaint("SafeBindUnixDomainSocket: Parent (%s) is not owned by us.\n",
-                     QT_TRANSLATE_NOOP("SafeBind", "the folder “%@” belongs to another user"), parent);
+                     QT_TRANSLATE_NOOP("pendra", "the folder “%@” belongs to another user"), parent);
   if (!S_ISDIR(status.st_mode))
     return complaint("SafeBindUnixDomainSocket: Parent (%s) is not a directory.\n",
-                     QT_TRANSLATE_NOOP("SafeBind", "“%@” is no folder"), parent);
+                     QT_TRANSLATE_NOOP("pendra", "“%@” is no folder"), parent);
   if ((status.st_mode & 0777) != 0755)
     return complaint("SafeBindUnixDomainSocket: Parent (%s) has wrong permissions.\n",
-                     QT_TRANSLATE_NOOP("SafeBind", "the permissions of the folder “%@” are not 755"), parent);
+                     QT_TRANSLATE_NOOP("pendra", "the permissions of the folder “%@” are not 755"), parent);
   return {};
 }
 
@@ -59,8 +59,8 @@ Result<void> checkParent(const QByteArray& parent) {
 
 Result<void> safeBind(int socket, const QByteArray& path) {
   if (path.size() >= kSocketPathLimit)
-    return refusal(QT_TRANSLATE_NOOP("SafeBind", "the path “%@” is too long for a socket"), path);
-  const char* const noFolder = QT_TRANSLATE_NOOP("SafeBind", "the path “%@” names no folder");
+    return refusal(QT_TRANSLATE_NOOP("pendra", "the path “%@” is too long for a socket"), path);
+  const char* const noFolder = QT_TRANSLATE_NOOP("pendra", "the path “%@” names no folder");
   const qsizetype parentEnd = path.lastIndexOf('/');
   if (parentEnd < 0)
     return complaint("SafeBindUnixDomainSocket: Can't get parent for path (%s).\n", noFolder, path);

@@ -13,6 +13,7 @@
 #include "platform/DateTexts.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/PersistentStore.h"
 
 namespace pendra {
@@ -36,8 +37,8 @@ void sayWhetherBackedUp(Session& session, const QString& target, const Result<vo
   const bool exists = copied.error().code == EEXIST;
   session.notices().post(
       {.key = kBackupNotice,
-       .text = exists ? formatted(u"No backup was made: “%@” exists already and was left alone.", {target})
-                      : formatted(u"No backup was made at “%@”: %@.", {target, copied.error().text}),
+       .text = exists ? formatted(tr("No backup was made: “%@” exists already and was left alone."), {target})
+                      : formatted(tr("No backup was made at “%@”: %@."), {target, copied.error().text}),
        .actions = {},
        .ofDocument = true});
 }
@@ -46,8 +47,8 @@ void sayWhetherBackedUp(Session& session, const QString& target, const Result<vo
 void sayThatAnotherIsOpen(Session& session, const QString& chosen) {
   session.notices().post(
       {.key = kBackupNotice,
-       .text =
-           formatted(u"No backup was made at “%@”: the document that it was meant for is closed.", {chosen}),
+       .text = formatted(tr("No backup was made at “%@”: the document that it was meant for is closed."),
+                         {chosen}),
        .actions = {}});
 }
 
@@ -107,18 +108,18 @@ bool checkForBackupFile(Session& session, const QString& path) {
 bool showBackupFileWarning(Session& session) {
   return session.ports().alerts.runAlert(
              {.style = Alert::Style::Informational,
-              .message = QStringLiteral("Open Backup File?"),
-              .informative =
-                  QStringLiteral("You are opening a backup file. If this is not a recent backup, you "
-                                 "may not see  your latest activities or notes."),
-              .buttons = {QStringLiteral("Continue"), QStringLiteral("Cancel")}}) == kFirstButton;
+              .message = tr("Open Backup File?"),
+              .informative = tr("You are opening a backup file. If this is not a recent backup, you "
+                                "may not see  your latest activities or notes."),
+              .buttons = {tr("Continue"), tr("Cancel")},
+              .topic = Alert::Topic::Backups}) == kFirstButton;
 }
 
 std::optional<QString> restoreBackup(Session& session, const QString& path) {
   const QString base = QString(path).remove(kBackupSuffix);
   const QString suggestion = firstFreePath(base, QStringLiteral("pdr"));
   const QString source = base + kBackupSuffix;
-  auto target = session.ports().panels.runSavePanel({.title = QStringLiteral("Save the restored backup"),
+  auto target = session.ports().panels.runSavePanel({.title = tr("Save the restored backup"),
                                                      .proposedName = QFileInfo(suggestion).fileName(),
                                                      .folder = {},
                                                      .requiredType = QStringLiteral("pdr")});
@@ -126,7 +127,7 @@ std::optional<QString> restoreBackup(Session& session, const QString& path) {
   if (const auto copied = copyDocument(session.objectModel(), source, *target, Existing::Replace); !copied) {
     session.notices().post(
         {.key = kRestoreNotice,
-         .text = formatted(u"“%@” was not restored to “%@”: %@.", {source, *target, copied.error().text}),
+         .text = formatted(tr("“%@” was not restored to “%@”: %@."), {source, *target, copied.error().text}),
          .actions = {}});
     return std::nullopt;
   }
@@ -134,9 +135,10 @@ std::optional<QString> restoreBackup(Session& session, const QString& path) {
   session.notices().withdraw(kRestoreNotice);
   session.ports().alerts.runAlert(
       {.style = Alert::Style::Informational,
-       .message = QStringLiteral("File restored"),
-       .informative = formatted(u"Your restored file is named %@", {QFileInfo(*target).fileName()}),
-       .buttons = {QStringLiteral("OK")}});
+       .message = tr("File restored"),
+       .informative = formatted(tr("Your restored file is named %@"), {QFileInfo(*target).fileName()}),
+       .buttons = {tr("OK")},
+       .topic = Alert::Topic::Backups});
   return target;
 }
 

@@ -2,7 +2,6 @@
 
 #include <sys/stat.h>
 
-#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
@@ -16,6 +15,7 @@
 #include "platform/Files.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/PersistentStore.h"
 #include "store/StateTransfer.h"
 
@@ -30,18 +30,16 @@ const QString kNotice = QStringLiteral("backups");
 const QString kSuffix = QStringLiteral(".pdrbackup");
 const QString kStamp = QStringLiteral("yyyy-MM-dd HHmmss");
 
-QString tr(const char* text) { return QCoreApplication::translate("Backups", text); }
-
 struct ReasonTexts {
   BackupReason reason;
   QStringView inName;
   const char* title;
 };
 constexpr ReasonTexts kReasons[] = {
-    {BackupReason::Daily, u"daily", QT_TRANSLATE_NOOP("Backups", "Daily")},
-    {BackupReason::Restoring, u"restore", QT_TRANSLATE_NOOP("Backups", "Before restoring")},
-    {BackupReason::UpdatingLists, u"lists", QT_TRANSLATE_NOOP("Backups", "Before updating the lists")},
-    {BackupReason::Upgrading, u"upgrade", QT_TRANSLATE_NOOP("Backups", "Before upgrading")},
+    {BackupReason::Daily, u"daily", QT_TRANSLATE_NOOP("pendra", "Daily")},
+    {BackupReason::Restoring, u"restore", QT_TRANSLATE_NOOP("pendra", "Before restoring")},
+    {BackupReason::UpdatingLists, u"lists", QT_TRANSLATE_NOOP("pendra", "Before updating the lists")},
+    {BackupReason::Upgrading, u"upgrade", QT_TRANSLATE_NOOP("pendra", "Before upgrading")},
 };
 
 const ReasonTexts& textsOf(BackupReason reason) {

@@ -1,6 +1,5 @@
 #include "document/DocumentLoading.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <cerrno>
@@ -15,14 +14,13 @@
 #include "platform/Files.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
 
 const QString kNoticeKey = QStringLiteral("document");
-
-QString translated(const char* text) { return QCoreApplication::translate("DocumentLoading", text); }
 
 }  // namespace
 
@@ -53,10 +51,10 @@ void sayNotOpened(Session& session, const QString& path, const Error& error) {
   const bool isThere = QFileInfo::exists(path);
   const auto again = [&session, path] { std::ignore = Documents(session).open(path); };
   session.notices().post({.key = kNoticeKey,
-                          .text = formatted(translated("“%@” could not be opened: %@."),
+                          .text = formatted(tr("“%@” could not be opened: %@."),
                                             {isThere ? QFileInfo(path).fileName() : path, error.text}),
                           .actions = isThere ? std::vector<NoticeAction>()
-                                             : std::vector<NoticeAction>{{translated("Try Again"), again}}});
+                                             : std::vector<NoticeAction>{{tr("Try Again"), again}}});
 }
 
 namespace {
@@ -101,11 +99,11 @@ bool checkIdentity(Session& session) {
 bool showFileOpenWarning(Session& session) {
   return session.ports().alerts.runAlert(
              {.style = Alert::Style::Warning,
-              .message = QStringLiteral("Close current file?"),
-              .informative = QStringLiteral(
+              .message = tr("Close current file?"),
+              .informative = tr(
                   "Before you can open another file, Pendra needs to pause any running timers and close the "
                   "current file. You can open this file again with File>Open Recent."),
-              .buttons = {QStringLiteral("Continue"), QStringLiteral("Cancel")}}) == kFirstButton;
+              .buttons = {tr("Continue"), tr("Cancel")}}) == kFirstButton;
 }
 
 namespace {

@@ -10,6 +10,7 @@
 #include "document/Session.h"
 #include "platform/Files.h"
 #include "platform/Preferences.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -17,7 +18,7 @@ namespace {
 
 constexpr qsizetype kMostRecent = 10;
 
-Error declined() { return {QStringLiteral("NSURLErrorDomain"), -1, QStringLiteral("nothing was opened")}; }
+Error declined() { return {QStringLiteral("NSURLErrorDomain"), -1, tr("nothing was opened")}; }
 
 }  // namespace
 

@@ -1,10 +1,10 @@
 #include "document/HaltedEntries.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QFileInfo>
 
 #include "model/Queries.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -28,8 +28,6 @@ Instant lastSignOfLife(const ObjectContext& context, const std::vector<TimeEntry
   if (lastSave && *lastSave > alive && *lastSave - alive < kLongestSilence) alive = *lastSave;
   return std::min(alive, context.clock().now());
 }
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::HaltedEntries", text); }
 
 }  // namespace
 

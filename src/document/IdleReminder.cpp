@@ -1,12 +1,11 @@
 #include "document/IdleReminder.h"
 
-#include <QCoreApplication>
-
 #include "document/RunningTimers.h"
 #include "document/Session.h"
 #include "model/TimeEntry.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -17,8 +16,6 @@ constexpr int kDaysAhead = 7;
 /// A timer that waits for days would run late by the time that the machine slept; so it looks now and then.
 constexpr double kLongestWait = 600;
 const QString kKey = QStringLiteral("reminder");
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::IdleReminder", text); }
 
 }  // namespace
 

@@ -1,6 +1,5 @@
 #include "document/NewDocument.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include "document/DocumentClosing.h"
@@ -13,6 +12,7 @@
 #include "model/Queries.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/PersistentStore.h"
 
 namespace pendra {
@@ -52,8 +52,7 @@ Result<void> mayLeave(Session& session, const NewDocument& wanted) {
   if (session.document() && session.document()->isAt(wanted.path)) return {};
   stopAllActivities(session);
   if (saveBeforeClosing(session)) return {};
-  return Error{QStringLiteral("document"), 0,
-               QCoreApplication::translate("NewDocument", "the document that is open could not be saved")};
+  return Error{QStringLiteral("document"), 0, tr("the document that is open could not be saved")};
 }
 
 Result<void> makeFile(Session& session, const NewDocument& wanted) {
@@ -69,7 +68,7 @@ Result<void> makeFile(Session& session, const NewDocument& wanted) {
 void sayNotMade(Session& session, const QString& path, const Error& error) {
   session.notices().post(
       {.key = kNoticeKey,
-       .text = formatted(u"“%@” could not be created: %@.", {QFileInfo(path).fileName(), error.text}),
+       .text = formatted(tr("“%@” could not be created: %@."), {QFileInfo(path).fileName(), error.text}),
        .actions = {}});
 }
 

@@ -1,6 +1,5 @@
 #include "document/Restoring.h"
 
-#include <QCoreApplication>
 #include <QLocale>
 #include <unordered_map>
 
@@ -10,6 +9,7 @@
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/PersistentStore.h"
 #include "store/StateTransfer.h"
 
@@ -19,12 +19,6 @@ namespace {
 
 const QString kNotice = QStringLiteral("restored");
 constexpr std::size_t kMostNamed = 5;
-
-QString tr(const char* text) { return QCoreApplication::translate("Restoring", text); }
-
-QString counted(std::size_t number, const char* one, const char* many) {
-  return number == 1 ? tr(one) : formatted(tr(many), {QString::number(number)});
-}
 
 // ---- what is one thing in both
 
@@ -145,7 +139,7 @@ QString linesOf(const std::vector<TimeEntry*>& entries, const Calendar& calendar
   QStringList lines;
   for (const TimeEntry* entry : entries) {
     if (lines.size() == kMostNamed) {
-      lines << counted(entries.size() - kMostNamed, "and 1 more", "and %@ more");
+      lines << counted(entries.size() - kMostNamed, "and 1 more", "and %Ln more");
       break;
     }
     lines << lineOf(*entry, calendar);
@@ -190,12 +184,12 @@ bool settleFates(Session& session, ObjectContext& backup) {
   return settle(only.given,
                 counted(only.given.size(),
                         "1 entry that comes back was given to Vantor. Did its time arrive there?",
-                        "%@ entries that come back were given to Vantor. Did their time arrive there?"),
+                        "%Ln entries that come back were given to Vantor. Did their time arrive there?"),
                 tr("It Arrived"), tr("Send Again")) &&
          settle(only.unsent,
                 counted(only.unsent.size(),
                         "1 entry that comes back was deleted since. Was its time sent to Vantor before that?",
-                        "%@ entries that come back were deleted since. Was their time sent to Vantor before "
+                        "%Ln entries that come back were deleted since. Was their time sent to Vantor before "
                         "that?"),
                 tr("It Was Sent"), tr("It Was Not"));
 }
@@ -207,7 +201,7 @@ bool userAgrees(Session& session, const BackupFile& backup) {
                   tr("Restore “%@” as it was on %@?"),
                   {session.document()->displayName(), dayAndTime(backup.madeAt, session.ports().calendar)}),
               .informative = tr("What was done since then goes, but what was sent to Vantor stays as it is. "
-                                "Today's document is backed up first, so you can come back."),
+                                "Today’s document is backed up first, so you can come back."),
               .buttons = {tr("Restore"), tr("Cancel")},
               .topic = Alert::Topic::Backups}) == kFirstButton;
 }
@@ -269,7 +263,7 @@ bool restoreFromBackup(Session& session, const BackupFile& backup) {
   if (!read)
     return refuse(
         session,
-        QT_TRANSLATE_NOOP("Restoring", "Nothing was restored, because the backup could not be read: %@."),
+        QT_TRANSLATE_NOOP("pendra", "Nothing was restored, because the backup could not be read: %@."),
         read.error());
   ObjectContext& then = *read.value();
   then.fill([&] { haltRunningEntries(then, backup.madeAt); });
@@ -278,7 +272,7 @@ bool restoreFromBackup(Session& session, const BackupFile& backup) {
   if (const auto made = makeBackup(session, BackupReason::Restoring); !made) {
     return refuse(
         session,
-        QT_TRANSLATE_NOOP("Restoring",
+        QT_TRANSLATE_NOOP("pendra",
                           "Nothing was restored, because your document could not be backed up first: %@."),
         made.error());
   }
@@ -292,7 +286,7 @@ bool restoreFromBackup(Session& session, const BackupFile& backup) {
   say(session, staying == 0 ? done
                             : done + u' ' +
                                   counted(staying, "1 entry that was sent since then stayed as it is.",
-                                          "%@ entries that were sent since then stayed as they are."));
+                                          "%Ln entries that were sent since then stayed as they are."));
   return true;
 }
 

@@ -1,21 +1,19 @@
 #include "document/RunningTimers.h"
 
-#include <QCoreApplication>
-
 #include "document/Session.h"
 #include "model/Activity.h"
 #include "model/TimeEntry.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
 
 bool userStopsAllTimers(Session& session) {
-  return session.ports().alerts.runAlert(
-             {.style = Alert::Style::Warning,
-              .message = QStringLiteral("Pendra needs to stop all timers"),
-              .informative = QStringLiteral("Pendra will stop all timers before continuing."),
-              .buttons = {QStringLiteral("OK"), QStringLiteral("Cancel")}}) == kFirstButton;
+  return session.ports().alerts.runAlert({.style = Alert::Style::Warning,
+                                          .message = tr("Pendra needs to stop all timers"),
+                                          .informative = tr("Pendra will stop all timers before continuing."),
+                                          .buttons = {tr("OK"), tr("Cancel")}}) == kFirstButton;
 }
 
 }  // namespace
@@ -37,7 +35,7 @@ bool checkForRunningTimers(Session& session) {
 void stopAllActivities(Session& session) {
   const auto context = session.context();
   if (!context) return;
-  [[maybe_unused]] const auto done = context->edit(QCoreApplication::translate("RunningTimers", "Stop"), [&] {
+  [[maybe_unused]] const auto done = context->edit(tr("Stop"), [&] {
     for (Activity* activity : context->all<Activity>()) activity->stop();
   });
 }

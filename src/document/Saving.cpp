@@ -1,13 +1,12 @@
 #include "document/Saving.h"
 
-#include <QCoreApplication>
-
 #include "document/SavingElsewhere.h"
 #include "document/Session.h"
 #include "model/DurationText.h"
 #include "model/TimeEntry.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/PersistentStore.h"
 
 namespace pendra {
@@ -19,8 +18,6 @@ const QString kFileNotice = QStringLiteral("file");
 const QString kSettingsNotice = QStringLiteral("settings");
 /// So often a copy in the place of the file is nobody's single deed.
 constexpr int kCopiesOfAHabit = 3;
-
-QString tr(const char* text) { return QCoreApplication::translate("Saving", text); }
 
 void post(Session& session, const QString& key, const QString& text, std::vector<NoticeAction> actions = {}) {
   session.notices().post({.key = key, .text = text, .actions = std::move(actions), .ofDocument = true});
@@ -38,7 +35,7 @@ QString notSavedText(const OpenDocument& document, const Error& why) {
     case Displaced::OutOfReach:
       break;
   }
-  return formatted(tr("“%@” could not be saved: %@. It is tried again."), {document.path(), why.text});
+  return formatted(tr("“%@” could not be saved: %@. Pendra keeps trying."), {document.path(), why.text});
 }
 
 /// Says, once each, what the file survived that others did to it.
@@ -56,10 +53,6 @@ void tellStory(Session& session, OpenDocument& document) {
                  {document.path()}));
 }
 
-QString counted(std::size_t number, const char* one, const char* many) {
-  return number == 1 ? tr(one) : formatted(tr(many), {QString::number(number)});
-}
-
 /// What closing would lose: "2 time entries (01:30:00) and 1 other change".
 QString unsavedText(const ObjectContext& context) {
   double seconds = 0;
@@ -68,11 +61,11 @@ QString unsavedText(const ObjectContext& context) {
   const std::size_t others = context.numberOfUnsaved() - entries.size();
   QStringList parts;
   if (!entries.empty()) {
-    parts << counted(entries.size(), "1 time entry", "%@ time entries") + u" (" + durationText(seconds) +
+    parts << counted(entries.size(), "1 time entry", "%Ln time entries") + u" (" + durationText(seconds) +
                  u')';
   }
-  if (others > 0 && entries.empty()) parts << counted(others, "1 change", "%@ changes");
-  if (others > 0 && !entries.empty()) parts << counted(others, "1 other change", "%@ other changes");
+  if (others > 0 && entries.empty()) parts << counted(others, "1 change", "%Ln changes");
+  if (others > 0 && !entries.empty()) parts << counted(others, "1 other change", "%Ln other changes");
   return parts.isEmpty() ? tr("what the other version lacks") : parts.join(tr(" and "));
 }
 
@@ -147,8 +140,7 @@ bool saveBeforeClosing(Session& session) {
   const quint64 changes = context.changeCount();
   if (std::exchange(document->told.closeRefusedAt, changes) == changes) return true;
   post(session, kNoticeKey,
-       formatted(tr("“%@” stays open, because it could not be saved: %@. Not stored: %@. Close again to lose "
-                    "that."),
+       formatted(tr("“%@” stays open, because it could not be saved: %@. Closing it again loses %@."),
                  {document->path(), context.commitState().failure->why.text, unsavedText(context)}),
        waysToSave(session));
   return false;

@@ -1,6 +1,5 @@
 #include "document/SavingElsewhere.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -12,6 +11,7 @@
 #include "platform/Log.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/PersistentStore.h"
 
 namespace pendra {
@@ -20,8 +20,6 @@ namespace {
 
 const QString kCopyNotice = QStringLiteral("copy");
 const QString kDocumentType = QStringLiteral("pdr");
-
-QString tr(const char* text) { return QCoreApplication::translate("SavingElsewhere", text); }
 
 /// The first free name beside the document.
 QString freePathBeside(const OpenDocument& document, const QString& folder) {
@@ -70,12 +68,12 @@ std::vector<NoticeAction> waysToSave(Session& session) {
   };
   const auto why = failure ? displaced(failure->why) : std::nullopt;
   if (why == Displaced::Replaced) {
-    add(QT_TRANSLATE_NOOP("SavingElsewhere", "Save Over It"), &saveOverIt);
-    add(QT_TRANSLATE_NOOP("SavingElsewhere", "Keep Both"), &keepBoth);
+    add(QT_TRANSLATE_NOOP("pendra", "Save Over It"), &saveOverIt);
+    add(QT_TRANSLATE_NOOP("pendra", "Keep Both"), &keepBoth);
   } else if (why == Displaced::Moved) {
-    add(QT_TRANSLATE_NOOP("SavingElsewhere", "Follow It"), &followIt);
+    add(QT_TRANSLATE_NOOP("pendra", "Follow It"), &followIt);
   }
-  add(QT_TRANSLATE_NOOP("SavingElsewhere", "Save a Copy…"), &saveACopy);
+  add(QT_TRANSLATE_NOOP("pendra", "Save a Copy…"), &saveACopy);
   return ways;
 }
 

@@ -1,10 +1,9 @@
 #include "document/TimeAway.h"
 
-#include <QCoreApplication>
-
 #include "model/Activity.h"
 #include "model/CutAndJoin.h"
 #include "platform/Preferences.h"
+#include "platform/Translation.h"
 #include "platform/UserDefaults.h"
 #include "store/ObjectContext.h"
 
@@ -14,8 +13,6 @@ namespace {
 
 /// Instants of one moment may be told apart by less than this.
 constexpr double kSameMoment = 1;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::TimeAway", text); }
 
 void setAway(TimeEntry& entry, const std::optional<Absence>& absence) {
   entry.setAwayFrom(absence ? std::optional(absence->from) : std::nullopt);

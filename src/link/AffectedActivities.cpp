@@ -3,6 +3,7 @@
 #include "link/ActivityTitle.h"
 #include "model/TimeEntry.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -26,11 +27,11 @@ Activity::Loss namesOf(const Activity& activity) {
 /// "customer, job and service".
 QString listed(const Activity::Loss& loss) {
   QStringList names;
-  if (loss.customer) names << QStringLiteral("customer");
-  if (loss.job) names << QStringLiteral("job");
-  if (loss.service) names << QStringLiteral("service");
+  if (loss.customer) names << tr("customer");
+  if (loss.job) names << tr("job");
+  if (loss.service) names << tr("service item");
   const QString last = names.takeLast();
-  return names.isEmpty() ? last : formatted(u"%@ and %@", {names.join(u", "), last});
+  return names.isEmpty() ? last : formatted(tr("%@ and %@"), {names.join(u", "), last});
 }
 
 }  // namespace
@@ -39,10 +40,10 @@ QString lossText(const Activity& activity) {
   const Activity::Loss loss = activity.loss();
   if (!loss.any()) return {};
   const bool several = loss.customer + loss.job + loss.service > 1;
-  return formatted(several ? u"Its %@ are no longer in the lists and were cleared. "
-                             "Edit the activity to choose others."
-                           : u"Its %@ is no longer in the lists and was cleared. "
-                             "Edit the activity to choose another.",
+  return formatted(several ? tr("Its %@ are no longer in the lists and were cleared. "
+                                "Edit the activity to choose others.")
+                           : tr("Its %@ is no longer in the lists and was cleared. "
+                                "Edit the activity to choose another."),
                    {listed(loss)});
 }
 
@@ -80,15 +81,15 @@ QStringList NamesBefore::noteLosses() const {
 void tellOfLosses(Session& session, const QStringList& titles) {
   if (titles.isEmpty()) return;
   QString named = u'“' + titles.mid(0, kNamedAtMost).join(u"”, “") + u'”';
-  if (titles.size() > kNamedAtMost) {
-    named += formatted(u" and %@ more", {QString::number(titles.size() - kNamedAtMost)});
-  }
-  session.notices().post({.key = kNoticeKey,
-                          .text = formatted(u"%@: a customer, job or service is no longer in Vantor and was "
-                                            "cleared. Edit what is marked before you send its time.",
-                                            {named}),
-                          .actions = {},
-                          .ofDocument = true});
+  const qsizetype more = titles.size() - kNamedAtMost;
+  if (more > 0) named += u' ' + counted(more, "and 1 more", "and %Ln more");
+  session.notices().post(
+      {.key = kNoticeKey,
+       .text = formatted(tr("%@: a customer, job or service item is no longer in Vantor and was "
+                            "cleared. Edit what is marked before you send its time."),
+                         {named}),
+       .actions = {},
+       .ofDocument = true});
 }
 
 }  // namespace pendra

@@ -1,18 +1,16 @@
 #include "link/ConnectionChecks.h"
 
-#include <QCoreApplication>
-
 #include "Unreachable.h"
 #include "model/Identity.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
 
 const QString kChannelNoticeKey = QStringLiteral("channel");
-QString tr(const char* text) { return QCoreApplication::translate("pendra::ConnectionChecks", text); }
 
 /// How long the company's name is asked for again, in seconds from the first repeat.
 constexpr double kCompanySeconds = 4.0;

@@ -1,10 +1,9 @@
 #include "link/DoubtfulLengths.h"
 
-#include <QCoreApplication>
-
 #include "link/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/ChangeSet.h"
 
 namespace pendra {
@@ -13,8 +12,6 @@ namespace {
 
 const QString kNoticeKey = QStringLiteral("doubtful length");
 constexpr double kDay = 24 * 3600.0;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::DoubtfulLengths", text); }
 
 QString titleOf(const TimeEntry& entry) {
   return entry.activity() ? activityTitle(*entry.activity()) : QString();

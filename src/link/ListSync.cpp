@@ -1,6 +1,5 @@
 #include "link/ListSync.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include "FetchedLists.h"
@@ -9,6 +8,7 @@
 #include "document/DocumentLoading.h"
 #include "document/RunningTimers.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -16,8 +16,6 @@ namespace {
 
 /// Three lists, and the two questions of a check before the services and before the customers.
 constexpr int kAnswers = 7;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::ListSync", text); }
 
 FetchedLists::List fetchServices(ConnectionChecks& checks) {
   return checks.checkCompany() ? checks.remoteServer().getServicesArray() : std::nullopt;

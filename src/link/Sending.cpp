@@ -1,7 +1,5 @@
 #include "link/Sending.h"
 
-#include <QCoreApplication>
-
 #include "document/Saving.h"
 #include "link/ActivityTitle.h"
 #include "link/MergedRecords.h"
@@ -11,6 +9,7 @@
 #include "model/DocumentSettings.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -18,9 +17,8 @@ namespace {
 
 const QString kNoticeKey = QStringLiteral("send");
 
-constexpr const char* kInactive = "A customer, job, or service is inactive or deleted in Vantor";
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::Sending", text); }
+constexpr const char* kInactive =
+    QT_TRANSLATE_NOOP("pendra", "A customer, job, or service is inactive or deleted in Vantor");
 
 /// An entry of the document that exists while one record is being sent, and is never in the file.
 class TemporaryEntry {
@@ -116,7 +114,7 @@ bool Sending::sendRecord(const MergedRecord& record, std::vector<TimeEntry*>& me
             : tr("The affected customer, job, or service has been cleared in Pendra and any activities for "
                  "it remain unsent. Ask your Vantor administrator what customer, job, or service to use for "
                  "these activities. Then update the activities and send them to Vantor."));
-    stopped_ = tr("one lacks a customer, job or service that Vantor knows, and none was sent after it");
+    stopped_ = tr("one lacks a customer, job or service item that Vantor knows, and none was sent after it");
     return false;
   }
   // Of no activity: in the sums of its own the time would count twice while it is sent.
@@ -180,17 +178,16 @@ void Sending::alert(const QString& message, const QString& informative) {
   session_.ports().alerts.runAlert({.style = Alert::Style::Warning,
                                     .message = message,
                                     .informative = informative,
-                                    .buttons = {QCoreApplication::translate("pendra::Alert", "OK")},
+                                    .buttons = {tr("OK")},
                                     .topic = Alert::Topic::HeldBack});
 }
 
 void Sending::tell(bool sentAll) {
   if (sentAll) return forgetLastSending(session_.notices());
   const QString count =
-      formatted(total_ == 1 ? tr("%@ of %@ record was sent") : tr("%@ of %@ records were sent"),
-                {QString::number(sent_), QString::number(total_)});
+      counted(total_, "%@ of 1 record was sent", "%@ of %Ln records were sent", {QLocale().toString(sent_)});
   const QString why =
-      stopped_.isEmpty() ? tr("the others lack a customer, job or service that Vantor knows") : stopped_;
+      stopped_.isEmpty() ? tr("the others lack a customer, job or service item that Vantor knows") : stopped_;
   session_.notices().post(
       {.key = kNoticeKey, .text = formatted(u"%@; %@.", {count, why}), .actions = {}, .ofDocument = true});
 }

@@ -1,6 +1,5 @@
 #include "link/SetupFlow.h"
 
-#include <QCoreApplication>
 #include <QDir>
 
 #include "document/DocumentFiles.h"
@@ -9,12 +8,11 @@
 #include "link/VantorFailure.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::SetupFlow", text); }
 
 const QString kLink = QStringLiteral("vtmac://");
 const QString kNoticeKey = QStringLiteral("setup");

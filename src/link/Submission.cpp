@@ -1,7 +1,5 @@
 #include "link/Submission.h"
 
-#include <QCoreApplication>
-
 #include "document/RunningTimers.h"
 #include "link/DoubtfulLengths.h"
 #include "link/Sending.h"
@@ -9,14 +7,13 @@
 #include "model/Activity.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
 
 const QString kAgainNoticeKey = QStringLiteral("send again");
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::Submission", text); }
 
 }  // namespace
 
@@ -62,11 +59,9 @@ void Submission::sayWhatIsLeftOut(const std::vector<Ref<TimeEntry>>& again) cons
   if (leftOut == 0) return notices.withdraw(kAgainNoticeKey);
   notices.post(
       {.key = kAgainNoticeKey,
-       .text = formatted(leftOut == 1 ? tr("Of the entries to be sent again, %@ is not selected or not "
-                                           "shown, and stays unsent.")
-                                      : tr("Of the entries to be sent again, %@ are not selected or "
-                                           "not shown, and stay unsent."),
-                         {QString::number(leftOut)}),
+       .text = counted(
+           leftOut, "Of the entries to be sent again, 1 is not selected or not shown, and stays unsent.",
+           "Of the entries to be sent again, %Ln are not selected or not shown, and stay unsent."),
        .actions = {},
        .ofDocument = true});
 }
@@ -86,9 +81,7 @@ Summary Submission::summary() const {
   Summary summary =
       summaryOf(parts_.rows, *parts_.session.context(), parts_.session.ports().calendar, isMerging());
   if (stopped_ > 0) {
-    summary.remark = formatted(
-        stopped_ == 1 ? tr("%@ timer was stopped for this.") : tr("%@ timers were stopped for this."),
-        {QString::number(stopped_)});
+    summary.remark = counted(stopped_, "1 timer was stopped for this.", "%Ln timers were stopped for this.");
   }
   return summary;
 }

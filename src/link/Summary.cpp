@@ -1,6 +1,5 @@
 #include "link/Summary.h"
 
-#include <QCoreApplication>
 #include <QHash>
 #include <QLocale>
 
@@ -8,17 +7,12 @@
 #include "model/Activity.h"
 #include "model/DurationText.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/ObjectContext.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::Summary", text); }
-
-QString counted(qsizetype count, const char* one, const char* several) {
-  return formatted(tr(count == 1 ? one : several), {QString::number(count)});
-}
 
 /// What the entries of one line have in common.
 struct Group {
@@ -50,7 +44,7 @@ struct Group {
   [[nodiscard]] SummaryLine finished() const {
     SummaryLine whole = line;
     whole.days = days();
-    if (entries != 1) whole.notes = counted(entries, "%@ entry", "%@ entries");
+    if (entries != 1) whole.notes = counted(entries, "1 entry", "%Ln entries");
     whole.duration = durationText(seconds);
     return whole;
   }
@@ -79,8 +73,8 @@ SummaryLine sumOf(const std::vector<Group>& groups, qsizetype records) {
     entries += group.entries;
   }
   return {.customer = tr("Sum"),
-          .notes = counted(entries, "%@ entry", "%@ entries") + u", " +
-                   counted(records, "%@ record", "%@ records"),
+          .notes = counted(entries, "1 entry", "%Ln entries") + u", " +
+                   counted(records, "1 record", "%Ln records"),
           .duration = durationText(seconds)};
 }
 
@@ -95,20 +89,20 @@ struct Unsent {
   [[nodiscard]] QString why() const {
     QStringList reasons;
     if (hidden() > 0)
-      reasons << counted(hidden(), "%@ is hidden by the filter", "%@ are hidden by the filter");
-    if (notSelected() > 0) reasons << counted(notSelected(), "%@ is not selected", "%@ are not selected");
+      reasons << counted(hidden(), "1 is hidden by the filter", "%Ln are hidden by the filter");
+    if (notSelected() > 0) reasons << counted(notSelected(), "1 is not selected", "%Ln are not selected");
     return reasons.join(u", ");
   }
   [[nodiscard]] QString leftOut() const {
     if (all == 0) return tr("Everything here has been sent.");
     if (considered == all) return {};
     if (considered > 0) {
-      const QString part = counted(all, "of %@ unsent entry", "of %@ unsent entries");
-      return QString::number(considered) + u' ' + part + u"; " + why() + u'.';
+      return counted(all, "%@ of 1 unsent entry; %@.", "%@ of %Ln unsent entries; %@.",
+                     {QLocale().toString(considered), why()});
     }
     if (hidden() == all)
       return counted(all, "The only unsent entry is hidden by the filter.",
-                     "All %@ unsent entries are hidden by the filter.");
+                     "All %Ln unsent entries are hidden by the filter.");
     return formatted(tr("Of the unsent entries %@."), {why()});
   }
 };

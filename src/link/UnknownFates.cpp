@@ -1,20 +1,17 @@
 #include "link/UnknownFates.h"
 
-#include <QCoreApplication>
-
 #include "document/Saving.h"
 #include "link/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "platform/DateTexts.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
 
 using Entries = std::vector<TimeEntry*>;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::UnknownFates", text); }
 
 const QString kDoubtNoticeKey = QStringLiteral("unknown fates");
 
@@ -108,9 +105,9 @@ void postUnknownFates(Session& session) {
                ? formatted(tr("Vantor has not confirmed the time for “%@”. You are asked about it before the "
                               "next sending."),
                            {one})
-               : formatted(tr("Vantor has not confirmed %@ records. You are asked about them before the next "
-                              "sending."),
-                           {QString::number(records.size())}),
+               : counted(std::ssize(records), "",
+                         "Vantor has not confirmed %Ln records. You are asked about them before the next "
+                         "sending."),
        .actions = {},
        .ofDocument = true});
 }

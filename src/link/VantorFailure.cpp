@@ -1,14 +1,9 @@
 #include "link/VantorFailure.h"
 
-#include <QCoreApplication>
-
 #include "channel/ChannelFailure.h"
+#include "platform/Translation.h"
 
 namespace pendra {
-
-namespace {
-QString tr(const char* text) { return QCoreApplication::translate("pendra::VantorFailure", text); }
-}  // namespace
 
 bool VantorFailure::wasCancelled() const { return name_ == kVTIPCCancelled; }
 

@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -102,7 +103,7 @@ QString Draft::name() const { return file_->fileName(); }
 Result<void> Draft::open() {
   const QFileInfo before(place_);
   if (before.exists() && !before.isFile() && !before.isDir()) {
-    return Error{QStringLiteral("file"), 0, QStringLiteral("it is not a file")};
+    return Error{QStringLiteral("file"), 0, tr("it is not a file")};
   }
   file_ =
       std::make_unique<QTemporaryFile>(QFileInfo(place_).absolutePath() + u'/' + kDraftPrefix + u"XXXXXX");
@@ -152,7 +153,7 @@ Result<void> copyBytes(QFile& from, Draft& to) {
     if (auto written = to.write({piece.data(), length}); !written) return written;
   }
   if (QFileInfo(to.name()).size() == from.size()) return {};
-  return Error{QStringLiteral("file"), 0, QStringLiteral("the copy is shorter than the file")};
+  return Error{QStringLiteral("file"), 0, tr("the copy is shorter than the file")};
 }
 
 }  // namespace

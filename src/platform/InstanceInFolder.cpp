@@ -5,6 +5,7 @@
 
 #include "InstanceMeeting.h"
 #include "platform/Identifiers.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -48,7 +49,7 @@ class FolderMeeting final : public SingleInstance::Meeting {
   }
 
   [[nodiscard]] QString reason() const override {
-    return QStringLiteral("there is no session bus, and no folder of your own for a socket");
+    return tr("there is no session bus, and no folder of your own for a socket");
   }
 
  private:

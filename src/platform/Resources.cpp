@@ -9,4 +9,6 @@ QString resourceFolder() {
   return QDir::cleanPath(QCoreApplication::applicationDirPath() + u"/../share/pendra");
 }
 
+QString translationFolder() { return resourceFolder() + u"/translations"; }
+
 }  // namespace pendra

@@ -6,6 +6,7 @@
 #include <cerrno>
 
 #include "platform/Files.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -21,14 +22,14 @@ QString reasonOf(const SQLite::Exception& failure, int systemCode) {
     case SQLITE_FULL:
       return systemError(ENOSPC).text;
     case SQLITE_READONLY:
-      return QStringLiteral("the file may not be written to");
+      return tr("the file may not be written to");
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-      return QStringLiteral("the file is damaged");
+      return tr("the file is damaged");
     case SQLITE_INTERRUPT:
-      return QStringLiteral("the file is damaged: reading it does not come to an end");
+      return tr("the file is damaged: reading it does not come to an end");
     case SQLITE_BUSY:
-      return QStringLiteral("another program is using the file");
+      return tr("another program is using the file");
     case SQLITE_IOERR:
     case SQLITE_CANTOPEN:
       if (systemCode) return systemError(systemCode).text;

@@ -13,6 +13,7 @@
 #include <cerrno>
 
 #include "platform/Files.h"
+#include "platform/Translation.h"
 #include "store/PersistentStore.h"
 
 namespace pendra {
@@ -100,7 +101,7 @@ Result<DocumentFile> DocumentFile::ofDescriptor(int descriptor, const QString& p
   DocumentFile file(descriptor, place);
   struct stat status {};
   if (::fstat(descriptor, &status) != 0) return posixError();
-  if (!S_ISREG(status.st_mode)) return notADocument(QStringLiteral("it is not a file"));
+  if (!S_ISREG(status.st_mode)) return notADocument(tr("it is not a file"));
   return file;
 }
 
@@ -159,14 +160,14 @@ Result<int> DocumentFile::layout(int newest) const {
   if (length < 0) return posixError();
   if (static_cast<std::size_t>(length) < header.size() ||
       !std::equal(kMagic.begin(), kMagic.end(), header.begin())) {
-    return notADocument(QStringLiteral("it is not a document of Pendra"));
+    return notADocument(tr("it is not a document of Pendra"));
   }
   if (qFromBigEndian<qint32>(header.data() + kApplicationIDAt) != kApplicationID) {
-    return notADocument(QStringLiteral("it is a database of another program"));
+    return notADocument(tr("it is a database of another program"));
   }
   const int layout = qFromBigEndian<qint32>(header.data() + kUserVersionAt);
-  if (layout > newest) return notADocument(QStringLiteral("it was made by a newer version of Pendra"));
-  if (layout < kFirstLayout) return notADocument(QStringLiteral("its layout is unknown"));
+  if (layout > newest) return notADocument(tr("it was made by a newer version of Pendra"));
+  if (layout < kFirstLayout) return notADocument(tr("its layout is unknown"));
   return layout;
 }
 
@@ -215,7 +216,7 @@ Result<void> DocumentFile::takeOver() {
     return systemError(EIO);
   }
   if (QFileInfo::exists(journalOf(path_)) || !isSameContent(held, other)) {
-    return notADocument(QStringLiteral("it is another version"));
+    return notADocument(tr("it is another version"));
   }
   const int descriptor = ::fcntl(other.handle(), F_DUPFD_CLOEXEC, 0);
   if (descriptor < 0) return posixError();

@@ -8,13 +8,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <cerrno>
+#include "platform/Translation.h"
 
 namespace pendra {
 
 Result<bool> lockFile(int descriptor) {
   if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0) return true;
   if (errno != EWOULDBLOCK) return false;
-  return Error{QStringLiteral("document"), 0, QStringLiteral("another program has this document open")};
+  return Error{QStringLiteral("document"), 0, tr("another program has this document open")};
 }
 
 Result<NameLock> NameLock::take(const QString& document) {

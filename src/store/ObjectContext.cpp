@@ -3,6 +3,7 @@
 #include "Attributes.h"
 #include "Editing.h"
 #include "ObjectTable.h"
+#include "platform/Translation.h"
 #include "store/PersistentStore.h"
 #include "store/RelationshipKeeper.h"
 #include "store/UndoStack.h"
@@ -66,8 +67,7 @@ std::size_t ObjectContext::numberOfUnsaved() const {
 }
 
 Result<void> ObjectContext::commit(int patience) {
-  if (!store_)
-    return Error{QStringLiteral("document"), 0, QStringLiteral("the document has no readable file")};
+  if (!store_) return Error{QStringLiteral("document"), 0, tr("the document has no readable file")};
   auto written = store_->write(*this, patience);
   if (written) {
     forgetChanges();

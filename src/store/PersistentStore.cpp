@@ -12,6 +12,7 @@
 #include "ObjectTable.h"
 #include "RowStatements.h"
 #include "platform/Files.h"
+#include "platform/Translation.h"
 #include "store/ObjectContext.h"
 #include "store/RelationshipKeeper.h"
 
@@ -32,15 +33,15 @@ const QString kDisplaced = QStringLiteral("displaced");
 Error displacedError(Displaced why, const QString& text) { return {kDisplaced, static_cast<int>(why), text}; }
 
 Error replacedError() {
-  return displacedError(Displaced::Replaced, QStringLiteral("another version has taken its place"));
+  return displacedError(Displaced::Replaced, tr("another version has taken its place"));
 }
 
 Error errorOf(Whereabouts whereabouts) {
   switch (whereabouts) {
     case Whereabouts::Moved:
-      return displacedError(Displaced::Moved, QStringLiteral("it was moved"));
+      return displacedError(Displaced::Moved, tr("it was moved"));
     case Whereabouts::OutOfReach:
-      return displacedError(Displaced::OutOfReach, QStringLiteral("its folder or disk is not there"));
+      return displacedError(Displaced::OutOfReach, tr("its folder or disk is not there"));
     default:
       return replacedError();
   }
@@ -173,7 +174,7 @@ Result<std::unique_ptr<Connection>> copyInMemory(const QString& path) {
   });
   if (!copied && copied.error().code == SQLITE_READONLY_ROLLBACK) {
     return Error{QStringLiteral("document"), 0,
-                 QStringLiteral("a save of it was cut off, which is mended when Pendra opens it")};
+                 tr("a save of it was cut off, which is mended when Pendra opens it")};
   }
   if (!copied) return copied.error();
   return copy;
@@ -350,7 +351,7 @@ Result<void> PersistentStore::writeToFile(const ObjectContext& context, int pati
   if (!written && !isDamaged(written.error())) return written;
   if (written && isOurs) return {};
   return displacedError(Displaced::Replaced,
-                        written ? QStringLiteral("another program has changed it") : written.error().text);
+                        written ? tr("another program has changed it") : written.error().text);
 }
 
 void PersistentStore::Parts::writeChanges(const ObjectContext& context) {

@@ -1,5 +1,7 @@
 #include "ui/AppWindow.h"
 
+#include "ui/AccessKeys.h"
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QVBoxLayout>
@@ -20,7 +22,10 @@ AppWindow::AppWindow(const WindowFrame& frame, const QString& title) : frame_(ne
   setCentralWidget(frame_);
 }
 
-void AppWindow::setContent(QWidget* content) { frame_->layout()->addWidget(content); }
+void AppWindow::setContent(QWidget* content) {
+  frame_->layout()->addWidget(content);
+  giveAccessKeys(*this);
+}
 
 void AppWindow::hideMenuBar() { menuBar()->setFixedHeight(0); }
 

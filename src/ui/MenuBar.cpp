@@ -5,6 +5,8 @@
 #include <QMenu>
 #include <QTimer>
 
+#include "platform/Translation.h"
+#include "ui/AccessKeys.h"
 #include "ui/FrontWindow.h"
 #include "ui/MenuReasons.h"
 #include "ui_core/HelpAnchors.h"
@@ -15,24 +17,6 @@ namespace {
 
 /// Longer than a button that is pressed for somebody stays down.
 constexpr std::chrono::milliseconds kClosingTime{300};
-
-/// A title as a menu shows it: an ampersand that is meant is doubled.
-QString menuText(QString title) { return title.replace(u'&', QStringLiteral("&&")); }
-
-/// The title with the letter that chooses the item in its open menu: the first of a word that no item
-/// before it has, else the first letter that none has.
-QString withLetter(const QString& title, QSet<QChar>& taken) {
-  for (const bool anywhere : {false, true}) {
-    for (qsizetype at = 0; at < title.size(); ++at) {
-      const QChar letter = title[at].toLower();
-      const bool beginsWord = at == 0 || title[at - 1].isSpace();
-      if (!letter.isLetter() || taken.contains(letter) || !(anywhere || beginsWord)) continue;
-      taken.insert(letter);
-      return menuText(title.first(at)) + u'&' + menuText(title.sliced(at));
-    }
-  }
-  return menuText(title);
-}
 
 QList<QKeySequence> sequences(const QStringList& keys) {
   QList<QKeySequence> all;
@@ -65,8 +49,7 @@ bool MenuBar::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MenuBar::addMenuOf(const Menu& each) {
-  // Alt with its first letter opens a menu; no two begin with the same one.
-  QMenu* menu = addMenu(u'&' + menuText(QCoreApplication::translate("pendra::Commands", each.title)));
+  QMenu* menu = addMenu(withAccessKey(tr(each.title), letters_));
   for (const CommandRow& row : each.rows) {
     addAction(*menu, row);
     if (each.list != MenuList::None && row.command == each.listAfter) addList(*menu, each.list);
@@ -95,7 +78,7 @@ void MenuBar::addList(QMenu& menu, MenuList list) {
     return;
   }
   const QString title = QString::fromUtf8(kOpenRecentTitle);
-  QMenu* recent = menu.addMenu(QCoreApplication::translate("pendra::Commands", kOpenRecentTitle));
+  QMenu* recent = menu.addMenu(tr(kOpenRecentTitle));
   recent->menuAction()->setProperty("helpAnchor", help::anchorOfItem(0, title));
   connect(recent, &QMenu::aboutToShow, this, [this, recent] { fillRecent(*recent); });
   fillRecent(*recent);
@@ -111,9 +94,9 @@ void MenuBar::refresh(const QMenu& menu) {
   QSet<QChar> letters;
   for (QAction* action : menu.actions()) {
     if (action->menu()) {
-      action->setText(withLetter(QString(action->text()).remove(u'&'), letters));
+      action->setText(withAccessKey(QString(action->text()).remove(u'&'), letters));
     } else if (const CommandRow* row = rows_.value(action)) {
-      action->setText(withLetter(target_.titleOf(*row), letters));
+      action->setText(withAccessKey(target_.titleOf(*row), letters));
       action->setVisible(target_.isShown(*row));
     }
   }
@@ -150,7 +133,7 @@ void MenuBar::fillRecent(QMenu& menu) {
   for (const QString& path : target_.recentDocuments()) {
     const QFileInfo file(path);
     const bool isBackup = file.suffix() == u"pdrbackup";
-    const QString name = menuText(file.completeBaseName());
+    const QString name = withoutAccessKey(file.completeBaseName());
     QAction* action = menu.addAction(isBackup ? tr("%1 (backup)").arg(name) : name);
     action->setToolTip(path);
     connect(action, &QAction::triggered, this,
@@ -181,7 +164,7 @@ void MenuBar::fillWindows(QMenu& menu) {
   for (QWidget* window : std::as_const(windows)) {
     if (!window->isWindow() || !window->isVisible() || window->windowTitle().isEmpty()) continue;
     if (window->windowType() == Qt::Popup || window->windowType() == Qt::ToolTip) continue;
-    QAction* action = menu.addAction(menuText(nameOf(*window)));
+    QAction* action = menu.addAction(withoutAccessKey(nameOf(*window)));
     action->setCheckable(true);
     action->setChecked(window == window_);
     connect(action, &QAction::triggered, window, [window] {

@@ -7,6 +7,7 @@
 #include <QPropertyAnimation>
 #include <QPushButton>
 
+#include "platform/Translation.h"
 #include "ui/Buttons.h"
 #include "ui/TabularText.h"
 #include "ui/Theme.h"
@@ -94,7 +95,7 @@ void NoticeLine::showChosen() {
   showText(*words_, notice.text);
   setAccessibleDescription(notice.text);
   more_->setVisible(standing.size() > 1);
-  more_->setText(tr("%n more", nullptr, static_cast<int>(standing.size()) - 1));
+  more_->setText(counted(std::ssize(standing) - 1, "1 more", "%Ln more"));
   more_->setAccessibleName(more_->text());
   showButtons(notice);
   if (isHidden()) slideIn();

@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "store/Edit.h"
+#include "ui/AccessKeys.h"
 #include "ui/Buttons.h"
 #include "ui/FrontWindow.h"
 #include "ui/HelpPlace.h"
@@ -98,6 +99,9 @@ void fill(QMessageBox& box, const Alert& alert) {
         std::min(kWordsWidth, words->fontMetrics().horizontalAdvance(alert.informative) + 1));
   }
   addButtons(box, alert);
+  giveAccessKeys(box);
+  // Whoever is asked sees at once what Return answers.
+  box.setAttribute(Qt::WA_KeyboardFocusChange);
   if (const QString anchor = help::anchorOf(alert.topic); !anchor.isEmpty()) setHelpAnchor(box, anchor);
 }
 

@@ -3,6 +3,7 @@
 #include <QHelpEvent>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
 #include <memory>
@@ -380,14 +381,49 @@ void RowTableView::keyPressEvent(QKeyEvent* event) {
 }
 
 void RowTableView::keyboardSearch(const QString& letters) {
-  if (!reportsTyping_) return QTableView::keyboardSearch(letters);
-  Q_EMIT lettersTyped(letters);
+  if (reportsTyping_) {
+    Q_EMIT lettersTyped(letters);
+  } else {
+    lookForLetters(letters);
+  }
 }
 
 /// Home and End lead to the first and the last row: to a row it makes no difference in which column one is.
 QModelIndex RowTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
   const bool toAnEnd = action == MoveHome || action == MoveEnd;
   return QTableView::moveCursor(action, toAnEnd ? modifiers | Qt::ControlModifier : modifiers);
+}
+
+/// The letters that are typed look for what people see first in a row, in whichever cell they are.
+void RowTableView::lookForLetters(const QString& letters) {
+  const int rows = model_ ? model_->rowCount() : 0;
+  const QModelIndex current = currentIndex();
+  for (int column = 0; rows > 0 && column < model_->columnCount(); ++column) {
+    if (isColumnHidden(column) || model_->head(column).kind != CellKind::Text) continue;
+    selectionModel()->setCurrentIndex(model_->index(std::max(0, current.row()), column),
+                                      QItemSelectionModel::NoUpdate);
+    break;
+  }
+  QTableView::keyboardSearch(letters);
+}
+
+void RowTableView::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  viewport()->update();
+}
+
+void RowTableView::focusOutEvent(QFocusEvent* event) {
+  QTableView::focusOutEvent(event);
+  viewport()->update();
+}
+
+/// Where no row shows that the keyboard is here, the table does.
+void RowTableView::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (!hasFocus() || !selectionModel() || selectionModel()->hasSelection()) return;
+  QPainter painter(viewport());
+  painter.setPen(QPen(Theme::colours(palette()).link, 2));
+  painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
 }
 
 bool RowTableView::viewportEvent(QEvent* event) {

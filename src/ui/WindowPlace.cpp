@@ -1,8 +1,16 @@
 #include "ui/WindowPlace.h"
 
 #include <QEvent>
+#include <QScreen>
+#include <QStyle>
 
 namespace pendra {
+
+QSize firstSize(const QWidget& window, QSize wanted) {
+  const QSize free = window.screen()->availableSize();
+  const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  return wanted.boundedTo({free.width(), free.height() - title});
+}
 
 WindowPlace::WindowPlace(QWidget& window, UserDefaults& defaults, QString key)
     : QObject(&window), window_(window), defaults_(defaults), key_(std::move(key)) {

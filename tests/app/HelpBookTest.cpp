@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QRegularExpression>
 #include <QSet>
 #include <QUrl>
@@ -69,6 +70,12 @@ TEST_F(HelpBook, EveryPictureIsThereAndDescribed) {
   EXPECT_THAT(missing, testing::IsEmpty());
   EXPECT_EQ(valuesOf("src").size(), valuesOf("alt").size());
   EXPECT_GT(pictures.size(), 20);
+  const QStringList shown = valuesOf("src");
+  for (qsizetype at = 0; at < shown.size(); ++at) {
+    const QSizeF size = QImage(QFileInfo(page_).path() + u'/' + shown[at]).size();
+    const QSizeF room(valuesOf("width")[at].toInt(), valuesOf("height")[at].toInt());
+    EXPECT_NEAR(size.width() / room.width(), size.height() / room.height(), 0.01) << shown[at].toStdString();
+  }
 }
 
 }  // namespace

@@ -74,7 +74,7 @@ TEST(Panel, StartsAndStopsAsTheWindowsDoAndNothingUnderAQuestion) {
   program.activities().selectRow(0);
   program.choose(u"Delete"_s);
   ASSERT_TRUE(program.alert());
-  EXPECT_THAT(menu(panelMenu()), testing::HasSubstr("(Nothing can be changed: a question waits in Pendra's"));
+  EXPECT_THAT(menu(panelMenu()), testing::HasSubstr("(Nothing can be changed: a question waits in Pendra’s"));
   EXPECT_THAT(menu(panelMenu()), testing::HasSubstr("(Stop All)"));
   state.stopAll();  // of a panel that shows an older menu
   EXPECT_EQ(state.sign().running, 0) << "this one knows of no question";

@@ -31,7 +31,7 @@ QWidget* windowNamed(const QString& name) {
 QStringList buttons(QWidget& in) {
   QStringList titles;
   for (const QPushButton* button : in.findChildren<QPushButton*>()) {
-    if (button->isVisible() && !button->text().isEmpty()) titles << button->text();
+    if (button->isVisible() && !button->text().isEmpty()) titles << button->text().remove(u'&');
   }
   return titles;
 }

@@ -97,7 +97,7 @@ class RunningProgram {
   }
   static bool press(QWidget& in, const QString& title) {
     for (QPushButton* button : in.findChildren<QPushButton*>()) {
-      if (button->text() != title || !button->isVisible()) continue;
+      if (button->text().remove(u'&') != title || !button->isVisible()) continue;
       button->click();
       return true;
     }

@@ -1,9 +1,11 @@
 #include <gmock/gmock.h>
 
 #include <QAccessible>
+#include <csignal>
 
 #include "RunningProgram.h"
 #include "document/DocumentClosing.h"
+#include "document/Documents.h"
 #include "support/Events.h"
 #include "ui/Buttons.h"
 #include "ui/IntroSheet.h"
@@ -46,10 +48,10 @@ TEST(Windows, ADeletionIsAskedAboutOnTheTimerWindowAndDiesWithIt) {
   ASSERT_TRUE(question);
   EXPECT_EQ(question->parentWidget(), &program.window());
   EXPECT_TRUE(question->informativeText().startsWith(u"Acme: "_s));
-  EXPECT_EQ(question->defaultButton()->text(), u"Cancel"_s);
-  EXPECT_EQ(question->escapeButton()->text(), u"Cancel"_s);
+  EXPECT_EQ(question->defaultButton()->accessibleName(), u"Cancel"_s);
+  EXPECT_EQ(question->escapeButton()->accessibleName(), u"Cancel"_s);
   for (const QPushButton* button : question->findChildren<QPushButton*>()) {
-    EXPECT_EQ(button->property(kDestructiveProperty).toBool(), button->text() == u"Delete"_s);
+    EXPECT_EQ(button->property(kDestructiveProperty).toBool(), button->accessibleName() == u"Delete"_s);
   }
   program.choose(*preferences, u"Delete"_s);
   EXPECT_EQ(program.alert(), question) << "one at a time";
@@ -100,6 +102,7 @@ TEST(Windows, TheTitleAndTheHeaderSayWhatRuns) {
   EXPECT_EQ(tick(0), u"Work"_s);
   program.activities().selectRow(0);
   program.choose(u"Start or Stop"_s);
+  std::raise(SIGXFSZ);  // as a save does where files are limited
   EXPECT_EQ(tick(3632), u"01:00:32 Acme - Work"_s);
   EXPECT_EQ(pills(), QString()) << "the button says it";
   program.activities().selectRow(1);
@@ -207,6 +210,38 @@ TEST(Windows, AListGoesWithItsDocument) {
   EXPECT_FALSE(session.document());
 }
 
+TEST(Windows, TheMenuIsAboutTheOpenDocumentAndTheListInFront) {
+  RunningProgram program(&fillTwo);
+  Session& session = program.session();
+  const auto shown = [&](const QString& item) {
+    Q_EMIT qobject_cast<QMenu*>(program.item(program.window(), item)->parent())->aboutToShow();
+    return program.item(program.window(), item)->isVisible();
+  };
+  EXPECT_FALSE(shown(u"Send All Time"_s));
+  EXPECT_EQ(program.choose(u"Update Lists"_s), u"Update Lists from Vantor (off)"_s);
+  program.choose(u"Customers and Jobs"_s);
+  QWidget* list = windowTitled(u"Customers and Jobs"_s);
+  program.window().activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&program.window()));
+  program.choose(u"Mark All Shown"_s);
+  EXPECT_TRUE(QTest::qWaitForWindowActive(list)) << "before it shows what becomes of its ticks";
+  EXPECT_EQ(program.context().all<Customer>()[1]->shown(), true);
+
+  const QString linked = program.places.path(u"Linked.pdr"_s);
+  {
+    const auto made = OpenDocument::read(linked, loadObjectModel(), program.clock, Calendar::ofSystem());
+    made.value()->context()->fill([&] {
+      made.value()->settings().identity()->setEmployeeName(u"Ann"_s);
+      made.value()->settings().setStandalone(false);
+    });
+    ASSERT_TRUE(made.value()->context()->save());
+  }
+  leaveDocument(session);
+  settle();
+  ASSERT_TRUE(Documents(session).open(linked));
+  EXPECT_TRUE(shown(u"Send All Time"_s));
+}
+
 TEST(Windows, TheIntroductionWaitsForTheTimerWindowToBeInFront) {
   RunningProgram program([](ObjectContext&, DocumentSettings&) {});
   const auto introduction = [] { return dynamic_cast<IntroSheet*>(QApplication::activeModalWidget()); };
@@ -219,6 +254,8 @@ TEST(Windows, TheIntroductionWaitsForTheTimerWindowToBeInFront) {
   ASSERT_TRUE(eventually([&] { return introduction() != nullptr; }));
   EXPECT_EQ(introduction()->parentWidget(), &program.window());
   introduction()->accept();
+  const RunningProgram begun(&fillTwo);
+  EXPECT_FALSE(eventually([&] { return introduction() != nullptr; }, 700)) << "to whom has activities";
 }
 
 }  // namespace

@@ -120,7 +120,7 @@ TEST_F(Saving, AFailureIsSaidOnceAndTriedAgainUntilOneSucceeds) {
     EXPECT_EQ(session.saveState().notSavedSince, opened);
     EXPECT_EQ(session.saveState().reason, "File too large");
     EXPECT_EQ(notices(), QStringList{"“" + path("Work.pdr") +
-                                     "” could not be saved: File too large. It is tried again."});
+                                     "” could not be saved: File too large. Pendra keeps trying."});
     EXPECT_EQ(posted, 1) << "not at every command";
   }
   EXPECT_TRUE(eventually([&] { return !session.saveState().notSavedSince; })) << "tried again unasked";
@@ -138,10 +138,9 @@ TEST_F(Saving, AClosingThatWouldLoseWorkSaysHowMuchAndIsRefusedOnce) {
   closeDoc(session);
   EXPECT_EQ(session.context(), context);
   EXPECT_TRUE(windows.isOpen(WindowKind::Timer));
-  EXPECT_EQ(notices(),
-            QStringList{"“" + path("Work.pdr") +
-                        "” stays open, because it could not be saved: another version has taken "
-                        "its place. Not stored: 1 time entry (00:01:00). Close again to lose that."});
+  EXPECT_EQ(notices(), QStringList{"“" + path("Work.pdr") +
+                                   "” stays open, because it could not be saved: another version has taken "
+                                   "its place. Closing it again loses 1 time entry (00:01:00)."});
   EXPECT_THAT(actions(), ElementsAre("Save Over It", "Keep Both", "Save a Copy…"));
   EXPECT_EQ(log.lines().size(), 1);
   EXPECT_TRUE(mayCloseWindow(session)) << "the second try knows";
@@ -150,7 +149,7 @@ TEST_F(Saving, AClosingThatWouldLoseWorkSaysHowMuchAndIsRefusedOnce) {
   EXPECT_FALSE(notices().join(u' ').contains("stays open"));
   putAnotherFileInPlaceOfWork();
   EXPECT_FALSE(mayCloseWindow(session));
-  EXPECT_TRUE(notices().join(u' ').contains("Not stored: what the other version lacks."))
+  EXPECT_TRUE(notices().join(u' ').contains("Closing it again loses what the other version lacks."))
       << "the file is gone";
   std::ignore = context->edit({}, [&] { activity.setNotes(QStringLiteral("Typed after that")); });
   EXPECT_FALSE(mayCloseWindow(session)) << "and so is new work";

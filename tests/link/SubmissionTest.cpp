@@ -231,7 +231,7 @@ TEST_P(ClearedTest, HoldsBackWhatVantorNoLongerKnows) {
   EXPECT_EQ(first.wasSent(), GetParam().sent == 2);
   EXPECT_EQ(held.activity()->loss().any(), GetParam().clear != nullptr);
   EXPECT_EQ(inFile(), (std::array{3, GetParam().sent, 0}));
-  EXPECT_TRUE(notice().contains("customer, job or service that Vantor knows"));
+  EXPECT_TRUE(notice().contains("customer, job or service item that Vantor knows"));
 }
 
 void loseJob(ScriptedVantor& vantor) { vantor.jobs->clear(); }

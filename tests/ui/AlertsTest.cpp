@@ -25,7 +25,7 @@ QMessageBox& openBox() {
 
 QPushButton& buttonOf(QMessageBox& box, const QString& title) {
   for (auto* button : box.findChildren<QPushButton*>()) {
-    if (button->text() == title) return *button;
+    if (button->accessibleName() == title) return *button;
   }
   throw std::runtime_error("no such button");
 }

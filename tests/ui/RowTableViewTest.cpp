@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "ui/Theme.h"
 #include "ui_core/RowTable.h"
 
 namespace pendra {
@@ -115,6 +116,14 @@ TEST_F(Table, TheFirstKeyTakesTheFirstRowAndNothingMore) {
   EXPECT_EQ(activated.count(), 0);
   QTest::keyClick(&view, Qt::Key_Down);
   EXPECT_THAT(view.selectedRows(), ElementsAre(1));
+  view.setCurrentIndex(view.model()->index(1, 0));
+  QTest::keyClick(&view, Qt::Key_B);
+  EXPECT_THAT(view.selectedRows(), ElementsAre(2)) << "letters look for the names, wherever one is";
+  const auto edge = [&] { return view.viewport()->grab().toImage().pixelColor(0, 200); };
+  const QColor ring = Theme::colours(view.palette()).link;
+  EXPECT_NE(edge(), ring);
+  view.clearSelection();
+  EXPECT_EQ(edge(), ring) << "no row shows where the keyboard is";
 }
 
 TEST_F(Table, APressOnNothingDeselects) {

@@ -22,7 +22,7 @@ QWidget& openSheet() {
 std::vector<QPushButton*> buttons(const char* title) {
   std::vector<QPushButton*> found;
   for (auto* button : openSheet().findChildren<QPushButton*>())
-    if (button->text() == title && button->isVisible()) found.push_back(button);
+    if (button->text().remove(u'&') == title && button->isVisible()) found.push_back(button);
   return found;
 }
 

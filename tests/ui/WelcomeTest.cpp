@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 
 #include "NoCommands.h"
@@ -27,7 +28,9 @@ TEST(Welcome, BringsTheDocumentThatWasClosedBackWithReturn) {
   recent.paths = QStringList{"/a/R&D.pdr", "/a/Work.pdr", "/b/Work.pdr", "/4.pdr", "/5.pdr", "/6.pdr"};
   WelcomeWindow window({test.session, recent});
   QStringList titles;
-  for (const auto* button : window.findChildren<QPushButton*>("recentDocument")) titles << button->text();
+  for (const auto* button : window.findChildren<QPushButton*>("recentDocument")) {
+    titles << button->text().remove(QRegularExpression("(?<!&)&(?!&)"));  // the letter that chooses it
+  }
   EXPECT_EQ(titles, QStringList({"Open “R&&D”", "Open “Work” in “/a”", "Open “Work” in “/b”", "Open “4”",
                                  "Open “5”"}));
   window.show();

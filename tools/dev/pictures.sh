@@ -21,5 +21,9 @@ for plain in "$album"/*-light.png "$album"/*-dark.png; do
   fine=${plain%.png}@2x.png
   [ "$(stat -c %s "$fine")" -le $most ] || fine=$plain
   cp "$fine" "$book/$(basename "$plain")"
+  # The book keeps the room of each picture free while it is loaded.
+  read -r width height < <(od -An -j16 -N8 -tu4 --endian=big "$plain")
+  sed -i -E "s|(src=\"pictures/$(basename "$plain")\") width=\"[0-9]+\" height=\"[0-9]+\"|\1 width=\"$width\" height=\"$height\"|" \
+    "$book/../PendraHelp1_0.htm"
 done
 du -ch "$book"/*.png | tail -n 1

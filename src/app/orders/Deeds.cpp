@@ -1,6 +1,5 @@
 #include "Deeds.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include "Facts.h"
@@ -10,6 +9,7 @@
 #include "document/RunningTimers.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/QuickDeed.h"
 #include "ui_core/TimeLogExport.h"
 
@@ -17,12 +17,9 @@ namespace pendra::orders {
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
-
 const char* const kNotChanged =
-    QT_TRANSLATE_NOOP("pendra::orders", "nothing was changed, because the document is not saved: %@");
-const char* const kNotStored =
-    QT_TRANSLATE_NOOP("pendra::orders", "it was done, but the document is not saved: %@");
+    QT_TRANSLATE_NOOP("pendra", "nothing was changed, because the document is not saved: %@");
+const char* const kNotStored = QT_TRANSLATE_NOOP("pendra", "it was done, but the document is not saved: %@");
 
 /// Whether what is done now will be on the disk, or what was done is.
 Result<void> isStored(const ObjectContext& context, const char* pattern) {
@@ -46,11 +43,10 @@ Error nothingRuns(const ObjectContext& context) {
   const auto cutOff = haltedEntries(context).entries.size();
   if (cutOff == 0) return refusal(Refusal::NoMatch, tr("nothing runs"));
   return refusal(Refusal::NoMatch,
-                 cutOff == 1
-                     ? tr("nothing runs; the length of 1 entry that was cut off is asked in Pendra's window")
-                     : formatted(tr("nothing runs; the lengths of %@ entries that were cut off are asked in "
-                                    "Pendra's window"),
-                                 {QString::number(cutOff)}));
+                 counted(static_cast<qint64>(cutOff),
+                         "nothing runs; the length of 1 entry that was cut off is asked in Pendra’s window",
+                         "nothing runs; the lengths of %Ln entries that were cut off are asked in Pendra’s "
+                         "window"));
 }
 
 Result<std::vector<Activity*>> stoppable(const ObjectContext& context, const QString& match) {

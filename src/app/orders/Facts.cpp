@@ -1,10 +1,9 @@
 #include "Facts.h"
 
-#include <QCoreApplication>
-
 #include "model/Hours.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra::facts {
 
@@ -187,9 +186,7 @@ Result<QVariantList> log(const ObjectContext& context, const Order& order) {
   const auto customers = context.all<Customer>();
   if (order.customer && std::none_of(customers.begin(), customers.end(),
                                      [&](const Customer* one) { return isCalled(one, *order.customer); })) {
-    return refusal(Refusal::NoMatch,
-                   formatted(QCoreApplication::translate("pendra::orders", "no customer is called “%@”"),
-                             {*order.customer}));
+    return refusal(Refusal::NoMatch, formatted(tr("no customer is called “%@”"), {*order.customer}));
   }
   const Range range(order, context.calendar());
   QVariantList list;

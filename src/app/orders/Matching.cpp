@@ -1,11 +1,11 @@
 #include "Matching.h"
 
-#include <QCoreApplication>
 #include <numeric>
 
 #include "link/ActivityTitle.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -15,8 +15,6 @@ constexpr std::size_t kMostNear = 5;
 /// So many letters of a word may be wrong for it to be near.
 constexpr qsizetype kMostWrong = 2;
 constexpr qsizetype kLettersOfAWord = 4;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
 
 QStringList wordsOf(const QString& text) {
   QStringList words = text.toCaseFolded().split(u' ', Qt::SkipEmptyParts);
@@ -108,8 +106,8 @@ Result<Activity*> oneMatching(const QString& name, const std::vector<Activity*>&
   if (matching.empty()) return noMatch(name, words, among);
   if (matching.size() == 1) return matching.front();
   return refusal(Refusal::SeveralMatches,
-                 formatted(tr("“%@” matches %@ activities: %@"),
-                           {name, QString::number(matching.size()), listed(matching)}));
+                 counted(std::ssize(matching), "“%@” matches 1 activity: %@",
+                         "“%@” matches %Ln activities: %@", {name, listed(matching)}));
 }
 
 }  // namespace pendra

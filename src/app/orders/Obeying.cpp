@@ -1,6 +1,5 @@
 #include "Obeying.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -20,14 +19,13 @@
 #include "platform/Files.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "platform/UserDefaults.h"
 #include "store/PersistentStore.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
 
 bool onlyAsks(Verb verb) { return verb == Verb::Status || verb == Verb::Log || verb == Verb::Report; }
 

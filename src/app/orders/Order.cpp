@@ -6,6 +6,7 @@
 
 #include "CommandLine.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -79,7 +80,7 @@ const VerbRow* verbIn(const QStringList& arguments) {
 
 Error wrongUsage(QStringView pattern, const QString& what) {
   return refusal(Refusal::WrongUsage,
-                 formatted(pattern, {what}) + u" (pendra --help says what can be asked)");
+                 formatted(tr("%@ (pendra --help says what can be asked)"), {formatted(pattern, {what})}));
 }
 
 QString absolute(const QString& path) { return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath(); }
@@ -88,7 +89,7 @@ Result<std::optional<QDate>> dateIn(const QCommandLineParser& parser, const QStr
   if (!parser.optionNames().contains(option)) return std::optional<QDate>();
   const QString text = parser.value(option);
   const QDate date = QDate::fromString(text, Qt::ISODate);
-  if (!date.isValid()) return wrongUsage(u"a day is written as 2026-11-24, not “%@”", text);
+  if (!date.isValid()) return wrongUsage(tr("a day is written as 2026-11-24, not “%@”"), text);
   return std::optional(date);
 }
 
@@ -98,7 +99,7 @@ Result<std::vector<Level>> levelsIn(const QString& text) {
   std::vector<Level> levels;
   for (const QString& word : text.split(u',')) {
     const auto at = words.indexOf(word);
-    if (at < 0) return wrongUsage(u"hours are summed by customer, job, service or day, not by “%@”", word);
+    if (at < 0) return wrongUsage(tr("hours are summed by customer, job, service or day, not by “%@”"), word);
     levels.push_back(static_cast<Level>(at));
   }
   return levels;
@@ -109,7 +110,7 @@ Result<void> readOperands(Order& order, const VerbRow& row, const QStringList& o
                     : row.operands == Operands::Name ? !operands.isEmpty()
                     : row.operands == Operands::File ? operands.size() == 1 && !operands[0].isEmpty()
                                                      : true;
-  if (!fits) return wrongUsage(u"that is not how “%@” is used", QString::fromLatin1(row.word));
+  if (!fits) return wrongUsage(tr("that is not how “%@” is used"), QString::fromLatin1(row.word));
   order.text = row.operands == Operands::File ? absolute(operands[0]) : operands.join(u' ');
   return {};
 }
@@ -162,7 +163,7 @@ Result<std::optional<Order>> readOrder(const QStringList& arguments) {
   addOptions(parser, *row);
   const bool understood = parser.parse(arguments);
   if (const QStringList unknown = parser.unknownOptionNames(); !unknown.isEmpty()) {
-    return wrongUsage(u"unknown option --%@", unknown.front());
+    return wrongUsage(tr("unknown option --%@"), unknown.front());
   }
   if (!understood) return wrongUsage(u"%@", parser.errorText());
   Order order{.verb = row->verb, .asJson = parser.isSet(QStringLiteral("json"))};

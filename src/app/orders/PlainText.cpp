@@ -1,17 +1,15 @@
 #include "PlainText.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <cmath>
 
 #include "model/DurationText.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
 
 QString inOneLine(QString text) {
   for (QChar& one : text) {
@@ -57,9 +55,8 @@ QString statusText(const QVariantMap& status) {
                     {length(status, "todaySeconds"), length(status, "weekSeconds")});
   if (!status.contains(QStringLiteral("unsent"))) return text;  // nothing is sent from the document
   const int unsent = status[QStringLiteral("unsent")].toInt();
-  return text +
-         formatted(unsent == 1 ? tr("Not sent: %@ in 1 entry.\n") : tr("Not sent: %@ in %@ entries.\n"),
-                   {length(status, "unsentSeconds"), QString::number(unsent)});
+  return text + counted(unsent, "Not sent: %@ in 1 entry.\n", "Not sent: %@ in %Ln entries.\n",
+                        {length(status, "unsentSeconds")});
 }
 
 QString logText(const QVariantList& entries) {
@@ -108,13 +105,13 @@ QString addedText(const QVariantMap& answer) {
 
 QString writtenText(const QVariantMap& written) {
   const int entries = written[QStringLiteral("entries")].toInt();
-  return formatted(entries == 1 ? tr("Written: %@, 1 entry\n") : tr("Written: %@, %@ entries\n"),
-                   {inOneLine(written[QStringLiteral("written")].toString()), QString::number(entries)});
+  return counted(entries, "Written: %@, 1 entry\n", "Written: %@, %Ln entries\n",
+                 {inOneLine(written[QStringLiteral("written")].toString())});
 }
 
 QString sentText(const QVariantMap& outcome) {
   const int sent = outcome[QStringLiteral("sent")].toInt();
-  return formatted(sent == 1 ? tr("Sent: 1 entry\n") : tr("Sent: %@ entries\n"), {QString::number(sent)});
+  return counted(sent, "Sent: 1 entry\n", "Sent: %Ln entries\n");
 }
 
 }  // namespace

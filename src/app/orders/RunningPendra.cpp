@@ -9,6 +9,7 @@
 
 #include "TimingInterface.h"
 #include "platform/Identifiers.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -21,8 +22,6 @@ constexpr std::chrono::seconds kPatience{30};
 /// Many records may go out, and each is answered by Vantor.
 constexpr std::chrono::seconds kUntilSent = std::chrono::hours(1);
 constexpr std::chrono::milliseconds kBetweenLooks{20};
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
 
 Error errorOf(const QDBusMessage& reply) {
   const QString name = reply.errorName();

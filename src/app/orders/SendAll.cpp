@@ -1,7 +1,5 @@
 #include "SendAll.h"
 
-#include <QCoreApplication>
-
 #include "Deeds.h"
 #include "document/HaltedEntries.h"
 #include "document/RunningTimers.h"
@@ -12,12 +10,11 @@
 #include "link/VantorFailure.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra::orders {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
 
 /// Everything in the document, whatever a window lists.
 class AllEntries final : public SubmissionRows {

@@ -1,6 +1,5 @@
 #include "TimingInterface.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -9,6 +8,7 @@
 #include "Deeds.h"
 #include "Facts.h"
 #include "platform/Identifiers.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -20,8 +20,6 @@ using Maps = QList<QVariantMap>;
 
 const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString kDocument = QStringLiteral("Document");
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::orders", text); }
 
 QVariant forBus(const QVariantList& list) {
   Maps maps;

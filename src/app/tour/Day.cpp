@@ -136,14 +136,14 @@ class Day {
 
   void setUp() {
     QWidget& setup = windowTitled(QStringLiteral("Set Up Pendra"));
-    const auto& ok = named<QPushButton>(setup, QStringLiteral("okButton"));
+    auto& ok = named<QPushButton>(setup, QStringLiteral("okButton"));
     const auto& employees = named<QComboBox>(setup, QStringLiteral("Employee"));
     until("Vantor's employees", [&] { return employees.count() > 0 && ok.isEnabled(); });
     story_.tell(QStringLiteral("set-up"),
                 QStringLiteral("Vantor runs, so the document is linked with the company that is open there."),
                 setup);
     inNextSheet([](QDialog& panel) { QMetaObject::invokeMethod(&panel, "accept"); });
-    press(setup, ok.text());
+    ok.click();
     until("the timer window", [this] { return stage_.hasTimerWindow(); });
     window().resize(kTimerWindow);
     stage_.perform(Command::ServicesList);

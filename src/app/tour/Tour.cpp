@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLocale>
 #include <QLoggingCategory>
+#include <QRadioButton>
 #include <QTabBar>
 
 #include "Album.h"
@@ -26,6 +27,7 @@ constexpr QSize kTimerWindow(1024, 640);  // smaller than at first, to be read i
 /// Somebody's work of some weeks.
 const SampleOptions kWork{
     .customers = 10, .jobs = 10, .services = 7, .activities = 6, .entries = 240, .seed = 4, .everyday = true};
+constexpr QSize kRoomyWindow(1120, 760);  // whatever the room of a screen that nobody sees
 
 /// What a window of its own is called in the menus and in its title, and what its picture is called.
 struct WindowOfItsOwn {
@@ -65,12 +67,16 @@ void startTwoTimers(Stage& stage) {
 
 void drawFirstRun(Album& album) {
   const Stage stage(std::nullopt);
-  album.take(QStringLiteral("setup"), windowTitled(QStringLiteral("Set Up Pendra")));
+  QWidget& setup = windowTitled(QStringLiteral("Set Up Pendra"));
+  setup.findChildren<QRadioButton*>().back()->click();  // there is no Vantor here to be linked to
+  album.take(QStringLiteral("setup"), setup);
 }
 
 void drawEmptyDocument(Album& album) {
   Stage stage(SampleOptions{.activities = 0, .entries = 0, .standalone = true});
-  album.take(QStringLiteral("timer-window-empty"), *stage.timer().log().window());
+  QWidget& window = *stage.timer().log().window();
+  window.resize(kRoomyWindow);
+  album.take(QStringLiteral("timer-window-empty"), window);
 }
 
 void drawSheets(Album& album, Stage& stage) {
@@ -143,7 +149,9 @@ void drawWork(Album& album) {
   drawSheets(album, stage);
   for (const WindowOfItsOwn& each : kWindows) {
     stage.perform(each.command);
-    album.take(each.picture, windowTitled(each.title));
+    QWidget& window = windowTitled(each.title);
+    if (each.command == Command::Report) window.resize(kRoomyWindow);
+    album.take(each.picture, window);
   }
   drawPreferences(album);
   stage.timer().state().selection().selectRow(2);  // the first that stands

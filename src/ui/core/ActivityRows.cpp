@@ -3,6 +3,7 @@
 #include "link/AffectedActivities.h"
 #include "model/Queries.h"
 #include "model/TimeEntry.h"
+#include "platform/Translation.h"
 #include "store/ObjectContext.h"
 
 namespace pendra {
@@ -34,32 +35,24 @@ std::vector<Column<ActivityRow>> activityColumns() {
     return Column<ActivityRow>{.head = std::move(columnHead),
                                .text = [text](const ActivityRow&) { return text; }};
   };
-  const auto startStop = [](const ActivityRow& row) {
-    return row.running ? QStringLiteral("Stop") : QStringLiteral("Start");
-  };
+  const auto startStop = [](const ActivityRow& row) { return row.running ? tr("Stop") : tr("Start"); };
   Column<ActivityRow> customer =
-      column(head(QStringLiteral("customer"), QStringLiteral("Customer"), CellKind::Text, 4),
-             &ActivityRow::customer);
+      column(head(QStringLiteral("customer"), tr("Customer"), CellKind::Text, 4), &ActivityRow::customer);
   customer.warning = [](const ActivityRow& row) { return row.warning; };
   return {
-      {.head = silent(head(QStringLiteral("startstop"), {}, CellKind::StartStop, 0),
-                      QStringLiteral("Start/Stop")),
+      {.head = silent(head(QStringLiteral("startstop"), {}, CellKind::StartStop, 0), tr("Start/Stop")),
        .text = startStop},
-      {.head = silent(head(QStringLiteral("favourite"), {}, CellKind::Star, 0), QStringLiteral("Favourite")),
+      {.head = silent(head(QStringLiteral("favourite"), {}, CellKind::Star, 0), tr("Favourite")),
        .checked = [](const ActivityRow& row) { return row.favourite; }},
       std::move(customer),
-      column(head(QStringLiteral("job"), QStringLiteral("Job"), CellKind::Text, 3), &ActivityRow::job),
-      column(head(QStringLiteral("service"), QStringLiteral("Service"), CellKind::Text, 4),
-             &ActivityRow::service),
-      column(head(QStringLiteral("notes"), QStringLiteral("Notes"), CellKind::Secondary, 5),
-             &ActivityRow::notes),
-      constant(silent(head(QStringLiteral("edit"), {}, CellKind::Link, 0), QStringLiteral("Edit")),
-               QStringLiteral("Edit")),
-      constant(silent(head(QStringLiteral("complete"), {}, CellKind::Link, 0), QStringLiteral("Complete")),
-               QStringLiteral("Activity Complete")),
-      column(head(QStringLiteral("today"), QStringLiteral("Today"), CellKind::Time, 0), &ActivityRow::today),
-      column(head(QStringLiteral("total"), QStringLiteral("Total"), CellKind::SecondaryTime, 0),
-             &ActivityRow::total),
+      column(head(QStringLiteral("job"), tr("Job"), CellKind::Text, 3), &ActivityRow::job),
+      column(head(QStringLiteral("service"), tr("Service"), CellKind::Text, 4), &ActivityRow::service),
+      column(head(QStringLiteral("notes"), tr("Notes"), CellKind::Secondary, 5), &ActivityRow::notes),
+      constant(silent(head(QStringLiteral("edit"), {}, CellKind::Link, 0), tr("Edit")), tr("Edit")),
+      constant(silent(head(QStringLiteral("complete"), {}, CellKind::Link, 0), tr("Complete")),
+               tr("Activity Complete")),
+      column(head(QStringLiteral("today"), tr("Today"), CellKind::Time, 0), &ActivityRow::today),
+      column(head(QStringLiteral("total"), tr("Total"), CellKind::SecondaryTime, 0), &ActivityRow::total),
   };
 }
 

@@ -1,18 +1,15 @@
 #include "ui_core/AwayDecision.h"
 
-#include <QCoreApplication>
-
 #include "document/Session.h"
 #include "link/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/AwayNotice.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::AwayDecision", text); }
 
 struct Moments {
   QString from;
@@ -22,8 +19,8 @@ struct Moments {
 QString keepExplained(const TimeAway& away) {
   const AwayShape shape = awayShape(away);
   if (away.entries.size() > 1) return tr("It counts as work.");
-  const char* words = shape.runs ? "It counts as work: %@ so far." : "It counts as work: %@.";
-  return formatted(tr(words), {durationText(shape.end - shape.start)});
+  return formatted(shape.runs ? tr("It counts as work: %@ so far.") : tr("It counts as work: %@."),
+                   {durationText(shape.end - shape.start)});
 }
 
 QString takeOffExplained(const TimeAway& away, const Moments& moments) {
@@ -31,16 +28,17 @@ QString takeOffExplained(const TimeAway& away, const Moments& moments) {
     return formatted(tr("The entries end at %@, new ones go on from %@."), {moments.from, moments.to});
   }
   const AwayShape shape = awayShape(away);
-  const char* words = shape.runs ? "The entry ends at %@, a new one runs from %@: %@ so far."
-                                 : "The entry ends at %@, a new one goes on from %@: %@ in all.";
   const double left = shape.end - shape.start - shape.absence.length();
-  return formatted(tr(words), {moments.from, moments.to, durationText(left)});
+  return formatted(shape.runs ? tr("The entry ends at %@, a new one runs from %@: %@ so far.")
+                              : tr("The entry ends at %@, a new one goes on from %@: %@ in all."),
+                   {moments.from, moments.to, durationText(left)});
 }
 
 QString wordsOn(const TimeAway& away, const Moments& moments) {
-  const char* words = away.entries.size() == 1 ? "Nobody used this computer from %@ to %@.\n%@ was running."
-                                               : "Nobody used this computer from %@ to %@.\n%@ were running.";
-  return formatted(tr(words), {moments.from, moments.to, whatRan(away)});
+  return formatted(away.entries.size() == 1
+                       ? tr("Nobody used this computer from %@ to %@.\n%@ was running.")
+                       : tr("Nobody used this computer from %@ to %@.\n%@ were running."),
+                   {moments.from, moments.to, whatRan(away)});
 }
 
 }  // namespace

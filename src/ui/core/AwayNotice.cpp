@@ -1,29 +1,19 @@
 #include "ui_core/AwayNotice.h"
 
-#include <QCoreApplication>
 #include <cmath>
 
 #include "document/Session.h"
 #include "link/ActivityTitle.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
-
-namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::AwayNotice", text); }
-
-QString counted(qint64 count, const char* one, const char* many) {
-  return count == 1 ? tr(one) : formatted(tr(many), {QString::number(count)});
-}
-
-}  // namespace
 
 QString awayLength(double seconds) {
   const qint64 minutes = std::max(1LL, std::llround(seconds / 60));
   QStringList parts;
-  if (minutes >= 60) parts << counted(minutes / 60, "1 hour", "%@ hours");
-  if (minutes % 60 != 0) parts << counted(minutes % 60, "1 minute", "%@ minutes");
+  if (minutes >= 60) parts << counted(minutes / 60, "1 hour", "%Ln hours");
+  if (minutes % 60 != 0) parts << counted(minutes % 60, "1 minute", "%Ln minutes");
   return parts.join(u' ');
 }
 
@@ -34,9 +24,7 @@ QString awayMark(const TimeEntry& entry) {
 }
 
 QString whatRan(const TimeAway& away) {
-  if (away.entries.size() > 1) {
-    return formatted(tr("%@ activities"), {QString::number(away.entries.size())});
-  }
+  if (away.entries.size() > 1) return counted(std::ssize(away.entries), "1 activity", "%Ln activities");
   return formatted(tr("“%@”"), {activityTitle(*away.entries.front()->activity())});
 }
 

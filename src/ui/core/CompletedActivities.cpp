@@ -1,16 +1,13 @@
 #include "ui_core/CompletedActivities.h"
 
-#include <QCoreApplication>
-
 #include "model/ActivityTimes.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::CompletedActivities", text); }
 
 std::optional<Instant> lastEntryOf(const Activity& activity) {
   std::optional<Instant> last;
@@ -99,9 +96,9 @@ void CompletedActivities::makeCurrent() {
   std::vector<Ref<Activity>> chosen;
   for (const int row : selection_.rows()) chosen.push_back(table_.row(row)->activity);
   if (chosen.empty() || !session_.context()) return;
-  const QString name = chosen.size() == 1
-                           ? tr("Make Activity Current")
-                           : formatted(tr("Make %@ Activities Current"), {QString::number(chosen.size())});
+  const QString name = chosen.size() == 1 ? tr("Make Activity Current")
+                                          : counted(std::ssize(chosen), "Make Activity Current",
+                                                    "Make %Ln Activities Current");
   std::ignore = session_.context()->edit(name, [&] {
     for (const Ref<Activity>& activity : chosen) activity->setCompleted(false);
   });

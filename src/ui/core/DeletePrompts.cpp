@@ -1,25 +1,23 @@
 #include "ui_core/DeletePrompts.h"
 
-#include <QCoreApplication>
-
 #include "link/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/TimerState.h"
 
 namespace pendra {
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("pendra::DeletePrompts", text); }
-
 void ask(TimerState& state, const QString& message, const QString& informative,
          std::function<void()> onDelete) {
   state.session().ports().alerts.beginSheet({.style = Alert::Style::Critical,
                                              .message = message,
                                              .informative = informative,
-                                             .buttons = {QStringLiteral("Delete"), QStringLiteral("Cancel")},
-                                             .owner = Alert::Owner::TimerWindow},
+                                             .buttons = {tr("Delete"), tr("Cancel")},
+                                             .owner = Alert::Owner::TimerWindow,
+                                             .topic = Alert::Topic::Deleting},
                                             [onDelete = std::move(onDelete)](int answer) {
                                               if (answer == kFirstButton) onDelete();
                                             });
@@ -32,7 +30,7 @@ double lengthOf(const TimeEntry& entry) {
 /// "3 entries, 04:30:00", or of one "04:30:00".
 QString amount(qsizetype count, double seconds) {
   if (count == 1) return durationText(seconds);
-  return formatted(tr("%@ entries, %@"), {QString::number(count), durationText(seconds)});
+  return counted(count, "1 entry, %@", "%Ln entries, %@", {durationText(seconds)});
 }
 
 /// What goes with the activity.
@@ -52,7 +50,7 @@ QString contentsOf(const std::vector<Ref<TimeEntry>>& entries) {
   }
   titles.removeDuplicates();
   const QString what =
-      titles.size() == 1 ? titles.front() : formatted(tr("%@ activities"), {QString::number(titles.size())});
+      titles.size() == 1 ? titles.front() : counted(titles.size(), "1 activity", "%Ln activities");
   return formatted(u"%@: %@.", {what, amount(std::ssize(entries), seconds)});
 }
 
@@ -62,9 +60,8 @@ void askToDeleteActivity(TimerState& state) {
   const Ref<Activity> activity(state.selectedActivity());
   if (!activity) return;
   ask(state,
-      QStringLiteral(
-          "This activity (and all time entries listed with this activity) will be deleted.  Are you sure "
-          "you want to delete it?"),
+      tr("This activity (and all time entries listed with this activity) will be deleted.  Are you sure "
+         "you want to delete it?"),
       contentsOf(*activity), [&state, activity] {
         if (activity) state.deleteActivity(*activity);
       });
@@ -77,8 +74,8 @@ void askToDeleteEntries(TimerState& state) {
   ask(state,
       // To the question also no row at all is more than one.
       state.log().numberOfSelectedRows() == 1
-          ? QStringLiteral("Are you sure you want to delete the selected time entry?")
-          : QStringLiteral("Are you sure you want to delete the selected time entries?"),
+          ? tr("Are you sure you want to delete the selected time entry?")
+          : tr("Are you sure you want to delete the selected time entries?"),
       contentsOf(entries), [&state, entries] { state.deleteEntries(entries); });
 }
 

@@ -1,6 +1,7 @@
 #include "ui_core/DocumentState.h"
 
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -9,9 +10,9 @@ QString documentStateText(const SaveState& state, const Calendar& calendar) {
     return calendar.local(instant).toString(QStringLiteral("HH:mm"));
   };
   if (state.notSavedSince) {
-    return formatted(u"Not saved since %@: %@", {clock(*state.notSavedSince), state.reason});
+    return formatted(tr("Not saved since %@: %@"), {clock(*state.notSavedSince), state.reason});
   }
-  return state.savedAt ? formatted(u"Saved %@", {clock(*state.savedAt)}) : QString();
+  return state.savedAt ? formatted(tr("Saved %@"), {clock(*state.savedAt)}) : QString();
 }
 
 }  // namespace pendra

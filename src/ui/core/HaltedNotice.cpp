@@ -1,17 +1,14 @@
 #include "ui_core/HaltedNotice.h"
 
-#include <QCoreApplication>
-
 #include "document/Session.h"
 #include "link/ActivityTitle.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::HaltedNotice", text); }
 
 QString sentence(const std::vector<TimeEntry*>& entries) {
   const Activity* activity = entries.front()->activity();
@@ -19,8 +16,8 @@ QString sentence(const std::vector<TimeEntry*>& entries) {
     return formatted(tr("“%@” was being timed when Pendra ended. Its length was not stored."),
                      {activityTitle(*activity)});
   }
-  return formatted(tr("%@ entries were being timed when Pendra ended. Their lengths were not stored."),
-                   {QString::number(entries.size())});
+  return counted(std::ssize(entries), "1 entry was being timed when Pendra ended. Its length was not stored.",
+                 "%Ln entries were being timed when Pendra ended. Their lengths were not stored.");
 }
 
 }  // namespace

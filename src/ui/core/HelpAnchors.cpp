@@ -14,6 +14,8 @@ QString anchorOf(Alert::Topic topic) {
       return kUnknownFate;
     case Alert::Topic::Backups:
       return kBackups;
+    case Alert::Topic::Deleting:
+      return kDeleting;
     case Alert::Topic::None:
       break;
   }

@@ -1,11 +1,11 @@
 #include "ui_core/PanelState.h"
 
-#include <QCoreApplication>
 #include <cmath>
 
 #include "document/RunningTimers.h"
 #include "link/ActivityTitle.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/AwayNotice.h"
 #include "ui_core/RunCommand.h"
 
@@ -14,8 +14,6 @@ namespace pendra {
 namespace {
 
 constexpr double kMinute = 60;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::PanelState", text); }
 
 /// The tip is not written anew each second, so it does not count them.
 QString wholeMinutes(double seconds) {

@@ -1,17 +1,12 @@
 #include "ui_core/RunCommand.h"
 
-#include <QCoreApplication>
-
 #include "document/Session.h"
 #include "link/VantorFailure.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
-
-namespace {
-QString tr(const char* text) { return QCoreApplication::translate("pendra::runCommand", text); }
-}  // namespace
 
 void runCommand(Session& session, const QString& name, const std::function<void()>& command) {
   const QString key = u"command " + name;

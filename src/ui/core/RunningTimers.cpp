@@ -1,6 +1,5 @@
 #include "ui_core/RunningTimers.h"
 
-#include <QCoreApplication>
 #include <QHash>
 #include <algorithm>
 #include <cmath>
@@ -9,14 +8,9 @@
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
-
-namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::RunningTimers", text); }
-
-}  // namespace
 
 double RunningTimer::seconds() const { return entry ? std::max(0.0, std::trunc(entry->elapsed())) : 0; }
 
@@ -39,7 +33,7 @@ QString runningTitle(const std::vector<RunningTimer>& timers) {
   const QString customer = queries::nameOf(timers.front().activity->customer());
   if (!customer.isEmpty()) title += u' ' + customer;
   if (timers.size() == 1) return title;
-  return formatted(tr("%@ and %@ more"), {title, QString::number(timers.size() - 1)});
+  return counted(std::ssize(timers) - 1, "%@ and 1 more", "%@ and %Ln more", {title});
 }
 
 QString shortTitle(const Activity& activity) {

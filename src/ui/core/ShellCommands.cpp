@@ -4,6 +4,7 @@
 
 #include "platform/Identifiers.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "platform/Version.h"
 
 namespace pendra {
@@ -36,6 +37,6 @@ void showComponents(Workspace& workspace, const QString& resources) {
   workspace.openUrl(fileAddress(resources + u"/Third Party Components.pdf"));
 }
 
-QString versionText() { return formatted(u"Version %@", {bundleVersion()}); }
+QString versionText() { return formatted(tr("Version %@"), {bundleVersion()}); }
 
 }  // namespace pendra

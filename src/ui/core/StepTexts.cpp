@@ -1,6 +1,5 @@
 #include "StepTexts.h"
 
-#include <QCoreApplication>
 #include <set>
 
 #include "link/ActivityTitle.h"
@@ -8,6 +7,7 @@
 #include "model/Queries.h"
 #include "model/TimeEntry.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/ObjectContext.h"
 
 namespace pendra {
@@ -16,8 +16,6 @@ namespace {
 
 constexpr qsizetype kMostNamed = 3;
 constexpr double kWorthSaying = 60;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::StepTexts", text); }
 
 /// What the activity was called before the edit, which has taken it out of every relationship.
 QString titleBefore(const ChangeSet& changes, const Activity& activity) {
@@ -32,15 +30,21 @@ template <class T>
 QString whatWasDeleted(const ChangeSet& changes, const char* many) {
   const auto gone = changes.deleted<T>();
   if (gone.empty()) return {};
-  if (gone.size() > 1) return formatted(tr(many), {QString::number(gone.size())});
+  if (gone.size() > 1) return counted(std::ssize(gone), "", many);
   return formatted(tr("“%@” was deleted."), {queries::nameOf(gone[0])});
 }
 
 QString whatWasDeleted(const ChangeSet& changes) {
-  if (auto customers = whatWasDeleted<Customer>(changes, "%@ customers were deleted."); !customers.isEmpty())
+  if (auto customers =
+          whatWasDeleted<Customer>(changes, QT_TRANSLATE_NOOP("pendra", "%Ln customers were deleted."));
+      !customers.isEmpty())
     return customers;
-  if (auto jobs = whatWasDeleted<Job>(changes, "%@ jobs were deleted."); !jobs.isEmpty()) return jobs;
-  if (auto services = whatWasDeleted<Service>(changes, "%@ service items were deleted."); !services.isEmpty())
+  if (auto jobs = whatWasDeleted<Job>(changes, QT_TRANSLATE_NOOP("pendra", "%Ln jobs were deleted."));
+      !jobs.isEmpty())
+    return jobs;
+  if (auto services =
+          whatWasDeleted<Service>(changes, QT_TRANSLATE_NOOP("pendra", "%Ln service items were deleted."));
+      !services.isEmpty())
     return services;
   const auto activities = changes.deleted<Activity>();
   if (activities.size() == 1) {
@@ -48,12 +52,11 @@ QString whatWasDeleted(const ChangeSet& changes) {
                      {titleBefore(changes, *activities[0])});
   }
   if (!activities.empty()) {
-    return formatted(tr("%@ activities were deleted."), {QString::number(activities.size())});
+    return counted(std::ssize(activities), "1 activity was deleted.", "%Ln activities were deleted.");
   }
   const auto entries = changes.deleted<TimeEntry>();
   if (entries.empty()) return {};
-  if (entries.size() == 1) return tr("1 time entry was deleted.");
-  return formatted(tr("%@ time entries were deleted."), {QString::number(entries.size())});
+  return counted(std::ssize(entries), "1 time entry was deleted.", "%Ln time entries were deleted.");
 }
 
 /// The activity whose entries all have another customer, job or service now; none unless there are several.
@@ -179,7 +182,7 @@ QStringList whatWasLeftAlone(const std::vector<Skipped>& skipped) {
   }
   const qsizetype more = names.size() - kMostNamed;
   if (more <= 0) return names;
-  return names.first(kMostNamed) << formatted(tr("%@ more"), {QString::number(more)});
+  return names.first(kMostNamed) << counted(more, "1 more", "%Ln more");
 }
 
 }  // namespace pendra

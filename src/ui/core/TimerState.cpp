@@ -2,12 +2,11 @@
 
 #include <cmath>
 
-#include <QCoreApplication>
-
 #include "document/DocumentLoading.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/ObjectContext.h"
 #include "ui_core/RunCommand.h"
 
@@ -16,7 +15,6 @@ namespace pendra {
 namespace {
 
 /// The words of the steps that can be taken back.
-QString tr(const char* text) { return QCoreApplication::translate("pendra::TimerState", text); }
 
 /// The open document's objects; none without one.
 ObjectContext* openContext(const Session& session) {
@@ -209,8 +207,7 @@ void TimerState::deleteActivity(Activity& activity) {
 void TimerState::deleteEntries(const std::vector<Ref<TimeEntry>>& entries) {
   const auto count = std::count_if(entries.begin(), entries.end(), [](const auto& entry) { return !!entry; });
   if (count == 0) return;
-  const QString name =
-      count == 1 ? tr("Delete of an Entry") : formatted(tr("Delete of %@ Entries"), {QString::number(count)});
+  const QString name = counted(count, "Delete of an Entry", "Delete of %Ln Entries");
   edit(name, [&] {
     for (const Ref<TimeEntry>& entry : entries) {
       if (!entry) continue;

@@ -1,11 +1,10 @@
 #include "ui_core/UndoHistory.h"
 
-#include <QCoreApplication>
-
 #include "StepTexts.h"
 #include "document/DocumentClosing.h"
 #include "model/Activity.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -13,8 +12,6 @@ namespace {
 
 const QString kOfferKey = QStringLiteral("undo");
 const QString kLeftAloneKey = QStringLiteral("undo left alone");
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::UndoHistory", text); }
 
 /// Whether it is this name that an activity did not get back, and has none instead.
 bool isWithout(const Skipped& skipped, const char* name, const void* named) {

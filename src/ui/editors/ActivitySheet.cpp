@@ -56,6 +56,7 @@ ActivitySheet::ActivitySheet(Session& session, QWidget* window)
   const Form& form = parts_->form;
   showAsSecondary({form.serviceHint, form.sendToVTLabel, form.missingLabel});
   form.serviceHintRow->hide();
+  form.notesLength->setVisible(!session.isStandalone());  // it counts what Vantor takes
   for (QPushButton* button : {form.okButton, form.cancelButton, form.littleSaveButton,
                               form.addTimeEntryButton, form.deleteTimeEntryButton, form.serviceItemsButton}) {
     makeSheetButton(*button);

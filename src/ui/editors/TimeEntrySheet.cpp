@@ -48,6 +48,7 @@ TimeEntrySheet::TimeEntrySheet(Session& session, QWidget* window)
   layOutEntry(parts_->entry);
   showAsSecondary({parts_->form.serviceHint});
   parts_->form.serviceHint->hide();
+  parts_->form.notesLength->setVisible(!session.isStandalone());  // it counts what Vantor takes
   makeSheetButton(*parts_->form.okButton);
   makeSheetButton(*parts_->form.cancelButton);
   connectControls();

@@ -6,6 +6,7 @@
 #include <QScopedValueRollback>
 #include <QShortcut>
 
+#include "platform/Translation.h"
 #include "ui/Buttons.h"
 #include "ui/CommandTarget.h"
 #include "ui/RowTableView.h"
@@ -97,6 +98,12 @@ void ListWindow::connectButtons() {
   connect(ui_->searchString, &QLineEdit::textChanged, this, &ListWindow::search);
   ui_->searchString->installEventFilter(this);
   markAsSearch(*ui_->searchString);
+  // First what was searched for goes, then the window.
+  connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] {
+    if (ui_->searchString->text().isEmpty()) return void(close());
+    ui_->searchString->clear();
+    ui_->searchString->setFocus();
+  });
 }
 
 /// The button's letter acts at once. By Qt's own way a button waits for a tenth of a second, and what is
@@ -137,7 +144,7 @@ void ListWindow::showCounts() {
   const bool open = session_.context() != nullptr;
   ui_->plusButton->setEnabled(open);
   const bool searching = !controller_->searchString().isEmpty();
-  ui_->countText->setText(rows == 0 ? QString() : tr("%n listed", nullptr, rows));
+  ui_->countText->setText(rows == 0 ? QString() : counted(rows, "1 listed", "%Ln listed"));
   if (!open) {
     table().setEmptyState(tr("No document is open."));
   } else if (searching) {
@@ -266,10 +273,6 @@ bool ListWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->searchString && key == Qt::Key_Down) {
       table().setFocus();
       if (table().selectedRow() < 0) table().selectRow(0);
-      return true;
-    }
-    if (watched == ui_->searchString && key == Qt::Key_Escape) {
-      ui_->searchString->clear();
       return true;
     }
   }

@@ -17,7 +17,7 @@
 namespace pendra {
 
 LogPaneView::LogPaneView(Session& session, TimerState& window, QWidget* parent)
-    : QWidget(parent), session_(session), log_(window.log()), table_(std::make_unique<RowTableView>(this)) {
+    : QWidget(parent), session_(session), log_(window.log()), table_(std::make_unique<RowTableView>()) {
   filters_ = std::make_unique<LogFilterRow>(
       log_, session.ports().defaults, [this] { table_->showSelectionOrTop(); }, this);
   setObjectName(QStringLiteral("logView"));

@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "model/DurationText.h"
+#include "platform/Translation.h"
 #include "ui/TabularText.h"
 #include "ui/Theme.h"
 
@@ -60,7 +61,7 @@ LogSummaryView::LogSummaryView(LogController& log)
 
 void LogSummaryView::showSummary() {
   const LogSummary summary = log_.summary();
-  const QString count = QString::number(summary.entries);
+  const QString count = QLocale().toString(summary.entries);
   const QString noun = summary.entries == 1 ? tr("entry,") : tr("entries,");
   const QString time = durationText(summary.seconds);
   count_->setText(count);
@@ -68,8 +69,7 @@ void LogSummaryView::showSummary() {
   time_->setText(time);
   selected_->setVisible(log_.numberOfSelectedRows() > 0);
   const int hidden = log_.hiddenBySearch();
-  const QString held =
-      hidden == 1 ? tr("1 is hidden by the search") : tr("%1 are hidden by the search").arg(hidden);
+  const QString held = counted(hidden, "1 is hidden by the search", "%Ln are hidden by the search");
   hidden_->setText(held);
   hidden_->setVisible(hidden > 0);
   showAll_->setVisible(hidden > 0);

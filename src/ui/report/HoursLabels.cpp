@@ -1,6 +1,5 @@
 #include "HoursLabels.h"
-
-#include <QCoreApplication>
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -66,8 +65,7 @@ std::vector<BarLabel> labelsOf(const Report& report, QDate today, const QLocale&
 }
 
 QString hoursOnAxis(double hours, const QLocale& locale) {
-  return QCoreApplication::translate("pendra::HoursChart", "%1 h")
-      .arg(locale.toString(hours, 'g', QLocale::FloatingPointShortest));
+  return tr("%1 h").arg(locale.toString(hours, 'g', QLocale::FloatingPointShortest));
 }
 
 }  // namespace pendra

@@ -1,8 +1,8 @@
 #include "ReadOut.h"
 
-#include <QCoreApplication>
 #include <QPainter>
 
+#include "platform/Translation.h"
 #include "ui/TabularText.h"
 #include "ui_core/ReportTexts.h"
 
@@ -15,10 +15,6 @@ constexpr double kSwatchGap = 9;
 constexpr double kFiguresGap = 7;
 constexpr double kPartGap = 20;
 constexpr double kHeadGap = 8;
-
-QString tr(const char* text, int count = -1) {
-  return QCoreApplication::translate("pendra::ReadOut", text, nullptr, count);
-}
 
 QFont fontOf(const ReadOutPart& part, QFont font) {
   if (part.isHead) font.setWeight(QFont::DemiBold);
@@ -82,7 +78,8 @@ ReadOutParts legendOf(const Report& report) {
     parts.push_back({.words = titleOf(report.groups[named]), .group = named});
   if (report.groups.size() > named + 1) {
     parts.push_back(
-        {.words = tr("%n others", static_cast<int>(report.groups.size() - named)), .group = named});
+        {.words = counted(static_cast<qint64>(report.groups.size() - named), "1 other", "%Ln others"),
+         .group = named});
   }
   return parts;
 }
@@ -98,7 +95,9 @@ void drawReadOut(QPainter& painter, const QRectF& rect, const ReadOutParts& part
   double x = rect.left();
   for (std::size_t at = 0; at < parts.size(); ++at) {
     ReadOutPart part = parts[at];
-    const ReadOutPart rest{.words = tr("and %n more", static_cast<int>(parts.size() - at)), .isQuiet = true};
+    const ReadOutPart rest{
+        .words = counted(static_cast<qint64>(parts.size() - at), "and 1 more", "and %Ln more"),
+        .isQuiet = true};
     const bool isLast = at + 1 == parts.size();
     const double needed = x + widthOf(part, plain) + (isLast ? 0 : kPartGap + widthOf(rest, plain));
     const bool fits = needed <= rect.right() || at == 0;

@@ -1,7 +1,6 @@
 #include "ReportExports.h"
 
 #include <QBuffer>
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QPageLayout>
 #include <QPdfWriter>
@@ -11,6 +10,7 @@
 #include "document/SavingElsewhere.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/ReportCsv.h"
 
 namespace pendra {
@@ -20,8 +20,6 @@ namespace {
 const QString kNoticeKey = QStringLiteral("report");
 constexpr int kResolution = 300;  // points an inch; letters are drawn as shapes at any
 const QMarginsF kMargins(15, 15, 15, 12);
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::ReportExports", text); }
 
 /// A letter sheet where inches are usual, else A4.
 QPageSize pageSizeOf(const QLocale& locale) {

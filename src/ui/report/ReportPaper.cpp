@@ -1,10 +1,10 @@
 #include "ReportPaper.h"
 
-#include <QCoreApplication>
 #include <QPainter>
 
 #include "HoursPainter.h"
 #include "ReadOut.h"
+#include "platform/Translation.h"
 #include "ui_core/ReportTexts.h"
 
 namespace pendra {
@@ -21,8 +21,6 @@ constexpr double kQuiet = 10;
 constexpr double kChart = 230;
 constexpr double kColumn = 78;
 constexpr double kIndent = 16;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::ReportPaper", text); }
 
 QFont fontOf(double units, QFont::Weight weight = QFont::Normal) {
   QFont font = Theme::cellFont();

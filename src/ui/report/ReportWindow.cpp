@@ -62,7 +62,7 @@ ReportWindow::ReportWindow(const WindowFrame& frame, ShowInLog showInLog)
   query_.range = ReportRange::around(RangeKind::Month, today(), query_.weekBegins);
   setContent(makeContent());
   addExports();
-  resize(kFirstSize);
+  resize(firstSize(*this, kFirstSize));
   new WindowPlace(*this, session_.ports().defaults, preferences::kReportPlace);
   connect(head_, &ReportHead::queryChosen, this, &ReportWindow::setQuery);
   connect(chart_, &HoursChart::questionChanged, this, &ReportWindow::showReadOut);

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "ui/AccessKeys.h"
 #include "ui/Buttons.h"
 #include "ui/HelpPlace.h"
 #include "ui/RowTableView.h"
@@ -162,6 +163,7 @@ void SendTimeSheet::showAll() { show(showAll_()); }
 bool SendTimeSheet::run(const Summary& summary, const std::function<Summary()>& showAll) {
   showAll_ = showAll;
   show(summary);
+  giveAccessKeys(sheet_);
   sheet_.setWindowModality(Qt::ApplicationModal);
   sheet_.show();
   const ModalDepth::Run run(modals_);

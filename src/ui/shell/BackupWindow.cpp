@@ -11,11 +11,14 @@
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
+#include "ui/HelpPlace.h"
 #include "ui/NoticeLine.h"
 #include "ui/RestoreWindow.h"
 #include "ui/RowTableView.h"
 #include "ui/Theme.h"
 #include "ui/WindowTitle.h"
+#include "ui_core/HelpAnchors.h"
 
 namespace pendra {
 
@@ -78,6 +81,7 @@ BackupWindow::BackupWindow(const Session& session, std::shared_ptr<ObjectContext
   setObjectName(QStringLiteral("backupWindow"));
   setPlainTitle(*this, formatted(tr("%@ (backup of %@)"),
                                  {session.document()->displayName(), backupTime(session, backup.madeAt)}));
+  setHelpAnchor(*this, help::kBackups);
   resize(kFirstSize);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
@@ -109,10 +113,8 @@ QWidget* BackupWindow::makeTable(const Calendar& calendar) {
 QWidget* BackupWindow::makeFooter() const {
   double seconds = 0;
   for (const TimeEntry* entry : context_->all<TimeEntry>()) seconds += entry->storedDuration();
-  const std::size_t number = context_->all<TimeEntry>().size();
-  auto* sum = new QLabel(
-      number == 1 ? formatted(tr("1 entry, %@"), {durationText(seconds)})
-                  : formatted(tr("%@ entries, %@"), {QString::number(number), durationText(seconds)}));
+  auto* sum = new QLabel(counted(std::ssize(context_->all<TimeEntry>()), "1 entry, %@", "%Ln entries, %@",
+                                 {durationText(seconds)}));
   auto* only = new QLabel(tr("Read only"));
   only->setForegroundRole(QPalette::PlaceholderText);
   auto* footer = new QWidget;

@@ -43,7 +43,7 @@ QHBoxLayout* BackupsPage::makeFolder(const WindowFrame& frame) {
   folder_ = new QLineEdit;
   folder_->setObjectName(preferences::kBackupFolder);
   folder_->setAccessibleName(tr("Backup folder"));
-  folder_->setPlaceholderText(tr("Pendra's own folder"));
+  folder_->setPlaceholderText(tr("Pendra’s own folder"));
   folder_->setToolTip(session_.ports().places.backupFolder());
   follow(preferences::kBackupFolder,
          [this] { folder_->setText(defaults().text(preferences::kBackupFolder).value_or(QString())); });

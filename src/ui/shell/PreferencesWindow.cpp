@@ -19,6 +19,7 @@
 #include "model/Job.h"
 #include "model/Service.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui/CommandTarget.h"
 #include "ui/HelpPlace.h"
 #include "ui/Theme.h"
@@ -116,11 +117,9 @@ class StatisticsPage final : public PreferencePage {
   }
 };
 
-/// "12 customers", "1 customer".
 template <class T>
-QString counted(const ObjectContext& context, const char* one, const char* many) {
-  const auto count = context.all<T>().size();
-  return count == 1 ? QWidget::tr(one) : formatted(QWidget::tr(many), {QString::number(count)});
+qint64 numberOf(const ObjectContext& context) {
+  return std::ssize(context.all<T>());
 }
 
 }  // namespace
@@ -174,10 +173,10 @@ void VantorPage::showLink() {
                      : formatted(tr("Linked to “%@”"), {QFileInfo(company).completeBaseName()}));
   link_->setToolTip(company);
   const ObjectContext& context = *document->context();
-  lists_->setText(formatted(
-      tr("%@, %@, %@."),
-      {counted<Customer>(context, "1 customer", "%@ customers"), counted<Job>(context, "1 job", "%@ jobs"),
-       counted<Service>(context, "1 service item", "%@ service items")}));
+  lists_->setText(formatted(tr("%@, %@, %@."),
+                            {counted(numberOf<Customer>(context), "1 customer", "%Ln customers"),
+                             counted(numberOf<Job>(context), "1 job", "%Ln jobs"),
+                             counted(numberOf<Service>(context), "1 service item", "%Ln service items")}));
   edits_ = document->context()->observe([this](const ChangeSet& news) {
     if (news.touches<Customer>() || news.touches<Job>() || news.touches<Service>()) {
       QMetaObject::invokeMethod(

@@ -128,7 +128,7 @@ WelcomeWindow::WelcomeWindow(const WindowFrame& frame) : ShellWindow(frame, tr("
   page.addHeading(tr("Welcome to Pendra"));
   page.column->addWidget(
       quietText(tr("Pick an activity, press play, and review the hours at the end of the day. Your time is "
-                   "saved every two minutes, and when you close the window.")));
+                   "stored in the moment in which it changes.")));
   const auto addWay = [&](const QString& text, const std::function<void()>& act) {
     auto* button = new QPushButton(text);
     connect(button, &QPushButton::clicked, this, act);

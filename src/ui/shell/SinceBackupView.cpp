@@ -8,6 +8,7 @@
 
 #include "model/DurationText.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui/Buttons.h"
 #include "ui/TabularText.h"
 #include "ui/Theme.h"
@@ -55,7 +56,7 @@ SinceBackupView::SinceBackupView(QWidget* parent)
   head_->setAccessibleName(tr("Since then"));
   sent_->setObjectName(QStringLiteral("sentSince"));
   for (QLabel* quiet : {whole_, note_}) quiet->setForegroundRole(QPalette::PlaceholderText);
-  note_->setText(tr("Today's document is backed up first, so you can come back."));
+  note_->setText(tr("Today’s document is backed up first, so you can come back."));
   auto* folder = new QPushButton(tr("Show in Folder"));
   folder->setObjectName(QStringLiteral("showInFolder"));
   folder->setAccessibleName(folder->text());
@@ -81,10 +82,8 @@ SinceBackupView::SinceBackupView(QWidget* parent)
 
 void SinceBackupView::showBackup(const QString& when, const EntrySum& entries) {
   when_->setText(when);
-  const QString length = durationText(entries.seconds);
-  whole_->setText(u"✓ " + (entries.number == 1 ? formatted(tr("1 entry, %@. Read back and whole."), {length})
-                                               : formatted(tr("%@ entries, %@. Read back and whole."),
-                                                           {QString::number(entries.number), length})));
+  whole_->setText(u"✓ " + counted(entries.number, "1 entry, %@. Read back and whole.",
+                                  "%Ln entries, %@. Read back and whole.", {durationText(entries.seconds)}));
 }
 
 void SinceBackupView::showDamage(const QString& when, const QString& why) {
@@ -101,34 +100,31 @@ void SinceBackupView::showSince(const SinceBackup& since) {
     delete item;
   }
   spoken_.clear();
-  const auto addSum = [this](const EntrySum& sum, const QString& one, const QString& many) {
-    if (sum.number == 0) return;
-    addLine(sum.number == 1 ? one : formatted(many, {QString::number(sum.number)}),
-            durationText(sum.seconds));
+  const auto addSum = [this](const EntrySum& sum, const QString& text) {
+    if (sum.number > 0) addLine(text, durationText(sum.seconds));
   };
-  addSum(since.added, tr("1 entry added"), tr("%@ entries added"));
-  addSum(since.corrected, tr("1 entry corrected"), tr("%@ entries corrected"));
-  addSum(since.deleted, tr("1 entry deleted"), tr("%@ entries deleted"));
-  if (since.completed.size() == 1) addLine(formatted(tr("“%@” completed"), {since.completed.front()}));
-  if (since.completed.size() > 1) {
-    addLine(formatted(tr("%@ activities completed"), {QString::number(since.completed.size())}));
+  addSum(since.added, counted(since.added.number, "1 entry added", "%Ln entries added"));
+  addSum(since.corrected, counted(since.corrected.number, "1 entry corrected", "%Ln entries corrected"));
+  addSum(since.deleted, counted(since.deleted.number, "1 entry deleted", "%Ln entries deleted"));
+  if (!since.completed.isEmpty()) {
+    addLine(since.completed.size() == 1
+                ? formatted(tr("“%@” completed"), {since.completed.front()})
+                : counted(since.completed.size(), "1 activity completed", "%Ln activities completed"));
   }
-  if (since.customers.size() == 1) {
-    addLine(formatted(tr("1 customer added: %@"), {since.customers.front()}));
-  }
-  if (since.customers.size() > 1) {
-    addLine(formatted(tr("%@ customers added"), {QString::number(since.customers.size())}));
+  if (!since.customers.isEmpty()) {
+    addLine(since.customers.size() == 1
+                ? formatted(tr("1 customer added: %@"), {since.customers.front()})
+                : counted(since.customers.size(), "1 customer added", "%Ln customers added"));
   }
   if (spoken_.isEmpty())
     addLine(since.isNothing() ? tr("Nothing has changed.") : tr("No entry has changed."));
   sent_->setVisible(since.sent.number > 0);
   sent_->setText(u"⚠ " +
-                 (since.sent.number == 1
-                      ? tr("1 entry was sent to Vantor since then. It stays as it is, so that nothing is "
-                           "sent twice.")
-                      : formatted(tr("%@ entries were sent to Vantor since then. They stay as they are, so "
-                                     "that nothing is sent twice."),
-                                  {QString::number(since.sent.number)})));
+                 counted(since.sent.number,
+                         "1 entry was sent to Vantor since then. It stays as it is, so that nothing is "
+                         "sent twice.",
+                         "%Ln entries were sent to Vantor since then. They stay as they are, so that "
+                         "nothing is sent twice."));
   if (since.sent.number > 0) spoken_ << sent_->text().mid(2);
   head_->setAccessibleDescription(spoken_.join(QStringLiteral("; ")));
 }

@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui/Buttons.h"
 #include "ui/Grid.h"
 #include "ui/RowTableView.h"
@@ -88,8 +89,7 @@ void ActivityPane::showListed() {
   }
   const int rows = table_->tableModel().rowCount();
   const int leftOut = state_->leftOut();
-  leftOut_->setText(leftOut == 1 ? tr("1 more is not shown.")
-                                 : formatted(tr("%@ more are not shown."), {QString::number(leftOut)}));
+  leftOut_->setText(counted(leftOut, "1 more is not shown.", "%Ln more are not shown."));
   const bool saysRest = searches && leftOut > 0 && rows > 0;
   rest_->setVisible(saysRest);
   // What was found is as high as its rows, so that the line stands right below them.

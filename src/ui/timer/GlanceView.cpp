@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "model/DurationText.h"
+#include "platform/Translation.h"
 #include "ui/Theme.h"
 
 namespace pendra {
@@ -73,7 +74,7 @@ void GlanceView::showHours() {
   today_->show(glance.today);
   week_->show(glance.week);
   const int unsent = glance.unsentEntries;
-  notSent_->show(glance.notSent, unsent == 1 ? tr("1 entry") : tr("%1 entries").arg(unsent));
+  notSent_->show(glance.notSent, counted(unsent, "1 entry", "%Ln entries"));
 }
 
 /// What is kept by hand is never sent.

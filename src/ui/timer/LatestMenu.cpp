@@ -1,16 +1,14 @@
 #include "LatestMenu.h"
 
-#include <QCoreApplication>
 #include <QMenu>
 
 #include "link/ActivityTitle.h"
+#include "platform/Translation.h"
 #include "ui_core/TimerState.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::LatestMenu", text); }
 
 /// What would be an access key otherwise is meant.
 QString menuText(QString title) { return title.replace(u'&', QStringLiteral("&&")); }

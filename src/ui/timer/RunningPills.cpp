@@ -11,6 +11,7 @@
 #include "MenuButton.h"
 #include "link/ActivityTitle.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui/Symbols.h"
 #include "ui/TabularText.h"
 #include "ui/Theme.h"
@@ -145,7 +146,8 @@ void RunningPills::showTimers(std::vector<RunningTimer> timers) {
     if (line < shown) pill.showTimer(timers_[line]);
     pill.setVisible(line < shown);
   }
-  const QString more = formatted(tr("%@ more running"), {QString::number(timers_.size() - shown)});
+  const QString more =
+      counted(static_cast<qint64>(timers_.size() - shown), "1 more running", "%Ln more running");
   if (more_->text() != more) {
     more_->setText(more);
     more_->setAccessibleName(more);

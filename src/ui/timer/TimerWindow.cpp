@@ -13,6 +13,7 @@
 #include "ui/NoticeLine.h"
 #include "ui/RowTableView.h"
 #include "ui/Theme.h"
+#include "ui/WindowPlace.h"
 
 namespace pendra {
 
@@ -30,20 +31,13 @@ QVBoxLayout* place(QWidget* widget) {
   return layout;
 }
 
-/// As large as is comfortable, and no larger than what the screen has free, with room for a title bar.
-QSize firstSize(const QWidget& window) {
-  const QSize free = window.screen()->availableSize();
-  const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
-  return kFirstSize.boundedTo({free.width(), free.height() - title});
-}
-
 }  // namespace
 
 TimerWindow::TimerWindow(Notices& notices, QWidget* quickEntry, std::function<bool()> shouldClose,
                          std::function<void()> closed)
     : shouldClose_(std::move(shouldClose)), closed_(std::move(closed)) {
   setObjectName(QStringLiteral("timerWindow"));
-  const QSize first = firstSize(*this);
+  const QSize first = firstSize(*this, kFirstSize);
   resize(first);
   setMinimumWidth(kFirstSize.width() * 2 / 3);
 

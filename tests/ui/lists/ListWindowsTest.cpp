@@ -121,6 +121,8 @@ TEST_F(ListWindows, StoreWhatIsBeingTypedWhenTheyAreAsked) {
   type(QStringLiteral("Moon"));
   EXPECT_TRUE(window->finishEditing());
   EXPECT_EQ(queries::customersNamed(*context, QStringLiteral("Moon")).size(), 1U);
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(ListWindows, TickTheBoxThatWasPressedThoughANameIsStoredMeanwhile) {

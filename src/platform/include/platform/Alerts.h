@@ -2,6 +2,7 @@
 // Two kinds of question: an application-modal alert stops the program's ticking until it is answered; a
 // sheet on a window lets everything go on and calls back.
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -18,13 +19,14 @@ struct Alert {
   /// Whose window a sheet hangs on. One that asks about what a window shows belongs to that window.
   enum class Owner { FrontWindow, TimerWindow };
   /// What the help book has a chapter about.
-  enum class Topic { None, VantorNotFound, FirstSending, HeldBack, UnknownFate, Backups };
+  enum class Topic { None, VantorNotFound, FirstSending, HeldBack, UnknownFate, Backups, Deleting };
 
   Style style = Style::Warning;
   QString message;
-  QString informative;                        ///< empty when the alert has none
-  QStringList buttons{QStringLiteral("OK")};  ///< the affirmative one first, the one that turns back last
-  bool returnCancels = false;                 ///< whether Return answers the last button instead of the first
+  QString informative;  ///< empty when the alert has none
+  /// The affirmative one first, the one that turns back last.
+  QStringList buttons{QCoreApplication::translate("pendra", "OK")};
+  bool returnCancels = false;  ///< whether Return answers the last button instead of the first
   Owner owner = Owner::FrontWindow;
   Topic topic = Topic::None;
 };

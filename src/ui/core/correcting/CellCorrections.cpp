@@ -1,12 +1,12 @@
 #include "ui_core/CellCorrections.h"
 
-#include <QCoreApplication>
 #include <cmath>
 
 #include "model/CutAndJoin.h"
 #include "model/DurationText.h"
 #include "platform/DateTexts.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/ObjectContext.h"
 #include "ui_core/EntryChecks.h"
 #include "ui_core/LogController.h"
@@ -19,8 +19,6 @@ namespace {
 
 constexpr double kMinute = 60;
 constexpr double kUsualAtMost = 12 * 3600.0;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::CellCorrections", text); }
 
 const Calendar& calendarOf(const TimeEntry& entry) { return entry.context()->calendar(); }
 Instant nowOf(const TimeEntry& entry) { return entry.context()->clock().now(); }
@@ -59,7 +57,7 @@ EntryTexts textsFor(const TimeEntry& entry, Instant start, const QString& length
 /// Why the sheet would not take it; empty when it would.
 QString refusalOf(const TimeEntry& entry, Instant start, const QString& length) {
   const EntryCheck* failing = firstFailing(timeEntryChecks(), textsFor(entry, start, length));
-  return failing ? failing->message.toString() : QString();
+  return failing ? tr(failing->message) : QString();
 }
 
 QString notATime() { return tr("A time is typed as 14:30 or 2:30 PM."); }

@@ -1,6 +1,5 @@
 #include "ui_core/LogCorrections.h"
 
-#include <QCoreApplication>
 #include <cmath>
 
 #include "link/ActivityTitle.h"
@@ -9,6 +8,7 @@
 #include "model/DurationText.h"
 #include "model/Overlaps.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/ObjectContext.h"
 #include "ui_core/LogController.h"
 #include "ui_core/Moments.h"
@@ -19,13 +19,7 @@ namespace {
 
 using Entries = std::vector<TimeEntry*>;
 
-QString tr(const char* text) { return QCoreApplication::translate("pendra::LogCorrections", text); }
-
 /// "%@" is the number.
-QString counted(std::size_t count, const char* one, const char* many) {
-  return count == 1 ? tr(one) : formatted(tr(many), {QString::number(count)});
-}
-
 /// Those that are still there and belong to an activity.
 Entries selectedIn(const LogController& log) {
   Entries entries;

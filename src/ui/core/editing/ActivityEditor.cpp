@@ -1,12 +1,11 @@
 #include "ui_core/ActivityEditor.h"
 
-#include <QCoreApplication>
-
 #include "link/AffectedActivities.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/ListSteps.h"
 #include "ui_core/NameLookups.h"
 #include "ui_core/NoteLength.h"
@@ -15,27 +14,25 @@ namespace pendra {
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("pendra::ActivityEditor", text); }
-
 std::vector<Column<TimeEntryRow>> timeEntryColumns() {
   return {
       {.head = {.identifier = QStringLiteral("date"),
-                .title = QStringLiteral("Date"),
+                .title = tr("Date"),
                 .widest = {QStringLiteral("12/30/2026")}},
        .text = [](const TimeEntryRow& row) { return row.date; }},
       {.head = {.identifier = QStringLiteral("time"),
-                .title = QStringLiteral("Time"),
+                .title = tr("Time"),
                 .alignment = Alignment::Right,
                 .kind = CellKind::Time,
                 .widest = {QStringLiteral("00:00")}},
        .text = [](const TimeEntryRow& row) { return row.time; }},
       {.head = {.identifier = QStringLiteral("duration"),
-                .title = QStringLiteral("Duration"),
+                .title = tr("Duration"),
                 .alignment = Alignment::Right,
                 .kind = CellKind::Time},
        .text = [](const TimeEntryRow& row) { return row.duration; }},
       {.head = {.identifier = QStringLiteral("notes"),
-                .title = QStringLiteral("Notes"),
+                .title = tr("Notes"),
                 .kind = CellKind::Secondary,
                 .weight = 1},
        .text = [](const TimeEntryRow& row) { return row.notes; },
@@ -102,7 +99,7 @@ std::vector<TimeEntryRow> ActivityEditor::rowsOfActivity() const {
   std::vector<TimeEntryRow> rows;
   if (!currentActivity_) return rows;
   const bool found = session_.ports().defaults.boolean(preferences::kUserFoundTableEdit);
-  const QString placeholder = found ? QString() : QStringLiteral("Double-click to edit...");
+  const QString placeholder = found ? QString() : tr("Double-click to edit...");
   for (TimeEntry* entry : currentActivity_->entries()) rows.push_back(rowOf(*entry, placeholder));
   return rows;
 }

@@ -1,4 +1,5 @@
 #include "model/Queries.h"
+#include "platform/Translation.h"
 #include "ui_core/ActivityEditor.h"
 #include "ui_core/ListSteps.h"
 
@@ -58,8 +59,7 @@ bool ActivityEditor::mayLeaveJob() {
   const QString name = popup.text();
   if (customerName.isEmpty() || name.isEmpty()) return true;
   if (isBlank(name)) {
-    session_.ports().alerts.runAlert(
-        {.message = QStringLiteral("Please enter a proper job name."), .informative = {}});
+    session_.ports().alerts.runAlert({.message = tr("Please enter a proper job name."), .informative = {}});
     return false;
   }
   // Kept: promised to those who use the sheet: with an unknown customer any job may stand.
@@ -72,10 +72,10 @@ bool ActivityEditor::mayLeaveJob() {
   }
   if (!isStandalone()) {
     session_.ports().alerts.runAlert(
-        {.message = QStringLiteral("Choose an existing job"),
-         .informative = QStringLiteral(
-             "When Pendra is linked to a company file, you can only choose a job already entered "
-             "in Vantor. Choose an existing job to continue.")});
+        {.message = tr("Choose an existing job"),
+         .informative =
+             tr("When Pendra is linked to a company file, you can only choose a job already entered "
+                "in Vantor. Choose an existing job to continue.")});
     return false;
   }
   Customer* first = customers[0];
@@ -89,7 +89,7 @@ bool ActivityEditor::mayLeaveService() {
   const QString name = popup.text();
   if (isBlank(name) || !queries::servicesNamed(context(), name).empty()) return true;
   if (!isStandalone()) {
-    showChooseExistingService(session_.ports().alerts, QStringLiteral("Choose an existing service"));
+    showChooseExistingService(session_.ports().alerts, tr("Choose an existing service"));
     return false;
   }
   if (!wantsToAdd(name, popup)) return false;

@@ -1,15 +1,13 @@
-#include <QCoreApplication>
 #include <QScopedValueRollback>
 
 #include "model/DurationText.h"
 #include "platform/Preferences.h"
+#include "platform/Translation.h"
 #include "ui_core/ActivityEditor.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::ActivityEditor", text); }
 
 /// The only column that can be typed into.
 constexpr QStringView kNotesColumn = u"notes";
@@ -49,9 +47,9 @@ void ActivityEditor::deleteTimeEntry() {
   const Ref<TimeEntry> entry(selectedEntry());
   if (!entry) return;
   const Alert question{.style = Alert::Style::Critical,
-                       .message = QStringLiteral("Are you sure you want to delete this time event?"),
+                       .message = tr("Are you sure you want to delete this time event?"),
                        .informative = {},
-                       .buttons = {QStringLiteral("Delete"), QStringLiteral("Cancel")}};
+                       .buttons = {tr("Delete"), tr("Cancel")}};
   session_.ports().alerts.beginSheet(question, [this, entry](int answer) {
     if (answer != kFirstButton || !entry) return;
     std::ignore = context().edit(tr("Delete of an Entry"), [&] {

@@ -1,11 +1,11 @@
 #include "ui_core/DurationReading.h"
 
-#include <QCoreApplication>
 #include <QRegularExpression>
 #include <cmath>
 #include <optional>
 
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -18,8 +18,6 @@ constexpr double kMinute = 60;
 constexpr double kHour = 3600;
 constexpr double kUsualAtMost = 12 * kHour;
 constexpr double kMostHours = std::numeric_limits<qint32>::max();
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::DurationReading", text); }
 
 /// A number whose decimals stand behind a point or a comma.
 double decimal(const Match& match, QStringView group) {

@@ -3,21 +3,24 @@
 #include <array>
 
 #include "platform/DateTexts.h"
+#include "platform/Translation.h"
 #include "ui_core/DurationReading.h"
 
 namespace pendra {
 
 namespace {
 
-constexpr QStringView kNegativeDuration = u"Time durations must be positive";
-constexpr QStringView kInvalidTime = u"Please enter a valid start time.";
-constexpr QStringView kInvalidDate = u"Please enter a valid date.";
-constexpr QStringView kMarkerInTime = u"Please enter AM/PM in the proper text field.";
-constexpr QStringView kNoMarker = u"Please enter AM/PM in the text field.";
-constexpr QStringView kNoTime = u"Please enter a start time in the text field.";
-constexpr QStringView kNoDate = u"Please enter a start date in the text field.";
-constexpr QStringView kFutureEntry = u"Pendra cannot accept future time entries. Please try again.";
-constexpr QStringView kSilently = u"";
+constexpr const char* kNegativeDuration = QT_TRANSLATE_NOOP("pendra", "Time durations must be positive");
+constexpr const char* kInvalidTime = QT_TRANSLATE_NOOP("pendra", "Please enter a valid start time.");
+constexpr const char* kInvalidDate = QT_TRANSLATE_NOOP("pendra", "Please enter a valid date.");
+constexpr const char* kMarkerInTime =
+    QT_TRANSLATE_NOOP("pendra", "Please enter AM/PM in the proper text field.");
+constexpr const char* kNoMarker = QT_TRANSLATE_NOOP("pendra", "Please enter AM/PM in the text field.");
+constexpr const char* kNoTime = QT_TRANSLATE_NOOP("pendra", "Please enter a start time in the text field.");
+constexpr const char* kNoDate = QT_TRANSLATE_NOOP("pendra", "Please enter a start date in the text field.");
+constexpr const char* kFutureEntry =
+    QT_TRANSLATE_NOOP("pendra", "Pendra cannot accept future time entries. Please try again.");
+constexpr const char* kSilently = "";
 
 bool durationIsNegative(const EntryTexts& texts) { return integerValue(texts.duration) < 0; }
 
@@ -97,9 +100,9 @@ const EntryCheck* firstFailing(std::span<const EntryCheck> checks, const EntryTe
 
 bool passes(std::span<const EntryCheck> checks, const EntryTexts& texts, Alerts& alerts) {
   const EntryCheck* failing = firstFailing(checks, texts);
-  if (failing && !failing->message.isEmpty()) {
-    alerts.beginSheet(
-        {.style = Alert::Style::Critical, .message = failing->message.toString(), .informative = {}}, {});
+  if (failing && *failing->message) {
+    alerts.beginSheet({.style = Alert::Style::Critical, .message = tr(failing->message), .informative = {}},
+                      {});
   }
   return !failing;
 }

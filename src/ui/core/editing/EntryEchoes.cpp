@@ -1,6 +1,5 @@
 #include "ui_core/EntryEchoes.h"
 
-#include <QCoreApplication>
 #include <cmath>
 
 #include "link/ActivityTitle.h"
@@ -8,6 +7,7 @@
 #include "model/TimeEntry.h"
 #include "platform/DateTexts.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -16,8 +16,6 @@ namespace {
 using Doubt = DurationReading::Doubt;
 
 constexpr double kMinute = 60;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::EntryEchoes", text); }
 
 /// ", 4 s dropped" behind a text; whole seconds only.
 QString withDropped(const QString& text, double seconds) {
@@ -69,8 +67,8 @@ QString overlapText(const Overlaps& overlaps) {
 }
 
 Echo entriesEcho(std::size_t entries) {
-  if (entries == 1) return {tr("Changes the only entry of this activity"), Echo::Tone::Information};
-  return {formatted(tr("Changes all %@ entries of this activity"), {QString::number(entries)}),
+  return {counted(static_cast<qint64>(entries), "Changes the only entry of this activity",
+                  "Changes all %Ln entries of this activity"),
           Echo::Tone::Information};
 }
 

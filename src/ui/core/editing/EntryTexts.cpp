@@ -1,6 +1,5 @@
 #include "ui_core/EntryTexts.h"
 
-#include <QCoreApplication>
 #include <cmath>
 
 #include "model/Activity.h"
@@ -9,6 +8,7 @@
 #include "platform/DateTexts.h"
 #include "platform/NaturalDate.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/DurationReading.h"
 
 namespace pendra {
@@ -17,8 +17,6 @@ namespace {
 
 constexpr double kMinute = 60;
 const QString kStartNoticeKey = QStringLiteral("start");
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::EntryTexts", text); }
 
 Instant wholeMinute(Instant instant) { return {std::floor(instant.seconds / kMinute) * kMinute}; }
 

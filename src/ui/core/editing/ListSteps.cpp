@@ -1,18 +1,15 @@
 #include "ui_core/ListSteps.h"
 
-#include <QCoreApplication>
-
 #include "model/Customer.h"
 #include "model/Job.h"
 #include "model/Service.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/ObjectContext.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::ListSteps", text); }
 
 /// The identifier of what exists only here.
 const QString kLocalRecord = QStringLiteral("0");
@@ -36,8 +33,8 @@ bool isBlank(QStringView text) {
 }
 
 QString listNameFor(const EntryFields& fields, const Control& popup) {
-  if (&popup == &fields.customerPopup) return QStringLiteral("Customers");
-  return &popup == &fields.servicePopup ? QStringLiteral("Services") : QStringLiteral("Jobs");
+  if (&popup == &fields.customerPopup) return tr("Customers");
+  return &popup == &fields.servicePopup ? tr("Services") : tr("Jobs");
 }
 
 QString emptyListText(const EntryFields& fields, const Control& popup) {
@@ -47,9 +44,9 @@ QString emptyListText(const EntryFields& fields, const Control& popup) {
 }
 
 bool asksToAdd(Alerts& alerts, const QString& name, const QString& listName) {
-  return alerts.runAlert({.message = formatted(u"Add \"%@\" to the %@ list?", {name, listName}),
-                          .informative = QStringLiteral("Click OK to continue."),
-                          .buttons = {QStringLiteral("OK"), QStringLiteral("Cancel")}}) == kFirstButton;
+  return alerts.runAlert({.message = formatted(tr("Add \"%@\" to the %@ list?"), {name, listName}),
+                          .informative = tr("Click OK to continue."),
+                          .buttons = {tr("OK"), tr("Cancel")}}) == kFirstButton;
 }
 
 void addCustomer(ObjectContext& context, const QString& name) {
@@ -80,15 +77,15 @@ void addJob(Customer& customer, const QString& name) {
 }
 
 void showChooseExistingCustomer(Alerts& alerts) {
-  alerts.runAlert({.message = QStringLiteral("Choose an existing customer"),
-                   .informative = QStringLiteral(
-                       "When Pendra is linked to a company file, you can only choose a customer already "
-                       "entered in Vantor. Choose an existing name to continue.")});
+  alerts.runAlert(
+      {.message = tr("Choose an existing customer"),
+       .informative = tr("When Pendra is linked to a company file, you can only choose a customer already "
+                         "entered in Vantor. Choose an existing name to continue.")});
 }
 
 void showChooseExistingService(Alerts& alerts, const QString& message) {
   alerts.runAlert({.message = message,
-                   .informative = QStringLiteral(
+                   .informative = tr(
                        "When Pendra is linked to a company file, you can only choose a service item already "
                        "entered in Vantor. Choose an existing service item to continue.")});
 }

@@ -1,6 +1,7 @@
 #include "ui_core/NoteLength.h"
 
 #include "platform/Preferences.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -18,10 +19,9 @@ void showNoteLengthWarning(Session& session) {
   UserDefaults& defaults = session.ports().defaults;
   if (!defaults.text(preferences::kNoteLengthWarning).value_or(QString()).isEmpty()) return;
   session.ports().alerts.runAlert(
-      {.message = QStringLiteral("Note exceeds Vantor limits."),
-       .informative =
-           QStringLiteral("Notes on an activity are limited to 99 characters in Vantor. Longer notes will be "
-                          "saved in Pendra and shortened to 99 characters in Vantor.")});
+      {.message = tr("Note exceeds Vantor limits."),
+       .informative = tr("Notes on an activity are limited to 99 characters in Vantor. Longer notes will be "
+                         "saved in Pendra and shortened to 99 characters in Vantor.")});
   defaults.setText(preferences::kNoteLengthWarning, QStringLiteral("YES"));
 }
 

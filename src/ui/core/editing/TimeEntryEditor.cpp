@@ -1,20 +1,13 @@
 #include "ui_core/TimeEntryEditor.h"
 
-#include <QCoreApplication>
-
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/NameLookups.h"
 #include "ui_core/NoteLength.h"
 
 namespace pendra {
-
-namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::TimeEntryEditor", text); }
-
-}  // namespace
 
 TimeEntryEditor::TimeEntryEditor(Session& session, const TimeEntryEditorControls& controls)
     : session_(session), controls_(controls) {}

@@ -1,4 +1,5 @@
 #include "model/Queries.h"
+#include "platform/Translation.h"
 #include "ui_core/ListSteps.h"
 #include "ui_core/TimeEntryEditor.h"
 
@@ -74,7 +75,7 @@ bool TimeEntryEditor::mayLeaveService() {
   const QString name = popup.text();
   if (name.isEmpty() || !queries::servicesNamed(context(), name).empty()) return true;
   if (!isStandalone()) {
-    showChooseExistingService(session_.ports().alerts, QStringLiteral("Choose an existing service item"));
+    showChooseExistingService(session_.ports().alerts, tr("Choose an existing service item"));
     return false;
   }
   if (!wantsToAdd(name, popup)) return false;

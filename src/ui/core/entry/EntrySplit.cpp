@@ -1,13 +1,11 @@
 #include "EntrySplit.h"
+#include "platform/Translation.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::QuickReading", text); }
 
 /// What a name may be followed by.
 enum Sign : unsigned { Comma = 1, Colon = 2, Dash = 4 };

@@ -1,9 +1,8 @@
 #include "ui_core/QuickDeed.h"
 
-#include <QCoreApplication>
-
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/ListSteps.h"
 #include "ui_core/NameLookups.h"
 #include "ui_core/QuickReadingTexts.h"
@@ -13,8 +12,6 @@ namespace pendra {
 namespace {
 
 using Deed = QuickReading::Deed;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::QuickReading", text); }
 
 void addNewNames(const QuickReading& reading, ObjectContext& context) {
   if (reading.customer.isNew) addCustomer(context, reading.customer.text);
@@ -59,7 +56,8 @@ Result<TimeEntry*> carryOut(const QuickReading& reading, ObjectContext& context)
                  static_cast<int>(reading.fault ? reading.fault->why : QuickReading::Why{}),
                  reading.fault ? reading.fault->reason : QString()};
   }
-  const char* pattern = reading.deed == Deed::Book ? "Booking of %@" : "Start of %@";
+  const char* pattern = reading.deed == Deed::Book ? QT_TRANSLATE_NOOP("pendra", "Booking of %@")
+                                                   : QT_TRANSLATE_NOOP("pendra", "Start of %@");
   TimeEntry* entry = nullptr;
   auto done = context.edit(formatted(tr(pattern), {titleOf(reading)}), [&] {
     Activity& activity = reading.activity ? *reading.activity : newActivity(reading, context);

@@ -1,20 +1,18 @@
 #include "ui_core/QuickEntry.h"
 
-#include <QCoreApplication>
 #include <QRegularExpression>
 
 #include "EntrySplit.h"
 #include "link/ActivityTitle.h"
 #include "model/ActivityTimes.h"
 #include "model/Queries.h"
+#include "platform/Translation.h"
 #include "store/ChangeSet.h"
 #include "ui_core/QuickDeed.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::QuickReading", text); }
 
 QString quoted(const QString& name) {
   QString text = name;

@@ -1,6 +1,5 @@
 #include "ui_core/QuickReading.h"
 
-#include <QCoreApplication>
 #include <algorithm>
 #include <cmath>
 
@@ -8,6 +7,7 @@
 #include "link/ActivityTitle.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -18,8 +18,6 @@ using Why = QuickReading::Why;
 
 constexpr double kMinute = 60;
 constexpr qsizetype kMostNamed = 3;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::QuickReading", text); }
 
 QString clockText(QTime time) { return time.toString(QStringLiteral("H:mm")); }
 
@@ -78,14 +76,17 @@ class Reading {
   void readNames() {
     reading_.notes = split_.notes.text;
     reading_.customer = readName(split_.customer, index_.customers(),
-                                 {"No customer is called “%@”.", "“%@” fits %@ customers: %@."});
+                                 {QT_TRANSLATE_NOOP("pendra", "No customer is called “%@”."),
+                                  QT_TRANSLATE_NOOP("pendra", "“%@” fits %Ln customers: %@.")});
     if (reading_.customer.text.isEmpty() && !split_.job.text.isEmpty()) {
       refuse(Why::NotUnderstood, split_.job, tr("A job needs its customer before it."));
     }
     reading_.job = readName(split_.job, index_.jobs(reading_.customer.text),
-                            {"This customer has no job “%@”.", "“%@” fits %@ jobs: %@."});
+                            {QT_TRANSLATE_NOOP("pendra", "This customer has no job “%@”."),
+                             QT_TRANSLATE_NOOP("pendra", "“%@” fits %Ln jobs: %@.")});
     reading_.service = readName(split_.service, index_.services(),
-                                {"No service item is called “%@”.", "“%@” fits %@ service items: %@."});
+                                {QT_TRANSLATE_NOOP("pendra", "No service item is called “%@”."),
+                                 QT_TRANSLATE_NOOP("pendra", "“%@” fits %Ln service items: %@.")});
   }
 
   QuickReading::Name readName(const WrittenName& written, const NameList& names, const Words& words) {
@@ -94,8 +95,7 @@ class Reading {
         written.isQuoted ? names.calledExactly(written.text) : names.called(written.text);
     if (found.size() == 1) return {.text = found.front()};
     if (found.size() > 1) {
-      refuse(Why::Several, written,
-             formatted(tr(words.several), {written.text, QString::number(found.size()), listed(found)}));
+      refuse(Why::Several, written, counted(found.size(), "", words.several, {written.text, listed(found)}));
     } else if (newNames_ == NewNames::Refused) {
       refuse(Why::Unknown, written, formatted(tr(words.unknown), {written.text}));
     }
@@ -104,8 +104,8 @@ class Reading {
 
   static QString listed(const QStringList& names) {
     if (names.size() <= kMostNamed) return names.join(QStringLiteral(", "));
-    return formatted(tr("%@ and %@ more"), {names.first(kMostNamed).join(QStringLiteral(", ")),
-                                            QString::number(names.size() - kMostNamed)});
+    return counted(names.size() - kMostNamed, "%@ and 1 more", "%@ and %Ln more",
+                   {names.first(kMostNamed).join(QStringLiteral(", "))});
   }
 
   void readTimes() {

@@ -1,9 +1,10 @@
 #include "ui_core/QuickReadingTexts.h"
 
-#include <QCoreApplication>
+#include <cmath>
 
 #include "model/DurationText.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/EntryEchoes.h"
 
 namespace pendra {
@@ -15,8 +16,6 @@ using Deed = QuickReading::Deed;
 constexpr double kUsualAtMost = 12 * 3600;
 constexpr double kMinute = 60;
 constexpr qsizetype kMostOfNotes = 120;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::QuickReading", text); }
 
 QString clockText(const QDateTime& local) { return local.time().toString(QStringLiteral("H:mm")); }
 
@@ -37,7 +36,9 @@ QString spanText(const QuickReading& reading, const ObjectContext& context) {
     return formatted(tr("%@ from %@ to %@ %@"),
                      {day, clockText(start), dayText(end.date(), today), clockText(end)});
   }
-  const char* pattern = start.date() == end.date() ? "%@ from %@ to %@" : "%@ from %@ to %@ the next day";
+  const char* pattern = start.date() == end.date()
+                            ? QT_TRANSLATE_NOOP("pendra", "%@ from %@ to %@")
+                            : QT_TRANSLATE_NOOP("pendra", "%@ from %@ to %@ the next day");
   return formatted(tr(pattern), {day, clockText(start), clockText(end)});
 }
 
@@ -61,9 +62,9 @@ QStringList newNamesOf(const QuickReading& reading) {
   const auto add = [&](const QuickReading::Name& name, const char* pattern) {
     if (name.isNew) texts << formatted(tr(pattern), {name.text});
   };
-  add(reading.customer, "New customer “%@”");
-  add(reading.job, "New job “%@”");
-  add(reading.service, "New service item “%@”");
+  add(reading.customer, QT_TRANSLATE_NOOP("pendra", "New customer “%@”"));
+  add(reading.job, QT_TRANSLATE_NOOP("pendra", "New job “%@”"));
+  add(reading.service, QT_TRANSLATE_NOOP("pendra", "New service item “%@”"));
   return texts;
 }
 

@@ -1,10 +1,10 @@
 #include "TimesSaid.h"
 
-#include <QCoreApplication>
 #include <QRegularExpression>
 #include <array>
 
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/DurationReading.h"
 
 namespace pendra {
@@ -16,8 +16,6 @@ using Match = QRegularExpressionMatch;
 constexpr double kMinute = 60;
 /// "1 h 30 min" has so many words.
 constexpr int kWordsOfALength = 4;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::QuickReading", text); }
 
 /// The end of a part: a blank, a comma or the end of the text.
 const QString kEnd = QStringLiteral(R"((?=[\s,]|$))");

@@ -1,9 +1,9 @@
-#include <QCoreApplication>
 
 #include "DeletionText.h"
 #include "model/Queries.h"
 #include "platform/Log.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/Predicate.h"
 #include "ui_core/CustomerListController.h"
 
@@ -11,16 +11,12 @@ namespace pendra {
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("pendra::CustomerDeletion", text); }
-
 const QString kNoticeKey = QStringLiteral("delete");
 
 /// "Its 2 jobs go with it."
 QString jobsSentence(const Customer& customer) {
   const auto count = std::ssize(customer.jobs());
-  if (count == 0) return {};
-  if (count == 1) return tr("Its job goes with it.");
-  return formatted(tr("Its %@ jobs go with it."), {QString::number(count)});
+  return count == 0 ? QString() : counted(count, "Its job goes with it.", "Its %Ln jobs go with it.");
 }
 
 }  // namespace
@@ -51,8 +47,8 @@ std::optional<bool> CustomerListController::isInUse(const QString& predicateText
     logLine(predicate.error().text);
     notices.post(
         {.key = kNoticeKey,
-         .text = formatted(u"“%@” was not deleted: a quotation mark in its name, or in its customer's, "
-                           "cannot be looked for among the activities. Rename that one first.",
+         .text = formatted(tr("“%@” was not deleted: a quotation mark in its name, or in its customer’s, "
+                              "cannot be looked for among the activities. Rename that one first."),
                            {name}),
          .actions = {},
          .ofDocument = true});
@@ -70,11 +66,13 @@ void CustomerListController::deleteCustomer(Customer& customer) {
   if (inUse == true) {
     session().ports().alerts.runAlert(
         {.style = Alert::Style::Warning,
-         .message = QStringLiteral("Cannot Delete Customer"),
-         .informative = formatted(u"You cannot delete %@ because you have current activities for this "
-                                  "customer. Mark complete any activities for this customer and try again.",
-                                  {name}),
-         .buttons = {QStringLiteral("OK")}});
+         .message = tr("Cannot Delete Customer"),
+         .informative =
+             formatted(tr("You cannot delete %@ because you have current activities for this "
+                          "customer. Mark complete any activities for this customer and try again."),
+                       {name}),
+         .buttons = {tr("OK")},
+         .topic = Alert::Topic::Deleting});
   }
   if (inUse != false) return;
   deleteNamed(customer, name);
@@ -90,11 +88,13 @@ void CustomerListController::deleteJob(Job& job) {
     // Kept for those who search for the text: it is the message as a whole, unlike the customer's.
     session().ports().alerts.runAlert(
         {.style = Alert::Style::Critical,
-         .message = formatted(u"You cannot delete %@ because you have current activities for this job. Mark "
-                              "complete any activities for this job and try again.",
-                              {name}),
+         .message =
+             formatted(tr("You cannot delete %@ because you have current activities for this job. Mark "
+                          "complete any activities for this job and try again."),
+                       {name}),
          .informative = {},
-         .buttons = {QStringLiteral("OK")}});
+         .buttons = {tr("OK")},
+         .topic = Alert::Topic::Deleting});
   }
   if (inUse != false) return;
   deleteNamed(job, name);

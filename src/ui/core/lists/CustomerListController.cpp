@@ -1,18 +1,15 @@
 #include "ui_core/CustomerListController.h"
 
-#include <QCoreApplication>
-
 #include "ListColumns.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
 
 using namespace lists;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::CustomerListController", text); }
 
 QString nameOfCustomer(const CustomerListRow& row) { return queries::nameOf(row.customer.get()); }
 QString nameOfJob(const CustomerListRow& row) { return queries::nameOf(row.job.get()); }
@@ -23,9 +20,8 @@ bool isShown(const CustomerListRow& row) {
 }
 
 std::vector<Column<CustomerListRow>> columns(const CustomerListController& list) {
-  return {nameColumn(list, QStringLiteral("customerName"), QStringLiteral("Customer"), nameOfCustomer),
-          nameColumn(list, QStringLiteral("jobName"), QStringLiteral("Job"), nameOfJob),
-          shownColumn(isShown)};
+  return {nameColumn(list, QStringLiteral("customerName"), tr("Customer"), nameOfCustomer),
+          nameColumn(list, QStringLiteral("jobName"), tr("Job"), nameOfJob), shownColumn(isShown)};
 }
 
 const ManagedObject* objectOf(const CustomerListRow& row) {
@@ -123,11 +119,10 @@ bool CustomerListController::mayLeaveCustomer(const QString& name) {
   if (refusing_) return false;
   if (name.isEmpty() || !context() || queries::customersNamed(*context(), name).empty()) return true;
   refusing_ = true;
-  session().ports().alerts.runAlert(
-      {.style = Alert::Style::Warning,
-       .message = formatted(u"%@ already exists!", {name}),
-       .informative = QStringLiteral("Please choose a different name for the customer."),
-       .buttons = {QStringLiteral("OK")}});
+  session().ports().alerts.runAlert({.style = Alert::Style::Warning,
+                                     .message = formatted(tr("%@ already exists!"), {name}),
+                                     .informative = tr("Please choose a different name for the customer."),
+                                     .buttons = {tr("OK")}});
   refusing_ = false;
   // Kept: promised to those who keep the lists: the row's number is passed for the column too.
   view().editColumn(selection().row(), selection().row());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Queries.h"
+#include "platform/Translation.h"
 #include "ui_core/ChangedObjects.h"
 #include "ui_core/ListController.h"
 #include "ui_core/RowTable.h"
@@ -23,7 +24,7 @@ Column<Row> nameColumn(const ListController& list, const QString& identifier, co
 template <class Row>
 Column<Row> shownColumn(bool (*isShown)(const Row&)) {
   return {.head = {.identifier = kCheckbox,
-                   .title = QStringLiteral("Shown"),
+                   .title = tr("Shown"),
                    .alignment = Alignment::Center,
                    .kind = CellKind::Check,
                    .sortable = false},

@@ -1,18 +1,11 @@
 #include "ui_core/ListController.h"
 
-#include <QCoreApplication>
-
 #include "ListColumns.h"
 #include "link/AffectedActivities.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
-
-namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::ListController", text); }
-
-}  // namespace
 
 ListController::ListController(Session& session, ListView& view) : session_(session), view_(view) {}
 
@@ -66,11 +59,11 @@ void ListController::edit(const QString& name, const std::function<void()>& work
 }
 
 bool ListController::confirmDelete(const QString& name, const QString& whatGoes) const {
-  return session_.ports().alerts.runAlert(
-             {.style = Alert::Style::Critical,
-              .message = formatted(u"Delete %@?", {name}),
-              .informative = whatGoes,
-              .buttons = {QStringLiteral("Delete"), QStringLiteral("Cancel")}}) == kFirstButton;
+  return session_.ports().alerts.runAlert({.style = Alert::Style::Critical,
+                                           .message = formatted(tr("Delete %@?"), {name}),
+                                           .informative = whatGoes,
+                                           .buttons = {tr("Delete"), tr("Cancel")},
+                                           .topic = Alert::Topic::Deleting}) == kFirstButton;
 }
 
 void ListController::deleteNamed(ManagedObject& named, const QString& name) const {

@@ -1,11 +1,10 @@
 #include "ui_core/ServicesListController.h"
 
-#include <QCoreApplication>
-
 #include "DeletionText.h"
 #include "ListColumns.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
@@ -13,13 +12,11 @@ namespace {
 
 using namespace lists;
 
-QString tr(const char* text) { return QCoreApplication::translate("pendra::ServicesListController", text); }
-
 QString nameOfService(const ServicesListRow& row) { return queries::nameOf(row.service.get()); }
 bool isShown(const ServicesListRow& row) { return row.service && row.service->shown().value_or(false); }
 
 std::vector<Column<ServicesListRow>> columns(const ServicesListController& list) {
-  return {nameColumn(list, QStringLiteral("serviceName"), QStringLiteral("Service"), nameOfService),
+  return {nameColumn(list, QStringLiteral("serviceName"), tr("Service"), nameOfService),
           shownColumn(isShown)};
 }
 

@@ -1,9 +1,9 @@
-#include <QCoreApplication>
 
 #include "LogSearch.h"
 #include "model/Queries.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "store/ChangeSet.h"
 #include "store/Predicate.h"
 #include "ui_core/LogController.h"
@@ -12,9 +12,14 @@ namespace pendra {
 
 namespace {
 
-const QString kAll = QStringLiteral("All");
+/// The first title of every filter limits nothing, whatever it is called and whoever is called so.
+QString titleOfAll() { return tr("All"); }
+bool isAll(const PopUp& popup) { return popup.indexOfSelectedItem() == 0; }
 
-QString tr(const char* text) { return QCoreApplication::translate("pendra::LogController", text); }
+/// What a filter limits to; none when to nothing.
+std::optional<QString> limitOf(const PopUp& popup) {
+  return isAll(popup) ? std::nullopt : popup.titleOfSelectedItem();
+}
 
 /// The sorted names of those whose `shown` is present. One of false counts too, so that what was hidden from
 /// the pick lists can still be filtered by.
@@ -36,14 +41,19 @@ class FilterNames {
   QStringList names_;
 };
 
-/// The chosen title, or the name that the edit gave to whatever it named.
+/// What the filter limits to, or the name that the edit gave to that.
 template <class Named>
-QString chosenAfter(const ChangeSet& changes, const PopUp& popup) {
-  QString chosen = popup.titleOfSelectedItem().value_or(kAll);
+std::optional<QString> limitAfter(const ChangeSet& changes, const PopUp& popup) {
+  const auto limit = limitOf(popup);
+  if (!limit) return limit;
   for (const Named* one : changes.changed<Named>()) {
-    if (changes.before(*one, "name") == PropertyValue(chosen)) return queries::nameOf(one);
+    if (changes.before(*one, "name") == PropertyValue(*limit)) return queries::nameOf(one);
   }
-  return chosen;
+  return limit;
+}
+
+void choose(PopUp& popup, const std::optional<QString>& limit) {
+  limit ? popup.selectItemWithTitle(*limit) : popup.selectItemAtIndex(0);
 }
 
 }  // namespace
@@ -51,15 +61,14 @@ QString chosenAfter(const ChangeSet& changes, const PopUp& popup) {
 QString LogController::buildPredicate() const {
   QString filter;
   // The names stand in the text as they are: their quotes, stars and question marks act.
-  if (const QString customer = customerPopup.titleOfSelectedItem().value_or(customerPopup.titles().first());
-      customer != kAll) {
-    filter += formatted(u"customer.name LIKE \"%@\"", {customer});
+  if (const auto customer = limitOf(customerPopup)) {
+    filter += formatted(u"customer.name LIKE \"%@\"", {*customer});
   }
-  if (const auto job = jobPopup.titleOfSelectedItem(); job && *job != kAll) {
+  if (const auto job = limitOf(jobPopup)) {
     if (!filter.isEmpty()) filter += u" && ";
     filter += formatted(u"job.name LIKE \"%@\"", {*job});
   }
-  if (const auto service = servicePopup.titleOfSelectedItem(); service && *service != kAll) {
+  if (const auto service = limitOf(servicePopup)) {
     if (!filter.isEmpty()) filter += u" && ";
     filter += formatted(u"service.name LIKE \"%@\"", {*service});
   }
@@ -75,14 +84,13 @@ void LogController::setHidesSubmitted(bool hides) {
 }
 
 bool LogController::filtersByName() const {
-  const auto isAll = [](const PopUp& popup) { return popup.titleOfSelectedItem() == kAll; };
   return !isAll(customerPopup) || !isAll(jobPopup) || !isAll(servicePopup);
 }
 
 void LogController::reloadNames() {
   if (!context()) return;
   const Notifier::Change change(filtersChanges);
-  for (PopUp* popup : {&customerPopup, &servicePopup, &jobPopup}) popup->reset(kAll);
+  for (PopUp* popup : {&customerPopup, &servicePopup, &jobPopup}) popup->reset(titleOfAll());
   FilterNames customers;
   FilterNames services;
   for (const Activity* activity : context()->all<Activity>()) {
@@ -95,20 +103,21 @@ void LogController::reloadNames() {
 
 void LogController::renameFilters(const ChangeSet& changes) {
   const Notifier::Change change(filtersChanges);
-  const QString customer = chosenAfter<Customer>(changes, customerPopup);
-  const QString job = chosenAfter<Job>(changes, jobPopup);
-  const QString service = chosenAfter<Service>(changes, servicePopup);
+  const auto customer = limitAfter<Customer>(changes, customerPopup);
+  const auto job = limitAfter<Job>(changes, jobPopup);
+  const auto service = limitAfter<Service>(changes, servicePopup);
   reloadNames();
   chooseNames(customer, job, service);
   if (filtersByName()) reloadData();  // others may be called so, too
 }
 
 /// Where one of them is no more, none limits.
-void LogController::chooseNames(const QString& customer, const QString& job, const QString& service) {
+void LogController::chooseNames(const std::optional<QString>& customer, const std::optional<QString>& job,
+                                const std::optional<QString>& service) {
   fillJobs(customer);
-  customerPopup.selectItemWithTitle(customer);
-  jobPopup.selectItemWithTitle(job);
-  servicePopup.selectItemWithTitle(service);
+  choose(customerPopup, customer);
+  choose(jobPopup, job);
+  choose(servicePopup, service);
   const auto isLost = [](const PopUp& popup) { return popup.indexOfSelectedItem() < 0; };
   if (!isLost(customerPopup) && !isLost(jobPopup) && !isLost(servicePopup)) return;
   resetNameFilters();
@@ -119,8 +128,8 @@ void LogController::chooseNames(const QString& customer, const QString& job, con
 
 void LogController::fillJobs(const std::optional<QString>& customer) {
   const Notifier::Change change(filtersChanges);
-  jobPopup.reset(kAll);
-  if (!context() || !customer || *customer == kAll) return;
+  jobPopup.reset(titleOfAll());
+  if (!context() || !customer) return;
   for (const Customer* found : queries::customersNamed(*context(), *customer)) {
     for (const Job* job : found->jobs()) {
       const QString name = queries::nameOf(job);
@@ -131,23 +140,23 @@ void LogController::fillJobs(const std::optional<QString>& customer) {
 
 void LogController::customerPicked(const PopUp& sender) {
   if (&sender != &customerPopup) return;
-  fillJobs(customerPopup.titleOfSelectedItem());
+  fillJobs(limitOf(customerPopup));
   reloadData();
 }
 
 void LogController::resetNameFilters() {
   const Notifier::Change change(filtersChanges);
-  fillJobs(customerPopup.titles().first());
-  customerPopup.selectItemWithTitle(kAll);
-  servicePopup.selectItemWithTitle(kAll);
+  fillJobs(std::nullopt);
+  customerPopup.selectItemAtIndex(0);
+  servicePopup.selectItemAtIndex(0);
   reloadData();
 }
 
 void LogController::reloadNamesFor(const Objects<TimeEntry>& inserted) {
   const Notifier::Change change(filtersChanges);
-  const QString customer = customerPopup.titleOfSelectedItem().value_or(kAll);
-  const QString job = jobPopup.titleOfSelectedItem().value_or(kAll);
-  const QString service = servicePopup.titleOfSelectedItem().value_or(kAll);
+  const auto customer = limitOf(customerPopup);
+  const auto job = limitOf(jobPopup);
+  const auto service = limitOf(servicePopup);
   const bool filtered = filtersByName();
   reloadNames();
   chooseNames(customer, job, service);

@@ -1,14 +1,11 @@
 #include "ui_core/LogRange.h"
 
-#include <QCoreApplication>
-
 #include "model/Hours.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::LogRange", text); }
 
 DaySpan month(QDate day) {
   const QDate first(day.year(), day.month(), 1);

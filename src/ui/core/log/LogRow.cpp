@@ -1,6 +1,5 @@
 #include "ui_core/LogRow.h"
 
-#include <QCoreApplication>
 #include <QLocale>
 
 #include "link/AffectedActivities.h"
@@ -8,6 +7,7 @@
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/DateTexts.h"
+#include "platform/Translation.h"
 #include "ui_core/AwayNotice.h"
 #include "ui_core/CellCorrections.h"
 #include "ui_core/Moments.h"
@@ -15,8 +15,6 @@
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::LogRow", text); }
 
 ColumnHead head(const QString& identifier, const QString& title, CellKind kind, int weight) {
   const bool isTime = kind == CellKind::Time;

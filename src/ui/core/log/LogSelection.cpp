@@ -1,7 +1,7 @@
+#include "platform/Translation.h"
 #include "ui_core/LogController.h"
 #include "ui_core/TimerState.h"
 
-#include <QCoreApplication>
 #include <QSet>
 
 #include "ui_core/RunCommand.h"
@@ -10,19 +10,17 @@ namespace pendra {
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("pendra::LogController", text); }
-
 /// Whether marking as unsent changes the entry. Kept: promised to those who sent before the log said when:
 /// exactly one second is not enough, though the log shows it as sent.
 bool canBeMarkedUnsent(const TimeEntry& period) { return period.sentSeconds() > 1.0; }
 
 bool userMarksAsUnsent(Alerts& alerts) {
-  return alerts.runAlert({.style = Alert::Style::Warning,
-                          .message = QStringLiteral("Mark selected activities as unsent"),
-                          .informative = QStringLiteral(
-                              "The selected activities will be marked as unsent. If they are already in "
-                              "Vantor and you send them again, this will result in duplicate activities."),
-                          .buttons = {QStringLiteral("Continue"), QStringLiteral("Cancel")}}) == kFirstButton;
+  return alerts.runAlert(
+             {.style = Alert::Style::Warning,
+              .message = tr("Mark selected activities as unsent"),
+              .informative = tr("The selected activities will be marked as unsent. If they are already in "
+                                "Vantor and you send them again, this will result in duplicate activities."),
+              .buttons = {tr("Continue"), tr("Cancel")}}) == kFirstButton;
 }
 
 }  // namespace

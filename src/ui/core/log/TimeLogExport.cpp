@@ -10,6 +10,7 @@
 #include "platform/DateTexts.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/LogController.h"
 
 namespace pendra {
@@ -17,7 +18,6 @@ namespace pendra {
 namespace {
 
 const QString kNoticeKey = QStringLiteral("export");
-const QString kIsOpenDocument = QStringLiteral("it is the document that is open");
 constexpr qsizetype kChunk = 1 << 20;
 constexpr std::size_t kRowsBetweenQuestions = 256;
 constexpr QByteArrayView kHeader =
@@ -91,7 +91,7 @@ Result<bool> writeRows(Draft& file, const std::vector<LogRow>& rows, const QStri
 
 void sayFailed(Notices& notices, const QString& path, const QString& reason) {
   notices.post({.key = kNoticeKey,
-                .text = formatted(u"The time log could not be exported to “%@”: %@.",
+                .text = formatted(tr("The time log could not be exported to “%@”: %@."),
                                   {QFileInfo(path).fileName(), reason}),
                 .actions = {}});
 }
@@ -135,7 +135,8 @@ void exportTimeLog(LogController& log, ExportProgress& progress) {
   const auto path = ports.panels.runSavePanel(
       {.title = {}, .proposedName = proposedName(employee, today), .folder = {}, .requiredType = {}});
   if (!path) return;
-  if (isOpenDocument(session, *path)) return sayFailed(session.notices(), *path, kIsOpenDocument);
+  if (isOpenDocument(session, *path))
+    return sayFailed(session.notices(), *path, tr("it is the document that is open"));
   if (!checkForRunningTimers(session)) return;
   const auto written =
       writeFile(*path, log.consideredRows(), employee.value_or(QString()), Existing::Replace, progress);

@@ -1,14 +1,11 @@
 #include "ui_core/ReportCsv.h"
 
-#include <QCoreApplication>
-
+#include "platform/Translation.h"
 #include "ui_core/ReportTexts.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::ReportCsv", text); }
 
 /// Where figures have a comma, columns are parted by a semicolon.
 QChar separatorOf(const QLocale& locale) { return locale.decimalPoint() == u"," ? u';' : u','; }

@@ -1,14 +1,11 @@
 #include "ui_core/ReportTexts.h"
 
-#include <QCoreApplication>
-
 #include "model/DurationText.h"
+#include "platform/Translation.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::Report", text); }
 
 QString day(QDate date, const QLocale& locale) {
   return locale.toString(date, QStringLiteral("ddd d MMM yyyy"));

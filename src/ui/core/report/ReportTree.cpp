@@ -1,14 +1,11 @@
 #include "ui_core/ReportTree.h"
 
-#include <QCoreApplication>
-
+#include "platform/Translation.h"
 #include "ui_core/ReportTexts.h"
 
 namespace pendra {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::ReportTree", text); }
 
 /// Whether both have the same rows in the same order, whatever their figures are.
 bool haveSameShape(const ReportRow& one, const ReportRow& other) {

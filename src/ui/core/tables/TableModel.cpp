@@ -1,16 +1,14 @@
 #include "ui_core/TableModel.h"
+#include "platform/Translation.h"
 
 #include "ui_core/CellReading.h"
 
-#include <QCoreApplication>
 #include <QHash>
 #include <QSet>
 
 namespace pendra {
 
 namespace {
-
-QString spoken(const char* text) { return QCoreApplication::translate("pendra::TableModel", text); }
 
 int flagsOf(Alignment alignment) {
   switch (alignment) {
@@ -156,7 +154,7 @@ CellReading TableModel::read(const QString& text, const QModelIndex& index) cons
 /// A cell that acts is called by what a press on it does.
 QString TableModel::accessibleText(const QModelIndex& index) const {
   const ColumnHead& its = head(index.column());
-  if (its.kind == CellKind::StartStop) return isRunning(index.row()) ? spoken("Stop") : spoken("Start");
+  if (its.kind == CellKind::StartStop) return isRunning(index.row()) ? tr("Stop") : tr("Start");
   QString shown = shownText(index);
   if (const QString remark = this->remark(index.row(), index.column()); !remark.isEmpty()) {
     return shown.isEmpty() ? remark : remark + u' ' + shown;

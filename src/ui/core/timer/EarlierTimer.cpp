@@ -1,6 +1,5 @@
 #include "ui_core/EarlierTimer.h"
 
-#include <QCoreApplication>
 #include <QRegularExpression>
 #include <cmath>
 
@@ -8,6 +7,7 @@
 #include "platform/NaturalDate.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui_core/EntryQuestion.h"
 
 namespace pendra {
@@ -19,8 +19,6 @@ constexpr double kMinute = 60;
 constexpr double kSameMoment = 1;
 /// A time of day that would have to be of yesterday is meant so if it is not longer ago than this.
 constexpr double kHalfDay = 12.0 * 60 * 60;
-
-QString tr(const char* text) { return QCoreApplication::translate("pendra::EarlierTimer", text); }
 
 Instant endOf(const TimeEntry& entry, Instant now) {
   return entry.running() == true ? now : entry.start().value_or(now) + entry.storedDuration();
@@ -141,8 +139,9 @@ QStringList EarlierTimer::stops(Instant at) const {
   QStringList told;
   for (const TimeEntry* entry : session_.context()->flagged<TimeEntry>("running")) {
     if (!entry->activity()) continue;
-    const char* words = entry->start().value_or(at) > at ? "stops “%@” now" : "stops “%@” at the same time";
-    told << formatted(tr(words), {activityTitle(*entry->activity())});
+    const QString words =
+        entry->start().value_or(at) > at ? tr("stops “%@” now") : tr("stops “%@” at the same time");
+    told << formatted(words, {activityTitle(*entry->activity())});
   }
   return told;
 }

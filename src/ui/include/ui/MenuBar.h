@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMenuBar>
+#include <QSet>
 
 #include "ui/CommandTarget.h"
 
@@ -31,6 +32,7 @@ class MenuBar final : public QMenuBar {
   void enableShortcuts(const QMenu& menu);
   void refreshAll();
 
+  QSet<QChar> letters_;  ///< which open a menu, with Alt
   CommandTarget& target_;
   QWidget* window_;
   QHash<QAction*, const CommandRow*> rows_;

@@ -121,6 +121,9 @@ class RowTableView : public QTableView {
   void mouseMoveEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 
@@ -138,6 +141,7 @@ class RowTableView : public QTableView {
   [[nodiscard]] bool leaveCellFor(const QMouseEvent& event);
   void askForMenu();
   void makeHeads();
+  void lookForLetters(const QString& letters);
   void clickHead(int section);
   void connectTable();
   void rowsChanged();

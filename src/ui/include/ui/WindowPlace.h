@@ -6,6 +6,10 @@
 
 namespace pendra {
 
+/// The size in which a window opens for the first time: at most what its screen has free,
+/// with room for a title bar.
+[[nodiscard]] QSize firstSize(const QWidget& window, QSize wanted);
+
 /// Opens a window where it was, and as large as it was, when it went last. A child of its window.
 class WindowPlace final : public QObject {
  public:

@@ -32,7 +32,7 @@ constexpr auto kFuture = "Pendra cannot accept future time entries. Please try a
 
 QString said(std::span<const EntryCheck> checks, const EntryTexts& texts) {
   const EntryCheck* failing = firstFailing(checks, texts);
-  return failing ? failing->message.toString() : QString();
+  return failing ? QString::fromLatin1(failing->message) : QString();
 }
 
 const Checked kRows[] = {

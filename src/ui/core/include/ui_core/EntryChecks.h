@@ -12,7 +12,7 @@ namespace pendra {
 /// One row: what must not be the case, and what is said when it is. An empty text stops without a word.
 struct EntryCheck {
   bool (*fails)(const EntryTexts& texts);
-  QStringView message;
+  const char* message;  ///< its English; empty to refuse without a word
 };
 
 /// What the activity editor asks before its OK.

@@ -18,9 +18,9 @@ inline const QString kServiceItems = QStringLiteral("service-items");
 inline const QString kSendTime = QStringLiteral("send-time");
 inline const QString kCompletedActivities = QStringLiteral("completed-activities");
 inline const QString kReport = QStringLiteral("report");
+inline const QString kTimeAway = QStringLiteral("time-away");
 inline const QString kPreferences = QStringLiteral("preferences");
 inline const QString kAbout = QStringLiteral("about");
-inline const QString kTimeAway = QStringLiteral("time-away");
 inline const QString kStartEarlier = QStringLiteral("start-earlier");
 inline const QString kWelcome = QStringLiteral("welcome");
 
@@ -28,6 +28,7 @@ inline const QString kWelcome = QStringLiteral("welcome");
 inline const QString kFirstDay = QStringLiteral("first-day");
 inline const QString kFirstSending = QStringLiteral("first-sending");
 inline const QString kBackups = QStringLiteral("backups");
+inline const QString kDeleting = QStringLiteral("deleting");
 inline const QString kVantorNotFound = QStringLiteral("vantor-not-found");
 inline const QString kHeldBack = QStringLiteral("held-back");
 inline const QString kUnknownFate = QStringLiteral("did-it-arrive");
@@ -53,7 +54,8 @@ inline const QStringList kAll{kTimerWindow,
                               kHeldBack,
                               kUnknownFate,
                               kStartEarlier,
-                              kTimeAway};
+                              kTimeAway,
+                              kDeleting};
 
 /// Where alerts about that are explained; empty for an alert that says all there is.
 [[nodiscard]] QString anchorOf(Alert::Topic topic);

@@ -3,6 +3,7 @@
 // them names, marks and lengths follow the document, running lengths the tick, and what was deleted goes; a
 // row does not go because it no longer passes a filter.
 
+#include <QCoreApplication>
 #include <QLocale>
 #include <memory>
 
@@ -47,9 +48,9 @@ class LogController {
   [[nodiscard]] TableSelection& selection() { return selection_; }
 
   /// The filters' state. A view shows it and writes back what the user chooses, followed by the action.
-  PopUp customerPopup{QStringLiteral("All")};
-  PopUp jobPopup{QStringLiteral("All")};
-  PopUp servicePopup{QStringLiteral("All")};
+  PopUp customerPopup{QCoreApplication::translate("pendra", "All")};
+  PopUp jobPopup{QCoreApplication::translate("pendra", "All")};
+  PopUp servicePopup{QCoreApplication::translate("pendra", "All")};
   PopUp rangePopup;
   QString startDateField;
   QString endDateField;
@@ -143,7 +144,8 @@ class LogController {
   void sayNamesAreAll(const QString& text);
   [[nodiscard]] bool passesNameFilters(const TimeEntry& entry) const;
   void lookThroughRows();
-  void chooseNames(const QString& customer, const QString& job, const QString& service);
+  void chooseNames(const std::optional<QString>& customer, const std::optional<QString>& job,
+                   const std::optional<QString>& service);
   void fillJobs(const std::optional<QString>& customer);
   void updateRunningRow(const TimeEntry& period);
   [[nodiscard]] int indexOf(const TimeEntry& period);

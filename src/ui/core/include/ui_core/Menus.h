@@ -94,7 +94,7 @@ struct Menu {
 };
 
 /// The title of the submenu of recent documents.
-inline constexpr const char* kOpenRecentTitle = "Open Recent";
+inline constexpr const char* kOpenRecentTitle = QT_TRANSLATE_NOOP("pendra", "Open Recent");
 
 /// The keys of a row, one a text.
 [[nodiscard]] inline QStringList keysOf(const CommandRow& row) {
