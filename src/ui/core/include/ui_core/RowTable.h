@@ -82,6 +82,10 @@ class ShownRows {
     int index_ = 0;
   };
 
+  [[nodiscard]] std::size_t size() const { return static_cast<std::size_t>(table_->rowCount()); }
+  [[nodiscard]] const Row& operator[](std::size_t index) const {
+    return *table_->row(static_cast<int>(index));
+  }
   [[nodiscard]] Iterator begin() const { return {table_, 0}; }
   [[nodiscard]] Iterator end() const { return {table_, table_->rowCount()}; }
 
