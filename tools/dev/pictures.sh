@@ -17,6 +17,7 @@ mkdir -p "$book" "$readme"
 rm -f "$book"/*.png "$readme"/*.png
 cp "$album"/timer-window-{light,dark}.png "$readme"
 for plain in "$album"/*-light.png "$album"/*-dark.png; do
+  grep -q "pictures/$(basename "$plain")" "$book/../PendraHelp1_0.htm" || continue
   [[ $plain != */day-* ]] || continue # they are of a day, not of the book
   fine=${plain%.png}@2x.png
   [ "$(stat -c %s "$fine")" -le $most ] || fine=$plain
