@@ -35,9 +35,9 @@ QString whyNotOne(const Entries& entries) {
 }
 
 QString whyNotSplit(const Entries& entries) {
-  if (const QString why = whyNotOne(entries); !why.isEmpty()) return why;
+  if (QString why = whyNotOne(entries); !why.isEmpty()) return why;
   const TimeEntry& entry = *entries.front();
-  if (const QString why = whyHeld(timeHoldOf(entry)); !why.isEmpty()) return why;
+  if (QString why = whyHeld(timeHoldOf(entry)); !why.isEmpty()) return why;
   return cutNear(entry, entry.start().value_or(kReferenceInstant) + 1)
              ? QString()
              : tr("The entry is too short to be split.");
@@ -75,7 +75,7 @@ QString whyNotMerge(const Entries& entries) {
 }
 
 QString whyNotStart(const Entries& entries) {
-  if (const QString why = whyNotOne(entries); !why.isEmpty()) return why;
+  if (QString why = whyNotOne(entries); !why.isEmpty()) return why;
   return entries.front()->activity()->isRunning() ? tr("This activity is running.") : QString();
 }
 

@@ -44,7 +44,7 @@ class FilterNames {
 /// What the filter limits to, or the name that the edit gave to that.
 template <class Named>
 std::optional<QString> limitAfter(const ChangeSet& changes, const PopUp& popup) {
-  const auto limit = limitOf(popup);
+  auto limit = limitOf(popup);
   if (!limit) return limit;
   for (const Named* one : changes.changed<Named>()) {
     if (changes.before(*one, "name") == PropertyValue(*limit)) return queries::nameOf(one);
