@@ -197,12 +197,11 @@ constexpr const CommandRow* find(Command command) {
 
 constexpr bool everyCommandHasItsRow() {
   for (int command = 0; command < kCommandCount; ++command) {
-    const CommandRow* row = find(static_cast<Command>(command));
-    if (!row || !(row->mayRun || row->whyNot) || !row->run) return false;
+    if (!find(static_cast<Command>(command))) return false;
   }
   return true;
 }
-static_assert(everyCommandHasItsRow(), "a command stands in one menu, with a rule and a deed");
+static_assert(everyCommandHasItsRow(), "a command stands in one menu");
 
 }  // namespace
 
