@@ -77,7 +77,9 @@ ReportWindow::ReportWindow(const WindowFrame& frame, ShowInLog showInLog)
   chart_->setFocus();
 }
 
-ReportWindow::~ReportWindow() = default;
+ReportWindow::~ReportWindow() {
+  hide();  // the chart says that it loses the keyboard while there is a window to hear it
+}
 
 QWidget* ReportWindow::makeContent() {
   head_ = new ReportHead(
