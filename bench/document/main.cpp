@@ -105,7 +105,7 @@ class DocumentBench {
           for (const Activity* activity : context_->all<Activity>()) {
             if (activity->completed() != false) continue;
             double total = 0;
-            for (const TimeEntry* period : activity->entries()) total += period->storedDuration();
+            for (const TimeEntry* entry : activity->entries()) total += entry->storedDuration();
             sums.emplace_back(queries::nameOf(activity->customer()), total);
           }
         });

@@ -124,8 +124,8 @@ void measureSending() {
   ConnectionChecks checks(desk.session, connectOverChannel(), desk.progress);
   ObjectContext& context = *desk.session.context();
   std::vector<SubmissionRow> rows;
-  for (TimeEntry* period : context.all<TimeEntry>())
-    rows.push_back({period, period->activity(), QStringLiteral("Acme"), {}, QStringLiteral("Design")});
+  for (TimeEntry* entry : context.all<TimeEntry>())
+    rows.push_back({entry, entry->activity(), QStringLiteral("Acme"), {}, QStringLiteral("Design")});
   const TimeEntry& sample = *context.all<TimeEntry>()[kEntries / 2];
   const QString record = kTimeRecordDeclaration + timeRecord(*sample.activity(), sample, nullptr);
   Commits commits(desk.places.documents + u"/plain.sqlite");
@@ -134,7 +134,7 @@ void measureSending() {
   std::vector<double> calling;
   std::vector<double> committing;
   for (int turn = 0; turn < kTurns; ++turn) {
-    for (TimeEntry* period : context.all<TimeEntry>()) period->setDateSubmitted(kReferenceInstant);
+    for (TimeEntry* entry : context.all<TimeEntry>()) entry->setDateSubmitted(kReferenceInstant);
     if (!context.save()) std::abort();
     calling.push_back(millisecondsOf([&] { callBarely(desk.places, record); }));
     committing.push_back(millisecondsOf([&] { commits.commit(); }));

@@ -11,13 +11,13 @@ namespace pendra::plain {
 
 namespace {
 
-Row rowOf(const Activity& activity, const TimeEntry& period) {
+Row rowOf(const Activity& activity, const TimeEntry& entry) {
   return {queries::nameOf(activity.customer()),
           queries::nameOf(activity.job()),
           queries::nameOf(activity.service()),
-          period.start()->seconds,
-          period.storedDuration(),
-          period.sentSeconds()};
+          entry.start()->seconds,
+          entry.storedDuration(),
+          entry.sentSeconds()};
 }
 
 template <class Key, class KeyOf>
@@ -37,7 +37,7 @@ void sortByKey(std::vector<Row>& rows, const KeyOf& keyOf) {
 std::vector<Row> rowsOf(const ObjectContext& context) {
   std::vector<Row> rows;
   for (const Activity* activity : context.all<Activity>()) {
-    for (const TimeEntry* period : activity->entries()) rows.push_back(rowOf(*activity, *period));
+    for (const TimeEntry* entry : activity->entries()) rows.push_back(rowOf(*activity, *entry));
   }
   return rows;
 }
@@ -46,8 +46,8 @@ std::vector<Row> rowsOf(const ObjectContext& context, const QString& customer, I
   std::vector<Row> rows;
   for (const Activity* activity : context.all<Activity>()) {
     if (queries::nameOf(activity->customer()) != customer) continue;
-    for (const TimeEntry* period : activity->entries()) {
-      if (*period->start() >= from && *period->start() < to) rows.push_back(rowOf(*activity, *period));
+    for (const TimeEntry* entry : activity->entries()) {
+      if (*entry->start() >= from && *entry->start() < to) rows.push_back(rowOf(*activity, *entry));
     }
   }
   return rows;
@@ -84,15 +84,15 @@ QByteArray exported(const ObjectContext& context) {
   QByteArray bytes;
   const QString employee = queries::firstIdentity(context)->employeeName().value_or(QString());
   for (const Activity* activity : context.all<Activity>()) {
-    for (const TimeEntry* period : activity->entries()) {
-      const QStringList fields{universalDateTime(*period->start()),
+    for (const TimeEntry* entry : activity->entries()) {
+      const QStringList fields{universalDateTime(*entry->start()),
                                queries::nameOf(activity->customer()),
                                queries::nameOf(activity->job()),
                                queries::nameOf(activity->service()),
-                               durationText(period->storedDuration()),
-                               period->wasSent() ? universalDateTime(*period->dateSubmitted()) : QString(),
+                               durationText(entry->storedDuration()),
+                               entry->wasSent() ? universalDateTime(*entry->dateSubmitted()) : QString(),
                                activity->notes().value_or(QString()),
-                               period->notes().value_or(QString()),
+                               entry->notes().value_or(QString()),
                                employee};
       bytes += '"' + fields.join(u"\"\t\"").toUtf8() + "\"\n";
     }

@@ -13,9 +13,9 @@ const QString kNoticeKey = QStringLiteral("affected activities");
 constexpr qsizetype kNamedAtMost = 3;
 
 bool needsNothing(const Activity& activity) {
-  const auto periods = activity.entries();
+  const auto entries = activity.entries();
   return activity.completed().value_or(false) &&
-         std::all_of(periods.begin(), periods.end(), [](const TimeEntry* one) { return one->wasSent(); });
+         std::all_of(entries.begin(), entries.end(), [](const TimeEntry* one) { return one->wasSent(); });
 }
 
 Activity::Loss namesOf(const Activity& activity) {

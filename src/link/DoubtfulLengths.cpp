@@ -33,8 +33,8 @@ QString doubtfulLengthText(double seconds) {
 bool askAboutDoubtfulLengths(Session& session, const std::vector<SubmissionRow>& rows) {
   QStringList lines;
   for (const SubmissionRow& row : rows) {
-    if (!row.isUnsent() || !isDoubtfulLength(row.period->storedDuration())) continue;
-    lines << formatted(tr("“%@”: %@"), {titleOf(*row.period), durationText(row.period->storedDuration())});
+    if (!row.isUnsent() || !isDoubtfulLength(row.entry->storedDuration())) continue;
+    lines << formatted(tr("“%@”: %@"), {titleOf(*row.entry), durationText(row.entry->storedDuration())});
   }
   if (lines.isEmpty()) return true;
   return session.ports().alerts.runAlert({.style = Alert::Style::Warning,

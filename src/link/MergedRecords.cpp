@@ -21,15 +21,15 @@ std::vector<MergedRecord> mergedRecords(const std::vector<SubmissionRow>& rows, 
   std::vector<MergedRecord> records;
   QHash<std::pair<qint64, int>, std::size_t> known;  // by activity and day
   for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-    TimeEntry* period = row->period.get();
-    if (!period || !period->activity() || period->sentSeconds() > 1.0) continue;
-    const int day = period->start() ? calendar.day(*period->start()).day() : 0;
-    const std::pair key(period->activity()->objectID(), day);
+    TimeEntry* entry = row->entry.get();
+    if (!entry || !entry->activity() || entry->sentSeconds() > 1.0) continue;
+    const int day = entry->start() ? calendar.day(*entry->start()).day() : 0;
+    const std::pair key(entry->activity()->objectID(), day);
     if (const auto found = known.constFind(key); found != known.constEnd()) {
-      merge(records[*found], *period);
+      merge(records[*found], *entry);
     } else {
       known.insert(key, records.size());
-      records.push_back({.entries = {period}, .start = period->start(), .duration = period->duration()});
+      records.push_back({.entries = {entry}, .start = entry->start(), .duration = entry->duration()});
     }
   }
   return records;

@@ -24,16 +24,16 @@ constexpr const char* kInactive =
 class TemporaryEntry {
  public:
   explicit TemporaryEntry(ObjectContext& context)
-      : context_(context), period_(context.insertTemporary<TimeEntry>()) {}
-  ~TemporaryEntry() { context_.deleteObject(period_); }
+      : context_(context), entry_(context.insertTemporary<TimeEntry>()) {}
+  ~TemporaryEntry() { context_.deleteObject(entry_); }
   TemporaryEntry(const TemporaryEntry&) = delete;
   TemporaryEntry& operator=(const TemporaryEntry&) = delete;
 
-  [[nodiscard]] TimeEntry& period() { return period_; }
+  [[nodiscard]] TimeEntry& entry() { return entry_; }
 
  private:
   ObjectContext& context_;
-  TimeEntry& period_;
+  TimeEntry& entry_;
 };
 
 bool hasCustomerAndService(const Activity& activity) { return activity.customer() && activity.service(); }
@@ -63,14 +63,14 @@ bool Sending::sendOneByOne() {
   bool sentAll = true;
   for (const SubmissionRow& row : rows_) {
     if (!stopped_.isEmpty()) break;
-    if (row.period && row.activity && !sendRow(row)) sentAll = false;
+    if (row.entry && row.activity && !sendRow(row)) sentAll = false;
   }
   return sentAll;
 }
 
 /// True when the entry is sent or had been.
 bool Sending::sendRow(const SubmissionRow& row) {
-  TimeEntry& period = *row.period;
+  TimeEntry& entry = *row.entry;
   const Activity& activity = *row.activity;
   if (lostItsJob(activity)) {
     alert(tr("A customer, job, or service name has changed in Vantor"),
@@ -86,9 +86,9 @@ bool Sending::sendRow(const SubmissionRow& row) {
     return false;
   }
   if (!row.isUnsent()) return true;
-  TimeEntry* const entries[] = {&period};
-  if (!transmit(period, activity, entries)) return false;
-  toStamp_ = {&period};
+  TimeEntry* const entries[] = {&entry};
+  if (!transmit(entry, activity, entries)) return false;
+  toStamp_ = {&entry};
   return true;
 }
 
@@ -119,12 +119,12 @@ bool Sending::sendRecord(const MergedRecord& record, std::vector<TimeEntry*>& me
   }
   // Of no activity: in the sums of its own the time would count twice while it is sent.
   TemporaryEntry temporary(*session_.context());
-  temporary.period().setDuration(record.duration);
-  temporary.period().setStart(record.start);
+  temporary.entry().setDuration(record.duration);
+  temporary.entry().setStart(record.start);
   // Kept, for what reads the documents: the list is never emptied, so entries merged earlier get a later
   // stamp with every record.
   mergedEntries.insert(mergedEntries.end(), record.entries.begin() + 1, record.entries.end());
-  if (!transmit(temporary.period(), activity, record.entries)) return false;
+  if (!transmit(temporary.entry(), activity, record.entries)) return false;
   toStamp_ = mergedEntries;
   toStamp_.push_back(&base);
   return true;
@@ -142,7 +142,7 @@ void Sending::stampInAnEdit() {
   std::ignore = session_.context()->edit(QString(), {.undoable = false}, [this] { stamp(); });
 }
 
-bool Sending::transmit(const TimeEntry& period, const Activity& activity, Entries entries) {
+bool Sending::transmit(const TimeEntry& entry, const Activity& activity, Entries entries) {
   checks_.progress().showProgress(++position_, total_);
   if (const auto marked = markSending(session_, entries, activityTitle(activity), [this] { stamp(); });
       !marked) {
@@ -152,7 +152,7 @@ bool Sending::transmit(const TimeEntry& period, const Activity& activity, Entrie
   const DocumentSettings* document = session_.settings();
   const Identity* identity = document ? document->identity() : nullptr;
   try {
-    checks_.remoteServer().submitTime(kTimeRecordDeclaration + timeRecord(activity, period, identity));
+    checks_.remoteServer().submitTime(kTimeRecordDeclaration + timeRecord(activity, entry, identity));
   } catch (const VantorFailure& failure) {
     logLine(formatted(u"%@: %@", {failure.name(), failure.reason()}));
     if (failure.fate() == VantorFailure::Fate::NeverLeft) {

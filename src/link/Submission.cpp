@@ -52,7 +52,7 @@ void Submission::sayWhatIsLeftOut(const std::vector<Ref<TimeEntry>>& again) cons
   const auto rows = parts_.rows.consideredRows();
   const auto isLeftOut = [&rows](const Ref<TimeEntry>& entry) {
     return std::none_of(rows.begin(), rows.end(),
-                        [&entry](const SubmissionRow& row) { return entry == row.period; });
+                        [&entry](const SubmissionRow& row) { return entry == row.entry; });
   };
   const auto leftOut = std::count_if(again.begin(), again.end(), isLeftOut);
   Notices& notices = parts_.session.notices();

@@ -60,7 +60,7 @@ std::vector<Group> groupsOf(const std::vector<SubmissionRow>& rows, const Calend
     const std::size_t at = found == known.constEnd() ? *known.insert(names, groups.size()) : *found;
     if (at == groups.size())
       groups.push_back({.line = {.customer = row.customer, .job = row.job, .service = row.service}});
-    groups[at].add(*row.period, calendar);
+    groups[at].add(*row.entry, calendar);
   }
   return groups;
 }

@@ -23,8 +23,8 @@ QString recordOf(const Item* item) {
 
 }  // namespace
 
-QString timeRecord(const Activity& activity, const TimeEntry& forPeriod, const Identity* identity) {
-  const double start = forPeriod.start() ? forPeriod.start()->seconds + kUnixToReference : 0.0;
+QString timeRecord(const Activity& activity, const TimeEntry& entry, const Identity* identity) {
+  const double start = entry.start() ? entry.start()->seconds + kUnixToReference : 0.0;
   // Kept, because Vantor reads it so: the empty customer stands in addition to the filled one, and a job's
   // parent is the job itself.
   return formatted(
@@ -43,8 +43,7 @@ QString timeRecord(const Activity& activity, const TimeEntry& forPeriod, const I
          QString::asprintf("<shouldAutoStartTimer>%d</shouldAutoStartTimer>\n",
                            activity.shouldAutoStartTimer().value_or(false) ? 1 : 0) +
          QString::asprintf("<timeentrydate>%f</timeentrydate>\n", start) +
-         QString::asprintf("<duration>%2.2f</duration>\n", forPeriod.storedDuration() / 3600.0) +
-         u"</record>\n";
+         QString::asprintf("<duration>%2.2f</duration>\n", entry.storedDuration() / 3600.0) + u"</record>\n";
 }
 
 }  // namespace pendra

@@ -87,20 +87,20 @@ void Activity::stop() {
 }
 
 TimeEntry& Activity::addEntry() {
-  auto& period = context()->insert<TimeEntry>();
-  period.setStart(context()->clock().now());
-  period.setActivity(this);
-  return period;
+  auto& entry = context()->insert<TimeEntry>();
+  entry.setStart(context()->clock().now());
+  entry.setActivity(this);
+  return entry;
 }
 
 TimeEntry& Activity::startEntry(std::optional<Instant> since) {
   const Instant begin = since.value_or(context()->clock().now());
   const DocumentSettings* settings = queries::firstDocument(*context());
   if (settings && settings->startsOneAtATime()) stopAll(*context(), begin);
-  TimeEntry& period = addEntry();
-  period.setStart(begin);
-  period.startTimer();
-  return period;
+  TimeEntry& entry = addEntry();
+  entry.setStart(begin);
+  entry.startTimer();
+  return entry;
 }
 
 ActivityTimes Activity::storedTimes(const Today& today) const {
@@ -114,9 +114,9 @@ ActivityTimes Activity::storedTimes(const Today& today) const {
 
 ActivityTimes Activity::sumOfEntries(const Today& today) const {
   ActivityTimes times;
-  for (const TimeEntry* period : entries_.get()) {
-    times.total += period->storedDuration();
-    if (period->start() && today.contains(*period->start())) times.today += period->storedDuration();
+  for (const TimeEntry* entry : entries_.get()) {
+    times.total += entry->storedDuration();
+    if (entry->start() && today.contains(*entry->start())) times.today += entry->storedDuration();
   }
   return times;
 }

@@ -22,7 +22,7 @@ class Restoring : public DocumentTest {
     edit([&] {
       activity = &addActivity(session.context()->all<Customer>()[0], &addService("Design"));
       for (const char* start : {"2026-11-23T09:00:00Z", "2026-11-23T11:00:00Z"})
-        addPeriod(*activity, start, 3600);
+        addEntry(*activity, start, 3600);
     });
   }
   template <class Work>
@@ -54,7 +54,7 @@ TEST_F(Restoring, TakesTheStateOfTheBackupAsOneStepAndLeavesTheWindows) {
     activity->setCompleted(true);
     Customer& bolt = addCustomer(QStringLiteral("Bolt"));
     activity->setCustomer(&bolt);
-    addPeriod(addActivity(&bolt, nullptr), "2026-11-25T09:00:00Z", 600);
+    addEntry(addActivity(&bolt, nullptr), "2026-11-25T09:00:00Z", 600);
   });
   const auto then = readBackup(session, backup.path);
   ASSERT_TRUE(then);
@@ -150,7 +150,7 @@ TEST_P(RestoringFates, NothingIsSentTwiceOrCalledSentUnasked) {
   if (!added) give(sides.backup, kThen);
   const BackupFile backup = backUp();
   if (added) {
-    edit([&] { addPeriod(addActivity(&addCustomer("Bolt"), nullptr), "2026-11-25T09:00:00Z", 1800); });
+    edit([&] { addEntry(addActivity(&addCustomer("Bolt"), nullptr), "2026-11-25T09:00:00Z", 1800); });
   }
   give(sides.document, kSince);
   const QString answer = QString::fromLatin1(sides.answer);
@@ -203,7 +203,7 @@ TEST_F(Restoring, AnIdentifierThatWasGivenTwiceIsTwoEntries) {
   leaveDocument(session);
   open("Work.pdr");
   edit([&] {
-    TimeEntry& another = addPeriod(addActivity(&addCustomer("Bolt"), nullptr), "2026-11-25T09:00:00Z", 1800);
+    TimeEntry& another = addEntry(addActivity(&addCustomer("Bolt"), nullptr), "2026-11-25T09:00:00Z", 1800);
     another.setDateSubmitted(clock.now());
   });
   ASSERT_EQ(entries()[1]->objectID(), 2) << "as the deleted one";

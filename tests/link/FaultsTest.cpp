@@ -73,8 +73,8 @@ class Faults : public testing::TestWithParam<Misbehaviour> {
           R"({"name": "Barn", "id": "j2", "parent": "c1"}]})"));
       openDocument(false);
       Customer& acme = addCustomer("Acme", "c1");
-      addPeriod(addActivity(&acme, &addService("Design", "s1"), &addJob(acme, "Roof", "j1")),
-                "2026-11-24T07:00:00Z", 5400);
+      addEntry(addActivity(&acme, &addService("Design", "s1"), &addJob(acme, "Roof", "j1")),
+               "2026-11-24T07:00:00Z", 5400);
       EXPECT_TRUE(session.context()->save());
       workspace.setRunning(identifiers::kVantor, true);
     }

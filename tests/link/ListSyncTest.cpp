@@ -124,7 +124,7 @@ TEST_F(ListSyncTest, WhatGoesClearsItsActivitiesAndWhatMovesKeepsThem) {
   Activity& moved = desk.addActivity(customers[1], nullptr, jobs[2]);
   Activity& done = desk.addActivity(customers[0], nullptr, jobs[0]);
   done.setCompleted(true);
-  desk.addPeriod(acme, "2026-11-24T08:00:00Z", 3600);
+  desk.addEntry(acme, "2026-11-24T08:00:00Z", 3600);
 
   synchronise("Design=s1", "Zed=c2", "Barn=j2@c2, Loft=j3@c2");
   EXPECT_EQ(moved.job(), jobs[2]);

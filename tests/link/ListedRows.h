@@ -15,9 +15,9 @@ class ListedRows final : public SubmissionRows {
   std::vector<SubmissionRow> filteredAway;
   std::optional<std::size_t> selected;
 
-  void add(TimeEntry& period) {
-    Activity& activity = *period.activity();
-    rows.push_back({&period, &activity, queries::nameOf(activity.customer()), queries::nameOf(activity.job()),
+  void add(TimeEntry& entry) {
+    Activity& activity = *entry.activity();
+    rows.push_back({&entry, &activity, queries::nameOf(activity.customer()), queries::nameOf(activity.job()),
                     queries::nameOf(activity.service())});
   }
   [[nodiscard]] std::vector<SubmissionRow> consideredRows() const override {

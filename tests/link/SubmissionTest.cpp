@@ -35,9 +35,9 @@ class SubmissionTest : public LinkTest {
   }
   void merge(bool on) { desk.defaults.setBoolean(preferences::kMergeSubmissions, on); }
   TimeEntry& addRow(Activity& activity, const char* start, double seconds) {
-    TimeEntry& period = desk.addPeriod(activity, start, seconds);
-    rows.add(period);
-    return period;
+    TimeEntry& entry = desk.addEntry(activity, start, seconds);
+    rows.add(entry);
+    return entry;
   }
   void send() { submission.sendSelectedTime(); }
   /// Vantor fails at the record of that number, from 1.
@@ -79,7 +79,7 @@ class SubmissionTest : public LinkTest {
 
 TEST_F(SubmissionTest, ARecordIsTheseBytes) {
   Activity& activity = desk.addActivity(acme, design, roof, "Sketches & <notes>, 50 %@");
-  TimeEntry& period = desk.addPeriod(activity, "1970-01-01T00:00:10Z", 5400);
+  TimeEntry& entry = desk.addEntry(activity, "1970-01-01T00:00:10Z", 5400);
   const auto record = [](const char* job, const char* user, const char* notes, int billable, int starts,
                          const char* date, const char* hours) {
     return formatted(
@@ -91,15 +91,15 @@ TEST_F(SubmissionTest, ARecordIsTheseBytes) {
         {QString(job), QString(job), QString(user), QString(notes), QString::number(billable),
          QString::number(starts), QString(date), QString(hours)});
   };
-  EXPECT_EQ(timeRecord(activity, period, &identity()),
+  EXPECT_EQ(timeRecord(activity, entry, &identity()),
             record("j1", "Clerk 1", "Sketches & <notes>, 50 %@", 1, 0, "10.000000", "1.50"));
   activity.setJob(nullptr);
   activity.setNotes(std::nullopt);
   activity.setShouldAutoStartTimer(true);
   activity.setBillable(false);
-  period.setStart(instantOf("1969-12-31T23:59:50.5Z"));
-  period.setDuration(17);
-  EXPECT_EQ(timeRecord(activity, period, nullptr),
+  entry.setStart(instantOf("1969-12-31T23:59:50.5Z"));
+  entry.setDuration(17);
+  EXPECT_EQ(timeRecord(activity, entry, nullptr),
             record("(null)", "(null)", "(null)", 0, 1, "-9.500000", "0.00"));
 }
 
@@ -165,7 +165,7 @@ TEST_F(SubmissionTest, WhatIsLeftOutIsSaidInTheSummaryAndCanBeTakenIn) {
     for (int i = 0; i < row.listed + row.filtered; ++i) addRow(activity, "2026-11-24T08:00:00Z", 60);
     rows.filteredAway.assign(rows.rows.begin() + row.listed, rows.rows.end());
     rows.rows.resize(static_cast<std::size_t>(row.listed));
-    if (row.rowIsSent) rows.rows[0].period->setDateSubmitted(Instant{1e9});
+    if (row.rowIsSent) rows.rows[0].entry->setDateSubmitted(Instant{1e9});
     if (row.selected >= 0) rows.selected = row.selected;
     summary.sends = summary.showsAll = false;
     submission.sendAllTime();
@@ -301,7 +301,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(SubmissionTest, WhatIsInDoubtIsAskedAboutBeforeAnythingElseLeaves) {
   Activity& activity = desk.addActivity(acme, design, roof);
-  TimeEntry& period = addRow(activity, "2026-11-24T08:00:00Z", 5400);
+  TimeEntry& entry = addRow(activity, "2026-11-24T08:00:00Z", 5400);
   failAt(1, kVTIPCTimeout);
   send();
   vantor.whenSubmitted = {};
@@ -313,18 +313,18 @@ TEST_F(SubmissionTest, WhatIsInDoubtIsAskedAboutBeforeAnythingElseLeaves) {
   EXPECT_EQ(desk.alerts.last().message, QString("Did the time for “Acme - Roof - Design” arrive in Vantor?"));
   EXPECT_EQ(desk.alerts.last().buttons, (QStringList{"It Arrived", "Send Again", "Cancel"}));
   EXPECT_TRUE(desk.alerts.last().informative.contains("(01:30:00, begun at 11/24/26 9:00 AM)"));
-  EXPECT_FALSE(period.wasSent());
+  EXPECT_FALSE(entry.wasSent());
 
   desk.clock.advance(600);
   desk.alerts.willAnswer({"It Arrived"});
   EXPECT_TRUE(notice().contains("asked about before the next sending"));
   send();
   EXPECT_EQ(notice(), QString()) << "it has been asked";
-  EXPECT_EQ(period.dateSubmitted(), instantOf("2026-11-24T09:00:00Z")) << "when it left";
+  EXPECT_EQ(entry.dateSubmitted(), instantOf("2026-11-24T09:00:00Z")) << "when it left";
   EXPECT_THAT(vantor.records, testing::IsEmpty());
   EXPECT_EQ(inFile(), (std::array{1, 1, 0}));
 
-  period.setDateSubmitted(std::nullopt);
+  entry.setDateSubmitted(std::nullopt);
   failAt(2, kVTIPCTimeout);
   send();
   vantor.whenSubmitted = {};
@@ -332,13 +332,13 @@ TEST_F(SubmissionTest, WhatIsInDoubtIsAskedAboutBeforeAnythingElseLeaves) {
   rows.selected = 1;
   desk.alerts.willAnswer({"Send Again"});
   send();
-  EXPECT_FALSE(period.wasSent() || period.sendingSince());
+  EXPECT_FALSE(entry.wasSent() || entry.sendingSince());
   EXPECT_EQ(vantor.records.size(), 1);
   EXPECT_EQ(notice(), "Of the entries to be sent again, 1 is not selected or not shown, and stays unsent.");
 }
 
 TEST_F(SubmissionTest, NothingLeavesThatCannotBeWrittenDownOrCheckedFirst) {
-  TimeEntry& period = addRow(desk.addActivity(acme, design), "2026-11-24T08:00:00Z", 60);
+  TimeEntry& entry = addRow(desk.addActivity(acme, design), "2026-11-24T08:00:00Z", 60);
   vantor.whenAsked = [](const QString& what) {
     if (what == "jobs") throw VantorFailure(kVTIPCTimeout, "scripted");
   };
@@ -361,7 +361,7 @@ TEST_F(SubmissionTest, NothingLeavesThatCannotBeWrittenDownOrCheckedFirst) {
   send();
   EXPECT_EQ(summary.shown.remark, "1 timer was stopped for this.");
   EXPECT_EQ(vantor.timesAsked("submitTime"), 0);
-  EXPECT_FALSE(period.sendingSince() || period.wasSent());
+  EXPECT_FALSE(entry.sendingSince() || entry.wasSent());
   EXPECT_TRUE(notice().startsWith("0 of 1 record was sent; the document could not be saved: "));
 }
 

@@ -16,31 +16,31 @@ TEST(DurationText, TruncatesEachPart) {
 
 class Entry : public testing::Test, protected TestDocument {
  protected:
-  TimeEntry& period = context.insert<Activity>().addEntry();
+  TimeEntry& entry = context.insert<Activity>().addEntry();
 };
 
 TEST_F(Entry, StartsNowWithoutRunningAndStopsByTheClock) {
-  EXPECT_EQ(period.start(), clock.now());
-  EXPECT_EQ(period.running(), false);
-  EXPECT_EQ(period.duration(), std::nullopt);
+  EXPECT_EQ(entry.start(), clock.now());
+  EXPECT_EQ(entry.running(), false);
+  EXPECT_EQ(entry.duration(), std::nullopt);
   clock.advance(10);
-  period.startTimer();
-  EXPECT_EQ(period.start(), clock.now() + -10) << "starting does not move the start";
+  entry.startTimer();
+  EXPECT_EQ(entry.start(), clock.now() + -10) << "starting does not move the start";
   clock.advance(5);
-  period.stopTimer();
-  EXPECT_EQ(period.duration(), 15);
-  EXPECT_EQ(period.running(), false);
+  entry.stopTimer();
+  EXPECT_EQ(entry.duration(), 15);
+  EXPECT_EQ(entry.running(), false);
   clock.advance(100);
-  EXPECT_EQ(period.elapsed(), 115) << "whether it runs is not asked, only whether that is known";
-  period.setRunning(std::nullopt);
-  EXPECT_EQ(period.elapsed(), 15);
+  EXPECT_EQ(entry.elapsed(), 115) << "whether it runs is not asked, only whether that is known";
+  entry.setRunning(std::nullopt);
+  EXPECT_EQ(entry.elapsed(), 15);
 }
 
 TEST_F(Entry, CountsTodayByItsStartButRunsToTodayWhateverItsDay) {
-  Activity& activity = *period.activity();
+  Activity& activity = *entry.activity();
   const Today today(clock.now(), calendar);
-  period.setStart(instantOf("2026-11-23T23:00:00Z"));
-  period.setDuration(7200);
+  entry.setStart(instantOf("2026-11-23T23:00:00Z"));
+  entry.setDuration(7200);
   activity.addEntry().setDuration(600);
   EXPECT_EQ(timesOf(activity, today).total, 7800);
   EXPECT_EQ(timesOf(activity, today).today, 600) << "yesterday's counts wholly to yesterday";
@@ -52,25 +52,25 @@ TEST_F(Entry, CountsTodayByItsStartButRunsToTodayWhateverItsDay) {
   EXPECT_EQ(timeTextsOf(activity, today).total, "04:11:00") << "stored and running both count";
   activity.stop();
   EXPECT_EQ(timeTextsOf(activity, today).today, "00:10:00");
-  period.setStart(instantOf("2026-10-25T22:30:00Z"));
+  entry.setStart(instantOf("2026-10-25T22:30:00Z"));
   const Today longDay(instantOf("2026-10-25T08:00:00Z"), Calendar(QTimeZone("Europe/Berlin")));
   EXPECT_EQ(timesOf(activity, longDay).today, 7200) << "in the last hour of a day of 25 hours";
 }
 
 TEST_F(Entry, SumsFollowEveryChangeOfWhatTheySum) {
-  Activity& activity = *period.activity();
+  Activity& activity = *entry.activity();
   Activity& other = context.insert<Activity>();
   const Today today(clock.now(), calendar);
   const auto times = [&](double total, double ofToday) {
     const ActivityTimes now = timesOf(activity, today);
     return now.total == total && now.today == ofToday;
   };
-  period.setStart(clock.now());
-  period.setDuration(100);
+  entry.setStart(clock.now());
+  entry.setDuration(100);
   EXPECT_TRUE(times(100, 100));
-  period.setDuration(200);
+  entry.setDuration(200);
   EXPECT_TRUE(times(200, 200)) << "a length";
-  period.setStart(clock.now() + -86400);
+  entry.setStart(clock.now() + -86400);
   EXPECT_TRUE(times(200, 0)) << "a day";
   EXPECT_EQ(timesOf(activity, Today(clock.now() + -86400, calendar)).today, 200) << "another day's today";
   TimeEntry& second = activity.addEntry();
@@ -78,7 +78,7 @@ TEST_F(Entry, SumsFollowEveryChangeOfWhatTheySum) {
   EXPECT_TRUE(times(250, 50)) << "a new entry";
   second.setActivity(&other);
   EXPECT_TRUE(times(200, 0)) << "one that moved away";
-  context.deleteObject(period);
+  context.deleteObject(entry);
   EXPECT_TRUE(times(0, 0)) << "one that was deleted";
   EXPECT_EQ(timesOf(other, today).total, 50);
 }

@@ -30,7 +30,7 @@ class ActivitySheetAtTheDesk : public testing::Test {
     desk.addCustomer(u"Zenith"_s);
     plans =
         &desk.addActivity(acme, &desk.addService(u"Design"_s), &desk.addJob(*acme, u"Roof"_s), u"Plans"_s);
-    entry = &desk.addPeriod(*plans, "2026-11-23T12:00:30Z", 3659);
+    entry = &desk.addEntry(*plans, "2026-11-23T12:00:30Z", 3659);
     desk.sitDown();
   }
   void add(Desk::Steps steps) { desk.press(u"Add activity"_s, std::move(steps)); }
@@ -128,7 +128,7 @@ TEST_F(ActivitySheetAtTheDesk, AddSaysWhatIsMissing) {
 TEST_F(ActivitySheetAtTheDesk, ATypedLengthIsAppliedBeforeAnotherEntryIsShown) {
   TimeEntry* other = nullptr;
   std::ignore =
-      desk.session.context()->edit({}, [&] { other = &desk.addPeriod(*plans, "2026-11-24T07:00:00Z", 600); });
+      desk.session.context()->edit({}, [&] { other = &desk.addEntry(*plans, "2026-11-24T07:00:00Z", 600); });
   edit([&] {
     desk.select(kEntries, 0);
     desk.typeInto(kDuration, u"2h"_s);
@@ -352,7 +352,7 @@ TEST_F(ActivitySheetAtTheDesk, OKAppliesThePendingTimesAndAFailedCheckKeepsTheSh
 
 TEST_F(ActivitySheetAtTheDesk, ASentEntryKeepsItsTimesAndAnUnreadableStartKeepsTheOneBefore) {
   desk.session.context()->fill([&] {
-    desk.addPeriod(*plans, "2026-11-22T08:05:00Z", 60).setDateSubmitted(instantOf("2026-11-23T00:00:00Z"));
+    desk.addEntry(*plans, "2026-11-22T08:05:00Z", 60).setDateSubmitted(instantOf("2026-11-23T00:00:00Z"));
   });
   edit([&] {
     desk.select(kEntries, 1);

@@ -64,7 +64,7 @@ TEST_F(Earlier, SaysWhatATypedTimeWillDo) {
 
 TEST_F(Earlier, ShowsOverlapsAndRefusesAStopBeforeItsStart) {
   desk.clock.set("2026-11-24T12:30:00Z");  // 13:30
-  desk.session.context()->fill([&] { desk.addPeriod(*acme, "2026-11-24T11:40:00Z", 2100); });
+  desk.session.context()->fill([&] { desk.addEntry(*acme, "2026-11-24T11:40:00Z", 2100); });
   EXPECT_EQ(read(*zed, EarlierDeed::Start, u"13:05"_s).echo.text,
             u"starts 13:05, 25 min ago; overlaps 12:40–13:15 of “Acme”"_s);
   EXPECT_EQ(read(*zed, EarlierDeed::Start, u"13:15"_s).echo.text, u"starts 13:15, 15 min ago"_s);
@@ -84,7 +84,7 @@ TEST_F(Earlier, ShowsOverlapsAndRefusesAStopBeforeItsStart) {
 
 TEST_F(Earlier, StartsAndStopsFromTheSheetInOneStepEach) {
   desk.clock.set("2026-11-24T12:30:00Z");
-  desk.session.context()->fill([&] { desk.addPeriod(*acme, "2026-11-24T11:30:00Z", 1800); });
+  desk.session.context()->fill([&] { desk.addEntry(*acme, "2026-11-24T11:30:00Z", 1800); });
   desk.defaults.setBoolean(preferences::kOneAtATime.key, true);
   desk.sitDown();
   const TimeEntry& other = run(*zed, "2026-11-24T12:10:00Z");

@@ -26,7 +26,7 @@ using testing::ElementsAre;
 class LogPaneWidget : public TimeLog {
  protected:
   LogPaneWidget() {
-    for (const char* name : {"Acme", "Bob"}) test.addPeriod(activityOf(name), "2026-11-24T08:00:00Z", 3600);
+    for (const char* name : {"Acme", "Bob"}) test.addEntry(activityOf(name), "2026-11-24T08:00:00Z", 3600);
     pane = std::make_unique<LogPaneView>(test.session, window);
     summary.reset(pane->makeSummary());
     pane->logController().reloadData();

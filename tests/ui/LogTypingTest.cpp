@@ -21,8 +21,8 @@ class LogTyping : public testing::Test {
   LogTyping() {
     plans = &desk.addActivity(&desk.addCustomer(u"Acme"_s), &desk.addService(u"Design"_s));
     zed = &desk.addActivity(&desk.addCustomer(u"Zed"_s), &desk.addService(u"Travel"_s));
-    desk.addPeriod(*plans, "2026-11-23T10:00:00Z", 3600);
-    entry = &desk.addPeriod(*plans, "2026-11-23T12:00:30Z", 3659);
+    desk.addEntry(*plans, "2026-11-23T10:00:00Z", 3600);
+    entry = &desk.addEntry(*plans, "2026-11-23T12:00:30Z", 3659);
     desk.sitDown();
     desk.select(kLog, 0);
   }

@@ -18,8 +18,8 @@ class QuickEntryAtTheDesk : public testing::Test {
     Service& design = desk().addService(u"Design"_s);
     Customer& acme = desk().addCustomer(u"Acme"_s);
     desk().addActivity(&acme, &design);
-    desk().addPeriod(desk().addActivity(&acme, &design, &desk().addJob(acme, u"Roof"_s), u"sketches"_s),
-                     "2026-11-24T07:00:00Z", 3600);
+    desk().addEntry(desk().addActivity(&acme, &design, &desk().addJob(acme, u"Roof"_s), u"sketches"_s),
+                    "2026-11-24T07:00:00Z", 3600);
     desk().addCustomer(u"Fernwood Clinic"_s);
     desk().addCustomer(u"Fernhill"_s);
     desk().sitDown();

@@ -23,11 +23,11 @@ class ReportOfAMonth : public testing::Test {
     test.openDocument(false);
     Customer& acme = test.addCustomer(u"Acme"_s);
     Activity& roof = test.addActivity(&acme, &test.addService(u"Design"_s), &test.addJob(acme, u"Roof"_s));
-    test.addPeriod(roof, "2026-11-24T07:30:00Z", 3600).setNotes(u"Sketches"_s);
-    test.addPeriod(roof, "2026-11-23T22:59:59Z", 7200).setDateSubmitted(test.clock.now());
+    test.addEntry(roof, "2026-11-24T07:30:00Z", 3600).setNotes(u"Sketches"_s);
+    test.addEntry(roof, "2026-11-23T22:59:59Z", 7200).setDateSubmitted(test.clock.now());
     bolt = &test.addActivity(&test.addCustomer(u"Bolt"_s), nullptr);
     bolt->setBillable(false);
-    test.addPeriod(*bolt, "2026-11-23T23:00:00Z", 1800);
+    test.addEntry(*bolt, "2026-11-23T23:00:00Z", 1800);
     test.session.requireEdits();
     window.emplace(WindowFrame{test.session, none}, [this](QDate first, QDate last, const auto& customer) {
       listed << first.toString(Qt::ISODate) << last.toString(Qt::ISODate) << customer.value_or(u"all"_s);

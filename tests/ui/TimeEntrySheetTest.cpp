@@ -16,8 +16,8 @@ class TimeEntrySheetAtTheDesk : public testing::Test {
   TimeEntrySheetAtTheDesk() {
     Customer& acme = desk.addCustomer(u"Acme"_s);
     plans = &desk.addActivity(&acme, &desk.addService(u"Design"_s), &desk.addJob(acme, u"Roof"_s));
-    desk.addPeriod(*plans, "2026-11-22T12:00:00Z", 60);
-    entry = &desk.addPeriod(*plans, "2026-11-23T12:00:30Z", 3659);
+    desk.addEntry(*plans, "2026-11-22T12:00:00Z", 60);
+    entry = &desk.addEntry(*plans, "2026-11-23T12:00:30Z", 3659);
     desk.sitDown();
     desk.select(kLog, 0);
   }
@@ -97,7 +97,7 @@ TEST_F(TimeEntrySheetAtTheDesk, TheLengthThatANoticeAsksForIsTypedIntoTheEntryOf
   Activity* cutOff = nullptr;
   std::ignore = desk.session.context()->edit(QString(), [&] {
     cutOff = &desk.addActivity(&desk.addCustomer(u"Zenith"_s), plans->service());
-    TimeEntry& halted = desk.addPeriod(*cutOff, "2026-11-21T08:00:00Z", 0);
+    TimeEntry& halted = desk.addEntry(*cutOff, "2026-11-21T08:00:00Z", 0);
     halted.setDuration(std::nullopt);
     halted.setHaltedAt(instantOf("2026-11-21T09:00:00Z"));
   });

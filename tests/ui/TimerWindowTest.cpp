@@ -18,7 +18,7 @@ class TimerWindowAtTheDesk : public testing::Test {
     Service& design = desk.addService(u"Design"_s);
     for (const char* name : {"Acme", "Zenith"}) {
       Activity& activity = desk.addActivity(&desk.addCustomer(QString::fromUtf8(name)), &design);
-      desk.addPeriod(activity, "2026-11-23T12:00:00Z", 3600);
+      desk.addEntry(activity, "2026-11-23T12:00:00Z", 3600);
     }
     desk.sitDown();
     desk.select(u"Activities"_s, 0);
@@ -50,7 +50,7 @@ TEST_F(TimerWindowAtTheDesk, AStartedTimerIsSeenEverywhereAndOnTheDiskAtOnce) {
 
 TEST(ALinkedDesk, SaysWhatIsNotSent) {
   Desk desk(false);
-  desk.addPeriod(desk.addActivity(nullptr, nullptr), "2026-11-23T12:00:00Z", 3660);
+  desk.addEntry(desk.addActivity(nullptr, nullptr), "2026-11-23T12:00:00Z", 3660);
   desk.sitDown();
   EXPECT_EQ(desk.description(u"Not sent"_s), "01:01:00, 1 entry");
 }

@@ -24,7 +24,7 @@ class UndoWalk : public testing::TestWithParam<unsigned> {
     for (const QString& name : {u"Acme"_s, u"Zed"_s, u"Hollins"_s, u"Marsh"_s}) {
       Activity& activity = desk.addActivity(&desk.addCustomer(name), &design);
       for (const char* start : {"2026-11-20T09:00:00Z", "2026-11-21T09:00:00Z", "2026-11-23T09:00:00Z"}) {
-        desk.addPeriod(activity, start, 1800);
+        desk.addEntry(activity, start, 1800);
       }
       activity.entries()[0]->setDateSubmitted(instantOf("2026-11-21T18:00:00Z"));
     }

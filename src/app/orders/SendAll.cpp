@@ -56,7 +56,7 @@ struct Waiting {
       if (!entry->activity()) continue;
       if (entry->sendingSince()) {
         ++inDoubt;
-      } else if (SubmissionRow{.period = entry, .activity = {}, .customer = {}, .job = {}, .service = {}}
+      } else if (SubmissionRow{.entry = entry, .activity = {}, .customer = {}, .job = {}, .service = {}}
                      .isUnsent()) {
         unsent.push_back(entry);
       }

@@ -141,8 +141,8 @@ std::optional<int> TimerState::rowOfCurrentActivity() const { return rows_.rowOf
 QString TimerState::lastEntryLength(const Activity* activity) {
   const TimeEntry* latest = nullptr;
   if (activity) {
-    for (const TimeEntry* period : activity->entries()) {
-      if (!latest || latest->compare(*period) < 0) latest = period;
+    for (const TimeEntry* entry : activity->entries()) {
+      if (!latest || latest->compare(*entry) < 0) latest = entry;
     }
   }
   return latest ? durationText(std::trunc(latest->storedDuration())) : kNoTime;

@@ -35,7 +35,7 @@ class Sending {
   /// or in one of its own when no record follows at once.
   void stamp();
   void stampInAnEdit();
-  [[nodiscard]] bool transmit(const TimeEntry& period, const Activity& activity, Entries entries);
+  [[nodiscard]] bool transmit(const TimeEntry& entry, const Activity& activity, Entries entries);
   [[nodiscard]] bool lostItsJob(const Activity& activity) const;
   void alert(const QString& message, const QString& informative);
   void tell(bool sentAll);

@@ -10,14 +10,14 @@ class Activity;
 
 /// One row of the time log as sending needs it. The names are those of the time when the row was made.
 struct SubmissionRow {
-  Ref<TimeEntry> period;
+  Ref<TimeEntry> entry;
   Ref<Activity> activity;
   QString customer;
   QString job;
   QString service;
 
   /// By the rule of the time log exactly one second after the reference instant is sent here.
-  [[nodiscard]] bool isUnsent() const { return period && period->sentSeconds() < 1.0; }
+  [[nodiscard]] bool isUnsent() const { return entry && entry->sentSeconds() < 1.0; }
 };
 
 /// The time log, as sending asks it.

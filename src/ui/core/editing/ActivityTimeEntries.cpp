@@ -17,7 +17,7 @@ constexpr QStringView kNotesColumn = u"notes";
 bool ActivityEditor::applyToSelectedEntry() {
   TimeEntry* entry = selectedEntry();
   const EntryTexts texts = textsOf(controls_.entry, session_, entry != nullptr);
-  if (!passes(selectedPeriodChecks(), texts, session_.ports().alerts)) return false;
+  if (!passes(selectedEntryChecks(), texts, session_.ports().alerts)) return false;
   std::ignore = context().edit(tr("Edit of an Entry"), [&] { applyTimes(*entry, texts); });
   if (const auto row = indexOfEntry(*entry)) selection_.selectRow(*row);
   return true;
@@ -84,7 +84,7 @@ bool ActivityEditor::settleTimes() {
     return true;
   }
   const EntryTexts texts = textsOf(controls_.entry, session_);
-  if (!passes(selectedPeriodChecks(), texts, session_.ports().alerts)) {
+  if (!passes(selectedEntryChecks(), texts, session_.ports().alerts)) {
     const QScopedValueRollback goingBack(goesBack_, true);
     if (const auto row = indexOfEntry(*left)) selection_.selectRow(*row);
     return false;

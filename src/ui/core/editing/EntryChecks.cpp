@@ -68,7 +68,7 @@ constexpr std::array kActivitySaveChecks{
     EntryCheck{dayIsInFuture, kFutureEntry},
 };
 
-constexpr std::array kSelectedPeriodChecks{
+constexpr std::array kSelectedEntryChecks{
     EntryCheck{durationIsNegative, kNegativeDuration},
     EntryCheck{nothingIsSelected, kSilently},
     EntryCheck{dateIsInvalid, kInvalidDate},
@@ -89,7 +89,7 @@ constexpr std::array kTimeEntryChecks{
 }  // namespace
 
 std::span<const EntryCheck> activitySaveChecks() { return kActivitySaveChecks; }
-std::span<const EntryCheck> selectedPeriodChecks() { return kSelectedPeriodChecks; }
+std::span<const EntryCheck> selectedEntryChecks() { return kSelectedEntryChecks; }
 std::span<const EntryCheck> timeEntryChecks() { return kTimeEntryChecks; }
 
 const EntryCheck* firstFailing(std::span<const EntryCheck> checks, const EntryTexts& texts) {

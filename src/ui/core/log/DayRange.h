@@ -10,9 +10,9 @@ class DayRange {
  public:
   DayRange(std::optional<Instant> from, std::optional<Instant> to) : from_(from), to_(to) {}
 
-  [[nodiscard]] bool contains(const TimeEntry& period) const {
-    const auto start = period.start();
-    if (!start || isNear(*start, from_) || isNear(*start, to_)) return period.isBetweenDates(from_, to_);
+  [[nodiscard]] bool contains(const TimeEntry& entry) const {
+    const auto start = entry.start();
+    if (!start || isNear(*start, from_) || isNear(*start, to_)) return entry.isBetweenDates(from_, to_);
     return (!from_ || *start > *from_) && (!to_ || *start < *to_);
   }
 

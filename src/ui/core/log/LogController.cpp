@@ -198,24 +198,24 @@ void LogController::updateRunningEntries() {
   }
 }
 
-void LogController::updateRunningRow(const TimeEntry& period) {
-  const int index = indexOf(period);
-  if (index < 0 || period.running() != true) return;
+void LogController::updateRunningRow(const TimeEntry& entry) {
+  const int index = indexOf(entry);
+  if (index < 0 || entry.running() != true) return;
   const Notifier::Change change(contentsChanges);
   LogRow row = *rows_.row(index);
-  const double before = std::exchange(row.duration, period.elapsed());
+  const double before = std::exchange(row.duration, entry.elapsed());
   secondsOfAll_ += row.duration - before;
   rows_.replaceRow(index, std::move(row));
 }
 
-int LogController::indexOf(const TimeEntry& period) {
-  const auto known = runningRows_.constFind(period.objectID());
+int LogController::indexOf(const TimeEntry& entry) {
+  const auto known = runningRows_.constFind(entry.objectID());
   if (known != runningRows_.constEnd()) {
     const LogRow* row = rows_.row(*known);
-    if (*known < 0 || (row && row->entry == &period)) return *known;
+    if (*known < 0 || (row && row->entry == &entry)) return *known;
   }
-  const auto found = rows_.indexOf([&period](const LogRow& row) { return row.entry == &period; });
-  return *runningRows_.insert(period.objectID(), found.value_or(-1));
+  const auto found = rows_.indexOf([&entry](const LogRow& row) { return row.entry == &entry; });
+  return *runningRows_.insert(entry.objectID(), found.value_or(-1));
 }
 
 LogSummary LogController::summary() const {

@@ -12,7 +12,7 @@ namespace {
 
 /// Whether marking as unsent changes the entry. Kept: promised to those who sent before the log said when:
 /// exactly one second is not enough, though the log shows it as sent.
-bool canBeMarkedUnsent(const TimeEntry& period) { return period.sentSeconds() > 1.0; }
+bool canBeMarkedUnsent(const TimeEntry& entry) { return entry.sentSeconds() > 1.0; }
 
 bool userMarksAsUnsent(Alerts& alerts) {
   return alerts.runAlert(
@@ -33,16 +33,16 @@ TimeEntry* LogController::selectedEntry() const {
 int LogController::numberOfSelectedRows() const { return static_cast<int>(selection_.rows().size()); }
 
 std::vector<Ref<TimeEntry>> LogController::selectedEntries() const {
-  std::vector<Ref<TimeEntry>> periods;
+  std::vector<Ref<TimeEntry>> entries;
   for (const int index : selection_.rows()) {
-    if (const LogRow* row = rows_.row(index)) periods.push_back(row->entry);
+    if (const LogRow* row = rows_.row(index)) entries.push_back(row->entry);
   }
-  return periods;
+  return entries;
 }
 
-void LogController::selectEntry(const TimeEntry* period) {
+void LogController::selectEntry(const TimeEntry* entry) {
   int found = selection_.row();
-  found = rows_.indexOf([period](const LogRow& row) { return row.entry == period; }).value_or(found);
+  found = rows_.indexOf([entry](const LogRow& row) { return row.entry == entry; }).value_or(found);
   if (found >= 0) selection_.selectRow(found);
 }
 

@@ -24,7 +24,7 @@ constexpr QByteArrayView kHeader =
     "Start Date Time\tCustomer\tJob\tService\tDuration\tDate Submitted\tActivity Notes\tMemo\tEmployee\n";
 
 /// Kept: promised to those who import the text: exactly one second is not sent here, though the log says so.
-bool isExportedAsSent(const TimeEntry& period) { return period.sentSeconds() > 1.0; }
+bool isExportedAsSent(const TimeEntry& entry) { return entry.sentSeconds() > 1.0; }
 
 QString timeText(std::optional<Instant> instant) { return instant ? universalDateTime(*instant) : QString(); }
 
@@ -37,16 +37,16 @@ class RecordWriter {
   }
 
   /// Fails once the file takes no more.
-  Result<void> add(const TimeEntry& period, const Activity& activity) {
+  Result<void> add(const TimeEntry& entry, const Activity& activity) {
     if (!std::exchange(isFirst_, false)) bytes_ += '\n';
-    field(timeText(period.start()).toLatin1());
+    field(timeText(entry.start()).toLatin1());
     next(queries::nameOf(activity.customer()).toUtf8());
     next(queries::nameOf(activity.job()).toUtf8());
     next(queries::nameOf(activity.service()).toUtf8());
-    next(durationText(period.storedDuration()).toLatin1());
-    next(isExportedAsSent(period) ? timeText(period.dateSubmitted()).toLatin1() : QByteArray());
+    next(durationText(entry.storedDuration()).toLatin1());
+    next(isExportedAsSent(entry) ? timeText(entry.dateSubmitted()).toLatin1() : QByteArray());
     next(activity.notes().value_or(QString()).toUtf8());
-    next(period.notes().value_or(QString()).toUtf8());
+    next(entry.notes().value_or(QString()).toUtf8());
     next(employee_);
     return bytes_.size() < kChunk ? Result<void>() : flush();
   }
@@ -78,10 +78,10 @@ Result<bool> writeRows(Draft& file, const std::vector<LogRow>& rows, const QStri
                        ExportProgress& progress) {
   RecordWriter writer(file, employee);
   for (std::size_t index = 0; index < rows.size(); ++index) {
-    const TimeEntry* period = rows[index].entry.get();
+    const TimeEntry* entry = rows[index].entry.get();
     const Activity* activity = rows[index].activity();
-    if (!period || !activity) continue;
-    if (auto added = writer.add(*period, *activity); !added) return added.error();
+    if (!entry || !activity) continue;
+    if (auto added = writer.add(*entry, *activity); !added) return added.error();
     const std::size_t done = index + 1;
     if (done % kRowsBetweenQuestions == 0 && !progress.goOn(done, rows.size())) return false;
   }

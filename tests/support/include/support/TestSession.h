@@ -62,11 +62,11 @@ class TestSession {
     return activity;
   }
   /// A stopped entry of so many seconds.
-  TimeEntry& addPeriod(Activity& activity, const char* start, double seconds) {
-    auto& period = activity.addEntry();
-    period.setStart(instantOf(start));
-    period.setDuration(seconds);
-    return period;
+  TimeEntry& addEntry(Activity& activity, const char* start, double seconds) {
+    auto& entry = activity.addEntry();
+    entry.setStart(instantOf(start));
+    entry.setDuration(seconds);
+    return entry;
   }
 
   TestPlaces places;

@@ -20,8 +20,8 @@ class CellCorrections : public testing::Test {
   CellCorrections() {
     test.openDocument();
     activity = &test.addActivity(&test.addCustomer(u"Acme"_s), nullptr);
-    entry = &test.addPeriod(*activity, "2026-11-23T07:45:20Z", 6320);
-    test.addPeriod(test.addActivity(&test.addCustomer(u"Zed"_s), nullptr), "2026-11-23T09:00:00Z", 7200);
+    entry = &test.addEntry(*activity, "2026-11-23T07:45:20Z", 6320);
+    test.addEntry(test.addActivity(&test.addCustomer(u"Zed"_s), nullptr), "2026-11-23T09:00:00Z", 7200);
   }
   /// What is said and shown, without the keys: "!" when it is refused, a line each, the cell that follows.
   [[nodiscard]] QString said(LogCell cell, const QString& text) const {

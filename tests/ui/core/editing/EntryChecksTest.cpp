@@ -17,7 +17,7 @@ struct Checked {
   const char* date;
   const char* duration;
   const char* saveActivity;  ///< what each of the three orders says; "" passes
-  const char* selectedPeriod;
+  const char* selectedEntry;
   const char* timeEntry;
 };
 
@@ -69,7 +69,7 @@ TEST(EntryChecks, SayTheFirstThingThatIsWrong) {
                            .now = ManualClock().now(),
                            .calendar = Calendar(QTimeZone("Europe/Berlin"))};
     EXPECT_EQ(said(activitySaveChecks(), texts), QString(row.saveActivity));
-    EXPECT_EQ(said(selectedPeriodChecks(), texts), QString(row.selectedPeriod));
+    EXPECT_EQ(said(selectedEntryChecks(), texts), QString(row.selectedEntry));
     EXPECT_EQ(said(timeEntryChecks(), texts), QString(row.timeEntry));
   }
 }

@@ -125,11 +125,11 @@ TEST_F(ListEntries, OfEqualNamesTheFirstIsMeantAndOneIsListed) {
   test.addCustomer("Hidden").setShown(false);
   test.alerts.willAnswer({"OK"});
   ActivityEditorOfTest activity(test);
-  TimeEntryEditorOfTest period(test);
-  period.editor.reloadNames();
+  TimeEntryEditorOfTest entry(test);
+  entry.editor.reloadNames();
   const QStringList expected{"Acme", "zebra"};
   EXPECT_EQ(activity.editor.namesFor(activity.fields.customerPopup), expected);
-  EXPECT_EQ(period.editor.namesFor(period.fields.customerPopup), expected);
+  EXPECT_EQ(entry.editor.namesFor(entry.fields.customerPopup), expected);
   activity.fields.customerPopup.value = "Acme";
   activity.fields.jobPopup.value = "Roof";
   EXPECT_TRUE(activity.editor.mayLeave(activity.fields.jobPopup));
@@ -150,13 +150,13 @@ TEST_F(ListEntries, PickingACustomerListsItsJobsEachEditorInItsOwnWay) {
   EXPECT_EQ(activity.editor.namesFor(activity.fields.jobPopup), (QStringList{"Cellar", "roof"}));
   EXPECT_EQ(activity.fields.jobPopup.value, "");
 
-  TimeEntryEditorOfTest period(test);
-  period.editor.setCustomer(&acme);
-  period.fields.customerPopup.value = "Acme";
-  period.fields.jobPopup.value = "Cellar";
-  period.editor.customerPicked();
-  EXPECT_EQ(period.editor.namesFor(period.fields.jobPopup), (QStringList{"Cellar", "roof", "roof"}));
-  EXPECT_EQ(period.fields.jobPopup.value, "Cellar") << "the same customer keeps its job";
+  TimeEntryEditorOfTest entry(test);
+  entry.editor.setCustomer(&acme);
+  entry.fields.customerPopup.value = "Acme";
+  entry.fields.jobPopup.value = "Cellar";
+  entry.editor.customerPicked();
+  EXPECT_EQ(entry.editor.namesFor(entry.fields.jobPopup), (QStringList{"Cellar", "roof", "roof"}));
+  EXPECT_EQ(entry.fields.jobPopup.value, "Cellar") << "the same customer keeps its job";
 }
 
 }  // namespace

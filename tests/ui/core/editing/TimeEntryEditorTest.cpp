@@ -12,7 +12,7 @@ class TimeEntryEditor : public testing::Test {
     acme = &test.addCustomer("Acme");
     roof = &test.addJob(*acme, "Roof");
     activity = &test.addActivity(acme, &test.addService("Design"), roof, "Plans");
-    entry = &test.addPeriod(*activity, "2026-11-23T08:05:30Z", 5445);
+    entry = &test.addEntry(*activity, "2026-11-23T08:05:30Z", 5445);
     std::ignore = context.save();
   }
   /// OK, and what follows when it ends the sheet.
@@ -103,7 +103,7 @@ TEST_F(TimeEntryEditor, TheLengthOfARunningEntryIsTheClocks) {
 TEST_F(TimeEntryEditor, TheFirstLengthOfAnAddedEntryDoesNotReachIntoTheFuture) {
   const auto startOfNext = [&] { return startOfAddedEntry(*activity, test.clock.now(), test.calendar); };
   EXPECT_EQ(startOfNext(), test.clock.now()) << "the entry of yesterday does not count";
-  test.addPeriod(*activity, "2026-11-24T07:00:00Z", 5400);
+  test.addEntry(*activity, "2026-11-24T07:00:00Z", 5400);
   EXPECT_EQ(startOfNext(), instantOf("2026-11-24T08:30:00Z"));
   TimeEntry& added = activity->addEntry();
   for (const auto& [length, start] :
@@ -140,8 +140,8 @@ TEST_F(TimeEntryEditor, OnlyTouchedNamesAreWrittenAndConcernAllEntries) {
   editor.show(*entry);
   Customer& zenith = test.addCustomer("Zenith");
   Activity& other = test.addActivity(&zenith, nullptr);
-  TimeEntry& later = test.addPeriod(other, "2026-11-23T12:00:00Z", 60);
-  test.addPeriod(other, "2026-11-23T13:00:00Z", 60);
+  TimeEntry& later = test.addEntry(other, "2026-11-23T12:00:00Z", 60);
+  test.addEntry(other, "2026-11-23T13:00:00Z", 60);
   editor.show(later);
   EXPECT_EQ(fields.customerPopup.value, "Zenith");
   EXPECT_EQ(fields.jobPopup.value, "Roof") << "what is missing keeps the text of the entry before";
@@ -183,7 +183,7 @@ TEST_F(TimeEntryEditor, OKAsksAboutANameAsLeavingItDoes) {
 
 TEST_F(TimeEntryEditor, AnEntryOfTheRepeatedHourStaysWhereItIsUntilItsTimeIsTyped) {
   for (const char* start : {"2026-10-25T00:30:15Z", "2026-10-25T01:30:15Z"}) {
-    TimeEntry& night = test.addPeriod(*activity, start, 60);
+    TimeEntry& night = test.addEntry(*activity, start, 60);
     editor.show(night);
     EXPECT_EQ(fields.startTimeField.value, "2:30") << "both are shown alike";
     ASSERT_TRUE(accept());

@@ -41,8 +41,8 @@ struct Papers : TestSession {
     addActivity(&fernwood, &design, nullptr, "first");
     addActivity(&fernwood, &design, nullptr, "second");
     addActivity(&acme, &design, nullptr, "done").setCompleted(true);
-    addPeriod(plain, "2026-11-24T07:00:00Z", 3600);
-    addPeriod(plain, "2026-11-24T07:30:00Z", 1800);
+    addEntry(plain, "2026-11-24T07:00:00Z", 3600);
+    addEntry(plain, "2026-11-24T07:30:00Z", 1800);
     TimeEntry& running = addActivity(&hidden, &design).startEntry();
     running.setStart(instantOf("2026-11-24T08:45:00Z"));
   }

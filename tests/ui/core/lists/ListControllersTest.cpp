@@ -187,7 +187,7 @@ TEST_F(CustomerList, MarksOnlyWhatIsListed) {
 TEST_F(CustomerList, DeletesACustomerWhoseActivitiesAreComplete) {
   auto& activity = addActivity(acme, nullptr, acme->jobs()[1]);
   activity.setCompleted(true);
-  addPeriod(activity, "2026-11-20 09:00", 60);
+  addEntry(activity, "2026-11-20 09:00", 60);
   select("Acme");
   alerts.willAnswer({"Cancel", "Delete"});
   list.deleteRow();
@@ -276,7 +276,7 @@ TEST_F(LinkedCustomerList, OnlyChoosesWhatIsOfferedButStillDeletes) {
   Activity& done = addActivity(zed, nullptr, zed->jobs()[0]);
   done.setCompleted(true);
   for (const char* sent : {"2026-11-20 09:00", "", ""}) {
-    TimeEntry& entry = addPeriod(done, "2026-11-19 09:00", 60);
+    TimeEntry& entry = addEntry(done, "2026-11-19 09:00", 60);
     if (*sent) entry.setDateSubmitted(instantOf(sent));
   }
   select("  Backup");
@@ -336,7 +336,7 @@ TEST_F(ServicesList, KeepsAnAbsentCheckBoxAbsentUntilItIsTicked) {
 
 TEST_F(ServicesList, DeletesAnItemThatIsInUse) {
   auto& activity = addActivity(nullptr, design);
-  addPeriod(activity, "2026-11-20 09:00", 60);
+  addEntry(activity, "2026-11-20 09:00", 60);
   addActivity(nullptr, design).setCompleted(true);
   select("Design");
   alerts.willAnswer({"Cancel", "Delete"});

@@ -8,7 +8,7 @@ namespace {
 
 TEST_F(TimeLog, ListsCustomersByCaseAndPattern) {
   const QStringList all{"Acme", "acme", "A*", "Who?", "Whom", "All", "Bob \"B\" Ltd"};
-  for (const QString& name : all) test.addPeriod(activityOf(name), "2026-11-24T08:00:00Z", 60);
+  for (const QString& name : all) test.addEntry(activityOf(name), "2026-11-24T08:00:00Z", 60);
   log.reloadNames();
   for (const auto& [customer, listed] :
        {std::pair("acme", QStringList("acme")), std::pair("A*", QStringList{"Acme", "A*", "All"}),
@@ -29,7 +29,7 @@ TEST_F(TimeLog, ListsWholeDays) {
        {"2026-10-23T22:30:00Z", "2026-10-24T21:59:59Z", "2026-10-24T22:00:00Z", "2026-10-25T00:30:00Z",
         "2026-10-25T01:30:00Z", "2026-10-25T22:59:59Z", "2026-10-25T23:00:00Z", "2026-03-28T22:59:00Z",
         "2026-03-29T01:30:00Z", "2026-03-29T22:00:00Z", "2026-06-01T10:00:00Z"})
-    test.addPeriod(activity, start, 7200);
+    test.addEntry(activity, start, 7200);
   log.rows().setHidden("start", true);  // then the date says the time as well
   const struct {
     const char* from;
@@ -53,7 +53,7 @@ TEST_F(TimeLog, ListsWholeDays) {
 }
 
 TEST_F(TimeLog, AnUnreadableDateDoesNotLimit) {
-  test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
+  test.addEntry(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   log.startDateField = "soonish";
   log.reloadData();
   EXPECT_EQ(log.rows().rowCount(), 1);
@@ -62,7 +62,7 @@ TEST_F(TimeLog, AnUnreadableDateDoesNotLimit) {
 TEST_F(TimeLog, ExactlyOneSecondIsHiddenAsSentAndCannotBeMarkedUnsent) {
   Activity& activity = activityOf("Acme");
   for (const double seconds : {0.0, 0.999, 1.0, 1.001}) {
-    test.addPeriod(activity, "2026-11-24T08:00:00Z", 60).setDateSubmitted(Instant{seconds});
+    test.addEntry(activity, "2026-11-24T08:00:00Z", 60).setDateSubmitted(Instant{seconds});
   }
   log.reloadData();
   EXPECT_EQ(column("submitted"), (QStringList{"-", "-", "01/01/01", "01/01/01"}));
@@ -98,7 +98,7 @@ TEST_F(TimeLog, PopUpsListEachNameOnceWhateverItsCase) {
 TEST_F(TimeLog, ANameFilterStaysUnlessItWouldHideWhatHasCome) {
   Activity& roof = activityOf("Acme", "Roof");
   Activity& other = activityOf("Bob");
-  for (Activity* activity : {&roof, &other}) test.addPeriod(*activity, "2026-11-24T08:00:00Z", 60);
+  for (Activity* activity : {&roof, &other}) test.addEntry(*activity, "2026-11-24T08:00:00Z", 60);
   log.reloadNames();
   pickCustomer("Acme");
   log.jobPopup.selectItemWithTitle("Roof");
@@ -133,7 +133,7 @@ TEST_F(TimeLog, ANameFilterStaysUnlessItWouldHideWhatHasCome) {
 TEST_F(TimeLog, ARangeFillsTheDatesAndMovesWithTheDay) {
   for (const char* start : {"2026-10-31T08:00:00Z", "2026-11-15T08:00:00Z", "2026-11-22T08:00:00Z",
                             "2026-11-23T08:00:00Z", "2026-11-24T08:00:00Z", "2026-11-28T08:00:00Z"}) {
-    test.addPeriod(activityOf("Acme"), start, 60);
+    test.addEntry(activityOf("Acme"), start, 60);
   }
   EXPECT_EQ(log.range(), LogRange::AnyTime);
   const struct {
@@ -177,10 +177,10 @@ TEST_F(TimeLog, ARangeFillsTheDatesAndMovesWithTheDay) {
 
 TEST_F(TimeLog, ASearchIsAFilterThatFollowsEachLetter) {
   Activity& roof = activityOf("Acme", "Roof");
-  TimeEntry& noted = test.addPeriod(roof, "2026-11-24T08:00:00Z", 60);
+  TimeEntry& noted = test.addEntry(roof, "2026-11-24T08:00:00Z", 60);
   noted.setNotes(QString::fromUtf8("Größe XL"));
-  test.addPeriod(roof, "2026-11-23T08:00:00Z", 60);
-  TimeEntry& other = test.addPeriod(activityOf("Bob"), "2026-11-22T08:00:00Z", 3600);
+  test.addEntry(roof, "2026-11-23T08:00:00Z", 60);
+  TimeEntry& other = test.addEntry(activityOf("Bob"), "2026-11-22T08:00:00Z", 3600);
   other.setNotes("a\nroof, too");
   log.rows().sortBy({"date", false});
   log.reloadData();
@@ -203,8 +203,8 @@ TEST_F(TimeLog, ASearchIsAFilterThatFollowsEachLetter) {
   EXPECT_EQ(log.rows().searchText().foundIn("Bobby Bob"), (std::vector<FoundLetters>{{0, 3}, {6, 3}}));
   const auto edit = [this](const auto& work) { std::ignore = test.session.context()->edit("Edit", work); };
   edit([&] { other.setNotes("bobbing"); });
-  edit([&] { test.addPeriod(*other.activity(), "2026-11-25T08:00:00Z", 60); });
-  edit([&] { test.addPeriod(roof, "2026-11-21T08:00:00Z", 60); });
+  edit([&] { test.addEntry(*other.activity(), "2026-11-25T08:00:00Z", 60); });
+  edit([&] { test.addEntry(roof, "2026-11-21T08:00:00Z", 60); });
   EXPECT_EQ(column("date").join(','), "Wed 25 Nov 2026,Sun 22 Nov 2026") << "what comes is looked through";
   EXPECT_EQ(log.selectedEntry(), &other);
   log.rows().sortBy({"date", true});
@@ -221,7 +221,7 @@ TEST_F(TimeLog, ASearchIsAFilterThatFollowsEachLetter) {
 }
 
 TEST_F(TimeLog, ClearingTheFiltersShowsEverything) {
-  test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60).setDateSubmitted(test.clock.now());
+  test.addEntry(activityOf("Acme"), "2026-11-24T08:00:00Z", 60).setDateSubmitted(test.clock.now());
   log.setHidesSubmitted(true);
   EXPECT_EQ(log.emptiness(), LogEmptiness::FilteredAway);
   log.startDateField = "tomorrow";
@@ -243,7 +243,7 @@ TEST_F(TimeLog, WithoutEntriesOrADocumentThereIsNothing) {
 
 TEST_F(TimeLog, AnEditTakesAnEntryThroughTheFiltersByDayAndBySent) {
   ObjectContext& context = *test.session.context();
-  TimeEntry& entry = test.addPeriod(activityOf("Acme"), "2026-11-23T08:00:00Z", 60);
+  TimeEntry& entry = test.addEntry(activityOf("Acme"), "2026-11-23T08:00:00Z", 60);
   log.startDateField = "11/24/26";
   log.reloadData();
   const auto rowsAfter = [&](const std::function<void()>& work) {
@@ -257,7 +257,7 @@ TEST_F(TimeLog, AnEditTakesAnEntryThroughTheFiltersByDayAndBySent) {
   EXPECT_EQ(rowsAfter([&] { entry.setDateSubmitted(test.clock.now()); }), 0);
   EXPECT_EQ(rowsAfter([&] { entry.setDateSubmitted(kReferenceInstant); }), 1);
 
-  Customer& other = *test.addPeriod(activityOf("Bob"), "2026-11-23T08:00:00Z", 60).activity()->customer();
+  Customer& other = *test.addEntry(activityOf("Bob"), "2026-11-23T08:00:00Z", 60).activity()->customer();
   log.reloadNames();
   pickCustomer("Acme");
   EXPECT_EQ(rowsAfter([&] { other.setName(QStringLiteral("Acme")); }), 2) << "called as the filter says";

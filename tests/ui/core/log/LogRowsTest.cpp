@@ -5,11 +5,11 @@ namespace {
 
 TEST_F(TimeLog, SortsDatesByTimeAndEverythingElseByCodeUnit) {
   Activity& activity = activityOf("Acme");
-  test.addPeriod(activity, "2026-11-09T08:00:00Z", 100 * 3600)
+  test.addEntry(activity, "2026-11-09T08:00:00Z", 100 * 3600)
       .setDateSubmitted(instantOf("2025-12-31T08:00:00Z"));
-  test.addPeriod(activity, "2026-02-10T08:00:00Z", 99 * 3600)
+  test.addEntry(activity, "2026-02-10T08:00:00Z", 99 * 3600)
       .setDateSubmitted(instantOf("2026-02-11T08:00:00Z"));
-  test.addPeriod(activity, "2026-10-01T08:00:00Z", 60);
+  test.addEntry(activity, "2026-10-01T08:00:00Z", 60);
   auto& rows = log.rows();
   log.reloadData();
   rows.sortBy({"date", false});
@@ -21,16 +21,16 @@ TEST_F(TimeLog, SortsDatesByTimeAndEverythingElseByCodeUnit) {
 }
 
 TEST_F(TimeLog, SaysInItsColumnsWhatThereIsToKnowOfAnEntry) {
-  TimeEntry& away = test.addPeriod(activityOf("Away"), "2026-11-24T08:00:00Z", 3600);
+  TimeEntry& away = test.addEntry(activityOf("Away"), "2026-11-24T08:00:00Z", 3600);
   away.setAwayFrom(instantOf("2026-11-24T08:10:00Z"));
   away.setAwayTo(instantOf("2026-11-24T08:47:00Z"));
   away.setNotes("sketches");
-  test.addPeriod(activityOf("Lost"), "2026-11-23T22:30:00Z", 5400).setSendingSince(test.clock.now());
+  test.addEntry(activityOf("Lost"), "2026-11-23T22:30:00Z", 5400).setSendingSince(test.clock.now());
   Activity& plain = activityOf("Plain");
-  test.addPeriod(plain, "2026-11-23T21:00:00Z", 60);
-  test.addPeriod(activityOf("Endless"), "2026-11-22T21:00:00Z", 90000);
+  test.addEntry(plain, "2026-11-23T21:00:00Z", 60);
+  test.addEntry(activityOf("Endless"), "2026-11-22T21:00:00Z", 90000);
   Activity& running = activityOf("Running");
-  test.addPeriod(running, "2026-11-20T08:00:00Z", 60);
+  test.addEntry(running, "2026-11-20T08:00:00Z", 60);
   running.startEntry();
   auto& rows = log.rows();
   rows.sortBy({"date", false});
@@ -85,10 +85,10 @@ TEST_F(TimeLog, SaysInItsColumnsWhatThereIsToKnowOfAnEntry) {
 }
 
 TEST_F(TimeLog, TheTickMovesRunningRowsOnlyAndLeavesAStoppedOneAsItWas) {
-  test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
+  test.addEntry(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   Activity& activity = activityOf("Bob");
   activity.startEntry();
-  test.addPeriod(activityOf("Zed"), "2026-11-24T08:00:00Z", 60);
+  test.addEntry(activityOf("Zed"), "2026-11-24T08:00:00Z", 60);
   log.reloadData();
   EXPECT_EQ(column("duration"), (QStringList{"00:01:00", "00:00:00", "00:01:00"}));
   QList<int> touched;
@@ -117,9 +117,9 @@ TEST_F(TimeLog, TheTickMovesRunningRowsOnlyAndLeavesAStoppedOneAsItWas) {
 
 TEST_F(TimeLog, TheSelectionIsTheWindowsCurrentEntry) {
   Activity& activity = activityOf("Acme");
-  TimeEntry& sent = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  TimeEntry& sent = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
   sent.setDateSubmitted(test.clock.now());
-  TimeEntry& unsent = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  TimeEntry& unsent = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
   log.reloadData();
   EXPECT_TRUE(log.selectedEntries().empty());
   EXPECT_FALSE(window.canSend());
@@ -140,10 +140,10 @@ TEST_F(TimeLog, TheSelectionIsTheWindowsCurrentEntry) {
 
 TEST_F(TimeLog, SelectingAnEntryThatIsNotListedSelectsTheOldRowAgain) {
   Activity& activity = activityOf("Acme");
-  test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
-  TimeEntry& second = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
+  TimeEntry& second = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
   log.reloadData();
-  TimeEntry& unlisted = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  TimeEntry& unlisted = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
   log.selectEntry(&unlisted);
   EXPECT_TRUE(log.selection().rows().empty());
   log.selectEntry(&second);
@@ -157,7 +157,7 @@ TEST_F(TimeLog, SelectingAnEntryThatIsNotListedSelectsTheOldRowAgain) {
 
 TEST_F(TimeLog, NamesFollowTheListsInEveryTableAndFilter) {
   Activity& activity = activityOf("Acme", "Roof");
-  test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
   window.reloadData();
   log.reloadData();
   log.reloadNames();
@@ -167,7 +167,7 @@ TEST_F(TimeLog, NamesFollowTheListsInEveryTableAndFilter) {
   };
   pickCustomer("Acme");
   log.jobPopup.selectItemWithTitle("Roof");
-  test.addPeriod(activityOf("Zed"), "2026-11-24T08:00:00Z", 60);
+  test.addEntry(activityOf("Zed"), "2026-11-24T08:00:00Z", 60);
   const auto edit = [this](const auto& work) { std::ignore = test.session.context()->edit("Edit", work); };
   edit([&] {
     activity.customer()->setName("Moon");
@@ -193,7 +193,7 @@ TEST_F(TimeLog, NamesFollowTheListsInEveryTableAndFilter) {
 }
 
 TEST_F(TimeLog, MarkingAsUnsentAsksFirst) {
-  TimeEntry& entry = test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
+  TimeEntry& entry = test.addEntry(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   entry.setDateSubmitted(test.clock.now());
   log.reloadData();
   log.markSelectedUnsent();

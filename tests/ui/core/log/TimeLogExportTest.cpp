@@ -55,12 +55,12 @@ TEST_F(TimeLogExport, WritesEveryFieldAsItStands) {
   setEmployee("Käthe");
   Activity& roof = activityOf("Bob \"B\" Ltd", "Dach");
   roof.setNotes("first\nsecond \"third\"\tfourth");
-  TimeEntry& sent = test.addPeriod(roof, "2026-11-23T23:30:00.999Z", 360061.9);
+  TimeEntry& sent = test.addEntry(roof, "2026-11-23T23:30:00.999Z", 360061.9);
   sent.setDateSubmitted(instantOf("2026-11-24T08:00:00.5Z"));
   sent.setNotes("Größe\t\"XL\"");
   Activity& plain = activityOf("Acme");
   plain.setNotes(std::nullopt);
-  test.addPeriod(plain, "2026-03-29T01:00:00Z", 59).setDateSubmitted(Instant{1.0});
+  test.addEntry(plain, "2026-03-29T01:00:00Z", 59).setDateSubmitted(Instant{1.0});
   log.reloadData();
   sent.setDuration(90061);  // after the reload: the file holds the entry's own values, not the row's
   const QByteArray bytes = exported();
@@ -75,7 +75,7 @@ TEST_F(TimeLogExport, WritesEveryFieldAsItStands) {
 
 TEST_F(TimeLogExport, WritesTheSelectedRowsInTheOrderOfTheTable) {
   for (const char* name : {"A", "B", "C", "D", "E"}) {
-    test.addPeriod(activityOf(QString::fromLatin1(name)), "2026-11-24T08:00:00Z", 60);
+    test.addEntry(activityOf(QString::fromLatin1(name)), "2026-11-24T08:00:00Z", 60);
   }
   log.reloadData();
   log.rows().sortBy({"customer", false});
@@ -88,7 +88,7 @@ TEST_F(TimeLogExport, WritesTheSelectedRowsInTheOrderOfTheTable) {
 
 TEST_F(TimeLogExport, LeavesWhatStoodThereWhenItIsEnded) {
   Activity& activity = activityOf("Acme");
-  for (int number = 0; number < 300; ++number) test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  for (int number = 0; number < 300; ++number) test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
   log.reloadData();
   EXPECT_EQ(exported().count('\n'), 300);
   EXPECT_EQ(progress.asked, 1);
@@ -125,7 +125,7 @@ TEST_F(TimeLogExport, AsksAboutTimersAfterThePanelAndCancellingWritesNothing) {
 }
 
 TEST_F(TimeLogExport, SaysWhereItIsOrWhyNotAndReplacesAFileOnlyByAWholeOne) {
-  test.addPeriod(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
+  test.addEntry(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   log.reloadData();
   const QString path = test.places.path("log.txt");
   ASSERT_TRUE(writeFile(path, QByteArray(5000, 'x')));

@@ -93,9 +93,9 @@ TEST_F(TimerWindow, NamesWhatRunsAndWhatRanLast) {
   for (const char* name : {"0", "1", "2", "3", "4", "5", "6", "never"}) {
     Activity& activity = test.addActivity(name[0] == '5' ? nullptr : acme, nullptr, roof, name);
     if (name[0] == 'n') break;
-    test.addPeriod(activity, "2026-11-23T08:00:00Z", 60)
+    test.addEntry(activity, "2026-11-23T08:00:00Z", 60)
         .setStart(test.clock.now() + -static_cast<double>(name[0]));
-    test.addPeriod(activity, "2026-11-22T08:00:00Z", 60);
+    test.addEntry(activity, "2026-11-22T08:00:00Z", 60);
   }
   const Objects<Activity> all = test.session.context()->all<Activity>();
   EXPECT_EQ(latest(), "0 1 2 3 4");
@@ -114,7 +114,7 @@ TEST_F(TimerWindow, ASearchListsAndChangesNothing) {
   Activity& website = test.addActivity(acme, design, roof, "Menu");
   Activity& hall = test.addActivity(&test.addCustomer("Old Hall"), design, nullptr, "Sketches");
   Activity& nameless = test.addActivity(nullptr, nullptr, nullptr, "a roof without a name");
-  test.addPeriod(website, "2026-11-24T07:00:00Z", 60);
+  test.addEntry(website, "2026-11-24T07:00:00Z", 60);
   state.reloadData();
   select(website);
   state.toggleTimer();
@@ -185,7 +185,7 @@ TEST_F(TimerWindow, StartingWithoutASelectionAsksForANewActivity) {
 TEST_F(TimerWindow, SelectingClearsTheLogAndNewsDoesNot) {
   Activity& first = test.addActivity(acme, design);
   Activity& activity = test.addActivity(acme, design);
-  TimeEntry& entry = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  TimeEntry& entry = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
   state.reloadData();
   state.log().reloadData();
   EXPECT_FALSE(state.editable());
@@ -225,7 +225,7 @@ TEST_F(TimerWindow, NamesWhatIsSelected) {
 
 TEST_F(TimerWindow, DeletingARunningActivityLeavesNothingThatPointsToIt) {
   Activity& activity = test.addActivity(acme, design);
-  TimeEntry& stopped = test.addPeriod(activity, "2026-11-24T08:00:00Z", 60);
+  TimeEntry& stopped = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
   state.reloadData();
   select(activity);
   state.deleteEntries({&stopped, &activity.startEntry()});
@@ -258,9 +258,9 @@ TEST_F(TimerWindow, CompletingStopsAndLeavesTheTableUntilMadeCurrentAgain) {
 TEST_F(TimerWindow, TheLastEntryIsTheLatestStartedInWholeSeconds) {
   Activity& activity = test.addActivity(acme, design);
   EXPECT_EQ(TimerState::lastEntryLength(&activity), "00:00:00");
-  test.addPeriod(activity, "2026-11-24T08:00:00Z", 3725.9);
-  test.addPeriod(activity, "2026-11-24T08:00:00Z", 10);
-  test.addPeriod(activity, "2026-11-23T08:00:00Z", 20);
+  test.addEntry(activity, "2026-11-24T08:00:00Z", 3725.9);
+  test.addEntry(activity, "2026-11-24T08:00:00Z", 10);
+  test.addEntry(activity, "2026-11-23T08:00:00Z", 20);
   EXPECT_EQ(TimerState::lastEntryLength(&activity), "01:02:05");
 }
 

@@ -18,7 +18,7 @@ struct EntryCheck {
 /// What the activity editor asks before its OK.
 [[nodiscard]] std::span<const EntryCheck> activitySaveChecks();
 /// What the activity editor asks before it changes the selected entry.
-[[nodiscard]] std::span<const EntryCheck> selectedPeriodChecks();
+[[nodiscard]] std::span<const EntryCheck> selectedEntryChecks();
 /// What the time entry editor asks before its OK.
 [[nodiscard]] std::span<const EntryCheck> timeEntryChecks();
 

@@ -101,7 +101,7 @@ class LogController {
   /// Stops the entry of a row that runs; else starts the row's activity again, unless it runs already.
   void startOrStop(int row);
   /// Selects, as the only one, the row of that entry.
-  void selectEntry(const TimeEntry* period);
+  void selectEntry(const TimeEntry* entry);
   /// Selects the rows of these entries as far as they are listed; nothing changes when none is.
   void selectEntries(const std::vector<const TimeEntry*>& entries);
   void clearSelection() { selection_.clearSelection(); }
@@ -147,8 +147,8 @@ class LogController {
   void chooseNames(const std::optional<QString>& customer, const std::optional<QString>& job,
                    const std::optional<QString>& service);
   void fillJobs(const std::optional<QString>& customer);
-  void updateRunningRow(const TimeEntry& period);
-  [[nodiscard]] int indexOf(const TimeEntry& period);
+  void updateRunningRow(const TimeEntry& entry);
+  [[nodiscard]] int indexOf(const TimeEntry& entry);
 
   Session& session_;
   TimerState& window_;

@@ -58,7 +58,7 @@ class TimerState {
   void setCurrentActivity(Activity* activity) { currentActivity_ = activity; }
   /// The entry selected in the log; set by the log.
   [[nodiscard]] TimeEntry* currentEntry() const { return currentEntry_.get(); }
-  void setCurrentEntry(TimeEntry* period) { currentEntry_ = period; }
+  void setCurrentEntry(TimeEntry* entry) { currentEntry_ = entry; }
 
   [[nodiscard]] bool editable() const { return currentEntry() || currentActivity(); }
   [[nodiscard]] bool canSend() const;
