@@ -27,32 +27,12 @@ bool isAsked(const CommandContext& at) {
   return QApplication::activeModalWidget() || at.session.ports().modals.isModal();
 }
 
-}  // namespace
-
-bool actsOnTheLog(Command command) {
-  switch (command) {
-    case Command::New:
-    case Command::Open:
-    case Command::SendAllTime:
-    case Command::BackUp:
-    case Command::Restore:
-    case Command::ExportLog:
-    case Command::Delete:
-    case Command::EditSelected:
-    case Command::SplitEntry:
-    case Command::DuplicateEntries:
-    case Command::MergeEntries:
-    case Command::StartAgain:
-    case Command::AddActivity:
-    case Command::EditActivity:
-    case Command::MakeCurrent:
-    case Command::SendSelected:
-    case Command::MarkUnsent:
-      return true;
-    default:
-      return false;
-  }
+/// Who only asks whether something can be done is in front.
+const QWidget* windowOf(const CommandContext& at) {
+  return at.sender ? at.sender->window() : QApplication::activeWindow();
 }
+
+}  // namespace
 
 void quit(const CommandContext& at) {
   if (finishEditing(at.session)) at.terminate();
@@ -93,16 +73,16 @@ void invokeInFocus(const char* slot) {
   if (QWidget* focus = QApplication::focusWidget()) QMetaObject::invokeMethod(focus, slot);
 }
 
-/// Who only asks whether it can be done is in front.
 bool canFind(const CommandContext& at) {
-  const QWidget* window = at.sender ? at.sender->window() : QApplication::activeWindow();
+  const QWidget* window = windowOf(at);
   return window && searchFieldIn(*window);
 }
 
 void find(const CommandContext& at) {
+  const QWidget* window = windowOf(at);
   TimerWindowController* timer = at.timer();
-  if (timer && at.sender->window() == timer->log().window()) return timer->find();
-  if (QLineEdit* field = searchFieldIn(*at.sender->window())) beginSearch(*field);
+  if (timer && window == timer->log().window()) return timer->find();
+  beginSearch(*searchFieldIn(*window));
 }
 
 bool canDelete(const CommandContext& at) {

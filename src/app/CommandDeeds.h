@@ -9,10 +9,6 @@
 
 namespace pendra::deeds {
 
-/// Whether what is being typed into the log is stored first: the command sends it, shows it elsewhere, takes
-/// its entry away, or leaves its document.
-[[nodiscard]] bool actsOnTheLog(Command command);
-
 void quit(const CommandContext& at);
 void closeWindow(const CommandContext& at);
 /// Not while something is asked.

@@ -65,13 +65,19 @@ void openWindow(At at) {
   at.windows.show(Kind);
 }
 
+/// What sends the log, shows it elsewhere, takes an entry of it away, or leaves its document.
+constexpr CommandRow onLog(CommandRow row) {
+  row.storesTyping = true;
+  return row;
+}
+
 /// What is done to the selected entries of the log, and has a reason where it cannot.
 constexpr CommandRow correction(Command command, const char* title, const char* keys, QString (*whyNot)(At),
                                 void (*run)(At)) {
   CommandRow row{command, title, 0, keys, command == Command::SplitEntry};
   row.run = run;
   row.whyNot = whyNot;
-  return row;
+  return onLog(row);
 }
 
 // Where a row has further columns they are: starts a group, rule, deed, shown, shows the document's state.
@@ -83,19 +89,19 @@ constexpr CommandRow kPendra[] = {
 };
 
 constexpr CommandRow kFile[] = {
-    {Command::New, "New…", 12, "Ctrl+N", false, always, inSession<newDoc>},
-    {Command::Open, "Open…", 13, "Ctrl+O", false, always, inSession<openFile>},
+    onLog({Command::New, "New…", 12, "Ctrl+N", false, always, inSession<newDoc>}),
+    onLog({Command::Open, "Open…", 13, "Ctrl+O", false, always, inSession<openFile>}),
     {Command::Close, "Close", 15, "Ctrl+W", false, always, deeds::closeWindow},
-    {Command::SendAllTime, "Send All Time to Vantor…", 10, "", true, withDocument, deeds::sendAllTime,
-     notStandalone},
+    onLog({Command::SendAllTime, "Send All Time to Vantor…", 10, "", true, withDocument, deeds::sendAllTime,
+           notStandalone}),
     {Command::UpdateLists, "Update Lists from Vantor", 11, "", false, notStandalone,
      [](At at) { at.link.lists.updateLists(); }, nullptr, true},
     {Command::ImportCustomers, "Import Customer List…", 14, "", false, always,
      [](At at) { at.link.lists.importCustomers(); }},
-    {Command::BackUp, "Back Up Document…", 16, "", true, withDocument, inSession<backUpDocument>},
-    {Command::Restore, "Restore…", 0, "", false, withDocument, openWindow<WindowKind::Restore>},
-    {Command::ExportLog, "Export Time Log…", 43, "", false, withDocument,
-     inTimerWindow<&TimerWindowController::exportTimeLog>},
+    onLog({Command::BackUp, "Back Up Document…", 16, "", true, withDocument, inSession<backUpDocument>}),
+    onLog({Command::Restore, "Restore…", 0, "", false, withDocument, openWindow<WindowKind::Restore>}),
+    onLog({Command::ExportLog, "Export Time Log…", 43, "", false, withDocument,
+           inTimerWindow<&TimerWindowController::exportTimeLog>}),
 };
 
 constexpr CommandRow kEdit[] = {
@@ -109,9 +115,9 @@ constexpr CommandRow kEdit[] = {
     {Command::SelectAll, "Select All", 0, "Ctrl+A", false, always,
      [](At) { deeds::invokeInFocus("selectAll"); }},
     {Command::Find, "Find", 0, "Ctrl+F", true, deeds::canFind, deeds::find},
-    {Command::Delete, "Delete", 0, "Del", true, deeds::canDelete, deeds::deleteSelected},
-    {Command::EditSelected, "Edit Selected…", 0, "Ctrl+E", false, canEditSelected,
-     inTimerWindow<&TimerWindowController::editSelected>},
+    onLog({Command::Delete, "Delete", 0, "Del", true, deeds::canDelete, deeds::deleteSelected}),
+    onLog({Command::EditSelected, "Edit Selected…", 0, "Ctrl+E", false, canEditSelected,
+           inTimerWindow<&TimerWindowController::editSelected>}),
     correction(Command::SplitEntry, "Split at…", "", deeds::whyNot<Correction::Split>,
                inTimerWindow<&TimerWindowController::splitEntry>),
     correction(Command::DuplicateEntries, "Duplicate", "Ctrl+D", deeds::whyNot<Correction::Duplicate>,
@@ -123,10 +129,10 @@ constexpr CommandRow kEdit[] = {
 };
 
 constexpr CommandRow kActivity[] = {
-    {Command::AddActivity, "Add Activity…", 0, "Ctrl+Shift+N", false, withTimerWindow,
-     inTimerWindow<&TimerWindowController::addActivity>},
-    {Command::EditActivity, "Edit Activity…", 0, "", false, withActivity,
-     inTimerWindow<&TimerWindowController::editActivity>},
+    onLog({Command::AddActivity, "Add Activity…", 0, "Ctrl+Shift+N", false, withTimerWindow,
+           inTimerWindow<&TimerWindowController::addActivity>}),
+    onLog({Command::EditActivity, "Edit Activity…", 0, "", false, withActivity,
+           inTimerWindow<&TimerWindowController::editActivity>}),
     {Command::ToggleTimer, "Start or Stop Timer", 0, "Ctrl+T", true, withTimerWindow,
      inTimerState<&TimerState::toggleTimer>},
     {Command::StartEarlier, "Start Earlier…", 0, "Ctrl+Shift+T", false, withStandingActivity,
@@ -140,12 +146,14 @@ constexpr CommandRow kActivity[] = {
     {Command::Favourite, "Favourite", 0, "", false, withActivity, inTimerState<&TimerState::toggleFavourite>},
     {Command::CompletedActivities, "Completed Activities…", 0, "", false, withDocument,
      openWindow<WindowKind::CompletedActivities>},
-    {Command::MakeCurrent, "Make Activity Current", 0, "", false, withEntry,
-     inTimerState<&TimerState::makeCurrent>},
-    {Command::SendSelected, "Send Selected Time…", 0, "", true, canSendSelected, deeds::sendSelectedTime},
+    onLog({Command::MakeCurrent, "Make Activity Current", 0, "", false, withEntry,
+           inTimerState<&TimerState::makeCurrent>}),
+    onLog({Command::SendSelected, "Send Selected Time…", 0, "", true, canSendSelected,
+           deeds::sendSelectedTime}),
     // With or without Shift; the toolkit's own mapping of the two modifiers acts as well.
-    {Command::MarkUnsent, "Mark as Unsent", 0, "Ctrl+Alt+U Ctrl+Alt+Shift+U Ctrl+Meta+U Ctrl+Meta+Shift+U",
-     false, withEntry, [](At at) { at.timer()->state().log().markSelectedUnsent(); }},
+    onLog({Command::MarkUnsent, "Mark as Unsent", 0,
+           "Ctrl+Alt+U Ctrl+Alt+Shift+U Ctrl+Meta+U Ctrl+Meta+Shift+U", false, withEntry,
+           [](At at) { at.timer()->state().log().markSelectedUnsent(); }}),
 };
 
 constexpr CommandRow kLists[] = {

@@ -24,6 +24,12 @@ QString titleOfStep(UndoWay way, const QString& step) {
   return formatted(undoes ? tr("Undo %@") : tr("Redo %@"), {what});
 }
 
+/// The one place that decides it: what no menu shows cannot be done in another way either.
+bool mayRun(const CommandRow& row, const CommandContext& at) {
+  if (row.isShown && !row.isShown(at)) return false;
+  return row.whyNot ? row.whyNot(at).isEmpty() : row.mayRun(at);
+}
+
 }  // namespace
 
 Commands::Commands(Session& session, WindowRegistry& windows, LinkServices& link, UndoHistory& history,
@@ -45,17 +51,23 @@ QString Commands::titleOf(const CommandRow& row) const {
   return tr(row.title);
 }
 
+bool Commands::mayRun(const CommandRow& row) const { return pendra::mayRun(row, context_); }
+
 void Commands::perform(Command command, QWidget* sender) {
   const CommandRow& row = rowOf(command);
   CommandContext at = context_;
   at.sender = sender;
   context_.session.notices().withdraw(kWhyNotKey);
-  if (deeds::actsOnTheLog(command) && at.timer() && !at.timer()->finishEditing()) return;
-  if (const QString why = whyNot(row); !why.isEmpty()) {
-    return context_.session.notices().post(
-        {.key = kWhyNotKey, .text = why, .actions = {}, .ofDocument = true, .onlyInTimerWindow = true});
-  }
+  if (row.storesTyping && at.timer() && !at.timer()->finishEditing()) return;
+  if (!pendra::mayRun(row, at)) return sayWhyNot(row);
   runCommand(context_.session, tr(row.title).remove(u'…'), [&] { row.run(at); });
+}
+
+void Commands::sayWhyNot(const CommandRow& row) {
+  const QString why = whyNot(row);
+  if (why.isEmpty()) return;
+  context_.session.notices().post(
+      {.key = kWhyNotKey, .text = why, .actions = {}, .ofDocument = true, .onlyInTimerWindow = true});
 }
 
 void Commands::openRecent(const QString& path) {

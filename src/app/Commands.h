@@ -6,7 +6,8 @@
 
 namespace pendra {
 
-/// Runs the commands of the table for the menu bars and the controls.
+/// Runs the commands of the table for the menu bars, the controls and the panel. Whoever asks, a command that
+/// may not run at this moment is not run.
 class Commands final : public CommandTarget {
  public:
   /// All must outlive it. `terminate` asks for the end of the program.
@@ -15,9 +16,7 @@ class Commands final : public CommandTarget {
 
   [[nodiscard]] std::span<const Menu> menus() const override;
   void perform(Command command, QWidget* sender) override;
-  [[nodiscard]] bool mayRun(const CommandRow& row) const override {
-    return row.whyNot ? whyNot(row).isEmpty() : row.mayRun(context_);
-  }
+  [[nodiscard]] bool mayRun(const CommandRow& row) const override;
   [[nodiscard]] QString whyNot(const CommandRow& row) const override {
     return row.whyNot ? row.whyNot(context_) : QString();
   }
@@ -32,6 +31,8 @@ class Commands final : public CommandTarget {
   void clearRecent() override { documents_.clearRecentDocuments(); }
 
  private:
+  void sayWhyNot(const CommandRow& row);
+
   std::function<void()> terminate_;
   CommandContext context_;
   Documents documents_;

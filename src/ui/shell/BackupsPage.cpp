@@ -105,8 +105,8 @@ QHBoxLayout* BackupsPage::makeLast(const WindowFrame& frame) {
   last_->setAccessibleName(tr("Last backup"));
   lastWords_ = quietWords({}, 0);
   lastWords_->setObjectName(QStringLiteral("lastBackupWords"));
-  QPushButton* restore = button(QStringLiteral("restore"), tr("Restore…"));
-  connect(restore, &QPushButton::clicked, this,
+  restore_ = button(QStringLiteral("restore"), tr("Restore…"));
+  connect(restore_, &QPushButton::clicked, this,
           [this, &target = frame.target] { target.perform(Command::Restore, window()); });
   auto* words = new QVBoxLayout;
   words->setSpacing(metrics::kGrid / 4);
@@ -115,7 +115,7 @@ QHBoxLayout* BackupsPage::makeLast(const WindowFrame& frame) {
   auto* row = new QHBoxLayout;
   row->setContentsMargins(kUnderBox, metrics::kGrid, 0, 0);
   row->addLayout(words, 1);
-  row->addWidget(restore);
+  row->addWidget(restore_);
   return row;
 }
 
@@ -126,6 +126,7 @@ void BackupsPage::showEvent(QShowEvent* event) {
 
 void BackupsPage::showLast() {
   if (!isVisible()) return;  // a folder on a slow disk is looked into when somebody looks
+  restore_->setEnabled(session_.document() != nullptr);
   const auto backups = backupsOf(session_);
   const auto say = [this](const QString& sentence, const QString& words = {}) {
     showText(*last_, sentence);

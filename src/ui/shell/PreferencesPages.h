@@ -43,6 +43,7 @@ class BackupsPage final : public PreferencePage {
   QLabel* remark_ = nullptr;
   QLabel* last_ = nullptr;
   QLabel* lastWords_ = nullptr;
+  QPushButton* restore_ = nullptr;
   Notifier::Subscription documents_;
 };
 

@@ -16,7 +16,7 @@ class CommandTarget {
 
   /// The menus in their order.
   [[nodiscard]] virtual std::span<const Menu> menus() const = 0;
-  /// Runs the command. `sender` is the window whose menu or control asked; none for no window.
+  /// Runs the command if it may run. `sender` is the window whose menu or control asked; none for no window.
   virtual void perform(Command command, QWidget* sender) = 0;
   [[nodiscard]] virtual bool mayRun(const CommandRow& row) const = 0;
   /// Why it may not run, as a sentence; empty when it may, and where nothing is to be said about it. To

@@ -71,7 +71,7 @@ struct CommandRow {
   int tag = 0;               ///< 0: it has none
   const char* keys = "";     ///< parted by blanks; the first is shown, all act
   bool startsGroup = false;  ///< a line stands above it
-  /// Asked when a menu opens and again when the command is triggered: a shortcut passes no menu.
+  /// Asked when a menu opens, and again whenever the command is to be performed: a shortcut passes no menu.
   bool (*mayRun)(const CommandContext&) = nullptr;
   void (*run)(const CommandContext&) = nullptr;
   /// Whether menus have it at all; none: always.
@@ -81,6 +81,8 @@ struct CommandRow {
   /// Why it may not run, as a sentence, and empty when it may; it stands in the place of `mayRun`. Whoever
   /// uses its key all the same is told.
   QString (*whyNot)(const CommandContext&) = nullptr;
+  /// Whether what is being typed into the log is stored before it, or else keeps it from being done.
+  bool storesTyping = false;
 };
 
 /// What stands at the end of a menu, or after one of its commands, and is as long as it happens to be.
