@@ -92,6 +92,11 @@ void CellEcho::show(const std::vector<Echo>& echoes) {
   place();
 }
 
+void CellEcho::giveWay(bool gives) {
+  givesWay_ = gives;
+  place();
+}
+
 void CellEcho::place() {
   if (!plate_) return;
   const QWidget& window = *plate_->parentWidget();
@@ -101,7 +106,7 @@ void CellEcho::place() {
   const int left = std::clamp(under.x() - plate_->width() / 2, metrics::kGrid,
                               std::max(metrics::kGrid, window.width() - plate_->width() - metrics::kGrid));
   plate_->move(left, fits ? under.y() : std::max(0, above));
-  plate_->setVisible(field_.parentWidget()->rect().contains(field_.geometry().center()));
+  plate_->setVisible(!givesWay_ && field_.parentWidget()->rect().contains(field_.geometry().center()));
   plate_->raise();
 }
 

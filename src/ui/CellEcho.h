@@ -21,12 +21,15 @@ class CellEcho final {
   void show(const std::vector<Echo>& echoes);
   /// Where the field is now; hidden while its cell is scrolled out of the table.
   void place();
+  /// Keeps out of sight as long as something else stands under the cell.
+  void giveWay(bool gives);
 
  private:
   class Plate;
 
   QWidget& field_;
   QPointer<Plate> plate_;
+  bool givesWay_ = false;
 };
 
 }  // namespace pendra

@@ -1,8 +1,11 @@
 #include "CellEditor.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <utility>
 
+#include "CellCompletions.h"
 #include "CellEcho.h"
 #include "ui/Buttons.h"
 #include "ui/EchoLine.h"
@@ -13,14 +16,18 @@ CellEditor::CellEditor(QWidget* parent, Read read)
     : QLineEdit(parent),
       read_(std::move(read)),
       guard_(new LeaveGuard(*this)),
-      echo_(std::make_unique<CellEcho>(*this)) {
+      echo_(std::make_unique<CellEcho>(*this)),
+      completions_(new CellCompletions(*this)) {
   setObjectName(QStringLiteral("cellEditor"));
   setFrame(true);
   guard_->watch(*this, {.mayLeave = [this] { return leave(); }, .isTyped = [this] { return isTyped(); }});
-  connect(this, &QLineEdit::textChanged, this, &CellEditor::readAgain);
+  connect(this, &QLineEdit::textEdited, this, [this] { isTyping_ = true; });
+  connect(this, &QLineEdit::textChanged, this, &CellEditor::textHasChanged);
+  connect(completions_, &CellCompletions::openChanged, this,
+          [this](bool isOpen) { echo_->giveWay(isOpen && !settled_); });
 }
 
-CellEditor::~CellEditor() = default;
+CellEditor::~CellEditor() { delete completions_; }  // before what it tells when it closes
 
 void CellEditor::begin(const QString& text) { goOn(text, text); }
 
@@ -36,6 +43,12 @@ bool CellEditor::leave() {
   if (isRefused()) return false;
   Q_EMIT storeAsked();
   return true;
+}
+
+void CellEditor::textHasChanged() {
+  readAgain();
+  if (std::exchange(isTyping_, false))
+    completions_->offer(text().isEmpty() ? QStringList() : reading_.completions);
 }
 
 void CellEditor::readAgain() {
@@ -54,11 +67,16 @@ void CellEditor::readAgain() {
   Q_EMIT followed(reading_.follows.value_or(CellReading::Following{}));
 }
 
-/// Tab has been asked about by the guard, which has stored the text.
+/// Tab has been asked about by the guard, which has stored the text; but the open list hands it to this field
+/// alone.
 bool CellEditor::event(QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+      if (completions_->isOpen()) {
+        completions_->close();
+        return QCoreApplication::sendEvent(this, event);
+      }
       Q_EMIT wentOn(key == Qt::Key_Tab);
       return true;
     }
@@ -70,14 +88,16 @@ void CellEditor::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
+      completions_->close();
       std::ignore = guard_->mayFinish();
       if (!isTyped() && !settled_) Q_EMIT storeAsked();
       return;
     case Qt::Key_Escape:
-      Q_EMIT abandoned();
+      if (!completions_->takeBack()) Q_EMIT abandoned();
       return;
-    case Qt::Key_Up:
     case Qt::Key_Down:
+      return completions_->offer(reading_.completions);
+    case Qt::Key_Up:
       return;  // not the table's: the row stays
     default:
       QLineEdit::keyPressEvent(event);

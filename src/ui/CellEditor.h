@@ -8,6 +8,7 @@
 
 namespace pendra {
 
+class CellCompletions;
 class CellEcho;
 
 /// The field in a cell that is being typed over. It says under the cell what storing will do, and keeps what
@@ -52,14 +53,17 @@ class CellEditor final : public QLineEdit {
 
  private:
   [[nodiscard]] bool leave();
+  void textHasChanged();
 
   Read read_;
   QString before_;
   CellReading reading_;
   bool settled_ = false;
   bool isReading_ = false;
+  bool isTyping_ = false;  // by hand, which is told before that the text is another
   LeaveGuard* guard_;
   std::unique_ptr<CellEcho> echo_;
+  CellCompletions* completions_;
 };
 
 }  // namespace pendra

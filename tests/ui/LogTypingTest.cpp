@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <QAbstractItemView>
 #include <QLineEdit>
 
 #include "Desk.h"
@@ -68,6 +69,54 @@ TEST_F(LogTyping, GoesFromCellToCellAndStoresEachByItself) {
   EXPECT_EQ(entry->duration(), 3659);
   EXPECT_EQ(entry->notes(), std::nullopt);
   EXPECT_EQ(undoName(), "") << "a start that nobody typed into was left alone";
+}
+
+TEST_F(LogTyping, OffersWhatWasNotedBefore) {
+  std::ignore = desk.session.context()->edit({}, [&] {
+    plans->entries()[0]->setNotes(u"Call with Bob\nand Eve"_s);
+    zed->setNotes(u"Calls of others"_s);
+    desk.addActivity(plans->customer(), nullptr).setNotes(u"call back"_s);
+  });
+  Desk::settle();
+  const auto offered = [] {
+    QStringList lines;
+    const auto* list = qobject_cast<QAbstractItemView*>(QApplication::activePopupWidget());
+    for (int line = 0; list && line < list->model()->rowCount(); ++line) {
+      lines << list->model()->index(line, 0).data().toString();
+    }
+    return lines;
+  };
+  // An open list has the keys before the field.
+  const auto press = [](Qt::Key key) {
+    QWidget* list = QApplication::activePopupWidget();
+    QTest::keyClick(list ? list : QApplication::focusWidget(), key);
+    Desk::settle();
+  };
+  const QStringList calls{u"Call with Bob and Eve"_s, u"call back"_s};
+  edit(u"Notes"_s, u"CALL"_s);
+  EXPECT_EQ(offered(), calls) << "of the activity first, then of its customer, and of no other";
+  EXPECT_EQ(field()->text(), "CALL") << "nothing is put into the field unasked";
+  press(Qt::Key_Down);
+  EXPECT_EQ(field()->text(), "Call with Bob\nand Eve");
+  press(Qt::Key_Escape);
+  EXPECT_EQ(field()->text(), "CALL");
+  EXPECT_EQ(offered(), QStringList());
+  press(Qt::Key_Down);
+  EXPECT_EQ(offered(), calls);
+  press(Qt::Key_Down);
+  press(Qt::Key_Down);
+  press(Qt::Key_Tab);
+  EXPECT_EQ(entry->notes(), "call back");
+  EXPECT_EQ(desk.focus(), "Start");
+  edit(u"Notes"_s, u"call w"_s);
+  press(Qt::Key_Down);
+  press(Qt::Key_Return);
+  EXPECT_FALSE(field());
+  EXPECT_EQ(entry->notes(), "Call with Bob\nand Eve");
+  edit(u"Notes"_s, u"Callx"_s);
+  EXPECT_EQ(offered(), QStringList());
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(field());
 }
 
 TEST_F(LogTyping, KeepsWhatCannotBeStoredUntilItIsMendedOrLeft) {

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "model/Activity.h"
+#include "model/Customer.h"
 #include "model/CutAndJoin.h"
 #include "model/DurationText.h"
 #include "platform/DateTexts.h"
@@ -152,6 +154,32 @@ std::optional<CellReading::Following> followingOf(const TimeEntry& entry, LogCel
   return {{QStringLiteral("end"), clockText(meant.end(), calendarOf(entry), locale)}};
 }
 
+/// What was noted before and begins like that: with the entry's activity, then with its customer's others,
+/// the latest first.
+QStringList notesLike(const TimeEntry& entry, const QString& text) {
+  constexpr qsizetype kMost = 6;
+  QStringList found;
+  const auto add = [&](const std::optional<QString>& note) {
+    const bool isLike = note && note->size() > text.size() && note->startsWith(text, Qt::CaseInsensitive);
+    if (isLike && found.size() < kMost && !found.contains(*note)) found << *note;
+  };
+  const auto addNotesOf = [&](const Activity& activity) {
+    const Objects<TimeEntry> entries = activity.entries();
+    for (std::size_t at = entries.size(); at > 0 && found.size() < kMost; --at) {
+      if (entries[at - 1] != &entry) add(entries[at - 1]->notes());
+    }
+    add(activity.notes());
+  };
+  const Activity* own = entry.activity();
+  if (!own) return found;
+  addNotesOf(*own);
+  if (!own->customer()) return found;
+  for (const Activity* other : own->customer()->activities()) {
+    if (other != own) addNotesOf(*other);
+  }
+  return found;
+}
+
 CellReading refused(const QString& why) {
   return {.isRefused = true,
           .echoes = {{why, Echo::Tone::Warning}, {tr("Esc leaves it as it was."), Echo::Tone::Quiet}}};
@@ -182,7 +210,8 @@ QString textForTyping(const TimeEntry& entry, LogCell cell, const QLocale& local
 
 CellReading readTyped(const TimeEntry& entry, LogCell cell, const QString& text, const QLocale& locale) {
   const Echo keys{tr("Return stores, Esc leaves it as it was."), Echo::Tone::Quiet};
-  if (text == textForTyping(entry, cell, locale) || cell == LogCell::Notes) return {.echoes = {keys}};
+  if (cell == LogCell::Notes) return {.echoes = {keys}, .completions = notesLike(entry, text)};
+  if (text == textForTyping(entry, cell, locale)) return {.echoes = {keys}};
   const Meant meant = meantBy(entry, cell, text);
   if (!meant.refusal.isEmpty()) return refused(meant.refusal);
   CellReading reading{.echoes = {{resultWords(entry, cell, meant), Echo::Tone::Result}},

@@ -1,7 +1,7 @@
 #pragma once
 // What is typed into a cell is text until it is stored; what storing will make of it is said meanwhile.
 
-#include <QString>
+#include <QStringList>
 #include <optional>
 #include <vector>
 
@@ -20,6 +20,7 @@ struct CellReading {
   bool isRefused = false;      ///< it cannot be stored as it stands
   std::vector<Echo> echoes{};  ///< what is to be said, the most important first
   std::optional<Following> follows{};
+  QStringList completions{};  ///< whole texts that may be meant, the likeliest first
 };
 
 }  // namespace pendra
