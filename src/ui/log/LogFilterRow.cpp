@@ -181,7 +181,6 @@ void LogFilterRow::addHideSubmitted(UserDefaults& defaults) {
   row_->addWidget(hideSubmitted_);
   connect(hideSubmitted_, &QCheckBox::toggled, this, [this](bool checked) {
     log_.setHidesSubmitted(checked);
-    log_.updateRunningEntries();
     chosen_();
   });
   hideChanges_ = defaults.changesOf(preferences::kHideSubmitted).observe([this] {
@@ -202,13 +201,11 @@ void LogFilterRow::choose(PopUp& popup, int index) {
   } else {
     log_.reloadData();
   }
-  log_.updateRunningEntries();  // at once, not at the next tick
   chosen_();
 }
 
 void LogFilterRow::chooseRange(LogRange range) {
   log_.chooseRange(range);
-  log_.updateRunningEntries();
   chosen_();
   if (range == LogRange::Dates) dates_.front().control->setFocus(Qt::OtherFocusReason);
 }
@@ -217,7 +214,6 @@ void LogFilterRow::takeDate(const QString& text, QString& field) {
   if (text == field) return;
   field = text;
   log_.datesTyped();
-  log_.updateRunningEntries();
   chosen_();
 }
 

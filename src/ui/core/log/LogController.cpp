@@ -189,6 +189,7 @@ void LogController::reloadData() {
   runningRows_.clear();
   rows_.setRows(std::move(rows));
   secondsOfAll_ = lengthOf(rows_);
+  updateRunningEntries();  // at once, not at the next tick
 }
 
 void LogController::updateRunningEntries() {

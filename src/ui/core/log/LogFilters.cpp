@@ -192,7 +192,6 @@ void LogController::showOnly(QDate first, QDate last, const std::optional<QStrin
   if (customer) customerPopup.selectItemWithTitle(*customer);
   fillJobs(customer);
   reloadData();
-  updateRunningEntries();
 }
 
 bool LogController::isLimited() const {
@@ -204,7 +203,6 @@ void LogController::showAll() {
   chooseRange(LogRange::AnyTime);
   setSearch({});
   resetNameFilters();
-  updateRunningEntries();
 }
 
 void LogController::clearFilters() {
