@@ -40,6 +40,23 @@ void drawHead(QPainter& painter, const QRect& content, const HeadWords& head) {
   drawSortSign(painter, middle, *head.ascending, painter.pen().color());
 }
 
+void drawHeadGround(QPainter& painter, const QRect& rect, const Colours& colours) {
+  painter.fillRect(rect, colours.window);
+  painter.fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), colours.line);
+}
+
+HeadCorner::HeadCorner(const QHeaderView& heads, QAbstractScrollArea& table) : heads_(heads) {
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  table.addScrollBarWidget(this, Qt::AlignTop);
+}
+
+QSize HeadCorner::sizeHint() const { return {0, heads_.sizeHint().height()}; }
+
+void HeadCorner::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  drawHeadGround(painter, rect(), Theme::colours(palette()));
+}
+
 RowHeader::RowHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
   setSectionsClickable(true);
   setHighlightSections(false);
@@ -67,8 +84,7 @@ void RowHeader::paintSection(QPainter* painter, const QRect& rect, int section) 
   const TableModel& table = *tableModel();
   const Colours& colours = Theme::colours(palette());
   painter->save();
-  painter->fillRect(rect, colours.window);
-  painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), colours.line);
+  drawHeadGround(*painter, rect, colours);
   painter->setFont(headFont());
   painter->setPen(colours.quiet);
   const ColumnHead& head = table.head(section);

@@ -55,6 +55,7 @@ RowTableView::~RowTableView() = default;
 void RowTableView::makeHeads() {
   auto* heads = new RowHeader(this);
   setHorizontalHeader(heads);
+  new HeadCorner(*heads, *this);
   verticalHeader()->hide();
   verticalHeader()->setMinimumSectionSize(metrics::kRowHeight);
   verticalHeader()->setDefaultSectionSize(std::max(metrics::kRowHeight, fontMetrics().height() + 10));

@@ -18,8 +18,7 @@ std::optional<BarLabel> labelOfDay(QDate day, const ReportQuery& query, const QL
   BarLabel label{.bar = 0, .first = QString::number(day.day())};
   const QString weekday = locale.dayName(day.dayOfWeek(), QLocale::ShortFormat);
   if (width >= kRoomForNumber && days <= 31) {
-    const bool atEnd = day == first || day == query.range.last;
-    if (beginsWeek || atEnd || width >= kRoomForWeekday) label.second = weekday;
+    if (beginsWeek || day == first || width >= kRoomForWeekday) label.second = weekday;
     return label;
   }
   if (days > 150) {

@@ -15,6 +15,9 @@ constexpr double kSwatchGap = 9;
 constexpr double kFiguresGap = 7;
 constexpr double kPartGap = 20;
 constexpr double kHeadGap = 8;
+constexpr double kWidestName = 400;
+constexpr double kNarrowestName = 80;
+constexpr double kNameStep = 20;
 
 QFont fontOf(const ReadOutPart& part, QFont font) {
   if (part.isHead) font.setWeight(QFont::DemiBold);
@@ -43,6 +46,25 @@ void drawPart(QPainter& painter, QRectF rect, const ReadOutPart& part, const Col
   const double words = QFontMetricsF(painter.font()).horizontalAdvance(part.words);
   drawTabular(painter, rect.adjusted(part.words.isEmpty() ? 0 : words + kFiguresGap, 0, 0, 0), Qt::AlignLeft,
               part.figures);
+}
+
+double widthOfAll(const ReadOutParts& parts, const QFont& plain) {
+  double width = 0;
+  for (const ReadOutPart& part : parts) width += widthOf(part, plain) + (part.isHead ? kHeadGap : kPartGap);
+  return width - kPartGap;
+}
+
+/// With the longest names cut, where that makes room for all of them.
+ReadOutParts fitted(const ReadOutParts& parts, const QFont& plain, double room) {
+  if (widthOfAll(parts, plain) <= room) return parts;
+  for (double widest = kWidestName; widest >= kNarrowestName; widest -= kNameStep) {
+    ReadOutParts cut = parts;
+    for (ReadOutPart& part : cut) {
+      if (part.group) part.words = QFontMetricsF(plain).elidedText(part.words, Qt::ElideRight, widest);
+    }
+    if (widthOfAll(cut, plain) <= room) return cut;
+  }
+  return parts;
 }
 
 /// What of a bar was not sent, when anything was not.
@@ -90,11 +112,12 @@ QString textOf(const ReadOutParts& parts) {
   return texts.join(QStringLiteral(", "));
 }
 
-void drawReadOut(QPainter& painter, const QRectF& rect, const ReadOutParts& parts, const Colours& colours) {
+void drawReadOut(QPainter& painter, const QRectF& rect, const ReadOutParts& whole, const Colours& colours) {
   const QFont plain = painter.font();
+  const ReadOutParts parts = fitted(whole, plain, rect.width());
   double x = rect.left();
   for (std::size_t at = 0; at < parts.size(); ++at) {
-    ReadOutPart part = parts[at];
+    const ReadOutPart& part = parts[at];
     const ReadOutPart rest{
         .words = counted(static_cast<qint64>(parts.size() - at), "and 1 more", "and %Ln more"),
         .isQuiet = true};

@@ -18,8 +18,6 @@ namespace pendra {
 namespace {
 
 constexpr int kDateWidth = 104;
-constexpr int kStepWidth = 32;
-constexpr int kGapBetweenSums = 44;
 constexpr double kSumOfAll = 24;  // points
 constexpr double kOtherSums = 15;
 
@@ -78,16 +76,9 @@ QWidget* ReportHead::makeRangeRow() {
 }
 
 QPushButton* ReportHead::addStep(QHBoxLayout& row, const QString& objectName, const QString& name, int by) {
-  auto* button = new QPushButton(by < 0 ? QStringLiteral("‹") : QStringLiteral("›"));
+  auto* button = new StepButton(by < 0 ? Qt::LeftArrow : Qt::RightArrow);
   button->setObjectName(objectName);
   button->setAccessibleName(name);
-  button->setFlat(true);
-  QFont font = Theme::cellFont();
-  font.setPointSizeF(font.pointSizeF() * 1.4);
-  button->setFont(font);
-  QPalette palette = button->palette();
-  palette.setColor(QPalette::ButtonText, palette.color(QPalette::WindowText));
-  button->setFixedSize(kStepWidth, metrics::kButtonHeight);
   const QKeySequence key(by < 0 ? Qt::ALT | Qt::Key_Left : Qt::ALT | Qt::Key_Right);
   button->setToolTip(name + u" (" + key.toString(QKeySequence::NativeText) + u')');
   const auto step = [this, by] {
@@ -156,8 +147,8 @@ QWidget* ReportHead::makeSumsRow() {
   billable_ = new ReportSum(QStringLiteral("billableSum"), tr("Billable"), other, Sign::None);
   for (ReportSum* sum : {all_, sent_, notSent_, billable_}) {
     row->addWidget(sum);
-    row->addItem(new QSpacerItem(kGapBetweenSums - metrics::kGrid, 0, QSizePolicy::Maximum));
   }
+  ReportSum::alignBaseLines({all_, sent_, notSent_, billable_});
   row->addStretch(1);
   auto* popups = new QHBoxLayout;
   popups->setSpacing(metrics::kGrid);

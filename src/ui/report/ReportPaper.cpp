@@ -49,13 +49,13 @@ class Printing {
     printBars();
     printTableHead();
     for (const ReportTable::Shown& shown : paper_.rows) {
-      if (!makeRoom()) return false;
+      if (!makeRoom(shown.row)) return false;
       printRow(*shown.row, shown.depth, shown.depth == 0);
     }
-    if (!makeRoom()) return false;
+    if (!makeRoom(nullptr)) return false;
     painter_.fillRect(QRectF(0, y_, page_.width(), 0.8), colours().quiet);
     printRow(paper_.tree.row({}), 0, true);
-    printPageNumber();
+    printFoot();
     return true;
   }
 
@@ -161,19 +161,31 @@ class Printing {
   }
 
   /// Goes to another page where this one is full.
-  bool makeRoom() {
+  bool makeRoom(const ReportRow* next) {
     if (y_ + 3 * kLine < page_.height()) return true;
-    printPageNumber();
+    printFoot();
     if (!device_.newPage()) return false;
     ++number_;
     y_ = 0;
     printTableHead();
+    if (next) printWhatGoesOn(*next);
     return true;
   }
 
-  void printPageNumber() {
-    text({0, page_.height() - kLine, page_.width(), kLine}, fontOf(kQuiet), colours().quiet,
-         tr("Page %1").arg(number_), Qt::AlignRight);
+  /// Of whom the rows are, when what says it stands on the page before.
+  void printWhatGoesOn(const ReportRow& next) {
+    QStringList names;
+    for (const ReportRow* up = next.parent; up && up->parent; up = up->parent) names.prepend(up->name);
+    if (names.isEmpty()) return;
+    text({0, y_, nameWidth(), kLine}, fontOf(kCell), colours().quiet,
+         tr("%1, continued").arg(names.join(QStringLiteral(" - "))));
+    y_ += kLine;
+  }
+
+  void printFoot() {
+    const QRectF line(0, page_.height() - kLine, page_.width(), kLine);
+    if (number_ > 1) text(line, fontOf(kQuiet), colours().quiet, paper_.title() + u"  " + paper_.document);
+    text(line, fontOf(kQuiet), colours().quiet, tr("Page %1").arg(number_), Qt::AlignRight);
   }
 
   const ReportPaper& paper_;

@@ -5,6 +5,8 @@
 #include <QVBoxLayout>
 
 #include "HoursPainter.h"
+#include "ui/Symbols.h"
+#include "ui/Theme.h"
 #include "ui_core/ReportTexts.h"
 
 namespace pendra {
@@ -13,7 +15,9 @@ namespace {
 
 constexpr int kSignGap = 8;
 constexpr int kSign = 11;
+constexpr int kGapAfterSum = 36;
 constexpr int kSegmentPadding = 13;
+constexpr qreal kStepScale = 1.35;
 
 }  // namespace
 
@@ -24,9 +28,19 @@ ReportSum::ReportSum(const QString& objectName, const QString& word, const QFont
   figures_->setAccessibleName(word);
   figures_->setFont(font);
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(0, fontMetrics().height() + 2, 0, 0);
+  column->setContentsMargins(0, fontMetrics().height() + 2, kGapAfterSum, 0);
   column->addWidget(figures_, 0, Qt::AlignBottom);
   column->addStrut(fontMetrics().horizontalAdvance(word) + kSignGap + kSign + 2);
+}
+
+void ReportSum::alignBaseLines(std::initializer_list<ReportSum*> sums) {
+  int deepest = 0;
+  for (const ReportSum* sum : sums) deepest = std::max(deepest, sum->figures_->fontMetrics().descent());
+  for (const ReportSum* sum : sums) {
+    QMargins margins = sum->layout()->contentsMargins();
+    margins.setBottom(deepest - sum->figures_->fontMetrics().descent());
+    sum->layout()->setContentsMargins(margins);
+  }
 }
 
 void ReportSum::show(Length sum) { showText(*figures_, lengthText(sum)); }
@@ -52,7 +66,8 @@ SegmentButton::SegmentButton(const QString& text, Place place) : QRadioButton(te
 QSize SegmentButton::sizeHint() const {
   QFont heavy = font();
   heavy.setWeight(QFont::DemiBold);
-  return {QFontMetrics(heavy).horizontalAdvance(text()) + 2 * kSegmentPadding, metrics::kControlHeight};
+  const int words = QFontMetrics(heavy).size(Qt::TextShowMnemonic, text()).width();
+  return {words + 2 * kSegmentPadding, metrics::kControlHeight};
 }
 
 void SegmentButton::paintEvent(QPaintEvent*) {
@@ -73,11 +88,39 @@ void SegmentButton::paintEvent(QPaintEvent*) {
   if (isChecked()) font.setWeight(QFont::DemiBold);
   painter.setFont(font);
   painter.setPen(isChecked() ? Theme::readable(colours.link, face, colours.text) : colours.text);
-  painter.drawText(rect(), Qt::AlignCenter, text());
+  painter.drawText(rect(), static_cast<int>(Qt::AlignCenter) | Qt::TextShowMnemonic, text());
   if (!hasFocus()) return;
   painter.setPen(QPen(colours.link, 2));
   painter.setBrush(Qt::NoBrush);
   painter.drawRoundedRect(QRectF(rect()).adjusted(2, 2, -2, -2), metrics::kRadius - 2, metrics::kRadius - 2);
+}
+
+StepButton::StepButton(Qt::ArrowType towards) : towards_(towards) {
+  setFlat(true);
+  setAttribute(Qt::WA_Hover);
+  setFixedSize(metrics::kButtonHeight, metrics::kButtonHeight);
+}
+
+void StepButton::paintEvent(QPaintEvent*) {
+  const Colours& colours = Theme::colours(palette());
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QRectF plate = QRectF(rect()).adjusted(1, 1, -1, -1);
+  if (isDown() || underMouse()) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isDown() ? colours.selection : colours.line);
+    painter.drawRoundedRect(plate, metrics::kRadius, metrics::kRadius);
+  }
+  painter.save();
+  painter.translate(QRectF(rect()).center());
+  painter.rotate(towards_ == Qt::LeftArrow ? 90 : -90);
+  painter.scale(kStepScale, kStepScale);
+  drawChevron(painter, {}, isEnabled() ? colours.text : colours.disabled);
+  painter.restore();
+  if (!hasFocus()) return;
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(colours.link, 2));
+  painter.drawRoundedRect(plate, metrics::kRadius, metrics::kRadius);
 }
 
 }  // namespace pendra

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPushButton>
 #include <QRadioButton>
 
 #include "model/Hours.h"
@@ -14,6 +15,8 @@ class ReportSum final : public QWidget {
   enum class Sign { None, Solid, Hatched };
   ReportSum(const QString& objectName, const QString& word, const QFont& font, Sign sign);
   void show(Length sum);
+  /// Sums of different sizes stand on one line.
+  static void alignBaseLines(std::initializer_list<ReportSum*> sums);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -38,6 +41,19 @@ class SegmentButton final : public QRadioButton {
 
  private:
   Place place_;
+};
+
+/// The sign that goes one step on or back.
+class StepButton final : public QPushButton {
+  Q_OBJECT
+ public:
+  explicit StepButton(Qt::ArrowType towards);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  Qt::ArrowType towards_;
 };
 
 }  // namespace pendra

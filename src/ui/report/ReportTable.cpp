@@ -52,8 +52,7 @@ class ReportHeader final : public QHeaderView {
   void paintSection(QPainter* painter, const QRect& rect, int section) const override {
     const Colours& colours = Theme::colours(palette());
     painter->save();
-    painter->fillRect(rect, colours.window);
-    painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), colours.line);
+    drawHeadGround(*painter, rect, colours);
     QFont heavy = font();
     heavy.setWeight(QFont::Medium);
     painter->setFont(heavy);
@@ -155,6 +154,7 @@ class ReportDelegate final : public QStyledItemDelegate {
 ReportTable::ReportTable(ReportTree& tree, QWidget* parent) : QTreeView(parent), tree_(tree) {
   setModel(&tree);
   setHeader(new ReportHeader(*this));
+  new HeadCorner(*header(), *this);
   setItemDelegate(new ReportDelegate(*this));
   setIndentation(kIndent);
   setUniformRowHeights(true);
@@ -257,13 +257,16 @@ void ReportTable::drawRow(QPainter* painter, const QStyleOptionViewItem& options
   const QRect row(0, options.rect.top(), viewport()->width(), options.rect.height());
   const bool selected = selectionModel()->isRowSelected(index.row(), index.parent());
   const bool hovered = options.state & QStyle::State_MouseOver;
-  painter->fillRect(row, selected  ? (isActiveWindow() ? colours.selection : colours.line)
-                         : hovered ? colours.hover
-                                   : colours.base);
+  const QColor ground = selected  ? (isActiveWindow() ? colours.selection : colours.line)
+                        : hovered ? colours.hover
+                                  : colours.base;
+  painter->fillRect(row, ground);
+  QStyleOptionViewItem asGround = options;
+  asGround.palette.setColor(QPalette::Highlight, ground);  // for what is left of the arrow
+  QTreeView::drawRow(painter, asGround, index);
   painter->fillRect(QRect(0, row.bottom(), row.width(), 1), colours.line);
   if (selected && hasFocus() && isActiveWindow())
     painter->fillRect(QRect(0, row.top(), 2, row.height()), colours.link);
-  QTreeView::drawRow(painter, options, index);
 }
 
 void ReportTable::mouseMoveEvent(QMouseEvent* event) {

@@ -60,8 +60,9 @@ ReportWindow::ReportWindow(const WindowFrame& frame, ShowInLog showInLog)
   setHelpAnchor(*this, help::kReport);
   query_.weekBegins = weekBegins(session_.ports().defaults, locale());
   query_.range = ReportRange::around(RangeKind::Month, today(), query_.weekBegins);
-  setContent(makeContent());
+  QWidget* content = makeContent();
   addExports();
+  setContent(content);  // whose buttons get their letters by that
   resize(firstSize(*this, kFirstSize));
   new WindowPlace(*this, session_.ports().defaults, preferences::kReportPlace);
   connect(head_, &ReportHead::queryChosen, this, &ReportWindow::setQuery);
