@@ -11,7 +11,7 @@ namespace pendra {
 namespace {
 
 constexpr int kArrow = 24;
-constexpr int kBeforeWords = 8;
+constexpr int kBeforeWords = 4;
 
 }  // namespace
 

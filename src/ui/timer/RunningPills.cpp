@@ -55,9 +55,9 @@ void RunningPill::showTimer(const RunningTimer& timer) {
   length_ = timer.length();
   const QString name = shortTitle(*timer.activity);
   const QString wholeName = activityTitle(*timer.activity);
-  if (activity_ != timer.activity.get() || text() != name || accessibleName() != wholeName) {
+  if (activity_ != timer.activity.get() || name_ != name || accessibleName() != wholeName) {
     activity_ = timer.activity;
-    setText(name);
+    name_ = name;
     setAccessibleName(wholeName.isEmpty() ? name : wholeName);
     setToolTip(formatted(tr("Select %@ (Return), or stop it (Space)"), {accessibleName()}));
   }
@@ -93,7 +93,7 @@ void RunningPill::paintEvent(QPaintEvent*) {
   painter.setFont(font());
   painter.setPen(colours.text);
   painter.drawText(words, Qt::AlignLeft | Qt::AlignVCenter,
-                   fontMetrics().elidedText(text(), Qt::ElideRight, static_cast<int>(words.width())));
+                   fontMetrics().elidedText(name_, Qt::ElideRight, static_cast<int>(words.width())));
   if (!hasFocus()) return;
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(colours.link, 2));
@@ -119,7 +119,6 @@ void RunningPill::keyPressEvent(QKeyEvent* event) {
 
 RunningPills::RunningPills() : more_(new MenuButton(QStringLiteral("moreRunning"), {})) {
   setObjectName(QStringLiteral("runningPills"));
-  setMaximumWidth(kWidth + 2 * kRing);
   auto* lines = new QVBoxLayout(this);
   lines->setContentsMargins(0, 0, 0, 0);
   lines->setSpacing(0);
@@ -127,11 +126,11 @@ RunningPills::RunningPills() : more_(new MenuButton(QStringLiteral("moreRunning"
   for (RunningPill*& pill : pills_) {
     pill = new RunningPill;
     pill->hide();
-    lines->addWidget(pill);
+    lines->addWidget(pill, 0, Qt::AlignLeft);
     connect(pill, &RunningPill::stopAsked, this, &RunningPills::stopAsked);
     connect(pill, &RunningPill::selectAsked, this, &RunningPills::selectAsked);
   }
-  lines->addWidget(more_);
+  lines->addWidget(more_, 0, Qt::AlignLeft);
   lines->addStretch();
   more_->hide();
   connect(more_, &QAbstractButton::clicked, this, &RunningPills::openMenu);

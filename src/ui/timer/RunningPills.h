@@ -36,6 +36,7 @@ class RunningPill final : public QAbstractButton {
   [[nodiscard]] bool isOnSign(const QPointF& place) const;
 
   Ref<Activity> activity_;
+  QString name_;
   QString length_;
   bool besideSign_ = false;  ///< where the mouse went down
 };

@@ -18,7 +18,7 @@ constexpr int kHeight = 96;
 constexpr int kLowHeight = 76;
 constexpr int kHintRise = 9;  // from the foot of the time's box to its base line
 constexpr int kTextsShare = 3;
-constexpr int kGapShare = 1;
+constexpr int kPillsShare = 4;  // as long as there are any
 
 QPushButton* titled(const QString& objectName, const QString& title, const QString& accessibleName) {
   auto* button = new QPushButton(title);
@@ -58,8 +58,7 @@ TimerHeader::TimerHeader()
   row->setSpacing(metrics::kSide - metrics::kGrid / 2);
   row->addWidget(startStopButton);
   row->addLayout(makeTexts(), kTextsShare);
-  row->addWidget(pills, kTextsShare);
-  row->addStretch(kGapShare);
+  row->addWidget(pills, kPillsShare);
   row->addWidget(addActivityButton);
   row->addWidget(submitTimeButton);
   low_ = true;
@@ -103,6 +102,11 @@ void TimerHeader::showElapsedTime(const QString& text) { showText(*elapsedTimeDi
 
 void TimerHeader::showIsLastEntry(bool isLastEntry) { lastEntry->setVisible(isLastEntry); }
 
-void TimerHeader::showName(const QString& name) { showText(*customerJobLabel, name); }
+/// Without a name the arrow would hang in the air: it says itself what it opens.
+void TimerHeader::showName(const QString& name) {
+  showText(*customerJobLabel, name);
+  customerJobLabel->setHidden(name.isEmpty());
+  latestButton->setText(name.isEmpty() ? latestButton->accessibleName() : QString());
+}
 
 }  // namespace pendra
