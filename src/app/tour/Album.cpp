@@ -19,6 +19,14 @@ QPixmap pictureOf(QWidget& window, int scale) {
   return picture;
 }
 
+/// What another text changes is passed on from layout to layout, a turn each, until the window has it.
+void settleLayouts() {
+  constexpr int kDeepest = 16;
+  for (int turn = 0; turn < kDeepest; ++turn) {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+  }
+}
+
 }  // namespace
 
 void Album::take(const QString& name, QWidget& window) {
@@ -30,6 +38,7 @@ void Album::take(const QString& name, QWidget& window) {
 
 void Album::save(const QString& name, QWidget& window) {
   QCoreApplication::processEvents();
+  settleLayouts();
   for (const auto& [scale, ending] : {std::pair(1, u".png"), std::pair(2, u"@2x.png")}) {
     isComplete_ &= pictureOf(window, scale).save(folder_.filePath(name + ending));
   }

@@ -67,20 +67,22 @@ void press(const QWidget& in, const QString& button) {
   qFatal("the tour finds no button %s", qPrintable(button));
 }
 
-void key(int code, const QString& text = {}) {
-  QWidget* focus = QApplication::focusWidget();
+void key(QWidget& in, int code, const QString& text = {}) {
   for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
     QKeyEvent event(type, code, Qt::NoModifier, text);
-    if (focus) QCoreApplication::sendEvent(focus, &event);
+    QCoreApplication::sendEvent(&in, &event);
   }
 }
 
-/// Types over what stands in the field, and leaves it.
+/// Types over what stands in the field, and leaves it. When its window gets the keyboard is the desktop's to
+/// say, so nothing here waits for that.
 void typeInto(QWidget& field, const QString& text) {
   field.window()->activateWindow();
-  field.setFocus(Qt::TabFocusReason);  // all of it is selected by that
-  for (const QChar letter : text) key(0, letter);
-  key(Qt::Key_Tab);
+  field.setFocus(Qt::TabFocusReason);
+  const auto* box = qobject_cast<QComboBox*>(&field);
+  (box ? box->lineEdit() : qobject_cast<QLineEdit*>(&field))->selectAll();
+  for (const QChar letter : text) key(field, 0, letter);
+  key(field, Qt::Key_Tab);
 }
 
 /// Markdown: what is done, and what it looks like.
@@ -138,7 +140,9 @@ class Day {
     QWidget& setup = windowTitled(QStringLiteral("Set Up Pendra"));
     auto& ok = named<QPushButton>(setup, QStringLiteral("okButton"));
     const auto& employees = named<QComboBox>(setup, QStringLiteral("Employee"));
-    until("Vantor's employees", [&] { return employees.count() > 0 && ok.isEnabled(); });
+    until("Vantor's employees", [&] {
+      return employees.count() > 0 && ok.isEnabled() && !setup.findChild<QWidget*>(QStringLiteral("spinner"));
+    });
     story_.tell(QStringLiteral("set-up"),
                 QStringLiteral("Vantor runs, so the document is linked with the company that is open there."),
                 setup);

@@ -22,6 +22,9 @@ constexpr int kLongestHistory = 2600;  // days: about seven years, however many 
 /// The instant at which a day begins in universal time, so that no zone plays a part.
 Instant beginOf(QDate day) { return {static_cast<double>(QDate(2001, 1, 1).daysTo(day) * kDay)}; }
 
+constexpr int kDayBegins = 7 * kHour;
+constexpr int kNoon = 12 * kHour;  // the time of `SampleClock`
+
 /// Makes one sample, from the settings to the entries.
 class Sample {
  public:
@@ -131,13 +134,13 @@ class Sample {
     for (auto day = days.rbegin(); day != days.rend(); ++day) makeDay(day->first, day->second);
   }
 
-  /// A day's entries, one after the other; the last of some days runs past midnight.
+  /// A day's entries, one after the other; the last of some days runs past midnight. Today has come to noon.
   void makeDay(QDate day, int count) {
-    const int share = 9 * kHour / count;
+    const int share = (day == options_.today ? kNoon - kDayBegins : 9 * kHour) / count;
     for (int number = 0; number < count; ++number) {
       const bool night = number + 1 == count && day != options_.today && random_.percent(3);
       const int begin = night ? 23 * kHour + random_.below(50 * kMinute)
-                              : 7 * kHour + number * share + random_.below(std::max(1, share / 4));
+                              : kDayBegins + number * share + random_.below(std::max(1, share / 4));
       const int length =
           night ? kHour + random_.below(kHour) : share / 4 + random_.below(std::max(1, share / 2));
       makeEntry(day, begin, length);
@@ -150,7 +153,7 @@ class Sample {
     entry.setStart(beginOf(day) + begin + random_.below(1000) / 1000.0);
     entry.setDuration(length + random_.below(1000) / 1000.0);
     entry.setDateSubmitted(sentAt(day));
-    if (random_.percent(30)) entry.setNotes(random_.oneOf(words_.entryNotes));
+    if (random_.percent(options_.everyday ? 60 : 30)) entry.setNotes(random_.oneOf(words_.entryNotes));
   }
 
   /// What is older than a working week was sent, but for a few; on the Friday after it.
@@ -172,7 +175,7 @@ class Sample {
 
 }  // namespace
 
-SampleClock::SampleClock(QDate today) : now_(beginOf(today) + 12.0 * kHour) {}
+SampleClock::SampleClock(QDate today) : now_(beginOf(today) + kNoon) {}
 
 void fillSample(ObjectContext& context, const SampleOptions& options) { Sample(context, options).fill(); }
 
