@@ -18,6 +18,7 @@
 #include "ui/PreferencesWindow.h"
 #include "ui/ReportWindow.h"
 #include "ui/RestoreWindow.h"
+#include "ui/RowTableView.h"
 #include "ui/SetupController.h"
 #include "ui/ShellWindows.h"
 #include "ui/TimeAwayWindow.h"
@@ -171,6 +172,7 @@ std::unique_ptr<ReportWindow> WindowRegistry::makeReport() {
     if (!open_->timer) return;
     open_->timer->state().log().showOnly(first, last, customer);
     open_->timer->bringToFront();
+    open_->timer->log().table().setFocus();
   };
   return std::make_unique<ReportWindow>(frame(), showInLog);
 }

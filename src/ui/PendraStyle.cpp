@@ -315,6 +315,13 @@ void PendraStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
     const QPointF centre(option->rect.right() - 12, QRectF(option->rect).center().y());
     return drawChevron(*painter, centre, enabled ? colours.quiet : colours.disabled);
   }
+  // The arrow would stand across the end of the word: a calendar's month.
+  if (const auto* tool = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+      tool && tool->features.testFlag(QStyleOptionToolButton::HasMenu)) {
+    QStyleOptionToolButton plain = *tool;
+    plain.features.setFlag(QStyleOptionToolButton::HasMenu, false);
+    return QProxyStyle::drawComplexControl(control, &plain, painter, widget);
+  }
   const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
   if (control == CC_SpinBox && spin && spin->buttonSymbols == QAbstractSpinBox::NoButtons) {
     return drawFieldPanel(*painter, *option, widget);

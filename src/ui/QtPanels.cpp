@@ -11,6 +11,12 @@ namespace pendra {
 
 namespace {
 
+/// What files of that ending are called in the plural.
+QString kindOf(const QString& type) {
+  return type == u"pdr" ? QObject::tr("Pendra documents")
+                        : formatted(QObject::tr("%@ files"), {type.toUpper()});
+}
+
 /// Asks, when the path that a name leads to is taken; the dialog itself does not know that path yet.
 bool mayReplace(ModalDepth& modals, const QString& path) {
   const QFileInfo file(path);
@@ -82,7 +88,7 @@ void QtPanels::fill(QFileDialog& dialog, const SavePanel& panel) const {
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
   if (!panel.requiredType.isEmpty()) {
-    dialog.setNameFilter(QObject::tr("Pendra documents") + u" (*." + panel.requiredType + u')');
+    dialog.setNameFilter(kindOf(panel.requiredType) + u" (*." + panel.requiredType + u')');
   }
   dialog.setDirectory(panel.folder.isEmpty() ? folder() : panel.folder);
   dialog.selectFile(fileNameFor(panel.proposedName));

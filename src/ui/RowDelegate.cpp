@@ -330,7 +330,9 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   QRect content = contentRect(option, index);
   if (kindOf(index) != CellKind::State && !index.data(TableModel::kWarningRole).toString().isEmpty())
     content = drawWarning(*painter, content, look);
-  const bool hasFocus = bool(option.state & QStyle::State_HasFocus) && actsOnPress(kindOf(index));
+  // Where no row is selected the ring is the whole table's.
+  const bool hasFocus = bool(option.state & QStyle::State_HasFocus) && actsOnPress(kindOf(index)) &&
+                        static_cast<const RowTableView*>(option.widget)->selectionModel()->hasSelection();
   drawContent(*painter, content, index, look, hovered_ == index || hasFocus);
   if (hasFocus) {
     painter->setRenderHint(QPainter::Antialiasing);
