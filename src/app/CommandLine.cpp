@@ -9,30 +9,32 @@
 
 namespace pendra {
 
-const char* const kUsage =
-    "Usage: pendra [--appearance light|dark] [--in-panel] [FILE]\n"
-    "       pendra --new FILE\n"
-    "       pendra --tour DIR\n"
-    "       pendra COMMAND [--json] [--document FILE]\n"
-    "Keeps track of the time you work for your customers.\n\n"
-    "  FILE                  a document (.pdr) or a backup (.pdrbackup) to open\n"
-    "  --new FILE            make that document and open it\n"
-    "  --appearance A        light or dark, whatever the desktop says\n"
-    "  --in-panel            begin without a window where the desktop has a panel\n"
-    "  --tour DIR            draw every window, and a day, into pictures in that folder; needs no display\n"
-    "  --version, --help     print and end\n"
-    "  --                    what follows is a FILE, whatever it begins with\n\n"
-    "Commands, for the document that was open last or the one that --document names:\n\n"
-    "  status                what runs, and the hours of today and this week\n"
-    "  log                   the entries; --from DAY, --to DAY, --customer NAME, --unsent\n"
-    "  report                sums of hours; --from DAY, --to DAY, --by customer,job,service,day\n"
-    "  start NAME            start the one activity that matches: words of its names and notes\n"
-    "  stop [NAME]           stop it, or all that run\n"
-    "  add TEXT              what the quick entry does with it: \"Acme: Design - sketches 90m\"; --create\n"
-    "  export FILE           write every entry to a new file\n"
-    "  backup FILE           copy the document to a new file\n"
-    "  send                  send to Vantor what is not sent; nothing where something would be asked\n"
-    "  --json                answer for other programs\n";
+QString usage() {
+  return tr(
+      "Usage: pendra [--appearance light|dark] [--in-panel] [FILE]\n"
+      "       pendra --new FILE\n"
+      "       pendra --tour DIR\n"
+      "       pendra COMMAND [--json] [--document FILE]\n"
+      "Keeps track of the time you work for your customers.\n\n"
+      "  FILE                  a document (.pdr) or a backup (.pdrbackup) to open\n"
+      "  --new FILE            make that document and open it\n"
+      "  --appearance A        light or dark, whatever the desktop says\n"
+      "  --in-panel            begin without a window where the desktop has a panel\n"
+      "  --tour DIR            draw every window, and a day, into pictures in that folder; needs no display\n"
+      "  --version, --help     print and end\n"
+      "  --                    what follows is a FILE, whatever it begins with\n\n"
+      "Commands, for the document that was open last or the one that --document names:\n\n"
+      "  status                what runs, and the hours of today and this week\n"
+      "  log                   the entries; --from DAY, --to DAY, --customer NAME, --unsent\n"
+      "  report                sums of hours; --from DAY, --to DAY, --by customer,job,service,day\n"
+      "  start NAME            start the one activity that matches: words of its names and notes\n"
+      "  stop [NAME]           stop it, or all that run\n"
+      "  add TEXT              what the quick entry does with it: \"Acme: Design - sketches 90m\"; --create\n"
+      "  export FILE           write every entry to a new file\n"
+      "  backup FILE           copy the document to a new file\n"
+      "  send                  send to Vantor what is not sent; nothing where something would be asked\n"
+      "  --json                answer for other programs\n");
+}
 
 namespace {
 

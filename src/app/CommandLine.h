@@ -43,6 +43,6 @@ struct CommandLine {
 [[nodiscard]] bool hasDisplay();
 
 /// What `--help` prints.
-extern const char* const kUsage;
+[[nodiscard]] QString usage();
 
 }  // namespace pendra

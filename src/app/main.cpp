@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <cstdio>
+#include <variant>
 
 #include "CommandLine.h"
 #include "Program.h"
@@ -32,7 +33,7 @@ std::optional<int> answerWithoutDisplay(const CommandLine& line) {
     case CommandLine::Task::SayVersion:
       return std::puts("pendra " PENDRA_VERSION) < 0 ? status::kFailed : status::kDone;
     case CommandLine::Task::SayHelp:
-      return std::fputs(pendra::kUsage, stdout) < 0 ? status::kFailed : status::kDone;
+      return std::fputs(qUtf8Printable(pendra::usage()), stdout) < 0 ? status::kFailed : status::kDone;
     case CommandLine::Task::DrawTour:
       qputenv("QT_QPA_PLATFORM", "offscreen");
       return std::nullopt;
@@ -104,21 +105,27 @@ int refuseLine(const pendra::Error& error, std::span<const char* const> argument
                         }));
 }
 
-int obey(const pendra::Order& order, int argc, char** argv) {
-  QCoreApplication application(argc, argv);
+/// What was asked; or, of what needs no window, the status of its answer, which is in the reader's language
+/// too.
+std::variant<CommandLine, int> begin(int argc, char** argv) {
+  QCoreApplication application(argc, argv);  // one without windows, until it is known that there will be some
   pendra::installTranslations(application, pendra::translationFolder());
-  return pendra::obey(order);
+  const std::span<const char* const> arguments{argv, static_cast<std::size_t>(argc)};
+  const auto read = pendra::readCommandLine(arguments);
+  if (!read) return refuseLine(read.error(), arguments);
+  const CommandLine& line = read.value();
+  if (const auto status = answerWithoutDisplay(line)) return *status;
+  pendra::installLog();
+  if (line.task == CommandLine::Task::Obey) return pendra::obey(line.order);
+  return line;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const auto read = pendra::readCommandLine({argv, static_cast<std::size_t>(argc)});
-  if (!read) return refuseLine(read.error(), {argv, static_cast<std::size_t>(argc)});
-  const CommandLine& line = read.value();
-  if (const auto status = answerWithoutDisplay(line)) return *status;
-  pendra::installLog();
-  if (line.task == CommandLine::Task::Obey) return obey(line.order, argc, argv);
+  const auto begun = begin(argc, argv);
+  if (const int* status = std::get_if<int>(&begun)) return *status;
+  const auto& line = std::get<CommandLine>(begun);
   Application application(argc, argv);
   // Without a display name: it would stand behind the title of every window.
   QApplication::setApplicationName(QStringLiteral("pendra"));

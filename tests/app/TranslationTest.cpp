@@ -10,6 +10,7 @@
 #include <QTabBar>
 #include <QTranslator>
 
+#include "CommandLine.h"
 #include "CommandTable.h"
 #include "RunningProgram.h"
 #include "document/TimeAway.h"
@@ -170,6 +171,7 @@ TEST(Translation, EveryTextOfEveryWindowCanBeTranslatedAndHelpedWith) {
   const QLocale before;
   QLocale::setDefault(QLocale(QLocale::German));
   installTranslations(*qApp, QStringLiteral(PENDRA_TRANSLATIONS));
+  EXPECT_EQ(usage().front(), u'⟦');
   {
     RunningProgram program(&fillAll, false);
     Reader reader(static_cast<ScriptedWorkspace&>(program.session().ports().workspace));
