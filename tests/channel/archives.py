@@ -30,6 +30,7 @@ DAMAGED = "the archive is damaged"
 NO_VALUE = "the archive holds an object that is no value"
 LARGE = [array(2, *range(5, 65)), ARRAY, described("NSString"), "x" * (1 << 20),
          *(instance(3, NS__string=UID(4)) for _ in range(60))]
+OFTEN = array(2, *([0] * 500))
 ARCHIVES = {
     "cycle of one": ("the archive holds a cycle", [array(2, 1), ARRAY]),
     "cycle of two": ("the archive holds a cycle", [array(2, 3), ARRAY, array(2, 1)]),
@@ -47,6 +48,7 @@ ARCHIVES = {
     "too deep on one of two ways": ("the archive is nested too deep", chain(65)),
     "shared two to the power of 62": ("good", [*(array(65, i + 1, i + 1) for i in range(1, 64)), "leaf", ARRAY]),
     "a megabyte, sixty times": ("the archive is too large", LARGE),
+    "one array under 500 numbers": ("the objects of the archive overlap", [OFTEN, ARRAY, *([OFTEN] * 500)]),
 }
 
 for name, (outcome, objects) in ARCHIVES.items():

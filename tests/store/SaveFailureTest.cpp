@@ -1,3 +1,4 @@
+#include <SQLiteCpp/SQLiteCpp.h>
 #include <gmock/gmock.h>
 
 #include <random>
@@ -67,6 +68,27 @@ TEST_F(Numbered, ASaveThatFillsTheDiskLosesNothingAndIsTriedAgain) {
   }
   EXPECT_GT(failures, 5);
   EXPECT_EQ(numberIn(crashed()), failures + 1) << "the same context saves once there is room";
+}
+
+TEST_F(Numbered, WhoeverReadsOrWritesTheFileIsWaitedForByASaveAndByAnOpening) {
+  makeDocument();
+  SQLite::Database other(path().toStdString(), SQLite::OPEN_READWRITE);
+  const auto whileOther = [&](const char* locks, const std::function<bool()>& act) {
+    other.exec(locks);
+    std::thread letsGo([&] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(150));
+      other.exec("ROLLBACK");
+    });
+    const bool done = act();
+    letsGo.join();
+    return done;
+  };
+  auto context = opened();
+  number(*context, 1);
+  EXPECT_TRUE(whileOther("BEGIN; SELECT * FROM Activity", [&] { return bool(context->save()); }));
+  context.reset();
+  EXPECT_EQ(numberIn(path()), 1);
+  EXPECT_TRUE(whileOther("BEGIN EXCLUSIVE", [&] { return bool(emptyContext()->open(path())); }));
 }
 
 TEST_F(Numbered, KilledAtAnyMomentOfASaveIsTheOldOrTheNewState) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <QScreen>
 #include <QScrollBar>
 
 #include "Desk.h"
@@ -53,6 +54,27 @@ TEST(ALinkedDesk, SaysWhatIsNotSent) {
   desk.addEntry(desk.addActivity(nullptr, nullptr), "2026-11-23T12:00:00Z", 3660);
   desk.sitDown();
   EXPECT_EQ(desk.description(u"Not sent"_s), "01:01:00, 1 entry");
+}
+
+TEST_F(TimerWindowAtTheDesk, FitsASmallScreenAndIsWalkedAsItIsRead) {
+  QWidget& window = desk.front();
+  EXPECT_LT(window.height(), window.screen()->availableSize().height());
+  for (const QSize size : {QSize(1024, 570), QSize(1280, 770)}) {
+    window.resize(size);
+    desk.settle();
+    EXPECT_EQ(window.size(), size);
+    const auto& footer = desk.named(u"This week"_s);
+    EXPECT_LE(footer.mapTo(&window, footer.rect().bottomRight()).y(), size.height());
+    for (const QString& table : {u"Activities"_s, u"Time log"_s}) {
+      EXPECT_GT(desk.named<RowTableView>(table).viewport()->height(), 60) << table.toStdString();
+    }
+  }
+  QStringList walked;
+  for (int step = 0; step < 18; ++step, desk.press(Qt::Key_Tab)) walked << desk.focus();
+  EXPECT_EQ(walked.join(u"/"_s),
+            "Activities/Customer filter/Job filter/Service filter/Range/From date/To date/Find in the log/"
+            "Time log/Start or stop timer/Latest activities/Add activity/Quick entry/Find an activity/"
+            "Preferences…/OK/Dismiss/Activities");
 }
 
 TEST_F(TimerWindowAtTheDesk, TheActivityTableIsWorkedByKeys) {

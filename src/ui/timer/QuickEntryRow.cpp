@@ -52,7 +52,10 @@ void QuickEntryRow::focusField() {
   field_->selectAll();
 }
 
-void QuickEntryRow::addTool(QWidget* tool) { row_->addWidget(tool); }
+void QuickEntryRow::addTool(QWidget* tool) {
+  row_->addWidget(tool);
+  setTabOrder(field_, tool);  // as they are read
+}
 
 bool QuickEntryRow::isPanelShown() const { return panel_ && panel_->isVisible(); }
 
