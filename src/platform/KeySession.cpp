@@ -6,6 +6,8 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 
+#include "Portal.h"
+
 namespace pendra {
 
 namespace {
@@ -40,20 +42,18 @@ namespace pendra {
 
 namespace {
 
-const QString kPortal = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString kObject = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString kShortcuts = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
 const QString kStartOrStop = QStringLiteral("start-or-stop");
 const QString kToken = QStringLiteral("pendra_keys");
 
 QDBusMessage callOf(const QString& method) {
-  return QDBusMessage::createMethodCall(kPortal, kObject, kShortcuts, method);
+  return QDBusMessage::createMethodCall(kPortal, kPortalObject, kShortcuts, method);
 }
 
 /// Where the portal will answer a request of that token.
 QString requestPath(const QDBusConnection& bus, const QString& token) {
   const QString caller = bus.baseService().mid(1).replace(u'.', u'_');
-  return kObject + u"/request/" + caller + u'/' + token;
+  return kPortalObject + u"/request/" + caller + u'/' + token;
 }
 
 }  // namespace
@@ -61,10 +61,10 @@ QString requestPath(const QDBusConnection& bus, const QString& token) {
 KeySession::KeySession(const QDBusConnection& session, PortalKey& owner) : session_(session), owner_(owner) {
   qDBusRegisterMetaType<PortalShortcut>();
   qDBusRegisterMetaType<QList<PortalShortcut>>();
-  session_.connect(kPortal, kObject, kShortcuts, QStringLiteral("Activated"), this,
+  session_.connect(kPortal, kPortalObject, kShortcuts, QStringLiteral("Activated"), this,
                    SLOT(pressed(QDBusObjectPath, QString, qulonglong, QVariantMap)));
   auto call = QDBusMessage::createMethodCall(
-      kPortal, kObject, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+      kPortal, kPortalObject, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
   session_.callWithCallback(call << kShortcuts << QStringLiteral("version"), this,
                             SLOT(versionTold(QDBusMessage)));
 }

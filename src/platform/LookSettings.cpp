@@ -5,12 +5,12 @@
 #include <QVariantMap>
 #include <cmath>
 
+#include "Portal.h"
+
 namespace pendra {
 
 namespace {
 
-const QString kPortal = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString kObject = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString kSettings = QStringLiteral("org.freedesktop.portal.Settings");
 const QString kAppearance = QStringLiteral("org.freedesktop.appearance");
 const QString kInterface = QStringLiteral("org.gnome.desktop.interface");
@@ -58,13 +58,13 @@ void DesktopLook::set(const Wishes& look) {
 
 LookSettings::LookSettings(const QDBusConnection& session, PortalLook& owner)
     : session_(session), owner_(owner) {
-  session_.connect(kPortal, kObject, kSettings, QStringLiteral("SettingChanged"), this,
+  session_.connect(kPortal, kPortalObject, kSettings, QStringLiteral("SettingChanged"), this,
                    SLOT(changed(QString, QString, QDBusVariant)));
 }
 
 void LookSettings::read() {
   if (!session_.isConnected()) return;
-  auto call = QDBusMessage::createMethodCall(kPortal, kObject, kSettings, QStringLiteral("ReadAll"));
+  auto call = QDBusMessage::createMethodCall(kPortal, kPortalObject, kSettings, QStringLiteral("ReadAll"));
   call << QStringList{kAppearance, kInterface};
   if (session_.interface()->isServiceRegistered(kPortal).value()) {
     const QDBusMessage reply = session_.call(call, QDBus::Block, kPatience);
