@@ -9,6 +9,7 @@
 #include "document/Session.h"
 #include "ui/Buttons.h"
 #include "ui/HelpPlace.h"
+#include "ui/Labels.h"
 #include "ui/SheetRunner.h"
 #include "ui/Theme.h"
 #include "ui_core/HelpAnchors.h"
@@ -21,14 +22,6 @@ namespace {
 constexpr int kWide = 440;
 constexpr int kFieldWide = 120;
 constexpr int kEdge = 24;
-
-QLabel* words(const QString& text, const QFont& font) {
-  auto* label = new QLabel(text);
-  label->setTextFormat(Qt::PlainText);
-  label->setFont(font);
-  label->setWordWrap(true);
-  return label;
-}
 
 QFont titleFont() {
   QFont font = Theme::cellFont();
@@ -54,9 +47,8 @@ void SplitSheet::build() {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(kEdge, kEdge, kEdge, metrics::kSide);
   column->setSpacing(metrics::kGrid);
-  column->addWidget(words(texts.title, titleFont()));
-  QLabel* span = words(texts.span, Theme::quietFont());
-  showAsSecondary({span});
+  column->addWidget(makeLabel(texts.title, {.font = titleFont(), .wraps = true}));
+  QLabel* span = makeLabel(texts.span, {.font = Theme::quietFont(), .isQuiet = true, .wraps = true});
   column->addWidget(span);
   time_->setObjectName(QStringLiteral("timeField"));
   time_->setAccessibleName(tr("Time"));

@@ -10,6 +10,7 @@
 
 #include "../log/FilterPopUp.h"
 #include "ui/DateField.h"
+#include "ui/Labels.h"
 #include "ui/Theme.h"
 #include "ui_core/ReportTexts.h"
 
@@ -33,13 +34,6 @@ QHBoxLayout* rowIn(QWidget* widget) {
   row->setContentsMargins(metrics::kSide, 0, metrics::kSide, 0);
   row->setSpacing(metrics::kGrid);
   return row;
-}
-
-QLabel* quietLabel(const QString& text, QWidget* of) {
-  auto* label = new QLabel(text);
-  label->setForegroundRole(QPalette::PlaceholderText);
-  label->setBuddy(of);
-  return label;
 }
 
 /// The bars that show a range best.
@@ -126,7 +120,7 @@ void ReportHead::addDates(QHBoxLayout& row) {
     field->setFixedWidth(kDateWidth);
     field->setReader(days_);
     connect(field, &QLineEdit::editingFinished, this, &ReportHead::chooseDates);
-    inRow->addWidget(quietLabel(word, field));
+    inRow->addWidget(makeLabel(word, {.isQuiet = true, .of = field}));
     inRow->addWidget(field);
     return field;
   };

@@ -5,18 +5,13 @@
 #include <QPushButton>
 
 #include "ui/Buttons.h"
+#include "ui/Labels.h"
 
 namespace pendra {
 
 namespace {
 
 constexpr qsizetype kPiecesAtMost = 4;
-
-QLabel* quietLabel(const QString& text) {
-  auto* label = new QLabel(text);
-  label->setForegroundRole(QPalette::PlaceholderText);
-  return label;
-}
 
 /// Shortens what the button says in its middle, until it is as narrow as `width`.
 void shorten(QPushButton& button, int width) {
@@ -58,8 +53,8 @@ void PathControl::showPieces() {
   for (qsizetype at = pieces.size() - 1; at >= 0; --at) {
     const bool isLast = at + 1 == pieces.size();
     auto* piece = makePiece(pieces[at], u'/' + pieces.first(at + 1).join(u'/'));
-    auto* arrow = isLast ? nullptr : quietLabel(QStringLiteral(" › "));
-    auto* rest = quietLabel(QStringLiteral("… › "));
+    auto* arrow = isLast ? nullptr : makeLabel(QStringLiteral(" › "), {.isQuiet = true});
+    auto* rest = makeLabel(QStringLiteral("… › "), {.isQuiet = true});
     if (isLast) shorten(*piece, room - rest->sizeHint().width());
     room -= piece->sizeHint().width() + (arrow ? arrow->sizeHint().width() : 0);
     const bool fits = room >= (at > 0 ? rest->sizeHint().width() : 0) && pieces.size() - at <= kPiecesAtMost;

@@ -15,6 +15,7 @@
 
 #include "ui/Buttons.h"
 #include "ui/HelpPlace.h"
+#include "ui/Labels.h"
 #include "ui/PathControl.h"
 #include "ui/Theme.h"
 #include "ui_core/HelpAnchors.h"
@@ -30,19 +31,9 @@ constexpr int kIndent = metrics::kGrid * 3;
 constexpr int kUntilQuestions = 50;
 
 QLabel* words(const QString& text, const QString& name) {
-  auto* label = new QLabel(text);
-  label->setObjectName(name);
-  label->setTextFormat(Qt::PlainText);
+  QLabel* label = makeLabel(text, {.objectName = name});
   // One line, as wide as there is room: what wraps would need a height that nobody knows beforehand.
   label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-  return label;
-}
-
-QLabel* quietWords(const QString& text) {
-  auto* label = new QLabel(text);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  label->setForegroundRole(QPalette::PlaceholderText);
   return label;
 }
 
@@ -80,7 +71,7 @@ QWidget* SetupController::makeContent() {
     modeRadios_->addButton(radio, row);
     column->addWidget(radio);
     column->addSpacing(metrics::kGrid / 2);
-    column->addWidget(indented(quietWords(meaning)));
+    column->addWidget(indented(makeLabel(meaning, {.isQuiet = true, .wraps = true})));
   };
   addMode(
       0, tr("Link to Vantor"),

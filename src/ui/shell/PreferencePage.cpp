@@ -7,6 +7,7 @@
 #include <QSpinBox>
 
 #include "ui/Buttons.h"
+#include "ui/Labels.h"
 #include "ui/Theme.h"
 
 namespace pendra {
@@ -29,14 +30,7 @@ QHBoxLayout* rowOf(const std::vector<QWidget*>& widgets) {
 }  // namespace
 
 QLabel* quietWords(const QString& text, int width) {
-  auto* label = new QLabel(text);
-  label->setTextFormat(Qt::PlainText);
-  label->setFont(Theme::quietFont());
-  label->setForegroundRole(QPalette::PlaceholderText);
-  if (width <= 0) return label;
-  label->setWordWrap(true);
-  label->setFixedWidth(width);
-  return label;
+  return makeLabel(text, {.font = Theme::quietFont(), .isQuiet = true, .wraps = width > 0, .width = width});
 }
 
 PreferencePage::PreferencePage(UserDefaults& defaults) : defaults_(defaults), column_(new QVBoxLayout(this)) {

@@ -12,6 +12,7 @@
 #include "ui/Buttons.h"
 #include "ui/CommandTarget.h"
 #include "ui/HelpPlace.h"
+#include "ui/Labels.h"
 #include "ui/Symbols.h"
 #include "ui/Theme.h"
 #include "ui_core/HelpAnchors.h"
@@ -27,12 +28,7 @@ constexpr int kSign = 56;
 constexpr qsizetype kRecentShown = 5;
 
 QLabel* quietText(const QString& text) {
-  auto* label = new QLabel(text);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  label->setFixedWidth(kTextWidth);
-  label->setForegroundRole(QPalette::PlaceholderText);
-  return label;
+  return makeLabel(text, {.isQuiet = true, .wraps = true, .width = kTextWidth});
 }
 
 /// The program's sign, sharp on whatever screen the window is.
