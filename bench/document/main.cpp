@@ -98,7 +98,7 @@ class DocumentBench {
         "reload of the activities", 2,
         [&] {
           test_.session.context()->all<Activity>()[0]->setNotes(QString::number(++changes_));
-          state.reloadData();
+          state.rebuild();
         },
         [&] {
           sums.clear();
@@ -128,7 +128,7 @@ class DocumentBench {
   void tick() {
     TimerState state(test_.session, display_);
     for (int i = 0; i < kTimers; ++i) context_->all<Activity>()[static_cast<std::size_t>(i)]->startEntry();
-    state.reloadData();
+    state.rebuild();
     std::vector<double> took;
     for (int run = 0; run < 301; ++run) {
       test_.clock.advance(1);

@@ -66,10 +66,10 @@ class Vantor final : public RemoteServer {
  public:
   explicit Vantor(const Company& company) : company_(company) {}
   std::optional<QString> companyFileName() override { return std::nullopt; }
-  QStringList getEmployeeNamesArray() override { return {}; }
-  std::optional<Rows> getServicesArray() override { return company_.services(); }
-  std::optional<Rows> getCustomersArray() override { return company_.customers(); }
-  std::optional<Rows> getJobsArray() override { return company_.jobs(); }
+  QStringList employeeNames() override { return {}; }
+  std::optional<Rows> services() override { return company_.services(); }
+  std::optional<Rows> customers() override { return company_.customers(); }
+  std::optional<Rows> jobs() override { return company_.jobs(); }
   bool canTalkToPendra() override { return true; }
   void submitTime(const QString&) override {}
 

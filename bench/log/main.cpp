@@ -58,7 +58,7 @@ class LogBench {
  private:
   void memory() {
     const std::size_t before = allocated();
-    log_.reloadData();
+    log_.rebuild();
     const std::size_t after = allocated();
     std::printf("%-28s %9.0f bytes\n", "memory for each row",
                 static_cast<double>(after - before) / log_.rows().rowCount());
@@ -69,7 +69,7 @@ class LogBench {
     std::vector<plain::Row> rows;
     log_.rows().sortBy({QStringLiteral("date"), false});
     compare(
-        "reload", [&] { log_.reloadData(); },
+        "reload", [&] { log_.rebuild(); },
         [&] {
           rows = plain::rowsOf(context_);
           plain::sortBy(rows, QStringLiteral("date"), calendar);
@@ -81,7 +81,7 @@ class LogBench {
     compare(
         "change of filter",
         [&] {
-          log_.customerPopup.selectItemWithTitle(customer);
+          log_.customerPopup.selectTitle(customer);
           log_.customerPicked(log_.customerPopup);
         },
         [&] {
@@ -106,7 +106,7 @@ class LogBench {
 
   void tick() {
     context_.all<Activity>()[0]->startEntry();
-    log_.reloadData();
+    log_.rebuild();
     std::vector<double> took;
     for (int run = 0; run < 101; ++run) {
       test_.clock.advance(1);
@@ -114,7 +114,7 @@ class LogBench {
     }
     std::printf("%-28s %9.4f ms\n", "a tick, one running", bench::median(took));
     context_.all<Activity>()[0]->stop();
-    log_.reloadData();
+    log_.rebuild();
   }
 
   void exporting() {
@@ -139,7 +139,7 @@ class LogBench {
     LogPaneView pane(test_.session, window_);
     pane.resize(1120, 600);
     pane.show();
-    log_.reloadData();
+    log_.rebuild();
     QImage canvas(pane.table().viewport()->size(), QImage::Format_RGB32);
     std::printf("%-28s %9.2f ms\n", "entering the search",
                 bench::millisecondsOf([&] { log_.prepareSearch(); }));
@@ -171,7 +171,7 @@ class LogBench {
     pane.resize(1120, 600);
     pane.show();
     QCoreApplication::processEvents();
-    pane.logController().reloadData();
+    pane.logController().rebuild();
     pane.table().scrollToBottom();  // which lays the rows out, so that the bar knows how many there are
     QScrollBar& bar = *pane.table().verticalScrollBar();
     const int step = std::max(bar.pageStep(), bar.maximum() / 500);

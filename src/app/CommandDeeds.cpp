@@ -87,10 +87,9 @@ void find(const CommandContext& at) {
 
 bool canDelete(const CommandContext& at) {
   TimerWindowController* timer = at.timer();
-  bool answer =
-      !timer || timer->state().log().numberOfSelectedRows() > 0 || timer->state().selectedActivity();
-  if (const ListEditor* customers = at.customers()) answer = customers->isDeleteOK();
-  if (const ListEditor* services = at.services()) answer = services->isDeleteOK();
+  bool answer = !timer || timer->state().log().selectedCount() > 0 || timer->state().selectedActivity();
+  if (const ListEditor* customers = at.customers()) answer = customers->canDelete();
+  if (const ListEditor* services = at.services()) answer = services->canDelete();
   return answer;
 }
 

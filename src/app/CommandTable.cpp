@@ -35,7 +35,7 @@ bool withListEditor(At at) { return at.customers() || at.services(); }
 
 bool canEditSelected(At at) { return at.timer() && at.timer()->state().editable(); }
 bool canSendSelected(At at) { return at.timer() && notStandalone(at) && at.timer()->state().canSend(); }
-bool canDeleteCustomer(At at) { return at.customers() && at.customers()->isDeleteOK(); }
+bool canDeleteCustomer(At at) { return at.customers() && at.customers()->canDelete(); }
 
 template <auto Deed>
 void inTimerWindow(At at) {

@@ -19,7 +19,7 @@ void LinkServices::send(TimerWindowController& timer, const Send& how) {
 }
 
 void LinkServices::sendSelectedTime(TimerWindowController& timer) {
-  const bool isSelected = timer.state().log().numberOfSelectedRows() > 0;
+  const bool isSelected = timer.state().log().selectedCount() > 0;
   // What the command did is what its button or menu item promised: the selection, or everything listed.
   runCommand(session, isSelected ? tr("Send Selected Time") : tr("Send Time"),
              [&] { send(timer, [](Submission& submission) { submission.sendSelectedTime(); }); });

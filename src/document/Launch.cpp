@@ -15,7 +15,7 @@ namespace pendra {
 
 void mergeByDefault(UserDefaults& defaults) {
   // Kept: promised to those who send: a stored boolean is no data, so this is true after every launch.
-  if (!defaults.dataForKey(preferences::kMergeSubmissions)) {
+  if (!defaults.holdsBytes(preferences::kMergeSubmissions)) {
     defaults.setBoolean(preferences::kMergeSubmissions, true);
   }
 }

@@ -53,16 +53,16 @@ class ChannelServer final : public RemoteServer, private PendingCall {
     ArchiveValue answer = ask(operations::kCompanyFileName);
     return answer.isNil() ? std::nullopt : std::optional(expected<QString>(answer));
   }
-  QStringList getEmployeeNamesArray() override {
+  QStringList employeeNames() override {
     ArchiveValue answer = ask(operations::kEmployeeNames);
     QStringList names;
     if (answer.isNil()) return names;
     for (ArchiveValue& name : expected<ArchiveValue::Array>(answer)) names.push_back(textOrBlank(name));
     return names;
   }
-  std::optional<std::vector<VantorItem>> getServicesArray() override { return rows(operations::kServices); }
-  std::optional<std::vector<VantorItem>> getCustomersArray() override { return rows(operations::kCustomers); }
-  std::optional<std::vector<VantorItem>> getJobsArray() override { return rows(operations::kJobs); }
+  std::optional<std::vector<VantorItem>> services() override { return rows(operations::kServices); }
+  std::optional<std::vector<VantorItem>> customers() override { return rows(operations::kCustomers); }
+  std::optional<std::vector<VantorItem>> jobs() override { return rows(operations::kJobs); }
   bool canTalkToPendra() override { return !ask(operations::kCanTalkToPendra).isNil(); }
   void submitTime(const QString& record) override { ask(operations::kSubmitTime, {record}); }
 

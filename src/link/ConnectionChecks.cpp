@@ -22,7 +22,7 @@ constexpr std::chrono::milliseconds kBetweenQuestions{100};
 void ConnectionChecks::openConnection() {
   const Ports& ports = session_.ports();
   connection_.reset();  // before the next one binds
-  connection_ = VantorConnection::init(ports.places, ports.workspace, connect_);
+  connection_ = VantorConnection::make(ports.places, ports.workspace, connect_);
   tellOfMissingChannel();
 }
 
@@ -37,12 +37,12 @@ void ConnectionChecks::tellOfMissingChannel() {
 }
 
 std::optional<QString> ConnectionChecks::awaitCompany() {
-  if (auto company = connection_->getCompanyFileName()) return company;
+  if (auto company = connection_->companyFileName()) return company;
   const Spinning spinning(progress_, tr("Waiting for a company to be opened in Vantor…"), 0);
   const Clock& clock = session_.ports().clock;
   const Instant first = clock.now();
   while (clock.now() - first < kCompanySeconds && progress_.pause(kBetweenQuestions)) {
-    if (auto company = connection_->getCompanyFileName()) return company;
+    if (auto company = connection_->companyFileName()) return company;
   }
   return std::nullopt;
 }
@@ -63,7 +63,7 @@ bool ConnectionChecks::checkCompany() {
     return refuse(tr("Pendra can’t work with this version of Vantor."),
                   tr("In Vantor, choose Vantor>Check for Vantor Updates to get the latest version."));
   }
-  if (!isOfThisDocument(connection_->getCompanyFileName())) {
+  if (!isOfThisDocument(connection_->companyFileName())) {
     return refuse(tr("Please open the correct company and try again"),
                   tr("You need to open a company in Vantor to submit time."));
   }

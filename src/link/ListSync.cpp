@@ -18,13 +18,13 @@ namespace {
 constexpr int kAnswers = 7;
 
 FetchedLists::List fetchServices(ConnectionChecks& checks) {
-  return checks.checkCompany() ? checks.remoteServer().getServicesArray() : std::nullopt;
+  return checks.checkCompany() ? checks.remoteServer().services() : std::nullopt;
 }
 
 void fetchCustomersAndJobs(ConnectionChecks& checks, FetchedLists& lists) {
   if (!checks.checkCompany()) return;
-  lists.customers = checks.remoteServer().getCustomersArray();
-  lists.jobs = checks.remoteServer().getJobsArray();
+  lists.customers = checks.remoteServer().customers();
+  lists.jobs = checks.remoteServer().jobs();
 }
 
 FetchedLists fetch(ConnectionChecks& checks) {

@@ -47,7 +47,7 @@ void SetupFlow::askVantor() {
   try {
     company_ = checks_.awaitCompany();
     showCompany();
-    display_.employeeNames = checks_.connection()->getEmployeeNamesArray();
+    display_.employeeNames = checks_.connection()->employeeNames();
   } catch (const VantorFailure&) {
     // Without all answers there is nobody to link to.
     company_.reset();
@@ -116,7 +116,7 @@ std::optional<QString> SetupFlow::chooseFile() {
 QString SetupFlow::proposedName() const {
   if (standalone_) return QStringLiteral("Pendra File.pdr");
   const VantorConnection* vantor = checks_.connection();
-  const auto company = vantor ? vantor->getCompanyFileName() : std::nullopt;
+  const auto company = vantor ? vantor->companyFileName() : std::nullopt;
   return documentNameFor(company.value_or(company_.value_or(QString())), view_.selectedName());
 }
 

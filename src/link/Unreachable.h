@@ -10,10 +10,10 @@ namespace pendra {
 class Unreachable final : public RemoteServer {
  public:
   std::optional<QString> companyFileName() override { return std::nullopt; }
-  QStringList getEmployeeNamesArray() override { return {}; }
-  std::optional<std::vector<VantorItem>> getServicesArray() override { return std::nullopt; }
-  std::optional<std::vector<VantorItem>> getCustomersArray() override { return std::nullopt; }
-  std::optional<std::vector<VantorItem>> getJobsArray() override { return std::nullopt; }
+  QStringList employeeNames() override { return {}; }
+  std::optional<std::vector<VantorItem>> services() override { return std::nullopt; }
+  std::optional<std::vector<VantorItem>> customers() override { return std::nullopt; }
+  std::optional<std::vector<VantorItem>> jobs() override { return std::nullopt; }
   bool canTalkToPendra() override { return false; }
   void submitTime(const QString&) override {
     throw VantorFailure(kVTIPCSend, QStringLiteral("there is no channel to Vantor"),

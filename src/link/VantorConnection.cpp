@@ -8,7 +8,7 @@
 
 namespace pendra {
 
-std::unique_ptr<VantorConnection> VantorConnection::init(const Places& places, const Workspace& workspace,
+std::unique_ptr<VantorConnection> VantorConnection::make(const Places& places, const Workspace& workspace,
                                                          const ConnectToVantor& connect) {
   if (!QDir().mkpath(places.caches)) {
     const QString why = places.caches + u" cannot be made";
@@ -24,12 +24,12 @@ std::unique_ptr<VantorConnection> VantorConnection::init(const Places& places, c
 
 bool VantorConnection::isVantorRunning() const { return workspace_.isRunning(identifiers::kVantor); }
 
-std::optional<QString> VantorConnection::getCompanyFileName() const {
+std::optional<QString> VantorConnection::companyFileName() const {
   return client_ ? client_->companyFileName() : std::nullopt;
 }
 
-QStringList VantorConnection::getEmployeeNamesArray() const {
-  return client_ ? client_->getEmployeeNamesArray() : QStringList();
+QStringList VantorConnection::employeeNames() const {
+  return client_ ? client_->employeeNames() : QStringList();
 }
 
 }  // namespace pendra

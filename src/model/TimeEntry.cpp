@@ -62,16 +62,16 @@ double TimeEntry::elapsed() const {
   return context()->clock().now() - start().value_or(context()->clock().now());
 }
 
-std::optional<Instant> TimeEntry::stripTime(std::optional<Instant> date, const Calendar& calendar) {
+std::optional<Instant> TimeEntry::midnightOf(std::optional<Instant> date, const Calendar& calendar) {
   if (!date) return std::nullopt;
   return calendar.startOfDay(calendar.day(*date));
 }
 
 bool TimeEntry::isBetweenDates(std::optional<Instant> from, std::optional<Instant> to) const {
   const Calendar& calendar = context()->calendar();
-  const auto day = stripTime(start(), calendar);
-  if (from && day < stripTime(from, calendar)) return false;
-  return !to || !(day > stripTime(to, calendar));
+  const auto day = midnightOf(start(), calendar);
+  if (from && day < midnightOf(from, calendar)) return false;
+  return !to || !(day > midnightOf(to, calendar));
 }
 
 int TimeEntry::compare(const TimeEntry& other) const {

@@ -235,7 +235,7 @@ std::optional<DaySpan> readDays(QStringView text, const DayReader& reader) {
   if (isLocalFigures(plain, reader.locale)) return readParts(plain, reader);
   const Calendar calendar(QTimeZone::utc());
   const Instant noon = calendar.instant(reader.today, QTime(12, 0));
-  if (const auto instant = dateWithNaturalLanguageString(withFigures(plain), noon, calendar)) {
+  if (const auto instant = readNaturalDate(withFigures(plain), noon, calendar)) {
     const QDate day = calendar.day(*instant);
     return DaySpan{day, day};
   }

@@ -153,8 +153,7 @@ void skipGap(const QString& text, qsizetype& at) {
 
 }  // namespace
 
-std::optional<Instant> dateWithNaturalLanguageString(QStringView text, Instant now,
-                                                     const Calendar& calendar) {
+std::optional<Instant> readNaturalDate(QStringView text, Instant now, const Calendar& calendar) {
   const QString trimmed = text.trimmed().toString();
   if (trimmed.isEmpty()) return std::nullopt;
   Reading reading{.today = calendar.day(now), .date = {}, .time = {}};

@@ -80,7 +80,7 @@ std::optional<QString> UserDefaults::text(const QString& key) const {
   return value.toString();
 }
 
-bool UserDefaults::dataForKey(const QString& key) const {
+bool UserDefaults::holdsBytes(const QString& key) const {
   return contains(key) && values_[key].typeId() == QMetaType::QByteArray;
 }
 

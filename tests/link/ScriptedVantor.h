@@ -43,14 +43,12 @@ class ScriptedVantor {
     explicit Channel(ScriptedVantor& vantor) : vantor_(vantor) { ++vantor_.openChannels; }
     ~Channel() override { --vantor_.openChannels; }
     std::optional<QString> companyFileName() override { return noted("companyFileName", vantor_.company); }
-    QStringList getEmployeeNamesArray() override { return noted("employees", vantor_.employees); }
-    std::optional<std::vector<VantorItem>> getServicesArray() override {
-      return noted("services", vantor_.services);
-    }
-    std::optional<std::vector<VantorItem>> getCustomersArray() override {
+    QStringList employeeNames() override { return noted("employees", vantor_.employees); }
+    std::optional<std::vector<VantorItem>> services() override { return noted("services", vantor_.services); }
+    std::optional<std::vector<VantorItem>> customers() override {
       return noted("customers", vantor_.customers);
     }
-    std::optional<std::vector<VantorItem>> getJobsArray() override { return noted("jobs", vantor_.jobs); }
+    std::optional<std::vector<VantorItem>> jobs() override { return noted("jobs", vantor_.jobs); }
     bool canTalkToPendra() override { return noted("canTalkToPendra", vantor_.accepts); }
     void submitTime(const QString& record) override {
       vantor_.asked << "submitTime";

@@ -44,14 +44,13 @@ TEST(NaturalDate, IsReadFromAnyTextThatADayIsSaidWith) {
       {"2:30AM10/25/26", "2026-10-25 02:30:00"},
   };
   for (const auto& [text, local] : rows) {
-    const auto instant = dateWithNaturalLanguageString(QString::fromUtf8(text), kNow, kBerlin);
+    const auto instant = readNaturalDate(QString::fromUtf8(text), kNow, kBerlin);
     ASSERT_TRUE(instant) << text;
     EXPECT_EQ(kBerlin.local(*instant).toString(u"yyyy-MM-dd HH:mm:ss"), local) << text;
   }
-  EXPECT_EQ(dateWithNaturalLanguageString(u"2:30AM10/25/26", kNow, kBerlin),
-            instantOf("2026-10-25T00:30:00Z"))
+  EXPECT_EQ(readNaturalDate(u"2:30AM10/25/26", kNow, kBerlin), instantOf("2026-10-25T00:30:00Z"))
       << "the first of two equal times";
-  EXPECT_EQ(dateWithNaturalLanguageString(u"now", kNow, kBerlin), kNow) << "to the fraction";
+  EXPECT_EQ(readNaturalDate(u"now", kNow, kBerlin), kNow) << "to the fraction";
 }
 
 TEST(NaturalDate, IsNotGuessed) {
@@ -78,7 +77,7 @@ TEST(NaturalDate, IsNotGuessed) {
                            "99999999999999999999",
                            "todays",
                            "11/14/26x"})
-    EXPECT_EQ(dateWithNaturalLanguageString(QString::fromUtf8(text), kNow, kBerlin), std::nullopt) << text;
+    EXPECT_EQ(readNaturalDate(QString::fromUtf8(text), kNow, kBerlin), std::nullopt) << text;
 }
 
 }  // namespace

@@ -27,13 +27,13 @@ TEST_F(UserDefaultsTest, TheFileShowsKeysAndValuesAsOthersReadThemAndKeepsWhatEl
                         "[Other]\nPendraLastURL=theirs\n"));
   UserDefaults theirs(places_.config + "/theirs.ini");
   EXPECT_EQ(theirs.text("Comma"), QString("a, b"));
-  EXPECT_TRUE(theirs.dataForKey("Bytes"));
+  EXPECT_TRUE(theirs.holdsBytes("Bytes"));
   for (UserDefaults* defaults : {&defaults_, &theirs}) {
     defaults->setText(preferences::kNoteLengthWarning, "YES");
     defaults->setText(preferences::kLastDocument, "/home/ada/Documents/Pendra/Hours 100%.pdr");
     defaults->setBoolean(preferences::kMergeSubmissions, true);
     defaults->setBoolean(preferences::kAnalyticsTracker, false);
-    EXPECT_FALSE(defaults->dataForKey(preferences::kMergeSubmissions)) << "a boolean is no data value";
+    EXPECT_FALSE(defaults->holdsBytes(preferences::kMergeSubmissions)) << "a boolean is no data value";
     EXPECT_FALSE(defaults->contains(preferences::kHideSubmitted) ||
                  defaults->boolean(preferences::kHideSubmitted));
   }

@@ -228,7 +228,7 @@ TEST(AnEmptyDesk, SaysWhyAListIsEmpty) {
 TEST_F(ActivitySheetAtTheDesk, AnActivityWithoutNamesIsNotShownWithThoseOfTheOneBefore) {
   Activity* bare = nullptr;
   desk.session.context()->fill([&] { bare = &desk.addActivity(nullptr, nullptr); });
-  desk.timer().state().reloadData();
+  desk.timer().state().rebuild();
   edit([&] { desk.press(kCancel); });
   edit(
       [&] {
@@ -246,7 +246,7 @@ TEST_F(ActivitySheetAtTheDesk, ANameThatTwoBearKeepsItsMeaning) {
   Activity* second = nullptr;
   desk.session.context()->fill(
       [&] { second = &desk.addActivity(&desk.addCustomer(u"Acme"_s), plans->service()); });
-  desk.timer().state().reloadData();
+  desk.timer().state().rebuild();
   const Customer* other = second->customer();
   edit(
       [&] {

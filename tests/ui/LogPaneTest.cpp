@@ -29,7 +29,7 @@ class LogPaneWidget : public TimeLog {
     for (const char* name : {"Acme", "Bob"}) test.addEntry(activityOf(name), "2026-11-24T08:00:00Z", 3600);
     pane = std::make_unique<LogPaneView>(test.session, window);
     summary.reset(pane->makeSummary());
-    pane->logController().reloadData();
+    pane->logController().rebuild();
     pane->resize(1000, 400);
     pane->show();
     std::ignore = QTest::qWaitForWindowExposed(pane.get());

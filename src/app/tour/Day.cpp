@@ -240,7 +240,7 @@ class Day {
   /// What was timed, what the document holds, and what has arrived are the same hours; so is what is shown.
   bool judge() {
     const QStringList shown = totals();
-    stage_.timer().state().reloadData();
+    stage_.timer().state().rebuild();
     if (shown != totals()) return false;
     double stamped = 0;
     for (const TimeEntry* entry : stage_.session().context()->all<TimeEntry>()) {

@@ -73,9 +73,8 @@ void askToDeleteEntries(TimerState& state) {
   if (entries.empty()) entries = {state.currentEntry()};  // chosen where no row of it is listed
   ask(state,
       // To the question also no row at all is more than one.
-      state.log().numberOfSelectedRows() == 1
-          ? tr("Are you sure you want to delete the selected time entry?")
-          : tr("Are you sure you want to delete the selected time entries?"),
+      state.log().selectedCount() == 1 ? tr("Are you sure you want to delete the selected time entry?")
+                                       : tr("Are you sure you want to delete the selected time entries?"),
       contentsOf(entries), [&state, entries] { state.deleteEntries(entries); });
 }
 

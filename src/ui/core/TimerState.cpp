@@ -48,7 +48,7 @@ bool TimerState::canSend() const { return currentEntry() && !currentEntry()->was
 
 Today TimerState::today() const { return Today(session_.ports().clock.now(), session_.ports().calendar); }
 
-void TimerState::reloadData() {
+void TimerState::rebuild() {
   if (!session_.document()) loadLastDocument(session_);
   rows_.reload();
   shownDay_ = today();
@@ -100,7 +100,7 @@ void TimerState::updateCustomerJobLabel() {
 bool TimerState::updateTimeDisplay() {
   if (!session_.document()) return false;
   if (shownDay_ && !(*shownDay_ == today())) {
-    reloadData();  // "today" means another day now
+    rebuild();  // "today" means another day now
     log_.dayChanged();
   }
   const Activity* selected = selectedActivity();

@@ -36,7 +36,7 @@ class ListWindow : public ListEditorWindow, public ListView {
   void closeUnasked() override;
 
   void deleteRow() override;
-  [[nodiscard]] bool isDeleteOK() const override { return controller_->isDeleteOK(); }
+  [[nodiscard]] bool canDelete() const override { return controller_->canDelete(); }
   void markAllShown() override;
   void markNoneShown() override;
 

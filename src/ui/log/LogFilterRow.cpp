@@ -195,11 +195,11 @@ void LogFilterRow::addHideSubmitted(UserDefaults& defaults) {
 
 void LogFilterRow::choose(PopUp& popup, int index) {
   if (&popup == &log_.rangePopup) return chooseRange(static_cast<LogRange>(index));
-  popup.selectItemAtIndex(index);
+  popup.selectAt(index);
   if (&popup == &log_.customerPopup) {
     log_.customerPicked(popup);
   } else {
-    log_.reloadData();
+    log_.rebuild();
   }
   chosen_();
 }
@@ -226,7 +226,7 @@ void LogFilterRow::showFilters() {
       const int widest = control->view()->sizeHintForColumn(0) + 2 * metrics::kGrid;
       control->view()->setMinimumWidth(std::min(widest, kWidestList));
     }
-    control->setCurrentIndex(state->indexOfSelectedItem());
+    control->setCurrentIndex(state->selectedIndex());
     control->updateGeometry();  // a value in bold is wider, too
   }
   for (const auto& [control, state] : dates_) {

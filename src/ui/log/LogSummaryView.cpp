@@ -67,7 +67,7 @@ void LogSummaryView::showSummary() {
   count_->setText(count);
   noun_->setText(noun);
   time_->setText(time);
-  selected_->setVisible(log_.numberOfSelectedRows() > 0);
+  selected_->setVisible(log_.selectedCount() > 0);
   const int hidden = log_.hiddenBySearch();
   const QString held = counted(hidden, "1 is hidden by the search", "%Ln are hidden by the search");
   hidden_->setText(held);

@@ -178,21 +178,21 @@ void TimerWindowController::connectRowMenus() {
 void TimerWindowController::observeSession() {
   observations_.push_back(session_.documentChanges().observe([this] {
     if (!session_.document() || !session_.context()) return;
-    state_.reloadData();
-    state_.log().reloadData();
+    state_.rebuild();
+    state_.log().rebuild();
     state_.log().reloadNames();
   }));
   observations_.push_back(session_.saveStateChanges().observe([this] { showDocumentState(); }));
 }
 
 void TimerWindowController::startUp() {
-  state_.reloadData();
+  state_.rebuild();
   [[maybe_unused]] const auto notApplied = session_.ports().defaults.text(preferences::kSortOrderWindow);
   showElapsedTime(QStringLiteral("00:00:00"));
   state_.updateCustomerJobLabel();
   state_.updateMainButton();
   showDocumentState();
-  state_.log().reloadData();
+  state_.log().rebuild();
   state_.log().reloadNames();
   window_->installEventFilter(this);
   window_->activityTable->setFocus();
@@ -283,7 +283,7 @@ void TimerWindowController::editSelected() {
 }
 
 void TimerWindowController::editTimeEntry() {
-  if (state_.log().numberOfSelectedRows() == 1) editors_->showTimeEntrySheet();
+  if (state_.log().selectedCount() == 1) editors_->showTimeEntrySheet();
 }
 
 bool TimerWindowController::finishEditing() { return log_->table().finishEditing(); }

@@ -24,12 +24,12 @@ class RemoteServer {
   virtual ~RemoteServer() = default;
   /// Path of the company file that is open, or a link that begins with "vtmac://"; none when none is open.
   [[nodiscard]] virtual std::optional<QString> companyFileName() = 0;
-  [[nodiscard]] virtual QStringList getEmployeeNamesArray() = 0;
+  [[nodiscard]] virtual QStringList employeeNames() = 0;
   /// None when Vantor has no such list to give, which is not an empty one.
-  [[nodiscard]] virtual std::optional<std::vector<VantorItem>> getServicesArray() = 0;
-  [[nodiscard]] virtual std::optional<std::vector<VantorItem>> getCustomersArray() = 0;
+  [[nodiscard]] virtual std::optional<std::vector<VantorItem>> services() = 0;
+  [[nodiscard]] virtual std::optional<std::vector<VantorItem>> customers() = 0;
   /// The jobs; each names its customer as its parent.
-  [[nodiscard]] virtual std::optional<std::vector<VantorItem>> getJobsArray() = 0;
+  [[nodiscard]] virtual std::optional<std::vector<VantorItem>> jobs() = 0;
   /// Whether Vantor accepts this version of Pendra.
   [[nodiscard]] virtual bool canTalkToPendra() = 0;
   /// Hands over one time record. Returning means that Vantor has answered; what it answered is of no use.

@@ -11,7 +11,7 @@ namespace pendra {
 class VantorConnection {
  public:
   /// Null only when the user's caches folder cannot be had. The workspace must outlive the server.
-  static std::unique_ptr<VantorConnection> init(const Places& places, const Workspace& workspace,
+  static std::unique_ptr<VantorConnection> make(const Places& places, const Workspace& workspace,
                                                 const ConnectToVantor& connect);
 
   /// Whether an application with Vantor's identifier runs.
@@ -21,8 +21,8 @@ class VantorConnection {
   /// Why there is no channel, for the user; blank when there is one.
   [[nodiscard]] const QString& whyNoChannel() const { return whyNoChannel_; }
 
-  [[nodiscard]] std::optional<QString> getCompanyFileName() const;
-  [[nodiscard]] QStringList getEmployeeNamesArray() const;
+  [[nodiscard]] std::optional<QString> companyFileName() const;
+  [[nodiscard]] QStringList employeeNames() const;
 
  private:
   VantorConnection(const Workspace& workspace, Result<std::unique_ptr<RemoteServer>> client)

@@ -75,8 +75,8 @@ class TimeEntry final : public ManagedObject {
   [[nodiscard]] bool timeIsFixed() const { return wasSent() || sendingSince(); }
 
   /// The midnight that begins the given instant's day; none for none.
-  [[nodiscard]] static std::optional<Instant> stripTime(std::optional<Instant> date,
-                                                        const Calendar& calendar);
+  [[nodiscard]] static std::optional<Instant> midnightOf(std::optional<Instant> date,
+                                                         const Calendar& calendar);
   /// Whether the start lies between two days, both included; an absent bound does not limit.
   [[nodiscard]] bool isBetweenDates(std::optional<Instant> from, std::optional<Instant> to) const;
   /// Negative, zero or positive as this entry starts before, with or after the other.

@@ -27,7 +27,7 @@ struct DayReader {
 };
 
 /// The days that a text names. A missing year is this one, a day of the week the latest that is not in the
-/// future. What `dateWithNaturalLanguageString` reads means the same here; but a date in figures with four
+/// future. What `readNaturalDate` reads means the same here; but a date in figures with four
 /// for the year is read as the locale writes it.
 [[nodiscard]] std::optional<DaySpan> readDays(QStringView text, const DayReader& reader);
 

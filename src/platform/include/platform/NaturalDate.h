@@ -12,6 +12,6 @@ namespace pendra {
 /// The instant that `text` names, as seen at `now`. A missing date is today, a missing time 12:00.
 /// A time may stand before or after the date, spaced or run together; an hour over 12 with a marker is
 /// taken as the 24-hour clock's.
-std::optional<Instant> dateWithNaturalLanguageString(QStringView text, Instant now, const Calendar& calendar);
+std::optional<Instant> readNaturalDate(QStringView text, Instant now, const Calendar& calendar);
 
 }  // namespace pendra

@@ -28,7 +28,7 @@ class UserDefaults {
   /// The boolean under the key; false when it was never written.
   [[nodiscard]] bool boolean(const QString& key) const { return values_.value(key, false).toBool(); }
   /// Whether a data value stands under the key. A stored boolean or text is not one.
-  [[nodiscard]] bool dataForKey(const QString& key) const;
+  [[nodiscard]] bool holdsBytes(const QString& key) const;
 
   void setText(const QString& key, const QString& value) { write(key, value); }
   void setTexts(const QString& key, const QStringList& values) { write(key, values); }

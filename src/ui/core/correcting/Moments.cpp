@@ -44,7 +44,7 @@ std::vector<Instant> momentsNamed(const QString& text, QDate first, QDate last, 
                                   const Calendar& calendar) {
   const auto time = timeOfDay(text.simplified());
   if (!time) {
-    const auto moment = dateWithNaturalLanguageString(text, now, calendar);
+    const auto moment = readNaturalDate(text, now, calendar);
     return moment ? std::vector{*moment} : std::vector<Instant>();
   }
   std::vector<Instant> moments;

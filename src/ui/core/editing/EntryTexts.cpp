@@ -42,7 +42,7 @@ EntryTexts textsOf(const EntryFields& fields, const Session& session, bool entry
 
 std::optional<Instant> startInstant(const EntryTexts& texts, std::optional<Instant> before) {
   const QString joined = texts.startTime + texts.startTimeAMPM + texts.startDate;
-  const auto typed = dateWithNaturalLanguageString(joined, texts.now, texts.calendar);
+  const auto typed = readNaturalDate(joined, texts.now, texts.calendar);
   if (!typed || !before) return typed;
   const Instant minuteBefore = wholeMinute(*before);
   return looksLike(*typed, minuteBefore, texts.calendar) ? minuteBefore : typed;

@@ -22,13 +22,13 @@ void ListController::followDocument() {
   if (context()) {
     news_ = context()->observe([this](const ChangeSet& changes) { documentEdited(changes); });
   }
-  reloadData();
+  rebuild();
 }
 
 void ListController::setSearchString(const QString& text) {
   searchString_ = text;
   added_.clear();
-  reloadData();
+  rebuild();
 }
 
 bool ListController::rename(int row, const QString& name) { return name.isEmpty() || takeName(row, name); }
@@ -90,7 +90,7 @@ bool ListController::wasAdded(const ManagedObject& object) const {
 void ListController::settleAdded() {
   if (added_.empty()) return;
   added_.clear();
-  reloadData();
+  rebuild();
 }
 
 }  // namespace pendra

@@ -55,7 +55,7 @@ LogController::LogController(Session& session, TimerState& window, const QLocale
                          [this] { return !rows_.isHidden(QStringLiteral("start")); })),
       selectionChanges_(selection_.changes.observe([this] { selectionChanged(); })),
       hideSubmitted_(
-          session.ports().defaults.changesOf(preferences::kHideSubmitted).observe([this] { reloadData(); })),
+          session.ports().defaults.changesOf(preferences::kHideSubmitted).observe([this] { rebuild(); })),
       weekBegins_(session.ports().defaults.changesOf(preferences::kWeekBegins).observe([this] {
         chooseRange(range());
       })),
@@ -65,7 +65,7 @@ LogController::LogController(Session& session, TimerState& window, const QLocale
       standaloneChanges_(session.standaloneChanges().observe([this] { showWhatApplies(); })),
       documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
   for (const QString& title : logRangeTitles()) rangePopup.addItem(title);
-  rangePopup.selectItemAtIndex(static_cast<int>(LogRange::AnyTime));
+  rangePopup.selectAt(static_cast<int>(LogRange::AnyTime));
   rows_.setEditRules(logEditRules(*this, locale));
   followDocument();
 }
@@ -136,7 +136,7 @@ void LogController::documentEdited(const ChangeSet& changes) {
   if (concernsFilters(changes) || (comesOrGoes && filtersByName())) {
     reloadNamesFor(inserted);
   } else if (inserted.size() > kMostRanges || movesThroughFilters(changes)) {
-    reloadData();
+    rebuild();
   } else {
     const Notifier::Change change(contentsChanges);
     rows_.removeWhere([](const LogRow& row) { return !row.entry; });
@@ -181,7 +181,7 @@ void LogController::refreshRows(const ChangeSet& changes) {
   });
 }
 
-void LogController::reloadData() {
+void LogController::rebuild() {
   const Notifier::Change change(contentsChanges);
   auto rows = makeRows();
   search_->forget();

@@ -18,10 +18,10 @@ std::optional<DaySpan> LogController::daysOfField(const QString& field) const {
 
 void LogController::chooseRange(LogRange range) {
   const Notifier::Change change(filtersChanges);
-  rangePopup.selectItemAtIndex(static_cast<int>(range));
+  rangePopup.selectAt(static_cast<int>(range));
   if (range == LogRange::Dates) return;
   fillDates();
-  reloadData();
+  rebuild();
 }
 
 /// The fields say what is listed: "today" at the end of a range that goes on, unless there is something
@@ -48,14 +48,14 @@ bool LogController::hasEntriesAfterToday(const DaySpan& days) const {
 void LogController::datesTyped() {
   const Notifier::Change change(filtersChanges);
   const bool isEmpty = startDateField.isEmpty() && endDateField.isEmpty();
-  rangePopup.selectItemAtIndex(static_cast<int>(isEmpty ? LogRange::AnyTime : LogRange::Dates));
-  reloadData();
+  rangePopup.selectAt(static_cast<int>(isEmpty ? LogRange::AnyTime : LogRange::Dates));
+  rebuild();
 }
 
 void LogController::dayChanged() {
   const Notifier::Change change(filtersChanges);
   if (range() != LogRange::Dates) fillDates();
-  reloadData();
+  rebuild();
 }
 
 void LogController::prepareSearch() {

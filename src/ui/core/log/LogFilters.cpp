@@ -14,11 +14,11 @@ namespace {
 
 /// The first title of every filter limits nothing, whatever it is called and whoever is called so.
 QString titleOfAll() { return tr("All"); }
-bool isAll(const PopUp& popup) { return popup.indexOfSelectedItem() == 0; }
+bool isAll(const PopUp& popup) { return popup.selectedIndex() == 0; }
 
 /// What a filter limits to; none when to nothing.
 std::optional<QString> limitOf(const PopUp& popup) {
-  return isAll(popup) ? std::nullopt : popup.titleOfSelectedItem();
+  return isAll(popup) ? std::nullopt : popup.selectedTitle();
 }
 
 /// The sorted names of those whose `shown` is present. One of false counts too, so that what was hidden from
@@ -53,7 +53,7 @@ std::optional<QString> limitAfter(const ChangeSet& changes, const PopUp& popup) 
 }
 
 void choose(PopUp& popup, const std::optional<QString>& limit) {
-  limit ? popup.selectItemWithTitle(*limit) : popup.selectItemAtIndex(0);
+  limit ? popup.selectTitle(*limit) : popup.selectAt(0);
 }
 
 }  // namespace
@@ -108,7 +108,7 @@ void LogController::renameFilters(const ChangeSet& changes) {
   const auto service = limitAfter<Service>(changes, servicePopup);
   reloadNames();
   chooseNames(customer, job, service);
-  if (filtersByName()) reloadData();  // others may be called so, too
+  if (filtersByName()) rebuild();  // others may be called so, too
 }
 
 /// Where one of them is no more, none limits.
@@ -118,7 +118,7 @@ void LogController::chooseNames(const std::optional<QString>& customer, const st
   choose(customerPopup, customer);
   choose(jobPopup, job);
   choose(servicePopup, service);
-  const auto isLost = [](const PopUp& popup) { return popup.indexOfSelectedItem() < 0; };
+  const auto isLost = [](const PopUp& popup) { return popup.selectedIndex() < 0; };
   if (!isLost(customerPopup) && !isLost(jobPopup) && !isLost(servicePopup)) return;
   resetNameFilters();
   sayNamesAreAll(
@@ -141,15 +141,15 @@ void LogController::fillJobs(const std::optional<QString>& customer) {
 void LogController::customerPicked(const PopUp& sender) {
   if (&sender != &customerPopup) return;
   fillJobs(limitOf(customerPopup));
-  reloadData();
+  rebuild();
 }
 
 void LogController::resetNameFilters() {
   const Notifier::Change change(filtersChanges);
   fillJobs(std::nullopt);
-  customerPopup.selectItemAtIndex(0);
-  servicePopup.selectItemAtIndex(0);
-  reloadData();
+  customerPopup.selectAt(0);
+  servicePopup.selectAt(0);
+  rebuild();
 }
 
 void LogController::reloadNamesFor(const Objects<TimeEntry>& inserted) {
@@ -167,7 +167,7 @@ void LogController::reloadNamesFor(const Objects<TimeEntry>& inserted) {
         tr("Customer, job and service of the time log were set to “All”, because they would hide "
            "the new entry."));
   }
-  reloadData();
+  rebuild();
 }
 
 void LogController::sayNamesAreAll(const QString& text) {
@@ -188,10 +188,10 @@ void LogController::showOnly(QDate first, QDate last, const std::optional<QStrin
   clearFilters();
   startDateField = fieldDate(first, locale_);
   endDateField = fieldDate(last, locale_);
-  rangePopup.selectItemAtIndex(static_cast<int>(LogRange::Dates));
-  if (customer) customerPopup.selectItemWithTitle(*customer);
+  rangePopup.selectAt(static_cast<int>(LogRange::Dates));
+  if (customer) customerPopup.selectTitle(*customer);
   fillJobs(customer);
-  reloadData();
+  rebuild();
 }
 
 bool LogController::isLimited() const {

@@ -30,7 +30,7 @@ TimeEntry* LogController::selectedEntry() const {
   return row ? row->entry.get() : nullptr;
 }
 
-int LogController::numberOfSelectedRows() const { return static_cast<int>(selection_.rows().size()); }
+int LogController::selectedCount() const { return static_cast<int>(selection_.rows().size()); }
 
 std::vector<Ref<TimeEntry>> LogController::selectedEntries() const {
   std::vector<Ref<TimeEntry>> entries;

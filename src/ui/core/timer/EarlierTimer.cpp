@@ -43,12 +43,12 @@ Instant lastOfThatName(Instant first, Instant now, const Calendar& calendar) {
 }
 
 std::optional<Instant> typedMoment(const QString& text, Instant now, const Calendar& calendar) {
-  const auto named = dateWithNaturalLanguageString(text, now, calendar);
+  const auto named = readNaturalDate(text, now, calendar);
   if (!named) return std::nullopt;
   const Instant moment = lastOfThatName(*named, now, calendar);
   if (moment <= now || !namesOnlyATime(text)) return moment;
   const Instant yesterday = calendar.startOfDay(calendar.day(now)) + -1;
-  const auto before = dateWithNaturalLanguageString(text, yesterday, calendar);
+  const auto before = readNaturalDate(text, yesterday, calendar);
   return before && now - *before <= kHalfDay ? before : moment;
 }
 

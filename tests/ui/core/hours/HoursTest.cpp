@@ -116,10 +116,10 @@ class RandomHours : public TimeLog, public testing::WithParamInterface<unsigned>
   void expectLog(const Limits& limits) {
     log.reloadNames();
     log.showOnly(limits.first, limits.last, limits.customer);
-    if (limits.service) log.servicePopup.selectItemWithTitle(*limits.service);
+    if (limits.service) log.servicePopup.selectTitle(*limits.service);
     log.setSearch(limits.word);
     log.setHidesSubmitted(limits.unsentOnly);
-    log.reloadData();
+    log.rebuild();
     const Hours hours = inFile(limits);
     EXPECT_EQ(log.summary().entries, hours.entries);
     EXPECT_NEAR(log.summary().seconds, secondsOf(hours.total), 1e-3);

@@ -154,10 +154,10 @@ TEST_F(CustomerList, NumbersANewCustomerWithOneTryMore) {
 
 TEST_F(CustomerList, AddsAtTheTopUnsortedEvenWhileSearching) {
   list.setSearchString(QStringLiteral("zed"));
-  EXPECT_FALSE(list.isDeleteOK());
+  EXPECT_FALSE(list.canDelete());
   list.deleteRow();
   list.addNewCustomer();
-  EXPECT_TRUE(list.isDeleteOK());
+  EXPECT_TRUE(list.canDelete());
   EXPECT_THAT(rows(), ElementsAre("Customer3", "Zed", "  Backup"));
   EXPECT_EQ(session.context()->all<Customer>()[2]->vtObjectID(), "0");
   EXPECT_EQ(session.context()->all<Customer>()[2]->shown(), true);

@@ -47,7 +47,7 @@ TEST_F(TimeLog, ListsWholeDays) {
   for (const auto& row : rows) {
     log.startDateField = row.from;
     log.endDateField = row.to;
-    log.reloadData();
+    log.rebuild();
     EXPECT_EQ(column("date"), row.listed) << row.from << " to " << row.to;
   }
 }
@@ -55,7 +55,7 @@ TEST_F(TimeLog, ListsWholeDays) {
 TEST_F(TimeLog, AnUnreadableDateDoesNotLimit) {
   test.addEntry(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   log.startDateField = "soonish";
-  log.reloadData();
+  log.rebuild();
   EXPECT_EQ(log.rows().rowCount(), 1);
 }
 
@@ -64,7 +64,7 @@ TEST_F(TimeLog, ExactlyOneSecondIsHiddenAsSentAndCannotBeMarkedUnsent) {
   for (const double seconds : {0.0, 0.999, 1.0, 1.001}) {
     test.addEntry(activity, "2026-11-24T08:00:00Z", 60).setDateSubmitted(Instant{seconds});
   }
-  log.reloadData();
+  log.rebuild();
   EXPECT_EQ(column("submitted"), (QStringList{"-", "-", "01/01/01", "01/01/01"}));
   log.selection().selectRows({0, 1, 2, 3});
   test.alerts.willAnswer({"Continue"});
@@ -101,13 +101,13 @@ TEST_F(TimeLog, ANameFilterStaysUnlessItWouldHideWhatHasCome) {
   for (Activity* activity : {&roof, &other}) test.addEntry(*activity, "2026-11-24T08:00:00Z", 60);
   log.reloadNames();
   pickCustomer("Acme");
-  log.jobPopup.selectItemWithTitle("Roof");
-  log.servicePopup.selectItemWithTitle("Design");
-  log.reloadData();
+  log.jobPopup.selectTitle("Roof");
+  log.servicePopup.selectTitle("Design");
+  log.rebuild();
   const auto edit = [this](const auto& work) { std::ignore = test.session.context()->edit("Edit", work); };
   const auto chosen = [this] {
-    return QStringList{*log.customerPopup.titleOfSelectedItem(), *log.jobPopup.titleOfSelectedItem(),
-                       *log.servicePopup.titleOfSelectedItem()};
+    return QStringList{*log.customerPopup.selectedTitle(), *log.jobPopup.selectedTitle(),
+                       *log.servicePopup.selectedTitle()};
   };
   log.selection().selectRows({0});
   edit([&] { roof.startEntry(); });
@@ -162,7 +162,7 @@ TEST_F(TimeLog, ARangeFillsTheDatesAndMovesWithTheDay) {
   log.selection().selectRows({0});
   window.updateTimeDisplay();
   test.clock.advance(24 * 3600);
-  window.reloadData();
+  window.rebuild();
   log.dayChanged();
   EXPECT_EQ(log.rows().rowCount(), 0) << "today is another day";
   log.startDateField = "11/24";
@@ -183,7 +183,7 @@ TEST_F(TimeLog, ASearchIsAFilterThatFollowsEachLetter) {
   TimeEntry& other = test.addEntry(activityOf("Bob"), "2026-11-22T08:00:00Z", 3600);
   other.setNotes("a\nroof, too");
   log.rows().sortBy({"date", false});
-  log.reloadData();
+  log.rebuild();
   const auto found = [this](const char* typed) {
     log.setSearch(QString::fromUtf8(typed));
     return column("customer").join(',');
@@ -211,7 +211,7 @@ TEST_F(TimeLog, ASearchIsAFilterThatFollowsEachLetter) {
   EXPECT_EQ(column("date").join(','), "Sun 22 Nov 2026,Wed 25 Nov 2026");
   edit([&] { test.session.context()->deleteObject(*roof.entries()[1]); });
   EXPECT_EQ(column("date").join(','), "Sun 22 Nov 2026,Wed 25 Nov 2026");
-  log.reloadData();
+  log.rebuild();
   EXPECT_EQ(log.hiddenBySearch(), 2);
   EXPECT_EQ(found("nowhere"), "");
   EXPECT_EQ(log.emptiness(), LogEmptiness::FilteredAway);
@@ -232,7 +232,7 @@ TEST_F(TimeLog, ClearingTheFiltersShowsEverything) {
 
 TEST_F(TimeLog, WithoutEntriesOrADocumentThereIsNothing) {
   log.start();
-  log.reloadData();
+  log.rebuild();
   EXPECT_EQ(log.emptiness(), LogEmptiness::NoEntries);
   EXPECT_EQ(log.customerPopup.titles(), QStringList{"All"});
   test.session.close();
@@ -245,7 +245,7 @@ TEST_F(TimeLog, AnEditTakesAnEntryThroughTheFiltersByDayAndBySent) {
   ObjectContext& context = *test.session.context();
   TimeEntry& entry = test.addEntry(activityOf("Acme"), "2026-11-23T08:00:00Z", 60);
   log.startDateField = "11/24/26";
-  log.reloadData();
+  log.rebuild();
   const auto rowsAfter = [&](const std::function<void()>& work) {
     std::ignore = context.edit(QStringLiteral("Edit"), work);
     return log.rows().rowCount();

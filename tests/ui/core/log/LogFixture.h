@@ -30,7 +30,7 @@ class TimeLog : public testing::Test {
     return texts;
   }
   void pickCustomer(const QString& name) {
-    log.customerPopup.selectItemWithTitle(name);
+    log.customerPopup.selectTitle(name);
     log.customerPicked(log.customerPopup);
   }
 

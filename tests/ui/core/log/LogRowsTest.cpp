@@ -11,7 +11,7 @@ TEST_F(TimeLog, SortsDatesByTimeAndEverythingElseByCodeUnit) {
       .setDateSubmitted(instantOf("2026-02-11T08:00:00Z"));
   test.addEntry(activity, "2026-10-01T08:00:00Z", 60);
   auto& rows = log.rows();
-  log.reloadData();
+  log.rebuild();
   rows.sortBy({"date", false});
   EXPECT_EQ(column("duration"), (QStringList{"100:00:00", "00:01:00", "99:00:00"}));
   rows.sortBy({"duration", true});
@@ -34,7 +34,7 @@ TEST_F(TimeLog, SaysInItsColumnsWhatThereIsToKnowOfAnEntry) {
   running.startEntry();
   auto& rows = log.rows();
   rows.sortBy({"date", false});
-  log.reloadData();
+  log.rebuild();
   const struct {
     const char* customer;
     const char* date;
@@ -89,7 +89,7 @@ TEST_F(TimeLog, TheTickMovesRunningRowsOnlyAndLeavesAStoppedOneAsItWas) {
   Activity& activity = activityOf("Bob");
   activity.startEntry();
   test.addEntry(activityOf("Zed"), "2026-11-24T08:00:00Z", 60);
-  log.reloadData();
+  log.rebuild();
   EXPECT_EQ(column("duration"), (QStringList{"00:01:00", "00:00:00", "00:01:00"}));
   QList<int> touched;
   QObject::connect(
@@ -111,7 +111,7 @@ TEST_F(TimeLog, TheTickMovesRunningRowsOnlyAndLeavesAStoppedOneAsItWas) {
   activity.stop();
   log.updateRunningEntries();
   EXPECT_EQ(column("duration").last(), "00:01:32") << "rows are rebuilt by a reload only";
-  log.reloadData();
+  log.rebuild();
   EXPECT_EQ(log.summary().seconds, 222);
 }
 
@@ -120,7 +120,7 @@ TEST_F(TimeLog, TheSelectionIsTheWindowsCurrentEntry) {
   TimeEntry& sent = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
   sent.setDateSubmitted(test.clock.now());
   TimeEntry& unsent = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
-  log.reloadData();
+  log.rebuild();
   EXPECT_TRUE(log.selectedEntries().empty());
   EXPECT_FALSE(window.canSend());
   log.selection().selectRows({1});
@@ -142,7 +142,7 @@ TEST_F(TimeLog, SelectingAnEntryThatIsNotListedSelectsTheOldRowAgain) {
   Activity& activity = activityOf("Acme");
   test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
   TimeEntry& second = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
-  log.reloadData();
+  log.rebuild();
   TimeEntry& unlisted = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
   log.selectEntry(&unlisted);
   EXPECT_TRUE(log.selection().rows().empty());
@@ -158,15 +158,15 @@ TEST_F(TimeLog, SelectingAnEntryThatIsNotListedSelectsTheOldRowAgain) {
 TEST_F(TimeLog, NamesFollowTheListsInEveryTableAndFilter) {
   Activity& activity = activityOf("Acme", "Roof");
   test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
-  window.reloadData();
-  log.reloadData();
+  window.rebuild();
+  log.rebuild();
   log.reloadNames();
   const auto names = [this](const char* column) {
     return QStringList{cellText(window.rows(), QString::fromLatin1(column), 0),
                        cellText(log.rows(), QString::fromLatin1(column), 0)};
   };
   pickCustomer("Acme");
-  log.jobPopup.selectItemWithTitle("Roof");
+  log.jobPopup.selectTitle("Roof");
   test.addEntry(activityOf("Zed"), "2026-11-24T08:00:00Z", 60);
   const auto edit = [this](const auto& work) { std::ignore = test.session.context()->edit("Edit", work); };
   edit([&] {
@@ -177,8 +177,8 @@ TEST_F(TimeLog, NamesFollowTheListsInEveryTableAndFilter) {
   EXPECT_EQ(names("customer"), QStringList({"Moon", "Moon"}));
   EXPECT_EQ(names("job"), QStringList({"Crater", "Crater"}));
   EXPECT_EQ(log.customerPopup.titles(), QStringList({"All", "Moon", "Zed"}));
-  EXPECT_EQ(log.customerPopup.titleOfSelectedItem(), "Moon") << "what is chosen stays chosen";
-  EXPECT_EQ(log.jobPopup.titleOfSelectedItem(), "Crater");
+  EXPECT_EQ(log.customerPopup.selectedTitle(), "Moon") << "what is chosen stays chosen";
+  EXPECT_EQ(log.jobPopup.selectedTitle(), "Crater");
   EXPECT_EQ(log.rows().rowCount(), 1);
   EXPECT_EQ(log.servicePopup.titles(), QStringList({"All", "Survey"}));
   edit([&] {
@@ -195,7 +195,7 @@ TEST_F(TimeLog, NamesFollowTheListsInEveryTableAndFilter) {
 TEST_F(TimeLog, MarkingAsUnsentAsksFirst) {
   TimeEntry& entry = test.addEntry(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
   entry.setDateSubmitted(test.clock.now());
-  log.reloadData();
+  log.rebuild();
   log.markSelectedUnsent();
   EXPECT_TRUE(test.alerts.shown().empty()) << "nothing is selected";
   log.selection().selectRows({0});

@@ -61,7 +61,7 @@ TEST_F(TimeLogExport, WritesEveryFieldAsItStands) {
   Activity& plain = activityOf("Acme");
   plain.setNotes(std::nullopt);
   test.addEntry(plain, "2026-03-29T01:00:00Z", 59).setDateSubmitted(Instant{1.0});
-  log.reloadData();
+  log.rebuild();
   sent.setDuration(90061);  // after the reload: the file holds the entry's own values, not the row's
   const QByteArray bytes = exported();
   EXPECT_EQ(bytes.toStdString(),
@@ -77,7 +77,7 @@ TEST_F(TimeLogExport, WritesTheSelectedRowsInTheOrderOfTheTable) {
   for (const char* name : {"A", "B", "C", "D", "E"}) {
     test.addEntry(activityOf(QString::fromLatin1(name)), "2026-11-24T08:00:00Z", 60);
   }
-  log.reloadData();
+  log.rebuild();
   log.rows().sortBy({"customer", false});
   log.selection().selectRows({1, 3});
   const auto lines = exported().split('\n');
@@ -89,7 +89,7 @@ TEST_F(TimeLogExport, WritesTheSelectedRowsInTheOrderOfTheTable) {
 TEST_F(TimeLogExport, LeavesWhatStoodThereWhenItIsEnded) {
   Activity& activity = activityOf("Acme");
   for (int number = 0; number < 300; ++number) test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
-  log.reloadData();
+  log.rebuild();
   EXPECT_EQ(exported().count('\n'), 300);
   EXPECT_EQ(progress.asked, 1);
   progress.goesOn = false;
@@ -111,7 +111,7 @@ TEST_F(TimeLogExport, ProposesANameWithItsSlashesAndWithoutRowsIsTheHeaderAlone)
 TEST_F(TimeLogExport, AsksAboutTimersAfterThePanelAndCancellingWritesNothing) {
   Activity& activity = activityOf("Acme");
   activity.startEntry();
-  log.reloadData();
+  log.rebuild();
   test.panels.willCancel();
   exportTimeLog(log, progress);
   EXPECT_TRUE(test.alerts.shown().empty());
@@ -126,7 +126,7 @@ TEST_F(TimeLogExport, AsksAboutTimersAfterThePanelAndCancellingWritesNothing) {
 
 TEST_F(TimeLogExport, SaysWhereItIsOrWhyNotAndReplacesAFileOnlyByAWholeOne) {
   test.addEntry(activityOf("Acme"), "2026-11-24T08:00:00Z", 60);
-  log.reloadData();
+  log.rebuild();
   const QString path = test.places.path("log.txt");
   ASSERT_TRUE(writeFile(path, QByteArray(5000, 'x')));
   const auto notice = [&] { return test.session.notices().standing().back(); };

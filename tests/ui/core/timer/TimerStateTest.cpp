@@ -52,10 +52,10 @@ TEST_F(TimerWindow, WhatRunsOverMidnightCountsToTodayUntilItIsStopped) {
   Activity& activity = test.addActivity(acme, design);
   activity.startEntry();
   test.clock.set("2026-11-24T23:20:00Z");
-  state.reloadData();
+  state.rebuild();
   EXPECT_EQ(cell("today", 0), "00:30:00");
   activity.stop();
-  state.reloadData();
+  state.rebuild();
   EXPECT_EQ(cell("today", 0), "00:00:00");
   EXPECT_EQ(cell("total", 0), "00:30:00");
 }
@@ -63,7 +63,7 @@ TEST_F(TimerWindow, WhatRunsOverMidnightCountsToTodayUntilItIsStopped) {
 TEST_F(TimerWindow, SeveralTimersRunAndTheDisplayFollowsTheSelectedOne) {
   Activity& first = test.addActivity(acme, design);
   Activity& second = test.addActivity(acme, design, roof);
-  state.reloadData();
+  state.rebuild();
   select(first);
   state.toggleTimer();
   test.clock.advance(60);
@@ -115,7 +115,7 @@ TEST_F(TimerWindow, ASearchListsAndChangesNothing) {
   Activity& hall = test.addActivity(&test.addCustomer("Old Hall"), design, nullptr, "Sketches");
   Activity& nameless = test.addActivity(nullptr, nullptr, nullptr, "a roof without a name");
   test.addEntry(website, "2026-11-24T07:00:00Z", 60);
-  state.reloadData();
+  state.rebuild();
   select(website);
   state.toggleTimer();
   select(hall);
@@ -152,7 +152,7 @@ TEST_F(TimerWindow, ASearchListsAndChangesNothing) {
 
 TEST_F(TimerWindow, FavouritesStandAboveTheOthersInEveryOrder) {
   for (const char* notes : {"b", "d", "a", "c"}) test.addActivity(acme, nullptr, nullptr, notes);
-  state.reloadData();
+  state.rebuild();
   const auto order = [this] {
     QString all;
     for (int row = 0; row < state.rows().rowCount(); ++row) {
@@ -176,7 +176,7 @@ TEST_F(TimerWindow, FavouritesStandAboveTheOthersInEveryOrder) {
 }
 
 TEST_F(TimerWindow, StartingWithoutASelectionAsksForANewActivity) {
-  state.reloadData();
+  state.rebuild();
   state.toggleTimer();
   EXPECT_EQ(display.sheets, QList<bool>{true});
   EXPECT_TRUE(display.sendTimeHidden) << "standalone";
@@ -186,8 +186,8 @@ TEST_F(TimerWindow, SelectingClearsTheLogAndNewsDoesNot) {
   Activity& first = test.addActivity(acme, design);
   Activity& activity = test.addActivity(acme, design);
   TimeEntry& entry = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
-  state.reloadData();
-  state.log().reloadData();
+  state.rebuild();
+  state.log().rebuild();
   EXPECT_FALSE(state.editable());
   select(activity);
   state.log().selectEntry(&entry);
@@ -202,13 +202,13 @@ TEST_F(TimerWindow, SelectingClearsTheLogAndNewsDoesNot) {
   EXPECT_EQ(state.log().selectedEntries(), std::vector{Ref<TimeEntry>(&entry)});
   EXPECT_EQ(state.currentEntry(), &entry);
   select(activity);
-  EXPECT_EQ(state.log().numberOfSelectedRows(), 0);
+  EXPECT_EQ(state.log().selectedCount(), 0);
   EXPECT_EQ(state.currentEntry(), nullptr);
 }
 
 TEST_F(TimerWindow, NamesWhatIsSelected) {
   Activity& whole = test.addActivity(acme, design, roof);
-  state.reloadData();
+  state.rebuild();
   const auto label = [this, &whole] {
     select(whole);
     return display.label;
@@ -226,7 +226,7 @@ TEST_F(TimerWindow, NamesWhatIsSelected) {
 TEST_F(TimerWindow, DeletingARunningActivityLeavesNothingThatPointsToIt) {
   Activity& activity = test.addActivity(acme, design);
   TimeEntry& stopped = test.addEntry(activity, "2026-11-24T08:00:00Z", 60);
-  state.reloadData();
+  state.rebuild();
   select(activity);
   state.deleteEntries({&stopped, &activity.startEntry()});
   EXPECT_FALSE(activity.isRunning());
@@ -245,7 +245,7 @@ TEST_F(TimerWindow, CompletingStopsAndLeavesTheTableUntilMadeCurrentAgain) {
   Activity& activity = test.addActivity(acme, design);
   TimeEntry& entry = activity.startEntry();
   test.clock.advance(90);
-  state.reloadData();
+  state.rebuild();
   select(activity);
   state.markSelectedCompleted();
   EXPECT_EQ(entry.duration(), 90);

@@ -44,7 +44,7 @@ class CustomerListController : public ListController {
   [[nodiscard]] Customer* customerForRow(int row) const;
 
  protected:
-  void reloadData() override { rows_.setRows(listedRows()); }
+  void rebuild() override { rows_.setRows(listedRows()); }
   void documentEdited(const ChangeSet& changes) override;
   /// A duplicate customer's name is refused; a job's name is compared with the customers' too.
   [[nodiscard]] bool takeName(int row, const QString& name) override;

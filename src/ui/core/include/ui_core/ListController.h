@@ -56,14 +56,14 @@ class ListController : public ListEditor {
   [[nodiscard]] virtual bool canAddJob() const { return false; }
   void markAllShown() override;
   void markNoneShown() override;
-  [[nodiscard]] bool isDeleteOK() const override { return selection().hasSelection(); }
+  [[nodiscard]] bool canDelete() const override { return selection().hasSelection(); }
 
  protected:
   /// All must outlive it.
   ListController(Session& session, ListView& view);
 
   /// Lists what the document holds now, in its order.
-  virtual void reloadData() = 0;
+  virtual void rebuild() = 0;
   virtual void documentEdited(const ChangeSet& changes) = 0;
   /// As `rename`, of a name that is not empty.
   [[nodiscard]] virtual bool takeName(int row, const QString& name) = 0;

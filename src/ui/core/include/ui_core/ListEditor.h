@@ -12,7 +12,7 @@ class ListEditor {
   /// Asks for confirmation and deletes what the selected row shows.
   virtual void deleteRow() = 0;
   /// Whether a row is selected that is there.
-  [[nodiscard]] virtual bool isDeleteOK() const = 0;
+  [[nodiscard]] virtual bool canDelete() const = 0;
   virtual void markAllShown() = 0;
   virtual void markNoneShown() = 0;
 };

@@ -59,7 +59,7 @@ class LogController {
   void setHidesSubmitted(bool hides);
   /// When and where the dates are read.
   [[nodiscard]] DayReader dayReader() const;
-  [[nodiscard]] LogRange range() const { return static_cast<LogRange>(rangePopup.indexOfSelectedItem()); }
+  [[nodiscard]] LogRange range() const { return static_cast<LogRange>(rangePopup.selectedIndex()); }
   /// Fills the date fields with the days of the range; "Dates" leaves them as they are.
   void chooseRange(LogRange range);
   /// To be called when a date field was typed into.
@@ -93,7 +93,7 @@ class LogController {
   void resetNameFilters();
 
   /// The rebuild: what passes the filters now.
-  void reloadData();
+  void rebuild();
   void reloadNames();
   /// The tick.
   void updateRunningEntries();
@@ -107,7 +107,7 @@ class LogController {
   void clearSelection() { selection_.clearSelection(); }
   /// The entries of the selected rows, in row order.
   [[nodiscard]] std::vector<Ref<TimeEntry>> selectedEntries() const;
-  [[nodiscard]] int numberOfSelectedRows() const;
+  [[nodiscard]] int selectedCount() const;
 
   /// The entry of the first selected row; none without a selection.
   [[nodiscard]] TimeEntry* selectedEntry() const;

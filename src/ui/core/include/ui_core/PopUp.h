@@ -14,9 +14,9 @@ class PopUp {
   explicit PopUp(const QString& onlyTitle) { reset(onlyTitle); }
 
   [[nodiscard]] const QStringList& titles() const { return titles_; }
-  [[nodiscard]] int indexOfSelectedItem() const { return selected_; }
+  [[nodiscard]] int selectedIndex() const { return selected_; }
   /// The chosen title; none without a choice.
-  [[nodiscard]] std::optional<QString> titleOfSelectedItem() const {
+  [[nodiscard]] std::optional<QString> selectedTitle() const {
     if (selected_ < 0) return std::nullopt;
     return titles_[selected_];
   }
@@ -34,8 +34,8 @@ class PopUp {
     titles_ << title;
   }
   /// An index out of range chooses nothing.
-  void selectItemAtIndex(int index) { selected_ = index >= 0 && index < titles_.size() ? index : -1; }
-  void selectItemWithTitle(const QString& title) { selected_ = static_cast<int>(titles_.indexOf(title)); }
+  void selectAt(int index) { selected_ = index >= 0 && index < titles_.size() ? index : -1; }
+  void selectTitle(const QString& title) { selected_ = static_cast<int>(titles_.indexOf(title)); }
 
  private:
   QStringList titles_;

@@ -28,7 +28,7 @@ class ServicesListController : public ListController {
   void deleteRow() override;
 
  protected:
-  void reloadData() override { rows_.setRows(listedRows()); }
+  void rebuild() override { rows_.setRows(listedRows()); }
   void documentEdited(const ChangeSet& changes) override;
   [[nodiscard]] bool takeName(int row, const QString& name) override;
   [[nodiscard]] QString nameInRow(int row) const override;

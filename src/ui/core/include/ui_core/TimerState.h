@@ -68,7 +68,7 @@ class TimerState {
   /// One row at a time.
   [[nodiscard]] TableSelection& selection() { return selection_; }
   /// Rebuilds all rows from the document, loading one when none is open.
-  void reloadData();
+  void rebuild();
   /// Lists the activities that contain what was typed; all for nothing. Changes no sum and nothing that runs.
   /// Where the selected one is left out, the first that is listed is selected until the search is given up.
   void searchActivities(const QString& typed);
