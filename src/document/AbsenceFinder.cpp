@@ -18,7 +18,7 @@ std::optional<Absence> AbsenceFinder::look(const Look& look) {
   const double awake = last_ ? look.uptime.awake - last_->uptime.awake : 0;
   const double slept = last_ ? look.uptime.asleep - last_->uptime.asleep : 0;
   last_ = look;
-  const bool hasSlept = slept >= kShortest;
+  const bool hasSlept = slept >= Absence::kShortest;
   const double touched = total - look.idle.value_or(0);
   if (hasSlept && !since_) since_ = total - slept;
   if (!since_) {

@@ -15,7 +15,7 @@ namespace {
 constexpr double kLongestSilence = 180;
 
 bool isCutOff(const TimeEntry& entry) {
-  return entry.running() == true && entry.storedDuration() == 0 && entry.start() && !entry.timeIsFixed();
+  return entry.isRunning() && entry.storedDuration() == 0 && entry.start() && !entry.timeIsFixed();
 }
 
 /// Whoever stored these entries lived then, and when they began.

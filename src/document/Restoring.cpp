@@ -6,6 +6,7 @@
 #include "document/HaltedEntries.h"
 #include "document/RunningTimers.h"
 #include "document/Session.h"
+#include "model/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
@@ -103,14 +104,6 @@ bool differs(const TimeEntry& one, const TimeEntry& other) {
          ofActivity(one) != ofActivity(other);
 }
 
-QString titleOf(const Activity* activity) {
-  if (!activity) return {};
-  QStringList names{queries::nameOf(activity->customer()), queries::nameOf(activity->job()),
-                    queries::nameOf(activity->service())};
-  names.removeAll(QString());
-  return names.isEmpty() ? activity->notes().value_or(QString()) : names.join(u" - ");
-}
-
 // ---- what is asked
 
 /// Entries that only the backup has, and what it knows of them.
@@ -130,7 +123,8 @@ OnlyInBackup onlyIn(const ObjectContext& backup, const ObjectContext& document) 
 
 QString lineOf(const TimeEntry& entry, const Calendar& calendar) {
   const QString when = entry.start() ? dayAndTime(*entry.start(), calendar) : QString();
-  QStringList parts{titleOf(entry.activity()), when, durationText(entry.storedDuration())};
+  QStringList parts{entry.activity() ? activityTitle(*entry.activity()) : QString(), when,
+                    durationText(entry.storedDuration())};
   parts.removeAll(QString());
   return parts.join(QStringLiteral(", "));
 }
@@ -246,7 +240,7 @@ SinceBackup changesSince(const ObjectContext& backup, const ObjectContext& docum
   for (const Activity* activity : document.all<Activity>()) {
     const Activity* before = counterpart(*activity, activities);
     if (before && before->completed() != true && activity->completed() == true) {
-      since.completed << titleOf(activity);
+      since.completed << activityTitle(*activity);
     }
   }
   const auto customers = byID<Customer>(backup);

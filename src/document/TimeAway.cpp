@@ -11,18 +11,10 @@ namespace pendra {
 
 namespace {
 
-/// Instants of one moment may be told apart by less than this.
-constexpr double kSameMoment = 1;
-
-void setAway(TimeEntry& entry, const std::optional<Absence>& absence) {
-  entry.setAwayFrom(absence ? std::optional(absence->from) : std::nullopt);
-  entry.setAwayTo(absence ? std::optional(absence->to) : std::nullopt);
-}
-
 void takeOff(TimeEntry& entry, const Absence& away) {
-  const bool runs = entry.running() == true;
+  const bool runs = entry.isRunning();
   const double before = away.from - *entry.start();
-  const double after = endOf(entry) - away.to;
+  const double after = entry.end() - away.to;
   setAway(entry, std::nullopt);
   if (before < kSameMoment) {
     entry.setStart(away.to);
@@ -35,11 +27,11 @@ void takeOff(TimeEntry& entry, const Absence& away) {
 
 void mark(TimeEntry& entry, const Absence& absence) {
   if (entry.timeIsFixed() || !entry.start() || !entry.activity()) return;
-  Absence away{std::max(absence.from, *entry.start()), std::min(absence.to, endOf(entry))};
-  if (away.length() < AbsenceFinder::kShortest) return;
+  Absence away{std::max(absence.from, *entry.start()), std::min(absence.to, entry.end())};
+  if (away.length() < Absence::kShortest) return;
   const auto earlier = unansweredAway(entry);
   if (!earlier) return setAway(entry, away);
-  if (away.from - earlier->to >= AbsenceFinder::kShortest) return setAway(cut(entry, earlier->to), away);
+  if (away.from - earlier->to >= Absence::kShortest) return setAway(cut(entry, earlier->to), away);
   setAway(entry, Absence{std::min(earlier->from, away.from), std::max(earlier->to, away.to)});
 }
 
@@ -56,12 +48,8 @@ void answer(ObjectContext& context, const QString& name, const AwayEntries& entr
 }  // namespace
 
 std::optional<Absence> unansweredAway(const TimeEntry& entry) {
-  if (!entry.awayFrom() || !entry.awayTo() || !entry.start() || !entry.activity()) return std::nullopt;
-  if (entry.timeIsFixed() || entry.isHalted()) return std::nullopt;
-  const Absence away{*entry.awayFrom(), *entry.awayTo()};
-  const bool isWithin =
-      *entry.start() - away.from < kSameMoment && away.to - endOf(entry) < kSameMoment && away.length() > 0;
-  return isWithin ? std::optional(away) : std::nullopt;
+  const bool mayBeAsked = entry.start() && entry.activity() && !entry.timeIsFixed() && !entry.isHalted();
+  return mayBeAsked ? awayWithin(entry) : std::nullopt;
 }
 
 void markAway(ObjectContext& context, const std::vector<Ref<TimeEntry>>& ran, const Absence& absence) {

@@ -1,6 +1,6 @@
 #include "link/AffectedActivities.h"
 
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "model/TimeEntry.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"

@@ -1,6 +1,6 @@
 #include "link/DoubtfulLengths.h"
 
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"

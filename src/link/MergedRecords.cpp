@@ -22,7 +22,7 @@ std::vector<MergedRecord> mergedRecords(const std::vector<SubmissionRow>& rows, 
   QHash<std::pair<qint64, int>, std::size_t> known;  // by activity and day
   for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
     TimeEntry* entry = row->entry.get();
-    if (!entry || !entry->activity() || entry->sentSeconds() > 1.0) continue;
+    if (!entry || !entry->activity() || entry->wasSent()) continue;
     const int day = entry->start() ? calendar.day(*entry->start()).day() : 0;
     const std::pair key(entry->activity()->objectID(), day);
     if (const auto found = known.constFind(key); found != known.constEnd()) {

@@ -1,11 +1,11 @@
 #include "link/Sending.h"
 
 #include "document/Saving.h"
-#include "link/ActivityTitle.h"
 #include "link/MergedRecords.h"
 #include "link/TimeRecord.h"
 #include "link/UnknownFates.h"
 #include "link/VantorFailure.h"
+#include "model/ActivityTitle.h"
 #include "model/DocumentSettings.h"
 #include "platform/Log.h"
 #include "platform/Text.h"

@@ -1,7 +1,7 @@
 #include "link/UnknownFates.h"
 
 #include "document/Saving.h"
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "platform/DateTexts.h"
 #include "platform/Text.h"

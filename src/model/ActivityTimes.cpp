@@ -13,7 +13,7 @@ Today::Today(Instant now, const Calendar& calendar)
 ActivityTimes timesOf(const Activity& activity, const Today& today) {
   ActivityTimes times = activity.storedTimes(today);
   // Kept: promised to those who read the sums: a running entry that already holds a duration counts both.
-  const double elapsed = activity.isRunning() ? activity.runningEntry()->elapsed() : 0;
+  const double elapsed = activity.isRunning() ? activity.runningEntry()->length() : 0;
   times.total += elapsed;
   times.today += elapsed;
   return times;

@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <cmath>
 
+#include "model/Absence.h"
 #include "model/Activity.h"
 #include "store/ObjectContext.h"
 
@@ -11,41 +12,19 @@ namespace pendra {
 namespace {
 
 constexpr double kMinute = 60;
-/// Instants of one moment may be told apart by less than this.
-constexpr double kSameMoment = 1;
 /// What is lost where fractions of a second are counted from 2001.
 constexpr double kUnseen = 1e-4;
-
-struct Away {
-  Instant from;
-  Instant to;
-};
-
-/// None where there is none, or where the entry has been corrected so that it lies outside.
-std::optional<Away> awayWithin(const TimeEntry& entry) {
-  if (!entry.awayFrom() || !entry.awayTo()) return std::nullopt;
-  const Away away{*entry.awayFrom(), *entry.awayTo()};
-  const bool isWithin = *entry.start() - away.from < kSameMoment && away.to - endOf(entry) < kSameMoment;
-  return isWithin ? std::optional(away) : std::nullopt;
-}
-
-/// None where less is left than is worth a question.
-void setAway(TimeEntry& entry, std::optional<Away> away) {
-  if (away && away->to - away->from < TimeEntry::kShortestAway) away.reset();
-  entry.setAwayFrom(away ? std::optional(away->from) : std::nullopt);
-  entry.setAwayTo(away ? std::optional(away->to) : std::nullopt);
-}
 
 bool isWholeMinutes(double seconds) { return std::fmod(seconds, kMinute) == 0; }
 
 /// Whether somebody seems to have typed its time, in which case its seconds were dropped.
 bool isTyped(const TimeEntry& entry) {
   return isWholeMinutes(entry.start()->seconds) &&
-         (entry.running() == true || isWholeMinutes(entry.storedDuration()));
+         (entry.isRunning() || isWholeMinutes(entry.storedDuration()));
 }
 
 bool touches(const TimeEntry& first, const TimeEntry& second) {
-  const double gap = *second.start() - endOf(first);
+  const double gap = *second.start() - first.end();
   if (std::abs(gap) <= kSameMoment) return true;
   return gap > 0 ? isTyped(first) && gap < 2 * kMinute : isTyped(second) && gap > -kMinute;
 }
@@ -73,14 +52,14 @@ JoinObstacle obstacleOf(TimeHold hold) {
 
 /// The time away of all of them where each will lie in the joined entry; more than one where it is not the
 /// same.
-std::vector<Away> awayOf(const std::vector<TimeEntry*>& entries, Instant start) {
-  std::vector<Away> all;
+std::vector<Absence> awayOf(const std::vector<TimeEntry*>& entries, Instant start) {
+  std::vector<Absence> all;
   for (const TimeEntry* entry : entries) {
     const double moved = start - *entry->start();
-    start = start + (endOf(*entry) - *entry->start());
+    start = start + (entry->end() - *entry->start());
     const auto own = awayWithin(*entry);
     if (!own) continue;
-    const Away away{own->from + moved, own->to + moved};
+    const Absence away{own->from + moved, own->to + moved};
     if (!all.empty() && away.from - all.back().to < kSameMoment) {
       all.back().to = std::max(all.back().to, away.to);
     } else {
@@ -100,10 +79,6 @@ QString notesOf(const std::vector<TimeEntry*>& entries) {
 
 }  // namespace
 
-Instant endOf(const TimeEntry& entry) {
-  return entry.running() == true ? entry.context()->clock().now() : *entry.start() + entry.storedDuration();
-}
-
 TimeHold timeHoldOf(const TimeEntry& entry) {
   if (entry.wasSent()) return TimeHold::Sent;
   if (entry.sendingSince()) return TimeHold::InDoubt;
@@ -113,8 +88,8 @@ TimeHold timeHoldOf(const TimeEntry& entry) {
 std::optional<Instant> cutNear(const TimeEntry& entry, Instant wanted) {
   if (!entry.start()) return std::nullopt;
   const double first = std::ceil(wanted - *entry.start() - kUnseen);
-  const double rest = endOf(entry) - (*entry.start() + first);
-  const bool isInside = first >= kSameMoment && rest >= (entry.running() == true ? 0 : kSameMoment);
+  const double rest = entry.end() - (*entry.start() + first);
+  const bool isInside = first >= kSameMoment && rest >= (entry.isRunning() ? 0 : kSameMoment);
   return isInside ? std::optional(*entry.start() + first) : std::nullopt;
 }
 
@@ -124,9 +99,9 @@ TimeEntry& cut(TimeEntry& entry, Instant at) {
   rest.setStart(at);
   rest.setNotes(entry.notes());
   const auto away = awayWithin(entry);
-  setAway(entry, away ? std::optional(Away{away->from, std::min(away->to, at)}) : std::nullopt);
-  setAway(rest, away ? std::optional(Away{std::max(away->from, at), away->to}) : std::nullopt);
-  if (entry.running() == true) {
+  setAway(entry, away ? std::optional(Absence{away->from, std::min(away->to, at)}) : std::nullopt);
+  setAway(rest, away ? std::optional(Absence{std::max(away->from, at), away->to}) : std::nullopt);
+  if (entry.isRunning()) {
     entry.setRunning(false);
     rest.startTimer();
   } else {
@@ -154,12 +129,12 @@ JoinObstacle obstacleToJoin(std::span<TimeEntry* const> entries) {
 
 TimeEntry& join(std::span<TimeEntry* const> entries) {
   const auto sorted = byStart(entries);
-  const auto runs = std::find_if(sorted.begin(), sorted.end(),
-                                 [](const TimeEntry* entry) { return entry->running() == true; });
+  const auto runs =
+      std::find_if(sorted.begin(), sorted.end(), [](const TimeEntry* entry) { return entry->isRunning(); });
   TimeEntry& all = runs == sorted.end() ? *sorted.front() : **runs;
   double length = 0;
-  for (const TimeEntry* entry : sorted) length += endOf(*entry) - *entry->start();
-  const Instant start = runs == sorted.end() ? *all.start() : endOf(all) + -length;
+  for (const TimeEntry* entry : sorted) length += entry->end() - *entry->start();
+  const Instant start = runs == sorted.end() ? *all.start() : all.end() + -length;
   const auto away = awayOf(sorted, start);
   const QString notes = notesOf(sorted);
   all.setStart(start);

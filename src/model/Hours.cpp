@@ -13,10 +13,9 @@ Length lengthOf(double seconds) { return Length(std::llround(seconds * std::micr
 double secondsOf(Length length) { return static_cast<double>(length.count()) / std::micro::den; }
 
 CountedEntry countedAt(Instant now, const TimeEntry& entry) {
-  const bool runs = entry.running() == true;
   const Activity* activity = entry.activity();
   return {.start = entry.start(),
-          .length = lengthOf(runs ? now - entry.start().value_or(now) : entry.storedDuration()),
+          .length = lengthOf(entry.lengthAt(now)),
           .sent = entry.wasSent(),
           .billable = activity && activity->billable() == true};
 }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "model/CutAndJoin.h"
+#include "model/TimeEntry.h"
 #include "store/ObjectContext.h"
 
 namespace pendra {
@@ -33,7 +33,7 @@ Overlaps overlapsWith(const ObjectContext& context, Instant from, Instant to, co
   std::vector<Span> spans;
   for (TimeEntry* entry : context.all<TimeEntry>()) {
     if (entry == except || !entry->start() || !entry->activity()) continue;
-    const Span shared{std::max(from, *entry->start()), std::min(to, endOf(*entry))};
+    const Span shared{std::max(from, *entry->start()), std::min(to, entry->end())};
     if (shared.to - shared.from < kWorthAWord) continue;
     overlaps.parts.push_back({entry, shared.to - shared.from});
     spans.push_back(shared);

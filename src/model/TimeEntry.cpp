@@ -47,20 +47,26 @@ void TimeEntry::startTimer() {
   setRunning(true);
 }
 
-void TimeEntry::stopTimer() {
-  setDuration(elapsed());
-  setRunning(false);
-}
+void TimeEntry::stopTimer() { stopTimerAt(context()->clock().now()); }
 
 void TimeEntry::stopTimerAt(Instant end) {
   setDuration(end - start().value_or(end));
   setRunning(false);
 }
 
-double TimeEntry::elapsed() const {
-  if (!running()) return storedDuration();
-  return context()->clock().now() - start().value_or(context()->clock().now());
+double TimeEntry::lengthAt(Instant now) const {
+  return isRunning() ? now - start().value_or(now) : storedDuration();
 }
+
+double TimeEntry::length() const {
+  return isRunning() ? lengthAt(context()->clock().now()) : storedDuration();
+}
+
+Instant TimeEntry::endAt(Instant now) const {
+  return isRunning() ? now : start().value_or(now) + storedDuration();
+}
+
+Instant TimeEntry::end() const { return endAt(context()->clock().now()); }
 
 std::optional<Instant> TimeEntry::midnightOf(std::optional<Instant> date, const Calendar& calendar) {
   if (!date) return std::nullopt;

@@ -66,7 +66,7 @@ TEST_F(Undo, TakesBackWhatAHandDidByMenuByKeyAndByNotice) {
   program.clock.advance(60);
   EXPECT_EQ(program.choose(u"Undo"_s), u"Undo Stop"_s);
   EXPECT_EQ(entries()[3]->running(), true);
-  EXPECT_EQ(entries()[3]->elapsed(), 660);
+  EXPECT_EQ(entries()[3]->length(), 660);
   EXPECT_EQ(program.label("elapsedTimeDisplay"), u"00:11:00"_s);
   redoByKey();
   EXPECT_EQ(entries()[3]->duration(), 600) << "redone as it was, not stopped anew";
@@ -77,7 +77,7 @@ TEST_F(Undo, TakesBackWhatAHandDidByMenuByKeyAndByNotice) {
   EXPECT_EQ(program.item(program.window(), u"Redo"_s)->text(), u"&Redo Start"_s);
   EXPECT_EQ(program.notice(), u"“Undo Start” took 00:11:00 of “Acme - Design” away."_s);
   EXPECT_TRUE(RunningProgram::press(program.window(), u"Redo"_s));
-  EXPECT_EQ(entries()[3]->elapsed(), 660);
+  EXPECT_EQ(entries()[3]->length(), 660);
   key();
 
   program.choose(u"Mark Complete"_s);

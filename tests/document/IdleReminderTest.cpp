@@ -97,7 +97,7 @@ TEST_F(IdleReminderTest, OneAtATimeIsOneStep) {
   EXPECT_EQ(entries().size(), 2U);
   EXPECT_TRUE(acme->isRunning() && zed->isRunning());
   clock.advance(60);
-  EXPECT_EQ(entries()[0]->elapsed(), 180);
+  EXPECT_EQ(entries()[0]->length(), 180);
 }
 
 }  // namespace

@@ -262,7 +262,7 @@ TEST_F(AwayTest, IsAnsweredOnceAndInventsNoTime) {
   undone();
   takeAwayOff(*session.context(), all);
   EXPECT_EQ(entries(), QStringList({"A 0-400", "B 100-400", "A 1600-", "B 1600-"}));
-  EXPECT_NEAR(a.runningEntry()->elapsed(), 100, 0.01);
+  EXPECT_NEAR(a.runningEntry()->length(), 100, 0.01);
   undone();
   bookAway(*session.context(), all, other);
   EXPECT_EQ(entries(), QStringList({"A 0-400", "B 100-400", "A 1600-", "B 1600-", "Other 400-1600"}));
@@ -296,7 +296,7 @@ TEST_F(AwayTest, OvernightAndAcrossTheEndOfSummerTimeItIsAsLongAsItWas) {
     takeAwayOff(*session.context(), asked());
     const TimeEntry& rest = *entry.activity()->runningEntry();
     EXPECT_EQ(&rest, &entry) << "nothing was done before: it begins now";
-    EXPECT_NEAR(rest.elapsed(), 60, 0.01);
+    EXPECT_NEAR(rest.length(), 60, 0.01);
     EXPECT_EQ(calendar.day(*rest.start()), calendar.day(began_).addDays(1));
     edit([&] { entry.activity()->stop(); });
   }

@@ -37,13 +37,13 @@ class CutAndJoin : public testing::Test, protected TestDocument {
   }
   [[nodiscard]] QString textOf(const TimeEntry& entry) const {
     const auto at = [this](Instant instant) { return QString::number(instant - ten_); };
-    QString text = at(*entry.start()) + u'-' + (entry.running() == true ? QString() : at(endOf(entry)));
+    QString text = at(*entry.start()) + u'-' + (entry.running() == true ? QString() : at(entry.end()));
     if (entry.awayFrom()) text += u' ' + at(*entry.awayFrom()) + u'-' + at(*entry.awayTo());
     return entry.notes() ? text + u'/' + *entry.notes() : text;
   }
   [[nodiscard]] double sum() const {
     double all = 0;
-    for (const TimeEntry* one : activity_.entries()) all += endOf(*one) - *one->start();
+    for (const TimeEntry* one : activity_.entries()) all += one->end() - *one->start();
     return all;
   }
 

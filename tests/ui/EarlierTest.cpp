@@ -105,7 +105,7 @@ TEST_F(Earlier, StartsAndStopsFromTheSheetInOneStepEach) {
     desk.press(Qt::Key_Return);
   });
   ASSERT_EQ(entries().size(), 3U);
-  EXPECT_EQ(entries()[2]->elapsed(), 600);
+  EXPECT_EQ(entries()[2]->length(), 600);
   EXPECT_EQ(other.duration(), 600) << "one at a time: both at the same instant";
 
   UndoStack& steps = desk.session.context()->undoStack();

@@ -52,7 +52,7 @@ TEST(TimeAwayAtTheDesk, SaysWhatEachAnswerDoesAndDoesItOnce) {
   const auto lengths = [&context] {
     QStringList all;
     for (const TimeEntry* one : context.all<TimeEntry>()) {
-      const double length = one->running() == true ? one->elapsed() : one->storedDuration();
+      const double length = one->length();
       all << queries::nameOf(one->activity()->customer()) + u' ' + QString::number(length);
     }
     return all;

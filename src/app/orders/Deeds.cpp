@@ -150,7 +150,7 @@ Result<QVariantMap> add(OpenDocument& document, const QString& text, bool create
   if (!added) return added.error();
   if (auto stored = isStored(context, kNotStored); !stored) return stored.error();
   const TimeEntry& entry = *added.value();
-  if (entry.running() == true)
+  if (entry.isRunning())
     return QVariantMap{{QStringLiteral("started"), facts::ofActivity(*entry.activity())}};
   QVariantMap told = facts::ofEntry(entry, context);
   told[QStringLiteral("notes")] = facts::ofActivity(*entry.activity())[QStringLiteral("notes")];

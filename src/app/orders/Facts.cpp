@@ -132,18 +132,17 @@ QVariantMap ofActivity(const Activity& activity) {
 QVariantMap ofEntry(const TimeEntry& entry, const ObjectContext& context) {
   const Activity& activity = *entry.activity();
   const Calendar& calendar = context.calendar();
-  const bool runs = entry.running() == true;
-  const double seconds = secondsAt(context.clock().now(), entry);
-  const auto end = runs || !entry.start() ? std::nullopt : std::optional(*entry.start() + seconds);
+  const Instant now = context.clock().now();
+  const bool hasEnd = entry.start() && !entry.isRunning();
   return {{QStringLiteral("customer"), name(activity.customer())},
           {QStringLiteral("job"), name(activity.job())},
           {QStringLiteral("service"), name(activity.service())},
           {QStringLiteral("start"), instant(entry.start(), calendar)},
-          {QStringLiteral("end"), instant(end, calendar)},
-          {QStringLiteral("seconds"), seconds},
+          {QStringLiteral("end"), hasEnd ? instant(entry.endAt(now), calendar) : QVariant()},
+          {QStringLiteral("seconds"), secondsAt(now, entry)},
           {QStringLiteral("notes"), text(entry.notes())},
           {QStringLiteral("sent"), entry.wasSent() ? instant(entry.dateSubmitted(), calendar) : QVariant()},
-          {QStringLiteral("running"), runs}};
+          {QStringLiteral("running"), entry.isRunning()}};
 }
 
 QVariantList running(const ObjectContext& context) {

@@ -2,7 +2,7 @@
 
 #include <numeric>
 
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"

@@ -10,15 +10,6 @@ namespace pendra {
 
 namespace {
 
-ColumnHead head(const QString& identifier, const QString& title, CellKind kind, int weight) {
-  const bool isTime = kind == CellKind::Time || kind == CellKind::SecondaryTime;
-  return {.identifier = identifier,
-          .title = title,
-          .alignment = isTime ? Alignment::Right : Alignment::Left,
-          .kind = kind,
-          .weight = weight};
-}
-
 /// A column whose head has no words: its cells say what they do.
 ColumnHead silent(ColumnHead head, const QString& accessibleName) {
   head.accessibleName = accessibleName;
@@ -36,23 +27,24 @@ std::vector<Column<ActivityRow>> activityColumns() {
                                .text = [text](const ActivityRow&) { return text; }};
   };
   const auto startStop = [](const ActivityRow& row) { return row.running ? tr("Stop") : tr("Start"); };
-  Column<ActivityRow> customer =
-      column(head(QStringLiteral("customer"), tr("Customer"), CellKind::Text, 4), &ActivityRow::customer);
+  Column<ActivityRow> customer = column(
+      columnHead(QStringLiteral("customer"), tr("Customer"), CellKind::Text, 4), &ActivityRow::customer);
   customer.warning = [](const ActivityRow& row) { return row.warning; };
   return {
-      {.head = silent(head(QStringLiteral("startstop"), {}, CellKind::StartStop, 0), tr("Start/Stop")),
+      {.head = silent(columnHead(QStringLiteral("startstop"), {}, CellKind::StartStop, 0), tr("Start/Stop")),
        .text = startStop},
-      {.head = silent(head(QStringLiteral("favourite"), {}, CellKind::Star, 0), tr("Favourite")),
+      {.head = silent(columnHead(QStringLiteral("favourite"), {}, CellKind::Star, 0), tr("Favourite")),
        .checked = [](const ActivityRow& row) { return row.favourite; }},
       std::move(customer),
-      column(head(QStringLiteral("job"), tr("Job"), CellKind::Text, 3), &ActivityRow::job),
-      column(head(QStringLiteral("service"), tr("Service"), CellKind::Text, 4), &ActivityRow::service),
-      column(head(QStringLiteral("notes"), tr("Notes"), CellKind::Secondary, 5), &ActivityRow::notes),
-      constant(silent(head(QStringLiteral("edit"), {}, CellKind::Link, 0), tr("Edit")), tr("Edit")),
-      constant(silent(head(QStringLiteral("complete"), {}, CellKind::Link, 0), tr("Complete")),
+      column(columnHead(QStringLiteral("job"), tr("Job"), CellKind::Text, 3), &ActivityRow::job),
+      column(columnHead(QStringLiteral("service"), tr("Service"), CellKind::Text, 4), &ActivityRow::service),
+      column(columnHead(QStringLiteral("notes"), tr("Notes"), CellKind::Secondary, 5), &ActivityRow::notes),
+      constant(silent(columnHead(QStringLiteral("edit"), {}, CellKind::Link, 0), tr("Edit")), tr("Edit")),
+      constant(silent(columnHead(QStringLiteral("complete"), {}, CellKind::Link, 0), tr("Complete")),
                tr("Activity Complete")),
-      column(head(QStringLiteral("today"), tr("Today"), CellKind::Time, 0), &ActivityRow::today),
-      column(head(QStringLiteral("total"), tr("Total"), CellKind::SecondaryTime, 0), &ActivityRow::total),
+      column(columnHead(QStringLiteral("today"), tr("Today"), CellKind::Time, 0), &ActivityRow::today),
+      column(columnHead(QStringLiteral("total"), tr("Total"), CellKind::SecondaryTime, 0),
+             &ActivityRow::total),
   };
 }
 

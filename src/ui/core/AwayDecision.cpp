@@ -1,7 +1,7 @@
 #include "ui_core/AwayDecision.h"
 
 #include "document/Session.h"
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
@@ -45,9 +45,7 @@ QString wordsOn(const TimeAway& away, const Moments& moments) {
 
 AwayShape awayShape(const TimeAway& away) {
   const TimeEntry& entry = *away.entries.front();
-  const bool runs = entry.running() == true;
-  const Instant end = runs ? entry.context()->clock().now() : *entry.start() + entry.storedDuration();
-  return {.start = *entry.start(), .absence = away.absence, .end = end, .runs = runs};
+  return {.start = *entry.start(), .absence = away.absence, .end = entry.end(), .runs = entry.isRunning()};
 }
 
 AwayTexts awayTexts(const Session& session, const TimeAway& away) {

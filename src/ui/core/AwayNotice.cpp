@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "document/Session.h"
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
 

@@ -1,6 +1,6 @@
 #include "ui_core/DeletePrompts.h"
 
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
@@ -23,10 +23,6 @@ void ask(TimerState& state, const QString& message, const QString& informative,
                                             });
 }
 
-double lengthOf(const TimeEntry& entry) {
-  return entry.running() == true ? entry.elapsed() : entry.storedDuration();
-}
-
 /// "3 entries, 04:30:00", or of one "04:30:00".
 QString amount(qsizetype count, double seconds) {
   if (count == 1) return durationText(seconds);
@@ -36,7 +32,7 @@ QString amount(qsizetype count, double seconds) {
 /// What goes with the activity.
 QString contentsOf(const Activity& activity) {
   double seconds = 0;
-  for (const TimeEntry* entry : activity.entries()) seconds += lengthOf(*entry);
+  for (const TimeEntry* entry : activity.entries()) seconds += entry->length();
   return formatted(u"%@: %@.", {activityTitle(activity),
                                 amount(static_cast<qsizetype>(activity.entries().size()), seconds)});
 }
@@ -45,7 +41,7 @@ QString contentsOf(const std::vector<Ref<TimeEntry>>& entries) {
   double seconds = 0;
   QStringList titles;
   for (const Ref<TimeEntry>& entry : entries) {
-    seconds += lengthOf(*entry);
+    seconds += entry->length();
     if (const Activity* activity = entry->activity()) titles << activityTitle(*activity);
   }
   titles.removeDuplicates();

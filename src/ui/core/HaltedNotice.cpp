@@ -1,7 +1,7 @@
 #include "ui_core/HaltedNotice.h"
 
 #include "document/Session.h"
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"

@@ -50,7 +50,7 @@ void HoursAtAGlance::sumUp() {
 }
 
 HoursAtAGlance::Part HoursAtAGlance::partOf(const TimeEntry& entry) {
-  const bool runs = entry.running() == true;
+  const bool runs = entry.isRunning();
   return {.start = entry.start(),
           .stored = runs ? Length() : lengthOf(entry.storedDuration()),
           .sent = entry.wasSent(),

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "document/RunningTimers.h"
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
 #include "ui_core/AwayNotice.h"
@@ -61,7 +61,7 @@ QString PanelState::toolTip() const {
 std::optional<double> PanelState::nextMinute() const {
   std::optional<double> next;
   for (const RunningTimer& timer : running()) {
-    const double left = kMinute - std::fmod(std::max(0.0, timer.entry->elapsed()), kMinute);
+    const double left = kMinute - std::fmod(std::max(0.0, timer.entry->length()), kMinute);
     next = std::min(next.value_or(left), left);
   }
   return next;

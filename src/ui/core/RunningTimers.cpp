@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
@@ -12,7 +12,7 @@
 
 namespace pendra {
 
-double RunningTimer::seconds() const { return entry ? std::max(0.0, std::trunc(entry->elapsed())) : 0; }
+double RunningTimer::seconds() const { return entry ? std::max(0.0, std::trunc(entry->length())) : 0; }
 
 QString RunningTimer::length() const { return durationText(seconds()); }
 
@@ -22,7 +22,7 @@ std::vector<RunningTimer> runningTimers(const ObjectContext& context) {
     if (Activity* activity = entry->activity()) timers.push_back({.activity = activity, .entry = entry});
   }
   std::stable_sort(timers.begin(), timers.end(), [](const RunningTimer& one, const RunningTimer& other) {
-    return one.entry->elapsed() > other.entry->elapsed();
+    return one.entry->length() > other.entry->length();
   });
   return timers;
 }

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "model/Queries.h"
 #include "model/TimeEntry.h"
@@ -126,17 +126,13 @@ QString whatCame(const ChangeSet& changes) {
                     day.toString(QStringLiteral("ddd d MMM yyyy"))});
 }
 
-double lengthOf(const TimeEntry& entry, Instant now) {
-  return entry.running() == true ? now - entry.start().value_or(now) : entry.storedDuration();
-}
-
 /// By how much entries of the activity that have stayed are longer now, as when a split is taken back.
 double lengthGiven(const ChangeSet& changes, const Activity* activity, Instant now) {
   double seconds = 0;
   for (const TimeEntry* entry : changes.changed<TimeEntry>()) {
     const PropertyValue before = changes.before(*entry, "duration");
     const double* length = std::get_if<double>(&before);
-    if (length && entry->activity() == activity) seconds += lengthOf(*entry, now) - *length;
+    if (length && entry->activity() == activity) seconds += entry->lengthAt(now) - *length;
   }
   return seconds;
 }
@@ -162,7 +158,7 @@ QString timeTakenAway(const ChangeSet& changes, Instant now) {
   if (gone.empty()) return {};
   const auto* activity = changes.targetBefore<Activity>(*gone[0], "activity");
   double seconds = -lengthGiven(changes, activity, now);
-  for (const TimeEntry* entry : gone) seconds += lengthOf(*entry, now);
+  for (const TimeEntry* entry : gone) seconds += entry->lengthAt(now);
   if (seconds < kWorthSaying) return {};
   const QString length = durationText(seconds);
   if (gone.size() > 1) {

@@ -33,7 +33,10 @@ TimerState::TimerState(Session& session, TimerDisplay& display, const QLocale& l
       log_(session, *this, locale),
       hours_(session, locale),
       selectionChanges_(selection_.changes.observe([this] { selectionChanged(); })),
-      documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
+      documentChanges_(session.documentChanges().observe([this] {
+        followDocument();
+        if (session_.document()) rebuild();
+      })) {
   followDocument();
 }
 
@@ -119,7 +122,7 @@ std::vector<RunningTimer> TimerState::whatRuns() const {
 
 void TimerState::showElapsedTime(const Activity* selected) {
   if (const TimeEntry* running = selected ? selected->runningEntry() : nullptr) {
-    showElapsed(running->elapsed());
+    showElapsed(running->length());
   } else {
     display_.showElapsedTime(lastEntryLength(selected));
   }
@@ -211,7 +214,7 @@ void TimerState::deleteEntries(const std::vector<Ref<TimeEntry>>& entries) {
   edit(name, [&] {
     for (const Ref<TimeEntry>& entry : entries) {
       if (!entry) continue;
-      if (entry->running() == true) entry->stopTimer();
+      if (entry->isRunning()) entry->stopTimer();
       entry->context()->deleteObject(*entry);
     }
   });

@@ -49,7 +49,7 @@ void connectNames(LeaveGuard& guard, NameComboControl& popup, Controller& contro
   NameComboBox& box = popup.widget();
   box.setRules({.names = [&] { return controller.namesFor(popup); },
                 .opensListWhileTyping = opensListWhileTyping,
-                .whenEmpty = emptyListText(controller.controls().entry, popup)});
+                .whenEmpty = emptyListText(listOf(controller.controls().entry, popup))});
   const auto mayLeave = [&] {
     if (!controller.mayLeave(popup)) return false;
     box.accept();

@@ -12,6 +12,7 @@
 #include "SignButton.h"
 #include "platform/Preferences.h"
 #include "ui/DateField.h"
+#include "ui/Labels.h"
 #include "ui/SearchField.h"
 #include "ui/Theme.h"
 
@@ -30,14 +31,6 @@ QStringList titlesOf(const QComboBox& popup) {
   QStringList titles;
   for (int index = 0; index < popup.count(); ++index) titles << popup.itemText(index);
   return titles;
-}
-
-QLabel* quietLabel(const QString& text, QWidget* of) {
-  auto* label = new QLabel(text);
-  label->setFont(Theme::controlFont());
-  label->setForegroundRole(QPalette::PlaceholderText);
-  label->setBuddy(of);
-  return label;
 }
 
 }  // namespace
@@ -102,7 +95,7 @@ DateField* LogFilterRow::addDateField(const QString& title, const QString& objec
     takeDate(edit->text(), field);
   });
   connect(edit, &DateField::unreadableChanged, this, &LogFilterRow::complain);
-  row_->addWidget(quietLabel(title, edit));
+  row_->addWidget(makeLabel(title, {.font = Theme::controlFont(), .isQuiet = true, .of = edit}));
   row_->addWidget(edit, 2);
   dates_.push_back({edit, &field});
   return edit;

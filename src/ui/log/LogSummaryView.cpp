@@ -6,6 +6,7 @@
 
 #include "model/DurationText.h"
 #include "platform/Translation.h"
+#include "ui/Labels.h"
 #include "ui/TabularText.h"
 #include "ui/Theme.h"
 
@@ -23,11 +24,8 @@ TabularLabel* figures() {
   return label;
 }
 
-QLabel* words(const QString& text = {}) {
-  auto* label = new QLabel(text);
-  label->setFont(Theme::controlFont());
-  label->setForegroundRole(QPalette::PlaceholderText);
-  return label;
+QLabel* quietLabel(const QString& text = {}) {
+  return makeLabel(text, {.font = Theme::controlFont(), .isQuiet = true});
 }
 
 }  // namespace
@@ -35,10 +33,10 @@ QLabel* words(const QString& text = {}) {
 LogSummaryView::LogSummaryView(LogController& log)
     : log_(log),
       count_(figures()),
-      noun_(words()),
+      noun_(quietLabel()),
       time_(figures()),
-      selected_(words(tr("selected"))),
-      hidden_(words()),
+      selected_(quietLabel(tr("selected"))),
+      hidden_(quietLabel()),
       showAll_(new QPushButton(tr("Show All"))) {
   setObjectName(QStringLiteral("logSummary"));
   setAccessibleName(tr("Listed time"));

@@ -6,7 +6,7 @@
 #include <QPainter>
 #include <cmath>
 
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "platform/Text.h"
 #include "ui/Symbols.h"
 #include "ui/Theme.h"

@@ -8,9 +8,10 @@
 #include <QVBoxLayout>
 
 #include "AwayStrip.h"
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "ui/Buttons.h"
 #include "ui/HelpPlace.h"
+#include "ui/Labels.h"
 #include "ui/Theme.h"
 #include "ui_core/HelpAnchors.h"
 
@@ -22,18 +23,8 @@ constexpr int kWide = 440;
 constexpr int kMargin = 20;
 constexpr int kUnderRadio = 26;
 
-QLabel* label(const QString& name, const QFont& font) {
-  auto* words = new QLabel;
-  words->setObjectName(name);
-  words->setTextFormat(Qt::PlainText);
-  words->setFont(font);
-  return words;
-}
-
 QLabel* quietLabel(const QString& name) {
-  QLabel* words = label(name, Theme::quietFont());
-  words->setForegroundRole(QPalette::PlaceholderText);
-  return words;
+  return makeLabel({}, {.font = Theme::quietFont(), .isQuiet = true, .objectName = name});
 }
 
 QFont headingFont() {
@@ -60,7 +51,7 @@ TimeAwayWindow::TimeAwayWindow(const WindowFrame& frame)
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   column->setSpacing(metrics::kGrid);
-  heading_ = label(QStringLiteral("away"), headingFont());
+  heading_ = makeLabel({}, {.font = headingFont(), .objectName = QStringLiteral("away")});
   heading_->setAccessibleName(tr("Away"));
   words_ = quietLabel(QStringLiteral("awayWords"));
   words_->setWordWrap(true);

@@ -2,7 +2,7 @@
 
 #include <QMenu>
 
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "platform/Translation.h"
 #include "ui_core/TimerState.h"
 

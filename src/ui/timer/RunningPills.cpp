@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "MenuButton.h"
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
 #include "ui/Symbols.h"

@@ -176,12 +176,6 @@ void TimerWindowController::connectRowMenus() {
 }
 
 void TimerWindowController::observeSession() {
-  observations_.push_back(session_.documentChanges().observe([this] {
-    if (!session_.document() || !session_.context()) return;
-    state_.rebuild();
-    state_.log().rebuild();
-    state_.log().reloadNames();
-  }));
   observations_.push_back(session_.saveStateChanges().observe([this] { showDocumentState(); }));
 }
 

@@ -4,20 +4,10 @@
 
 #include <optional>
 
-#include "model/TimeEntry.h"
-#include "platform/Clock.h"
+#include "model/Absence.h"
 #include "platform/SleepSource.h"
 
 namespace pendra {
-
-/// A stretch of time in which nobody was there.
-struct Absence {
-  Instant from;
-  Instant to;
-
-  [[nodiscard]] double length() const { return to - from; }
-  friend bool operator==(const Absence&, const Absence&) = default;
-};
 
 /// What can be seen at a moment.
 struct Look {
@@ -30,9 +20,6 @@ struct Look {
 /// or from the moment at which the machine went to sleep, until somebody touches the machine.
 class AbsenceFinder {
  public:
-  /// A sleep, and an absence at all, is worth a question from this length on.
-  static constexpr double kShortest = TimeEntry::kShortestAway;
-
   /// Longer than `limit` seconds is an absence.
   explicit AbsenceFinder(double limit) : limit_(limit) {}
 

@@ -9,9 +9,6 @@
 
 namespace pendra {
 
-/// Where an entry that has a start ends; of a running one, now.
-[[nodiscard]] Instant endOf(const TimeEntry& entry);
-
 /// Why the time of an entry is not to be touched.
 enum class TimeHold {
   None,

@@ -10,6 +10,7 @@
 #include "platform/Text.h"
 #include "platform/Translation.h"
 #include "store/ObjectContext.h"
+#include "ui_core/DurationReading.h"
 #include "ui_core/EntryChecks.h"
 #include "ui_core/LogController.h"
 #include "ui_core/LogCorrections.h"
@@ -20,11 +21,9 @@ namespace pendra {
 namespace {
 
 constexpr double kMinute = 60;
-constexpr double kUsualAtMost = 12 * 3600.0;
 
 const Calendar& calendarOf(const TimeEntry& entry) { return entry.context()->calendar(); }
 Instant nowOf(const TimeEntry& entry) { return entry.context()->clock().now(); }
-bool runs(const TimeEntry& entry) { return entry.running() == true; }
 QDate dayOf(const TimeEntry& entry) { return calendarOf(entry).day(*entry.start()); }
 Instant minuteOf(Instant instant) { return {std::floor(instant.seconds / kMinute) * kMinute}; }
 
@@ -40,10 +39,7 @@ struct Meant {
 };
 
 /// The entry as it stands.
-Meant asIs(const TimeEntry& entry) {
-  return {.start = *entry.start(),
-          .length = runs(entry) ? nowOf(entry) - *entry.start() : entry.storedDuration()};
-}
+Meant asIs(const TimeEntry& entry) { return {.start = *entry.start(), .length = entry.length()}; }
 
 EntryTexts textsFor(const TimeEntry& entry, Instant start, const QString& length) {
   const Calendar& calendar = calendarOf(entry);
@@ -72,9 +68,9 @@ Meant startMeant(const TimeEntry& entry, const QString& text) {
   meant.start = *std::min_element(moments.begin(), moments.end(), [&](Instant one, Instant other) {
     return std::abs(one - *entry.start()) < std::abs(other - *entry.start());
   });
-  if (runs(entry)) meant.length = nowOf(entry) - meant.start;
+  if (entry.isRunning()) meant.length = nowOf(entry) - meant.start;
   meant.refusal = refusalOf(entry, meant.start, {});
-  if (runs(entry) && meant.length < 0) meant.refusal = tr("What runs cannot begin later than now.");
+  if (entry.isRunning() && meant.length < 0) meant.refusal = tr("What runs cannot begin later than now.");
   return meant;
 }
 
@@ -149,7 +145,7 @@ QString resultWords(const TimeEntry& entry, LogCell cell, const Meant& meant) {
 
 std::optional<CellReading::Following> followingOf(const TimeEntry& entry, LogCell cell, const Meant& meant,
                                                   const QLocale& locale) {
-  const bool isLength = cell == LogCell::End || (cell == LogCell::Start && runs(entry));
+  const bool isLength = cell == LogCell::End || (cell == LogCell::Start && entry.isRunning());
   if (isLength) return {{QStringLiteral("duration"), durationText(std::trunc(meant.length))}};
   return {{QStringLiteral("end"), clockText(meant.end(), calendarOf(entry), locale)}};
 }
@@ -198,14 +194,14 @@ QString whyNotTyped(const TimeEntry& entry, LogCell cell) {
   if (cell == LogCell::Notes) return {};
   if (entry.timeIsFixed()) return whyHeld(timeHoldOf(entry));
   if (!entry.start()) return tr("This entry has no start. It gets one in its editor.");
-  return runs(entry) && cell != LogCell::Start ? tr("Stop it to correct its length.") : QString();
+  return entry.isRunning() && cell != LogCell::Start ? tr("Stop it to correct its length.") : QString();
 }
 
 QString textForTyping(const TimeEntry& entry, LogCell cell, const QLocale& locale) {
   if (cell == LogCell::Notes) return entry.notes().value_or(QString());
   if (cell == LogCell::Duration) return durationText(entry.storedDuration());
   if (!entry.start()) return {};
-  return clockText(cell == LogCell::Start ? *entry.start() : endOf(entry), calendarOf(entry), locale);
+  return clockText(cell == LogCell::Start ? *entry.start() : entry.end(), calendarOf(entry), locale);
 }
 
 CellReading readTyped(const TimeEntry& entry, LogCell cell, const QString& text, const QLocale& locale) {

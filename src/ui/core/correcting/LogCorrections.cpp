@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "link/ActivityTitle.h"
 #include "model/Activity.h"
+#include "model/ActivityTitle.h"
 #include "model/CutAndJoin.h"
 #include "model/DurationText.h"
 #include "model/Overlaps.h"
@@ -79,9 +79,8 @@ QString whyNotStart(const Entries& entries) {
   return entries.front()->activity()->isRunning() ? tr("This activity is running.") : QString();
 }
 
-double lengthOf(const TimeEntry& entry) {
-  return entry.running() == true ? std::max(0.0, entry.elapsed()) : entry.storedDuration();
-}
+/// A clock that was set back makes nothing less than nothing.
+double lengthOf(const TimeEntry& entry) { return std::max(0.0, entry.length()); }
 
 TimeEntry& copyOf(const TimeEntry& entry) {
   TimeEntry& copy = entry.activity()->addEntry();
@@ -93,7 +92,7 @@ TimeEntry& copyOf(const TimeEntry& entry) {
 
 QString overlapOf(const TimeEntry& copy) {
   if (!copy.start()) return {};
-  const Overlaps overlaps = overlapsWith(*copy.context(), *copy.start(), endOf(copy), &copy);
+  const Overlaps overlaps = overlapsWith(*copy.context(), *copy.start(), copy.end(), &copy);
   return overlaps.parts.empty() ? QString() : formatted(tr("A copy was made. %@."), {overlapText(overlaps)});
 }
 
@@ -101,8 +100,8 @@ QDate dayOf(const TimeEntry& entry) { return entry.context()->calendar().day(*en
 
 /// The full minute before, unless that lies outside.
 Instant proposedCut(const TimeEntry& entry) {
-  const double part = entry.running() == true ? 1 : 0.5;
-  const Instant wanted = *entry.start() + part * (endOf(entry) - *entry.start());
+  const double part = entry.isRunning() ? 1 : 0.5;
+  const Instant wanted = *entry.start() + part * (entry.end() - *entry.start());
   const Instant minute{std::floor(wanted.seconds / 60) * 60};
   return cutNear(entry, minute) ? minute : Instant{std::floor(wanted.seconds)};
 }
@@ -110,7 +109,7 @@ Instant proposedCut(const TimeEntry& entry) {
 QString wordsOn(const TimeEntry& entry, Instant at) {
   const QString first = durationText(at - *entry.start());
   const QString until = momentText(at, dayOf(entry), entry.context()->calendar());
-  if (entry.running() == true) return formatted(tr("%@ until %@, then it runs on"), {first, until});
+  if (entry.isRunning()) return formatted(tr("%@ until %@, then it runs on"), {first, until});
   const QString rest = durationText(entry.storedDuration() - (at - *entry.start()));
   return formatted(tr("%@ until %@, then %@"), {first, until, rest});
 }
@@ -118,7 +117,7 @@ QString wordsOn(const TimeEntry& entry, Instant at) {
 QString whyOutside(const TimeEntry& entry) {
   const Calendar& calendar = entry.context()->calendar();
   const QString from = momentText(*entry.start(), dayOf(entry), calendar);
-  const QString to = momentText(endOf(entry), dayOf(entry), calendar);
+  const QString to = momentText(entry.end(), dayOf(entry), calendar);
   return formatted(tr("Outside of the entry, which lasts from %@ to %@"), {from, to});
 }
 
@@ -186,7 +185,7 @@ void startSelectedAgain(LogController& log) {
 SplitTexts splitTexts(const TimeEntry& entry) {
   const Calendar& calendar = entry.context()->calendar();
   const QString from = momentText(*entry.start(), {}, calendar);
-  const QString to = entry.running() == true ? tr("now") : momentText(endOf(entry), dayOf(entry), calendar);
+  const QString to = entry.isRunning() ? tr("now") : momentText(entry.end(), dayOf(entry), calendar);
   return {.title = activityTitle(*entry.activity()),
           .span = formatted(tr("%@ to %@, %@"), {from, to, durationText(std::trunc(lengthOf(entry)))}),
           .proposal = momentText(proposedCut(entry), dayOf(entry), calendar)};
@@ -195,7 +194,7 @@ SplitTexts splitTexts(const TimeEntry& entry) {
 SplitReading readSplit(const TimeEntry& entry, const QString& text) {
   const Calendar& calendar = entry.context()->calendar();
   const auto moments =
-      momentsNamed(text, dayOf(entry), calendar.day(endOf(entry)), entry.context()->clock().now(), calendar);
+      momentsNamed(text, dayOf(entry), calendar.day(entry.end()), entry.context()->clock().now(), calendar);
   if (moments.empty()) return {{}, {tr("A time is typed as 14:30 or 2:30 PM"), Echo::Tone::Warning}};
   for (const Instant moment : moments) {
     if (const auto at = cutNear(entry, moment)) return {at, {wordsOn(entry, *at)}};

@@ -44,7 +44,7 @@ RowTraits<TimeEntryRow> timeEntryTraits() {
   return {
       .identity =
           [](const TimeEntryRow& row) { return row.entry ? static_cast<quint64>(row.entry->objectID()) : 0; },
-      .running = [](const TimeEntryRow& row) { return row.entry && row.entry->running() == true; }};
+      .running = [](const TimeEntryRow& row) { return row.entry && row.entry->isRunning(); }};
 }
 
 }  // namespace

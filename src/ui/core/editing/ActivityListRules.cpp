@@ -15,9 +15,15 @@ void ActivityEditor::customerPicked() {
 
 QStringList ActivityEditor::namesFor(const Control& popup) const {
   if (!session_.document()) return {};
-  if (&popup == &controls_.entry.jobPopup) return jobNames();
-  return &popup == &controls_.entry.servicePopup ? queries::distinctNames(queries::shownServices(context()))
-                                                 : queries::distinctNames(queries::shownCustomers(context()));
+  switch (listOf(controls_.entry, popup)) {
+    case OfferedList::Customers:
+      return queries::distinctNames(queries::shownCustomers(context()));
+    case OfferedList::Services:
+      return queries::distinctNames(queries::shownServices(context()));
+    case OfferedList::Jobs:
+      break;
+  }
+  return jobNames();
 }
 
 /// The jobs that are offered for the customer that is typed in.
@@ -34,29 +40,26 @@ QStringList ActivityEditor::jobNames() const {
 }
 
 bool ActivityEditor::mayLeave(const Control& control) {
-  if (&control == &controls_.entry.servicePopup) return mayLeaveService();
-  if (&control == &controls_.entry.customerPopup) return mayLeaveCustomer();
-  return mayLeaveJob();
+  const OfferedList list = listOf(controls_.entry, control);
+  if (list == OfferedList::Customers) return mayLeaveCustomer();
+  return list == OfferedList::Services ? mayLeaveService() : mayLeaveJob();
 }
 
 bool ActivityEditor::mayLeaveCustomer() {
-  const Control& popup = controls_.entry.customerPopup;
-  const QString name = popup.text();
+  const QString name = controls_.entry.customerPopup.text();
   if (isBlank(name) || !queries::customersNamed(context(), name).empty()) return true;
-  if (!isStandalone()) {
-    showChooseExistingCustomer(session_.ports().alerts);
-    return false;
-  }
-  if (!wantsToAdd(name, popup)) return false;
-  addCustomer(context(), name);
-  customerPicked();
-  return true;
+  return takesUnknownName(
+      session_, [&] { showChooseExistingCustomer(session_.ports().alerts); },
+      [&] { return wantsToAdd(name, OfferedList::Customers); },
+      [&] {
+        addCustomer(context(), name);
+        customerPicked();
+      });
 }
 
 bool ActivityEditor::mayLeaveJob() {
-  const Control& popup = controls_.entry.jobPopup;
   const QString customerName = controls_.entry.customerPopup.text();
-  const QString name = popup.text();
+  const QString name = controls_.entry.jobPopup.text();
   if (customerName.isEmpty() || name.isEmpty()) return true;
   if (isBlank(name)) {
     session_.ports().alerts.runAlert({.message = tr("Please enter a proper job name."), .informative = {}});
@@ -70,35 +73,28 @@ bool ActivityEditor::mayLeaveJob() {
       if (job->name() == name) return true;
     }
   }
-  if (!isStandalone()) {
+  const auto refuse = [this] {
     session_.ports().alerts.runAlert(
         {.message = tr("Choose an existing job"),
          .informative =
              tr("When Pendra is linked to a company file, you can only choose a job already entered "
                 "in Vantor. Choose an existing job to continue.")});
-    return false;
-  }
-  Customer* first = customers[0];
-  if (!wantsToAdd(name, popup)) return false;
-  addJob(*first, name);
-  return true;
+  };
+  return takesUnknownName(
+      session_, refuse, [&] { return wantsToAdd(name, OfferedList::Jobs); },
+      [&] { addJob(*customers[0], name); });
 }
 
 bool ActivityEditor::mayLeaveService() {
-  const Control& popup = controls_.entry.servicePopup;
-  const QString name = popup.text();
+  const QString name = controls_.entry.servicePopup.text();
   if (isBlank(name) || !queries::servicesNamed(context(), name).empty()) return true;
-  if (!isStandalone()) {
-    showChooseExistingService(session_.ports().alerts, tr("Choose an existing service"));
-    return false;
-  }
-  if (!wantsToAdd(name, popup)) return false;
-  addService(context(), name);
-  return true;
+  return takesUnknownName(
+      session_, [&] { showChooseExistingService(session_.ports().alerts, tr("Choose an existing service")); },
+      [&] { return wantsToAdd(name, OfferedList::Services); }, [&] { addService(context(), name); });
 }
 
-bool ActivityEditor::wantsToAdd(const QString& name, const Control& toList) {
-  return asksToAdd(session_.ports().alerts, name, listNameFor(controls_.entry, toList));
+bool ActivityEditor::wantsToAdd(const QString& name, OfferedList list) {
+  return asksToAdd(session_.ports().alerts, name, nameOf(list));
 }
 
 }  // namespace pendra

@@ -53,7 +53,7 @@ void ActivityEditor::deleteTimeEntry() {
   session_.ports().alerts.beginSheet(question, [this, entry](int answer) {
     if (answer != kFirstButton || !entry) return;
     std::ignore = context().edit(tr("Delete of an Entry"), [&] {
-      if (entry->running() == true) entry->stopTimer();
+      if (entry->isRunning()) entry->stopTimer();
       context().deleteObject(*entry);
     });
   });

@@ -16,7 +16,6 @@ using Match = QRegularExpressionMatch;
 
 constexpr double kMinute = 60;
 constexpr double kHour = 3600;
-constexpr double kUsualAtMost = 12 * kHour;
 constexpr double kMostHours = std::numeric_limits<qint32>::max();
 
 /// A number whose decimals stand behind a point or a comma.

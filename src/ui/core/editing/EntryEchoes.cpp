@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "model/DurationText.h"
 #include "model/TimeEntry.h"
 #include "platform/DateTexts.h"
@@ -77,7 +77,7 @@ void echoTime(EntryEchoes& echoes, const TimeEntry& entry, const EntryTexts& tex
   const auto typed = typedStart(entry, texts);
   const auto start = typed ? typed : entry.start();
   echoes.start = startEcho(entry, texts, touched.start);
-  if (entry.running() == true) {
+  if (entry.isRunning()) {
     echoes.lengthRuns = true;
     const double elapsed = start ? texts.now - *start : 0;
     echoes.duration = {formatted(tr("runs for %@"), {durationInWords(elapsed)}), Echo::Tone::Running};

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "model/Absence.h"
 #include "model/Activity.h"
 #include "model/DurationText.h"
 #include "model/TimeEntry.h"
@@ -50,7 +51,7 @@ std::optional<Instant> startInstant(const EntryTexts& texts, std::optional<Insta
 
 std::optional<Instant> typedStart(const TimeEntry& entry, const EntryTexts& texts) {
   const auto typed = startInstant(texts, entry.start());
-  const bool isAdded = !entry.duration() && entry.running() != true && !entry.haltedAt();
+  const bool isAdded = !entry.duration() && !entry.isRunning() && !entry.haltedAt();
   const double length = readDuration(texts.duration).seconds;
   if (!typed || !entry.start() || !isAdded || length <= 0) return typed;
   if (*typed != wholeMinute(*entry.start())) return typed;
@@ -75,19 +76,17 @@ std::optional<Instant> startToStore(const TimeEntry& entry, const EntryTexts& te
 void storeTime(TimeEntry& entry, std::optional<Instant> start, const QString& length) {
   const bool isTyped = length != durationText(entry.storedDuration());
   entry.setStart(start);
-  if (entry.running() == true || (entry.haltedAt() && !isTyped)) return;
+  if (entry.isRunning() || (entry.haltedAt() && !isTyped)) return;
   entry.setDuration(readDuration(length).seconds);
   entry.setHaltedAt(std::nullopt);
-  if (!isTyped) return;
-  entry.setAwayFrom(std::nullopt);  // whoever types a length has said what counts
-  entry.setAwayTo(std::nullopt);
+  if (isTyped) setAway(entry, std::nullopt);  // whoever types a length has said what counts
 }
 
 Instant startOfAddedEntry(const Activity& activity, Instant now, const Calendar& calendar) {
   std::optional<Instant> lastEnd;
   for (const TimeEntry* entry : activity.entries()) {
     if (!entry->start() || calendar.day(*entry->start()) != calendar.day(now)) continue;
-    const Instant end = entry->running() == true ? now : *entry->start() + entry->storedDuration();
+    const Instant end = entry->endAt(now);
     lastEnd = std::max(lastEnd.value_or(end), end);
   }
   return std::min(lastEnd.value_or(now), now);

@@ -32,21 +32,37 @@ bool isBlank(QStringView text) {
   return std::all_of(text.begin(), text.end(), [](QChar c) { return c == u' ' || c == u'\t'; });
 }
 
-QString listNameFor(const EntryFields& fields, const Control& popup) {
-  if (&popup == &fields.customerPopup) return tr("Customers");
-  return &popup == &fields.servicePopup ? tr("Services") : tr("Jobs");
+OfferedList listOf(const EntryFields& fields, const Control& control) {
+  if (&control == &fields.customerPopup) return OfferedList::Customers;
+  return &control == &fields.servicePopup ? OfferedList::Services : OfferedList::Jobs;
 }
 
-QString emptyListText(const EntryFields& fields, const Control& popup) {
-  if (&popup == &fields.customerPopup) return tr("No customer is offered yet");
-  return &popup == &fields.servicePopup ? tr("No service item is offered yet")
-                                        : tr("This customer has no jobs in the list");
+QString nameOf(OfferedList list) {
+  if (list == OfferedList::Customers) return tr("Customers");
+  return list == OfferedList::Services ? tr("Services") : tr("Jobs");
+}
+
+QString emptyListText(OfferedList list) {
+  if (list == OfferedList::Customers) return tr("No customer is offered yet");
+  return list == OfferedList::Services ? tr("No service item is offered yet")
+                                       : tr("This customer has no jobs in the list");
 }
 
 bool asksToAdd(Alerts& alerts, const QString& name, const QString& listName) {
   return alerts.runAlert({.message = formatted(tr("Add \"%@\" to the %@ list?"), {name, listName}),
                           .informative = tr("Click OK to continue."),
                           .buttons = {tr("OK"), tr("Cancel")}}) == kFirstButton;
+}
+
+bool takesUnknownName(const Session& session, const std::function<void()>& refuse,
+                      const std::function<bool()>& isWanted, const std::function<void()>& add) {
+  if (!session.isStandalone()) {
+    refuse();
+    return false;
+  }
+  if (!isWanted()) return false;
+  add();
+  return true;
 }
 
 void addCustomer(ObjectContext& context, const QString& name) {

@@ -17,7 +17,7 @@ void TimeEntryEditor::show(TimeEntry& entry) {
   currentActivity_ = entry.activity();
   if (!currentActivity_) return;
   touched_.clear();
-  lengthRuns_ = entry.running() == true;
+  lengthRuns_ = entry.isRunning();
   // Kept: promised to those who use the editor: the job list follows the customer that the field held before.
   reloadNames();
   showNamesOfActivity();
@@ -56,7 +56,7 @@ void TimeEntryEditor::enableFields() {
 EntryTexts TimeEntryEditor::texts() const { return textsOf(controls_.entry, session_); }
 
 void TimeEntryEditor::tick() {
-  if (currentEntry_ && currentEntry_->running() == true) showEchoes();
+  if (currentEntry_ && currentEntry_->isRunning()) showEchoes();
 }
 
 /// Counted from the start that OK will leave.
@@ -134,7 +134,7 @@ void TimeEntryEditor::controlEdited(const Control& control) {
 void TimeEntryEditor::showEchoes() {
   EntryEchoes echoes;
   if (currentEntry_ && currentActivity_ && !currentEntry_->timeIsFixed()) {
-    if (currentEntry_->running() == true) showRunningLength();
+    if (currentEntry_->isRunning()) showRunningLength();
     const EntryFields& entry = controls_.entry;
     echoes.names = namesEcho();
     echoes.job = jobEcho();

@@ -43,44 +43,39 @@ void TimeEntryEditor::refillJobs() {
 }
 
 const QStringList& TimeEntryEditor::namesFor(const Control& popup) const {
-  if (&popup == &controls_.entry.customerPopup) return customerNames_;
-  return &popup == &controls_.entry.servicePopup ? serviceNames_ : jobNames_;
+  const OfferedList list = listOf(controls_.entry, popup);
+  if (list == OfferedList::Customers) return customerNames_;
+  return list == OfferedList::Services ? serviceNames_ : jobNames_;
 }
 
 bool TimeEntryEditor::mayLeave(const Control& control) {
-  if (&control == &controls_.entry.servicePopup) return mayLeaveService();
-  if (&control == &controls_.entry.customerPopup) return mayLeaveCustomer();
-  return mayLeaveJob();
+  const OfferedList list = listOf(controls_.entry, control);
+  if (list == OfferedList::Customers) return mayLeaveCustomer();
+  return list == OfferedList::Services ? mayLeaveService() : mayLeaveJob();
 }
 
 // Kept: promised to those who use the editor: unlike in the activity editor, blanks alone are a name here,
 // for customers and for service items.
 bool TimeEntryEditor::mayLeaveCustomer() {
-  const Control& popup = controls_.entry.customerPopup;
-  const QString name = popup.text();
+  const QString name = controls_.entry.customerPopup.text();
   if (name.isEmpty() || !queries::customersNamed(context(), name).empty()) return true;
-  if (!isStandalone()) {
-    showChooseExistingCustomer(session_.ports().alerts);
-    return false;
-  }
-  if (!wantsToAdd(name, popup)) return false;
-  addCustomer(context(), name);
-  customerPicked();
-  jobNames_.clear();
-  return true;
+  return takesUnknownName(
+      session_, [&] { showChooseExistingCustomer(session_.ports().alerts); },
+      [&] { return wantsToAdd(name, OfferedList::Customers); },
+      [&] {
+        addCustomer(context(), name);
+        customerPicked();
+        jobNames_.clear();
+      });
 }
 
 bool TimeEntryEditor::mayLeaveService() {
-  const Control& popup = controls_.entry.servicePopup;
-  const QString name = popup.text();
+  const QString name = controls_.entry.servicePopup.text();
   if (name.isEmpty() || !queries::servicesNamed(context(), name).empty()) return true;
-  if (!isStandalone()) {
-    showChooseExistingService(session_.ports().alerts, tr("Choose an existing service item"));
-    return false;
-  }
-  if (!wantsToAdd(name, popup)) return false;
-  addService(context(), name);
-  return true;
+  return takesUnknownName(
+      session_,
+      [&] { showChooseExistingService(session_.ports().alerts, tr("Choose an existing service item")); },
+      [&] { return wantsToAdd(name, OfferedList::Services); }, [&] { addService(context(), name); });
 }
 
 // Kept: promised to those who use the editor: a job is never added from here, and no alert is shown; an
@@ -97,14 +92,10 @@ bool TimeEntryEditor::mayLeaveJob() const {
   return false;
 }
 
-bool TimeEntryEditor::wantsToAdd(const QString& name, const Control& toList) {
+bool TimeEntryEditor::wantsToAdd(const QString& name, OfferedList list) {
   // Kept: promised to those who use the editor: it is asked twice, and only the second answer counts.
-  std::ignore = asksToAdd(session_.ports().alerts, name, listNameFor(toList));
-  return asksToAdd(session_.ports().alerts, name, listNameFor(toList));
-}
-
-QString TimeEntryEditor::listNameFor(const Control& popup) const {
-  return pendra::listNameFor(controls_.entry, popup);
+  std::ignore = asksToAdd(session_.ports().alerts, name, nameOf(list));
+  return asksToAdd(session_.ports().alerts, name, nameOf(list));
 }
 
 }  // namespace pendra

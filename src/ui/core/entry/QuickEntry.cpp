@@ -3,8 +3,8 @@
 #include <QRegularExpression>
 
 #include "EntrySplit.h"
-#include "link/ActivityTitle.h"
 #include "model/ActivityTimes.h"
+#include "model/ActivityTitle.h"
 #include "model/Queries.h"
 #include "platform/Translation.h"
 #include "store/ChangeSet.h"

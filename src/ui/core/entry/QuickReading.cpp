@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "EntrySplit.h"
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"

@@ -5,6 +5,7 @@
 #include "model/DurationText.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
+#include "ui_core/DurationReading.h"
 #include "ui_core/EntryEchoes.h"
 
 namespace pendra {
@@ -13,7 +14,6 @@ namespace {
 
 using Deed = QuickReading::Deed;
 
-constexpr double kUsualAtMost = 12 * 3600;
 constexpr double kMinute = 60;
 constexpr qsizetype kMostOfNotes = 120;
 

@@ -20,7 +20,7 @@ LogRow rowOf(TimeEntry& entry, const Ref<Activity>& of) {
   return {.entry = &entry,
           .of = of,
           .start = entry.start(),
-          .duration = entry.storedDuration(),
+          .duration = entry.length(),
           .sentSeconds = entry.sentSeconds()};
 }
 
@@ -63,7 +63,12 @@ LogController::LogController(Session& session, TimerState& window, const QLocale
         rows_.setWidest(u"date", widestLogDates(locale, rows_.isHidden(QStringLiteral("start"))));
       })),
       standaloneChanges_(session.standaloneChanges().observe([this] { showWhatApplies(); })),
-      documentChanges_(session.documentChanges().observe([this] { followDocument(); })) {
+      documentChanges_(session.documentChanges().observe([this] {
+        followDocument();
+        if (!context()) return;
+        reloadNames();
+        rebuild();
+      })) {
   for (const QString& title : logRangeTitles()) rangePopup.addItem(title);
   rangePopup.selectAt(static_cast<int>(LogRange::AnyTime));
   rows_.setEditRules(logEditRules(*this, locale));
@@ -147,7 +152,6 @@ void LogController::documentEdited(const ChangeSet& changes) {
     secondsOfAll_ = lengthOf(rows_);
     runningRows_.clear();
   }
-  updateRunningEntries();  // at once, not at the next tick
 }
 
 /// Whether an entry may pass a filter now that held it back, or the other way round.
@@ -201,10 +205,10 @@ void LogController::updateRunningEntries() {
 
 void LogController::updateRunningRow(const TimeEntry& entry) {
   const int index = indexOf(entry);
-  if (index < 0 || entry.running() != true) return;
+  if (index < 0 || !entry.isRunning()) return;
   const Notifier::Change change(contentsChanges);
   LogRow row = *rows_.row(index);
-  const double before = std::exchange(row.duration, entry.elapsed());
+  const double before = std::exchange(row.duration, entry.length());
   secondsOfAll_ += row.duration - before;
   rows_.replaceRow(index, std::move(row));
 }

@@ -10,20 +10,12 @@
 #include "platform/Translation.h"
 #include "ui_core/AwayNotice.h"
 #include "ui_core/CellCorrections.h"
+#include "ui_core/LogCorrections.h"
 #include "ui_core/Moments.h"
 
 namespace pendra {
 
 namespace {
-
-ColumnHead head(const QString& identifier, const QString& title, CellKind kind, int weight) {
-  const bool isTime = kind == CellKind::Time;
-  return {.identifier = identifier,
-          .title = title,
-          .alignment = isTime ? Alignment::Right : Alignment::Left,
-          .kind = kind,
-          .weight = weight};
-}
 
 /// A column as wide as the widest of these texts.
 ColumnHead fixed(ColumnHead head, const QStringList& widest) {
@@ -55,14 +47,12 @@ QString submittedText(const LogRow& row, const Calendar& calendar) {
   return row.showsAsSent() ? shortDate({row.sentSeconds}, calendar) : QStringLiteral("-");
 }
 
-bool isRunning(const LogRow& row) { return row.entry && row.entry->running() == true; }
+bool isRunning(const LogRow& row) { return row.entry && row.entry->isRunning(); }
 
 /// What is to be known about the entry before anything else; of several, what matters most.
 QString stateText(const LogRow& row) {
   if (!row.entry) return {};
-  if (row.entry->sendingSince()) {
-    return tr("Vantor has not confirmed this entry. You are asked about it before the next sending.");
-  }
+  if (row.entry->sendingSince()) return whyHeld(TimeHold::InDoubt);
   if (QString away = awayMark(*row.entry); !away.isEmpty()) return away;
   if (row.showsAsSent()) return {};
   if (QString lost = row.of ? lossText(*row.of) : QString(); !lost.isEmpty()) return lost;
@@ -92,14 +82,14 @@ QString endText(const LogRow& row, const Calendar& calendar, const QLocale& loca
 }
 
 Column<LogRow> stateColumn() {
-  ColumnHead state = head(QStringLiteral("state"), {}, CellKind::State, 0);
+  ColumnHead state = columnHead(QStringLiteral("state"), {}, CellKind::State, 0);
   state.accessibleName = tr("State");
   state.sortable = false;
   return {.head = std::move(state), .text = pressText, .warning = stateText};
 }
 
 Column<LogRow> editColumn() {
-  ColumnHead edit = fixed(head(QStringLiteral("edit"), {}, CellKind::Link, 0), {tr("Edit")});
+  ColumnHead edit = fixed(columnHead(QStringLiteral("edit"), {}, CellKind::Link, 0), {tr("Edit")});
   edit.accessibleName = tr("Edit");
   edit.sortable = false;
   return {.head = std::move(edit), .text = [](const LogRow&) { return tr("Edit"); }};
@@ -146,19 +136,19 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale,
   const auto startOf = [](const LogRow& row) { return row.start; };
   std::vector<Column<LogRow>> columns{
       stateColumn(),
-      {.head = head(QStringLiteral("customer"), tr("Customer"), CellKind::Text, 5),
+      {.head = columnHead(QStringLiteral("customer"), tr("Customer"), CellKind::Text, 5),
        .text = [](const LogRow& row) { return row.customer(); }},
-      {.head = head(QStringLiteral("job"), tr("Job"), CellKind::Text, 3),
+      {.head = columnHead(QStringLiteral("job"), tr("Job"), CellKind::Text, 3),
        .text = [](const LogRow& row) { return row.job(); }},
-      {.head = head(QStringLiteral("service"), tr("Service"), CellKind::Text, 4),
+      {.head = columnHead(QStringLiteral("service"), tr("Service"), CellKind::Text, 4),
        .text = [](const LogRow& row) { return row.service(); }},
-      {.head = canHide(head(QStringLiteral("notes"), tr("Notes"), CellKind::Secondary, 5)),
+      {.head = canHide(columnHead(QStringLiteral("notes"), tr("Notes"), CellKind::Secondary, 5)),
        .text = [](const LogRow& row) { return row.notes(); },
        .editable = canType<LogCell::Notes>,
        .remark = remarkOf},
       editColumn(),
-      {.head =
-           fixed(head(QStringLiteral("date"), tr("Date"), CellKind::Day, 0), widestLogDates(locale, false)),
+      {.head = fixed(columnHead(QStringLiteral("date"), tr("Date"), CellKind::Day, 0),
+                     widestLogDates(locale, false)),
        .text =
            [&calendar, locale, showsStart](const LogRow& row) {
              if (!row.start) return QString();
@@ -167,23 +157,25 @@ RowTable<LogRow> makeLogTable(const Calendar& calendar, const QLocale& locale,
            },
        .time = startOf},
       {.head = canHide(
-           fixed(atTheRight(head(QStringLiteral("start"), tr("Start"), CellKind::Moment, 0)), moments)),
+           fixed(atTheRight(columnHead(QStringLiteral("start"), tr("Start"), CellKind::Moment, 0)), moments)),
        .text =
            [&calendar, locale](const LogRow& row) {
              return row.start ? clockText(*row.start, calendar, locale) : QString();
            },
        .time = startOf,
        .editable = canType<LogCell::Start>},
-      {.head = canHide(fixed(atTheRight(head(QStringLiteral("end"), tr("End"), CellKind::OpenMoment, 0)),
-                             moments + QStringList(tr("now")))),
+      {.head =
+           canHide(fixed(atTheRight(columnHead(QStringLiteral("end"), tr("End"), CellKind::OpenMoment, 0)),
+                         moments + QStringList(tr("now")))),
        .text = [&calendar, locale](const LogRow& row) { return endText(row, calendar, locale); },
        .time = [](const LogRow& row) { return row.end(); },
        .editable = canType<LogCell::End>},
-      {.head = head(QStringLiteral("duration"), tr("Duration"), CellKind::Time, 0),
+      {.head = columnHead(QStringLiteral("duration"), tr("Duration"), CellKind::Time, 0),
        .text = [](const LogRow& row) { return durationText(row.duration); },
        .editable = canType<LogCell::Duration>},
-      {.head = atTheRight(fixed(head(QStringLiteral("submitted"), tr("Submitted"), CellKind::Secondary, 0),
-                                {QStringLiteral("00/00/00")})),
+      {.head =
+           atTheRight(fixed(columnHead(QStringLiteral("submitted"), tr("Submitted"), CellKind::Secondary, 0),
+                            {QStringLiteral("00/00/00")})),
        .text = [&calendar](const LogRow& row) { return submittedText(row, calendar); }},
   };
   const auto dayOf = [&calendar](const LogRow& row) {

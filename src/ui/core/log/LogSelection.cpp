@@ -10,10 +10,6 @@ namespace pendra {
 
 namespace {
 
-/// Whether marking as unsent changes the entry. Kept: promised to those who sent before the log said when:
-/// exactly one second is not enough, though the log shows it as sent.
-bool canBeMarkedUnsent(const TimeEntry& entry) { return entry.sentSeconds() > 1.0; }
-
 bool userMarksAsUnsent(Alerts& alerts) {
   return alerts.runAlert(
              {.style = Alert::Style::Warning,
@@ -80,7 +76,7 @@ void LogController::startOrStop(int row) {
   const LogRow* pressed = rows_.row(row);
   if (!pressed || !pressed->entry || !pressed->of) return;
   const Ref<Activity> activity = pressed->of;
-  if (pressed->entry->running() == true) {
+  if (pressed->entry->isRunning()) {
     editAsCommand(tr("Stop"), [&] { activity->stop(); });
   } else if (pressed->canStart()) {
     editAsCommand(tr("Start"), [&] {
@@ -100,7 +96,7 @@ void LogController::markSelectedUnsent() {
   if (entries.empty() || !userMarksAsUnsent(session_.ports().alerts)) return;
   std::ignore = session_.context()->edit(tr("Mark as Unsent"), [&] {
     for (const Ref<TimeEntry>& entry : entries) {
-      if (entry && canBeMarkedUnsent(*entry)) entry->setDateSubmitted(kReferenceInstant);
+      if (entry && entry->wasSent()) entry->setDateSubmitted(kReferenceInstant);
     }
   });
 }

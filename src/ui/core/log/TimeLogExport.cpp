@@ -23,9 +23,6 @@ constexpr std::size_t kRowsBetweenQuestions = 256;
 constexpr QByteArrayView kHeader =
     "Start Date Time\tCustomer\tJob\tService\tDuration\tDate Submitted\tActivity Notes\tMemo\tEmployee\n";
 
-/// Kept: promised to those who import the text: exactly one second is not sent here, though the log says so.
-bool isExportedAsSent(const TimeEntry& entry) { return entry.sentSeconds() > 1.0; }
-
 QString timeText(std::optional<Instant> instant) { return instant ? universalDateTime(*instant) : QString(); }
 
 /// Gathers the file's bytes and hands them on in large pieces.
@@ -44,7 +41,7 @@ class RecordWriter {
     next(queries::nameOf(activity.job()).toUtf8());
     next(queries::nameOf(activity.service()).toUtf8());
     next(durationText(entry.storedDuration()).toLatin1());
-    next(isExportedAsSent(entry) ? timeText(entry.dateSubmitted()).toLatin1() : QByteArray());
+    next(entry.wasSent() ? timeText(entry.dateSubmitted()).toLatin1() : QByteArray());
     next(activity.notes().value_or(QString()).toUtf8());
     next(entry.notes().value_or(QString()).toUtf8());
     next(employee_);

@@ -1,10 +1,10 @@
 #include "ui_core/TableModel.h"
-#include "platform/Translation.h"
-
-#include "ui_core/CellReading.h"
 
 #include <QHash>
 #include <QSet>
+
+#include "platform/Translation.h"
+#include "ui_core/CellReading.h"
 
 namespace pendra {
 
@@ -53,6 +53,15 @@ RowChanges::RowChanges(const std::vector<quint64>& before, const std::vector<qui
 }
 
 bool RowChanges::areMany() const { return gone.ranges().size() + come.ranges().size() > kMostRanges; }
+
+ColumnHead columnHead(const QString& identifier, const QString& title, CellKind kind, int weight) {
+  const bool isTime = kind == CellKind::Time || kind == CellKind::SecondaryTime;
+  return {.identifier = identifier,
+          .title = title,
+          .alignment = isTime ? Alignment::Right : Alignment::Left,
+          .kind = kind,
+          .weight = weight};
+}
 
 bool TableModel::isHidden(QStringView identifier) const { return hidden_.contains(identifier.toString()); }
 

@@ -3,7 +3,8 @@
 #include <QRegularExpression>
 #include <cmath>
 
-#include "link/ActivityTitle.h"
+#include "model/Absence.h"
+#include "model/ActivityTitle.h"
 #include "platform/NaturalDate.h"
 #include "platform/Preferences.h"
 #include "platform/Text.h"
@@ -15,14 +16,8 @@ namespace pendra {
 namespace {
 
 constexpr double kMinute = 60;
-/// Entries that touch by less do not overlap: their ends are fractions of seconds.
-constexpr double kSameMoment = 1;
 /// A time of day that would have to be of yesterday is meant so if it is not longer ago than this.
 constexpr double kHalfDay = 12.0 * 60 * 60;
-
-Instant endOf(const TimeEntry& entry, Instant now) {
-  return entry.running() == true ? now : entry.start().value_or(now) + entry.storedDuration();
-}
 
 bool namesOnlyATime(const QString& text) {
   static const QRegularExpression pattern(QStringLiteral(R"(^\s*[\d:]+\s*([ap]m)?\s*$)"),
@@ -62,8 +57,8 @@ EarlierTimer::EarlierTimer(Session& session, Activity& activity, EarlierDeed dee
     : session_(session), activity_(&activity), deed_(deed) {
   const Instant limit = now();
   for (const TimeEntry* entry : session.context()->all<TimeEntry>()) {
-    if (entry->running() == true || !entry->start() || !entry->activity()) continue;
-    const Instant end = endOf(*entry, limit);
+    if (entry->isRunning() || !entry->start() || !entry->activity()) continue;
+    const Instant end = entry->endAt(limit);
     if (end <= limit) lastEnd_ = std::max(lastEnd_.value_or(end), end);
   }
 }
@@ -152,15 +147,15 @@ QString EarlierTimer::overlaps(Instant from, Instant to) const {
   const TimeEntry* latest = nullptr;
   int count = 0;
   for (const TimeEntry* entry : session_.context()->all<TimeEntry>()) {
-    const bool runs = entry->running() == true;
+    const bool runs = entry->isRunning();
     if (!entry->start() || !entry->activity() || (runs && entry->activity() == activity_)) continue;
     if (othersStop && runs && *entry->start() <= from) continue;
-    if (to - *entry->start() < kSameMoment || endOf(*entry, now()) - from < kSameMoment) continue;
+    if (to - *entry->start() < kSameMoment || entry->endAt(now()) - from < kSameMoment) continue;
     ++count;
     if (!latest || latest->compare(*entry) < 0) latest = entry;
   }
   if (!latest) return {};
-  const QString end = latest->running() == true ? tr("now") : clockText(endOf(*latest, now()));
+  const QString end = latest->isRunning() ? tr("now") : clockText(latest->endAt(now()));
   const QString range = clockText(*latest->start()) + u'–' + end;
   const QString title = activityTitle(*latest->activity());
   if (count == 1) return formatted(tr("overlaps %@ of “%@”"), {range, title});
@@ -179,9 +174,8 @@ bool EarlierTimer::perform(EarlierMoment moment, const QString& typed) const {
         }
         TimeEntry& entry = *activity_->runningEntry();
         entry.stopTimerAt(*at);
-        if (entry.awayTo().value_or(*at) <= *at) return;
-        entry.setAwayFrom(std::nullopt);  // whoever says when it ended has said what counts
-        entry.setAwayTo(std::nullopt);
+        // Whoever says when it ended has said what counts.
+        if (entry.awayTo().value_or(*at) > *at) setAway(entry, std::nullopt);
       });
   return true;
 }

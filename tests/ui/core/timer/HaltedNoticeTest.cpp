@@ -158,7 +158,7 @@ TEST_F(Halted, SeveralAreAnsweredTogetherAndEachCrashForItself) {
   press("Run On");
   const auto runs = [&](std::size_t index) { return entry(index).running() == true; };
   EXPECT_TRUE(runs(1) && !entry(1).haltedAt()) << "from its start, as if nothing had happened";
-  EXPECT_EQ(entry(1).elapsed(), 3600);
+  EXPECT_EQ(entry(1).length(), 3600);
   EXPECT_FALSE(runs(2)) << "its activity runs already";
   EXPECT_FALSE(runs(3)) << "its activity has left the list";
   EXPECT_EQ(titles(), QStringList{"Set to last save (09:58)"});

@@ -118,7 +118,7 @@ class ActivityEditor {
   [[nodiscard]] bool mayLeaveCustomer();
   [[nodiscard]] bool mayLeaveJob();
   [[nodiscard]] bool mayLeaveService();
-  [[nodiscard]] bool wantsToAdd(const QString& name, const Control& toList);
+  [[nodiscard]] bool wantsToAdd(const QString& name, OfferedList list);
   [[nodiscard]] QStringList jobNames() const;
   void applyTimes(TimeEntry& entry, const EntryTexts& texts);
   [[nodiscard]] QStringList timeTexts() const;

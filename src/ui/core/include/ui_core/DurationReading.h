@@ -7,6 +7,9 @@
 
 namespace pendra {
 
+/// What is longer is possible, and said to be long, in seconds.
+inline constexpr double kUsualAtMost = 12 * 3600.0;
+
 /// What a text means as a length of time.
 struct DurationReading {
   /// Why what is stored may not be what was meant.

@@ -48,6 +48,9 @@ class EditorSheet {
   virtual void end(int code) = 0;
 };
 
+/// The lists whose names the editors offer.
+enum class OfferedList { Customers, Jobs, Services };
+
 /// The controls that both editors have.
 struct EntryFields {
   Control& customerPopup;

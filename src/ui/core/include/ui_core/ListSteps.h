@@ -3,6 +3,7 @@
 // editor's own: the rules differ on purpose and stand written out in either controller.
 
 #include <QStringList>
+#include <functional>
 #include <limits>
 
 #include "document/Session.h"
@@ -22,12 +23,20 @@ inline constexpr qint64 kNotFound = std::numeric_limits<qint64>::max();
 
 /// Whether a text is empty or nothing but blanks and tabs.
 [[nodiscard]] bool isBlank(QStringView text);
-/// The list that a combo box of an editor stands for: "Customers", "Services", else "Jobs".
-[[nodiscard]] QString listNameFor(const EntryFields& fields, const Control& popup);
-/// What that list says while it is empty.
-[[nodiscard]] QString emptyListText(const EntryFields& fields, const Control& popup);
+/// The list that a control of an editor stands for. Kept: promised to those who use the editors: every other
+/// field asks for the job when it is left.
+[[nodiscard]] OfferedList listOf(const EntryFields& fields, const Control& control);
+/// "Customers", "Jobs" or "Services".
+[[nodiscard]] QString nameOf(OfferedList list);
+/// What the list says while it is empty.
+[[nodiscard]] QString emptyListText(OfferedList list);
 /// Asks once whether a typed name is to be added to a list.
 [[nodiscard]] bool asksToAdd(Alerts& alerts, const QString& name, const QString& listName);
+
+/// What becomes of a name that its list does not have: a linked document refuses it, a standalone one adds it
+/// where that is wanted. Answers whether it may stand.
+[[nodiscard]] bool takesUnknownName(const Session& session, const std::function<void()>& refuse,
+                                    const std::function<bool()>& isWanted, const std::function<void()>& add);
 
 /// New list entries that exist only here, each an edit. A customer is offered from now on. Kept: promised to
 /// those who keep the lists: a service item is not, until it is marked there.

@@ -66,6 +66,10 @@ struct ColumnHead {
   QStringList widest{};
 };
 
+/// A column whose lengths of time stand at the right, under one another.
+[[nodiscard]] ColumnHead columnHead(const QString& identifier, const QString& title, CellKind kind,
+                                    int weight);
+
 /// What the rows are ordered by. Without a key all rows are equal.
 struct SortOrder {
   QString key{};

@@ -55,16 +55,15 @@ class TimeEntryEditor {
 
   /// Whether a control may give up the focus with the text that it holds.
   [[nodiscard]] bool mayLeave(const Control& control);
-  [[nodiscard]] bool mayLeaveCustomer();
-  [[nodiscard]] bool mayLeaveJob() const;
-  [[nodiscard]] bool mayLeaveService();
-  [[nodiscard]] bool wantsToAdd(const QString& name, const Control& toList);
-  [[nodiscard]] QString listNameFor(const Control& popup) const;
 
   /// A person changed the text of a control.
   void controlEdited(const Control& control);
 
  private:
+  [[nodiscard]] bool mayLeaveCustomer();
+  [[nodiscard]] bool mayLeaveJob() const;
+  [[nodiscard]] bool mayLeaveService();
+  [[nodiscard]] bool wantsToAdd(const QString& name, OfferedList list);
   void showNamesOfActivity();
   void enableFields();
   void refillJobs();

@@ -1,4 +1,4 @@
-#include "link/ActivityTitle.h"
+#include "model/ActivityTitle.h"
 
 #include "model/Queries.h"
 
