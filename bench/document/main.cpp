@@ -33,7 +33,7 @@ class NoCommands final : public CommandTarget {
  public:
   [[nodiscard]] std::span<const Menu> menus() const override { return {}; }
   void perform(Command, QWidget*) override {}
-  [[nodiscard]] bool mayRun(const CommandRow&) const override { return false; }
+  [[nodiscard]] bool isOffered(const CommandRow&) const override { return false; }
   [[nodiscard]] QString whyNot(const CommandRow&) const override { return {}; }
   [[nodiscard]] bool isShown(const CommandRow&) const override { return true; }
   [[nodiscard]] QString titleOf(const CommandRow&) const override { return {}; }

@@ -34,7 +34,8 @@ bool withRunningActivity(At at) {
 bool withListEditor(At at) { return at.customers() || at.services(); }
 
 bool canEditSelected(At at) { return at.timer() && at.timer()->state().editable(); }
-bool canSendSelected(At at) { return at.timer() && notStandalone(at) && at.timer()->state().canSend(); }
+bool linkedTimerWindow(At at) { return at.timer() && notStandalone(at); }
+bool canSendSelected(At at) { return linkedTimerWindow(at) && at.timer()->state().canSend(); }
 bool canDeleteCustomer(At at) { return at.customers() && at.customers()->canDelete(); }
 
 template <auto Deed>
@@ -68,6 +69,12 @@ void openWindow(At at) {
 /// What sends the log, shows it elsewhere, takes an entry of it away, or leaves its document.
 constexpr CommandRow onLog(CommandRow row) {
   row.storesTyping = true;
+  return row;
+}
+
+/// What a button does in more cases than its menu item is there for.
+constexpr CommandRow offeredIf(bool (*isOffered)(At), CommandRow row) {
+  row.isOffered = isOffered;
   return row;
 }
 
@@ -148,8 +155,8 @@ constexpr CommandRow kActivity[] = {
      openWindow<WindowKind::CompletedActivities>},
     onLog({Command::MakeCurrent, "Make Activity Current", 0, "", false, withEntry,
            inTimerState<&TimerState::makeCurrent>}),
-    onLog({Command::SendSelected, "Send Selected Time…", 0, "", true, canSendSelected,
-           deeds::sendSelectedTime}),
+    offeredIf(canSendSelected, onLog({Command::SendSelected, "Send Selected Time…", 0, "", true,
+                                      linkedTimerWindow, deeds::sendSelectedTime})),
     // With or without Shift; the toolkit's own mapping of the two modifiers acts as well.
     onLog({Command::MarkUnsent, "Mark as Unsent", 0,
            "Ctrl+Alt+U Ctrl+Alt+Shift+U Ctrl+Meta+U Ctrl+Meta+Shift+U", false, withEntry,

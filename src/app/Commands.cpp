@@ -51,7 +51,9 @@ QString Commands::titleOf(const CommandRow& row) const {
   return tr(row.title);
 }
 
-bool Commands::mayRun(const CommandRow& row) const { return pendra::mayRun(row, context_); }
+bool Commands::isOffered(const CommandRow& row) const {
+  return mayRun(row, context_) && (!row.isOffered || row.isOffered(context_));
+}
 
 void Commands::perform(Command command, QWidget* sender) {
   const CommandRow& row = rowOf(command);
@@ -59,7 +61,7 @@ void Commands::perform(Command command, QWidget* sender) {
   at.sender = sender;
   context_.session.notices().withdraw(kWhyNotKey);
   if (row.storesTyping && at.timer() && !at.timer()->finishEditing()) return;
-  if (!pendra::mayRun(row, at)) return sayWhyNot(row);
+  if (!mayRun(row, at)) return sayWhyNot(row);
   runCommand(context_.session, tr(row.title).remove(u'…'), [&] { row.run(at); });
 }
 

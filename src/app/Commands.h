@@ -16,7 +16,7 @@ class Commands final : public CommandTarget {
 
   [[nodiscard]] std::span<const Menu> menus() const override;
   void perform(Command command, QWidget* sender) override;
-  [[nodiscard]] bool mayRun(const CommandRow& row) const override;
+  [[nodiscard]] bool isOffered(const CommandRow& row) const override;
   [[nodiscard]] QString whyNot(const CommandRow& row) const override {
     return row.whyNot ? row.whyNot(context_) : QString();
   }

@@ -113,7 +113,7 @@ void MenuBar::validate(const QMenu& menu) {
   for (QAction* action : menu.actions()) {
     const CommandRow* row = rows_.value(action);
     if (!row) continue;
-    action->setEnabled(target_.mayRun(*row));
+    action->setEnabled(target_.isOffered(*row));
     giveReason(*action, target_.whyNot(*row));
   }
 }
@@ -121,7 +121,7 @@ void MenuBar::validate(const QMenu& menu) {
 void MenuBar::enableShortcuts(const QMenu& menu) {
   for (QAction* action : menu.actions()) {
     if (const CommandRow* row = rows_.value(action)) {
-      action->setEnabled(!row->showsState || target_.mayRun(*row));
+      action->setEnabled(!row->showsState || target_.isOffered(*row));
     }
   }
 }

@@ -8,7 +8,7 @@ namespace pendra {
 class NoCommands : public CommandTarget {
   std::span<const Menu> menus() const override { return {}; }
   void perform(Command, QWidget*) override {}
-  bool mayRun(const CommandRow&) const override { return false; }
+  bool isOffered(const CommandRow&) const override { return false; }
   QString whyNot(const CommandRow&) const override { return {}; }
   bool isShown(const CommandRow&) const override { return true; }
   QString titleOf(const CommandRow&) const override { return {}; }

@@ -1,5 +1,6 @@
 #pragma once
-// The time within an entry in which nobody was there, which it keeps until it is answered whether that counts.
+// The time within an entry in which nobody was there, which it keeps until it is answered whether that
+// counts.
 
 #include <optional>
 

@@ -18,7 +18,8 @@ class CommandTarget {
   [[nodiscard]] virtual std::span<const Menu> menus() const = 0;
   /// Runs the command if it may run. `sender` is the window whose menu or control asked; none for no window.
   virtual void perform(Command command, QWidget* sender) = 0;
-  [[nodiscard]] virtual bool mayRun(const CommandRow& row) const = 0;
+  /// Whether its menu item can be chosen.
+  [[nodiscard]] virtual bool isOffered(const CommandRow& row) const = 0;
   /// Why it may not run, as a sentence; empty when it may, and where nothing is to be said about it. To
   /// perform it all the same says so.
   [[nodiscard]] virtual QString whyNot(const CommandRow& row) const = 0;

@@ -81,6 +81,9 @@ struct CommandRow {
   /// Why it may not run, as a sentence, and empty when it may; it stands in the place of `mayRun`. Whoever
   /// uses its key all the same is told.
   QString (*whyNot)(const CommandContext&) = nullptr;
+  /// Whether its menu item can be chosen, where that asks for more than the command itself, which then has
+  /// a button, too; none: whenever it may run.
+  bool (*isOffered)(const CommandContext&) = nullptr;
   /// Whether what is being typed into the log is stored before it, or else keeps it from being done.
   bool storesTyping = false;
 };
