@@ -70,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
               {reply(kJobs, "no"), reply(kCompanyFileName, "yes")},
               "companyFileName = yes"},
         // The rule of the wire; the link does not believe it.
-        Reply{"OtherNameHeldAtTheDeadline", {reply(kJobs, "yes")}, "jobs = yes"},
+        Reply{"OtherNameHeldAtTheDeadline", {reply(kJobs, "yes")}, "getJobsArray = yes"},
         Reply{"InSlices",
               {header(1) + reply(kCompanyFileName, "yes").mid(4, 7),
                header(7) + reply(kCompanyFileName, "yes").mid(11)},
