@@ -54,7 +54,7 @@ void trustOnlyRows(sqlite3* database) {
 }  // namespace
 
 Connection::Connection(const QString& path, int openFlags, int patience)
-    : database_(path.toUtf8().constData(), openFlags, patience) {
+    : database_(path.toUtf8().constData(), openFlags | SQLite::OPEN_NOMUTEX, patience) {
   trustOnlyRows(database_.getHandle());
   allowReadingAll();
   sqlite3_progress_handler(database_.getHandle(), kStepsAtOnce, &countSteps, this);

@@ -12,7 +12,8 @@ namespace pendra {
 /// file runs, and what never comes to an end is ended.
 class Connection {
  public:
-  /// Waits `patience` milliseconds for another program that uses the file. Throws SQLite::Exception.
+  /// Waits `patience` milliseconds for another program that uses the file. Throws SQLite::Exception. One
+  /// thread uses it: the database takes no lock of its own at each call, of which reading a row makes dozens.
   Connection(const QString& path, int openFlags, int patience);
 
   [[nodiscard]] SQLite::Database& database() { return database_; }

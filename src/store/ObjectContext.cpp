@@ -126,12 +126,6 @@ ManagedObject& ObjectContext::adopt(OwnedObject object, qint64 id) {
   return adopted;
 }
 
-void ObjectContext::linkRead(ManagedObject& owner, const PropertyDescriptor& property, qint64 target) {
-  if (ManagedObject* found = objectWithID(property.target(), target)) {
-    RelationshipKeeper::link(owner, property, *found);
-  }
-}
-
 ManagedObject& ObjectContext::insertWithID(const EntityDescriptor& entity, qint64 id) {
   auto made = entity.make();
   ManagedObject& object = *made;

@@ -5,6 +5,7 @@
 
 #include <QFileInfo>
 #include <cerrno>
+#include <future>
 
 #include "Connection.h"
 #include "DocumentFile.h"
@@ -53,13 +54,28 @@ void prepare(SQLite::Database& database) {
   database.exec("PRAGMA temp_store=MEMORY");
 }
 
+/// When every page of a file is looked at for damage.
+enum class Pages { BeforeAll, WithTheRows };
+
+/// Being the first to read, it takes back what a save that was killed has left.
+void readFirstPage(Connection& connection) {
+  connection.database().exec("SELECT count(*) FROM sqlite_schema");
+}
+
+Result<void> checkPagesOf(const QString& path) {
+  auto opened = Connection::open(path, SQLite::OPEN_READONLY, kOpenPatience);
+  if (!opened) return opened.error();
+  Connection& connection = *opened.value();
+  return connection.guarded([&] { layouts::checkPages(connection); });
+}
+
 }  // namespace
 
 struct PersistentStore::Parts {
   Parts(DocumentFile held, const ObjectModel& itsModel) : model(itsModel), file(std::move(held)) {}
 
   /// Opens the database where it is not open yet. The file stays held whatever becomes of that.
-  Result<void> connect();
+  Result<void> connect(Pages pages = Pages::BeforeAll);
   void disconnect();
   Result<void> bringToNewestLayout();
   void prepareRows();
@@ -79,13 +95,16 @@ struct PersistentStore::Parts {
   QString layoutCopy;  ///< kept before the file got the newest layout
 };
 
-Result<void> PersistentStore::Parts::connect() {
+Result<void> PersistentStore::Parts::connect(Pages pages) {
   if (connection) return {};
   auto opened = Connection::open(file.path(), SQLite::OPEN_READWRITE, kOpenPatience);
   if (!opened) return opened.error();
   connection = std::move(opened).value();
   auto ready = connection->guarded([&] {
-    layouts::checkPages(*connection);
+    readFirstPage(*connection);
+    // Nothing is brought to another layout that may be damaged.
+    const bool isOlder = layouts::numberOf(*connection) < model.newestLayout();
+    if (pages == Pages::BeforeAll || isOlder) layouts::checkPages(*connection);
     prepare(connection->database());
   });
   if (ready) ready = bringToNewestLayout();
@@ -131,7 +150,7 @@ RowStatements& PersistentStore::Parts::rowsOf(const EntityDescriptor& entity) {
 }
 
 bool PersistentStore::Parts::isOurs() const {
-  connection->database().exec("SELECT count(*) FROM sqlite_schema");
+  readFirstPage(*connection);
   return file.state() == state;
 }
 
@@ -152,7 +171,7 @@ Result<std::unique_ptr<PersistentStore>> PersistentStore::open(const QString& pa
   }
   if (!isDraft(path)) removeAbandonedDrafts(QFileInfo(held.value().path()).path());
   auto parts = std::make_unique<Parts>(std::move(held).value(), model);
-  if (auto connected = parts->connect(); !connected) return connected.error();
+  if (auto connected = parts->connect(Pages::WithTheRows); !connected) return connected.error();
   return std::unique_ptr<PersistentStore>(new PersistentStore(std::move(parts)));
 }
 
@@ -166,7 +185,7 @@ Result<std::unique_ptr<Connection>> copyInMemory(const QString& path) {
   if (!copy) return copy.error();
   const auto copied = source.value()->guarded([&] {
     // The first reading of all, whose failure says more than that of the backup.
-    source.value()->database().exec("SELECT count(*) FROM sqlite_schema");
+    readFirstPage(*source.value());
     SQLite::Backup backup(copy.value()->database(), source.value()->database());
     if (const int code = backup.executeStep(); code != SQLite::OK && code != SQLITE_DONE) {
       throw SQLite::Exception("it could not be read", code);
@@ -198,7 +217,7 @@ Result<void> PersistentStore::look(const QString& path, ObjectContext& context, 
     parts->prepareRows();
   });
   if (!ready) return ready;
-  auto read = PersistentStore(std::move(parts)).read(context);
+  auto read = PersistentStore(std::move(parts)).readRows(context);
   if (!read) context.makeTables();  // half a document is none
   return read;
 }
@@ -242,7 +261,7 @@ Result<void> PersistentStore::recover(const QString& path, const ObjectModel& mo
   auto opened = Connection::open(path, SQLite::OPEN_READWRITE, kOpenPatience);
   if (!opened) return opened.error();
   Connection& connection = *opened.value();
-  return connection.guarded([&] { connection.database().exec("SELECT count(*) FROM sqlite_schema"); });
+  return connection.guarded([&] { readFirstPage(connection); });
 }
 
 Result<void> PersistentStore::discard(const QString& path) {
@@ -263,9 +282,18 @@ QString pathOfLayoutCopy(const QString& document, int layout) {
 }
 
 Result<void> PersistentStore::read(ObjectContext& context) {
+  // Each of the two takes long in a large document, and neither waits for the other: rows of damaged pages
+  // are refused as well, or come to nothing with the whole document.
+  auto pages = std::async(&checkPagesOf, path());
+  auto rows = readRows(context);
+  auto whole = pages.get();
+  return whole ? rows : whole;
+}
+
+Result<void> PersistentStore::readRows(ObjectContext& context) {
   parts_->connection->allowReadingAll();
   return parts_->connection->guarded([&] {
-    readRows(context);
+    makeObjects(context);
     for (const auto& table : context.tables_) {
       for (ManagedObject* object : table->objects()) RelationshipKeeper::squeeze(*object);
     }
@@ -273,24 +301,29 @@ Result<void> PersistentStore::read(ObjectContext& context) {
   });
 }
 
-void PersistentStore::readRows(ObjectContext& context) {
+void PersistentStore::makeObjects(ObjectContext& context) {
   const auto adopt = [&](OwnedObject object, qint64 id) -> ManagedObject& {
     if (id <= context.table(object->entity()).lastID() || id > kGreatestID) throwDamaged();
     return context.adopt(std::move(object), id);
   };
   struct Link {
     ManagedObject* owner;
-    const PropertyDescriptor* property;
+    RowStatements::ToOne ends;
     qint64 target;
   };
   std::vector<Link> links;  // to tables that are read later
-  const auto link = [&](ManagedObject& owner, const PropertyDescriptor& property, qint64 target) {
-    if (context.table(property.target()).lastID() < target)
-      return links.push_back({&owner, &property, target});
-    context.linkRead(owner, property, target);
+  // A target that is not there leaves none.
+  const auto tie = [](const ObjectTable& targets, const Link& link) {
+    ManagedObject* target = targets.withID(link.target);
+    if (target) RelationshipKeeper::link(*link.owner, *link.ends.property, *link.ends.inverse, *target);
+  };
+  const auto link = [&](ManagedObject& owner, const RowStatements::ToOne& ends, qint64 target) {
+    const ObjectTable& targets = context.table(ends.property->target());
+    if (targets.lastID() < target) return links.push_back({&owner, ends, target});
+    tie(targets, {&owner, ends, target});
   };
   for (RowStatements& rows : parts_->tables) rows.readAll(adopt, link);
-  for (const Link& late : links) context.linkRead(*late.owner, *late.property, late.target);
+  for (const Link& late : links) tie(context.table(late.ends.property->target()), late);
 }
 
 // ---- writing

@@ -6,9 +6,7 @@
 
 namespace pendra {
 
-namespace {
-
-const PropertyDescriptor& inverseOf(const PropertyDescriptor& property) {
+const PropertyDescriptor& RelationshipKeeper::inverseOf(const PropertyDescriptor& property) {
   const auto& candidates = property.target().properties;
   const auto inverse = std::find_if(candidates.begin(), candidates.end(), [&](const auto& candidate) {
     return std::strcmp(candidate.name, property.inverse) == 0;
@@ -17,24 +15,23 @@ const PropertyDescriptor& inverseOf(const PropertyDescriptor& property) {
   return *inverse;
 }
 
-}  // namespace
-
 void RelationshipKeeper::relate(ManagedObject& owner, const PropertyDescriptor& property,
                                 ManagedObject* target) {
   owner.context_->willChange(owner, property);
+  const PropertyDescriptor& inverse = inverseOf(property);
   ToOneBase& end = property.access.toOne(owner);
   if (ManagedObject* old = std::exchange(end.target_, nullptr)) {
-    OrderedObjects& held = inverseOf(property).access.toMany(*old).targets_;
+    OrderedObjects& held = inverse.access.toMany(*old).targets_;
     if (held.remove(owner)) owner.context_->noteUnsettled(held);
   }
-  if (target) link(owner, property, *target);
+  if (target) link(owner, property, inverse, *target);
   owner.context_->noteChange(owner);
 }
 
 void RelationshipKeeper::link(ManagedObject& owner, const PropertyDescriptor& property,
-                              ManagedObject& target) {
+                              const PropertyDescriptor& inverse, ManagedObject& target) {
   property.access.toOne(owner).target_ = &target;
-  inverseOf(property).access.toMany(target).targets_.add(owner);
+  inverse.access.toMany(target).targets_.add(owner);
 }
 
 void RelationshipKeeper::squeeze(ManagedObject& object) {

@@ -1,8 +1,10 @@
 #include "RowStatements.h"
 
+#include <sqlite3.h>
+
 #include <unordered_map>
 
-#include "Attributes.h"
+#include "store/RelationshipKeeper.h"
 
 namespace pendra {
 
@@ -25,6 +27,9 @@ std::string listed(const std::vector<const PropertyDescriptor*>& columns, const 
     list += ", " + piece('"' + std::string(column->name) + '"');
   return list;
 }
+
+/// Where the n-th column stands in a row: behind the key.
+int columnOf(std::size_t index) { return static_cast<int>(index) + 1; }
 
 const auto kName = [](const std::string& name) { return name; };
 
@@ -72,25 +77,43 @@ void bindColumn(SQLite::Statement& statement, int index, const PropertyDescripto
   Q_UNREACHABLE();
 }
 
-/// What is NULL in the file is absent, whatever the class gives a new object.
-PropertyValue valueIn(const SQLite::Column& value, Kind kind) {
-  if (value.isNull()) return {};
-  switch (kind) {
-    case Kind::Text:
-      return QString::fromUtf8(value.getText(), value.getBytes());
-    case Kind::Boolean:
-      return value.getInt() != 0;
-    case Kind::Instant:
-      return Instant{value.getDouble()};
-    case Kind::Number:
-      return value.getDouble();
-    case Kind::ToOne:
-      return qint64{value.getInt64()};
-    case Kind::ToMany:
-      break;
+/// Walks through the rows of a table. A document has millions of cells: what each costs here is felt at every
+/// start.
+class Rows {
+ public:
+  Rows(sqlite3* database, const std::string& select) : database_(database) {
+    sqlite3_stmt* statement = nullptr;
+    const int code = sqlite3_prepare_v2(database, select.c_str(), -1, &statement, nullptr);
+    statement_.reset(statement);
+    if (code != SQLITE_OK) throw SQLite::Exception(database_, code);
   }
-  Q_UNREACHABLE();
-}
+  [[nodiscard]] bool next() {
+    const int code = sqlite3_step(statement_.get());
+    if (code != SQLITE_ROW && code != SQLITE_DONE) throw SQLite::Exception(database_, code);
+    return code == SQLITE_ROW;
+  }
+  /// None where NULL stands.
+  [[nodiscard]] std::optional<qint64> integer(int column) const {
+    return isNull(column) ? std::nullopt
+                          : std::optional<qint64>(sqlite3_column_int64(statement_.get(), column));
+  }
+  [[nodiscard]] std::optional<double> number(int column) const {
+    return isNull(column) ? std::nullopt : std::optional(sqlite3_column_double(statement_.get(), column));
+  }
+  [[nodiscard]] std::optional<QString> text(int column) const {
+    if (isNull(column)) return std::nullopt;
+    const auto* letters = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
+    return QString::fromUtf8(letters, sqlite3_column_bytes(statement_.get(), column));
+  }
+
+ private:
+  [[nodiscard]] bool isNull(int column) const {
+    return sqlite3_column_type(statement_.get(), column) == SQLITE_NULL;
+  }
+
+  sqlite3* database_;
+  std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement_{nullptr, &sqlite3_finalize};
+};
 
 /// Lets the objects of a table hold equal texts once, of which there are many.
 class SharedTexts {
@@ -106,35 +129,60 @@ class SharedTexts {
   std::unordered_map<QString, Slot<QString>> known_;
 };
 
+/// What is NULL in the file is absent, whatever the class gives a new object.
+void readAttribute(ManagedObject& object, const PropertyDescriptor& property, const Rows& rows, int column,
+                   SharedTexts& texts) {
+  switch (property.kind) {
+    case Kind::Text:
+      property.access.text(object).set(rows.text(column));
+      texts.share(property.access.text(object));
+      break;
+    case Kind::Boolean: {
+      const auto value = rows.integer(column);
+      property.access.boolean(object).set(value ? std::optional(*value != 0) : std::nullopt);
+      break;
+    }
+    case Kind::Instant: {
+      const auto seconds = rows.number(column);
+      property.access.instant(object).set(seconds ? std::optional(Instant{*seconds}) : std::nullopt);
+      break;
+    }
+    case Kind::Number:
+      property.access.number(object).set(rows.number(column));
+      break;
+    case Kind::ToOne:
+    case Kind::ToMany:
+      break;
+  }
+}
+
 }  // namespace
 
 RowStatements::RowStatements(SQLite::Database& database, const EntityDescriptor& entity)
     : entity_(&entity),
       columns_(columnsOf(entity)),
-      select_(database, selectText(entity)),
+      database_(database.getHandle()),
       upsert_(database, upsertText(entity)),
       delete_(database, "DELETE FROM \"" + std::string(entity.name) + "\" WHERE id=?") {}
 
 void RowStatements::readAll(const Adopt& adopt, const Link& link) {
   SharedTexts texts;
-  std::vector<std::pair<const PropertyDescriptor*, qint64>> links;
-  while (select_.executeStep()) {
-    auto object = entity_->make();
-    links.clear();
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-      const PropertyDescriptor& column = *columns_[i];
-      const PropertyValue value = valueIn(select_.getColumn(static_cast<int>(i) + 1), column.kind);
-      if (column.kind == Kind::ToOne) {
-        if (const qint64* target = std::get_if<qint64>(&value)) links.emplace_back(&column, *target);
-      } else {
-        setAttribute(*object, column, value);
-      }
-      if (column.kind == Kind::Text) texts.share(column.access.text(*object));
-    }
-    ManagedObject& adopted = adopt(std::move(object), select_.getColumn(0).getInt64());
-    for (const auto& [column, target] : links) link(adopted, *column, target);
+  std::vector<std::pair<int, ToOne>> relationships;
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    if (columns_[i]->kind != Kind::ToOne) continue;
+    relationships.push_back({columnOf(i), {columns_[i], &RelationshipKeeper::inverseOf(*columns_[i])}});
   }
-  select_.tryReset();
+  Rows rows(database_, selectText(*entity_));
+  while (rows.next()) {
+    auto object = entity_->make();
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      readAttribute(*object, *columns_[i], rows, columnOf(i), texts);
+    }
+    ManagedObject& adopted = adopt(std::move(object), rows.integer(0).value_or(0));
+    for (const auto& [column, ends] : relationships) {
+      if (const auto target = rows.integer(column)) link(adopted, ends, *target);
+    }
+  }
 }
 
 void RowStatements::write(ManagedObject& object) {

@@ -17,8 +17,13 @@ class RowStatements {
 
   [[nodiscard]] const EntityDescriptor& entity() const { return *entity_; }
 
+  /// A to-one relationship and its other end.
+  struct ToOne {
+    const PropertyDescriptor* property;
+    const PropertyDescriptor* inverse;
+  };
   using Adopt = std::function<ManagedObject&(OwnedObject, qint64 id)>;
-  using Link = std::function<void(ManagedObject& owner, const PropertyDescriptor& property, qint64 target)>;
+  using Link = std::function<void(ManagedObject& owner, const ToOne& ends, qint64 target)>;
   /// Makes an object of each row, in ascending order, and hands it to `adopt`, then what its to-one columns
   /// hold to `link`.
   void readAll(const Adopt& adopt, const Link& link);
@@ -28,7 +33,7 @@ class RowStatements {
  private:
   const EntityDescriptor* entity_;
   std::vector<const PropertyDescriptor*> columns_;
-  SQLite::Statement select_;
+  sqlite3* database_;
   SQLite::Statement upsert_;
   SQLite::Statement delete_;
 };

@@ -197,8 +197,6 @@ class ObjectContext {
   void makeRoom(const EntityDescriptor& entity, std::size_t count);
   ManagedObject& insertObject(const EntityDescriptor& entity, bool temporary);
   ManagedObject& adopt(OwnedObject object, qint64 id);
-  /// Ties a link that was read to its target; a target that is not there leaves none.
-  void linkRead(ManagedObject& owner, const PropertyDescriptor& property, qint64 target);
   /// An empty object under an identifier that none has; `onInsert` does not run.
   ManagedObject& insertWithID(const EntityDescriptor& entity, qint64 id);
   /// Puts an object back that has been taken out, as it was then.

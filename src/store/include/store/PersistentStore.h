@@ -37,8 +37,9 @@ struct Tally {
 class PersistentStore {
  public:
   /// Opens the file; creates the tables of a missing or empty one, and brings one of an older layout to
-  /// the newest after having kept a copy of it. Fails on a file that is foreign, damaged, of a newer
-  /// layout, or held by another process, without having written to it. The model must outlive the store.
+  /// the newest after having kept a copy of it. Fails on a file that is foreign, of a newer layout, held by
+  /// another process, or damaged at first sight, without having written to it. The model must outlive the
+  /// store.
   static Result<std::unique_ptr<PersistentStore>> open(const QString& path, const ObjectModel& model);
   /// Reads a document as it was last saved, whoever holds it, into an empty context, which stays without a
   /// file. Writes nothing, keeps the file for no longer than copying it into memory takes, and brings no
@@ -58,7 +59,7 @@ class PersistentStore {
   PersistentStore(const PersistentStore&) = delete;
   PersistentStore& operator=(const PersistentStore&) = delete;
 
-  /// Reads every row into an empty context.
+  /// Reads every row into an empty context, and every page of the file, which may turn out damaged.
   Result<void> read(ObjectContext& context);
   /// Writes the context's changes in one transaction, durable when it returns; all of it into a new file
   /// when the old one was deleted. Goes on with a copy of the file that was put in its place. Writes nothing
@@ -92,7 +93,8 @@ class PersistentStore {
   Result<void> writeToFile(const ObjectContext& context, int patience);
   static Result<std::unique_ptr<Parts>> writeDraft(const ObjectContext& context, const Draft& draft,
                                                    const ObjectModel& model);
-  void readRows(ObjectContext& context);
+  Result<void> readRows(ObjectContext& context);
+  void makeObjects(ObjectContext& context);
 
   std::unique_ptr<Parts> parts_;
   FileStory story_;

@@ -10,8 +10,11 @@ class RelationshipKeeper {
  public:
   /// Makes `target` (or none) the target of `owner`'s to-one property, and notes the change.
   static void relate(ManagedObject& owner, const PropertyDescriptor& property, ManagedObject* target);
+  /// The property at the other end.
+  [[nodiscard]] static const PropertyDescriptor& inverseOf(const PropertyDescriptor& property);
   /// Ties both ends of a property that holds nothing yet, without noting a change.
-  static void link(ManagedObject& owner, const PropertyDescriptor& property, ManagedObject& target);
+  static void link(ManagedObject& owner, const PropertyDescriptor& property,
+                   const PropertyDescriptor& inverse, ManagedObject& target);
   /// Takes `object` out of every relationship that holds it or that it holds.
   static void detach(ManagedObject& object);
   /// Gives back the room that its to-many ends do not need.
