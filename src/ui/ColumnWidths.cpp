@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <algorithm>
+#include <map>
 #include <numeric>
 #include <utility>
 
@@ -123,18 +124,22 @@ void ColumnWidths::distributeOnGrid() {
   if (left < 0) squeeze(-left);
 }
 
+/// The widest columns give way, down to a width that they have in common.
 void ColumnWidths::squeeze(int excess) {
-  std::vector<int> columns;
+  std::map<int, int> widths;
+  int widest = 0;
   for (int column = 0; column < view_.tableModel().columnCount(); ++column) {
-    if (!hasOwnWidth(column) && !view_.isColumnHidden(column)) columns.push_back(column);
+    if (hasOwnWidth(column) || view_.isColumnHidden(column)) continue;
+    widest = std::max(widest, widths[column] = view_.columnWidth(column));
   }
-  const auto width = [this](int column) { return view_.columnWidth(column); };
-  std::sort(columns.begin(), columns.end(), [&](int a, int b) { return width(a) > width(b); });
-  for (const int column : columns) {
-    const int taken = std::clamp(width(column) - kNarrowest, 0, excess);
-    view_.setColumnWidth(column, width(column) - taken);
-    excess -= taken;
+  for (; excess > 0 && widest > kNarrowest; --widest) {
+    for (auto& [column, width] : widths) {
+      if (width != widest || excess == 0) continue;
+      --width;
+      --excess;
+    }
   }
+  for (const auto& [column, width] : widths) view_.setColumnWidth(column, width);
 }
 
 bool ColumnWidths::keepDragged(int section, int width) {

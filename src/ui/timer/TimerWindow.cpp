@@ -80,6 +80,7 @@ QWidget* TimerWindow::makeFooter() {
 QWidget* TimerWindow::makeStatusLine() {
   documentState = new ShownText(QStringLiteral("documentState"), tr("Document state"), Theme::quietFont());
   documentState->setForegroundRole(QPalette::PlaceholderText);
+  documentState->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   documentState->setMinimumWidth(documentState->fontMetrics().horizontalAdvance(tr("Saved 00:00")) + 2);
   auto* line = new QWidget;
   line->setFixedHeight(metrics::kFooter);
