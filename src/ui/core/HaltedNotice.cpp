@@ -43,13 +43,12 @@ std::vector<NoticeAction> HaltedNotice::actionsFor(const HaltedEntries& halted) 
   std::vector<NoticeAction> actions;
   actions.push_back({formatted(tr("Set to last save (%@)"), {timeAndDay(session_, halted.until)}),
                      [&session = session_, entries] { setToLastSave(*session.context(), entries); }, isDone});
-  if (entries.size() == 1) {
-    actions.push_back({tr("Type its length…"),
-                       [edit = edit_, entry = entries.front()] {
-                         if (entry) edit(*entry);
-                       },
-                       isDone});
-  }
+  // One after the other: the notice stays for those that are left.
+  actions.push_back({entries.size() == 1 ? tr("Type its length…") : tr("Type their lengths…"),
+                     [edit = edit_, entry = entries.front()] {
+                       if (entry) edit(*entry);
+                     },
+                     isDone});
   if (std::any_of(entries.begin(), entries.end(), [](const auto& entry) { return canRunOn(*entry); })) {
     actions.push_back(
         {tr("Run On"), [&session = session_, entries] { runOn(*session.context(), entries); }, isDone});

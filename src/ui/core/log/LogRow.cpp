@@ -49,10 +49,16 @@ QString submittedText(const LogRow& row, const Calendar& calendar) {
 
 bool isRunning(const LogRow& row) { return row.entry && row.entry->isRunning(); }
 
+/// What the user is still asked about this entry.
+QString questionOf(const TimeEntry& entry) {
+  return entry.isHalted() ? tr("cut off, length?") : awayMark(entry);
+}
+
 /// What is to be known about the entry before anything else; of several, what matters most.
 QString stateText(const LogRow& row) {
   if (!row.entry) return {};
   if (row.entry->sendingSince()) return whyHeld(TimeHold::InDoubt);
+  if (row.entry->isHalted()) return tr("Pendra ended while this was being timed. How long did it take?");
   if (QString away = awayMark(*row.entry); !away.isEmpty()) return away;
   if (row.showsAsSent()) return {};
   if (QString lost = row.of ? lossText(*row.of) : QString(); !lost.isEmpty()) return lost;
@@ -60,13 +66,13 @@ QString stateText(const LogRow& row) {
 }
 
 RowSign signOf(const LogRow& row) {
-  if (row.entry && !row.entry->sendingSince() && !awayMark(*row.entry).isEmpty()) return RowSign::Waiting;
+  if (row.entry && !row.entry->sendingSince() && !questionOf(*row.entry).isEmpty()) return RowSign::Waiting;
   return stateText(row).isEmpty() ? RowSign::None : RowSign::Warning;
 }
 
 QString remarkOf(const LogRow& row) {
   if (!row.entry) return {};
-  return row.entry->sendingSince() ? tr("answer lost, asked before it is sent") : awayMark(*row.entry);
+  return row.entry->sendingSince() ? tr("answer lost, asked before it is sent") : questionOf(*row.entry);
 }
 
 /// What a press on the sign does; nothing where the activity runs already.

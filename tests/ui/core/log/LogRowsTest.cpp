@@ -29,6 +29,8 @@ TEST_F(TimeLog, SaysInItsColumnsWhatThereIsToKnowOfAnEntry) {
   Activity& plain = activityOf("Plain");
   test.addEntry(plain, "2026-11-23T21:00:00Z", 60);
   test.addEntry(activityOf("Endless"), "2026-11-22T21:00:00Z", 90000);
+  TimeEntry& cutOff = test.addEntry(activityOf("Cut"), "2026-11-22T20:00:00Z", 0);
+  cutOff.setHaltedAt(instantOf("2026-11-22T20:50:00Z"));
   Activity& running = activityOf("Running");
   test.addEntry(running, "2026-11-20T08:00:00Z", 60);
   running.startEntry();
@@ -54,6 +56,8 @@ TEST_F(TimeLog, SaysInItsColumnsWhatThereIsToKnowOfAnEntry) {
        ""},
       {"Endless", "Sun 22 Nov 2026", "22:00:00", "23:00:00", "Start Again", RowSign::Warning, InGroup::First,
        ""},
+      {"Cut", "Sun 22 Nov 2026", "21:00:00", "21:00:00", "Start Again", RowSign::Waiting, InGroup::Further,
+       "cut off, length?"},
       {"Running", "Fri 20 Nov 2026", "09:00:00", "09:01:00", "", RowSign::None, InGroup::First, ""}};
   ASSERT_EQ(rows.rowCount(), std::ssize(expected));
   const int state = rows.columnOf(u"state").value();

@@ -149,7 +149,7 @@ TEST_F(Halted, SeveralAreAnsweredTogetherAndEachCrashForItself) {
   const HaltedNotice notice(session, {});
   EXPECT_EQ(standing()[0].text,
             "4 entries were being timed when Pendra ended. Their lengths were not stored.");
-  EXPECT_EQ(titles(), QStringList({"Set to last save (09:58)", "Run On"}));
+  EXPECT_EQ(titles(), QStringList({"Set to last save (09:58)", "Type their lengths…", "Run On"}));
   edit([&] {
     session.context()->deleteObject(entry(2));
     entry(2).activity()->startEntry();
@@ -161,7 +161,7 @@ TEST_F(Halted, SeveralAreAnsweredTogetherAndEachCrashForItself) {
   EXPECT_EQ(entry(1).length(), 3600);
   EXPECT_FALSE(runs(2)) << "its activity runs already";
   EXPECT_FALSE(runs(3)) << "its activity has left the list";
-  EXPECT_EQ(titles(), QStringList{"Set to last save (09:58)"});
+  EXPECT_EQ(titles(), QStringList({"Set to last save (09:58)", "Type their lengths…"}));
   session.context()->undoStack().undo();
   EXPECT_TRUE(!runs(1) && entry(1).isHalted());
   press("Set to last save (09:58)");
