@@ -66,7 +66,7 @@ Program::Program(Environment& environment)
   unanswered_.setSingleShot(true);
   unanswered_.setInterval(kUntilUnanswered);
   QObject::connect(&unanswered_, &QTimer::timeout, &unanswered_, [this] { endUnasked(); });
-  windows_.connectTo(session_, commands_, link_, [this] { terminate(); });
+  windows_.connectTo(session_, commands_, link_, history_, [this] { terminate(); });
   appearOnDesktop();
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
                    [this](QSessionManager& manager) { endOfSession(manager); });

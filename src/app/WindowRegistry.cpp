@@ -24,6 +24,7 @@
 #include "ui/TimeAwayWindow.h"
 #include "ui/TimerWindowController.h"
 #include "ui_core/ShellCommands.h"
+#include "ui_core/UndoHistory.h"
 
 namespace pendra {
 
@@ -70,8 +71,9 @@ void WindowRegistry::retire(std::unique_ptr<Window>& window) {
 }
 
 void WindowRegistry::connectTo(Session& session, CommandTarget& target, LinkServices& link,
-                               std::function<void()> terminate) {
+                               UndoHistory& history, std::function<void()> terminate) {
   link_ = &link;
+  history_ = &history;
   session_ = &session;
   target_ = &target;
   terminate_ = std::move(terminate);
@@ -107,7 +109,10 @@ void WindowRegistry::show(WindowKind kind) {
     case WindowKind::Preferences:
       return open(open_->preferences, [this] { return std::make_unique<PreferencesWindow>(frame()); });
     case WindowKind::Restore:
-      return open(open_->restore, [this] { return std::make_unique<RestoreWindow>(frame()); });
+      return open(open_->restore, [this] {
+        return std::make_unique<RestoreWindow>(
+            frame(), [this](const QString& sentence) { history_->offerUndo(sentence); });
+      });
     case WindowKind::TimeAway:
       return open(open_->timeAway, [this] { return std::make_unique<TimeAwayWindow>(frame()); });
     case WindowKind::Report:

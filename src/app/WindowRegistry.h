@@ -16,6 +16,7 @@ class ReportWindow;
 struct LinkServices;
 class Session;
 class TimerWindowController;
+class UndoHistory;
 struct WindowFrame;
 
 /// Makes the windows, owns them, and ends the program when the last one was closed.
@@ -25,7 +26,7 @@ class WindowRegistry final : public QObject, public Windows {
   ~WindowRegistry() override;
 
   /// Given once the session exists, which needs the loader first.
-  void connectTo(Session& session, CommandTarget& target, LinkServices& link,
+  void connectTo(Session& session, CommandTarget& target, LinkServices& link, UndoHistory& history,
                  std::function<void()> terminate);
 
   void show(WindowKind kind) override;
@@ -72,6 +73,7 @@ class WindowRegistry final : public QObject, public Windows {
   Session* session_ = nullptr;
   CommandTarget* target_ = nullptr;
   LinkServices* link_ = nullptr;
+  UndoHistory* history_ = nullptr;
   std::function<void()> terminate_;
   std::function<bool()> keeps_;
   std::unique_ptr<Open> open_;

@@ -200,13 +200,10 @@ bool userAgrees(Session& session, const BackupFile& backup) {
               .topic = Alert::Topic::Backups}) == kFirstButton;
 }
 
-void say(Session& session, const QString& text) {
-  session.notices().post({.key = kNotice, .text = text, .actions = {}, .ofDocument = true});
-}
-
-bool refuse(Session& session, const char* why, const Error& error) {
-  say(session, formatted(tr(why), {error.text}));
-  return false;
+std::nullopt_t refuse(Session& session, const char* why, const Error& error) {
+  session.notices().post(
+      {.key = kNotice, .text = formatted(tr(why), {error.text}), .actions = {}, .ofDocument = true});
+  return std::nullopt;
 }
 
 }  // namespace
@@ -250,9 +247,9 @@ SinceBackup changesSince(const ObjectContext& backup, const ObjectContext& docum
   return since;
 }
 
-bool restoreFromBackup(Session& session, const BackupFile& backup) {
+std::optional<QString> restoreFromBackup(Session& session, const BackupFile& backup) {
   const OpenDocument* document = session.document();
-  if (!document || !checkForRunningTimers(session)) return false;
+  if (!document || !checkForRunningTimers(session)) return std::nullopt;
   const auto read = readBackup(session, backup.path);
   if (!read)
     return refuse(
@@ -262,7 +259,7 @@ bool restoreFromBackup(Session& session, const BackupFile& backup) {
   ObjectContext& then = *read.value();
   then.fill([&] { haltRunningEntries(then, backup.madeAt); });
   if (!userAgrees(session, backup) || !settleFates(session, then) || session.document() != document)
-    return false;
+    return std::nullopt;
   if (const auto made = makeBackup(session, BackupReason::Restoring); !made) {
     return refuse(
         session,
@@ -277,11 +274,11 @@ bool restoreFromBackup(Session& session, const BackupFile& backup) {
   const QString done =
       formatted(tr("“%@” is as it was on %@."),
                 {session.document()->displayName(), dayAndTime(backup.madeAt, session.ports().calendar)});
-  say(session, staying == 0 ? done
-                            : done + u' ' +
-                                  counted(staying, "1 entry that was sent since then stayed as it is.",
-                                          "%Ln entries that were sent since then stayed as they are."));
-  return true;
+  session.notices().withdraw(kNotice);
+  if (staying == 0) return done;
+  return done + u' ' +
+         counted(staying, "1 entry that was sent since then stayed as it is.",
+                 "%Ln entries that were sent since then stayed as they are.");
 }
 
 }  // namespace pendra

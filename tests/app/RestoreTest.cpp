@@ -81,7 +81,12 @@ TEST(Restore, ShowsWhatThereIsLooksInsideAndGoesBackWhileTheWindowsStay) {
   EXPECT_EQ(&program.window(), timerWindow);
   EXPECT_EQ(program.timer().log().table().model()->rowCount(), 1);
   EXPECT_EQ(program.context().all<TimeEntry>()[0]->duration(), 3600);
+  const auto& notices = program.session().notices().standing();
+  ASSERT_EQ(notices.size(), 1U);
+  EXPECT_EQ(notices[0].text, u"“Work” is as it was on Tue 24 Nov 2026, 10:00."_s);
+  EXPECT_EQ(notices[0].actions[0].title, u"Undo"_s);
   EXPECT_EQ(program.choose(u"Undo"_s), u"Undo Restore"_s);
+  EXPECT_TRUE(notices.empty() || !notices[0].text.contains(u"is as it was"_s));
   EXPECT_EQ(program.timer().log().table().model()->rowCount(), 2);
 }
 

@@ -61,9 +61,10 @@ std::vector<Column<RestoreWindow::Row>> RestoreWindow::columns(Session& session)
               [](const EntrySum& sum) { return durationText(sum.seconds); })};
 }
 
-RestoreWindow::RestoreWindow(const WindowFrame& frame)
+RestoreWindow::RestoreWindow(const WindowFrame& frame, OfferUndo offerUndo)
     : AppWindow(frame, tr("Restore")),
       session_(frame.session),
+      offerUndo_(std::move(offerUndo)),
       rows_(columns(session_),
             {.identity = [](const Row& row) { return static_cast<quint64>(row.file.madeAt.seconds); }}) {
   setObjectName(QStringLiteral("restoreWindow"));
@@ -195,11 +196,10 @@ void RestoreWindow::lookInside() {
 
 void RestoreWindow::restore() {
   if (!then_ || session_.ports().modals.isModal()) return;
-  if (restoreFromBackup(session_, chosen()->file)) {
-    close();
-  } else {
-    listBackups();
-  }
+  const auto done = restoreFromBackup(session_, chosen()->file);
+  if (!done) return listBackups();
+  offerUndo_(*done);
+  close();
 }
 
 }  // namespace pendra

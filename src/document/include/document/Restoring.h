@@ -39,8 +39,9 @@ struct SinceBackup {
 /// Gives the open document the backup's state, as one step that can be undone. Timers are stopped first, with
 /// the user's consent; entries that only the backup has and whose time may be in Vantor are asked about; then
 /// the document is backed up, and without that nothing is done. What was sent or is in doubt stays as it is.
-/// False when the user declined or it could not be done, which the notice line says.
-bool restoreFromBackup(Session& session, const BackupFile& backup);
+/// Answers what was done, in a sentence; none when the user declined or it could not be done, which the
+/// notice line says.
+[[nodiscard]] std::optional<QString> restoreFromBackup(Session& session, const BackupFile& backup);
 
 /// "Wed 25 Nov 2026, 18:04".
 [[nodiscard]] QString dayAndTime(Instant instant, const Calendar& calendar);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTimer>
+#include <functional>
 #include <memory>
 
 #include "document/Restoring.h"
@@ -20,7 +21,10 @@ class SinceBackupView;
 /// the way back to it. It goes with the document.
 class RestoreWindow final : public AppWindow {
  public:
-  explicit RestoreWindow(const WindowFrame& frame);
+  /// Whoever takes steps back is told what was restored, in a sentence.
+  using OfferUndo = std::function<void(const QString& sentence)>;
+
+  RestoreWindow(const WindowFrame& frame, OfferUndo offerUndo);
   ~RestoreWindow() override;
 
  private:
@@ -42,6 +46,7 @@ class RestoreWindow final : public AppWindow {
   [[nodiscard]] const Row* chosen() const;
 
   Session& session_;
+  OfferUndo offerUndo_;
   RowTable<Row> rows_;
   RowTableView* table_ = nullptr;
   SinceBackupView* side_ = nullptr;
