@@ -6,6 +6,8 @@
 
 #include "Desk.h"
 #include "store/UndoStack.h"
+#include "support/Events.h"
+#include "ui/DisplayTick.h"
 #include "ui/RowTableView.h"
 
 namespace pendra {
@@ -47,6 +49,32 @@ TEST_F(TimerWindowAtTheDesk, AStartedTimerIsSeenEverywhereAndOnTheDiskAtOnce) {
   EXPECT_EQ(desk.description(u"Today"_s), "00:01:01");
   EXPECT_EQ(desk.description(u"This week"_s), "02:01:01");
   EXPECT_FALSE(desk.sees(u"Not sent"_s)) << "what is kept by hand is never sent";
+}
+
+TEST(ATickOfTheDisplay, ComesWhileTimeRunsAndAtMidnightAndWakesNobodyElse) {
+  Desk desk;
+  Activity& activity = desk.addActivity(nullptr, nullptr);
+  desk.sitDown();
+  QWidget window;
+  int told = 0;
+  const DisplayTick tick(desk.session, window, [&] { ++told; });
+  const auto isTold = [&](int patience) {
+    return eventually([&told, before = told] { return told > before; }, patience);
+  };
+  window.show();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&window) && told > 0) << "what comes to the front shows what is";
+  EXPECT_FALSE(isTold(1200));
+  std::ignore = desk.session.context()->edit({}, [&] { activity.startEntry(); });
+  EXPECT_TRUE(isTold(10000));
+  std::ignore = desk.session.context()->edit({}, [&] { activity.stop(); });
+  EXPECT_FALSE(isTold(1200));
+  desk.clock.set("2026-11-24T22:59:59Z");
+  desk.clock.advance(0.9);
+  window.hide();
+  window.show();
+  EXPECT_TRUE(isTold(10000) && isTold(10000)) << "the day ends";
+  window.hide();
+  EXPECT_FALSE(isTold(200));
 }
 
 TEST(ALinkedDesk, SaysWhatIsNotSent) {

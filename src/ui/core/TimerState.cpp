@@ -100,8 +100,8 @@ void TimerState::updateCustomerJobLabel() {
   if (selection_.row() < 0) display_.showElapsedTime(kNoTime);
 }
 
-bool TimerState::updateTimeDisplay() {
-  if (!session_.document()) return false;
+void TimerState::updateTimeDisplay() {
+  if (!session_.document()) return;
   if (shownDay_ && !(*shownDay_ == today())) {
     rebuild();  // "today" means another day now
     log_.dayChanged();
@@ -112,7 +112,6 @@ bool TimerState::updateTimeDisplay() {
   log_.updateRunningEntries();
   hours_.update();
   display_.showWhatRuns(whatRuns());
-  return true;
 }
 
 std::vector<RunningTimer> TimerState::whatRuns() const {

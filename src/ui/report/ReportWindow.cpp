@@ -1,6 +1,7 @@
 #include "ui/ReportWindow.h"
 
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "HoursChart.h"
@@ -10,6 +11,7 @@
 #include "ReportTable.h"
 #include "model/Queries.h"
 #include "platform/Preferences.h"
+#include "ui/DisplayTick.h"
 #include "ui/HelpPlace.h"
 #include "ui/WindowPlace.h"
 #include "ui_core/HelpAnchors.h"
@@ -20,7 +22,6 @@ namespace pendra {
 namespace {
 
 constexpr QSize kFirstSize{1120, 760};
-constexpr int kTick = 1000;
 constexpr int kTextMargin = 56;  // the read-out begins where the bars do
 
 QWidget* onBase(QWidget* widget) {
@@ -68,13 +69,12 @@ ReportWindow::ReportWindow(const WindowFrame& frame, ShowInLog showInLog)
   connect(head_, &ReportHead::queryChosen, this, &ReportWindow::setQuery);
   connect(chart_, &HoursChart::questionChanged, this, &ReportWindow::showReadOut);
   connect(chart_, &HoursChart::barPressed, this, &ReportWindow::pressBar);
-  connect(&tick_, &QTimer::timeout, this, &ReportWindow::tick);
   observations_.push_back(session_.documentChanges().observe([this] { followDocument(); }));
   observations_.push_back(session_.standaloneChanges().observe([this] { refresh(); }));
   observations_.push_back(
       session_.ports().defaults.changesOf(preferences::kWeekBegins).observe([this] { beginWeeksAnew(); }));
   followDocument();
-  tick_.start(kTick);
+  new DisplayTick(session_, *this, [this] { tick(); });
   chart_->setFocus();
 }
 

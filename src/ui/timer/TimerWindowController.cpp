@@ -22,6 +22,7 @@
 #include "platform/Resources.h"
 #include "platform/Text.h"
 #include "ui/Buttons.h"
+#include "ui/DisplayTick.h"
 #include "ui/EditorSheets.h"
 #include "ui/GradientDividerSplitView.h"
 #include "ui/IntroSheet.h"
@@ -46,7 +47,6 @@ namespace pendra {
 
 namespace {
 
-constexpr std::chrono::milliseconds kTick{1000};
 constexpr std::chrono::milliseconds kIntroDelay{500};
 
 std::unique_ptr<TimerWindow> makeWindow(Session& session, QWidget* quickEntry, std::function<void()> closed) {
@@ -108,7 +108,6 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
 
 TimerWindowController::~TimerWindowController() {
   window_->hide();  // before the rows go that its tables show
-  window_->removeEventFilter(this);
 }
 
 void TimerWindowController::connectControls() {
@@ -125,7 +124,6 @@ void TimerWindowController::connectControls() {
     if (identifier == u"startstop") state_.toggleSelected();
   });
   connect(log_, &LogPaneView::editTimeEntry, this, &TimerWindowController::editTimeEntry);
-  connect(&tick_, &QTimer::timeout, this, &TimerWindowController::tick);
   connectRowMenus();
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, const QWidget* now) {
     if (!now) return;
@@ -188,7 +186,7 @@ void TimerWindowController::startUp() {
   showDocumentState();
   state_.log().rebuild();
   state_.log().reloadNames();
-  window_->installEventFilter(this);
+  tick_ = std::make_unique<DisplayTick>(session_, *window_, [this] { tick(); });
   window_->activityTable->setFocus();
   bringToFront();
   introduce();
@@ -231,19 +229,8 @@ void TimerWindowController::tellOfStatistics() {
        .onlyInTimerWindow = true});
 }
 
-/// A window that nobody sees shows nothing new, and wakes nobody for that.
-bool TimerWindowController::eventFilter(QObject*, QEvent* event) {
-  if (event->type() == QEvent::Hide) tick_.stop();
-  if (event->type() == QEvent::Show && !left_) {
-    tick();
-    tick_.start(kTick);
-  }
-  return false;
-}
-
 void TimerWindowController::tick() {
-  if (session_.ports().modals.isModal()) return;
-  if (!state_.updateTimeDisplay()) tick_.stop();
+  if (!session_.ports().modals.isModal()) state_.updateTimeDisplay();
 }
 
 void TimerWindowController::pressCell(int row, const QString& identifier) {
@@ -318,7 +305,7 @@ void TimerWindowController::close() {
 
 void TimerWindowController::leave() {
   if (std::exchange(left_, true)) return;
-  tick_.stop();
+  tick_.reset();
   introduction_.stop();
   observations_.clear();
   if (tracker_) tracker_->invalidate();

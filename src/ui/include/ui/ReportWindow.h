@@ -2,7 +2,6 @@
 // The window shows one report at a time: of its document, its query and now. Whatever changes one of the
 // three has it made anew; nothing of it is kept up to date by hand.
 
-#include <QTimer>
 
 #include "model/Report.h"
 #include "store/Observers.h"
@@ -53,7 +52,6 @@ class ReportWindow final : public AppWindow {
   HoursChart* chart_ = nullptr;
   ReadOut* readOut_ = nullptr;
   ReportTable* table_ = nullptr;
-  QTimer tick_;
   Subscription news_;
   std::vector<Notifier::Subscription> observations_;
 };

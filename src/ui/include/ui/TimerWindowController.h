@@ -13,6 +13,7 @@
 namespace pendra {
 
 class CommandTarget;
+class DisplayTick;
 class EditorSheets;
 class HaltedNotice;
 class LogPaneView;
@@ -53,9 +54,6 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   /// Closes without asking, and the document with it.
   void close();
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
   void showElapsedTime(const QString& text) override;
   void showCustomerJobLabel(const QString& text) override;
@@ -89,7 +87,7 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   LogPaneView* log_;
   std::unique_ptr<EditorSheets> editors_;
   std::unique_ptr<HaltedNotice> halted_;
-  QTimer tick_;
+  std::unique_ptr<DisplayTick> tick_;
   QTimer introduction_;
   std::unique_ptr<Tracker> tracker_;
   bool logHadFocus_ = false;

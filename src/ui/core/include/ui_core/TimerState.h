@@ -79,8 +79,8 @@ class TimerState {
   Notifier listedChanges;
   void updateMainButton();
   void updateCustomerJobLabel();
-  /// The tick; false when no document is open and the ticking must end.
-  bool updateTimeDisplay();
+  /// The tick.
+  void updateTimeDisplay();
 
   /// What runs at this moment, the longest first.
   [[nodiscard]] std::vector<RunningTimer> whatRuns() const;
