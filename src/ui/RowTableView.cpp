@@ -371,13 +371,18 @@ void RowTableView::keyPressEvent(QKeyEvent* event) {
   const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   // The table comes with a current row that is not selected; the first key takes that one, not its neighbour.
   const bool takesRow = isReturn || event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
-  if (takesRow && model_ && model_->rowCount() > 0 && !selectionModel()->hasSelection()) {
-    return selectRow(std::max(0, index.row()));
+  const bool toAnEnd = event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
+  if ((takesRow || toAnEnd) && model_ && model_->rowCount() > 0 && !selectionModel()->hasSelection()) {
+    const int end = event->key() == Qt::Key_Home ? 0 : model_->rowCount() - 1;
+    return selectRow(toAnEnd ? end : std::max(0, index.row()));
   }
   if (isReturn && index.isValid() && state() != EditingState) {
     Q_EMIT rowActivated(index.row());
     return;
   }
+  // A selection grows from the row that is selected, also where it was not a key or a press that selected it.
+  const bool grows = event->modifiers().testFlag(Qt::ShiftModifier) && index.isValid();
+  if (grows && selectedRows() == std::vector<int>{index.row()}) setCurrentIndex(index);
   QTableView::keyPressEvent(event);
 }
 

@@ -116,6 +116,17 @@ TEST_F(Table, TheFirstKeyTakesTheFirstRowAndNothingMore) {
   EXPECT_EQ(activated.count(), 0);
   QTest::keyClick(&view, Qt::Key_Down);
   EXPECT_THAT(view.selectedRows(), ElementsAre(1));
+  for (const auto& [key, row] : {std::pair(Qt::Key_Home, 0), std::pair(Qt::Key_End, 2)}) {
+    view.setCurrentIndex(view.model()->index(row, 0));
+    view.clearSelection();
+    QTest::keyClick(&view, key);
+    EXPECT_THAT(view.selectedRows(), ElementsAre(row)) << "where the keyboard is already";
+  }
+  view.setSelectionMode(QAbstractItemView::ExtendedSelection);
+  view.selectRow(0);
+  QTest::keyClick(&view, Qt::Key_Down, Qt::ShiftModifier);
+  EXPECT_THAT(view.selectedRows(), ElementsAre(0, 1)) << "from the row that is selected";
+  view.selectRow(1);
   view.setCurrentIndex(view.model()->index(1, 0));
   QTest::keyClick(&view, Qt::Key_B);
   EXPECT_THAT(view.selectedRows(), ElementsAre(2)) << "letters look for the names, wherever one is";
