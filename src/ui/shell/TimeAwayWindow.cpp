@@ -73,6 +73,7 @@ void TimeAwayWindow::makeChoices(QLayout& column) {
     auto* button = new QRadioButton(this);
     button->setObjectName(QStringLiteral("awayChoice%1").arg(way));
     ways_[way] = {button, quietLabel(QStringLiteral("awayExplanation%1").arg(way))};
+    ways_[way].explanation->setWordWrap(true);
     auto* both = new QVBoxLayout;
     both->setSpacing(0);
     both->addWidget(button);
