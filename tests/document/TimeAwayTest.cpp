@@ -155,6 +155,14 @@ TEST_F(AwayTest, FindsWhenNobodyWasThere) {
          work(60);
        },
        {"A 0- 7200-8000"}},
+      {"the clock is set back an hour while the machine sleeps: as long as it slept",
+       [&] {
+         work(7199);
+         clock.advance(-3600);
+         sleep(600);
+         work(60);
+       },
+       {"A 0- 3600-4200"}},
       {"stopped as soon as somebody is back",
        [&] {
          pass(700);

@@ -90,7 +90,7 @@ class Program:
 
     @staticmethod
     def ask(node, what):
-        """The node's name, role_name or description; none when it has gone meanwhile."""
+        """The node's name, role_name, description or state_set; none when it has gone meanwhile."""
         try:
             return getattr(node, f"get_{what}")()
         except Exception:
@@ -108,26 +108,40 @@ class Program:
                 continue
         return None
 
+    def shows(self, words):
+        """Whether anything on the screen is named by these words, or by more that begins with them."""
+        from gi.repository import Atspi
+        named = [node for node in self.walk() if (self.ask(node, "name") or "").startswith(words)]
+        states = [self.ask(node, "state_set") for node in named]
+        return any(state and state.contains(Atspi.StateType.SHOWING) for state in states)
+
     def find(self, name, role=None, within=None, seconds=40.0):
         return wait_for(f"{role or 'something'} named {name!r}", lambda: self.seen(name, role, within), seconds)
 
-    def window(self, title, seconds=40.0):
-        def look():
-            root = self.root()
-            for index in range(root.get_child_count() if root else 0):
-                child = root.get_child_at_index(index)
-                if child and child.get_name() == title:
-                    return child
-            return None
-        return wait_for(f"a window titled {title!r}", look, seconds)
-
-    def titles(self):
-        """The titles of the windows that are shown; a sheet that closed is still there, hidden."""
+    def windows(self):
+        """Those that are shown; a sheet that closed is still there, hidden."""
         from gi.repository import Atspi
         root = self.root()
         children = [root.get_child_at_index(index) for index in range(root.get_child_count())] if root else []
-        return [child.get_name() for child in children
-                if child and child.get_state_set().contains(Atspi.StateType.SHOWING)]
+        states = [(child, self.ask(child, "state_set")) for child in children if child]
+        return [child for child, state in states if state and state.contains(Atspi.StateType.SHOWING)]
+
+    def titles(self):
+        return [self.ask(child, "name") for child in self.windows()]
+
+    def window(self, title, seconds=40.0):
+        return wait_for(f"a window titled {title!r}", lambda: next(
+            (child for child in self.windows() if self.ask(child, "name") == title), None), seconds)
+
+    def gone(self, title):
+        """What is typed from now on goes to another window."""
+        wait_for(f"no window titled {title!r}", lambda: title not in self.titles())
+
+    def selected(self, count):
+        """Keys take their time, and what is chosen from a menu does not wait for them."""
+        listed = self.find("Listed time")
+        self.find("selected", "label", listed)
+        self.find(str(count), "label", listed)
 
     def names(self, within=None):
         return [name for node in self.walk(within) if (name := self.ask(node, "name"))]
@@ -142,15 +156,36 @@ class Program:
         except Exception:  # a press that opens a modal window answers only when that has closed
             pass
 
+    def item(self, name, window):
+        """An item of the menus of a window, once there is one of that name."""
+        return wait_for(f"a menu item {name!r}", lambda: next(
+            (node for node in self.walk(self.window(window))
+             if self.ask(node, "name") == name and self.ask(node, "role_name") == "menu item"), None))
+
     def choose(self, item, window):
         """Chooses an item from the menus of a window, as assistive technology does."""
-        found = wait_for(f"a menu item {item!r}", lambda: next(
-            (node for node in self.walk(self.window(window))
-             if node.get_name() == item and node.get_role_name() == "menu item"), None))
         try:
-            found.get_action_iface().do_action(0)
+            self.item(item, window).get_action_iface().do_action(0)
+        except Failure:
+            raise
         except Exception:  # a choice that opens a modal window answers only when that has closed
             pass
+
+    def focus(self, name, role=None, within=None):
+        from gi.repository import Atspi
+        Atspi.Component.grab_focus(self.find(name, role, within))
+
+    def is_checked(self, node):
+        from gi.repository import Atspi
+        return node.get_state_set().contains(Atspi.StateType.CHECKED)
+
+    def cells(self, table, column):
+        """What a table's column reads, row by row."""
+        from gi.repository import Atspi
+        node = self.find(table, "table")
+        heads = [Atspi.Table.get_column_description(node, at) for at in range(Atspi.Table.get_n_columns(node))]
+        return [Atspi.Table.get_accessible_at(node, row, heads.index(column)).get_name()
+                for row in range(Atspi.Table.get_n_rows(node))]
 
     def text(self, name, role=None, within=None):
         """What stands in a field."""
@@ -160,9 +195,7 @@ class Program:
     def listens(self):
         """True when the keyboard goes to this program, and to the alert, panel or sheet that it shows, if any."""
         from gi.repository import Atspi
-        root = self.root()
-        children = [root.get_child_at_index(index) for index in range(root.get_child_count())] if root else []
-        shown = [child for child in children if child and child.get_state_set().contains(Atspi.StateType.SHOWING)]
+        shown = self.windows()
         asking = [child for child in shown if child.get_role_name() != "frame"]
         return any(child.get_state_set().contains(Atspi.StateType.ACTIVE) for child in (asking or shown))
 
@@ -213,7 +246,8 @@ class Desktop:
         (defaults / "defaults.ini").write_text("[General]\nVTAnalyticsTracker=false\n")
         self.environment = {**os.environ, "HOME": str(self.home), "DISPLAY": display,
                             "XDG_CONFIG_HOME": str(self.home / ".config"), "XDG_CACHE_HOME": str(self.home / ".cache"),
-                            "XDG_DATA_HOME": str(self.home / ".local"), "QT_QPA_PLATFORM": "xcb", "TZ": "Europe/Berlin",
+                            "XDG_DATA_HOME": str(self.home / ".local"), "XDG_STATE_HOME": str(self.home / ".local" / "state"),
+                            "QT_QPA_PLATFORM": "xcb", "TZ": "Europe/Berlin",
                             "LC_ALL": "C.UTF-8", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_ACCESSIBILITY": "1",
                             "PENDRA_ANALYTICS_ADDRESS": "http://127.0.0.1:9/"}
         self.programs = []
@@ -236,6 +270,11 @@ class Desktop:
     def defaults(self):
         path = self.home / ".config" / "com.corvel.pendra" / "defaults.ini"
         return dict(line.split("=", 1) for line in path.read_text().splitlines() if "=" in line)
+
+    def set_default(self, key, value):
+        """While no program runs, which would write its own over it."""
+        with (self.home / ".config" / "com.corvel.pendra" / "defaults.ini").open("a") as defaults:
+            defaults.write(f"{key}={value}\n")
 
     def rows(self, document, query):
         """What the file of a document holds at this moment."""

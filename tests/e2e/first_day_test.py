@@ -21,7 +21,24 @@ def set_up_standalone(desktop):
     app.keys("Return")
     app.window("Pendra File")
     app.press("Begin", "push button")
+    wait_for("the introduction gone", lambda: not app.seen("Begin", "push button"))
     return app
+
+
+def agree(app, question):
+    """Leaves the field, which asks, and waits until the keyboard is back in the sheet."""
+    app.keys("Tab")
+    app.find(question, within=app.window("Pendra"))
+    app.keys("Return")
+    app.gone("Pendra")
+
+
+def ask_to_end(app):
+    """A question that stands for three seconds only, so it is looked for where it is."""
+    app.process.send_signal(signal.SIGTERM)
+    alert = app.window("Pendra")
+    app.find("Pendra needs to stop all timers", within=alert)
+    return alert
 
 
 def add_first_activity(app):
@@ -29,18 +46,11 @@ def add_first_activity(app):
     app.keys("ctrl+shift+n")
     app.window("Add Activity")
     app.type("Acme")
-    app.keys("Tab")
-    app.find('Add "Acme" to the Customers list?')
-    app.keys("Return")
-    app.find("Job", "combo box", within=app.window("Add Activity"))
+    agree(app, 'Add "Acme" to the Customers list?')
     app.type("Roof")
-    app.keys("Tab")
-    app.find('Add "Roof" to the Jobs list?')
-    app.keys("Return")
+    agree(app, 'Add "Roof" to the Jobs list?')
     app.type("Design")
-    app.keys("Tab")
-    app.find('Add "Design" to the Services list?')
-    app.keys("Return")
+    agree(app, 'Add "Design" to the Services list?')
     for name, text in (("Customer", "Acme"), ("Job", "Roof"), ("Service", "Design")):
         expect(f"{name} shows its text", app.text(name, "combo box", within=app.window("Add Activity")) == text)
     app.type("Sketches")
@@ -60,16 +70,12 @@ def test(desktop):
     expect("standalone hides sending", not any(app.seen(name, within=window) for name in ("Send time", "Hide sent")))
     wait_for("a running second", lambda: elapsed(app) >= "00:00:02")
 
-    app.process.send_signal(signal.SIGTERM)
-    app.find("Pendra needs to stop all timers")
+    app.press("Cancel", "push button", within=ask_to_end(app))
     expect("a signal stores what there is before it asks",
            desktop.rows(document, "SELECT running, Activity.notes FROM TimePeriod JOIN Activity ON Activity.id = activity")
            == [(1, "Sketches")])
-    app.press("Cancel", "push button")
     wait_for("the timer runs on", lambda: elapsed(app) >= "00:00:05")
-    app.process.send_signal(signal.SIGTERM)
-    app.find("Pendra needs to stop all timers")
-    app.press("OK", "push button")
+    app.press("OK", "push button", within=ask_to_end(app))
     expect("it ends well", app.ended() == 0)
 
     expect("one customer, offered from now on",

@@ -36,15 +36,6 @@ def choose(app, pop_up, item, within):
     wait_for(f"{pop_up} says {item}", lambda: says() == item)
 
 
-def cells(app, table, column):
-    """What a table's column reads, row by row."""
-    from gi.repository import Atspi
-    node = app.find(table, "table")
-    heads = [Atspi.Table.get_column_description(node, at) for at in range(Atspi.Table.get_n_columns(node))]
-    return [Atspi.Table.get_accessible_at(node, row, heads.index(column)).get_name()
-            for row in range(Atspi.Table.get_n_rows(node))]
-
-
 def test(desktop):
     os.environ["TZ"] = desktop.environment["TZ"]
     time.tzset()
@@ -72,7 +63,7 @@ def test(desktop):
     choose(app, "Customer filter", customer, window)
     focus(app.find("Hide sent", "check box"))
     app.keys("space")
-    wait_for("what is listed is what is not sent", lambda: cells(app, "Time log", "Duration") ==
+    wait_for("what is listed is what is not sent", lambda: app.cells("Time log", "Duration") ==
              [as_text(length) for length in unsent()])
 
     focus(app.find("Time log", "table"))
@@ -83,7 +74,7 @@ def test(desktop):
     app.type("2h05")
     app.keys("Return")
     wait_for("the corrected length in the file", lambda: 7500 in unsent())
-    wait_for("it is listed", lambda: "02:05:00" in cells(app, "Time log", "Duration"))
+    wait_for("it is listed", lambda: "02:05:00" in app.cells("Time log", "Duration"))
 
     app.focus_window("Work")
     app.keys("ctrl+r")
