@@ -291,6 +291,24 @@ def sending_without_a_program(day, vantor):
     expect("once", len(vantor.received()) == before + 1)
 
 
+def killed_while_sending(day, vantor):
+    """What was on its way is in doubt from then on, and a person is asked before it goes out again."""
+    with sqlite3.connect(day.document) as database:
+        database.execute("UPDATE TimePeriod SET dateSubmitted = 0 WHERE id = (SELECT max(id) FROM TimePeriod)")
+    before = len(vantor.received())
+    vantor.serve("--fault", "silent:12")  # the call that carries the record
+    day.app = day.desktop.start()
+    day.app.window(TITLE)
+    day.app.press("Send time", "push button")
+    day.app.press("Send", "push button", within=day.app.window("Send Time"))
+    in_doubt = lambda: day.rows("SELECT count(*) FROM TimePeriod WHERE sendingSince IS NOT NULL") == [(1,)]
+    wait_for("it is on its way", in_doubt)
+    day.app.kill()
+    vantor.serve()
+    expect("and in doubt", in_doubt() and "Did the time for" in day.send_from_terminal(4)["message"])
+    expect("so it is sent once at most", len(vantor.received()) <= before + 1)
+
+
 def test(desktop):
     (desktop.home / ".cache").mkdir()
     browser = Browser(desktop)
@@ -312,6 +330,7 @@ def test(desktop):
                sum(hours for _, hours in vantor.received()) == day.stamped_hours() == 4.5 + 3.25)
         a_vantor_that_does_not_answer(day, vantor)
         sending_without_a_program(day, vantor)
+        killed_while_sending(day, vantor)
 
 
 run(test)

@@ -58,7 +58,7 @@ QString questionOf(const TimeEntry& entry) {
 QString stateText(const LogRow& row) {
   if (!row.entry) return {};
   if (row.entry->sendingSince()) return whyHeld(TimeHold::InDoubt);
-  if (row.entry->isHalted()) return tr("Pendra ended while this was being timed. How long did it take?");
+  if (row.entry->isHalted()) return whyHeld(TimeHold::Halted);
   if (QString away = awayMark(*row.entry); !away.isEmpty()) return away;
   if (row.showsAsSent()) return {};
   if (QString lost = row.of ? lossText(*row.of) : QString(); !lost.isEmpty()) return lost;
