@@ -7,6 +7,7 @@ The kinds of start take turns in one run. Measured are the time from the start o
 screen, and, for the page, the processor time that the program itself uses in its first six seconds, in which the page
 starts: what the page costs the window shows there. Medians. The statistics go to a closed port of this machine.
 """
+import contextlib
 import ctypes
 import os
 import pathlib
@@ -60,11 +61,28 @@ class Screen:
         sys.exit("no window came")
 
 
+@contextlib.contextmanager
+def on_display():
+    """A display of its own, which every program that is started here opens on; its name."""
+    read_end, write_end = os.pipe()
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1000x24", "-nolisten", "tcp",
+                               "-noreset"],
+                              pass_fds=[write_end], stderr=subprocess.DEVNULL)
+    os.environ["DISPLAY"] = ":" + os.read(read_end, 16).decode().strip()
+    try:
+        yield os.environ["DISPLAY"]
+    finally:
+        server.terminate()
+        server.wait()
+
+
 def without_page(programs, folder):
     """A copy of the program that finds no page beside itself."""
-    (folder / "bin").mkdir(parents=True)
+    for name in ("bin/pendra", "libexec/pendra/pendra-windows"):
+        (folder / name).parent.mkdir(parents=True)
+        shutil.copy(programs.parent / name, folder / name)
     (folder / "share").symlink_to(programs.parent / "share")
-    return shutil.copy(programs / "pendra", folder / "bin" / "pendra")
+    return folder / "bin" / "pendra"
 
 
 def environment(home):
@@ -125,14 +143,8 @@ def report_page(measured):
 
 def main():
     programs, rounds = pathlib.Path(sys.argv[1]).resolve(), int(sys.argv[2]) if len(sys.argv) > 2 else 11
-    read_end, write_end = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1000x24", "-nolisten", "tcp",
-                               "-noreset"],
-                              pass_fds=[write_end], stderr=subprocess.DEVNULL)
-    os.environ["DISPLAY"] = ":" + os.read(read_end, 16).decode().strip()
-    screen = Screen(os.environ["DISPLAY"])
-    with tempfile.TemporaryDirectory(prefix="pendra-startup-") as scratch:
-        folder = pathlib.Path(scratch)
+    with on_display() as display, tempfile.TemporaryDirectory(prefix="pendra-startup-") as scratch:
+        screen, folder = Screen(display), pathlib.Path(scratch)
         env = environment(folder / "home")
         pendra = programs / "pendra"
         report_starts(in_turn(screen, {
@@ -145,7 +157,6 @@ def main():
             "with the page": [pendra, hours],
             "without": [without_page(programs, folder / "bare"), hours],
         }, rounds, env, OBSERVED))
-    server.terminate()
 
 
 if __name__ == "__main__":

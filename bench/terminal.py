@@ -6,6 +6,8 @@
 `pendra status` beside `plain-read`, which reads every row of the same file and does nothing else; `pendra start` and
 `stop` with the program running, beside `timew start` and `stop` where Timewarrior is installed. All take turns in one
 run. Medians, of the whole process each. What `start` and `stop` did is in the file when they return: that is checked.
+Timewarrior counts whole seconds and refuses an interval of none: each of the four begins in a second of its own, and
+the wait for that is no part of what is measured.
 """
 import json
 import os
@@ -29,6 +31,10 @@ def timed(command, env, status=0):
     if done.returncode != status:
         sys.exit(f"{command} ended with {done.returncode}: {done.stdout.decode()}")
     return time.monotonic() - begin, done.stdout
+
+
+def await_next_second():
+    time.sleep(1.01 - time.time() % 1)
 
 
 def in_turn(kinds, rounds):
@@ -84,6 +90,7 @@ def starting(programs, folder, env, rounds):
 
     def pendra(verb, then):
         def measure():
+            await_next_second()
             seconds, _ = timed([programs / "pendra", verb, "quitespecial"], env)
             if runs() != then:
                 sys.exit(f"the file does not hold what {verb} did")
@@ -96,8 +103,14 @@ def starting(programs, folder, env, rounds):
         timew = {**env, "TIMEWARRIORDB": str(folder / "timew")}
         (folder / "timew" / "data").mkdir(parents=True)
         (folder / "timew" / "timewarrior.cfg").touch()
-        kinds |= {"timew start": lambda: timed([other, "start", "special"], timew)[0],
-                  "timew stop": lambda: timed([other, "stop", "special"], timew)[0]}
+
+        def theirs(verb):
+            def measure():
+                await_next_second()
+                return timed([other, verb, "special"], timew)[0]
+            return measure
+
+        kinds |= {"timew start": theirs("start"), "timew stop": theirs("stop")}
     medians = in_turn(kinds, rounds)
     program.send_signal(signal.SIGTERM)
     program.wait()
