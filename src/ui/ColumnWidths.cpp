@@ -29,6 +29,7 @@ int beginOf(grid::Place place, int tableWidth) {
 
 void ColumnWidths::followTable() {
   weights_.clear();
+  measured_.assign(static_cast<std::size_t>(view_.tableModel().columnCount()), {});
   for (int column = 0; column < view_.tableModel().columnCount(); ++column) {
     weights_.push_back(view_.tableModel().head(column).weight);
     // What has the width of its content would come back to it at the next reset.
@@ -57,17 +58,30 @@ void ColumnWidths::distribute() {
   distributing_ = false;
 }
 
-int ColumnWidths::contentWidth(int column) const {
+QStringList ColumnWidths::widestTexts(int column) const {
   const TableModel& model = view_.tableModel();
   const ColumnHead& head = model.head(column);
   const bool isTime = head.kind == CellKind::Time || head.kind == CellKind::SecondaryTime;
-  QStringList texts = head.widest;
-  if (texts.isEmpty()) texts << (isTime ? QString() : model.text(0, column));
+  if (!head.widest.isEmpty()) return QStringList(head.title) + head.widest;
+  return {head.title, isTime ? QString() : model.text(0, column)};
+}
+
+int ColumnWidths::measure(int column, const QStringList& texts) const {
+  const CellKind kind = view_.tableModel().head(column).kind;
   int content = static_cast<RowHeader*>(view_.horizontalHeader())->naturalWidth(column);
-  for (const QString& text : std::as_const(texts)) {
-    content = std::max(content, RowDelegate::naturalWidth(head.kind, text, view_.font()));
+  for (qsizetype text = 1; text < texts.size(); ++text) {
+    content = std::max(content, RowDelegate::naturalWidth(kind, texts[text], view_.font()));
   }
-  return content + 100 - view_.contentRect(QRect(0, 0, 100, 100), column).width();
+  return content;
+}
+
+int ColumnWidths::contentWidth(int column) {
+  const QStringList texts = widestTexts(column);
+  Measured& measured = measured_[static_cast<std::size_t>(column)];
+  if (measured.texts != texts || measured.font != view_.font()) {
+    measured = {texts, view_.font(), measure(column, texts)};
+  }
+  return measured.width + 100 - view_.contentRect(QRect(0, 0, 100, 100), column).width();
 }
 
 void ColumnWidths::distributeByWeight() {
@@ -88,7 +102,7 @@ void ColumnWidths::distributeByWeight() {
   }
 }
 
-int ColumnWidths::gridWidth(int column) const {
+int ColumnWidths::gridWidth(int column) {
   const TableModel& model = view_.tableModel();
   const auto place = grid::placeOf(model.head(column).identifier);
   if (!place) return contentWidth(column);

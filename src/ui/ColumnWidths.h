@@ -1,7 +1,8 @@
 #pragma once
 
+#include <QFont>
 #include <QMap>
-#include <QString>
+#include <QStringList>
 #include <vector>
 
 namespace pendra {
@@ -30,15 +31,26 @@ class ColumnWidths {
   void distributeByWeight();
   void distributeOnGrid();
   [[nodiscard]] bool hasOwnWidth(int column) const;
-  [[nodiscard]] int contentWidth(int column) const;
-  [[nodiscard]] int gridWidth(int column) const;
+  /// The texts of a column of which one is the widest, its title first.
+  [[nodiscard]] QStringList widestTexts(int column) const;
+  [[nodiscard]] int measure(int column, const QStringList& texts) const;
+  [[nodiscard]] int contentWidth(int column);
+  [[nodiscard]] int gridWidth(int column);
   /// The column that takes what the others leave on the grid: the notes, or the last one before them.
   [[nodiscard]] int flexibleColumn() const;
   /// Takes so much off the columns of words, the widest first.
   void squeeze(int excess);
 
+  /// A width and what it was measured of: a window that comes up asks for the same ones many times.
+  struct Measured {
+    QStringList texts;
+    QFont font;
+    int width = 0;
+  };
+
   RowTableView& view_;
   std::vector<double> weights_;
+  std::vector<Measured> measured_;  // of each column
   QMap<QString, int> byHand_;
   bool onGrid_ = false;
   bool distributing_ = false;

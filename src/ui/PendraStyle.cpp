@@ -383,6 +383,14 @@ QSize PendraStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
   }
 }
 
+QIcon PendraStyle::standardIcon(StandardPixmap picture, const QStyleOption* option,
+                                const QWidget* widget) const {
+  // Every menu bar asks for it, though hardly one is too narrow; Qt's own would have it load all its readers
+  // of pictures before the first window comes.
+  if (picture == SP_ToolBarHorizontalExtensionButton) return chevronIcon();
+  return QProxyStyle::standardIcon(picture, option, widget);
+}
+
 int PendraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
   switch (metric) {
     case PM_IndicatorWidth:

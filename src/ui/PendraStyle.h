@@ -27,6 +27,8 @@ class PendraStyle final : public QProxyStyle {
                                      SubControl part, const QWidget* widget) const override;
   [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                                        const QWidget* widget) const override;
+  [[nodiscard]] QIcon standardIcon(StandardPixmap picture, const QStyleOption* option,
+                                   const QWidget* widget) const override;
   [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option,
                                 const QWidget* widget) const override;
   [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

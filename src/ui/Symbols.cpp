@@ -1,5 +1,7 @@
 #include "ui/Symbols.h"
 
+#include <QGuiApplication>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPen>
 #include <QPixmapCache>
@@ -7,6 +9,7 @@
 #include <QSvgRenderer>
 
 #include "platform/Text.h"
+#include "ui/Theme.h"
 
 namespace pendra {
 
@@ -60,6 +63,22 @@ QPixmap tinted(Symbol symbol, const QSize& pixels, const QColor& colour) {
   return pixmap;
 }
 
+class Chevron final : public QIconEngine {
+ public:
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+    const Colours& colours = Theme::colours(QGuiApplication::palette());
+    drawChevron(*painter, QRectF(rect).center(), mode == QIcon::Disabled ? colours.disabled : colours.quiet);
+  }
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    paint(&painter, pixmap.rect(), mode, state);
+    return pixmap;
+  }
+  [[nodiscard]] QIconEngine* clone() const override { return new Chevron; }
+};
+
 }  // namespace
 
 void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QColor& colour) {
@@ -76,6 +95,8 @@ void drawChevron(QPainter& painter, const QPointF& centre, const QColor& colour)
       QPolygonF{centre + QPointF(-3.5, -1.75), centre + QPointF(0, 1.75), centre + QPointF(3.5, -1.75)});
   painter.restore();
 }
+
+QIcon chevronIcon() { return QIcon(new Chevron); }
 
 QIcon programIcon() { return QIcon(drawingOfIcon(128)); }
 

@@ -10,6 +10,7 @@ EditorSheets::EditorSheets(TimerState& timer, CommandTarget& target, QWidget& wi
       timeEntryFlow_(timer, timeEntrySheet_.controller()) {
   QObject::connect(&activitySheet_, &ActivitySheet::serviceItemsWanted, &activitySheet_,
                    [this] { target_.perform(Command::ServicesList, &activitySheet_); });
+  if (timer.session().isStandalone()) hideSendingLabel();
 }
 
 }  // namespace pendra

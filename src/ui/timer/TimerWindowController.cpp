@@ -90,8 +90,7 @@ TimerWindowController::TimerWindowController(Session& session, CommandTarget& ta
       state_(session, *this),
       quickEntry_(new QuickEntryRow(state_, keyOf(target, Command::QuickEntry))),
       window_(makeWindow(session, quickEntry_, [this] { leave(); })),
-      log_(new LogPaneView(session, state_)),
-      editors_(std::make_unique<EditorSheets>(state_, target, *window_)) {
+      log_(new LogPaneView(session, state_)) {
   window_->setLog(log_, log_->makeSummary(), new GlanceView(state_.hours(), session));
   window_->setMenuBar(new MenuBar(target, window_.get()));
   window_->activityTable->setTable(state_.rows(), state_.selection());
@@ -194,7 +193,7 @@ void TimerWindowController::startUp() {
   halted_ = std::make_unique<HaltedNotice>(session_, [this](TimeEntry& entry) {
     state_.log().selectEntry(&entry);
     state_.setCurrentEntry(&entry);
-    editors_->showTimeEntrySheet();
+    editors().showTimeEntrySheet();
   });
   if (session_.context()) postUnknownFates(session_);
   tracker_ = startTracking({session_.ports().notifications, session_.ports().workspace,
@@ -259,12 +258,12 @@ void TimerWindowController::editSelected() {
   if (activitiesHadFocus()) {
     editActivity();
   } else {
-    editors_->showTimeEntrySheet();
+    editors().showTimeEntrySheet();
   }
 }
 
 void TimerWindowController::editTimeEntry() {
-  if (state_.log().selectedCount() == 1) editors_->showTimeEntrySheet();
+  if (state_.log().selectedCount() == 1) editors().showTimeEntrySheet();
 }
 
 bool TimerWindowController::finishEditing() { return log_->table().finishEditing(); }
@@ -290,7 +289,12 @@ void TimerWindowController::find() {
 
 void TimerWindowController::exportTimeLog() { log_->exportTimeLog(); }
 
-void TimerWindowController::showActivitySheet(bool forNew) { editors_->showActivitySheet(forNew); }
+void TimerWindowController::showActivitySheet(bool forNew) { editors().showActivitySheet(forNew); }
+
+EditorSheets& TimerWindowController::editors() {
+  if (!editors_) editors_ = std::make_unique<EditorSheets>(state_, target_, *window_);
+  return *editors_;
+}
 
 void TimerWindowController::bringToFront() {
   window_->show();

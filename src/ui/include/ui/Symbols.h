@@ -28,6 +28,8 @@ void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QCol
 
 /// The sign of what opens a list below itself.
 void drawChevron(QPainter& painter, const QPointF& centre, const QColor& colour);
+/// The same as an icon, which draws it when it is shown.
+[[nodiscard]] QIcon chevronIcon();
 
 /// The program's own sign, drawn anew at whatever size.
 [[nodiscard]] QIcon programIcon();

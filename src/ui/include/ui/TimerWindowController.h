@@ -77,6 +77,8 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   void pressCell(int row, const QString& identifier);
   void showDocumentState();
   void leave();
+  /// Made when the first of them is asked for: no window needs them to come up.
+  [[nodiscard]] EditorSheets& editors();
 
   Session& session_;
   CommandTarget& target_;
