@@ -87,9 +87,18 @@ def without_page(programs, folder):
 
 def environment(home):
     (home / ".config" / "com.corvel.pendra").mkdir(parents=True)
+    (home / "run").mkdir(mode=0o700)
     return {**os.environ, "HOME": str(home), "XDG_CONFIG_HOME": str(home / ".config"),
-            "XDG_CACHE_HOME": str(home / ".cache"), "QT_QPA_PLATFORM": "xcb", "LC_ALL": "C.UTF-8",
-            "PENDRA_ANALYTICS_ADDRESS": "http://127.0.0.1:9/"}
+            "XDG_CACHE_HOME": str(home / ".cache"), "XDG_RUNTIME_DIR": str(home / "run"), "QT_QPA_PLATFORM": "xcb",
+            "LC_ALL": "C.UTF-8", "PENDRA_ANALYTICS_ADDRESS": "http://127.0.0.1:9/"}
+
+
+def session_bus(env):
+    """A bus as every desktop has one; without it each start would wait for one to be launched."""
+    bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address=1"], env=env,
+                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+    env["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
+    return bus
 
 
 def processor_seconds(process):
@@ -143,9 +152,11 @@ def report_page(measured):
 
 def main():
     programs, rounds = pathlib.Path(sys.argv[1]).resolve(), int(sys.argv[2]) if len(sys.argv) > 2 else 11
-    with on_display() as display, tempfile.TemporaryDirectory(prefix="pendra-startup-") as scratch:
+    with on_display() as display, tempfile.TemporaryDirectory(prefix="pendra-startup-",
+                                                              ignore_cleanup_errors=True) as scratch:
         screen, folder = Screen(display), pathlib.Path(scratch)
         env = environment(folder / "home")
+        bus = session_bus(env)
         pendra = programs / "pendra"
         report_starts(in_turn(screen, {
             BARE: [programs / "bare-window"],
@@ -157,6 +168,9 @@ def main():
             "with the page": [pendra, hours],
             "without": [without_page(programs, folder / "bare"), hours],
         }, rounds, env, OBSERVED))
+        bus.terminate()
+        bus.wait()
+        time.sleep(1)  # what the bus had started goes with it, and takes what it had mounted away
 
 
 if __name__ == "__main__":

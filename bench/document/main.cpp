@@ -7,9 +7,11 @@
 #include <QFile>
 #include <QLineEdit>
 #include <algorithm>
+#include <array>
 
 #include "PlainDocument.h"
 #include "Ratio.h"
+#include "model/DurationText.h"
 #include "model/Report.h"
 #include "sample/SampleDocument.h"
 #include "support/SilentDisplay.h"
@@ -91,9 +93,12 @@ class DocumentBench {
     window.close();
   }
 
+  /// A row is six texts, so the plain loop makes those as well; it neither sorts nor compares nor tells
+  /// anybody.
   void reload() {
     TimerState state(test_.session, display_);
-    std::vector<std::pair<QString, double>> sums;
+    const Today today(test_.clock.now(), test_.calendar);
+    std::vector<std::array<QString, 6>> shown;
     bench::compare(
         "reload of the activities", 2,
         [&] {
@@ -101,12 +106,18 @@ class DocumentBench {
           state.rebuild();
         },
         [&] {
-          sums.clear();
+          shown.clear();
           for (const Activity* activity : context_->all<Activity>()) {
             if (activity->completed() != false) continue;
             double total = 0;
-            for (const TimeEntry* entry : activity->entries()) total += entry->storedDuration();
-            sums.emplace_back(queries::nameOf(activity->customer()), total);
+            double ofToday = 0;
+            for (const TimeEntry* entry : activity->entries()) {
+              total += entry->storedDuration();
+              if (today.contains(*entry->start())) ofToday += entry->storedDuration();
+            }
+            shown.push_back({queries::nameOf(activity->customer()), queries::nameOf(activity->job()),
+                             queries::nameOf(activity->service()), activity->notes().value_or(QString()),
+                             durationText(total), durationText(ofToday)});
           }
         });
   }
@@ -148,22 +159,32 @@ class DocumentBench {
     std::printf("%-28s %9.4f ms\n", "the footer's sums of it", median(took));
   }
 
+  /// A report sums by customer, job and service and by the week of each entry, and so does the plain loop; it
+  /// sorts nothing.
   void report() {
     const Instant now = test_.clock.now();
     ReportQuery query{.bars = BarUnit::Week};
     query.range = ReportRange::around(RangeKind::Year, test_.calendar.day(now), Qt::Monday);
     const Days year(query.range.first, query.range.last, test_.calendar);
-    QHash<QString, Hours> sums;
+    constexpr double kWeek = 7 * 24 * 60 * 60;
+    QHash<QString, QHash<QString, QHash<QString, Hours>>> sums;
+    QHash<QString, std::array<Length, 54>> weeks;
     bench::compare(
         "report of the year", 2, [&] { std::ignore = makeReport(*context_, query, now); },
         [&] {
           sums.clear();
+          weeks.clear();
           for (const Activity* activity : context_->all<Activity>()) {
             Hours hours;
+            auto& bars = weeks[queries::nameOf(activity->customer())];
             for (const TimeEntry* entry : activity->entries()) {
-              if (year.contain(entry->start())) hours.add(countedAt(now, *entry));
+              if (!year.contain(entry->start())) continue;
+              const CountedEntry counted = countedAt(now, *entry);
+              hours.add(counted);
+              bars[static_cast<std::size_t>((*entry->start() - year.begin()) / kWeek)] += counted.length;
             }
-            sums[queries::nameOf(activity->customer())] += hours;
+            sums[queries::nameOf(activity->customer())][queries::nameOf(activity->job())]
+                [queries::nameOf(activity->service())] += hours;
           }
         });
   }

@@ -12,6 +12,7 @@
 #include "ui/LogPaneView.h"
 #include "ui/RowTableView.h"
 #include "ui/Theme.h"
+#include "ui_core/LogRange.h"
 #include "ui_core/TimeLogExport.h"
 
 namespace pendra {
@@ -51,6 +52,7 @@ class LogBench {
     sorting();
     tick();
     exporting();
+    sending();
     scrolling();
     searching();
   }
@@ -85,8 +87,11 @@ class LogBench {
           log_.customerPicked(log_.customerPopup);
         },
         [&] {
-          rows = plain::rowsOf(context_, customer, calendar.startOfDay({2024, 1, 1}),
-                               calendar.startOfDay({2026, 7, 1}));
+          // The days are texts of two fields, which whoever filters has to read.
+          const auto first = readDateField(log_.startDateField, log_.dayReader());
+          const auto last = readDateField(log_.endDateField, log_.dayReader());
+          rows = plain::rowsOf(context_, customer, calendar.startOfDay(first->first),
+                               calendar.startOfDay(last->last.addDays(1)));
           plain::sortBy(rows, QStringLiteral("date"), calendar);
         });
     log_.clearFilters();
@@ -127,6 +132,23 @@ class LogBench {
           exportTimeLog(log_, progress);
         },
         [&] { plain::write(path, plain::exported(context_)); });
+  }
+
+  /// What the processor does when one entry more was sent, with and without the sent ones in the list.
+  void sending() {
+    if (!context_.save()) qFatal("not saved");
+    std::size_t next = 0;
+    for (const bool hides : {false, true}) {
+      log_.setHidesSubmitted(hides);
+      const double took = bench::medianProcessorMilliseconds(21, [&] {
+        TimeEntry& entry = *context_.all<TimeEntry>()[next += 7];
+        std::ignore =
+            context_.edit({}, {.undoable = false}, [&] { entry.setDateSubmitted(test_.clock.now()); });
+      });
+      std::printf("%-28s %9.2f ms of the processor\n", hides ? "one sent, sent ones hidden" : "one sent",
+                  took);
+    }
+    log_.setHidesSubmitted(false);
   }
 
   /// Each letter of a word with the painting of what it finds, beside a loop that looks at every entry.

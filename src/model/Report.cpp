@@ -1,5 +1,7 @@
 #include "model/Report.h"
 
+#include <QVarLengthArray>
+
 #include "model/Queries.h"
 
 namespace pendra {
@@ -12,7 +14,9 @@ struct Level {
   QString name;
 };
 
-std::vector<Level> levelsOf(const Activity& activity, GroupBy by) {
+using Levels = QVarLengthArray<Level, 3>;
+
+Levels levelsOf(const Activity& activity, GroupBy by) {
   const Level customer{GroupBy::Customer, queries::nameOf(activity.customer())};
   const Level job{GroupBy::Job, queries::nameOf(activity.job())};
   const Level service{GroupBy::Service, queries::nameOf(activity.service())};
@@ -83,17 +87,21 @@ class Builder {
       const auto& only = report_.query.customer;
       if (only && queries::nameOf(activity->customer()) != *only) continue;
       Hours hours;
-      std::vector<BarPart>* shares = nullptr;
+      Levels levels;
+      std::size_t place = 0;
       for (const TimeEntry* entry : activity->entries()) {
         const auto bar = barOf(entry->start());
         if (!bar) continue;
-        if (!shares) shares = &shares_[groupOf(*activity)];
+        if (levels.isEmpty()) {  // the first one: most activities have none in the range
+          levels = levelsOf(*activity, report_.query.by);
+          place = groupOf(*activity, levels.front());
+        }
         const CountedEntry counted = countedAt(now_, *entry);
         hours.add(counted);
-        BarPart& share = (*shares)[*bar];
+        BarPart& share = shares_[place][*bar];
         (counted.sent ? share.sent : share.notSent) += counted.length;
       }
-      if (shares) addToGroups(*activity, hours);
+      if (!levels.isEmpty()) addToGroups(*activity, levels, report_.groups[place], hours);
     }
     sortGroups(report_.groups);
     fillBars();
@@ -102,8 +110,7 @@ class Builder {
 
  private:
   /// The place of the activity's group at the top, as the groups came.
-  std::size_t groupOf(const Activity& activity) {
-    const Level level = levelsOf(activity, report_.query.by).front();
+  std::size_t groupOf(const Activity& activity, const Level& level) {
     const bool isJob = level.kind == GroupBy::Job;
     const QString customer = isJob ? queries::nameOf(activity.customer()) : QString();
     const auto known = places_.constFind({customer, level.name});
@@ -114,11 +121,10 @@ class Builder {
     return *places_.insert({customer, level.name}, place);
   }
 
-  void addToGroups(Activity& activity, const Hours& hours) {
+  void addToGroups(Activity& activity, const Levels& levels, ReportGroup& top, const Hours& hours) {
     report_.all += hours;
-    ReportGroup* group = &report_.groups[groupOf(activity)];
-    group->hours += hours;
-    const auto levels = levelsOf(activity, report_.query.by);
+    top.hours += hours;
+    ReportGroup* group = &top;
     for (auto level = levels.begin() + 1; level != levels.end(); ++level) {
       auto& within = group->groups;
       const auto known = std::find_if(within.begin(), within.end(),

@@ -37,6 +37,10 @@ bool renames(const ChangeSet& changes) {
          changes.changedAny<Service>("name");
 }
 
+bool isIn(const std::vector<TimeEntry*>& entries, const LogRow& row) {
+  return !entries.empty() && std::find(entries.begin(), entries.end(), row.entry.get()) != entries.end();
+}
+
 double lengthOf(const RowTable<LogRow>& table) {
   double sum = 0;
   for (const LogRow& row : table.rows()) sum += row.duration;
@@ -137,16 +141,19 @@ DayRange LogController::days() const {
 
 void LogController::documentEdited(const ChangeSet& changes) {
   const auto inserted = changes.inserted<TimeEntry>();
+  const auto moving = movingThroughFilters(changes);
   const bool comesOrGoes = !inserted.empty() || !changes.deleted<TimeEntry>().empty();
   if (concernsFilters(changes) || (comesOrGoes && filtersByName())) {
     reloadNamesFor(inserted);
-  } else if (inserted.size() > kMostRanges || movesThroughFilters(changes)) {
+  } else if (inserted.size() + moving.size() > kMostRanges) {
     rebuild();
   } else {
     const Notifier::Change change(contentsChanges);
-    rows_.removeWhere([](const LogRow& row) { return !row.entry; });
+    rows_.removeWhere(
+        [&](const LogRow& row) { return !row.entry || (isIn(moving, row) && !passesFilters(*row.entry)); });
     refreshRows(changes);
-    takeIn(inserted);
+    takeIn(inserted.copy());
+    takeIn(withoutRow(moving));
     if (renames(changes)) renameFilters(changes);
     if (renames(changes) || changes.changedAny<TimeEntry>("start")) rows_.sortAgain();
     secondsOfAll_ = lengthOf(rows_);
@@ -154,19 +161,33 @@ void LogController::documentEdited(const ChangeSet& changes) {
   }
 }
 
-/// Whether an entry may pass a filter now that held it back, or the other way round.
-bool LogController::movesThroughFilters(const ChangeSet& changes) const {
+std::vector<TimeEntry*> LogController::movingThroughFilters(const ChangeSet& changes) const {
   const bool filtersByDay = !startDateField.isEmpty() || !endDateField.isEmpty();
-  return (filtersByDay && changes.changedAny<TimeEntry>("start")) ||
-         (hidesSubmitted() && changes.changedAny<TimeEntry>("dateSubmitted"));
+  std::vector<TimeEntry*> moving;
+  for (TimeEntry* entry : changes.changed<TimeEntry>()) {
+    if ((filtersByDay && changes.changed(*entry, "start")) ||
+        (hidesSubmitted() && changes.changed(*entry, "dateSubmitted"))) {
+      moving.push_back(entry);
+    }
+  }
+  return moving;
 }
 
-void LogController::takeIn(const Objects<TimeEntry>& entries) {
-  const DayRange range = days();
+std::vector<TimeEntry*> LogController::withoutRow(std::vector<TimeEntry*> entries) {
+  for (const LogRow& row : rows_.all()) {
+    if (isIn(entries, row)) std::erase(entries, row.entry.get());
+  }
+  return entries;
+}
+
+bool LogController::passesFilters(TimeEntry& entry) const {
+  return entry.activity() && days().contains(entry) && passesNameFilters(entry) &&
+         !(hidesSubmitted() && rowOf(entry, {}).showsAsSent());
+}
+
+void LogController::takeIn(const std::vector<TimeEntry*>& entries) {
   for (TimeEntry* entry : entries) {
-    if (!entry->activity() || !range.contains(*entry)) continue;
-    LogRow row = rowOf(*entry, entry->activity());
-    if (!(hidesSubmitted() && row.showsAsSent())) rows_.insertSorted(std::move(row));
+    if (passesFilters(*entry)) rows_.insertSorted(rowOf(*entry, entry->activity()));
   }
 }
 

@@ -179,8 +179,9 @@ void LogController::sayNamesAreAll(const QString& text) {
 }
 
 bool LogController::passesNameFilters(const TimeEntry& entry) const {
+  if (!filtersByName()) return true;
   const auto filter = Predicate::parse(buildPredicate());
-  return !filtersByName() || (filter && entry.activity() && filter.value().matches(*entry.activity()));
+  return filter && entry.activity() && filter.value().matches(*entry.activity());
 }
 
 void LogController::showOnly(QDate first, QDate last, const std::optional<QString>& customer) {

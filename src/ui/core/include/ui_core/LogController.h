@@ -126,9 +126,13 @@ class LogController {
   void followDocument();
   void showWhatApplies();
   void documentEdited(const ChangeSet& changes);
-  [[nodiscard]] bool movesThroughFilters(const ChangeSet& changes) const;
-  /// Puts these new entries into the rows where a rebuild would list them.
-  void takeIn(const Objects<TimeEntry>& entries);
+  /// Entries that may pass a filter now that held them back, or the other way round.
+  [[nodiscard]] std::vector<TimeEntry*> movingThroughFilters(const ChangeSet& changes) const;
+  [[nodiscard]] std::vector<TimeEntry*> withoutRow(std::vector<TimeEntry*> entries);
+  /// Whether a rebuild would list it.
+  [[nodiscard]] bool passesFilters(TimeEntry& entry) const;
+  /// Puts these entries into the rows where a rebuild would list them.
+  void takeIn(const std::vector<TimeEntry*>& entries);
   void refreshRows(const ChangeSet& changes);
   /// What is chosen in the filters stays chosen under its new name.
   void renameFilters(const ChangeSet& changes);
