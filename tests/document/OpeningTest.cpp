@@ -69,6 +69,17 @@ TEST_F(Opening, LaunchHaltsWhatRan) {
   EXPECT_EQ(stored(path("Work.pdr"))->all<TimeEntry>()[0]->duration(), std::nullopt) << "nobody knows";
 }
 
+TEST_F(Opening, TheSettingsAreThoseOfTheFirstIdentity) {
+  write(path("Work.pdr"));
+  {
+    const auto context = stored(path("Work.pdr"));
+    context->fill([&] { queries::firstDocument(*context)->setIdentity(&context->insert<Identity>()); });
+    ASSERT_TRUE(context->save());
+  }
+  open("Work.pdr");
+  EXPECT_EQ(session.settings()->identity()->employeeName(), "Me");
+}
+
 TEST_F(Opening, ALastDocumentThatIsNoFileGivesTheDefaultOneAndIsNamed) {
   QDir().mkpath(path("folder.pdr"));
   QDir().mkpath(documentFolder(places));

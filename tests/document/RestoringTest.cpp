@@ -80,6 +80,7 @@ TEST_F(Restoring, TakesTheStateOfTheBackupAsOneStepAndLeavesTheWindows) {
   EXPECT_EQ(entries()[1]->activity(), activity);
   EXPECT_EQ(haltedEntries(*session.context()).entries.size(), 1U)
       << "what ran then is asked about as after a crash";
+  EXPECT_EQ(haltedEntries(*session.context()).until, backup.madeAt);
   EXPECT_NE(activity->completed(), true);
   EXPECT_EQ(queries::nameOf(activity->customer()), "Acme");
   EXPECT_EQ(session.context()->all<Customer>().size(), 1U);

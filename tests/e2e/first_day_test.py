@@ -72,8 +72,8 @@ def test(desktop):
 
     app.press("Cancel", "push button", within=ask_to_end(app))
     expect("a signal stores what there is before it asks",
-           desktop.rows(document, "SELECT running, Activity.notes FROM TimePeriod JOIN Activity ON Activity.id = activity")
-           == [(1, "Sketches")])
+           desktop.rows(document, "SELECT running, Activity.notes, aliveAt > start + 1 FROM Document, TimePeriod "
+                        "JOIN Activity ON Activity.id = activity") == [(1, "Sketches", 1)])
     wait_for("the timer runs on", lambda: elapsed(app) >= "00:00:05")
     app.press("OK", "push button", within=ask_to_end(app))
     expect("it ends well", app.ended() == 0)

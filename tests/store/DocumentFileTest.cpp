@@ -3,6 +3,8 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include <QtEndian>
+
 #include "store/PersistentStore.h"
 #include "support/ChildProcess.h"
 #include "support/Disk.h"
@@ -156,6 +158,43 @@ TEST_F(DocumentFile, RunsNothingThatItBrings) {
   ASSERT_TRUE(context->save());
   context.reset();
   EXPECT_EQ(opened()->all<Customer>().size(), 2U);
+}
+
+/// A page of a table whose many branches are one and the same page.
+QByteArray knot(quint32 page) {
+  constexpr qsizetype kPage = 4096;
+  constexpr quint16 kBranches = 600;
+  constexpr quint16 kBranchAt = kPage - 5;
+  QByteArray bytes(kPage, '\0');
+  bytes[0] = 5;
+  qToBigEndian<quint16>(kBranches, bytes.data() + 3);
+  qToBigEndian<quint16>(kBranchAt, bytes.data() + 5);
+  qToBigEndian<quint32>(page, bytes.data() + 8);
+  for (int i = 0; i < kBranches; ++i) qToBigEndian<quint16>(kBranchAt, bytes.data() + 12 + 2 * i);
+  qToBigEndian<quint32>(page, bytes.data() + kBranchAt);
+  return bytes;
+}
+
+TEST_F(DocumentFile, IsNotReadForEver) {
+  {
+    const auto context = opened();
+    context->insert<TimeEntry>();
+    ASSERT_TRUE(context->save());
+  }
+  EXPECT_TRUE(PersistentStore::tally(path(), TimeEntry::descriptor(), "duration"));
+  const int root = SQLite::Database(path().toStdString())
+                       .execAndGet("SELECT rootpage FROM sqlite_schema WHERE name = 'TimePeriod'")
+                       .getInt();
+  QByteArray bytes = contentsOf(path());
+  const auto pages = static_cast<quint32>(bytes.size() / 4096);
+  const qsizetype at = (root - 1) * qsizetype{4096};
+  bytes += bytes.mid(at, 4096) + knot(pages + 1) + knot(pages + 2);
+  bytes.replace(at, 4096, knot(pages + 3));
+  qToBigEndian<quint32>(pages + 3, bytes.data() + 28);
+  ASSERT_TRUE(writeFile(path(), bytes));
+  const auto tally = PersistentStore::tally(path(), TimeEntry::descriptor(), "duration");
+  ASSERT_FALSE(tally);
+  EXPECT_THAT(tally.error().text.toStdString(), HasSubstr("does not come to an end"));
 }
 
 // ---- what happens to the file while it is open

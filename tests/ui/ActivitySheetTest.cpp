@@ -310,6 +310,9 @@ TEST_F(ActivitySheetAtTheDesk, ANewOrDeletedEntryTakesNothingAwayThatIsBeingType
     desk.press(u"Add time entry"_s);
     EXPECT_EQ(desk.text(u"Start time"_s), "10:00") << "where the last one ends";
     EXPECT_EQ(desk.cell(kEntries, 1, kDuration), "02:30:00") << "what was typed is that entry's";
+    desk.typeInto(kDuration, u"-1"_s);
+    desk.press(u"Add time entry"_s);
+    EXPECT_EQ(desk.rows(kEntries), 3) << "none before that is mended";
     desk.alerts.willAnswer({u"Delete"_s});
     desk.press(u"Delete time entry"_s);
     EXPECT_EQ(desk.rows(kEntries), 2);

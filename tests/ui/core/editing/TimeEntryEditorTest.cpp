@@ -153,6 +153,14 @@ TEST_F(TimeEntryEditor, OnlyTouchedNamesAreWrittenAndConcernAllEntries) {
   EXPECT_EQ(other.job(), nullptr);
   EXPECT_EQ(other.service(), nullptr);
 
+  Activity& nobodys = test.addActivity(nullptr, nullptr);
+  editor.show(test.addEntry(nobodys, "2026-11-23T14:00:00Z", 60));
+  EXPECT_EQ(sheet.echoes.names.text, "This activity has no customer");
+  sheet.type(sheet.notesField, "Whose?");
+  ASSERT_TRUE(accept());
+  EXPECT_EQ(nobodys.customer(), nullptr);
+
+  editor.show(later);
   sheet.type(fields.servicePopup, "Design");
   EXPECT_EQ(sheet.echoes.names.text, "Changes all 2 entries of this activity");
   ASSERT_TRUE(accept());

@@ -53,9 +53,7 @@ class Halted : public testing::Test, protected TestSession {
     return titles;
   }
   void press(const QString& title) {
-    const NoticeAction action =
-        standing().at(0).actions.at(titles().indexOf(title));  // it may go with its notice
-    action.run();
+    session.notices().press(QStringLiteral("halted"), static_cast<std::size_t>(titles().indexOf(title)));
   }
   std::vector<std::optional<double>> durations() {
     std::vector<std::optional<double>> all;
