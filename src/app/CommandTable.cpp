@@ -48,10 +48,8 @@ void inTimerState(At at) {
 }
 template <auto Deed>
 void inListInFront(At at) {
-  ListEditorWindow* list = at.windows.listInFront();
-  if (!list) return;
-  list->bringToFront();  // nobody's ticks go unseen
-  (list->*Deed)();
+  // Which comes to the front first: nobody's ticks go unseen.
+  if (ListEditorWindow* list = at.windows.listInFront()) (list->*Deed)();
 }
 template <auto Deed>
 void inSession(At at) {
