@@ -214,7 +214,6 @@ void LogController::rebuild() {
   runningRows_.clear();
   rows_.setRows(std::move(rows));
   secondsOfAll_ = lengthOf(rows_);
-  updateRunningEntries();  // at once, not at the next tick
 }
 
 void LogController::updateRunningEntries() {
