@@ -59,6 +59,7 @@ QString requestPath(const QDBusConnection& bus, const QString& token) {
 }  // namespace
 
 KeySession::KeySession(const QDBusConnection& session, PortalKey& owner) : session_(session), owner_(owner) {
+  qDBusRegisterMetaType<QDBusObjectPath>();  // before a slot that takes one is connected
   qDBusRegisterMetaType<PortalShortcut>();
   qDBusRegisterMetaType<QList<PortalShortcut>>();
   session_.connect(kPortal, kPortalObject, kShortcuts, QStringLiteral("Activated"), this,

@@ -2,6 +2,7 @@
 
 #include <QDBusArgument>
 #include <QDBusConnectionInterface>
+#include <QDBusMetaType>
 #include <QVariantMap>
 #include <cmath>
 
@@ -58,6 +59,7 @@ void DesktopLook::set(const Wishes& look) {
 
 LookSettings::LookSettings(const QDBusConnection& session, PortalLook& owner)
     : session_(session), owner_(owner) {
+  qDBusRegisterMetaType<QDBusVariant>();  // nothing is connected to a slot with a type that nobody has named
   session_.connect(kPortal, kPortalObject, kSettings, QStringLiteral("SettingChanged"), this,
                    SLOT(changed(QString, QString, QDBusVariant)));
 }
