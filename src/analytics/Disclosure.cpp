@@ -10,6 +10,8 @@
 
 namespace pendra {
 
+bool areStatisticsInstalled() { return QFileInfo::exists(PageProcess::installed()); }
+
 QString statisticsDisclosure() {
   const QString text = tr(
       "%@ is told that Pendra or Vantor was started, that an activity was added, that one of nine windows of "
@@ -22,7 +24,7 @@ QString statisticsDisclosure() {
 }
 
 QString statisticsDisclosureHere() {
-  if (QFileInfo::exists(PageProcess::installed())) return statisticsDisclosure();
+  if (areStatisticsInstalled()) return statisticsDisclosure();
   return tr("The package pendra-statistics is not installed, so nothing is sent. "
             "With it:") +
          u' ' + statisticsDisclosure();

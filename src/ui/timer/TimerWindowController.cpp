@@ -13,6 +13,7 @@
 #include "TimerHeader.h"
 #include "TimerWindow.h"
 #include "analytics/Consent.h"
+#include "analytics/Disclosure.h"
 #include "analytics/StartTracking.h"
 #include "analytics/TrackerNotifications.h"
 #include "document/DocumentClosing.h"
@@ -217,7 +218,7 @@ void TimerWindowController::introduceWhenFree() {
 
 void TimerWindowController::tellOfStatistics() {
   Consent consent(session_.ports().defaults);
-  if (!consent.isNoticeDue()) return;
+  if (!areStatisticsInstalled() || !consent.isNoticeDue()) return;
   consent.noticeShown();
   session_.notices().post(
       {.key = QStringLiteral("statistics"),

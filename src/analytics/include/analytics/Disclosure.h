@@ -4,6 +4,9 @@
 
 namespace pendra {
 
+/// Whether what sends them is installed; without it there are none.
+[[nodiscard]] bool areStatisticsInstalled();
+
 /// Everything that usage statistics send, and to whom. The help says it in the same words.
 [[nodiscard]] QString statisticsDisclosure();
 
