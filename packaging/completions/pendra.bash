@@ -31,7 +31,7 @@ _pendra() {
       return
       ;;
   esac
-  local options='--appearance --in-panel --new --tour --version --help' commands='status log report start stop add export backup send'
+  local options='--appearance --in-panel --quick-entry --stop-all --new --tour --version --help' commands='status log report start stop add export backup send'
   case ${COMP_WORDS[1]} in
     log) options='--json --document --from --to --customer --unsent' ;;
     report) options='--json --document --from --to --by' ;;

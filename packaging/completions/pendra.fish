@@ -2,6 +2,8 @@
 complete -c pendra -f
 complete -c pendra -l appearance -x -a 'light dark' -d 'Light or dark, whatever the desktop says'
 complete -c pendra -l in-panel -d 'Begin without a window where there is a panel'
+complete -c pendra -l quick-entry -d 'Have the cursor in the quick entry'
+complete -c pendra -l stop-all -d 'Stop all that runs'
 complete -c pendra -l new -r -F -d 'Make that document and open it'
 complete -c pendra -l tour -x -a '(__fish_complete_directories)' -d 'Draw every window into a picture in that folder'
 complete -c pendra -l version -d 'Print the version and end'

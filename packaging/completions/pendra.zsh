@@ -29,6 +29,8 @@ fi
 _arguments \
   '--appearance[light or dark, whatever the desktop says]:appearance:(light dark)' \
   '--in-panel[begin without a window where there is a panel]' \
+  '--quick-entry[have the cursor in the quick entry]' \
+  '--stop-all[stop all that runs]' \
   '(*)--new[make that document and open it]:document:_files' \
   '(- *)--tour[draw every window into a picture in that folder]:folder:_files -/' \
   '(- *)--version[print the version and end]' \

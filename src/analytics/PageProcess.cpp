@@ -1,10 +1,10 @@
 #include "analytics/PageProcess.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+
+#include "platform/Resources.h"
 
 namespace pendra {
 
@@ -33,7 +33,7 @@ PageProcess::~PageProcess() {
 }
 
 QString PageProcess::installed() {
-  return QDir::cleanPath(QCoreApplication::applicationDirPath() + u"/../libexec/pendra/pendra-page");
+  return helperFolder() + u"/pendra-page";
 }
 
 void PageProcess::load(const QString& address, const QString& peer) {

@@ -11,7 +11,7 @@ namespace pendra {
 
 QString usage() {
   return tr(
-      "Usage: pendra [--appearance light|dark] [--in-panel] [FILE]\n"
+      "Usage: pendra [--appearance light|dark] [--in-panel] [--quick-entry | --stop-all] [FILE]\n"
       "       pendra --new FILE\n"
       "       pendra --tour DIR\n"
       "       pendra COMMAND [--json] [--document FILE]\n"
@@ -20,6 +20,8 @@ QString usage() {
       "  --new FILE            make that document and open it\n"
       "  --appearance A        light or dark, whatever the desktop says\n"
       "  --in-panel            begin without a window where the desktop has a panel\n"
+      "  --quick-entry         have the cursor in the quick entry\n"
+      "  --stop-all            stop all that runs, with the windows left where they are\n"
       "  --tour DIR            draw every window, and a day, into pictures in that folder; needs no display\n"
       "  --version, --help     print and end\n"
       "  --                    what follows is a FILE, whatever it begins with\n\n"
@@ -45,10 +47,12 @@ struct Options {
   QCommandLineOption newFile{QStringLiteral("new"), {}, QStringLiteral("FILE")};
   QCommandLineOption tour{QStringLiteral("tour"), {}, QStringLiteral("DIR")};
   QCommandLineOption inPanel{QStringLiteral("in-panel")};
+  QCommandLineOption quickEntry{actions::kQuickEntry};
+  QCommandLineOption stopAll{actions::kStopAll};
 
   void addTo(QCommandLineParser& parser) const {
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    parser.addOptions({help, version, appearance, newFile, tour, inPanel});
+    parser.addOptions({help, version, appearance, newFile, tour, inPanel, quickEntry, stopAll});
     // The toolkit's own, one of which a session manager gives when it starts the program again.
     for (const char* name : {"session", "platform", "style", "display", "geometry", "qwindowgeometry"}) {
       parser.addOption({QString::fromLatin1(name), {}, QStringLiteral("VALUE")});
@@ -85,10 +89,9 @@ QString whatIsWrong(const QCommandLineParser& parser) {
   return parser.errorText();
 }
 
-Result<std::optional<Appearance>> appearanceOf(const QString& name) {
-  if (name.isEmpty()) return std::optional<Appearance>();
-  if (name == u"light") return std::optional(Appearance::Light);
-  if (name == u"dark") return std::optional(Appearance::Dark);
+Result<std::optional<bool>> darknessOf(const QString& name) {
+  if (name.isEmpty()) return std::optional<bool>();
+  if (name == u"light" || name == u"dark") return std::optional(name == u"dark");
   return wrongUsage(formatted(tr("the appearance is light or dark, not “%@”"), {name}));
 }
 
@@ -100,6 +103,7 @@ Result<CommandLine> checkFile(CommandLine line, const QString& file) {
   if (!line.isNewFile && !exists) {
     return noDocument(tr("“%@” does not exist; pendra --new makes a document"), line.file);
   }
+  if (QFileInfo(line.file).isDir()) return noDocument(tr("“%@” is a folder, and no document"), line.file);
   return line;
 }
 
@@ -124,16 +128,21 @@ Result<CommandLine> readCommandLine(std::span<const char* const> arguments) {
   if (parser.isSet(options.help)) return CommandLine{.task = CommandLine::Task::SayHelp};
   if (parser.isSet(options.version)) return CommandLine{.task = CommandLine::Task::SayVersion};
   if (!understood) return wrongUsage(whatIsWrong(parser));
-  const auto appearance = appearanceOf(parser.value(options.appearance));
-  if (!appearance) return appearance.error();
-  CommandLine line{.appearance = appearance.value()};
+  const auto isDark = darknessOf(parser.value(options.appearance));
+  if (!isDark) return isDark.error();
+  CommandLine line{.isDark = isDark.value()};
   if (parser.isSet(options.tour)) {
     line.task = CommandLine::Task::DrawTour;
     line.tourFolder = parser.value(options.tour);
   }
   line.isNewFile = parser.isSet(options.newFile);
   line.isInPanel = parser.isSet(options.inPanel);
+  if (parser.isSet(options.quickEntry)) line.action = actions::kQuickEntry;
+  if (parser.isSet(options.stopAll)) line.action = actions::kStopAll;
   const QStringList files = parser.values(options.newFile) + parser.positionalArguments();
+  if (files.size() > 1 && !QFileInfo::exists(files.front())) {
+    return wrongUsage(formatted(tr("“%@” is neither a command nor a document"), {files.front()}));
+  }
   if (files.size() > 1) return wrongUsage(tr("one document at a time"));
   return checkFile(line, files.value(0));
 }

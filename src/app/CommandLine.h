@@ -8,7 +8,6 @@
 
 #include "orders/Order.h"
 #include "platform/Result.h"
-#include "ui/Theme.h"
 
 namespace pendra {
 
@@ -23,15 +22,22 @@ inline constexpr int kNoDocument = 4;  ///< the document cannot be used
 inline constexpr int kNoVantor = 5;    ///< Vantor cannot be used
 }  // namespace status
 
+/// What the desktop's menu for the program offers, by their names in the desktop entry.
+namespace actions {
+inline const QString kQuickEntry = QStringLiteral("quick-entry");
+inline const QString kStopAll = QStringLiteral("stop-all");
+}  // namespace actions
+
 /// What a start of the program was asked for.
 struct CommandLine {
   enum class Task { Run, DrawTour, SayVersion, SayHelp, Obey };
 
   Task task = Task::Run;
-  std::optional<Appearance> appearance{};
-  QString file{};          ///< absolute; empty: the document that was open last
-  bool isNewFile = false;  ///< the file is to be made
-  bool isInPanel = false;  ///< it begins without a window where a panel shows it
+  std::optional<bool> isDark{};  ///< the look that it is to have, whatever the desktop says
+  QString file{};                ///< absolute; empty: the document that was open last
+  bool isNewFile = false;        ///< the file is to be made
+  QString action{};              ///< of the desktop entry: what is to be done beside coming to the front
+  bool isInPanel = false;        ///< it begins without a window where a panel shows it
   QString tourFolder{};
   Order order{};  ///< what to obey
 };

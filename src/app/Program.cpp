@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QSessionManager>
 
+#include "CommandLine.h"
 #include "document/AutoSave.h"
 #include "document/DocumentLoading.h"
 #include "document/Documents.h"
@@ -15,6 +16,7 @@
 #include "platform/Preferences.h"
 #include "platform/Resources.h"
 #include "platform/Translation.h"
+#include "ui/Activation.h"
 #include "ui/IntroSheet.h"
 #include "ui/LogPaneView.h"
 #include "ui/TimerWindowController.h"
@@ -35,12 +37,6 @@ bool isInFront() {
 }
 
 }  // namespace
-
-ObjectModel loadObjectModel() {
-  QFile file(resourceFolder() + u"/Corvel.momd");
-  if (!file.open(QIODevice::ReadOnly)) qFatal("Unable to find DataModel in main bundle");
-  return objectModel(file.readAll());
-}
 
 Program::Program(Environment& environment)
     : environment_(environment),
@@ -116,9 +112,23 @@ void Program::goIntoPanel() {
   if (environment_.panel && environment_.panel->isThere()) windows_.hideTimerWindow();
 }
 
-void Program::openFromOutside(const QString& path) {
-  windows_.bringToFront();
-  if (!path.isEmpty()) whenNothingIsAsked([this, path] { commands_.openRecent(path); });
+void Program::openFromOutside(const StartRequest& request) {
+  if (request.action == actions::kStopAll) {
+    tellArrived(request.activation);
+  } else {
+    windows_.bringToFront(request.activation);
+  }
+  act(request.action);
+  if (!request.path.isEmpty()) {
+    whenNothingIsAsked([this, path = request.path] { commands_.openRecent(path); });
+  }
+}
+
+void Program::act(const QString& action) {
+  if (action == actions::kStopAll) whenNothingIsAsked([this] { stopAllActivities(session_); });
+  if (action == actions::kQuickEntry) {
+    whenNothingIsAsked([this] { commands_.perform(Command::QuickEntry, nullptr); });
+  }
 }
 
 void Program::askedToEnd() {

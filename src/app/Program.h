@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Commands.h"
+#include "DocumentModel.h"
 #include "Environment.h"
 #include "InPanel.h"
 #include "LinkServices.h"
@@ -17,6 +18,7 @@
 #include "document/AwayWatch.h"
 #include "document/IdleReminder.h"
 #include "document/Launch.h"
+#include "platform/SingleInstance.h"
 #include "ui_core/AskedOutside.h"
 #include "ui_core/AwayNotice.h"
 #include "ui_core/UndoHistory.h"
@@ -24,9 +26,6 @@
 class QSessionManager;
 
 namespace pendra {
-
-/// The model of every document, out of the resources; the program cannot run without it.
-[[nodiscard]] ObjectModel loadObjectModel();
 
 /// One at a time; made after the QApplication and gone before it.
 class Program {
@@ -41,8 +40,10 @@ class Program {
   void launch(const QString& file);
   /// Hides the timer window where a panel shows the program; whoever started it did not ask for a window.
   void goIntoPanel();
-  /// A second start handed its file over; an empty path only brings the windows to the front.
-  void openFromOutside(const QString& path);
+  /// A second start handed over what it was asked for; nothing of it only brings the windows to the front.
+  void openFromOutside(const StartRequest& request);
+  /// Does what the desktop's menu for the program offers; nothing for a name that is not in it.
+  void act(const QString& action);
 
   /// Asks for the end of the program: the menu, the last window, SIGTERM, SIGINT. Does nothing while a
   /// modal question is open or when the user cancels.

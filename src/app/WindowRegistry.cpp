@@ -1,15 +1,18 @@
 #include "WindowRegistry.h"
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QTimer>
 
 #include "LinkServices.h"
 #include "document/DocumentLoading.h"
 #include "document/Session.h"
 #include "platform/Resources.h"
+#include "ui/Activation.h"
 #include "ui/CommandTarget.h"
 #include "ui/CompletedWindow.h"
 #include "ui/FieldUndo.h"
@@ -41,6 +44,19 @@ class Retired final : public QObject {
  private:
   std::shared_ptr<void> window_;
 };
+
+/// Only a window that takes drops is told of what is dragged over it, beside where its fields are.
+void takeDrops(QWidget& shown) {
+  if (shown.windowType() == Qt::Window) shown.setAcceptDrops(true);
+}
+
+/// The document that is dragged, where it is one file alone; empty for anything else.
+QString draggedDocument(const QMimeData& data) {
+  const QList<QUrl> addresses = data.urls();
+  if (addresses.size() != 1 || !addresses.front().isLocalFile()) return {};
+  const QString path = addresses.front().toLocalFile();
+  return path.endsWith(u".pdr") || path.endsWith(u".pdrbackup") ? path : QString();
+}
 
 }  // namespace
 
@@ -187,6 +203,11 @@ bool WindowRegistry::eventFilter(QObject* watched, QEvent* event) {
       static_cast<QWidget*>(watched)->isWindow()) {
     endWithoutWindows();
   }
+  if (event->type() == QEvent::Show && watched->isWidgetType()) takeDrops(*static_cast<QWidget*>(watched));
+  if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove ||
+      event->type() == QEvent::Drop) {
+    return takesDocument(*event);
+  }
   if (event->type() == QEvent::Close && hideInstead(watched, *event)) return true;
   if (belongsToMenu(*event)) return true;
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1) {
@@ -208,15 +229,32 @@ bool WindowRegistry::hideInstead(QObject* watched, QEvent& closing) {
   return true;
 }
 
-void WindowRegistry::bringToFront() {
+void WindowRegistry::bringToFront(const QString& activation) {
   const bool asks = QApplication::activeModalWidget() != nullptr;
   if (!asks) ensureAWindow(*session_);
   if (!asks && isHidden()) show(WindowKind::Timer);
   for (QWidget* window : QApplication::topLevelWidgets()) {
     if (!window->isVisible() || window->windowType() == Qt::Popup) continue;
     window->raise();
-    window->activateWindow();
+    activate(*window, activation);
   }
+  tellArrived(activation);
+}
+
+/// A document that is dragged over a window opens, wherever it is dropped: a field would take its address for
+/// a text. While something is asked nothing is taken.
+bool WindowRegistry::takesDocument(QEvent& event) {
+  auto& drag = static_cast<QDropEvent&>(event);
+  const QString path = draggedDocument(*drag.mimeData());
+  if (path.isEmpty()) return false;
+  const bool mayOpen = !QApplication::activeModalWidget();
+  if (mayOpen) drag.setDropAction(Qt::CopyAction);
+  drag.setAccepted(mayOpen);
+  // Whoever drops waits for the end of the drop, and must not wait for the end of a question.
+  if (mayOpen && event.type() == QEvent::Drop) {
+    QTimer::singleShot(0, this, [this, path] { target_->openRecent(path); });
+  }
+  return true;
 }
 
 /// F1 where no menu bar answers it: in a sheet, in a window without one, and on an item of an open menu.

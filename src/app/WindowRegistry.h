@@ -40,8 +40,9 @@ class WindowRegistry final : public QObject, public Windows {
   void hideTimerWindow();
   /// Whether the timer window stands there unseen.
   [[nodiscard]] bool isHidden() const;
-  /// Shows what is open, and where to begin when nothing is; whatever asks stays in front.
-  void bringToFront();
+  /// Shows what is open, and where to begin when nothing is; whatever asks stays in front. By the leave that
+  /// the desktop gave to whoever asks for it, where it gave one.
+  void bringToFront(const QString& activation = {});
 
   /// Lets every window go, while the session still stands.
   void closeAll();
@@ -66,6 +67,7 @@ class WindowRegistry final : public QObject, public Windows {
   void endWithoutWindows();
   bool helpFor(QObject* watched);
   bool hideInstead(QObject* watched, QEvent& closing);
+  bool takesDocument(QEvent& drag);
   template <class Window, class Make>
   void open(std::unique_ptr<Window>& place, const Make& make);
   [[nodiscard]] WindowFrame frame() const;

@@ -4,10 +4,8 @@
 #include <QDBusConnectionInterface>
 #include <QDBusPendingCall>
 #include <QDBusPendingReply>
-#include <QDesktopServices>
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 #include <QUrl>
 
 #include "NameOwnerWatch.h"
@@ -15,8 +13,6 @@
 namespace pendra {
 
 namespace {
-
-bool openInDesktop(const QString& address) { return QDesktopServices::openUrl(QUrl(address)); }
 
 QString folderAddress(const QString& path) {
   return QUrl::fromLocalFile(QFileInfo(path).absolutePath()).toString(QUrl::FullyEncoded);
@@ -37,12 +33,6 @@ QString nameInDesktopEntry(const QString& path) {
 }
 
 }  // namespace
-
-std::unique_ptr<DesktopWorkspace> DesktopWorkspace::ofUser() {
-  return std::make_unique<DesktopWorkspace>(
-      QDBusConnection::sessionBus(), QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation),
-      openInDesktop);
-}
 
 DesktopWorkspace::DesktopWorkspace(const QDBusConnection& bus, QStringList applicationFolders, Opener opener)
     : bus_(std::make_unique<QDBusConnection>(bus)),

@@ -11,8 +11,9 @@ namespace pendra {
 
 namespace {
 
-/// Ends what is handed over, and is the answer of whoever has taken it.
+/// Ends each of what is handed over, and is the answer of whoever has taken it all.
 constexpr char kEnd = '\0';
+constexpr qsizetype kParts = 3;
 
 /// The lock says who runs; the socket only carries files to that instance. The lock of a process that
 /// died is stale and is taken over.
@@ -37,13 +38,15 @@ class FolderMeeting final : public SingleInstance::Meeting {
     return Becoming::Done;
   }
 
-  Handing handOver(const QString& path, std::chrono::milliseconds patience) override {
+  Handing handOver(const StartRequest& request, std::chrono::milliseconds patience) override {
     QDeadlineTimer end(patience);
     const auto left = [&end] { return static_cast<int>(end.remainingTime()); };
     QLocalSocket socket;
     socket.connectToServer(socketPath_);
     if (!socket.waitForConnected(left())) return Handing::NobodyThere;
-    socket.write(path.toUtf8() + kEnd);
+    for (const QString& part : {request.path, request.action, request.activation}) {
+      socket.write(part.toUtf8() + kEnd);
+    }
     return socket.waitForBytesWritten(left()) && socket.waitForReadyRead(left()) ? Handing::Done
                                                                                  : Handing::Unanswered;
   }
@@ -56,11 +59,11 @@ class FolderMeeting final : public SingleInstance::Meeting {
   void accept() {
     QLocalSocket* const socket = server_.nextPendingConnection();  // the server owns it
     const auto take = [this, socket] {
-      if (!socket->peek(socket->bytesAvailable()).endsWith(kEnd)) return;
-      const QByteArray path = socket->readAll().chopped(1);
+      if (socket->peek(socket->bytesAvailable()).count(kEnd) < kParts) return;
+      const QList<QByteArray> parts = socket->readAll().split(kEnd);
       socket->write(&kEnd, 1);
       socket->flush();
-      receive(QString::fromUtf8(path));
+      receive({QString::fromUtf8(parts[0]), QString::fromUtf8(parts[1]), QString::fromUtf8(parts[2])});
     };
     QObject::connect(socket, &QLocalSocket::readyRead, &server_, take);
     QObject::connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);

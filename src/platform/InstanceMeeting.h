@@ -2,8 +2,8 @@
 // The two places at which instances of the program can meet: the session bus, or a socket in a folder
 // of the user's own where there is no bus.
 
-#include <QStringList>
 #include <chrono>
+#include <vector>
 
 #include "platform/SingleInstance.h"
 
@@ -23,13 +23,13 @@ class SingleInstance::Meeting {
   enum class Handing {
     Done,
     NobodyThere,  ///< the other instance has ended
-    Unanswered,   ///< it has not said in time that it took the path; it may yet
+    Unanswered,   ///< it has not said in time that it took the request; it may yet
   };
 
   /// Becomes the one instance.
   virtual Becoming become() = 0;
-  /// Hands `path` to the instance that runs, which has so long to take it.
-  virtual Handing handOver(const QString& path, std::chrono::milliseconds patience) = 0;
+  /// Hands the request to the instance that runs, which has so long to take it.
+  virtual Handing handOver(const StartRequest& request, std::chrono::milliseconds patience) = 0;
   /// Why instances cannot meet.
   [[nodiscard]] virtual QString reason() const = 0;
 
@@ -39,11 +39,11 @@ class SingleInstance::Meeting {
 
  protected:
   /// Called for what a later start hands over.
-  void receive(const QString& path);
+  void receive(const StartRequest& request);
 
  private:
   Opener opener_;
-  QStringList waiting_;  ///< what came before somebody could open it
+  std::vector<StartRequest> waiting_;  ///< what came before somebody could carry it out
 };
 
 std::unique_ptr<SingleInstance::Meeting> meetOnBus(const QDBusConnection& bus);

@@ -1,6 +1,7 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusVirtualObject>
+#include <QHash>
 #include <QUrl>
 #include <QVariantMap>
 
@@ -14,17 +15,22 @@ namespace {
 
 /// The desktop's own interface for starting an application that may be running already.
 const QString kInterface = QStringLiteral("org.freedesktop.Application");
+/// The two names under which a start's leave to take the front travels.
+const QString kToken = QStringLiteral("activation-token");
+const QString kStartupId = QStringLiteral("desktop-startup-id");
 
 /// Pendra's object on the bus.
 class Application final : public QDBusVirtualObject {
  public:
-  explicit Application(std::function<void(const QString&)> received) : received_(std::move(received)) {}
+  explicit Application(std::function<void(const StartRequest&)> received) : received_(std::move(received)) {}
 
   [[nodiscard]] QString introspect(const QString&) const override {
     return u"<interface name=\"org.freedesktop.Application\">"
            "<method name=\"Activate\"><arg type=\"a{sv}\" direction=\"in\"/></method>"
            "<method name=\"Open\"><arg type=\"as\" direction=\"in\"/><arg type=\"a{sv}\" "
            "direction=\"in\"/></method>"
+           "<method name=\"ActivateAction\"><arg type=\"s\" direction=\"in\"/><arg type=\"av\" "
+           "direction=\"in\"/><arg type=\"a{sv}\" direction=\"in\"/></method>"
            "</interface>" +
            (offered_ ? offered_->introspection() : QString());
   }
@@ -33,23 +39,36 @@ class Application final : public QDBusVirtualObject {
 
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
     if (message.interface() != kInterface) return offered_ && offered_->answer(message, connection);
-    const bool opens = message.member() == u"Open" && message.signature() == u"asa{sv}";
-    const bool activates = message.member() == u"Activate" && message.signature() == u"a{sv}";
-    if (!opens && !activates) return false;
+    static const QHash<QString, QString> signatures{
+        {QStringLiteral("Activate"), QStringLiteral("a{sv}")},
+        {QStringLiteral("Open"), QStringLiteral("asa{sv}")},
+        {QStringLiteral("ActivateAction"), QStringLiteral("sava{sv}")}};
+    const auto signature = signatures.constFind(message.member());
+    if (signature == signatures.constEnd() || message.signature() != *signature) return false;
     connection.send(message.createReply());
-    if (activates) received_(QString());
-    if (opens) open(message.arguments().constFirst().toStringList());
+    const QVariant first = message.arguments().constFirst();
+    const auto desktop = qdbus_cast<QVariantMap>(message.arguments().constLast());
+    StartRequest request{.activation = desktop.value(kToken, desktop.value(kStartupId)).toString()};
+    if (message.member() == u"Open") {
+      open(first.toStringList(), request);
+    } else {
+      if (message.member() == u"ActivateAction") request.action = first.toString();
+      received_(request);
+    }
     return true;
   }
 
  private:
-  void open(const QStringList& addresses) {
+  void open(const QStringList& addresses, StartRequest request) {
     for (const QString& address : addresses) {
-      if (const QUrl url(address); url.isLocalFile()) received_(url.toLocalFile());
+      const QUrl url(address);
+      if (!url.isLocalFile()) continue;
+      request.path = url.toLocalFile();
+      received_(request);
     }
   }
 
-  std::function<void(const QString&)> received_;
+  std::function<void(const StartRequest&)> received_;
   BusInterface* offered_ = nullptr;
 };
 
@@ -64,7 +83,8 @@ class BusMeeting final : public SingleInstance::Meeting {
 
   Becoming become() override {
     // The object first: once the name is owned, a later start may call it at once.
-    auto application = std::make_unique<Application>([this](const QString& path) { receive(path); });
+    auto application =
+        std::make_unique<Application>([this](const StartRequest& request) { receive(request); });
     bus_.registerVirtualObject(identifiers::kBusObject, application.get());
     if (!bus_.registerService(identifiers::kPendra)) {
       bus_.unregisterObject(identifiers::kBusObject);
@@ -79,12 +99,21 @@ class BusMeeting final : public SingleInstance::Meeting {
     if (application_) application_->offer(interface);
   }
 
-  Handing handOver(const QString& path, std::chrono::milliseconds patience) override {
+  Handing handOver(const StartRequest& request, std::chrono::milliseconds patience) override {
+    const QString member = !request.action.isEmpty() ? QStringLiteral("ActivateAction")
+                           : !request.path.isEmpty() ? QStringLiteral("Open")
+                                                     : QStringLiteral("Activate");
     auto call =
-        QDBusMessage::createMethodCall(identifiers::kPendra, identifiers::kBusObject, kInterface,
-                                       path.isEmpty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
-    if (!path.isEmpty()) call << QStringList(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded));
-    call << QVariantMap();
+        QDBusMessage::createMethodCall(identifiers::kPendra, identifiers::kBusObject, kInterface, member);
+    if (!request.action.isEmpty()) {
+      call << request.action << QVariantList();
+    } else if (!request.path.isEmpty()) {
+      call << QStringList(QUrl::fromLocalFile(request.path).toString(QUrl::FullyEncoded));
+    }
+    QVariantMap desktop;
+    if (!request.activation.isEmpty())
+      desktop = {{kToken, request.activation}, {kStartupId, request.activation}};
+    call << desktop;
     call.setAutoStartService(false);
     const QDBusMessage reply = bus_.call(call, QDBus::Block, static_cast<int>(patience.count()));
     if (reply.type() != QDBusMessage::ErrorMessage) return Handing::Done;

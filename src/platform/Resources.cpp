@@ -5,9 +5,18 @@
 
 namespace pendra {
 
-QString resourceFolder() {
-  return QDir::cleanPath(QCoreApplication::applicationDirPath() + u"/../share/pendra");
+namespace {
+
+QString installation() {
+  const QString programs = QCoreApplication::applicationDirPath();
+  return QDir::cleanPath(programs + (programs.endsWith(u"/libexec/pendra") ? u"/../.." : u"/.."));
 }
+
+}  // namespace
+
+QString resourceFolder() { return installation() + u"/share/pendra"; }
+
+QString helperFolder() { return installation() + u"/libexec/pendra"; }
 
 QString translationFolder() { return resourceFolder() + u"/translations"; }
 

@@ -19,14 +19,14 @@ SingleInstance::SingleInstance(const QDBusConnection& bus, const QString& socket
 
 SingleInstance::~SingleInstance() = default;
 
-SingleInstance::Claim SingleInstance::claim(const QString& path) {
+SingleInstance::Claim SingleInstance::claim(const StartRequest& request) {
   // The other instance may end between the two questions; then this one takes its place.
   constexpr int kAttempts = 3;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const auto becoming = meeting_->become();
     if (becoming == Meeting::Becoming::Done) return Claim::First;
     if (becoming == Meeting::Becoming::Nowhere) break;
-    const auto handing = meeting_->handOver(path, patience_);
+    const auto handing = meeting_->handOver(request, patience_);
     if (handing == Meeting::Handing::Done) return Claim::HandedOver;
     if (handing == Meeting::Handing::Unanswered) return Claim::Unanswered;
   }
@@ -41,14 +41,14 @@ void SingleInstance::offer(BusInterface& interface) { meeting_->offer(interface)
 
 void SingleInstance::Meeting::setOpener(Opener opener) {
   opener_ = std::move(opener);
-  for (const QString& path : std::exchange(waiting_, {})) opener_(path);
+  for (const StartRequest& request : std::exchange(waiting_, {})) opener_(request);
 }
 
-void SingleInstance::Meeting::receive(const QString& path) {
+void SingleInstance::Meeting::receive(const StartRequest& request) {
   if (opener_) {
-    opener_(path);
+    opener_(request);
   } else {
-    waiting_ << path;
+    waiting_.push_back(request);
   }
 }
 

@@ -60,7 +60,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Given{"MissingFile", {"typo.txt"}, 4, "typo.txt"},
                     Given{"NewFile", {"--new", "next.pdr"}, 0, "next.pdr", Task::Run, true},
                     Given{"NewFileThatExists", {"--new", "day.pdr"}, 4, "exists already"},
-                    Given{"TwoFiles", {"day.pdr", "day.pdr"}, 2},
+                    Given{"TwoFiles", {"day.pdr", "day.pdr"}, 2, "one document"},
+                    Given{"NoCommand", {"strat", "acme"}, 2, "strat"}, Given{"Folder", {"."}, 4, "folder"},
                     Given{"NotText", {"caf\xe9.pdr"}, 4, "UTF-8"}),
     RowName());
 

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "CommandLine.h"
 #include "RunningProgram.h"
 #include "document/TimeAway.h"
 #include "support/Events.h"
@@ -137,7 +138,10 @@ TEST(Panel, KeepsTheWindowOnlyWhereItCanBeFoundAgain) {
   ASSERT_TRUE(closeWindow());
   program.panel.set(false);
   EXPECT_TRUE(program.window().isVisible()) << "what cannot be found is shown";
-  choose(u"Stop All"_s);
+  program.program.openFromOutside({.action = actions::kQuickEntry});
+  EXPECT_EQ(program.window().focusWidget(), program.window().findChild<QWidget*>(u"quickEntry"_s));
+  program.program.openFromOutside({.action = actions::kStopAll});
+  EXPECT_TRUE(program.context().flagged<TimeEntry>("running").empty());
   program.choose(u"Preferences"_s);  // with the last window the program would end
   program.window().close();
   QCoreApplication::processEvents();

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
 #include <QAccessible>
+#include <QDropEvent>
+#include <QMimeData>
 #include <csignal>
 
 #include "RunningProgram.h"
@@ -236,9 +238,22 @@ TEST(Windows, TheMenuIsAboutTheOpenDocumentAndTheListInFront) {
     });
     ASSERT_TRUE(made.value()->context()->save());
   }
-  leaveDocument(session);
+  // Dropped on a field, which would take its address for a text.
+  QMimeData dragged;
+  dragged.setUrls({QUrl::fromLocalFile(linked)});
+  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+  QDropEvent drop({5, 5}, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+  for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), &drop}) {
+    QApplication::sendEvent(program.window().findChild<QLineEdit*>(u"quickEntry"_s), event);
+    EXPECT_TRUE(event->isAccepted());
+  }
+  QTimer answering;
+  QObject::connect(&answering, &QTimer::timeout, &answering, [&] {
+    if (QMessageBox* const asks = program.alert()) RunningProgram::press(*asks, u"Continue"_s);
+  });
+  answering.start(20);
+  EXPECT_TRUE(eventually([&] { return session.document() && session.document()->path() == linked; }));
   settle();
-  ASSERT_TRUE(Documents(session).open(linked));
   EXPECT_TRUE(shown(u"Send All Time"_s));
 }
 

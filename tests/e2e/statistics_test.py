@@ -127,9 +127,12 @@ def tells_nothing_of_the_user(desktop, recorder, document):
 
 def works_without_the_page(desktop, recorder, document):
     bare = desktop.home / "bare" / "bin" / "pendra"
-    bare.parent.mkdir(parents=True)
-    shutil.copy(desktop.program, bare)
-    (bare.parents[1] / "share").symlink_to(pathlib.Path(desktop.program).parents[1] / "share")
+    installation = pathlib.Path(desktop.program).parents[1]
+    for name in ("bin/pendra", "libexec/pendra/pendra-windows"):
+        copy = bare.parents[1] / name
+        copy.parent.mkdir(parents=True)
+        shutil.copy(installation / name, copy)
+    (bare.parents[1] / "share").symlink_to(installation / "share")
     desktop.program = str(bare)
     before = len(recorder.bodies)
     preferences = desktop.home / ".config" / "com.corvel.pendra" / "defaults.ini"

@@ -30,12 +30,12 @@ class SingleInstanceTest : public testing::TestWithParam<Place> {
   }
 
   /// A later start with this path, in its own thread as another process would be.
-  Claim startLater(const QString& path) {
+  Claim startLater(const StartRequest& request) {
     auto bus = GetParam().hasBus ? bus_.connect() : QDBusConnection("none");
     std::atomic<Claim> claimed = Claim::Unanswered;
     const std::unique_ptr<QThread> later(QThread::create([&] {
       SingleInstance instance(bus, places_.path(""));
-      claimed = instance.claim(path);
+      claimed = instance.claim(request);
     }));
     later->start();
     EXPECT_TRUE(eventually([&] { return later->isFinished(); }));
@@ -46,19 +46,20 @@ class SingleInstanceTest : public testing::TestWithParam<Place> {
   PrivateBus bus_;
 };
 
-TEST_P(SingleInstanceTest, ALaterStartHandsItsFileToTheFirst) {
+TEST_P(SingleInstanceTest, ALaterStartHandsWhatItWasAskedForToTheFirst) {
   const auto first = start();
-  ASSERT_EQ(first->claim("/first.pdr"), Claim::First);
-  const QString path = QString::fromUtf8("/home/zoë/Hours & 100%#1.pdr");
-  EXPECT_EQ(startLater(path), Claim::HandedOver);
-  QStringList opened;
-  EXPECT_TRUE(eventually([&] {
-    first->setOpener([&](const QString& handed) { opened << handed; });
-    return !opened.isEmpty();
-  }));
-  EXPECT_EQ(startLater({}), Claim::HandedOver);
-  EXPECT_TRUE(eventually([&] { return opened.size() == 2; }));
-  EXPECT_EQ(opened, QStringList({path, QString()}));
+  ASSERT_EQ(first->claim({.path = "/first.pdr"}), Claim::First);
+  const std::vector<StartRequest> asked{
+      {.path = QString::fromUtf8("/home/zoë/Hours & 100%#1.pdr"), .activation = "panel-7_TIME4711"},
+      {.action = "stop-all"},
+      {.activation = "only to the front"},
+      {}};
+  EXPECT_EQ(startLater(asked.front()), Claim::HandedOver);  // before anybody can carry it out
+  std::vector<StartRequest> taken;
+  first->setOpener([&](const StartRequest& request) { taken.push_back(request); });
+  for (auto next = asked.begin() + 1; next != asked.end(); ++next)
+    EXPECT_EQ(startLater(*next), Claim::HandedOver);
+  EXPECT_TRUE(eventually([&] { return taken == asked; }));
 }
 
 TEST_P(SingleInstanceTest, TheNextStartAfterTheEndIsTheFirstAgain) {
@@ -72,11 +73,11 @@ TEST_P(SingleInstanceTest, OneThatDoesNotAnswerIsNotWaitedForAndStillTakesTheFil
   const auto first = start();
   ASSERT_EQ(first->claim({}), Claim::First);
   QStringList opened;
-  first->setOpener([&](const QString& handed) { opened << handed; });
+  first->setOpener([&](const StartRequest& request) { opened << request.path; });
   const std::unique_ptr<QThread> later(QThread::create([&] {
     SingleInstance second(GetParam().hasBus ? bus_.connect() : QDBusConnection("none"), places_.path(""),
                           std::chrono::milliseconds(50));
-    EXPECT_EQ(second.claim("/later.pdr"), Claim::Unanswered);
+    EXPECT_EQ(second.claim({.path = "/later.pdr"}), Claim::Unanswered);
   }));
   later->start();
   later->wait();  // meanwhile nothing of the first runs

@@ -8,9 +8,9 @@
 
 #include "CommandLine.h"
 #include "Deeds.h"
+#include "DocumentModel.h"
 #include "Facts.h"
 #include "PlainText.h"
-#include "Program.h"
 #include "RunningPendra.h"
 #include "SendAll.h"
 #include "document/DocumentFiles.h"
@@ -41,14 +41,21 @@ class Obeying {
 
   Result<QVariant> answer() {
     if (onlyAsks(order_.verb)) return read();
-    if (!running_.isThere()) return withoutProgram();
+    running_.emplace(QDBusConnection::sessionBus());
+    if (!running_->isThere()) return withoutProgram();
     if (!order_.document.isEmpty()) {
       if (auto same = hasDocument(order_.document); !same) return same.error();
     }
-    return asVariant(running_.obey(order_));
+    return asVariant(running_->obey(order_));
   }
 
  private:
+  /// Read where there is a document to read.
+  static const ObjectModel& model() {
+    static const ObjectModel model = loadObjectModel();
+    return model;
+  }
+
   /// The document that is meant where the program does not say which.
   Result<QString> document() const {
     if (!order_.document.isEmpty()) return order_.document;
@@ -62,7 +69,7 @@ class Obeying {
 
   /// Whether the running program has that document open.
   Result<void> hasDocument(const QString& path) const {
-    const auto open = running_.document();
+    const auto open = running_->document();
     if (!open) return open.error();
     if (isSameFile(open.value(), path)) return {};
     return refusal(Refusal::Refused, formatted(tr("“%@” is not the document that Pendra has open"), {path}));
@@ -76,13 +83,13 @@ class Obeying {
   Result<QString> look(ObjectContext& context) const {
     auto path = document();
     if (!path) return path;
-    if (const auto looked = PersistentStore::look(path.value(), context, model_); !looked)
+    if (const auto looked = PersistentStore::look(path.value(), context, model()); !looked)
       return unusable(path.value(), looked.error());
     return path;
   }
 
   Result<QVariant> read() const {
-    ObjectContext context(model_, clock_, calendar_);
+    ObjectContext context(model(), clock_, calendar_);
     const auto path = look(context);
     if (!path) return path.error();
     Order order = order_;
@@ -91,7 +98,7 @@ class Obeying {
   }
 
   Result<QVariant> withoutProgram() const {
-    ObjectContext context(model_, clock_, calendar_);
+    ObjectContext context(model(), clock_, calendar_);
     const auto path = look(context);  // before anything is started or written
     if (!path) return path.error();
     const auto starts = startsATimer(context);
@@ -100,17 +107,17 @@ class Obeying {
     if (path.value().endsWith(u".pdrbackup")) {
       return refusal(Refusal::NoDocument, tr("a backup is not worked on; open it in Pendra"));
     }
-    auto held = OpenDocument::read(path.value(), model_, clock_, calendar_);
+    auto held = OpenDocument::read(path.value(), model(), clock_, calendar_);
     if (!held) return unusable(path.value(), held.error());
     if (order_.verb == Verb::Send) {
-      return asVariant(orders::sendAllOf(std::move(held).value(), model_, clock_, calendar_));
+      return asVariant(orders::sendAllOf(std::move(held).value(), model(), clock_, calendar_));
     }
     return doTo(*held.value());
   }
 
   Result<QVariant> doTo(OpenDocument& document) const {
     if (order_.verb == Verb::Export) return asVariant(orders::exportLog(document, order_.text));
-    if (order_.verb == Verb::BackUp) return asVariant(orders::backUp(document, model_, order_.text));
+    if (order_.verb == Verb::BackUp) return asVariant(orders::backUp(document, model(), order_.text));
     if (order_.verb == Verb::Add) return asVariant(orders::add(document, order_.text, order_.create));
     const auto stopped = orders::stop(document, order_.text);
     if (!stopped) return stopped.error();
@@ -129,16 +136,15 @@ class Obeying {
     if (!hasDisplay()) {
       return refusal(Refusal::Refused, tr("Pendra does not run, and there is no display to start it on"));
     }
-    if (const auto launched = running_.launch(path); !launched) return launched.error();
+    if (const auto launched = running_->launch(path); !launched) return launched.error();
     if (auto same = hasDocument(path); !same) return same.error();
-    return asVariant(running_.obey(order_));
+    return asVariant(running_->obey(order_));
   }
 
   const Order& order_;
   SystemClock clock_;
   Calendar calendar_ = Calendar::ofSystem();
-  ObjectModel model_ = loadObjectModel();
-  RunningPendra running_{QDBusConnection::sessionBus()};
+  std::optional<RunningPendra> running_;  ///< where a running one was looked for
 };
 
 bool print(const QByteArray& bytes, std::FILE* to) {

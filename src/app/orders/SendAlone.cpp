@@ -1,3 +1,4 @@
+#include <QDBusConnection>
 #include <QThread>
 
 #include "SendAll.h"
@@ -46,13 +47,13 @@ Result<QVariantMap> sendAllOf(std::unique_ptr<OpenDocument> document, const Obje
   const Places places = Places::ofUser();
   UserDefaults defaults(places.defaultsFile());
   mergeByDefault(defaults);
-  const auto workspace = DesktopWorkspace::ofUser();
+  DesktopWorkspace workspace(QDBusConnection::sessionBus(), {}, [](const QString&) { return false; });
   ModalDepth modals;
   NotificationCenter notifications;
   Nobody nobody;
   UnaskedAlerts alerts(nobody);
   Session session(
-      {clock, calendar, places, defaults, alerts, nobody, *workspace, modals, notifications, nobody}, model);
+      {clock, calendar, places, defaults, alerts, nobody, workspace, modals, notifications, nobody}, model);
   session.open(std::move(document));
   ConnectionChecks checks(session, connectOverChannel(), nobody);
   ListSync lists(session, checks);

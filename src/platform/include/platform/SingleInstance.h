@@ -1,6 +1,6 @@
 #pragma once
 // One Pendra runs for each user. The first start owns Pendra's identifier on the session bus until it
-// ends; every later start hands its file to the first and ends at once.
+// ends; every later start hands what it was asked for to the first and ends at once.
 
 #include <QString>
 #include <chrono>
@@ -13,13 +13,22 @@ namespace pendra {
 
 class BusInterface;
 
-/// Makes this process the one that runs, or hands its file to the one that does. Without a session bus a
+/// What a start asks of the Pendra that runs.
+struct StartRequest {
+  QString path{};    ///< absolute; empty: the windows only come to the front
+  QString action{};  ///< of the desktop entry, by its name there
+  /// The desktop's leave to take the front, which it gave to this start.
+  QString activation{};
+
+  bool operator==(const StartRequest&) const = default;
+};
+
+/// Makes this process the one that runs, or hands its request to the one that does. Without a session bus a
 /// local socket named by the identifier does the same.
 class SingleInstance {
  public:
-  /// Told the file of a later start, absolute; empty when that start had none and only the window
-  /// should come to the front.
-  using Opener = std::function<void(const QString& path)>;
+  /// Told what a later start asks for.
+  using Opener = std::function<void(const StartRequest&)>;
 
   /// For the user who runs the program.
   SingleInstance();
@@ -32,12 +41,12 @@ class SingleInstance {
 
   enum class Claim {
     First,       ///< this process is the one that runs, or there is no way to find out, which is logged
-    HandedOver,  ///< another one has taken the path, and this one should end
-    Unanswered,  ///< another one runs and does not answer; it may take the path later
+    HandedOver,  ///< another one has taken the request, and this one should end
+    Unanswered,  ///< another one runs and does not answer; it may take the request later
   };
-  /// Finds out which process is the one that runs; another one is handed `path`, absolute or empty.
-  [[nodiscard]] Claim claim(const QString& path);
-  /// Sets who opens the files of later starts. What came before is told at once.
+  /// Finds out which process is the one that runs; another one is handed the request.
+  [[nodiscard]] Claim claim(const StartRequest& request);
+  /// Sets who carries out what later starts ask for. What came before is told at once.
   void setOpener(Opener opener);
 
   /// Offers an interface to everybody on the session bus, where there is one. It must outlive every event
