@@ -201,17 +201,6 @@ TEST(Windows, FindLeadsToTheSearchOfThePaneThatIsInFocus) {
   EXPECT_EQ(program.choose(u"Find"_s), u"Find"_s) << "nor is its item grey";
 }
 
-TEST(Windows, AListGoesWithItsDocument) {
-  RunningProgram program(&fillTwo);
-  Session& session = program.session();
-  program.choose(u"Customers and Jobs"_s);
-  ASSERT_TRUE(windowTitled(u"Customers and Jobs"_s));
-  program.window().close();
-  settle();
-  EXPECT_FALSE(windowTitled(u"Customers and Jobs"_s));
-  EXPECT_FALSE(session.document());
-}
-
 TEST(Windows, TheMenuIsAboutTheOpenDocumentAndTheListInFront) {
   RunningProgram program(&fillTwo);
   Session& session = program.session();
@@ -273,5 +262,18 @@ TEST(Windows, TheIntroductionWaitsForTheTimerWindowToBeInFront) {
   EXPECT_FALSE(eventually([&] { return introduction() != nullptr; }, 700)) << "to whom has activities";
 }
 
+/// The last of the process: the program quits with its last window, and then no further loop begins.
+TEST(Windows, AListGoesWithItsDocument) {
+  RunningProgram program(&fillTwo);
+  Session& session = program.session();
+  program.choose(u"Customers and Jobs"_s);
+  ASSERT_TRUE(windowTitled(u"Customers and Jobs"_s));
+  program.window().close();
+  settle();
+  EXPECT_FALSE(windowTitled(u"Customers and Jobs"_s));
+  EXPECT_FALSE(session.document());
+}
+
 }  // namespace
+
 }  // namespace pendra
