@@ -24,11 +24,10 @@ constexpr std::size_t kMostNamed = 5;
 // ---- what is one thing in both
 
 /// Whether two customers, jobs or service items of two states are one.
-template <class Record>
-bool isSameRecord(const Record* one, const Record* other) {
+bool isSameRecord(const ListRecord* one, const ListRecord* other) {
   if (!one || !other) return one == other;
   const auto id = one->vtObjectID();
-  const bool hasRecord = id && *id != u"0" && !id->isEmpty();
+  const bool hasRecord = id && *id != kLocalRecord && !id->isEmpty();
   return (hasRecord && id == other->vtObjectID()) || one->name() == other->name();
 }
 

@@ -16,8 +16,6 @@ namespace {
 using Rows = std::span<const VantorItem>;
 using Jobs = std::vector<Ref<Job>>;
 
-const QString kTypedIn = QStringLiteral("0");
-
 bool isEmpty(const std::optional<QString>& text) { return !text || text->isEmpty(); }
 
 Customer* customerWithRecord(const ObjectContext& context, const std::optional<QString>& vtObjectID) {
@@ -76,7 +74,7 @@ void moveJob(const ObjectContext& context, Job& job, const VantorItem& item) {
 void adoptByName(ObjectContext& context, Customer& typedIn) {
   if (!typedIn.name()) return;
   for (const Customer* other : queries::customersNamed(context, *typedIn.name()).copy()) {
-    if (other->vtObjectID() != kTypedIn) typedIn.setVtObjectID(other->vtObjectID());
+    if (other->vtObjectID() != kLocalRecord) typedIn.setVtObjectID(other->vtObjectID());
   }
 }
 
@@ -126,7 +124,7 @@ Jobs removeCustomersNotIn(ObjectContext& context, Rows list) {
     }
     context.deleteObject(*customer);
   }
-  for (Customer* typedIn : queries::customersWithRecord(context, kTypedIn).copy())
+  for (Customer* typedIn : queries::customersWithRecord(context, kLocalRecord).copy())
     adoptByName(context, *typedIn);
   return jobs;
 }

@@ -21,7 +21,4 @@ const EntityDescriptor& Customer::descriptor() {
   return kDescriptor;
 }
 
-void Customer::setName(std::optional<QString> name) { assign(name_, std::move(name)); }
-void Customer::setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
-
 }  // namespace pendra

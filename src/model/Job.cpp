@@ -18,9 +18,6 @@ const EntityDescriptor& Job::descriptor() {
   return kDescriptor;
 }
 
-void Job::setName(std::optional<QString> name) { assign(name_, std::move(name)); }
-void Job::setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
-
 Customer* Job::customer() const { return customer_.get(); }
 void Job::setCustomer(Customer* customer) { relate(customer_, customer); }
 

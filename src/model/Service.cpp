@@ -18,7 +18,4 @@ const EntityDescriptor& Service::descriptor() {
   return kDescriptor;
 }
 
-void Service::setName(std::optional<QString> name) { assign(name_, std::move(name)); }
-void Service::setVtObjectID(std::optional<QString> id) { assign(vtObjectID_, std::move(id)); }
-
 }  // namespace pendra

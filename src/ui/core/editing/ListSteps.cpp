@@ -9,13 +9,6 @@
 
 namespace pendra {
 
-namespace {
-
-/// The identifier of what exists only here.
-const QString kLocalRecord = QStringLiteral("0");
-
-}  // namespace
-
 qint64 indexOfName(const QStringList& items, const QString& text) {
   const qsizetype index = items.indexOf(text);
   return index < 0 ? kNotFound : index;
@@ -65,29 +58,26 @@ bool takesUnknownName(const Session& session, const std::function<void()>& refus
   return true;
 }
 
+ListRecord& makeLocal(ListRecord& record, const QString& name) {
+  record.setName(name);
+  record.setVtObjectID(kLocalRecord);
+  return record;
+}
+
 void addCustomer(ObjectContext& context, const QString& name) {
-  std::ignore = context.edit(tr("Add Customer"), [&] {
-    auto& customer = context.insert<Customer>();
-    customer.setName(name);
-    customer.setVtObjectID(kLocalRecord);
-    customer.setShown(true);
-  });
+  std::ignore =
+      context.edit(tr("Add Customer"), [&] { makeLocal(context.insert<Customer>(), name).setShown(true); });
 }
 
 void addService(ObjectContext& context, const QString& name) {
-  std::ignore = context.edit(tr("Add Service Item"), [&] {
-    auto& service = context.insert<Service>();
-    service.setName(name);
-    service.setVtObjectID(kLocalRecord);
-  });
+  std::ignore = context.edit(tr("Add Service Item"), [&] { makeLocal(context.insert<Service>(), name); });
 }
 
 void addJob(Customer& customer, const QString& name) {
   ObjectContext& context = *customer.context();
   std::ignore = context.edit(tr("Add Job"), [&] {
     auto& job = context.insert<Job>();
-    job.setName(name);
-    job.setVtObjectID(kLocalRecord);
+    makeLocal(job, name);
     job.setCustomer(&customer);
   });
 }

@@ -4,6 +4,7 @@
 #include "platform/Translation.h"
 #include "ui_core/ChangedObjects.h"
 #include "ui_core/ListController.h"
+#include "ui_core/ListSteps.h"
 #include "ui_core/RowTable.h"
 
 namespace pendra::lists {
@@ -31,13 +32,11 @@ Column<Row> shownColumn(bool (*isShown)(const Row&)) {
           .checked = isShown};
 }
 
-/// What a list writes into everything that the user adds; "0" is no record of Vantor's.
+/// What a list writes into everything that the user adds.
 template <class Named>
 Named& insertLocal(ObjectContext& context, const QString& name) {
   auto& made = context.insert<Named>();
-  made.setName(name);
-  made.setVtObjectID(QStringLiteral("0"));
-  made.setShown(true);
+  makeLocal(made, name).setShown(true);
   return made;
 }
 

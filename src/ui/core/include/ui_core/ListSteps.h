@@ -12,6 +12,7 @@
 namespace pendra {
 
 class Customer;
+class ListRecord;
 
 /// What `indexOfName` answers when there is no such item.
 inline constexpr qint64 kNotFound = std::numeric_limits<qint64>::max();
@@ -38,6 +39,8 @@ inline constexpr qint64 kNotFound = std::numeric_limits<qint64>::max();
 [[nodiscard]] bool takesUnknownName(const Session& session, const std::function<void()>& refuse,
                                     const std::function<bool()>& isWanted, const std::function<void()>& add);
 
+/// Names a new record as one that exists only here, and is none of Vantor's.
+ListRecord& makeLocal(ListRecord& record, const QString& name);
 /// New list entries that exist only here, each an edit. A customer is offered from now on. Kept: promised to
 /// those who keep the lists: a service item is not, until it is marked there.
 void addCustomer(ObjectContext& context, const QString& name);
