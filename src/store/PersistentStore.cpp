@@ -62,6 +62,11 @@ void readFirstPage(Connection& connection) {
   connection.database().exec("SELECT count(*) FROM sqlite_schema");
 }
 
+bool holdsMany(const EntityDescriptor& entity) {
+  return std::any_of(entity.properties.begin(), entity.properties.end(),
+                     [](const PropertyDescriptor& property) { return property.kind == Kind::ToMany; });
+}
+
 Result<void> checkPagesOf(const QString& path) {
   auto opened = Connection::open(path, SQLite::OPEN_READONLY, kOpenPatience);
   if (!opened) return opened.error();
@@ -295,6 +300,7 @@ Result<void> PersistentStore::readRows(ObjectContext& context) {
   return parts_->connection->guarded([&] {
     makeObjects(context);
     for (const auto& table : context.tables_) {
+      if (!holdsMany(table->entity())) continue;
       for (ManagedObject* object : table->objects()) RelationshipKeeper::squeeze(*object);
     }
     parts_->connection->database().exec("PRAGMA shrink_memory");
@@ -302,10 +308,6 @@ Result<void> PersistentStore::readRows(ObjectContext& context) {
 }
 
 void PersistentStore::makeObjects(ObjectContext& context) {
-  const auto adopt = [&](OwnedObject object, qint64 id) -> ManagedObject& {
-    if (id <= context.table(object->entity()).lastID() || id > kGreatestID) throwDamaged();
-    return context.adopt(std::move(object), id);
-  };
   struct Link {
     ManagedObject* owner;
     RowStatements::ToOne ends;
@@ -322,7 +324,14 @@ void PersistentStore::makeObjects(ObjectContext& context) {
     if (targets.lastID() < target) return links.push_back({&owner, ends, target});
     tie(targets, {&owner, ends, target});
   };
-  for (RowStatements& rows : parts_->tables) rows.readAll(adopt, link);
+  for (RowStatements& rows : parts_->tables) {
+    const ObjectTable& home = context.table(rows.entity());
+    const auto adopt = [&](OwnedObject object, qint64 id) -> ManagedObject& {
+      if (id <= home.lastID() || id > kGreatestID) throwDamaged();
+      return context.adopt(std::move(object), id);
+    };
+    rows.readAll(adopt, link);
+  }
   for (const Link& late : links) tie(context.table(late.ends.property->target()), late);
 }
 

@@ -94,21 +94,25 @@ class Rows {
   }
   /// None where NULL stands.
   [[nodiscard]] std::optional<qint64> integer(int column) const {
-    return isNull(column) ? std::nullopt
-                          : std::optional<qint64>(sqlite3_column_int64(statement_.get(), column));
+    sqlite3_value* value = valueOf(column);
+    return value ? std::optional<qint64>(sqlite3_value_int64(value)) : std::nullopt;
   }
   [[nodiscard]] std::optional<double> number(int column) const {
-    return isNull(column) ? std::nullopt : std::optional(sqlite3_column_double(statement_.get(), column));
+    sqlite3_value* value = valueOf(column);
+    return value ? std::optional(sqlite3_value_double(value)) : std::nullopt;
   }
   [[nodiscard]] std::optional<QString> text(int column) const {
-    if (isNull(column)) return std::nullopt;
-    const auto* letters = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
-    return QString::fromUtf8(letters, sqlite3_column_bytes(statement_.get(), column));
+    sqlite3_value* value = valueOf(column);
+    if (!value) return std::nullopt;
+    const auto* letters = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    return QString::fromUtf8(letters, sqlite3_value_bytes(value));
   }
 
  private:
-  [[nodiscard]] bool isNull(int column) const {
-    return sqlite3_column_type(statement_.get(), column) == SQLITE_NULL;
+  /// One look at the row for what it holds and of what type; none where NULL stands.
+  [[nodiscard]] sqlite3_value* valueOf(int column) const {
+    sqlite3_value* value = sqlite3_column_value(statement_.get(), column);
+    return sqlite3_value_type(value) == SQLITE_NULL ? nullptr : value;
   }
 
   sqlite3* database_;
