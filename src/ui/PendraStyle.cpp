@@ -23,6 +23,7 @@ constexpr int kScrollBar = 12;
 constexpr int kFieldPadding = 6;
 constexpr int kArrowWidth = 24;
 constexpr int kListItemHeight = 26;
+constexpr int kMenuPlateGap = 4;
 constexpr int kTabHeight = 36;
 constexpr int kTabPadding = 4;  // beside the style's own; a bold word is wider
 
@@ -183,6 +184,52 @@ void drawMenuBarItem(QPainter& painter, const QStyleOptionMenuItem& item) {
   painter.drawText(item.rect, flags, item.text);
 }
 
+/// What stands left of the words of a menu: a box to tick, or the desktop's own sign for a command.
+void drawMenuSign(QPainter& painter, const QRect& place, const QStyleOptionMenuItem& item) {
+  const Colours& colours = Theme::colours(item.palette);
+  const bool enabled = item.state & QStyle::State_Enabled;
+  if (item.checkType == QStyleOptionMenuItem::NotCheckable) {
+    item.icon.paint(&painter, place, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
+  } else {
+    const QColor colour = !enabled ? colours.disabled : item.checked ? colours.link : colours.frame;
+    drawSymbol(painter, place, item.checked ? Symbol::CheckOn : Symbol::CheckOff, colour);
+  }
+}
+
+/// Words left, the key quiet at the right edge, and a plate around what would be chosen.
+void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, bool showsLetters) {
+  const Colours& colours = Theme::colours(item.palette);
+  const QRect plate = item.rect.adjusted(kMenuPlateGap, 0, -kMenuPlateGap, 0);
+  painter.fillRect(item.rect, colours.base);
+  if (item.menuItemType == QStyleOptionMenuItem::Separator) {
+    return painter.fillRect(QRect(plate.left(), plate.center().y(), plate.width(), 1), colours.dayLine);
+  }
+  const bool enabled = item.state & QStyle::State_Enabled;
+  const bool chosen = enabled && item.state & QStyle::State_Selected;
+  if (chosen) drawRounded(painter, plate, colours.selection, {});
+  QRect room = plate.adjusted(metrics::kGrid, 0, -metrics::kGrid, 0);
+  if (item.menuHasCheckableItems || item.maxIconWidth > 0) {
+    drawMenuSign(painter, {room.left(), room.center().y() - kIndicator / 2 + 1, kIndicator, kIndicator},
+                 item);
+    room.setLeft(room.left() + kIndicator + metrics::kGrid);
+  }
+  const QStringList parts = item.text.split(u'\t');
+  const int letters = showsLetters ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
+  painter.setFont(item.font);
+  painter.setPen(enabled ? colours.text : colours.disabled);
+  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | letters, parts[0]);
+  if (item.menuItemType == QStyleOptionMenuItem::SubMenu) {
+    painter.save();
+    painter.translate(room.right() - 2, QRectF(room).center().y());
+    painter.rotate(-90);
+    drawChevron(painter, {}, painter.pen().color());
+    painter.restore();
+  }
+  if (parts.size() < 2) return;
+  if (enabled && !chosen) painter.setPen(colours.quiet);
+  painter.drawText(room, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, parts[1]);
+}
+
 /// A tab is a word; the one that is shown is bold over a line in the colour of where one is.
 void drawTab(QPainter& painter, const QStyleOptionTab& tab) {
   const Colours& colours = Theme::colours(tab.palette);
@@ -253,6 +300,11 @@ void PendraStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
       painter->setPen(Theme::colours(option->palette).dayLine);
       painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
       return;
+    case PE_PanelMenu:
+      return painter->fillRect(option->rect, Theme::colours(option->palette).base);
+    case PE_FrameMenu:
+      painter->setPen(Theme::colours(option->palette).dayLine);
+      return painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
     case PE_FrameDefaultButton:
       return;
     case PE_IndicatorCheckBox:
@@ -276,6 +328,9 @@ void PendraStyle::drawControl(ControlElement element, const QStyleOption* option
                               const QWidget* widget) const {
   const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
   if (element == CE_MenuBarItem && item) return drawMenuBarItem(*painter, *item);
+  if (element == CE_MenuItem && item) {
+    return drawMenuItem(*painter, *item, styleHint(SH_UnderlineShortcut, option, widget, nullptr) != 0);
+  }
   const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option);
   if (element == CE_TabBarTab && tab) return drawTab(*painter, *tab);
   if (element == CE_MenuBarEmptyArea) return drawMenuBarPart(*painter, *option);
@@ -377,7 +432,8 @@ QSize PendraStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
     case CT_MenuBarItem:
       return size.expandedTo({0, metrics::kControlHeight});
     case CT_MenuItem:
-      return size.expandedTo({0, size.height() > metrics::kGrid + 4 ? metrics::kControlHeight - 2 : 0});
+      return QSize(size.width() + metrics::kGrid, size.height())
+          .expandedTo({0, size.height() > metrics::kGrid + 4 ? metrics::kControlHeight - 2 : 0});
     default:
       return size;
   }
@@ -406,6 +462,10 @@ int PendraStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, con
                                                     : QProxyStyle::pixelMetric(metric, option, widget);
     case PM_DefaultFrameWidth:
       return isTextArea(widget) ? 3 : QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_MenuPanelWidth:
+      return 1;
+    case PM_MenuVMargin:
+      return kMenuPlateGap;
     case PM_ScrollBarExtent:
       return kScrollBar;
     case PM_LayoutLeftMargin:

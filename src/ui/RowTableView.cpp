@@ -48,6 +48,10 @@ RowTableView::RowTableView(QWidget* parent)
   connect(&empty_->button(), &QPushButton::clicked, this, &RowTableView::emptyButtonClicked);
   connect(&empty_->helpButton(), &QPushButton::clicked, this, &RowTableView::emptyHelpClicked);
   makeHeads();
+  // What is scrolled takes the ring along.
+  connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+    if (hasFocus()) viewport()->update();
+  });
 }
 
 RowTableView::~RowTableView() = default;
@@ -99,7 +103,10 @@ void RowTableView::connectTable() {
           qOverload<>(&QWidget::update));
   anchor_ = std::make_unique<ScrollAnchor>(*this);
   shownColumns_ = model_->shownColumnsChanges.observe([this] { showColumns(); });
-  selectionChanges_ = selection_->changes.observe([this] { Q_EMIT selectionChanged(); });
+  selectionChanges_ = selection_->changes.observe([this] {
+    viewport()->update();  // the ring around all of it comes or goes
+    Q_EMIT selectionChanged();
+  });
 }
 
 /// Some widths are those of what the rows show.

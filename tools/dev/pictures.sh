@@ -15,7 +15,7 @@ trap 'rm -rf "$album"' EXIT
 
 mkdir -p "$book" "$readme"
 rm -f "$book"/*.png "$readme"/*.png
-cp "$album"/timer-window-{light,dark}.png "$readme"
+cp "$album"/{timer-window,report}-{light,dark}.png "$readme"
 for plain in "$album"/*-light.png "$album"/*-dark.png; do
   grep -q "pictures/$(basename "$plain")" "$book/../PendraHelp1_0.htm" || continue
   [[ $plain != */day-* ]] || continue # they are of a day, not of the book
