@@ -152,8 +152,7 @@ void walk(RunningProgram& program, Reader& reader) {
   for (const Menu& menu : allMenus()) {
     for (const CommandRow& row : menu.rows) {
       if (row.command == Command::Quit || row.command == Command::Close || row.command == Command::Open ||
-          row.command == Command::New ||
-          row.command == Command::ChooseKey) {  // and no desktop is here to ask for a key
+          row.command == Command::New) {
         continue;
       }
       program.activities().selectRow(0);

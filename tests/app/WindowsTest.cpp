@@ -244,6 +244,14 @@ TEST(Windows, TheMenuIsAboutTheOpenDocumentAndTheListInFront) {
   EXPECT_TRUE(eventually([&] { return session.document() && session.document()->path() == linked; }));
   settle();
   EXPECT_TRUE(shown(u"Send All Time"_s));
+  leaveDocument(session);
+  settle();
+  for (const Command command :
+       {Command::QuickEntry, Command::Restore, Command::Report, Command::ToggleTimer, Command::UpdateLists}) {
+    program.program.commands().perform(command, nullptr);
+  }
+  EXPECT_FALSE(windowTitled(u"Restore"_s) || windowTitled(u"Report"_s)) << "not by another way either";
+  EXPECT_FALSE(session.ports().windows.isOpen(WindowKind::Timer));
 }
 
 TEST(Windows, TheIntroductionWaitsForTheTimerWindowToBeInFront) {
