@@ -153,7 +153,7 @@ TEST_F(LogPaneWidget, StandsOnTheGridWhateverIsShown) {
     }
     EXPECT_EQ(content("submitted").right(), width - 1 - 16);
   }
-  pane->resize(730, 400);
+  table.resize(730, 300);
   EXPECT_NEAR(content("customer").width(), content("service").width(), 1) << "the widest give way together";
   QMenu menu;
   table.addColumnChoices(menu);
