@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QSessionManager>
 
 #include "CommandLine.h"
@@ -20,6 +22,7 @@
 #include "ui/IntroSheet.h"
 #include "ui/LogPaneView.h"
 #include "ui/TimerWindowController.h"
+#include "ui_core/UnaskedEnd.h"
 
 namespace pendra {
 
@@ -29,6 +32,15 @@ namespace {
 constexpr std::chrono::milliseconds kBetweenLooks{200};
 /// How long a question is waited for when the program was told to end.
 constexpr std::chrono::seconds kUntilUnanswered{3};
+
+/// Whether a sheet stands whose texts go with the program.
+bool isTypedIntoSheet() {
+  const auto all = QApplication::topLevelWidgets();
+  return std::any_of(all.begin(), all.end(), [](const QWidget* top) {
+    return top->isVisible() && top->isModal() && !qobject_cast<const QFileDialog*>(top) &&
+           top->findChild<QLineEdit*>();
+  });
+}
 
 /// A window that was hidden as soon as it came may be taken for the active one still.
 bool isInFront() {
@@ -106,22 +118,27 @@ Program::~Program() {
   environment_.alerts.setTimerWindow({});
 }
 
-void Program::launch(const QString& file) { launch_.launch(file); }
+void Program::launch(const QString& file) {
+  launch_.launch(file);
+  tellOfUnaskedEnd(session_);
+}
 
 void Program::goIntoPanel() {
   if (environment_.panel && environment_.panel->isThere()) windows_.hideTimerWindow();
 }
 
 void Program::openFromOutside(const StartRequest& request) {
+  wanted_ = request;
   if (request.action == actions::kStopAll) {
     tellArrived(request.activation);
   } else {
     windows_.bringToFront(request.activation);
   }
   act(request.action);
-  if (!request.path.isEmpty()) {
-    whenNothingIsAsked([this, path = request.path] { commands_.openRecent(path); });
-  }
+  whenNothingIsAsked([this, path = request.path] {
+    wanted_.reset();
+    if (!path.isEmpty()) commands_.openRecent(path);
+  });
 }
 
 void Program::act(const QString& action) {
@@ -145,7 +162,8 @@ void Program::askedToEnd() {
 
 void Program::endUnasked() {
   isTerminating_ = true;
-  std::ignore = windows_.finishEditing();
+  const bool losesTyping = !windows_.finishEditing() || isTypedIntoSheet();
+  stopUnasked(session_, losesTyping);
   prepareEnd();
   saveContextOrLog(session_);
   rescue(session_);
@@ -196,7 +214,7 @@ void Program::prepareEnd() {
 
 void Program::endOfSession(QSessionManager& manager) {
   if (!manager.allowsInteraction()) {
-    stopAllActivities(session_);
+    stopUnasked(session_, isTypedIntoSheet());
     saveContextOrLog(session_);
     return rescue(session_);
   }

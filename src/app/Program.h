@@ -42,6 +42,8 @@ class Program {
   void goIntoPanel();
   /// A second start handed over what it was asked for; nothing of it only brings the windows to the front.
   void openFromOutside(const StartRequest& request);
+  /// What such a start asked for while the program was ending, and nobody has done.
+  [[nodiscard]] const std::optional<StartRequest>& wanted() const { return wanted_; }
   /// Does what the desktop's menu for the program offers; nothing for a name that is not in it.
   void act(const QString& action);
 
@@ -90,6 +92,7 @@ class Program {
   IdleReminder reminder_;
   SignalWatcher signals_;
   std::vector<std::function<void()>> waits_;  ///< these requests, in the order in which they came
+  std::optional<StartRequest> wanted_;
   QTimer waiting_;
   QTimer unanswered_;
   bool isTerminating_ = false;

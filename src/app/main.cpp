@@ -1,6 +1,7 @@
 // The program with the windows, which "pendra" becomes where a terminal's answer is not enough.
 
 #include <QApplication>
+#include <QProcess>
 
 #include "Program.h"
 #include "Terminal.h"
@@ -49,17 +50,13 @@ pendra::Result<void> makeFile(const CommandLine& line) {
   return made ? pendra::Result<void>() : made.error();
 }
 
-int runProgram(const CommandLine& line, const QString& activation) {
-  if (const auto made = makeFile(line); !made) {
-    return refuse(line.file + u": " + made.error().text, status::kNoDocument);
-  }
-  using Claim = pendra::SingleInstance::Claim;
-  pendra::SingleInstance instance;
-  const Claim claim = instance.claim({line.file, line.action, activation});
-  if (claim == Claim::HandedOver) return status::kDone;
-  if (claim == Claim::Unanswered) {
-    return refuse(pendra::tr("the Pendra that runs already does not answer"), status::kFailed);
-  }
+/// How a run ended, and what a start asked for that came while it was ending.
+struct Ended {
+  int status;
+  std::optional<pendra::StartRequest> wanted{};
+};
+
+Ended runClaimed(const CommandLine& line, pendra::SingleInstance& instance) {
   auto environment = pendra::Environment::ofUser();
   const pendra::ZoneFollower zone(environment.calendar);
   pendra::Consent(environment.defaults).programStarted();
@@ -72,7 +69,33 @@ int runProgram(const CommandLine& line, const QString& activation) {
   program.launch(line.file);
   if (line.isInPanel) program.goIntoPanel();
   program.act(line.action);
-  return QApplication::exec();
+  const int status = QApplication::exec();
+  return {status, program.wanted()};
+}
+
+Ended claimAndRun(const CommandLine& line, const QString& activation) {
+  using Claim = pendra::SingleInstance::Claim;
+  pendra::SingleInstance instance;
+  const Claim claim = instance.claim({line.file, line.action, activation});
+  if (claim == Claim::HandedOver) return {status::kDone};
+  if (claim == Claim::Unanswered) {
+    return {refuse(pendra::tr("the Pendra that runs already does not answer"), status::kFailed)};
+  }
+  return runClaimed(line, instance);
+}
+
+int runProgram(const CommandLine& line, const QString& activation) {
+  if (const auto made = makeFile(line); !made) {
+    return refuse(line.file + u": " + made.error().text, status::kNoDocument);
+  }
+  const Ended ended = claimAndRun(line, activation);
+  if (!ended.wanted) return ended.status;
+  // That start was told that it is taken care of, and it is, now that document and name are free.
+  QStringList arguments;
+  if (!ended.wanted->action.isEmpty()) arguments << u"--" + ended.wanted->action;
+  if (!ended.wanted->path.isEmpty()) arguments << ended.wanted->path;
+  QProcess::startDetached(QCoreApplication::applicationFilePath(), arguments);
+  return ended.status;
 }
 
 }  // namespace

@@ -110,7 +110,7 @@ namespace {
 
 /// Asks to close the open document and closes it; false when one is still open.
 bool makeRoomForAnother(Session& session) {
-  if (!showFileOpenWarning(session)) return false;
+  if (!finishEditing(session) || !showFileOpenWarning(session)) return false;
   stopAllActivities(session);  // that timers are paused has just been agreed to
   closeDoc(session);
   return !session.document();

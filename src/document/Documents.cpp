@@ -29,6 +29,11 @@ Result<void> Documents::open(const QString& path) {
     return systemError(ENOENT);
   }
   if (session_.document()) {
+    if (!finishEditing(session_)) {
+      const Error why{QStringLiteral("document"), -1, tr("a text that is being typed cannot be stored yet")};
+      sayNotOpened(session_, path, why);
+      return why;
+    }
     if (!showFileOpenWarning(session_)) return declined();
     stopAllActivities(session_);  // that timers are paused has just been agreed to
     saveContextOrLog(session_);

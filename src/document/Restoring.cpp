@@ -187,13 +187,25 @@ bool settleFates(Session& session, ObjectContext& backup) {
                 tr("It Was Sent"), tr("It Was Not"));
 }
 
-bool userAgrees(Session& session, const BackupFile& backup) {
+/// What of the document the backup lacks and Vantor has not: it would go.
+QString whatGoes(const ObjectContext& backup, const ObjectContext& document) {
+  EntrySum going;
+  const auto then = byID<TimeEntry>(backup);
+  for (const auto& [id, entry] : byID<TimeEntry>(document)) {
+    if (!entry->timeIsFixed() && !sameEntry(*entry, then)) going.add(entry->storedDuration());
+  }
+  if (going.number == 0) return {};
+  return counted(going.number, "1 entry goes: %@. ", "%Ln entries go: %@. ", {durationText(going.seconds)});
+}
+
+bool userAgrees(Session& session, const BackupFile& backup, const ObjectContext& then) {
   return session.ports().alerts.runAlert(
              {.style = Alert::Style::Warning,
               .message = formatted(
                   tr("Restore “%@” as it was on %@?"),
                   {session.document()->displayName(), dayAndTime(backup.madeAt, session.ports().calendar)}),
-              .informative = tr("What was done since then goes, but what was sent to Vantor stays as it is. "
+              .informative = whatGoes(then, *session.context()) +
+                             tr("What was done since then goes, but what was sent to Vantor stays as it is. "
                                 "Today’s document is backed up first, so you can come back."),
               .buttons = {tr("Restore"), tr("Cancel")},
               .topic = Alert::Topic::Backups}) == kFirstButton;
@@ -219,12 +231,13 @@ Result<EntrySum> sumOf(const BackupFile& backup) {
 
 SinceBackup changesSince(const ObjectContext& backup, const ObjectContext& document) {
   SinceBackup since;
+  const Instant now = document.clock().now();
   const auto then = byID<TimeEntry>(backup);
   for (const auto& [id, entry] : byID<TimeEntry>(document)) {
     const TimeEntry* before = sameEntry(*entry, then);
-    if (!before) since.added.add(entry->storedDuration());
+    if (!before) since.added.add(entry->lengthAt(now));
     if (before && differs(*before, *entry)) {
-      since.corrected.add(std::abs(entry->storedDuration() - before->storedDuration()));
+      since.corrected.add(std::abs(entry->lengthAt(now) - before->storedDuration()));
     }
     if (entry->timeIsFixed() && !(before && before->timeIsFixed())) since.sent.add(entry->storedDuration());
   }
@@ -257,7 +270,7 @@ std::optional<QString> restoreFromBackup(Session& session, const BackupFile& bac
         read.error());
   ObjectContext& then = *read.value();
   then.fill([&] { haltRunningEntries(then, backup.madeAt); });
-  if (!userAgrees(session, backup) || !settleFates(session, then) || session.document() != document)
+  if (!userAgrees(session, backup, then) || !settleFates(session, then) || session.document() != document)
     return std::nullopt;
   if (const auto made = makeBackup(session, BackupReason::Restoring); !made) {
     return refuse(

@@ -45,6 +45,15 @@ void goOn(Session& session, const QString& path, const Result<void>& done) {
   std::ignore = session.context()->save();  // what it could not do stands in the commit's state
 }
 
+/// The name of the document may be the one that the other version has from now on.
+void sayWhereItGoesOn(Session& session, const QString& path) {
+  session.notices().post(
+      {.key = kCopyNotice,
+       .text = formatted(tr("Your work goes on in “%@”."), {path}),
+       .actions = {{tr("Show"), [&session, path] { session.ports().workspace.reveal(path); }}},
+       .ofDocument = true});
+}
+
 void copyTo(Session& session, const QString& target) {
   OpenDocument& document = *session.document();
   if (document.isAt(target)) return saveOverIt(session);
@@ -102,6 +111,7 @@ void keepBoth(Session& session) {
   if (!session.document()) return;
   const QString path = freePathBeside(*session.document(), QFileInfo(session.document()->path()).path());
   goOn(session, path, session.context()->store()->moveTo(*session.context(), path, Existing::Keep));
+  if (session.document()->isAt(path)) sayWhereItGoesOn(session, path);
 }
 
 void followIt(Session& session) {

@@ -23,8 +23,20 @@ AppWindow::AppWindow(const WindowFrame& frame, const QString& title) : frame_(ne
 }
 
 void AppWindow::setContent(QWidget* content) {
+  content_ = content;
   frame_->layout()->addWidget(content);
   giveAccessKeys(*this);
+}
+
+/// Where the window does not say itself where the keyboard begins it is in the content. Else it would be in a
+/// notice that happens to stand, and Space would do what that offers.
+void AppWindow::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  if (focusWidget() || !content_) return;
+  for (QWidget* next = content_; next != frame_; next = next->nextInFocusChain()) {
+    const bool takesKeys = next->focusPolicy() & Qt::TabFocus && next->isEnabled() && next->isVisibleTo(this);
+    if (takesKeys && (next == content_ || content_->isAncestorOf(next))) return next->setFocus();
+  }
 }
 
 void AppWindow::hideMenuBar() { menuBar()->setFixedHeight(0); }

@@ -1,6 +1,8 @@
 #include "ui/QtAlerts.h"
 
 #include <QAbstractButton>
+#include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPainter>
@@ -55,6 +57,38 @@ QPixmap iconOf(Alert::Style style, const QWidget& box) {
   return icon;
 }
 
+/// A question that comes while somebody types is not answered by what they type: a letter presses a button
+/// with Alt only, and a blank or Return that follows on letters presses none.
+class Box final : public QMessageBox {
+ public:
+  using QMessageBox::QMessageBox;
+
+  void watch(QAbstractButton& button) { button.installEventFilter(this); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool isKey = event->type() == QEvent::KeyPress;
+    return (isKey && isTypedOn(static_cast<QKeyEvent&>(*event))) || QMessageBox::eventFilter(watched, event);
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!isTypedOn(*event)) QMessageBox::keyPressEvent(event);
+  }
+
+ private:
+  bool isTypedOn(const QKeyEvent& event) {
+    if (event.modifiers() & (Qt::AltModifier | Qt::ControlModifier | Qt::MetaModifier)) return false;
+    const int key = event.key();
+    const bool mayPress = key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
+    const bool isTyped = mayPress ? typed_.isValid() && !typed_.hasExpired(kBetweenTyped)
+                                  : !event.text().isEmpty() && event.text().front().isPrint();
+    if (isTyped) typed_.start();
+    return isTyped;
+  }
+
+  static constexpr qint64 kBetweenTyped = 1000;  ///< milliseconds at most, of keys that are one text
+  QElapsedTimer typed_;
+};
+
 constexpr const char* kAnswerProperty = "pendraAnswer";
 
 /// The answer of a box that was closed; the escape button's when no button was pressed.
@@ -64,7 +98,7 @@ int answerOf(const QMessageBox& box, const Alert& alert) {
 }
 
 /// Adds the buttons from the last to the first, so that the affirmative one stands at the right.
-void addButtons(QMessageBox& box, const Alert& alert) {
+void addButtons(Box& box, const Alert& alert) {
   const int count = static_cast<int>(alert.buttons.size());
   const bool destroys = alert.style == Alert::Style::Critical && count > 1;
   for (int index = count - 1; index >= 0; --index) {
@@ -72,6 +106,7 @@ void addButtons(QMessageBox& box, const Alert& alert) {
     QPushButton* button = box.addButton(title, QMessageBox::ActionRole);
     button->setProperty(kAnswerProperty, kFirstButton + index);
     button->setAccessibleName(title);
+    box.watch(*button);
     if (index == count - 1) box.setEscapeButton(button);
     if (index == (destroys || alert.returnCancels ? count - 1 : 0)) box.setDefaultButton(button);
     // What stands out is what people came for, and neither destroying nor turning back is that.
@@ -81,7 +116,7 @@ void addButtons(QMessageBox& box, const Alert& alert) {
   }
 }
 
-void fill(QMessageBox& box, const Alert& alert) {
+void fill(Box& box, const Alert& alert) {
   box.setWindowTitle(QObject::tr("Pendra"));
   box.setTextFormat(Qt::PlainText);
   box.setIconPixmap(iconOf(alert.style, box));
@@ -109,7 +144,7 @@ void fill(QMessageBox& box, const Alert& alert) {
 
 int QtAlerts::runAlert(const Alert& alert) {
   Q_ASSERT_X(!editInProgress(), "alert", "whoever edits has asked before");
-  QMessageBox box(frontWindow());
+  Box box(frontWindow());
   fill(box, alert);
   box.setWindowModality(Qt::ApplicationModal);
   const ModalDepth::Run run(modals_);
@@ -129,7 +164,7 @@ void QtAlerts::beginSheet(const Alert& alert, std::function<void(int)> answered)
     window->raise();
     window->activateWindow();
   }
-  auto* box = new QMessageBox(window);
+  auto* box = new Box(window);
   fill(*box, alert);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setWindowModality(Qt::WindowModal);

@@ -180,10 +180,22 @@ TEST(Orders, StartStopAndAddWhatIsMeantAndNothingElse) {
   const QByteArray json = printed({.verb = Verb::Add, .asJson = true}, added.value());
   EXPECT_EQ(json.toStdString(), "{\"added\":{" ACME_ENTRY
                                 ",\"end\":\"2026-11-24T09:30:00+01:00\",\"job\":null,\"notes\":\"steps\","
+                                "\"remarks\":[\"New activity\",\"New service item “dancing”\"],"
                                 "\"running\":false,\"seconds\":5400,\"sent\":null,\"service\":\"dancing\","
                                 "\"start\":\"2026-11-24T08:00:00+01:00\"}}\n");
   EXPECT_EQ(printed({.verb = Verb::Add}, added.value()),
-            "Added: 2026-11-24 08:00  01:30:00  Acme - dancing  steps\n");
+            "Added: 2026-11-24 08:00  01:30:00  Acme - dancing  steps\n  New activity\n"
+            "  New service item “dancing”\n");
+  // What the windows would show is said: an overlap, and what a start has stopped.
+  open.context()->fill([&] { open.settings().setStartsOneAtATime(true); });
+  ASSERT_TRUE(orders::start(open, u"acme - dancing"_s));
+  const auto other = orders::add(open, u"acme: design -120"_s, false);
+  ASSERT_TRUE(other) << why(other);
+  EXPECT_EQ(printed({.verb = Verb::Add}, other.value()).toStdString(),
+            "Started: Acme - Design\n  Stopped: Acme - dancing\n"
+            "  Overlaps Acme - dancing and 1 more by 01:30:00\n");
+  open.context()->undoStack().undo();
+  open.context()->undoStack().undo();
   EXPECT_EQ(orders::addStarts(*open.context(), u"acme: design -10"_s, false).value(), true);
   EXPECT_EQ(orders::addStarts(*open.context(), u"acme: design 10m"_s, false).value(), false);
   open.context()->fill([&] { open.settings().setStandalone(false); });

@@ -49,9 +49,12 @@ TEST(Restore, ShowsWhatThereIsLooksInsideAndGoesBackWhileTheWindowsStay) {
   program.clock.advance(86'400);
   std::ignore =
       program.context().edit({}, [&] { program.context().all<Activity>()[0]->addEntry().setDuration(60); });
+  program.session().notices().post({.key = u"offer"_s, .text = u"Done"_s, .actions = {{u"Undo"_s, [] {}}}});
   program.choose(u"Restore"_s);
   window = windowNamed(u"restoreWindow"_s);
-  ASSERT_TRUE(window);
+  ASSERT_TRUE(window && QTest::qWaitForWindowActive(window));
+  EXPECT_EQ(window->focusWidget()->objectName(), u"backups"_s) << "Space does nothing that a notice offers";
+  program.session().notices().withdraw(u"offer"_s);
   auto& table = *window->findChild<RowTableView*>(u"backups"_s);
   ASSERT_EQ(table.model()->rowCount(), 1);
   const auto cell = [&](int column) { return table.model()->index(0, column).data().toString(); };

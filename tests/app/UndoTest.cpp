@@ -68,6 +68,7 @@ TEST_F(Undo, TakesBackWhatAHandDidByMenuByKeyAndByNotice) {
   EXPECT_EQ(entries()[3]->running(), true);
   EXPECT_EQ(entries()[3]->length(), 660);
   EXPECT_EQ(program.label("elapsedTimeDisplay"), u"00:11:00"_s);
+  EXPECT_EQ(program.notice(), u"“Acme - Design” runs on, 00:11:00 by now."_s);
   redoByKey();
   EXPECT_EQ(entries()[3]->duration(), 600) << "redone as it was, not stopped anew";
   key();

@@ -41,6 +41,11 @@ void settle() {
 TEST(Windows, ADeletionIsAskedAboutOnTheTimerWindowAndDiesWithIt) {
   RunningProgram program(&fillTwo);
   Session& session = program.session();
+  std::ignore = program.context().edit({}, [&] {
+    Activity& first = *program.context().all<Activity>()[0];
+    first.addEntry().setDateSubmitted(program.clock.now());
+    first.addEntry().setSendingSince(program.clock.now());
+  });
   program.activities().selectRow(0);
   program.choose(u"Preferences"_s);
   QWidget* preferences = windowTitled(u"Preferences"_s);
@@ -50,6 +55,9 @@ TEST(Windows, ADeletionIsAskedAboutOnTheTimerWindowAndDiesWithIt) {
   ASSERT_TRUE(question);
   EXPECT_EQ(question->parentWidget(), &program.window());
   EXPECT_TRUE(question->informativeText().startsWith(u"Acme: "_s));
+  EXPECT_TRUE(
+      question->informativeText().endsWith(u". 1 entry was sent and stays in Vantor. 1 entry may be in "
+                                           "Vantor, and nobody will ask about it."_s));
   EXPECT_EQ(question->defaultButton()->accessibleName(), u"Cancel"_s);
   EXPECT_EQ(question->escapeButton()->accessibleName(), u"Cancel"_s);
   for (const QPushButton* button : question->findChildren<QPushButton*>()) {

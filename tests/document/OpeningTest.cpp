@@ -210,6 +210,14 @@ TEST_F(Opening, TheOpenDocumentStaysUntilAnotherHasBeenRead) {
   EXPECT_FALSE(QFile::exists(path("gone.pdr")));
   session.notices().post({.key = "x", .text = "of the document", .actions = {}, .ofDocument = true});
   write(path("Other.pdr"), "Other");
+  windows.finishes = false;
+  EXPECT_FALSE(Documents(session).open(path("Other.pdr")));
+  openFile(session);
+  EXPECT_EQ(alerts.shown().size(), asked) << "whoever types is not asked, and loses nothing";
+  EXPECT_THAT(notices(), ElementsAre("of the document",
+                                     "“Other.pdr” could not be opened: a text that is being "
+                                     "typed cannot be stored yet."));
+  windows.finishes = true;
   alerts.willAnswer({"Continue"});
   EXPECT_TRUE(Documents(session).open(path("Other.pdr")));
   EXPECT_EQ(customer(), "Other");

@@ -41,10 +41,16 @@ class Restoring : public DocumentTest {
 };
 
 TEST_F(Restoring, TakesTheStateOfTheBackupAsOneStepAndLeavesTheWindows) {
+  const BackupFile before = backUp();
   edit([&] { activity->startEntry(); });
   const BackupFile backup = backUp();
-  alerts.willAnswer({"OK", "Cancel"});
+  EXPECT_EQ(changesSince(*readBackup(session, before.path).value(), *session.context()).added.seconds, kDay)
+      << "what runs counts as far as it has run";
+  alerts.willAnswer({"OK", "Cancel", "Cancel"});
   EXPECT_FALSE(restoreFromBackup(session, backup));
+  EXPECT_THAT(alerts.last().informative.toStdString(), testing::StartsWith("What was done since then goes"));
+  EXPECT_FALSE(restoreFromBackup(session, before));
+  EXPECT_THAT(alerts.last().informative.toStdString(), testing::StartsWith("1 entry goes: 24:00:00. What"));
   EXPECT_EQ(entries()[2]->duration(), kDay) << "stopped with consent, and nothing else";
 
   edit([&] {

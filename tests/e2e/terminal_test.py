@@ -90,7 +90,14 @@ def test(desktop):
     meant = ask("start", "MEANT", *here)["started"]
     expect("what was meant runs", meant["notes"] == "the one that is meant")
     expect("it runs in the file", [one["id"] for one in ask("status")["running"]] == [meant["id"]])
-    ask("stop")
+
+    # A start while the program is ending, because nobody answers its question, opens it again when it has ended.
+    ending = process_on(bus)
+    os.kill(ending, signal.SIGTERM)
+    expect("what is started meanwhile hands over", desktop.start().ended() == 0)
+    wait_for("the program again", lambda: process_on(bus) not in (None, ending))
+    wait_for("the document again", lambda: ask("status")["document"] == str(document))
+    expect("what ran was stopped", ask("status")["running"] == [])
     os.kill(process_on(bus), signal.SIGTERM)
     wait_for("the program has ended", lambda: process_on(bus) is None)
 

@@ -73,6 +73,13 @@ INSTANTIATE_TEST_SUITE_P(
         AnswerCase{"Second", kThree, [](QMessageBox& box) { buttonOf(box, u"Send Again"_s).click(); }, 1001},
         AnswerCase{"Return", kThree, [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }, 1000},
         AnswerCase{"EscapeIsCancel", kThree, pressEscape, 1002},
+        AnswerCase{"WhatIsTypedOnAnswersNothing", kThree,
+                   [](QMessageBox& box) {
+                     QTest::keyClicks(box.defaultButton(), u"is it so"_s);
+                     QTest::keyClick(box.defaultButton(), Qt::Key_Return);
+                     pressEscape(box);
+                   },
+                   1002},
         AnswerCase{"CloseBoxIsCancel", kThree, closeBox, 1002},
         AnswerCase{"EscapeIsTheOnlyButton", {u"OK"_s}, pressEscape, 1000}),
     RowName());

@@ -7,10 +7,12 @@
 #include "document/Backup.h"
 #include "document/HaltedEntries.h"
 #include "document/RunningTimers.h"
+#include "model/ActivityTitle.h"
 #include "model/Queries.h"
 #include "platform/Text.h"
 #include "platform/Translation.h"
 #include "ui_core/QuickDeed.h"
+#include "ui_core/QuickReadingTexts.h"
 #include "ui_core/TimeLogExport.h"
 
 namespace pendra::orders {
@@ -37,6 +39,25 @@ Result<void> edit(ObjectContext& context, const QString& name, const std::functi
 
 std::vector<Activity*> runningIn(const ObjectContext& context) {
   return context.fetch<Activity>([](const Activity& one) { return one.isRunning(); });
+}
+
+/// The activity that was started, and which of those that ran before no longer do.
+QVariantMap started(const Activity& activity, const std::vector<Activity*>& ranBefore) {
+  QVariantMap told = facts::ofActivity(activity);
+  QStringList stopped;
+  for (const Activity* one : ranBefore) {
+    if (!one->isRunning()) stopped << activityTitle(*one);
+  }
+  if (!stopped.isEmpty()) told[QStringLiteral("stopped")] = stopped;
+  return told;
+}
+
+/// What stands below the field of the quick entry, and nobody sees here before it is done.
+QStringList remarksOn(const QuickReading& reading, const ObjectContext& context) {
+  const QuickReadingTexts texts = textsOf(reading, context);
+  QStringList remarks = texts.warnings + texts.remarks;
+  if (!reading.activity) remarks.prepend(tr("New activity"));
+  return remarks;
 }
 
 Error nothingRuns(const ObjectContext& context) {
@@ -118,9 +139,10 @@ Result<QVariantMap> start(OpenDocument& document, const QString& match) {
   ObjectContext& context = *document.context();
   const auto one = startable(context, match);
   if (!one) return one.error();
+  const auto ranBefore = runningIn(context);
   auto done = edit(context, tr("Start"), [&] { one.value()->startEntry(); });
   if (!done) return done.error();
-  return facts::ofActivity(*one.value());
+  return started(*one.value(), ranBefore);
 }
 
 Result<QVariantList> stop(OpenDocument& document, const QString& match) {
@@ -146,15 +168,17 @@ Result<QVariantMap> add(OpenDocument& document, const QString& text, bool create
   const auto reading = readEntry(context, text, create);
   if (!reading) return reading.error();
   if (auto stored = isStored(context, kNotChanged); !stored) return stored.error();
+  const QStringList remarks = remarksOn(reading.value(), context);
+  const auto ranBefore = runningIn(context);
   const auto added = carryOut(reading.value(), context);
   if (!added) return added.error();
   if (auto stored = isStored(context, kNotStored); !stored) return stored.error();
   const TimeEntry& entry = *added.value();
-  if (entry.isRunning())
-    return QVariantMap{{QStringLiteral("started"), facts::ofActivity(*entry.activity())}};
-  QVariantMap told = facts::ofEntry(entry, context);
-  told[QStringLiteral("notes")] = facts::ofActivity(*entry.activity())[QStringLiteral("notes")];
-  return QVariantMap{{QStringLiteral("added"), told}};
+  const bool runs = entry.isRunning();
+  QVariantMap told = runs ? started(*entry.activity(), ranBefore) : facts::ofEntry(entry, context);
+  if (!runs) told[QStringLiteral("notes")] = facts::ofActivity(*entry.activity())[QStringLiteral("notes")];
+  if (!remarks.isEmpty()) told[QStringLiteral("remarks")] = remarks;
+  return QVariantMap{{runs ? QStringLiteral("started") : QStringLiteral("added"), told}};
 }
 
 Result<bool> addStarts(const ObjectContext& context, const QString& text, bool create) {

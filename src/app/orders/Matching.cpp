@@ -59,10 +59,15 @@ bool isNear(const QString& word, const QStringList& parts) {
   });
 }
 
-/// “Acme - Design”, “Zed”
+/// “Acme - Design - sketches”, “Zed”; the notes tell those apart that are called the same.
 QString listed(const std::vector<Activity*>& activities) {
   QStringList titles;
-  for (const Activity* activity : activities) titles << formatted(u"“%@”", {titleOf(*activity)});
+  for (const Activity* activity : activities) {
+    QStringList texts{titleOf(*activity), activity->notes().value_or(QString()).simplified()};
+    texts.removeAll(QString());
+    texts.removeDuplicates();
+    titles << formatted(u"“%@”", {texts.join(QStringLiteral(" - "))});
+  }
   return titles.join(u", ");
 }
 

@@ -92,15 +92,29 @@ QString stoppedText(const QVariantList& activities) {
   return text;
 }
 
+/// What should be known of it, a line each.
+QString remarksText(const QVariantMap& of) {
+  QString text;
+  for (const QString& one : of[QStringLiteral("stopped")].toStringList()) {
+    text += formatted(tr("  Stopped: %@\n"), {inOneLine(one)});
+  }
+  for (const QString& one : of[QStringLiteral("remarks")].toStringList()) {
+    text += formatted(u"  %@\n", {inOneLine(one)});
+  }
+  return text;
+}
+
 QString startedText(const QVariantMap& answer) {
-  return formatted(tr("Started: %@\n"), {titleAndNotes(answer[QStringLiteral("started")].toMap())});
+  const QVariantMap started = answer[QStringLiteral("started")].toMap();
+  return formatted(tr("Started: %@\n"), {titleAndNotes(started)}) + remarksText(started);
 }
 
 QString addedText(const QVariantMap& answer) {
   if (!answer.contains(QStringLiteral("added"))) return startedText(answer);
   const QVariantMap entry = answer[QStringLiteral("added")].toMap();
   return formatted(tr("Added: %@  %@  %@\n"),
-                   {moment(entry[QStringLiteral("start")]), length(entry), titleAndNotes(entry)});
+                   {moment(entry[QStringLiteral("start")]), length(entry), titleAndNotes(entry)}) +
+         remarksText(entry);
 }
 
 QString writtenText(const QVariantMap& written) {

@@ -76,14 +76,16 @@ QString questionIn(const ObjectContext& context) {
   return {};
 }
 
-Error stopped(const Sender& sender, const std::vector<Alert>& questions) {
+/// Why not everything left. What the window says of an earlier sending, `saidBefore`, is no reason where this
+/// one came to a question first.
+Error stopped(const Sender& sender, const std::vector<Alert>& questions, const QString& saidBefore) {
   const bool asksOfVantor = std::any_of(questions.begin(), questions.end(), [](const Alert& one) {
     return one.topic == Alert::Topic::VantorNotFound;
   });
   const bool isVantors = asksOfVantor || questions.empty();
   const QString told = lastSending(sender.session.notices());
   const Refusal why = isVantors ? Refusal::NoVantor : Refusal::Refused;
-  if (!told.isEmpty()) return refusal(why, told);
+  if (!told.isEmpty() && (told != saidBefore || questions.empty())) return refusal(why, told);
   if (asksOfVantor) return refusal(why, questions.front().message);
   return refusal(why,
                  formatted(tr("it has to be asked in Pendra's window: %@"), {questions.front().message}));
@@ -105,6 +107,7 @@ Result<QVariantMap> sendAll(const Sender& sender) {
     return refusal(Refusal::Refused, question);
   }
   const UnaskedAlerts::Silence silence(sender.alerts);
+  const QString saidBefore = lastSending(sender.session.notices());
   AllEntries rows(sender);
   Confirmed confirmed;
   try {
@@ -116,7 +119,7 @@ Result<QVariantMap> sendAll(const Sender& sender) {
                                   [](const Ref<TimeEntry>& entry) { return entry && entry->wasSent(); });
   const Waiting after(context);
   if (!silence.notAsked().empty() || !after.unsent.empty() || after.inDoubt > 0) {
-    return stopped(sender, silence.notAsked());
+    return stopped(sender, silence.notAsked(), saidBefore);
   }
   return QVariantMap{{QStringLiteral("sent"), static_cast<int>(sent)},
                      {QStringLiteral("inDoubt"), after.inDoubt}};

@@ -29,12 +29,32 @@ QString amount(qsizetype count, double seconds) {
   return counted(count, "1 entry, %@", "%Ln entries, %@", {durationText(seconds)});
 }
 
+/// Which of them Vantor has or may have, where it stays; behind a blank.
+template <class Entries>
+QString staysInVantor(const Entries& entries) {
+  const auto sent =
+      std::count_if(entries.begin(), entries.end(), [](const auto& one) { return one->wasSent(); });
+  const auto inDoubt = std::count_if(entries.begin(), entries.end(),
+                                     [](const auto& one) { return one->sendingSince().has_value(); });
+  QString text;
+  if (sent > 0) {
+    text += u' ' + counted(sent, "1 entry was sent and stays in Vantor.",
+                           "%Ln entries were sent and stay in Vantor.");
+  }
+  if (inDoubt > 0) {
+    text += u' ' + counted(inDoubt, "1 entry may be in Vantor, and nobody will ask about it.",
+                           "%Ln entries may be in Vantor, and nobody will ask about them.");
+  }
+  return text;
+}
+
 /// What goes with the activity.
 QString contentsOf(const Activity& activity) {
   double seconds = 0;
   for (const TimeEntry* entry : activity.entries()) seconds += entry->length();
   return formatted(u"%@: %@.", {activityTitle(activity),
-                                amount(static_cast<qsizetype>(activity.entries().size()), seconds)});
+                                amount(static_cast<qsizetype>(activity.entries().size()), seconds)}) +
+         staysInVantor(activity.entries());
 }
 
 QString contentsOf(const std::vector<Ref<TimeEntry>>& entries) {
@@ -47,7 +67,7 @@ QString contentsOf(const std::vector<Ref<TimeEntry>>& entries) {
   titles.removeDuplicates();
   const QString what =
       titles.size() == 1 ? titles.front() : counted(titles.size(), "1 activity", "%Ln activities");
-  return formatted(u"%@: %@.", {what, amount(std::ssize(entries), seconds)});
+  return formatted(u"%@: %@.", {what, amount(std::ssize(entries), seconds)}) + staysInVantor(entries);
 }
 
 }  // namespace

@@ -170,6 +170,20 @@ QString timeTakenAway(const ChangeSet& changes, Instant now) {
   return formatted(tr("%@ of “%@”"), {length, title});
 }
 
+QString whatRunsOn(const ChangeSet& changes, Instant now) {
+  QStringList sentences;
+  for (const TimeEntry* entry : changes.changed<TimeEntry>()) {
+    if (!changes.changed(*entry, "running") || !entry->isRunning() || !entry->activity()) continue;
+    const PropertyValue before = changes.before(*entry, "duration");
+    const double* length = std::get_if<double>(&before);
+    const double byNow = entry->lengthAt(now);
+    if (!length || byNow - *length < kWorthSaying) continue;
+    sentences << formatted(tr("“%@” runs on, %@ by now."),
+                           {activityTitle(*entry->activity()), durationText(byNow)});
+  }
+  return sentences.join(u' ');
+}
+
 QStringList whatWasLeftAlone(const std::vector<Skipped>& skipped) {
   std::set<std::pair<const EntityDescriptor*, qint64>> seen;
   QStringList names;

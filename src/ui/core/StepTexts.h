@@ -17,6 +17,10 @@ namespace pendra {
 /// was less than a minute.
 [[nodiscard]] QString timeTakenAway(const ChangeSet& changes, Instant now);
 
+/// What a step back let run on as if it had not been stopped: "“Acme - Roof” runs on, 00:37:00 by now.";
+/// empty when it had stood for less than a minute.
+[[nodiscard]] QString whatRunsOn(const ChangeSet& changes, Instant now);
+
 /// What a step left alone, each thing once: "an entry of “Acme - Roof”", "“Acme”". Of many the first ones and
 /// how many more.
 [[nodiscard]] QStringList whatWasLeftAlone(const std::vector<Skipped>& skipped);

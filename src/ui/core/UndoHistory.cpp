@@ -55,6 +55,7 @@ void UndoHistory::follow() {
     edits_ = session_.context()->observe([this](const ChangeSet& changes) {
       sentence_ = whatWasDone(changes);
       takenAway_ = timeTakenAway(changes, session_.ports().clock.now());
+      runsOn_ = whatRunsOn(changes, session_.ports().clock.now());
     });
     steps_ = steps->observe([this](UndoStack::News news) { stepsChanged(news); });
   }
@@ -91,9 +92,12 @@ void UndoHistory::undo() {
   if (!canUndo()) return;
   const QString title = formatted(tr("Undo %@"), {undoName()});
   takenAway_.clear();
+  runsOn_.clear();
   go(&UndoStack::undo, title);
-  if (takenAway_.isEmpty()) return;
-  offer(formatted(tr("“%@” took %@ away."), {title, takenAway_}), {tr("Redo"), [this] { redo(); }});
+  QStringList said;
+  if (!takenAway_.isEmpty()) said << formatted(tr("“%@” took %@ away."), {title, takenAway_});
+  if (!runsOn_.isEmpty()) said << runsOn_;
+  if (!said.isEmpty()) offer(said.join(u' '), {tr("Redo"), [this] { redo(); }});
 }
 
 void UndoHistory::redo() {

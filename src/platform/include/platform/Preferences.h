@@ -35,6 +35,8 @@ inline const QString kKeepInPanel = QStringLiteral("PendraKeepInPanel");
 inline const QString kGlobalKey = QStringLiteral("PendraGlobalKey");
 /// Path of a copy that was written when a document could not be saved at the end; empty once it was told.
 inline const QString kRescued = QStringLiteral("PendraRescued");
+/// Text: what the next launch tells of an end that asked nobody; empty once it was told.
+inline const QString kUnaskedEnd = QStringLiteral("PendraUnaskedEnd");
 /// Path of the folder of the backups that make themselves; empty: the program's own.
 inline const QString kBackupFolder = QStringLiteral("PendraBackupFolder");
 /// Path of the folder in which a file was chosen last.

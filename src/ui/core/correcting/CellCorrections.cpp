@@ -60,6 +60,8 @@ QString refusalOf(const TimeEntry& entry, Instant start, const QString& length) 
 
 QString notATime() { return tr("A time is typed as 14:30 or 2:30 PM."); }
 
+Echo endsLater() { return {tr("Ends later than now."), Echo::Tone::Warning}; }
+
 /// Of several moments the one nearest to the start that the entry has.
 Meant startMeant(const TimeEntry& entry, const QString& text) {
   Meant meant = asIs(entry);
@@ -71,6 +73,7 @@ Meant startMeant(const TimeEntry& entry, const QString& text) {
   if (entry.isRunning()) meant.length = nowOf(entry) - meant.start;
   meant.refusal = refusalOf(entry, meant.start, {});
   if (entry.isRunning() && meant.length < 0) meant.refusal = tr("What runs cannot begin later than now.");
+  if (meant.end() > nowOf(entry)) meant.remark = endsLater();
   return meant;
 }
 
@@ -116,7 +119,7 @@ Meant endMeant(const TimeEntry& entry, const QString& text) {
     meant.remark = {formatted(tr("Ends %@."), {momentText(*end, {}, calendarOf(entry))}),
                     meant.length > kUsualAtMost ? Echo::Tone::Warning : Echo::Tone::Quiet};
   }
-  if (*end > nowOf(entry)) meant.remark = {tr("Ends later than now."), Echo::Tone::Warning};
+  if (*end > nowOf(entry)) meant.remark = endsLater();
   return meant;
 }
 

@@ -61,6 +61,8 @@ Result<TimeEntry*> carryOut(const QuickReading& reading, ObjectContext& context)
   TimeEntry* entry = nullptr;
   auto done = context.edit(formatted(tr(pattern), {titleOf(reading)}), [&] {
     Activity& activity = reading.activity ? *reading.activity : newActivity(reading, context);
+    // Whose work goes on is to be seen among the activities.
+    if (activity.completed() == true) activity.setCompleted(false);
     entry = &newEntry(reading, activity);
   });
   if (!done) return done.error();

@@ -209,6 +209,7 @@ class Reading {
       preferWithoutNotes(meant);
     }
     if (meant.size() > 1) return refuseSeveral(meant);
+    if (meant.empty()) meant = completedMeant();
     if (meant.empty()) return requireBothNames();
     reading_.activity = meant.front();
     takeNamesOf(*reading_.activity);
@@ -216,6 +217,16 @@ class Reading {
       refuse(Why::Running, split_.customer,
              formatted(tr("“%@” runs already."), {activityTitle(*reading_.activity)}));
     }
+  }
+
+  /// The newest completed one that is named wholly, notes included: its work goes on.
+  [[nodiscard]] std::vector<Activity*> completedMeant() const {
+    if (reading_.service.text.isEmpty()) return {};
+    Activity* newest = nullptr;
+    for (Activity* activity : context_.all<Activity>()) {
+      if (activity->completed() == true && isMeant(*activity) && hasNotes(*activity)) newest = activity;
+    }
+    return newest ? std::vector{newest} : std::vector<Activity*>();
   }
 
   void refuseSeveral(const std::vector<Activity*>& meant) {

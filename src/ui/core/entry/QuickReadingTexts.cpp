@@ -97,6 +97,8 @@ QuickReadingTexts textsOf(const QuickReading& reading, const ObjectContext& cont
   if (!reading.activity) {
     texts.subject = formatted(tr("New activity: %@"), {texts.subject});
     texts.remarks = newNamesOf(reading);
+  } else if (reading.activity->completed() == true) {
+    texts.remarks << tr("Takes up a completed activity again");
   }
   for (const Instant instant : reading.twice) {
     texts.remarks << formatted(tr("%@ was twice on that day; the first is meant"),

@@ -191,7 +191,8 @@ TimesSaid readTimes(QStringView text, const DayReader& days) { return Reader(tex
 
 bool beginsClock(QStringView text) {
   if (!text.startsWith(u'@')) return false;
-  const QStringView rest = text.sliced(1).trimmed();
+  QStringView rest = text.sliced(1).trimmed();
+  if (rest.startsWith(u'-')) rest = rest.sliced(1);  // "@-10", which means "-10": asked back, and no note
   return !rest.isEmpty() && rest[0].isDigit();
 }
 

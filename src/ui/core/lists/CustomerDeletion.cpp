@@ -26,9 +26,14 @@ void CustomerListController::deleteRow() {
   const Ref<Job> job(jobForRow(row));
   const Ref<Customer> customer(customerForRow(row));
   if (!job && !customer) return;
+  const auto activities = job ? job->activities() : customer->activities();
+  const bool isCurrent = std::any_of(activities.begin(), activities.end(),
+                                     [](const Activity* one) { return one->completed() == false; });
   QStringList whatGoes;
-  if (customer) whatGoes << jobsSentence(*customer);
-  whatGoes << lists::lossSentence(job ? job->activities() : customer->activities(), standalone());
+  if (!isCurrent) {  // else it will be refused, and no activity loses anything
+    if (customer) whatGoes << jobsSentence(*customer);
+    whatGoes << lists::lossSentence(activities, standalone());
+  }
   whatGoes.removeAll(QString());
   if (!confirmDelete(nameInRow(row), whatGoes.join(u' '))) return;
   if (job) {

@@ -31,12 +31,14 @@ class AppWindow : public QMainWindow {
   void setContent(QWidget* content);
   /// Shows no menu bar; its keys work all the same.
   void hideMenuBar();
+  void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
   void standOverSheet();
 
   QWidget* frame_ = nullptr;
+  QWidget* content_ = nullptr;
   std::function<void()> closed_;
 };
 

@@ -42,7 +42,8 @@ class ScriptedWindows final : public Windows {
     calls_ << QString(u"close " + nameOf(kind));
     if (kind == WindowKind::Timer) closeAfterWindow(*session_);
   }
-  [[nodiscard]] bool finishEditing() override { return true; }
+  [[nodiscard]] bool finishEditing() override { return finishes; }
+  bool finishes = true;  ///< false: a text is being typed that cannot be stored
 
  private:
   [[nodiscard]] static QString nameOf(WindowKind kind) {

@@ -90,7 +90,11 @@ INSTANTIATE_TEST_SUITE_P(
         Typed{"CustomerAlone", "acme, roof", "Starts now|Acme - Roof - Design, “sketches”"},
         Typed{"WithoutJobIsAnotherActivity", "acme: design - sketches",
               "Starts now|New activity: Acme - Design, “sketches”"},
-        Typed{"CompletedIsNotUsed", "acme: design - done", "Starts now|New activity: Acme - Design, “done”"},
+        Typed{"CompletedGoesOn", "acme: design - Done 90m",
+              "Books 01:30:00, today from 8:30 to 10:00|Acme - Design, “done”|"
+              "Overlaps Acme - Design and 2 more by 00:45:00|Takes up a completed activity again"},
+        Typed{"CompletedIsNamedWholly", "acme: design - do", "Starts now|New activity: Acme - Design, “do”"},
+        Typed{"AnAgoBehindAnAt", "acme: design @-10", "“@-10” is no time of day."},
         Typed{"ServiceMissing", "smith, jones & co", "The service item is missing, as in “Acme: Design”."},
         Typed{"CustomerMissing", ": design", "The customer is missing."},
         Typed{"BothMissing", "- sketches", "A customer and a service item are missing."},
@@ -133,8 +137,8 @@ INSTANTIATE_TEST_SUITE_P(
         Typed{"Length", "acme: design 90m",
               "Books 01:30:00, today from 8:30 to 10:00" ACME
               "|Overlaps Acme - Design and 2 more by 00:45:00"},
-        Typed{"LengthWithBlanks", "acme: design - done 1 h 5 min",
-              "Books 01:05:00, today from 8:55 to 10:00|New activity: Acme - Design, “done”|"
+        Typed{"LengthWithBlanks", "acme: design - draft 1 h 5 min",
+              "Books 01:05:00, today from 8:55 to 10:00|New activity: Acme - Design, “draft”|"
               "Overlaps Fernandez - Design and 2 more by 00:20:00"},
         Typed{"Comma", "acme: design 1,5 h yesterday", "Books 01:30:00, yesterday from 12:00 to 13:30" ACME},
         Typed{"AsOf", "acme: design @9:30",

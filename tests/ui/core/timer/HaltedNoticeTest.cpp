@@ -7,6 +7,7 @@
 #include "document/Backup.h"
 #include "store/UndoStack.h"
 #include "support/TestSession.h"
+#include "ui_core/UnaskedEnd.h"
 
 namespace pendra {
 namespace {
@@ -168,6 +169,21 @@ TEST_F(Halted, SeveralAreAnsweredTogetherAndEachCrashForItself) {
   press(titles()[0]);
   EXPECT_EQ(durations()[0], 30);
   EXPECT_THAT(standing(), IsEmpty());
+}
+
+TEST_F(Halted, AnEndThatAskedNobodyIsToldOfOnce) {
+  addRunning("Acme");
+  stopUnasked(session, true);
+  EXPECT_EQ(entry(0).duration(), 3600);
+  tellOfUnaskedEnd(session);
+  ASSERT_EQ(session.notices().standing().size(), 1U);
+  EXPECT_EQ(session.notices().standing()[0].text,
+            "Pendra had to end on 24 Nov 2026 10:00 and stopped “Acme - Build”. What was being typed was not "
+            "stored.");
+  session.notices().withdraw(session.notices().standing()[0].key);
+  stopUnasked(session, false);  // nothing ran, and nothing is lost
+  tellOfUnaskedEnd(session);
+  EXPECT_THAT(session.notices().standing(), IsEmpty());
 }
 
 }  // namespace

@@ -45,7 +45,8 @@ class UndoHistory {
   Session& session_;
   QTimer patience_;
   QString takenAway_;  ///< the time that went with the last edit
-  QString sentence_;   ///< what the notice says of the edit that is about to become a step; empty: nothing
+  QString runsOn_;
+  QString sentence_;  ///< what the notice says of the edit that is about to become a step; empty: nothing
   Subscription edits_;
   Subscription steps_;
   Notifier::Subscription documents_;
