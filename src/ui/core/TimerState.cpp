@@ -14,14 +14,6 @@ namespace pendra {
 
 namespace {
 
-/// The words of the steps that can be taken back.
-
-/// The open document's objects; none without one.
-ObjectContext* openContext(const Session& session) {
-  const OpenDocument* document = session.document();
-  return document ? document->context().get() : nullptr;
-}
-
 const QString kNoTime = QStringLiteral("00:00:00");
 
 }  // namespace
@@ -42,7 +34,7 @@ TimerState::TimerState(Session& session, TimerDisplay& display, const QLocale& l
 
 void TimerState::followDocument() {
   news_ = {};
-  if (ObjectContext* context = openContext(session_)) {
+  if (const auto context = session_.context()) {
     news_ = context->observe([this](const ChangeSet& changes) { documentEdited(changes); });
   }
 }
@@ -115,7 +107,7 @@ void TimerState::updateTimeDisplay() {
 }
 
 std::vector<RunningTimer> TimerState::whatRuns() const {
-  const ObjectContext* context = openContext(session_);
+  const auto context = session_.context();
   return context ? runningTimers(*context) : std::vector<RunningTimer>();
 }
 

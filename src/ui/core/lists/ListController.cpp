@@ -49,10 +49,7 @@ void ListController::markAll(const QString& name, bool shown) {
   });
 }
 
-ObjectContext* ListController::context() const {
-  const OpenDocument* document = session_.document();
-  return document ? document->context().get() : nullptr;
-}
+ObjectContext* ListController::context() const { return session_.context().get(); }
 
 void ListController::edit(const QString& name, const std::function<void()>& work) const {
   std::ignore = context()->edit(name, work);  // such work cannot fail

@@ -94,10 +94,7 @@ void LogController::followDocument() {
   }
 }
 
-ObjectContext* LogController::context() const {
-  const OpenDocument* document = session_.document();
-  return document ? document->context().get() : nullptr;
-}
+ObjectContext* LogController::context() const { return session_.context().get(); }
 
 void LogController::start() {
   reloadNames();
