@@ -39,6 +39,21 @@ void makeQuiet(QPushButton& button) {
   button.setCursor(Qt::PointingHandCursor);
 }
 
+void drawPlate(QPainter& painter, const QAbstractButton& button) {
+  const Colours& colours = Theme::colours(button.palette());
+  const QRectF plate = QRectF(button.rect()).adjusted(1, 1, -1, -1);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (button.isDown() || button.underMouse()) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(button.isDown() ? colours.selection : colours.line);
+    painter.drawRoundedRect(plate, metrics::kRadius, metrics::kRadius);
+  }
+  painter.setBrush(Qt::NoBrush);
+  if (!button.hasFocus()) return;
+  painter.setPen(QPen(colours.link, 2));
+  painter.drawRoundedRect(plate, metrics::kRadius, metrics::kRadius);
+}
+
 void makeSheetButton(QAbstractButton& button) { button.setFocusPolicy(Qt::TabFocus); }
 
 QPushButton* makeSheetButton(const QString& title, QWidget* parent) {

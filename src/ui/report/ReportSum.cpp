@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "HoursPainter.h"
+#include "ui/Buttons.h"
 #include "ui/Symbols.h"
 #include "ui/Theme.h"
 #include "ui_core/ReportTexts.h"
@@ -104,23 +105,13 @@ StepButton::StepButton(Qt::ArrowType towards) : towards_(towards) {
 void StepButton::paintEvent(QPaintEvent*) {
   const Colours& colours = Theme::colours(palette());
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const QRectF plate = QRectF(rect()).adjusted(1, 1, -1, -1);
-  if (isDown() || underMouse()) {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(isDown() ? colours.selection : colours.line);
-    painter.drawRoundedRect(plate, metrics::kRadius, metrics::kRadius);
-  }
+  drawPlate(painter, *this);
   painter.save();
   painter.translate(QRectF(rect()).center());
   painter.rotate(towards_ == Qt::LeftArrow ? 90 : -90);
   painter.scale(kStepScale, kStepScale);
   drawChevron(painter, {}, isEnabled() ? colours.text : colours.disabled);
   painter.restore();
-  if (!hasFocus()) return;
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(colours.link, 2));
-  painter.drawRoundedRect(plate, metrics::kRadius, metrics::kRadius);
 }
 
 }  // namespace pendra

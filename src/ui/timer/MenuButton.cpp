@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 
+#include "ui/Buttons.h"
 #include "ui/Symbols.h"
 #include "ui/Theme.h"
 
@@ -31,20 +32,10 @@ QSize MenuButton::sizeHint() const {
 void MenuButton::paintEvent(QPaintEvent*) {
   const Colours& colours = Theme::colours(palette());
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const QRectF plate = QRectF(rect()).adjusted(1, 1, -1, -1);
-  if (isDown() || underMouse()) {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(isDown() ? colours.selection : colours.line);
-    painter.drawRoundedRect(plate, metrics::kRadius, metrics::kRadius);
-  }
+  drawPlate(painter, *this);
   painter.setPen(isEnabled() ? colours.quiet : colours.disabled);
   painter.drawText(rect().adjusted(kBeforeWords, 0, -kArrow, 0), Qt::AlignLeft | Qt::AlignVCenter, text());
   drawChevron(painter, {width() - kArrow / 2.0, height() / 2.0}, painter.pen().color());
-  if (!hasFocus()) return;
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(colours.link, 2));
-  painter.drawRoundedRect(plate, metrics::kRadius, metrics::kRadius);
 }
 
 void MenuButton::keyPressEvent(QKeyEvent* event) {

@@ -17,6 +17,9 @@ inline constexpr const char* kUnreadableProperty = "unreadable";
 void makePrimary(QPushButton& button);
 /// Draws the button as words only, in the colour of links.
 void makeQuiet(QPushButton& button);
+/// What lies under the words or the sign of a button that shows no frame: that it is pointed at, is down, or
+/// has the keyboard.
+void drawPlate(QPainter& painter, const QAbstractButton& button);
 /// For a button of a sheet that has fields with a veto: a click on it leaves the keyboard focus where it is,
 /// so that pressing "Cancel" never asks the field whether it may be left. The affirmative button asks by the
 /// sheet's `LeaveGuard`.
