@@ -217,7 +217,7 @@ void drawMenuItem(QPainter& painter, const QStyleOptionMenuItem& item, bool show
   const int letters = showsLetters ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
   painter.setFont(item.font);
   painter.setPen(enabled ? colours.text : colours.disabled);
-  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | letters, parts[0]);
+  painter.drawText(room, static_cast<int>(Qt::AlignVCenter) | Qt::TextSingleLine | letters, parts[0]);
   if (item.menuItemType == QStyleOptionMenuItem::SubMenu) {
     painter.save();
     painter.translate(room.right() - 2, QRectF(room).center().y());
