@@ -8,7 +8,9 @@
 #include "BackupWindow.h"
 #include "SinceBackupView.h"
 #include "model/DurationText.h"
+#include "platform/Preferences.h"
 #include "platform/Text.h"
+#include "platform/Translation.h"
 #include "ui/Buttons.h"
 #include "ui/HelpPlace.h"
 #include "ui/RowTableView.h"
@@ -20,6 +22,16 @@ namespace pendra {
 namespace {
 
 constexpr QSize kFirstSize(940, 480);
+
+QString whyThereIsNone(const Session& session) {
+  const QString& reason = session.document()->told.noBackup;
+  if (!reason.isEmpty()) {
+    return formatted(tr("No backup could be made in “%@”: %@."), {backupFolderOf(session), reason});
+  }
+  return preferences::kDailyBackups.isOn(session.ports().defaults)
+             ? tr("The first backup is made today when you close.")
+             : tr("Backups that make themselves are switched off in the preferences.");
+}
 
 }  // namespace
 
@@ -108,7 +120,7 @@ QWidget* RestoreWindow::makeTable() {
   table_->setAccessibleName(tr("Backups"));
   table_->setSelectionMode(QAbstractItemView::SingleSelection);
   table_->setTable(rows_);
-  table_->setEmptyState(tr("The first backup is made today when you close."));
+  table_->setEmptyState(whyThereIsNone(session_));
   connect(table_, &RowTableView::selectionChanged, this, [this] { showChosen(); });
   connect(table_, &RowTableView::rowActivated, this, [this] { lookInside(); });
   return table_;
