@@ -75,7 +75,7 @@ TEST_F(Restoring, TakesTheStateOfTheBackupAsOneStepAndLeavesTheWindows) {
   const OpenDocument* document = session.document();
   windows.forget();
   alerts.willAnswer({"Restore", "It Was Not"});
-  EXPECT_EQ(restoreFromBackup(session, backup), "“Work” is as it was on Tue 24 Nov 2026, 10:00.");
+  EXPECT_EQ(restoreFromBackup(session, backup), "“Work” is as it was on Wed 25 Nov 2026, 10:00.");
   EXPECT_THAT(alerts.last().message.toStdString(), HasSubstr("1 entry that comes back was deleted since."));
   EXPECT_EQ(alerts.last().informative, "Acme - Design, Mon 23 Nov 2026, 12:00, 01:00:00");
   EXPECT_EQ(session.document(), document);

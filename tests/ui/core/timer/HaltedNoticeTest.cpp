@@ -172,6 +172,7 @@ TEST_F(Halted, SeveralAreAnsweredTogetherAndEachCrashForItself) {
 }
 
 TEST_F(Halted, AnEndThatAskedNobodyIsToldOfOnce) {
+  openDocument();
   addRunning("Acme");
   stopUnasked(session, true);
   EXPECT_EQ(entry(0).duration(), 3600);
