@@ -119,8 +119,8 @@ Program::~Program() {
 }
 
 void Program::launch(const QString& file) {
+  tellOfUnaskedEnd(session_);  // what is said of the document while it opens stands before it
   launch_.launch(file);
-  tellOfUnaskedEnd(session_);
 }
 
 void Program::goIntoPanel() {

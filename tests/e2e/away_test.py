@@ -109,6 +109,7 @@ def journey(desktop, presence):
     wait_for("both are one again", lambda: len(entries("id")) == 1)
     expect("and it is asked again", entries("awayFrom, awayTo, running")[0] == (away_from, away_to, 1))
 
+    app.press("Dismiss", "push button")  # that the first one runs on
     app.press("Decide…", "push button")
     window = app.window("Time Away")
     app.press("Take it off and book it to", "radio button", within=window)
