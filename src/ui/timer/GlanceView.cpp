@@ -65,7 +65,6 @@ GlanceView::GlanceView(HoursAtAGlance& hours, Session& session)
   for (Notifier* news : {&session.standaloneChanges(), &session.documentChanges()}) {
     observations_.push_back(news->observe([this] { showWhatApplies(); }));
   }
-  showHours();
   showWhatApplies();
 }
 
@@ -73,11 +72,15 @@ void GlanceView::showHours() {
   const Glance& glance = hours_.glance();
   today_->show(glance.today);
   week_->show(glance.week);
+  if (session_.isStandalone()) return;  // nobody hears of what is not shown
   const int unsent = glance.unsentEntries;
   notSent_->show(glance.notSent, counted(unsent, "1 entry", "%Ln entries"));
 }
 
 /// What is kept by hand is never sent.
-void GlanceView::showWhatApplies() { notSent_->setVisible(!session_.isStandalone()); }
+void GlanceView::showWhatApplies() {
+  notSent_->setVisible(!session_.isStandalone());
+  showHours();
+}
 
 }  // namespace pendra
