@@ -221,12 +221,17 @@ class Day {
   void backUp() {
     inNextSheet([](QDialog& panel) { QMetaObject::invokeMethod(&panel, "accept"); });
     stage_.perform(Command::BackUp);
+    const auto& news = named<QWidget>(window(), QStringLiteral("noticeLine"));
+    until("the news that it was backed up",
+          [&] { return news.isVisible() && news.maximumHeight() == QWIDGETSIZE_MAX; });
     show("back-up", QStringLiteral("A copy of the document is a file, and can lie anywhere."));
+    Notices& notices = stage_.session().notices();
+    notices.withdraw(notices.standing().front().key);
   }
 
   void report() {
     stage_.perform(Command::Report);
-    story_.tell(QStringLiteral("report"), QStringLiteral("The report sums the hours of the week."),
+    story_.tell(QStringLiteral("report"), QStringLiteral("The report sums the hours of the month."),
                 windowTitled(QStringLiteral("Report")));
   }
 
