@@ -46,6 +46,8 @@ QuickReadingLabel::QuickReadingLabel(QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);
   setObjectName(QStringLiteral("quickEntryReading"));
   setAccessibleName(tr("Quick entry reading"));
+  // Its lines wrap. A layout that had to give it the width of the longest would reckon with too few of them.
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 }
 
 void QuickReadingLabel::say(const QuickReadingTexts& texts) {
