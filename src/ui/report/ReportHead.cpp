@@ -18,7 +18,7 @@ namespace pendra {
 
 namespace {
 
-constexpr int kDateWidth = 104;
+constexpr int kDateWidth = 112;
 constexpr double kSumOfAll = 24;  // points
 constexpr double kOtherSums = 15;
 
@@ -199,9 +199,11 @@ void ReportHead::showQuery(const ReportQuery& query) {
     const QSignalBlocker silent(kinds_[at]);
     kinds_[at]->setChecked(static_cast<std::size_t>(query.range.kind) == at);
   }
-  // Dates that were typed are their own title.
-  dates_->setVisible(query.range.kind == RangeKind::Dates);
-  title_->setVisible(query.range.kind != RangeKind::Dates);
+  // Dates that were typed are their own title. One goes before the other comes: the window would grow to hold
+  // both, and stay that wide.
+  const bool isTyped = query.range.kind == RangeKind::Dates;
+  (isTyped ? title_ : dates_)->hide();
+  (isTyped ? dates_ : title_)->show();
   for (const auto& [field, date] : {std::pair(from_, query.range.first), std::pair(to_, query.range.last)}) {
     field->setText(fieldDate(date, locale()));
   }
