@@ -32,9 +32,7 @@ PageProcess::~PageProcess() {
   stop();
 }
 
-QString PageProcess::installed() {
-  return helperFolder() + u"/pendra-page";
-}
+QString PageProcess::installed() { return helperFolder() + u"/pendra-page"; }
 
 void PageProcess::load(const QString& address, const QString& peer) {
   address_ = address;

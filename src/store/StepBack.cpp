@@ -28,14 +28,24 @@ bool StepBack::isFree() {
   for (ManagedObject* object : step_.inserted) {
     if (object->isDeleted() || isFixed(*object, nullptr)) skip(*object);
   }
+  for (const auto& object : step_.deleted) {
+    if (isReplaced(*object)) skip(*object);
+  }
   return skipped_.empty();
 }
 
 void StepBack::bringBack() {
+  std::vector<OwnedObject> replaced;
   for (auto& object : std::exchange(step_.deleted, {})) {
+    if (isReplaced(*object)) {
+      skip(*object);
+      replaced.push_back(std::move(object));
+      continue;
+    }
     back_.push_back(object.get());
     context_.putBack(std::move(object));
   }
+  step_.deleted = std::move(replaced);
   std::sort(back_.begin(), back_.end());
 }
 
@@ -122,6 +132,12 @@ bool StepBack::isHeldBy(const ManagedObject& object, const std::vector<ManagedOb
                        const auto targets = property.access.toMany(owner).targets();
                        return !std::all_of(targets.begin(), targets.end(), leaves);
                      });
+}
+
+/// A backup brought it into the document a second time, and that one stayed: both would be one row of the
+/// file.
+bool StepBack::isReplaced(const ManagedObject& object) const {
+  return context_.objectWithID(object.entity(), object.objectID()) != nullptr;
 }
 
 bool StepBack::isFixed(const ManagedObject& object, const PropertyDescriptor* property) const {

@@ -8,7 +8,7 @@ namespace pendra {
 /// inside an edit, whose record does it again.
 class StepBack {
  public:
-  /// The step gives its objects away.
+  /// The step gives its objects away, but for those that stay out.
   StepBack(ObjectContext& context, EditRecord& step) : context_(context), step_(step) {}
 
   void run();
@@ -26,6 +26,7 @@ class StepBack {
   void removeOrphans();
   void removeInserted();
   [[nodiscard]] bool isHeldBy(const ManagedObject& object, const std::vector<ManagedObject*>& leaving) const;
+  [[nodiscard]] bool isReplaced(const ManagedObject& object) const;
   [[nodiscard]] bool isFixed(const ManagedObject& object, const PropertyDescriptor* property) const;
   void skip(ManagedObject& object, const PropertyDescriptor* property = nullptr);
 

@@ -19,6 +19,9 @@ std::vector<Skipped> UndoStack::apply(std::deque<EditRecord>& from, std::deque<E
   EditRecord inverse = context_.editing_->runBack(step.name, [&] { back.run(); });
   inverse.isIndivisible = step.isIndivisible;
   if (!inverse.isEmpty()) to.push_back(std::move(inverse));
+  std::deque<EditRecord> rest;
+  rest.push_back(std::move(step));  // with what stays out for good
+  drop(std::move(rest));
   observers_.tell(News::Changed);
   return back.skipped();
 }

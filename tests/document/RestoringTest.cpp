@@ -105,6 +105,28 @@ TEST_F(Restoring, TakesTheStateOfTheBackupAsOneStepAndLeavesTheWindows) {
   EXPECT_EQ(entries()[0]->duration(), 1800);
 }
 
+TEST_F(Restoring, BringsNothingBackBesideWhatCameBackFromTheBackup) {
+  const BackupFile backup = backUp();
+  edit([&] {
+    for (TimeEntry* entry : entries()) entry->setDateSubmitted(clock.now());
+  });
+  edit([&] {
+    while (!entries().empty()) session.context()->deleteObject(*entries()[0]);
+  });
+  alerts.willAnswer({"Restore", "It Was Sent"});
+  ASSERT_TRUE(restoreFromBackup(session, backup));
+  UndoStack& steps = session.context()->undoStack();
+  EXPECT_FALSE(steps.undo().empty()) << "what was sent stays";
+  EXPECT_FALSE(steps.undo().empty()) << "and stands for what was deleted";
+  EXPECT_EQ(entries().size(), 2U);
+  while (steps.canUndo()) steps.undo();
+  while (steps.canRedo()) steps.redo();
+  EXPECT_EQ(entries().size(), 2U);
+  const auto stored = readBackup(session, path("Work.pdr"));
+  ASSERT_TRUE(stored);
+  EXPECT_TRUE(changesSince(*stored.value(), *session.context()).isNothing()) << "as in the file";
+}
+
 TEST_F(Restoring, DoesNothingWithoutABackupOfTheDocumentOrOfTheDay) {
   const BackupFile backup = backUp();
   edit([&] { entries()[0]->setDuration(60); });

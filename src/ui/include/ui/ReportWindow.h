@@ -2,7 +2,6 @@
 // The window shows one report at a time: of its document, its query and now. Whatever changes one of the
 // three has it made anew; nothing of it is kept up to date by hand.
 
-
 #include "model/Report.h"
 #include "store/Observers.h"
 #include "ui/AppWindow.h"
