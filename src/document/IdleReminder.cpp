@@ -27,9 +27,14 @@ IdleReminder::IdleReminder(Session& session, std::function<void(const QString&)>
   UserDefaults& defaults = session_.ports().defaults;
   for (const QString& key : {preferences::kReminder.key, preferences::kRemindMinutes.key,
                              preferences::kRemindFrom.key, preferences::kRemindUntil.key}) {
-    preferences_.push_back(defaults.changesOf(key).observe([this] { wait(); }));
+    preferences_.push_back(defaults.changesOf(key).observe([this] { followPreferences(); }));
   }
   followDocument();
+}
+
+void IdleReminder::followPreferences() {
+  if (!preferences::kReminder.isOn(session_.ports().defaults)) session_.notices().withdraw(kKey);
+  wait();
 }
 
 void IdleReminder::followDocument() {

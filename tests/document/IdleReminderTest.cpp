@@ -62,6 +62,9 @@ TEST_F(IdleReminderTest, RemindsOnceUntilSomethingRuns) {
   }
   EXPECT_EQ(notices(), QStringList("Nothing has run for 15 minutes."));
   EXPECT_EQ(told, notices());
+  defaults.setBoolean(preferences::kReminder.key, false);
+  EXPECT_TRUE(notices().isEmpty());
+  defaults.setBoolean(preferences::kReminder.key, true);
   clock.advance(3600);
   reminder.look();
   EXPECT_EQ(told.size(), 1);

@@ -25,6 +25,7 @@ class IdleReminder {
   void look();
 
  private:
+  void followPreferences();
   void followDocument();
   void followWhatRuns();
   void wait();
