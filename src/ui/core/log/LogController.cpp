@@ -115,15 +115,23 @@ std::vector<LogRow> LogController::makeRows() const {
   }
   const bool hides = hidesSubmitted();
   const DayRange range = days();
-  if (!filter) rows.reserve(context()->all<TimeEntry>().size());
-  for (Activity* activity : context()->all<Activity>()) {
-    if (filter && !filter->matches(*activity)) continue;
-    const Ref<Activity> of(activity);
-    for (TimeEntry* entry : activity->entries()) {
-      LogRow row = rowOf(*entry, of);
-      if (hides && row.showsAsSent()) continue;
-      if (range.contains(*entry)) rows.push_back(std::move(row));
+  const auto take = [&](TimeEntry& entry, const Ref<Activity>& of) {
+    LogRow row = rowOf(entry, of);
+    if (hides && row.showsAsSent()) return;
+    if (range.contains(entry)) rows.push_back(std::move(row));
+  };
+  if (!filter) {
+    // Nearly in the order of time, and one beside the other in memory.
+    rows.reserve(context()->all<TimeEntry>().size());
+    for (TimeEntry* entry : context()->all<TimeEntry>()) {
+      if (Activity* activity = entry->activity()) take(*entry, activity);
     }
+    return rows;
+  }
+  for (Activity* activity : context()->all<Activity>()) {
+    if (!filter->matches(*activity)) continue;
+    const Ref<Activity> of(activity);
+    for (TimeEntry* entry : activity->entries()) take(*entry, of);
   }
   return rows;
 }

@@ -125,8 +125,10 @@ std::optional<Instant> LogRow::end() const {
 bool LogRow::canStart() const { return of && !of->isRunning(); }
 
 QStringList widestLogDates(const QLocale& locale, bool withTime) {
+  // Where months are numbers, one of two digits is as wide as any.
+  const bool namesMonths = locale.dateFormat(QLocale::ShortFormat).contains(u"MMM");
   QStringList texts;
-  for (int month = 1; month <= 12; ++month) {
+  for (int month = namesMonths ? 1 : 12; month <= 12; ++month) {
     for (int day = 20; day < 27; ++day) {
       const QDateTime local({2026, month, day}, QTime(22, 48, 48), Qt::UTC);
       texts << (withTime ? dateText(local, locale) : dayText(local.date(), locale));

@@ -352,22 +352,32 @@ class RowTable final : public TableModel {
     for (const Row& row : rows) keys.emplace_back(valueOf(row), static_cast<int>(keys.size()));
     const auto before = [](const auto& a, const auto& b) { return a.first < b.first; };
     const auto after = [](const auto& a, const auto& b) { return b.first < a.first; };
-    if (sort_.ascending) {
-      std::stable_sort(keys.begin(), keys.end(), before);
-    } else {
-      std::stable_sort(keys.begin(), keys.end(), after);
-    }
+    const auto sort = [&keys](const auto& comesFirst) {
+      if (std::is_sorted(keys.begin(), keys.end(), comesFirst)) return false;
+      std::stable_sort(keys.begin(), keys.end(), comesFirst);
+      return true;
+    };
+    if (!(sort_.ascending ? sort(before) : sort(after))) return {};
     std::vector<int> order;
     order.reserve(keys.size());
     for (const auto& [value, index] : keys) order.push_back(index);
     return order;
   }
-  static void arrange(std::vector<Row>& rows, const std::vector<int>& order) {
-    if (order.empty()) return;
-    std::vector<Row> arranged;
-    arranged.reserve(rows.size());
-    for (const int row : order) arranged.push_back(std::move(rows[static_cast<size_t>(row)]));
-    rows = std::move(arranged);
+  /// Within the same memory, of which many rows have much: round by round of those that change places.
+  static void arrange(std::vector<Row>& rows, std::vector<int> order) {
+    const auto rowFor = [&order](size_t place) { return static_cast<size_t>(order[place]); };
+    for (size_t begin = 0; begin < order.size(); ++begin) {
+      if (rowFor(begin) == begin) continue;
+      Row first = std::move(rows[begin]);
+      size_t place = begin;
+      for (size_t from = rowFor(place); from != begin; from = rowFor(place)) {
+        rows[place] = std::move(rows[from]);
+        order[place] = static_cast<int>(place);
+        place = from;
+      }
+      rows[place] = std::move(first);
+      order[place] = static_cast<int>(place);
+    }
   }
   void reorder(const std::vector<int>& order) {
     if (std::is_sorted(order.begin(), order.end())) return;
