@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <string_view>
 #include <unordered_map>
 
 #include "store/RelationshipKeeper.h"
@@ -101,11 +102,12 @@ class Rows {
     sqlite3_value* value = valueOf(column);
     return value ? std::optional(sqlite3_value_double(value)) : std::nullopt;
   }
-  [[nodiscard]] std::optional<QString> text(int column) const {
+  /// In UTF-8, until the next row.
+  [[nodiscard]] std::optional<std::string_view> text(int column) const {
     sqlite3_value* value = valueOf(column);
     if (!value) return std::nullopt;
     const auto* letters = reinterpret_cast<const char*>(sqlite3_value_text(value));
-    return QString::fromUtf8(letters, sqlite3_value_bytes(value));
+    return std::string_view(letters ? letters : "", static_cast<std::size_t>(sqlite3_value_bytes(value)));
   }
 
  private:
@@ -122,15 +124,24 @@ class Rows {
 /// Lets the objects of a table hold equal texts once, of which there are many.
 class SharedTexts {
  public:
-  void share(Slot<QString>& slot) {
-    if (!slot.get()) return;
+  void read(Slot<QString>& slot, std::optional<std::string_view> letters) {
+    if (!letters) return slot.set(std::nullopt);
+    if (const auto known = known_.find(*letters); known != known_.end()) {
+      slot = known->second;
+      return;
+    }
+    slot.set(QString::fromUtf8(letters->data(), static_cast<qsizetype>(letters->size())));
     if (known_.size() == kMost) known_.clear();
-    slot = known_.emplace(*slot.get(), slot).first->second;
+    known_.emplace(*letters, slot);
   }
 
  private:
+  /// Looks letters up where they stand in the row.
+  struct Hash : std::hash<std::string_view> {
+    using is_transparent = void;
+  };
   static constexpr std::size_t kMost = 10000;  // where so many differ, sharing saves little
-  std::unordered_map<QString, Slot<QString>> known_;
+  std::unordered_map<std::string, Slot<QString>, Hash, std::equal_to<>> known_;
 };
 
 /// What is NULL in the file is absent, whatever the class gives a new object.
@@ -138,8 +149,7 @@ void readAttribute(ManagedObject& object, const PropertyDescriptor& property, co
                    SharedTexts& texts) {
   switch (property.kind) {
     case Kind::Text:
-      property.access.text(object).set(rows.text(column));
-      texts.share(property.access.text(object));
+      texts.read(property.access.text(object), rows.text(column));
       break;
     case Kind::Boolean: {
       const auto value = rows.integer(column);
