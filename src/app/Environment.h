@@ -15,11 +15,11 @@ namespace pendra {
 
 /// Every port, in the order in which they need each other. Outlives the delegate.
 struct Environment {
-  /// The user's own folders, clock and desktop.
-  static Environment ofUser() {
+  /// The user's own folders and desktop, by that clock and calendar.
+  static Environment ofUser(std::unique_ptr<Clock> clock, std::unique_ptr<Calendar> calendar) {
     return {.places = Places::ofUser(),
-            .clock = std::make_unique<SystemClock>(),
-            .calendar = Calendar::ofSystem(),
+            .clock = std::move(clock),
+            .calendar = std::move(calendar),
             .workspace = DesktopWorkspace::ofUser(),
             .idle = SessionIdle::ofUser(),
             .sleep = MachineSleep::ofMachine(),
@@ -30,7 +30,7 @@ struct Environment {
 
   Places places;
   std::unique_ptr<Clock> clock;
-  Calendar calendar;
+  std::unique_ptr<Calendar> calendar;
   std::unique_ptr<Workspace> workspace;
   std::unique_ptr<IdleSource> idle{};     ///< none where nobody is asked about time away
   std::unique_ptr<SleepSource> sleep{};   ///< as that
@@ -45,7 +45,7 @@ struct Environment {
   QtPanels panels{modals, defaults, places.documents};
 
   [[nodiscard]] Ports ports(Windows& windows) {
-    return {*clock, calendar, places, defaults, unasked, panels, *workspace, modals, notifications, windows};
+    return {*clock, *calendar, places, defaults, unasked, panels, *workspace, modals, notifications, windows};
   }
 };
 

@@ -75,7 +75,8 @@ Program::Program(Environment& environment)
   unanswered_.setInterval(kUntilUnanswered);
   QObject::connect(&unanswered_, &QTimer::timeout, &unanswered_, [this] { endUnasked(); });
   windows_.connectTo(session_, commands_, link_, history_, [this] { terminate(); });
-  appearOnDesktop();
+  // Nobody waits for that, but for the window.
+  QTimer::singleShot(0, &waiting_, [this] { appearOnDesktop(); });
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp,
                    [this](QSessionManager& manager) { endOfSession(manager); });
 }
@@ -118,9 +119,9 @@ Program::~Program() {
   environment_.alerts.setTimerWindow({});
 }
 
-void Program::launch(const QString& file) {
+void Program::launch(const QString& file, ReadAhead* ahead) {
   tellOfUnaskedEnd(session_);  // what is said of the document while it opens stands before it
-  launch_.launch(file);
+  launch_.launch(file, ahead);
 }
 
 void Program::goIntoPanel() {

@@ -18,6 +18,7 @@
 #include "document/AwayWatch.h"
 #include "document/IdleReminder.h"
 #include "document/Launch.h"
+#include "document/ReadAhead.h"
 #include "platform/SingleInstance.h"
 #include "ui_core/AskedOutside.h"
 #include "ui_core/AwayNotice.h"
@@ -36,8 +37,8 @@ class Program {
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
-  /// Launches into the last document, or into `file` when one is given.
-  void launch(const QString& file);
+  /// Launches into the last document, or into `file` when one is given; it may have been read ahead.
+  void launch(const QString& file, ReadAhead* ahead = nullptr);
   /// Hides the timer window where a panel shows the program; whoever started it did not ask for a window.
   void goIntoPanel();
   /// A second start handed over what it was asked for; nothing of it only brings the windows to the front.

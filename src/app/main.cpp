@@ -10,6 +10,7 @@
 #include "platform/DesktopLook.h"
 #include "platform/Identifiers.h"
 #include "platform/Log.h"
+#include "platform/Preferences.h"
 #include "platform/Resources.h"
 #include "platform/SingleInstance.h"
 #include "platform/Translation.h"
@@ -56,9 +57,29 @@ struct Ended {
   std::optional<pendra::StartRequest> wanted{};
 };
 
-Ended runClaimed(const CommandLine& line, pendra::SingleInstance& instance) {
-  auto environment = pendra::Environment::ofUser();
-  const pendra::ZoneFollower zone(environment.calendar);
+/// What needs no toolkit: while that starts, the document is read that will most likely be opened.
+struct Beginning {
+  explicit Beginning(const CommandLine& line) {
+    const QString file = line.file.isEmpty() ? lastDocument() : line.file;
+    // A backup is restored first, and one of an older name gets its new one.
+    if (!line.isNewFile && file.endsWith(u".pdr")) ahead.emplace(file, model, *clock, *calendar);
+  }
+
+  static QString lastDocument() {
+    const pendra::UserDefaults defaults(pendra::Places::ofUser().defaultsFile());
+    return defaults.text(pendra::preferences::kLastDocument).value_or(QString());
+  }
+
+  pendra::ObjectModel model = pendra::loadObjectModel();
+  std::unique_ptr<pendra::Clock> clock = std::make_unique<pendra::SystemClock>();
+  std::unique_ptr<pendra::Calendar> calendar =
+      std::make_unique<pendra::Calendar>(pendra::Calendar::ofSystem());
+  std::optional<pendra::ReadAhead> ahead;
+};
+
+Ended runClaimed(const CommandLine& line, Beginning& beginning, pendra::SingleInstance& instance) {
+  auto environment = pendra::Environment::ofUser(std::move(beginning.clock), std::move(beginning.calendar));
+  const pendra::ZoneFollower zone(*environment.calendar);
   pendra::Consent(environment.defaults).programStarted();
   if (!line.isDark) pendra::Theme::force(environment.defaults);
   pendra::Program program(environment);
@@ -66,14 +87,14 @@ Ended runClaimed(const CommandLine& line, pendra::SingleInstance& instance) {
       program.session(), [&program] { return program.busyWith(); }, [&program] { return program.sendAll(); });
   instance.offer(timing);
   instance.setOpener([&program](const pendra::StartRequest& request) { program.openFromOutside(request); });
-  program.launch(line.file);
+  program.launch(line.file, beginning.ahead ? &*beginning.ahead : nullptr);
   if (line.isInPanel) program.goIntoPanel();
   program.act(line.action);
   const int status = QApplication::exec();
   return {status, program.wanted()};
 }
 
-Ended claimAndRun(const CommandLine& line, const QString& activation) {
+Ended claimAndRun(const CommandLine& line, Beginning& beginning, const QString& activation) {
   using Claim = pendra::SingleInstance::Claim;
   pendra::SingleInstance instance;
   const Claim claim = instance.claim({line.file, line.action, activation});
@@ -81,14 +102,14 @@ Ended claimAndRun(const CommandLine& line, const QString& activation) {
   if (claim == Claim::Unanswered) {
     return {refuse(pendra::tr("the Pendra that runs already does not answer"), status::kFailed)};
   }
-  return runClaimed(line, instance);
+  return runClaimed(line, beginning, instance);
 }
 
-int runProgram(const CommandLine& line, const QString& activation) {
+int runProgram(const CommandLine& line, Beginning& beginning, const QString& activation) {
   if (const auto made = makeFile(line); !made) {
     return refuse(line.file + u": " + made.error().text, status::kNoDocument);
   }
-  const Ended ended = claimAndRun(line, activation);
+  const Ended ended = claimAndRun(line, beginning, activation);
   if (!ended.wanted) return ended.status;
   // That start was told that it is taken care of, and it is, now that document and name are free.
   QStringList arguments;
@@ -98,17 +119,8 @@ int runProgram(const CommandLine& line, const QString& activation) {
   return ended.status;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  const auto start = pendra::answerTerminal(argc, argv);
-  if (const int* status = std::get_if<int>(&start)) return *status;
-  const auto& line = std::get<CommandLine>(start);
-  const bool draws = line.task == CommandLine::Task::DrawTour;
-  if (draws) qputenv("QT_QPA_PLATFORM", "offscreen");
-  pendra::installLog();
-  const QString activation = pendra::takeActivation();  // before the toolkit does
-  Application application(argc, argv);
+/// What everything that is drawn needs, the windows and their pictures alike.
+void dress(Application& application) {
   // Without a display name: it would stand behind the title of every window.
   QApplication::setApplicationName(QStringLiteral("pendra"));
   QApplication::setApplicationVersion(pendra::shortVersion());
@@ -116,12 +128,36 @@ int main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   pendra::Theme::install(application);
   pendra::installComboBoxAccessibility();
-  if (draws) return pendra::drawTour(line.tourFolder) ? status::kDone : status::kFailed;
+}
+
+int drawTour(int argc, char** argv, const CommandLine& line) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  Application application(argc, argv);
+  dress(application);
+  return pendra::drawTour(line.tourFolder) ? status::kDone : status::kFailed;
+}
+
+int run(int argc, char** argv, const CommandLine& line) {
+  const QString activation = pendra::takeActivation();  // before the toolkit does
+  Beginning beginning(line);
+  Application application(argc, argv);
+  auto asking = pendra::PortalLook::askForUser();
+  dress(application);
   pendra::installTranslations(application, pendra::translationFolder());
   if (line.isDark) pendra::Theme::force(*line.isDark ? pendra::Appearance::Dark : pendra::Appearance::Light);
-  const auto look = pendra::PortalLook::ofUser();
+  const auto look = pendra::PortalLook::ofUser(std::move(asking));
   const auto follow = [&look] { pendra::Theme::follow(look->look()); };
   const auto following = look->changes().observe(follow);
   follow();
-  return runProgram(line, activation);
+  return runProgram(line, beginning, activation);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const auto start = pendra::answerTerminal(argc, argv);
+  if (const int* status = std::get_if<int>(&start)) return *status;
+  const auto& line = std::get<CommandLine>(start);
+  pendra::installLog();
+  return line.task == CommandLine::Task::DrawTour ? drawTour(argc, argv, line) : run(argc, argv, line);
 }

@@ -8,6 +8,7 @@
 #include "document/DocumentClosing.h"
 #include "document/DocumentFiles.h"
 #include "document/Documents.h"
+#include "document/ReadAhead.h"
 #include "document/RunningTimers.h"
 #include "document/Session.h"
 #include "model/Queries.h"
@@ -33,11 +34,11 @@ void setLastDocumentPath(Session& session, const QString& path) {
   session.ports().defaults.setText(preferences::kLastDocument, path);
 }
 
-void loadLastDocument(Session& session) {
+void loadLastDocument(Session& session, ReadAhead* ahead) {
   if (session.document()) return;
   const auto last = lastDocumentPath(session);
   if (last && QFileInfo(*last).isFile()) {
-    loadDocument(session, last);
+    loadDocument(session, last, ahead);
     return;
   }
   if (!last || !isOutOfReach(*last)) {
@@ -69,13 +70,15 @@ std::optional<QString> placeOf(Session& session, const QString& asked) {
 
 }  // namespace
 
-bool loadDocument(Session& session, const std::optional<QString>& chosen) {
+bool loadDocument(Session& session, const std::optional<QString>& chosen, ReadAhead* ahead) {
   const Ports& ports = session.ports();
   const QString asked = chosen ? *chosen : untitledPath(ports.places);
   if (session.document() && session.document()->isAt(asked)) return true;
   const auto path = placeOf(session, asked);
   if (!path) return false;
-  auto read = OpenDocument::read(*path, session.objectModel(), ports.clock, ports.calendar);
+  auto context = ahead ? ahead->take() : nullptr;
+  auto read = context ? OpenDocument::read(*path, std::move(context))
+                      : OpenDocument::read(*path, session.objectModel(), ports.clock, ports.calendar);
   if (read || !session.document()) setLastDocumentPath(session, *path);
   if (!read) {
     sayNotOpened(session, *path, read.error());

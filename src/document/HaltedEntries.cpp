@@ -38,14 +38,18 @@ std::optional<Instant> timeOfLastSave(const QString& path) {
 }
 
 void haltRunningEntries(ObjectContext& context, std::optional<Instant> lastSave) {
-  const auto cutOff = context.fetch<TimeEntry>(isCutOff);
+  std::vector<TimeEntry*> running;
+  std::vector<TimeEntry*> cutOff;
+  for (TimeEntry* entry : context.all<TimeEntry>()) {
+    if (entry->running() == false) continue;
+    running.push_back(entry);
+    if (isCutOff(*entry)) cutOff.push_back(entry);
+  }
   if (!cutOff.empty()) {
     const Instant until = lastSignOfLife(context, cutOff, lastSave);
     for (TimeEntry* entry : cutOff) entry->setHaltedAt(until);
   }
-  for (TimeEntry* entry : context.all<TimeEntry>()) {
-    if (entry->running() != false) entry->setRunning(false);
-  }
+  for (TimeEntry* entry : running) entry->setRunning(false);
 }
 
 HaltedEntries haltedEntries(const ObjectContext& context) {

@@ -20,18 +20,18 @@ void mergeByDefault(UserDefaults& defaults) {
   }
 }
 
-void Launch::launch(const QString& file) {
+void Launch::launch(const QString& file, ReadAhead* ahead) {
   session_.showIntroSheet = false;
   UserDefaults& defaults = session_.ports().defaults;
   mergeByDefault(defaults);
   session_.showIntroSheet = introductionIsDue();
   backups_.start();  // what the first document was before an upgrade is kept, too
   if (file.isEmpty()) {
-    loadLastDocument(session_);
+    loadLastDocument(session_, ahead);
   } else if (!QFileInfo::exists(file)) {
     sayNotOpened(session_, file, systemError(ENOENT));
   } else {
-    loadDocument(session_, file);
+    loadDocument(session_, file, ahead);
   }
   autoSave_.start();
   tellOfRescued(session_);

@@ -49,8 +49,12 @@ void completeSettings(ObjectContext& context) {
 
 Result<std::unique_ptr<OpenDocument>> OpenDocument::read(const QString& path, const ObjectModel& model,
                                                          const Clock& clock, const Calendar& calendar) {
+  return read(path, std::make_shared<ObjectContext>(model, clock, calendar));
+}
+
+Result<std::unique_ptr<OpenDocument>> OpenDocument::read(const QString& path,
+                                                         std::shared_ptr<ObjectContext> context) {
   const auto lastSave = timeOfLastSave(path);
-  auto context = std::make_shared<ObjectContext>(model, clock, calendar);
   if (auto opened = context->open(path); !opened) return opened.error();
   std::unique_ptr<OpenDocument> document(new OpenDocument(path, std::move(context)));
   // Nobody's hand did this; where it cannot be stored, the commit's state says so.

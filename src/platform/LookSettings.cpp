@@ -1,7 +1,6 @@
 #include "LookSettings.h"
 
 #include <QDBusArgument>
-#include <QDBusConnectionInterface>
 #include <QDBusMetaType>
 #include <QVariantMap>
 #include <cmath>
@@ -17,6 +16,21 @@ const QString kAppearance = QStringLiteral("org.freedesktop.appearance");
 const QString kInterface = QStringLiteral("org.gnome.desktop.interface");
 /// As long as nobody notices that a window came later.
 constexpr int kPatience = 150;
+
+QDBusMessage question() {
+  auto call = QDBusMessage::createMethodCall(kPortal, kPortalObject, kSettings, QStringLiteral("ReadAll"));
+  call << QStringList{kAppearance, kInterface};
+  return call;
+}
+
+/// Asking it a question would start one that does not run.
+bool portalRuns(const QDBusConnection& session) {
+  const QString bus = QStringLiteral("org.freedesktop.DBus");
+  auto call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
+                                             QStringLiteral("NameHasOwner"));
+  call << kPortal;
+  return session.call(call, QDBus::Block, kPatience).arguments().value(0).toBool();
+}
 
 /// Red, green and blue from 0 to 1; anything else says that there is none.
 std::optional<quint32> colourOf(const QVariant& value) {
@@ -64,15 +78,14 @@ LookSettings::LookSettings(const QDBusConnection& session, PortalLook& owner)
                    SLOT(changed(QString, QString, QDBusVariant)));
 }
 
-void LookSettings::read() {
-  if (!session_.isConnected()) return;
-  auto call = QDBusMessage::createMethodCall(kPortal, kPortalObject, kSettings, QStringLiteral("ReadAll"));
-  call << QStringList{kAppearance, kInterface};
-  if (session_.interface()->isServiceRegistered(kPortal).value()) {
-    const QDBusMessage reply = session_.call(call, QDBus::Block, kPatience);
-    if (reply.type() == QDBusMessage::ReplyMessage) return answered(reply);
-  }
-  session_.callWithCallback(call, this, SLOT(answered(QDBusMessage)));
+QDBusMessage LookSettings::ask(const QDBusConnection& session) {
+  return session.isConnected() && portalRuns(session) ? session.call(question(), QDBus::Block, kPatience)
+                                                      : QDBusMessage();
+}
+
+void LookSettings::read(const QDBusMessage& reply) {
+  if (reply.type() == QDBusMessage::ReplyMessage) return answered(reply);
+  if (session_.isConnected()) session_.callWithCallback(question(), this, SLOT(answered(QDBusMessage)));
 }
 
 void LookSettings::answered(const QDBusMessage& reply) {
@@ -93,13 +106,22 @@ void LookSettings::changed(const QString& group, const QString& key, const QDBus
   owner_.set(look);
 }
 
-std::unique_ptr<PortalLook> PortalLook::ofUser() {
-  return std::make_unique<PortalLook>(QDBusConnection::sessionBus());
+PortalLook::Asking PortalLook::askForUser() {
+  return std::async(std::launch::async, [] {
+    return std::make_shared<const QDBusMessage>(LookSettings::ask(QDBusConnection::sessionBus()));
+  });
 }
 
-PortalLook::PortalLook(const QDBusConnection& session)
+std::unique_ptr<PortalLook> PortalLook::ofUser(Asking asking) {
+  const auto reply = asking.get();  // first: until then the session's bus is not known
+  return std::unique_ptr<PortalLook>(new PortalLook(QDBusConnection::sessionBus(), *reply));
+}
+
+PortalLook::PortalLook(const QDBusConnection& session) : PortalLook(session, LookSettings::ask(session)) {}
+
+PortalLook::PortalLook(const QDBusConnection& session, const QDBusMessage& reply)
     : settings_(std::make_unique<LookSettings>(session, *this)) {
-  settings_->read();
+  settings_->read(reply);
 }
 PortalLook::~PortalLook() = default;
 

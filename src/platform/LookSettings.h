@@ -16,7 +16,11 @@ class LookSettings final : public QObject {
  public:
   LookSettings(const QDBusConnection& session, PortalLook& owner);
 
-  void read();
+  /// Asks the portal of that session, on whatever thread, and waits for it a moment where it runs already. An
+  /// empty message where there was no answer in that time.
+  [[nodiscard]] static QDBusMessage ask(const QDBusConnection& session);
+  /// Takes what was answered; where nothing was, asks again without waiting.
+  void read(const QDBusMessage& reply);
 
  private:
   Q_SLOT void changed(const QString& group, const QString& key, const QDBusVariant& value);

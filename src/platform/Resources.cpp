@@ -1,14 +1,16 @@
 #include "platform/Resources.h"
 
-#include <QCoreApplication>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 
 namespace pendra {
 
 namespace {
 
+/// Known before there is an application, as long as an upgrade has not moved the program.
 QString installation() {
-  const QString programs = QCoreApplication::applicationDirPath();
+  static const QString programs = QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).path();
   return QDir::cleanPath(programs + (programs.endsWith(u"/libexec/pendra") ? u"/../.." : u"/.."));
 }
 

@@ -77,7 +77,9 @@ void Connection::allowReadingAll() {
 }
 
 int Connection::countSteps(void* connection) {
-  return (static_cast<Connection*>(connection)->allowed_ -= kStepsAtOnce) < 0 ? 1 : 0;
+  Connection& counted = *static_cast<Connection*>(connection);
+  counted.allowed_ -= kStepsAtOnce;
+  return counted.allowed_ < 0 || counted.stop_.stop_requested() ? 1 : 0;
 }
 
 Error Connection::errorFrom(const SQLite::Exception& failure) const {

@@ -3,6 +3,7 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <memory>
+#include <stop_token>
 
 #include "platform/Result.h"
 
@@ -19,6 +20,8 @@ class Connection {
   [[nodiscard]] SQLite::Database& database() { return database_; }
   /// Allows so many steps of the database's machine from now on; work that takes more is ended as a failure.
   void allow(qint64 steps) { allowed_ = steps; }
+  /// Ends all work as a failure as soon as that is asked for.
+  void endAt(std::stop_token stop) { stop_ = std::move(stop); }
   /// Allows what reading every row and page of the file takes many times over.
   void allowReadingAll();
 
@@ -46,6 +49,7 @@ class Connection {
 
   SQLite::Database database_;
   qint64 allowed_ = 0;
+  std::stop_token stop_;
 };
 
 /// The steps that writing or erasing one row never needs.

@@ -176,6 +176,14 @@ QByteArray DocumentFile::state() const {
   return ::pread(descriptor_, bytes.data(), kStateSize, kStateAt) == kStateSize ? bytes : QByteArray();
 }
 
+FileMark DocumentFile::mark() const {
+  constexpr qint64 kNanoseconds = 1'000'000'000;
+  struct stat held {};
+  if (::fstat(descriptor_, &held) != 0) return {};
+  return {held.st_dev, held.st_ino, held.st_size, held.st_mtim.tv_sec * kNanoseconds + held.st_mtim.tv_nsec,
+          state()};
+}
+
 void DocumentFile::markStored() const {
   // A file whose time cannot be set is stored all the same.
   [[maybe_unused]] const int ignored = ::futimens(descriptor_, nullptr);

@@ -12,6 +12,16 @@ namespace pendra {
 /// What has become of a file that is held.
 enum class Whereabouts { InPlace, Deleted, Moved, Replaced, OutOfReach };
 
+/// One state of one file.
+struct FileMark {
+  dev_t device = 0;
+  ino_t number = 0;
+  qint64 size = 0;
+  qint64 changed = 0;  ///< when it was last written to, in nanoseconds
+  QByteArray state;    ///< what every save changes in it
+  friend bool operator==(const FileMark&, const FileMark&) = default;
+};
+
 /// A document's file, held open and locked against other processes.
 class DocumentFile {
  public:
@@ -45,6 +55,8 @@ class DocumentFile {
 
   /// Bytes of the file that every program's save changes: the database's count of changes, and sizes.
   [[nodiscard]] QByteArray state() const;
+  /// Tells this file as it is now from every other, and from itself at another time.
+  [[nodiscard]] FileMark mark() const;
 
   [[nodiscard]] Whereabouts whereabouts() const;
   /// The path that a file has which was moved; empty when nobody knows.

@@ -12,6 +12,15 @@
 
 namespace pendra {
 
+namespace {
+
+QByteArray pathOfLock(const QString& document) {
+  const QFileInfo file(document);
+  return QFile::encodeName(file.absolutePath() + u"/." + file.fileName() + u".lock");
+}
+
+}  // namespace
+
 Result<bool> lockFile(int descriptor) {
   if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0) return true;
   if (errno != EWOULDBLOCK) return false;
@@ -19,9 +28,8 @@ Result<bool> lockFile(int descriptor) {
 }
 
 Result<NameLock> NameLock::take(const QString& document) {
-  const QFileInfo file(document);
   NameLock lock;
-  lock.path_ = QFile::encodeName(file.absolutePath() + u"/." + file.fileName() + u".lock");
+  lock.path_ = pathOfLock(document);
   for (;;) {
     lock.descriptor_ = ::open(lock.path_.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
     if (!lock.isHeld()) return lock;
@@ -32,6 +40,10 @@ Result<NameLock> NameLock::take(const QString& document) {
     if (!locked.value() || lock.hasItsName()) return lock;
     ::close(std::exchange(lock.descriptor_, -1));  // whoever had it has removed it meanwhile
   }
+}
+
+bool NameLock::mayBeHeld(const QString& document) {
+  return ::access(pathOfLock(document).constData(), F_OK) == 0;
 }
 
 NameLock::NameLock(NameLock&& other) noexcept

@@ -12,6 +12,8 @@ class NameLock {
  public:
   /// Fails when another process has the document open. Where no file can be made or locked there is no lock.
   static Result<NameLock> take(const QString& document);
+  /// Whether a process has it, or had and was killed. Takes nothing, so that nobody is in anybody's way.
+  [[nodiscard]] static bool mayBeHeld(const QString& document);
   NameLock() = default;
   ~NameLock() { release(); }
   NameLock(NameLock&& other) noexcept;

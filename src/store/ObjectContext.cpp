@@ -1,6 +1,7 @@
 #include "store/ObjectContext.h"
 
 #include "Attributes.h"
+#include "DocumentFile.h"
 #include "Editing.h"
 #include "ObjectTable.h"
 #include "platform/Translation.h"
@@ -47,11 +48,25 @@ void ObjectContext::makeRoom(const EntityDescriptor& entity, std::size_t count) 
 Result<void> ObjectContext::open(const QString& path) {
   auto opened = PersistentStore::open(path, model_);
   if (!opened) return opened.error();
-  if (auto read = opened.value()->read(*this); !read) {
-    makeTables();  // half a document is none
-    return read;
-  }
   store_ = std::move(opened).value();
+  const auto ahead = std::exchange(ahead_, nullptr);
+  if (ahead && store_->isStill(*ahead)) return {};
+  makeTables();  // what was read of another file, or before it changed, is not this document
+  auto read = store_->read(*this);
+  if (!read) {
+    makeTables();  // half a document is none
+    store_.reset();
+  }
+  return read;
+}
+
+Result<void> ObjectContext::readAhead(const QString& path, const std::stop_token& stop) {
+  auto read = PersistentStore::readAhead(path, *this, model_, stop);
+  if (!read) {
+    makeTables();
+    return read.error();
+  }
+  ahead_ = std::make_unique<const FileMark>(std::move(read).value());
   return {};
 }
 

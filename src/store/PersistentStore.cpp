@@ -67,13 +67,6 @@ bool holdsMany(const EntityDescriptor& entity) {
                      [](const PropertyDescriptor& property) { return property.kind == Kind::ToMany; });
 }
 
-Result<void> checkPagesOf(const QString& path) {
-  auto opened = Connection::open(path, SQLite::OPEN_READONLY, kOpenPatience);
-  if (!opened) return opened.error();
-  Connection& connection = *opened.value();
-  return connection.guarded([&] { layouts::checkPages(connection); });
-}
-
 }  // namespace
 
 struct PersistentStore::Parts {
@@ -227,6 +220,40 @@ Result<void> PersistentStore::look(const QString& path, ObjectContext& context, 
   return read;
 }
 
+namespace {
+
+Error notReadAhead() { return {QStringLiteral("document"), 0, tr("whoever opens it has more to do")}; }
+
+}  // namespace
+
+Result<FileMark> PersistentStore::readAhead(const QString& path, ObjectContext& context,
+                                            const ObjectModel& model, const std::stop_token& stop) {
+  auto file = DocumentFile::look(path);
+  if (!file) return file.error();
+  if (NameLock::mayBeHeld(file.value().path())) return notReadAhead();
+  auto layout = file.value().layout(model.newestLayout());
+  if (!layout) return layout.error();
+  if (layout.value() != model.newestLayout()) return notReadAhead();
+  auto opened = Connection::open(file.value().path(), SQLite::OPEN_READONLY, 0);
+  if (!opened) return opened.error();
+  auto parts = std::make_unique<Parts>(std::move(file).value(), model);
+  parts->connection = std::move(opened).value();
+  parts->connection->endAt(stop);
+  auto ready = parts->connection->guarded([&] {
+    parts->connection->database().exec("BEGIN");  // nobody writes to it until the connection is closed
+    readFirstPage(*parts->connection);
+    layouts::checkColumns(*parts->connection, model);
+    parts->prepareRows();
+  });
+  if (!ready) return ready.error();
+  FileMark mark = parts->file.mark();
+  PersistentStore store(std::move(parts));
+  if (auto read = store.readRows(context); !read) return read.error();
+  return mark;
+}
+
+bool PersistentStore::isStill(const FileMark& mark) const { return parts_->file.mark() == mark; }
+
 Result<void> PersistentStore::check(const QString& path, const ObjectModel& model) {
   auto held = DocumentFile::hold(path);
   if (!held) return held.error();
@@ -286,10 +313,17 @@ QString pathOfLayoutCopy(const QString& document, int layout) {
       QStringLiteral("pdrbackup"));
 }
 
+Result<void> PersistentStore::checkPages(const QString& path) {
+  auto opened = Connection::open(path, SQLite::OPEN_READONLY, kOpenPatience);
+  if (!opened) return opened.error();
+  Connection& connection = *opened.value();
+  return connection.guarded([&] { layouts::checkPages(connection); });
+}
+
 Result<void> PersistentStore::read(ObjectContext& context) {
   // Each of the two takes long in a large document, and neither waits for the other: rows of damaged pages
   // are refused as well, or come to nothing with the whole document.
-  auto pages = std::async(&checkPagesOf, path());
+  auto pages = std::async(&PersistentStore::checkPages, path());
   auto rows = readRows(context);
   auto whole = pages.get();
   return whole ? rows : whole;

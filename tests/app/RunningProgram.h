@@ -38,7 +38,7 @@ class RunningProgram {
     Consent(environment_.defaults).noticeAnswered();
     const QString path = places.documents + u"/Work.pdr";
     {
-      const auto made = OpenDocument::read(path, loadObjectModel(), clock, environment_.calendar);
+      const auto made = OpenDocument::read(path, loadObjectModel(), clock, *environment_.calendar);
       ObjectContext& context = *made.value()->context();
       context.fill([&] {
         made.value()->settings().identity()->setEmployeeName(QStringLiteral("Me"));
@@ -113,7 +113,7 @@ class RunningProgram {
  private:
   Environment environment_{.places = places,
                            .clock = std::make_unique<ManualClock>(),
-                           .calendar = Calendar(QTimeZone("Europe/Berlin")),
+                           .calendar = std::make_unique<Calendar>(QTimeZone("Europe/Berlin")),
                            .workspace = std::make_unique<ScriptedWorkspace>(),
                            .panel = std::make_unique<ScriptedPanel>(),
                            .notes = std::make_unique<ScriptedNotes>()};

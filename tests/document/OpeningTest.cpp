@@ -4,6 +4,7 @@
 #include <csignal>
 
 #include "DocumentTest.h"
+#include "document/ReadAhead.h"
 #include "store/PersistentStore.h"
 #include "support/FileSizeLimit.h"
 
@@ -191,6 +192,26 @@ TEST_F(Opening, WhatCannotBeReadIsToldNeverOpenAndNeverWrittenTo) {
   EXPECT_TRUE(loadDocument(session, path("Work.pdr")));
   EXPECT_THAT(windows.calls(), ElementsAre("close Setup"));
   EXPECT_THAT(notices(), IsEmpty());
+}
+
+TEST_F(Opening, WhatWasReadAheadOpensWhateverIsAskedForAsItIsByThen) {
+  write(path("Work.pdr"));
+  write(path("Other.pdr"), "Other");
+  for (const char* asked : {"Work.pdr", "Other.pdr", "New.pdr"}) {
+    ReadAhead ahead(path("Work.pdr"), testModel(), clock, calendar);
+    ASSERT_TRUE(loadDocument(session, path(asked), &ahead)) << asked;
+    EXPECT_TRUE(session.document()->isAt(path(asked)));
+    EXPECT_EQ(stored(path(asked)), nullptr) << "it is held";
+    EXPECT_EQ(ahead.take(), nullptr);
+    closeDoc(session);
+  }
+  QByteArray damaged = contentsOf(path("Work.pdr"));
+  damaged.replace(4096, 4096, QByteArray(4096, 'x'));
+  ASSERT_TRUE(writeFile(path("Work.pdr"), damaged));
+  ReadAhead ahead(path("Work.pdr"), testModel(), clock, calendar);
+  EXPECT_FALSE(loadDocument(session, path("Work.pdr"), &ahead));
+  EXPECT_THAT(notices(), ElementsAre("“Work.pdr” could not be opened: the file is damaged."));
+  const ReadAhead wanted(path("Other.pdr"), testModel(), clock, calendar);  // and not taken
 }
 
 TEST_F(Opening, TheOpenDocumentStaysUntilAnotherHasBeenRead) {

@@ -1,4 +1,5 @@
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -197,6 +198,60 @@ TEST_F(DocumentFile, IsNotReadForEver) {
   EXPECT_THAT(tally.error().text.toStdString(), HasSubstr("does not come to an end"));
 }
 
+// ---- reading ahead
+
+bool replaceFile(const QString& path, const QByteArray& bytes) {
+  const QString beside = path + ".new";
+  return writeFile(beside, bytes) && ::rename(qPrintable(beside), qPrintable(path)) == 0;
+}
+
+TEST_F(DocumentFile, ThatWasReadAheadIsReadAgainUnlessItIsStillThat) {
+  makeDocument();
+  const QByteArray copy = contentsOf(path());
+  const std::vector<std::pair<bool, std::function<void()>>> meanwhile{
+      {true, [] {}},
+      {false, [&] { replaceFile(path(), copy); }},
+      {false, [&] { alter(path(), "INSERT INTO Customer(name) VALUES ('Zed')"); }},
+      {false, [&] { ::utimensat(AT_FDCWD, qPrintable(path()), nullptr, 0); }}};
+  for (const auto& [isStill, happens] : meanwhile) {
+    const auto context = emptyContext();
+    ASSERT_TRUE(context->readAhead(path(), {}));
+    const Customer* ahead = context->all<Customer>()[0];
+    EXPECT_FALSE(context->save()) << "it has no file yet";
+    happens();
+    ASSERT_TRUE(context->open(path()));
+    EXPECT_EQ(context->all<Customer>()[0] == ahead, isStill);
+    EXPECT_FALSE(emptyContext()->open(path())) << "it is held as any other";
+    const auto rows = static_cast<std::size_t>(
+        SQLite::Database(path().toStdString()).execAndGet("SELECT count(*) FROM Customer").getInt());
+    EXPECT_EQ(context->all<Customer>().size(), rows);
+    context->insert<Customer>();
+    ASSERT_TRUE(context->save());
+  }
+  EXPECT_EQ(opened()->all<Customer>().size(), 5U);
+}
+
+TEST_F(DocumentFile, IsNotReadAheadWhereOpeningHasMoreToDo) {
+  makeDocument();
+  makeDocument(path("Older.pdr"));
+  alter(path("Older.pdr"), "PRAGMA user_version=1");
+  makeDocument(path("Held.pdr"));
+  const auto held = opened(path("Held.pdr"));
+  std::stop_source stopped;
+  stopped.request_stop();
+  writeFile(path("Large.pdr"), contentsOf(path()));
+  alter(path("Large.pdr"),
+        "INSERT INTO Customer(name) WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 "
+        "FROM n WHERE i < 50000) SELECT i FROM n");
+  const QStringList before = files();
+  for (const char* name : {"Older.pdr", "Held.pdr", "Missing.pdr", "Large.pdr"}) {
+    const auto context = emptyContext();
+    EXPECT_FALSE(context->readAhead(path(name), stopped.get_token())) << name;
+    EXPECT_TRUE(context->all<Customer>().empty()) << name;
+  }
+  EXPECT_EQ(files(), before);
+}
+
 // ---- what happens to the file while it is open
 
 TEST_F(DocumentFile, ThatWasDeletedIsMadeAnewWithEverythingWhereItLay) {
@@ -249,11 +304,6 @@ struct Interference {
 };
 
 class Interfered : public DocumentFile, public testing::WithParamInterface<Interference> {};
-
-bool replaceFile(const QString& path, const QByteArray& bytes) {
-  const QString beside = path + ".new";
-  return writeFile(beside, bytes) && ::rename(qPrintable(beside), qPrintable(path)) == 0;
-}
 
 TEST_P(Interfered, IsGoneOnWithOrNotWrittenToUntilTheUserHasDecided) {
   for (const bool over : {true, false}) {

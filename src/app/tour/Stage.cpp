@@ -69,14 +69,14 @@ Environment Stage::makeEnvironment(bool withVantor) {
                      .config = home,
                      .state = home + u"/state"},
           .clock = std::make_unique<StageClock>(now_),
-          .calendar = Calendar(QTimeZone::utc()),
+          .calendar = std::make_unique<Calendar>(QTimeZone::utc()),
           .workspace = std::make_unique<EmptyWorkspace>(withVantor)};
 }
 
 void Stage::writeSample(const SampleOptions& options) {
   const QString path = home_.filePath(QStringLiteral("Hours.pdr"));
   const ObjectModel model = loadObjectModel();
-  ObjectContext context(model, *environment_.clock, environment_.calendar);
+  ObjectContext context(model, *environment_.clock, *environment_.calendar);
   if (!context.open(path)) return;
   fillSample(context, options);
   if (context.save()) environment_.defaults.setText(preferences::kLastDocument, path);

@@ -6,6 +6,7 @@
 namespace pendra {
 
 struct Error;
+class ReadAhead;
 class Session;
 
 /// The path of the document last read; none when there was none.
@@ -14,13 +15,13 @@ void setLastDocumentPath(Session& session, const QString& path);
 
 /// Loads the last document, else the default one. Does nothing while a document is open. A last document that
 /// is gone is told with its path; while not even its folder is there, as on a medium that was taken out, no
-/// other document is put in its place.
-void loadLastDocument(Session& session);
+/// other document is put in its place. It may have been read ahead.
+void loadLastDocument(Session& session, ReadAhead* ahead = nullptr);
 /// Opens the document at `path`, or a new untitled one, in place of the one that is open; a missing file
 /// becomes a new document, a backup is restored first. It is read before the one that is open is touched,
 /// which then goes without a question. False when nothing was opened: the notice line says why, or the user
 /// declined.
-bool loadDocument(Session& session, const std::optional<QString>& path);
+bool loadDocument(Session& session, const std::optional<QString>& path, ReadAhead* ahead = nullptr);
 
 /// Whether the document has an identity with an employee's name; opens the setup window when not.
 bool checkIdentity(Session& session);

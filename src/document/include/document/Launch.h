@@ -7,6 +7,7 @@
 
 namespace pendra {
 
+class ReadAhead;
 class Session;
 class UserDefaults;
 
@@ -21,8 +22,9 @@ class Launch {
 
   /// The whole launch, in its order: preference, introduction, document, periodic save, identity, window. A
   /// `file` that was named at the start is opened in place of the last document; when it cannot be, or when
-  /// the last document is out of reach, nothing else is put in its place.
-  void launch(const QString& file = {});
+  /// the last document is out of reach, nothing else is put in its place. What is opened may have been read
+  /// ahead.
+  void launch(const QString& file = {}, ReadAhead* ahead = nullptr);
   /// Closes the document; false when the user cancelled. Ends the save timer when true.
   [[nodiscard]] bool mayEnd();
 

@@ -20,6 +20,9 @@ class OpenDocument {
   /// settings that every document has are there afterwards. Clock and calendar must outlive it.
   static Result<std::unique_ptr<OpenDocument>> read(const QString& path, const ObjectModel& model,
                                                     const Clock& clock, const Calendar& calendar);
+  /// As that, into a context that may have read the file ahead.
+  static Result<std::unique_ptr<OpenDocument>> read(const QString& path,
+                                                    std::shared_ptr<ObjectContext> context);
   ~OpenDocument();
   OpenDocument(const OpenDocument&) = delete;
   OpenDocument& operator=(const OpenDocument&) = delete;

@@ -3,12 +3,14 @@
 // portal tells all of it on all that have one.
 
 #include <QtGlobal>
+#include <future>
 #include <memory>
 #include <optional>
 
 #include "platform/Notifier.h"
 
 class QDBusConnection;
+class QDBusMessage;
 
 namespace pendra {
 
@@ -43,12 +45,18 @@ class LookSettings;
 /// first window has the right look; without one nothing is ever said.
 class PortalLook final : public DesktopLook {
  public:
-  static std::unique_ptr<PortalLook> ofUser();
+  using Asking = std::future<std::shared_ptr<const QDBusMessage>>;
+  /// Connects to the user's session and asks on a thread of its own, while the program goes on.
+  [[nodiscard]] static Asking askForUser();
+  /// Waits for that answer.
+  static std::unique_ptr<PortalLook> ofUser(Asking asking);
   explicit PortalLook(const QDBusConnection& session);
   ~PortalLook() override;
 
  private:
   friend class LookSettings;
+  PortalLook(const QDBusConnection& session, const QDBusMessage& reply);
+
   std::unique_ptr<LookSettings> settings_;
 };
 

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <vector>
 
 #include "platform/Calendar.h"
@@ -22,6 +23,7 @@ class Editing;
 class ObjectTable;
 class PersistentStore;
 class UndoStack;
+struct FileMark;
 
 /// The objects of one document. One thread only.
 class ObjectContext {
@@ -38,6 +40,10 @@ class ObjectContext {
   /// Opens the file at `path` and reads it; a missing or empty file becomes a new document at once.
   /// On failure the context stays without a file, and every save of it fails.
   Result<void> open(const QString& path);
+  /// Reads the document at `path` into the empty context before it is known whether that will be opened:
+  /// `open` then reads nothing where it finds that file unchanged, and everything where it does not. For a
+  /// thread that alone has the context until this returns, early at `stop`. On failure nothing has been read.
+  Result<void> readAhead(const QString& path, const std::stop_token& stop);
   /// Lets go of the file, so that it can be opened again; every later save fails.
   void close();
   /// The document's file, for what becomes of it elsewhere than in `save`; none without a file.
@@ -242,6 +248,7 @@ class ObjectContext {
   std::vector<DeletedRow> deleted_;
   std::vector<OwnedObject> graveyard_;  // deleted outside of edits since the last save
   std::unique_ptr<PersistentStore> store_;
+  std::unique_ptr<const FileMark> ahead_;  ///< what was read before it was opened
 
   std::unique_ptr<Editing> editing_;
   std::unique_ptr<UndoStack> undoStack_;

@@ -5,6 +5,7 @@
 #include <QString>
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 #include "platform/Files.h"
 #include "platform/Result.h"
@@ -13,6 +14,7 @@
 namespace pendra {
 
 class ObjectContext;
+struct FileMark;
 
 /// Why a document is not written to its place though it could be: another file may be meant by it.
 enum class Displaced {
@@ -45,6 +47,14 @@ class PersistentStore {
   /// file. Writes nothing, keeps the file for no longer than copying it into memory takes, and brings no
   /// older layout up to date but that copy.
   static Result<void> look(const QString& path, ObjectContext& context, const ObjectModel& model);
+  /// Reads every row of a document that nobody holds into an empty context, which stays without a file,
+  /// before anybody holds it: `isStill` tells later whether that is what it holds. Its pages are looked at by
+  /// `checkPages`. Writes nothing, and fails wherever opening would have more to do than to read, and at
+  /// `stop`; what has been read by then is worth nothing.
+  static Result<FileMark> readAhead(const QString& path, ObjectContext& context, const ObjectModel& model,
+                                    const std::stop_token& stop);
+  /// Looks at every page of the file for damage, on whatever thread.
+  static Result<void> checkPages(const QString& path);
   /// Reads the whole file without changing it: whether it is an undamaged document that `open` would take.
   static Result<void> check(const QString& path, const ObjectModel& model);
   /// Counts the rows of an entity in the file, and adds up a number in them, without reading anything else
@@ -61,6 +71,8 @@ class PersistentStore {
 
   /// Reads every row into an empty context, and every page of the file, which may turn out damaged.
   Result<void> read(ObjectContext& context);
+  /// Whether the file is the one that was read ahead, as it was then.
+  [[nodiscard]] bool isStill(const FileMark& mark) const;
   /// Writes the context's changes in one transaction, durable when it returns; all of it into a new file
   /// when the old one was deleted. Goes on with a copy of the file that was put in its place. Writes nothing
   /// where the path may mean another file by now: `displaced` tells that failure. Waits `patience`
