@@ -78,8 +78,8 @@ def on_display():
 
 def without_page(programs, folder):
     """A copy of the program that finds no page beside itself."""
-    for name in ("bin/pendra", "libexec/pendra/pendra-windows"):
-        (folder / name).parent.mkdir(parents=True)
+    for name in ("bin/pendra", "libexec/pendra/pendra-terminal", "libexec/pendra/pendra-windows"):
+        (folder / name).parent.mkdir(parents=True, exist_ok=True)
         shutil.copy(programs.parent / name, folder / name)
     (folder / "share").symlink_to(programs.parent / "share")
     return folder / "bin" / "pendra"

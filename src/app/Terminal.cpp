@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "Becoming.h"
 #include "orders/Obeying.h"
+#include "orders/RunningPendra.h"
 #include "platform/Log.h"
 #include "platform/Resources.h"
 #include "platform/Translation.h"
@@ -19,11 +21,12 @@ int print(const QByteArray& text) {
                                                                               : status::kDone;
 }
 
-/// What was asked wrongly is answered in the form that was asked for.
+/// What cannot be done is answered in the form that was asked for.
 int refuseLine(const Error& error, std::span<const char* const> arguments) {
   if (error.domain != u"order") return refuse(error.text, error.code);
-  return refuse(error, std::any_of(arguments.begin(), arguments.end(),
-                                   [](const char* argument) { return qstrcmp(argument, "--json") == 0; }));
+  return show(said(error, std::any_of(arguments.begin(), arguments.end(), [](const char* argument) {
+                     return qstrcmp(argument, "--json") == 0;
+                   })));
 }
 
 int obeyHere(const Order& order) {
@@ -42,6 +45,7 @@ std::variant<int, CommandLine> answerTerminal(int argc, char** argv) {
   QCoreApplication application(argc, argv);  // gone before one with windows comes
   installTranslations(application, translationFolder());
   const std::span<const char* const> arguments{argv, static_cast<std::size_t>(argc)};
+  if (qstrcmp(argv[0], kUnanswered.data()) == 0) return refuseLine(unanswered(), arguments);
   const auto read = readCommandLine(arguments);
   if (!read) return refuseLine(read.error(), arguments);
   const CommandLine& line = read.value();

@@ -6,6 +6,7 @@
 #include "Program.h"
 #include "Terminal.h"
 #include "analytics/Consent.h"
+#include "orders/TerminalInterface.h"
 #include "orders/TimingInterface.h"
 #include "platform/DesktopLook.h"
 #include "platform/Identifiers.h"
@@ -85,7 +86,9 @@ Ended runClaimed(const CommandLine& line, Beginning& beginning, pendra::SingleIn
   pendra::Program program(environment);
   pendra::TimingInterface timing(
       program.session(), [&program] { return program.busyWith(); }, [&program] { return program.sendAll(); });
+  pendra::TerminalInterface terminal(program.session(), [&program] { return program.busyWith(); });
   instance.offer(timing);
+  instance.offer(terminal);
   instance.setOpener([&program](const pendra::StartRequest& request) { program.openFromOutside(request); });
   program.launch(line.file, beginning.ahead ? &*beginning.ahead : nullptr);
   if (line.isInPanel) program.goIntoPanel();

@@ -25,20 +25,25 @@ class Application final : public QDBusVirtualObject {
   explicit Application(std::function<void(const StartRequest&)> received) : received_(std::move(received)) {}
 
   [[nodiscard]] QString introspect(const QString&) const override {
-    return u"<interface name=\"org.freedesktop.Application\">"
-           "<method name=\"Activate\"><arg type=\"a{sv}\" direction=\"in\"/></method>"
-           "<method name=\"Open\"><arg type=\"as\" direction=\"in\"/><arg type=\"a{sv}\" "
-           "direction=\"in\"/></method>"
-           "<method name=\"ActivateAction\"><arg type=\"s\" direction=\"in\"/><arg type=\"av\" "
-           "direction=\"in\"/><arg type=\"a{sv}\" direction=\"in\"/></method>"
-           "</interface>" +
-           (offered_ ? offered_->introspection() : QString());
+    QString text = QStringLiteral(
+        "<interface name=\"org.freedesktop.Application\">"
+        "<method name=\"Activate\"><arg type=\"a{sv}\" direction=\"in\"/></method>"
+        "<method name=\"Open\"><arg type=\"as\" direction=\"in\"/><arg type=\"a{sv}\" "
+        "direction=\"in\"/></method>"
+        "<method name=\"ActivateAction\"><arg type=\"s\" direction=\"in\"/><arg type=\"av\" "
+        "direction=\"in\"/><arg type=\"a{sv}\" direction=\"in\"/></method>"
+        "</interface>");
+    for (const BusInterface* one : offered_) text += one->introspection();
+    return text;
   }
 
-  void offer(BusInterface& interface) { offered_ = &interface; }
+  void offer(BusInterface& interface) { offered_.push_back(&interface); }
 
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-    if (message.interface() != kInterface) return offered_ && offered_->answer(message, connection);
+    if (message.interface() != kInterface) {
+      return std::any_of(offered_.begin(), offered_.end(),
+                         [&](BusInterface* one) { return one->answer(message, connection); });
+    }
     static const QHash<QString, QString> signatures{
         {QStringLiteral("Activate"), QStringLiteral("a{sv}")},
         {QStringLiteral("Open"), QStringLiteral("asa{sv}")},
@@ -69,7 +74,7 @@ class Application final : public QDBusVirtualObject {
   }
 
   std::function<void(const StartRequest&)> received_;
-  BusInterface* offered_ = nullptr;
+  std::vector<BusInterface*> offered_;
 };
 
 class BusMeeting final : public SingleInstance::Meeting {

@@ -136,9 +136,9 @@ def tells_nothing_of_the_user(desktop, recorder, document):
 def works_without_the_page(desktop, recorder, document):
     bare = desktop.home / "bare" / "bin" / "pendra"
     installation = pathlib.Path(desktop.program).parents[1]
-    for name in ("bin/pendra", "libexec/pendra/pendra-windows"):
+    for name in ("bin/pendra", "libexec/pendra/pendra-terminal", "libexec/pendra/pendra-windows"):
         copy = bare.parents[1] / name
-        copy.parent.mkdir(parents=True)
+        copy.parent.mkdir(parents=True, exist_ok=True)
         shutil.copy(installation / name, copy)
     (bare.parents[1] / "share").symlink_to(installation / "share")
     desktop.program = str(bare)

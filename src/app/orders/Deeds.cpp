@@ -127,6 +127,12 @@ Error notWritten(const QString& path, const Error& why) {
 
 }  // namespace
 
+Result<OpenDocument*> documentToChange(const Session& session, const QString& busyWith) {
+  if (!session.document()) return refusal(Refusal::NoDocument, tr("no document is open"));
+  if (!busyWith.isEmpty()) return refusal(Refusal::Refused, busyWith);
+  return session.document();
+}
+
 Result<void> mayChange(const ObjectContext& context) { return isStored(context, kNotChanged); }
 
 Result<Activity*> startable(const ObjectContext& context, const QString& match) {

@@ -4,6 +4,7 @@
 
 #include "Order.h"
 #include "document/OpenDocument.h"
+#include "document/Session.h"
 
 /// What others may do to a document. Each is an edit as if by hand, or leaves everything as it was; a
 /// document that cannot be stored is not changed.
@@ -23,6 +24,9 @@ namespace pendra::orders {
 [[nodiscard]] Result<QVariantMap> backUp(OpenDocument& document, const ObjectModel& model,
                                          const QString& path);
 
+/// The open document; or why others may not change it now: there is none, or the program is `busyWith`
+/// something that must be answered first.
+[[nodiscard]] Result<OpenDocument*> documentToChange(const Session& session, const QString& busyWith);
 /// Whether what is done now will be on the disk.
 [[nodiscard]] Result<void> mayChange(const ObjectContext& context);
 

@@ -35,6 +35,12 @@ Result<QVariant> asVariant(const Result<Value>& result) {
   return QVariant(result.value());
 }
 
+template <class Value>
+Result<QVariant> named(const QString& name, const Result<Value>& result) {
+  if (!result) return result.error();
+  return QVariant(QVariantMap{{name, result.value()}});
+}
+
 class Obeying {
  public:
   explicit Obeying(const Order& order) : order_(order) {}
@@ -112,16 +118,7 @@ class Obeying {
     if (order_.verb == Verb::Send) {
       return asVariant(orders::sendAllOf(std::move(held).value(), model(), clock_, calendar_));
     }
-    return doTo(*held.value());
-  }
-
-  Result<QVariant> doTo(OpenDocument& document) const {
-    if (order_.verb == Verb::Export) return asVariant(orders::exportLog(document, order_.text));
-    if (order_.verb == Verb::BackUp) return asVariant(orders::backUp(document, model(), order_.text));
-    if (order_.verb == Verb::Add) return asVariant(orders::add(document, order_.text, order_.create));
-    const auto stopped = orders::stop(document, order_.text);
-    if (!stopped) return stopped.error();
-    return QVariant(QVariantMap{{QStringLiteral("stopped"), stopped.value()}});
+    return carryOut(*held.value(), model(), order_);
   }
 
   /// What can only be done by a program that goes on.
@@ -164,6 +161,21 @@ Result<QVariant> answerFrom(const ObjectContext& context, const Order& order, Qt
   return QVariant(status);
 }
 
+Result<QVariant> carryOut(OpenDocument& document, const ObjectModel& model, const Order& order) {
+  switch (order.verb) {
+    case Verb::Start:
+      return named(QStringLiteral("started"), orders::start(document, order.text));
+    case Verb::Stop:
+      return named(QStringLiteral("stopped"), orders::stop(document, order.text));
+    case Verb::Add:
+      return asVariant(orders::add(document, order.text, order.create));
+    case Verb::Export:
+      return asVariant(orders::exportLog(document, order.text));
+    default:
+      return asVariant(orders::backUp(document, model, order.text));
+  }
+}
+
 QByteArray printed(const Order& order, const QVariant& answer) {
   if (!order.asJson) return plainText(order.verb, answer).toUtf8();
   return QJsonDocument::fromVariant(answer).toJson(QJsonDocument::Compact) + '\n';
@@ -175,16 +187,21 @@ QByteArray printedAsJson(const Error& error) {
   return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
 }
 
-int refuse(const Error& error, bool asJson) {
-  const bool said = asJson ? print(printedAsJson(error), stdout)
-                           : print("pendra: " + error.text.simplified().toUtf8() + '\n', stderr);
-  return said ? statusOf(refusalOf(error)) : status::kFailed;
+Said said(const Error& error, bool asJson) {
+  const int status = statusOf(refusalOf(error));
+  if (asJson) return {.status = status, .printed = printedAsJson(error)};
+  return {.status = status, .refused = "pendra: " + error.text.simplified().toUtf8() + '\n'};
 }
 
-int obey(const Order& order) {
-  const auto answer = Obeying(order).answer();
-  if (!answer) return refuse(answer.error(), order.asJson);
-  return print(printed(order, answer.value()), stdout) ? status::kDone : status::kFailed;
+Said said(const Order& order, const Result<QVariant>& answer) {
+  if (!answer) return said(answer.error(), order.asJson);
+  return {.status = status::kDone, .printed = printed(order, answer.value())};
 }
+
+int show(const Said& said) {
+  return print(said.printed, stdout) && print(said.refused, stderr) ? said.status : status::kFailed;
+}
+
+int obey(const Order& order) { return show(said(order, Obeying(order).answer())); }
 
 }  // namespace pendra

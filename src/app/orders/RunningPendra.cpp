@@ -1,6 +1,5 @@
 #include "RunningPendra.h"
 
-#include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -9,6 +8,7 @@
 
 #include "TimingInterface.h"
 #include "platform/Identifiers.h"
+#include "platform/Resources.h"
 #include "platform/Translation.h"
 
 namespace pendra {
@@ -30,7 +30,7 @@ Error errorOf(const QDBusMessage& reply) {
     if (name.endsWith(u".Error." + nameOf(why))) return refusal(why, reply.errorMessage());
   }
   if (name.startsWith(identifiers::kPendra)) return refusal(Refusal::Refused, reply.errorMessage());
-  return refusal(Refusal::Refused, tr("the Pendra that runs does not answer"));
+  return unanswered();
 }
 
 QString memberOf(Verb verb) {
@@ -62,6 +62,8 @@ QVariantMap added(const QVariantMap& answer) {
 }
 
 }  // namespace
+
+Error unanswered() { return refusal(Refusal::Refused, tr("the Pendra that runs does not answer")); }
 
 bool RunningPendra::isThere() const {
   return bus_.isConnected() && bus_.interface()->isServiceRegistered(identifiers::kPendra);
@@ -106,7 +108,7 @@ Result<QVariantMap> RunningPendra::obey(const Order& order) const {
 Result<void> RunningPendra::launch(const QString& document) const {
   if (!bus_.isConnected()) return refusal(Refusal::Refused, tr("there is no session bus to ask Pendra on"));
   QProcess program;
-  program.setProgram(QCoreApplication::applicationFilePath());
+  program.setProgram(helperFolder() + u"/pendra-windows");
   program.setArguments({QStringLiteral("--in-panel"), QStringLiteral("--"), document});
   // Whoever waits for the end of what this prints must not wait for the end of that.
   program.setStandardInputFile(QProcess::nullDevice());

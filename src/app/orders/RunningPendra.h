@@ -30,4 +30,7 @@ class RunningPendra {
   QDBusConnection bus_;
 };
 
+/// Why nothing more is known of what was asked of it.
+[[nodiscard]] Error unanswered();
+
 }  // namespace pendra

@@ -37,8 +37,6 @@ Result<QVariant> forBus(const Result<Answer>& answer) {
   }
 }
 
-Error noDocument() { return refusal(Refusal::NoDocument, tr("no document is open")); }
-
 }  // namespace
 
 QVariantMap withoutAbsent(QVariantMap map) {
@@ -117,14 +115,15 @@ bool TimingInterface::answer(const QDBusMessage& call, const QDBusConnection& bu
 }
 
 Result<QVariant> TimingInterface::carryOut(const QString& member, const QVariantList& arguments) {
-  if (!session_.document()) return noDocument();
-  if (member == u"Running") return forBus(facts::running(*session_.context()));
-  if (const QString reason = busyWith_(); !reason.isEmpty()) return refusal(Refusal::Refused, reason);
-  return change(member, arguments);
+  const bool onlyAsks = member == u"Running";
+  const auto document = orders::documentToChange(session_, onlyAsks ? QString() : busyWith_());
+  if (!document) return document.error();
+  return onlyAsks ? forBus(facts::running(*session_.context()))
+                  : change(*document.value(), member, arguments);
 }
 
-Result<QVariant> TimingInterface::change(const QString& member, const QVariantList& arguments) {
-  OpenDocument& document = *session_.document();
+Result<QVariant> TimingInterface::change(OpenDocument& document, const QString& member,
+                                         const QVariantList& arguments) {
   const QString argument = arguments.value(0).toString();
   if (member == u"Start") return forBus(orders::start(document, argument));
   if (member == u"Stop") return forBus(orders::stop(document, argument));

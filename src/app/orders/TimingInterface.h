@@ -24,7 +24,8 @@ class TimingInterface final : public BusInterface {
 
  private:
   [[nodiscard]] Result<QVariant> carryOut(const QString& member, const QVariantList& arguments);
-  [[nodiscard]] Result<QVariant> change(const QString& member, const QVariantList& arguments);
+  [[nodiscard]] Result<QVariant> change(OpenDocument& document, const QString& member,
+                                        const QVariantList& arguments);
   [[nodiscard]] std::optional<QDBusMessage> answerOfProperties(const QDBusMessage& call) const;
   [[nodiscard]] QString document() const;
   void tellWhatRuns();

@@ -49,8 +49,8 @@ class SingleInstance {
   /// Sets who carries out what later starts ask for. What came before is told at once.
   void setOpener(Opener opener);
 
-  /// Offers an interface to everybody on the session bus, where there is one. It must outlive every event
-  /// that is handled from now on.
+  /// Offers one more interface to everybody on the session bus, where there is one. It must outlive every
+  /// event that is handled from now on.
   void offer(BusInterface& interface);
 
   /// One way of meeting the other instance.
