@@ -17,8 +17,12 @@ namespace {
 
 constexpr int kSign = 16;
 
-/// Menus take the letter behind an ampersand for a key.
-QString plain(QString title) { return title.replace(u'&', QStringLiteral("&&")); }
+/// Panels take the letter behind an underscore for a key. Qt writes one for the first ampersand, and for no
+/// other.
+QString plain(QString title) {
+  title.replace(u'_', QStringLiteral("__"));
+  return title.contains(u'&') ? u'&' + title : title;
+}
 
 QString titleOf(const Activity& activity) {
   const QString title = activityTitle(activity);
