@@ -16,6 +16,9 @@ const QString kAppearance = QStringLiteral("org.freedesktop.appearance");
 const QString kInterface = QStringLiteral("org.gnome.desktop.interface");
 /// As long as nobody notices that a window came later.
 constexpr int kPatience = 150;
+/// Between letters that nobody can read and one word a window; desktops offer no more either.
+constexpr double kSmallestText = 0.5;
+constexpr double kLargestText = 3;
 
 QDBusMessage question() {
   auto call = QDBusMessage::createMethodCall(kPortal, kPortalObject, kSettings, QStringLiteral("ReadAll"));
@@ -60,6 +63,8 @@ void apply(Wishes& look, const QString& group, const QString& key, const QVarian
     look.highContrast = value.toUInt() == 1;
   } else if (group == kInterface && key == u"enable-animations") {
     look.lessMotion = !value.toBool();
+  } else if (group == kInterface && key == u"text-scaling-factor" && value.toDouble() > 0) {
+    look.textScale = std::clamp(value.toDouble(), kSmallestText, kLargestText);
   }
 }
 

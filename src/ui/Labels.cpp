@@ -2,6 +2,8 @@
 
 #include <QLabel>
 
+#include "ui/Theme.h"
+
 namespace pendra {
 
 QLabel* makeLabel(const QString& text, const LabelLook& look) {
@@ -12,7 +14,7 @@ QLabel* makeLabel(const QString& text, const LabelLook& look) {
   label->setBuddy(look.of);
   if (look.font) label->setFont(*look.font);
   if (look.isQuiet) label->setForegroundRole(QPalette::PlaceholderText);
-  if (look.width > 0) label->setFixedWidth(look.width);
+  if (look.width > 0) label->setFixedWidth(Theme::wide(look.width));
   return label;
 }
 

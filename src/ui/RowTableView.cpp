@@ -62,7 +62,7 @@ void RowTableView::makeHeads() {
   new HeadCorner(*heads, *this);
   verticalHeader()->hide();
   verticalHeader()->setMinimumSectionSize(metrics::kRowHeight);
-  verticalHeader()->setDefaultSectionSize(std::max(metrics::kRowHeight, fontMetrics().height() + 10));
+  fitRows();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   connect(heads, &QHeaderView::sectionClicked, this, &RowTableView::clickHead);
   connect(heads, &QHeaderView::sectionResized, this, [this](int section, int, int width) {
@@ -260,7 +260,13 @@ void RowTableView::resizeEvent(QResizeEvent* event) {
 
 void RowTableView::changeEvent(QEvent* event) {
   QTableView::changeEvent(event);
-  if (event->type() == QEvent::FontChange) distributeWidths();
+  if (event->type() != QEvent::FontChange) return;
+  fitRows();
+  distributeWidths();
+}
+
+void RowTableView::fitRows() {
+  verticalHeader()->setDefaultSectionSize(std::max(metrics::kRowHeight, fontMetrics().height() + 10));
 }
 
 void RowTableView::placeEmptyState() {

@@ -24,6 +24,7 @@ constexpr qreal kBodyPoints = 11;
 
 Appearance forced = Appearance::System;
 Wishes desktop;
+double textScale = 1;
 
 /// Both looks as they are worn.
 struct Worn {
@@ -36,8 +37,29 @@ Worn& worn() {
   return both;
 }
 
+/// An X server's resolution has the letters as large as the desktop said at first, and with them all else;
+/// there only what it says after that is left to do.
+double textScaleOf(const Wishes& look) {
+  static std::optional<double> before;
+  const double wished = look.textScale.value_or(1);
+  if (QGuiApplication::platformName() != u"xcb") return wished;
+  if (!before) before = look.textScale;
+  return wished / before.value_or(wished);
+}
+
+/// Qt hands a font down to whoever has none; whoever has a size of its own keeps it.
+void growBy(double factor) {
+  QApplication::setFont(Theme::controlFont());
+  for (QWidget* widget : QApplication::allWidgets()) {
+    QFont font = widget->font();
+    if (!widget->testAttribute(Qt::WA_SetFont) || (font.resolveMask() & QFont::SizeResolved) == 0) continue;
+    font.setPointSizeF(font.pointSizeF() * factor);
+    widget->setFont(font);
+  }
+}
+
 /// The desktop's own font; where no desktop chose one, a face made for screens in a readable size.
-QFont desktopFont() {
+QFont usualFont() {
   static const QFont font = [] {
     QFont body = QApplication::font();
     if (body.family() == u"Sans Serif") {
@@ -50,11 +72,15 @@ QFont desktopFont() {
   return font;
 }
 
+QFont sized(qreal points) {
+  QFont font = usualFont();
+  font.setPointSizeF(points * textScale);
+  return font;
+}
+
 /// A size of the scale, growing with a desktop whose own type is larger than usual.
 QFont scaled(qreal points) {
-  QFont font = desktopFont();
-  font.setPointSizeF(points * std::max(1.0, font.pointSizeF() / (kBodyPoints + 1)));
-  return font;
+  return sized(points * std::max(1.0, usualFont().pointSizeF() / (kBodyPoints + 1)));
 }
 
 double luminance(const QColor& colour) {
@@ -82,6 +108,8 @@ void Theme::follow(const Wishes& look) {
   desktop = look;
   worn() = Worn();
   QApplication::setPalette(QPalette());
+  const double before = std::exchange(textScale, textScaleOf(look));
+  if (!qFuzzyCompare(before, textScale)) growBy(textScale / before);
 }
 
 int Theme::motion(int milliseconds) { return desktop.lessMotion ? 0 : milliseconds; }
@@ -168,22 +196,18 @@ QPalette Theme::palette(const QPalette& ofDesktop) {
   return result;
 }
 
-QFont Theme::cellFont() { return desktopFont(); }
+QFont Theme::cellFont() { return sized(usualFont().pointSizeF()); }
 QFont Theme::controlFont() { return scaled(kControlPoints); }
 QFont Theme::quietFont() { return scaled(kHeadPoints); }
 
 QFont Theme::timeFont(bool runs, bool low) {
-  QFont font = desktopFont();
-  font.setPointSizeF(low ? kLowTimePoints : kTimePoints);
+  QFont font = sized(low ? kLowTimePoints : kTimePoints);
   font.setWeight(runs ? QFont::DemiBold : QFont::Normal);
   return font;
 }
 
-QFont Theme::labelFont() {
-  QFont font = desktopFont();
-  font.setPointSizeF(kLabelPoints);
-  return font;
-}
+QFont Theme::labelFont() { return sized(kLabelPoints); }
+int Theme::wide(int points) { return static_cast<int>(std::lround(points * textScale)); }
 
 double Theme::contrast(const QColor& a, const QColor& b) {
   const double one = luminance(a) + 0.05;

@@ -116,10 +116,10 @@ class Portal final : public QDBusVirtualObject {
         {kAppearance, {{QStringLiteral("color-scheme"), 1U}, {QStringLiteral("contrast"), 1U}}}};
     return bus.send(call.createReply(QVariant::fromValue(groups)));
   }
-  void change(const QString& key, const QVariant& value) {
+  void change(const QString& key, const QVariant& value, const QString& group = kAppearance) {
     auto news = QDBusMessage::createSignal(kPath, QStringLiteral("org.freedesktop.portal.Settings"),
                                            QStringLiteral("SettingChanged"));
-    bus_.send(news << kAppearance << key << QVariant::fromValue(QDBusVariant(value)));
+    bus_.send(news << group << key << QVariant::fromValue(QDBusVariant(value)));
   }
   void press(const QString& session, const QString& key) {
     auto news = QDBusMessage::createSignal(kPath, QStringLiteral("org.freedesktop.portal.GlobalShortcuts"),
@@ -160,6 +160,8 @@ TEST(SessionDesktop, TheLookIsFollowed) {
   EXPECT_EQ(look.look(), Wishes{.accent = 0xff8000});
   portal.change(QStringLiteral("accent-color"), Portal::colour(-1, -1, -1));
   EXPECT_TRUE(eventually([&] { return look.look() == Wishes{}; }));
+  portal.change(QStringLiteral("text-scaling-factor"), 9.0, QStringLiteral("org.gnome.desktop.interface"));
+  EXPECT_TRUE(eventually([&] { return look.look() == Wishes{.textScale = 3}; }));
 }
 
 TEST(SessionDesktop, TheKeyIsAskedForAndHeard) {

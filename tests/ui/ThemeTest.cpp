@@ -1,3 +1,4 @@
+#include "ui/RowTableView.h"
 #include "ui/Theme.h"
 
 #include "platform/DesktopLook.h"
@@ -6,6 +7,9 @@
 #include <QWidget>
 
 #include <gtest/gtest.h>
+
+#include <QHeaderView>
+#include <QLabel>
 
 namespace pendra {
 namespace {
@@ -57,6 +61,38 @@ TEST(Theme, FollowsTheDesktopUnlessForced) {
   Theme::force(Appearance::Light);
   EXPECT_EQ(Theme::palette(darkDesktop).color(QPalette::Window), Theme::light().window);
   Theme::follow({});
+}
+
+/// Letters grow and shrink again where they stand: those that are handed down, a size of its own, a bold
+/// word, a row.
+TEST(Theme, LettersGrowWithTheDesktops) {
+  QWidget window;
+  QLabel plain(QStringLiteral("Word"), &window);
+  QLabel large(QStringLiteral("00:00:00"), &window);
+  large.setFont(Theme::timeFont());
+  QLabel bold(QStringLiteral("Sum"), &window);
+  QFont heavy;
+  heavy.setBold(true);
+  bold.setFont(heavy);
+  RowTableView table(&window);
+  const auto sizes = [&] {
+    return std::vector{plain.font().pointSizeF(), large.font().pointSizeF(), bold.font().pointSizeF(),
+                       table.font().pointSizeF(), Theme::cellFont().pointSizeF()};
+  };
+  window.show();
+  const auto before = sizes();
+  const int row = table.verticalHeader()->defaultSectionSize();
+  Theme::follow({.textScale = 2});
+  Theme::follow({.textScale = 2});
+  QCoreApplication::processEvents();
+  for (std::size_t one = 0; one < before.size(); ++one)
+    EXPECT_NEAR(sizes()[one], 2 * before[one], 0.01) << one;
+  EXPECT_TRUE(bold.font().bold());
+  EXPECT_GE(table.verticalHeader()->defaultSectionSize(), table.fontMetrics().height() + 4);
+  Theme::follow({});
+  QCoreApplication::processEvents();
+  EXPECT_EQ(sizes(), before);
+  EXPECT_EQ(table.verticalHeader()->defaultSectionSize(), row);
 }
 
 TEST(Theme, ReachesOpenWindows) {

@@ -52,7 +52,7 @@ void SplitSheet::build() {
   column->addWidget(span);
   time_->setObjectName(QStringLiteral("timeField"));
   time_->setAccessibleName(tr("Time"));
-  time_->setFixedWidth(kFieldWide);
+  time_->setFixedWidth(Theme::wide(kFieldWide));
   auto* label = new QLabel(tr("Time"));
   label->setBuddy(time_);
   auto* row = new QHBoxLayout;
@@ -75,7 +75,7 @@ void SplitSheet::build() {
   buttons->addWidget(split);
   column->addLayout(buttons);
   echo_->setWordWrap(true);
-  setFixedWidth(kWide);
+  setFixedWidth(Theme::wide(kWide));
   connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(split, &QPushButton::clicked, this, &SplitSheet::finish);
 }

@@ -87,7 +87,7 @@ DateField* LogFilterRow::addDateField(const QString& title, const QString& objec
   edit->setObjectName(objectName);
   edit->setFont(Theme::controlFont());
   edit->setMinimumWidth(kNarrowDate);
-  edit->setMaximumWidth(kWideDate);
+  edit->setMaximumWidth(Theme::wide(kWideDate));
   edit->setPlaceholderText(tr("any day"));
   edit->setReader([this] { return log_.dayReader(); });
   connect(edit, &QLineEdit::editingFinished, this, [this, edit, &field] {

@@ -117,7 +117,7 @@ void ReportHead::addDates(QHBoxLayout& row) {
     auto* field = new DateField;
     field->setObjectName(objectName);
     field->setAccessibleName(name);
-    field->setFixedWidth(kDateWidth);
+    field->setFixedWidth(Theme::wide(kDateWidth));
     field->setReader(days_);
     connect(field, &QLineEdit::editingFinished, this, &ReportHead::chooseDates);
     inRow->addWidget(makeLabel(word, {.isQuiet = true, .of = field}));

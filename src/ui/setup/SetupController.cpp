@@ -59,7 +59,7 @@ SetupController::SetupController(const WindowFrame& frame, ConnectionChecks& che
 
 QWidget* SetupController::makeContent() {
   auto* content = new QWidget;
-  content->setFixedWidth(kContentWidth);
+  content->setFixedWidth(Theme::wide(kContentWidth));
   auto* column = new QVBoxLayout(content);
   column->setContentsMargins(metrics::kGrid * 4, metrics::kGrid * 3, metrics::kGrid * 4, metrics::kGrid * 3);
   column->setSpacing(0);

@@ -22,7 +22,7 @@ IntroSheet::IntroSheet(QWidget* window) : QDialog(window) {
          "What you timed stands in the log below, where you can correct it."));
   words->setTextFormat(Qt::PlainText);
   words->setWordWrap(true);
-  words->setFixedWidth(400);
+  words->setFixedWidth(Theme::wide(400));
   auto* begin = new QPushButton(tr("Begin"));
   begin->setDefault(true);
   connect(begin, &QPushButton::clicked, this, [this] { endIntro(); });

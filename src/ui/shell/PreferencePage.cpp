@@ -37,7 +37,7 @@ PreferencePage::PreferencePage(UserDefaults& defaults) : defaults_(defaults), co
   column_->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   column_->setSpacing(kBetweenLines);
   column_->setAlignment(Qt::AlignTop);
-  setFixedWidth(kPreferencesWidth + 2 * kMargin);
+  setFixedWidth(Theme::wide(kPreferencesWidth) + 2 * kMargin);
 }
 
 void PreferencePage::follow(const QString& key, const std::function<void()>& show) {
@@ -84,7 +84,7 @@ QSpinBox* PreferencePage::makeNumber(const preferences::Number& preference, cons
   number->setAccessibleName(accessibleName);
   number->setRange(1, preference.most);
   number->setButtonSymbols(QAbstractSpinBox::NoButtons);  // the arrow keys count
-  number->setFixedWidth(kNumberWidth);
+  number->setFixedWidth(Theme::wide(kNumberWidth));
   follow(preference.key, [this, number, preference] {
     const QSignalBlocker silent(number);
     if (const int value = preference.of(defaults_); value > 0) number->setValue(value);
@@ -98,7 +98,7 @@ QLineEdit* PreferencePage::makeTime(const preferences::TimeOfDay& preference, co
   auto* field = new QLineEdit;
   field->setObjectName(preference.key);
   field->setAccessibleName(accessibleName);
-  field->setFixedWidth(kTimeWidth);
+  field->setFixedWidth(Theme::wide(kTimeWidth));
   follow(preference.key, [this, field, preference] {
     field->setText(preferences::TimeOfDay::textOf(preference.of(defaults_)));
   });

@@ -50,7 +50,7 @@ SinceBackupView::SinceBackupView(QWidget* parent)
       lines_(new QGridLayout),
       sent_(words()),
       note_(words()) {
-  setFixedWidth(kWidth);
+  setFixedWidth(Theme::wide(kWidth));
   head_->setObjectName(QStringLiteral("sinceThen"));
   head_->setText(tr("Since then"));
   head_->setAccessibleName(tr("Since then"));

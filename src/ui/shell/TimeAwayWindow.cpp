@@ -47,7 +47,7 @@ TimeAwayWindow::TimeAwayWindow(const WindowFrame& frame)
     : ShellWindow(frame, tr("Time Away")), session_(frame.session) {
   setHelpAnchor(*this, help::kTimeAway);
   auto* page = new QWidget;
-  page->setFixedWidth(kWide + 2 * kMargin);
+  page->setFixedWidth(Theme::wide(kWide) + 2 * kMargin);
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   column->setSpacing(metrics::kGrid);

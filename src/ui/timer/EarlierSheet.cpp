@@ -41,7 +41,7 @@ EarlierSheet::EarlierSheet(Session& session, Activity& activity, EarlierDeed dee
   QFont font = Theme::labelFont();
   font.setWeight(QFont::DemiBold);
   heading->setFont(font);
-  heading->setFixedWidth(kWide);
+  heading->setFixedWidth(Theme::wide(kWide));
   column->addWidget(heading);
   column->addSpacing(metrics::kGrid / 2);
   column->addWidget(addChoice(EarlierMoment::FiveMinutes, tr("5 minutes ago")));
@@ -53,7 +53,7 @@ EarlierSheet::EarlierSheet(Session& session, Activity& activity, EarlierDeed dee
   echo_ = new EchoLine(this);
   echo_->setObjectName(QStringLiteral("echo"));
   echo_->setWordWrap(true);
-  echo_->setFixedSize(kWide, kEchoLines * echo_->fontMetrics().lineSpacing());
+  echo_->setFixedSize(Theme::wide(kWide), kEchoLines * echo_->fontMetrics().lineSpacing());
   column->addWidget(echo_);
   column->addLayout(makeButtons(starts ? tr("Start") : tr("Stop")));
   choices_.front()->setChecked(true);
@@ -78,7 +78,7 @@ QLayout* EarlierSheet::makeTyped() {
   time_ = new QLineEdit;
   time_->setObjectName(QStringLiteral("time"));
   time_->setAccessibleName(tr("Time"));
-  time_->setFixedWidth(kTimeField);
+  time_->setFixedWidth(Theme::wide(kTimeField));
   connect(time_, &QLineEdit::textEdited, this, [this, at] {
     at->setChecked(true);
     showReading();

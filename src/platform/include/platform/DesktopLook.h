@@ -20,6 +20,7 @@ struct Wishes {
   std::optional<quint32> accent{};  ///< red, green and blue, a byte each
   bool highContrast = false;
   bool lessMotion = false;
+  std::optional<double> textScale{};  ///< how many times as large as usual its letters are
   friend bool operator==(const Wishes&, const Wishes&) = default;
 };
 

@@ -146,6 +146,7 @@ class RowTableView : public QTableView {
   void connectTable();
   void rowsChanged();
   void distributeWidths();
+  void fitRows();
   void showColumns();
   void askForColumns(const QPoint& place);
   void placeEmptyState();

@@ -85,6 +85,8 @@ class Theme {
   /// The large elapsed time. Its weight says that it runs; it is smaller in a low window.
   [[nodiscard]] static QFont timeFont(bool runs = true, bool low = false);
   [[nodiscard]] static QFont labelFont();  ///< what the large time is of
+  /// The room of what is `points` wide where letters are as large as usual.
+  [[nodiscard]] static int wide(int points);
 
   /// How far two colours stand apart, from 1 to 21.
   [[nodiscard]] static double contrast(const QColor& a, const QColor& b);
