@@ -83,7 +83,8 @@ QString QtPanels::folder() const {
 }
 
 void QtPanels::fill(QFileDialog& dialog, const SavePanel& panel) const {
-  if (!panel.title.isEmpty()) dialog.setWindowTitle(panel.title);
+  // A desktop's own panel says only what it is told.
+  dialog.setWindowTitle(panel.title.isEmpty() ? QObject::tr("Save As") : panel.title);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
@@ -115,7 +116,10 @@ std::optional<QString> QtPanels::runFolderPanel() { return runExistingPanel(QFil
 std::optional<QString> QtPanels::runExistingPanel(int mode) {
   QFileDialog dialog(frontWindow());
   dialog.setFileMode(static_cast<QFileDialog::FileMode>(mode));
-  dialog.setOption(QFileDialog::ShowDirsOnly, mode == QFileDialog::Directory);
+  const bool isFolder = mode == QFileDialog::Directory;
+  dialog.setOption(QFileDialog::ShowDirsOnly, isFolder);
+  dialog.setWindowTitle(isFolder ? QObject::tr("Choose Folder") : QObject::tr("Open"));
+  dialog.setLabelText(QFileDialog::Accept, isFolder ? QObject::tr("Choose") : QObject::tr("Open"));
   dialog.setDirectory(folder());
   const ModalDepth::Run run(modals_);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
