@@ -219,7 +219,7 @@ bool WindowRegistry::eventFilter(QObject* watched, QEvent* event) {
 bool WindowRegistry::isHidden() const { return open_->timer && !open_->timer->log().window()->isVisible(); }
 
 void WindowRegistry::hideTimerWindow() {
-  if (open_->timer) open_->timer->log().window()->hide();
+  if (open_->timer) open_->timer->hide();
 }
 
 bool WindowRegistry::hideInstead(QObject* watched, QEvent& closing) {

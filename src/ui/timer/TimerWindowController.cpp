@@ -301,6 +301,13 @@ void TimerWindowController::bringToFront() {
   window_->show();
   window_->raise();
   window_->activateWindow();
+  if (keyboard_) keyboard_->setFocus();
+  keyboard_.clear();
+}
+
+void TimerWindowController::hide() {
+  keyboard_ = window_->focusWidget();
+  window_->hide();
 }
 
 void TimerWindowController::close() {

@@ -3,6 +3,7 @@
 // ui/core, in TimerState and its neighbours.
 
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -51,6 +52,8 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   void find();
 
   void bringToFront();
+  /// What has the keyboard has it again when the window comes back.
+  void hide();
   /// Closes without asking, and the document with it.
   void close();
 
@@ -86,6 +89,7 @@ class TimerWindowController final : public QObject, private TimerDisplay {
   TimerState state_;  // outlives the window, whose tables show its rows
   QuickEntryRow* quickEntry_;
   std::unique_ptr<TimerWindow> window_;
+  QPointer<QWidget> keyboard_;  ///< of a hidden window; Qt hands it on where one is hidden before it was seen
   LogPaneView* log_;
   std::unique_ptr<EditorSheets> editors_;
   std::unique_ptr<HaltedNotice> halted_;
