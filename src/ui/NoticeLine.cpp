@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPropertyAnimation>
 #include <QPushButton>
+#include <QResizeEvent>
 
 #include "platform/Translation.h"
 #include "ui/Buttons.h"
@@ -120,7 +121,7 @@ void NoticeLine::slideIn() {
   slide_->stop();
   slide_->setDuration(Theme::motion(kSlideMs));
   slide_->setStartValue(0);
-  slide_->setEndValue(std::max(sizeHint().height(), heightForWidth(width())));
+  slide_->setEndValue(sizeHint().height());
   slide_->start();
 }
 
@@ -130,6 +131,13 @@ void NoticeLine::press(int action) {
 }
 
 void NoticeLine::dismiss() { notices_.withdraw(QString(key_)); }
+
+QSize NoticeLine::sizeHint() const { return {QFrame::sizeHint().width(), heightForWidth(width())}; }
+
+void NoticeLine::resizeEvent(QResizeEvent* event) {
+  QFrame::resizeEvent(event);
+  if (event->size().width() != event->oldSize().width()) updateGeometry();
+}
 
 void NoticeLine::paintEvent(QPaintEvent*) {
   const Colours& colours = Theme::colours(palette());

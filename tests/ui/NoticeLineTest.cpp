@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
@@ -46,10 +47,14 @@ TEST_F(Line, StandsOnlyWhileThereIsSomethingToSay) {
   EXPECT_TRUE(line.isHidden());
 }
 
-TEST_F(Line, PushesDownWhatIsBelow) {
-  notices.post({u"save"_s, u"Not saved"_s, {}});
+TEST_F(Line, PushesDownWhatIsBelowWithAllItsWords) {
+  notices.post({u"save"_s, u"Not saved "_s.repeated(12), {}});
   ASSERT_TRUE(QTest::qWaitFor([this] { return line.height() >= line.sizeHint().height(); }));
   EXPECT_GE(below.geometry().top(), line.geometry().bottom());
+  window.resize(200, 300);
+  const auto* words = line.findChild<QLabel*>();
+  EXPECT_TRUE(QTest::qWaitFor(
+      [words] { return words->width() < 200 && words->height() >= words->heightForWidth(words->width()); }));
 }
 
 TEST_F(Line, ShowsTheNewestAndComesBackToTheOlder) {

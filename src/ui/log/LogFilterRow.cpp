@@ -86,7 +86,7 @@ DateField* LogFilterRow::addDateField(const QString& title, const QString& objec
   auto* edit = new DateField;
   edit->setObjectName(objectName);
   edit->setFont(Theme::controlFont());
-  edit->setMinimumWidth(kNarrowDate);
+  edit->setMinimumWidth(Theme::wide(kNarrowDate));
   edit->setMaximumWidth(Theme::wide(kWideDate));
   edit->setPlaceholderText(tr("any day"));
   edit->setReader([this] { return log_.dayReader(); });
@@ -116,7 +116,7 @@ void LogFilterRow::addClear() {
 void LogFilterRow::addSearch() {
   search_ = new SearchField(tr("Find in the log"));
   search_->setObjectName(QStringLiteral("logSearch"));
-  search_->setFixedWidth(kWideSearch);
+  search_->setFixedWidth(Theme::wide(kWideSearch));
   row_->addWidget(search_);
   connect(search_, &SearchField::entered, this, [this] { log_.prepareSearch(); });
   connect(search_, &QLineEdit::textChanged, this, &LogFilterRow::searchNow);
@@ -157,7 +157,7 @@ void LogFilterRow::makeRoom() {
     if (!item.widget() || item.isEmpty() || item.widget() == search_) continue;
     others += item.sizeHint().width() + row_->spacing();
   }
-  search_->setFixedWidth(std::clamp(width() - others, kNarrowSearch, kWideSearch));
+  search_->setFixedWidth(std::clamp(width() - others, Theme::wide(kNarrowSearch), Theme::wide(kWideSearch)));
 }
 
 void LogFilterRow::resizeEvent(QResizeEvent* event) {

@@ -31,7 +31,7 @@ ActivityPane::ActivityPane()
   table_->reportTyping();
   search_->setObjectName(QStringLiteral("activitySearch"));
   search_->setTable(table_);
-  search_->setFixedWidth(kSearchWidth);
+  search_->setFixedWidth(Theme::wide(kSearchWidth));
   search_->setFixedHeight(metrics::kButtonHeight);
   setBackgroundRole(QPalette::Base);
   setAutoFillBackground(true);

@@ -24,7 +24,11 @@ class NoticeLine : public QFrame {
   /// What the line says now; empty when it says nothing.
   [[nodiscard]] QString text() const;
 
+  /// As high as its words are at its width: layouts give no more than that.
+  [[nodiscard]] QSize sizeHint() const override;
+
  protected:
+  void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void changeEvent(QEvent* event) override;
 
