@@ -5,8 +5,7 @@
 #include <cstdio>
 
 #include "Becoming.h"
-#include "orders/Obeying.h"
-#include "orders/RunningPendra.h"
+#include "orders/Said.h"
 #include "platform/Log.h"
 #include "platform/Resources.h"
 #include "platform/Translation.h"
@@ -29,11 +28,6 @@ int refuseLine(const Error& error, std::span<const char* const> arguments) {
                    })));
 }
 
-int obeyHere(const Order& order) {
-  installLog();
-  return obey(order);
-}
-
 }  // namespace
 
 int refuse(const QString& why, int status) {
@@ -41,7 +35,7 @@ int refuse(const QString& why, int status) {
   return status;
 }
 
-std::variant<int, CommandLine> answerTerminal(int argc, char** argv) {
+std::variant<int, CommandLine> answerTerminal(int argc, char** argv, const Obey& obey) {
   QCoreApplication application(argc, argv);  // gone before one with windows comes
   installTranslations(application, translationFolder());
   const std::span<const char* const> arguments{argv, static_cast<std::size_t>(argc)};
@@ -54,8 +48,12 @@ std::variant<int, CommandLine> answerTerminal(int argc, char** argv) {
       return print("pendra " + shortVersion().toUtf8() + '\n');
     case CommandLine::Task::SayHelp:
       return print(usage().toUtf8());
-    case CommandLine::Task::Obey:
-      return obeyHere(line.order);
+    case CommandLine::Task::Obey: {
+      installLog();
+      const auto answer = obey(line.order);
+      if (answer) return show(said(line.order, *answer));
+      return line;
+    }
     case CommandLine::Task::DrawTour:
       return line;
     case CommandLine::Task::Run:

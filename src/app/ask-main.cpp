@@ -83,8 +83,12 @@ int main(int, char** argv) {
   int status = EXIT_FAILURE;
   const Outcome outcome = ask(argv + 1, status);
   if (outcome == Outcome::Answered) std::_Exit(status);  // everything was written, and goes with the process
-  if (outcome == Outcome::Unknown) argv[0] = pendra::kUnanswered.data();
-  pendra::become("pendra-terminal", argv);
+  if (outcome == Outcome::Unknown) {
+    argv[0] = pendra::kUnanswered.data();
+    pendra::become("pendra-terminal", argv);
+  } else {
+    pendra::become("pendra-windows", argv);
+  }
   std::perror("pendra");
   return EXIT_FAILURE;
 }

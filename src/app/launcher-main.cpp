@@ -35,7 +35,7 @@ int main(int argc, char** argv) {
   const std::span<char* const> words(argv + 1, static_cast<std::size_t>(argc - 1));
   if (isFromTheDesktop(words)) pendra::become(kWindows, argv);
   if (isForTheRunning(words)) pendra::become(kAsk, argv);
-  pendra::become(kTerminal, argv);  // for everything else, and to say why another cannot be started
+  pendra::become(kTerminal, argv);  // for everything else
   std::perror("pendra");
   return 1;
 }

@@ -6,6 +6,7 @@
 #include "Program.h"
 #include "Terminal.h"
 #include "analytics/Consent.h"
+#include "orders/Obeying.h"
 #include "orders/TerminalInterface.h"
 #include "orders/TimingInterface.h"
 #include "platform/DesktopLook.h"
@@ -158,8 +159,9 @@ int run(int argc, char** argv, const CommandLine& line) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const auto start = pendra::answerTerminal(argc, argv);
-  if (const int* status = std::get_if<int>(&start)) return *status;
+  const auto start = pendra::answerTerminal(argc, argv, &pendra::obey);
+  // At once: a thread of the bus may still read while the statics that it needs go.
+  if (const int* status = std::get_if<int>(&start)) std::quick_exit(*status);
   const auto& line = std::get<CommandLine>(start);
   pendra::installLog();
   return line.task == CommandLine::Task::DrawTour ? drawTour(argc, argv, line) : run(argc, argv, line);

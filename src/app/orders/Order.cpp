@@ -148,6 +148,8 @@ Error refusal(Refusal why, const QString& text) {
   return {QStringLiteral("order"), static_cast<int>(why), text};
 }
 
+Error unanswered() { return refusal(Refusal::Refused, tr("the Pendra that runs does not answer")); }
+
 Refusal refusalOf(const Error& error) {
   return error.domain == u"order" ? static_cast<Refusal>(error.code) : Refusal::NoDocument;
 }

@@ -38,6 +38,9 @@ enum class Refusal { NoMatch, SeveralMatches, NoDocument, Refused, WrongUsage, N
 /// With what status the program ends.
 [[nodiscard]] int statusOf(Refusal why);
 
+/// Why nothing is known of what became of an order.
+[[nodiscard]] Error unanswered();
+
 /// Reads a command and its options; none where the arguments are none, because a file is to be opened. The
 /// program's name comes first. Everything behind "--" is no command.
 [[nodiscard]] Result<std::optional<Order>> readOrder(const QStringList& arguments);

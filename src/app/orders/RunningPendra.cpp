@@ -63,8 +63,6 @@ QVariantMap added(const QVariantMap& answer) {
 
 }  // namespace
 
-Error unanswered() { return refusal(Refusal::Refused, tr("the Pendra that runs does not answer")); }
-
 bool RunningPendra::isThere() const {
   return bus_.isConnected() && bus_.interface()->isServiceRegistered(identifiers::kPendra);
 }

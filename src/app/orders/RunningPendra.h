@@ -30,7 +30,4 @@ class RunningPendra {
   QDBusConnection bus_;
 };
 
-/// Why nothing more is known of what was asked of it.
-[[nodiscard]] Error unanswered();
-
 }  // namespace pendra

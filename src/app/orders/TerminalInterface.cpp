@@ -5,6 +5,7 @@
 
 #include "Deeds.h"
 #include "Obeying.h"
+#include "Said.h"
 
 namespace pendra {
 
