@@ -68,18 +68,6 @@ Instant TimeEntry::endAt(Instant now) const {
 
 Instant TimeEntry::end() const { return endAt(context()->clock().now()); }
 
-std::optional<Instant> TimeEntry::midnightOf(std::optional<Instant> date, const Calendar& calendar) {
-  if (!date) return std::nullopt;
-  return calendar.startOfDay(calendar.day(*date));
-}
-
-bool TimeEntry::isBetweenDates(std::optional<Instant> from, std::optional<Instant> to) const {
-  const Calendar& calendar = context()->calendar();
-  const auto day = midnightOf(start(), calendar);
-  if (from && day < midnightOf(from, calendar)) return false;
-  return !to || !(day > midnightOf(to, calendar));
-}
-
 int TimeEntry::compare(const TimeEntry& other) const {
   if (start() == other.start()) return 0;
   return start() < other.start() ? -1 : 1;

@@ -10,9 +10,13 @@ Error unreadable(QStringView rest) {
   return {QStringLiteral("predicate"), 0, QStringLiteral("cannot be read from “") + rest + u"” on"};
 }
 
-/// The value at the end of a key path as text; none where the path breaks or holds none.
-std::optional<QString> textAt(ManagedObject& object, const PropertyDescriptor& property) {
-  return property.kind == Kind::Text ? property.access.text(object).get() : std::nullopt;
+/// The value at the end of a key path as text; none where the path breaks or holds none. Not a copy: a
+/// predicate is asked for each of many objects, and counting who shares a text takes longer than to compare
+/// it.
+const QString* textAt(ManagedObject& object, const PropertyDescriptor& property) {
+  if (property.kind != Kind::Text) return nullptr;
+  const std::optional<QString>& held = property.access.text(object).get();
+  return held ? &*held : nullptr;
 }
 
 std::optional<bool> booleanAt(ManagedObject& object, const PropertyDescriptor& property) {
@@ -122,9 +126,9 @@ bool Predicate::holds(const Clause& clause, ManagedObject& object) {
     return (held == *wanted) == (clause.comparison == Comparison::Equal);
   }
   const QString& wanted = std::get<QString>(clause.value);
-  const auto held = property ? textAt(*owner, *property) : std::nullopt;
+  const QString* held = property ? textAt(*owner, *property) : nullptr;
   if (clause.comparison == Comparison::Like) return held && matchesLike(*held, wanted);
-  return (held == wanted) == (clause.comparison == Comparison::Equal);
+  return (held && *held == wanted) == (clause.comparison == Comparison::Equal);
 }
 
 bool matchesLike(QStringView text, QStringView pattern) {

@@ -179,7 +179,9 @@ TEST_F(Table, WhatIsSeenStaysWhereItIsWhileOthersComeAndGoAboveIt) {
   EXPECT_EQ(top(), 50u);
   rows.insertSorted({201, u"0005"_s});
   EXPECT_EQ(top(), 50u);
-  rows.removeWhere([](const Row& row) { return row.id == 200 || row.id == 3; });
+  rows.review(
+      2, [](const Row& row) { return row.id == 200 || row.id == 3; },
+      [](const Row&, bool) { return RowFate::Goes; });
   EXPECT_EQ(top(), 50u);
   many.erase(many.begin(), many.begin() + 20);
   rows.setRows(many);

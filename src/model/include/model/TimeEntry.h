@@ -84,11 +84,6 @@ class TimeEntry final : public ManagedObject {
   /// Whether it was sent, or left without an answer: its time may be in Vantor and must stay what it was.
   [[nodiscard]] bool timeIsFixed() const { return wasSent() || sendingSince(); }
 
-  /// The midnight that begins the given instant's day; none for none.
-  [[nodiscard]] static std::optional<Instant> midnightOf(std::optional<Instant> date,
-                                                         const Calendar& calendar);
-  /// Whether the start lies between two days, both included; an absent bound does not limit.
-  [[nodiscard]] bool isBetweenDates(std::optional<Instant> from, std::optional<Instant> to) const;
   /// Negative, zero or positive as this entry starts before, with or after the other.
   [[nodiscard]] int compare(const TimeEntry& other) const;
 

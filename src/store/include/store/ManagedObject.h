@@ -95,6 +95,8 @@ class Ref {
   explicit operator bool() const { return get() != nullptr; }
   friend bool operator==(const Ref& a, const Ref& b) { return a.get() == b.get(); }
   friend bool operator==(const Ref& a, const T* b) { return a.get() == b; }
+  /// Where the object is, or was before it became none: to be compared, without a look at the object.
+  [[nodiscard]] const ManagedObject* address() const { return object_; }
 
  private:
   void hold() {

@@ -4,27 +4,41 @@
 
 namespace pendra {
 
-/// `isBetweenDates` for many entries. Only an entry near a bound has to be asked for its day, because days
-/// away from a bound the instants alone decide, whatever the zone does to its clocks.
+/// Which entries start on one of some days, both bounds included; an absent bound does not limit. Only an
+/// entry near a bound has to be asked for its day, because days away from a bound the instants alone decide,
+/// whatever the zone does to its clocks.
 class DayRange {
  public:
-  DayRange(std::optional<Instant> from, std::optional<Instant> to) : from_(from), to_(to) {}
+  DayRange(std::optional<QDate> first, std::optional<QDate> last, const Calendar& calendar)
+      : calendar_(calendar), first_(boundAt(first)), last_(boundAt(last)) {}
 
   [[nodiscard]] bool contains(const TimeEntry& entry) const {
     const auto start = entry.start();
-    if (!start || isNear(*start, from_) || isNear(*start, to_)) return entry.isBetweenDates(from_, to_);
-    return (!from_ || *start > *from_) && (!to_ || *start < *to_);
+    if (!start) return !first_;
+    if (isNear(*start, first_) || isNear(*start, last_)) return containsDay(calendar_.day(*start));
+    return (!first_ || *start > first_->begin) && (!last_ || *start < last_->begin);
   }
 
  private:
   static constexpr double kNear = 3 * 24 * 60 * 60;
 
-  [[nodiscard]] static bool isNear(Instant start, std::optional<Instant> bound) {
-    return bound && std::abs(start - *bound) < kNear;
+  struct Bound {
+    QDate day;
+    Instant begin;
+  };
+  [[nodiscard]] std::optional<Bound> boundAt(std::optional<QDate> day) const {
+    return day ? std::optional(Bound{*day, calendar_.startOfDay(*day)}) : std::nullopt;
+  }
+  [[nodiscard]] static bool isNear(Instant start, const std::optional<Bound>& bound) {
+    return bound && std::abs(start - bound->begin) < kNear;
+  }
+  [[nodiscard]] bool containsDay(QDate day) const {
+    return (!first_ || day >= first_->day) && (!last_ || day <= last_->day);
   }
 
-  std::optional<Instant> from_;
-  std::optional<Instant> to_;
+  const Calendar& calendar_;
+  std::optional<Bound> first_;
+  std::optional<Bound> last_;
 };
 
 }  // namespace pendra

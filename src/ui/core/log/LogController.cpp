@@ -24,12 +24,15 @@ LogRow rowOf(TimeEntry& entry, const Ref<Activity>& of) {
           .sentSeconds = entry.sentSeconds()};
 }
 
-/// Whether the edit may have changed which entries a rebuild lists, or what the filters offer.
-bool concernsFilters(const ChangeSet& changes) {
+bool changesNamesOfActivities(const ChangeSet& changes) {
+  return changes.changedAny<Activity>("customer") || changes.changedAny<Activity>("job") ||
+         changes.changedAny<Activity>("service");
+}
+
+/// Whether the edit may have changed what the filters by name offer, and what passes them.
+bool concernsNames(const ChangeSet& changes) {
   return !changes.inserted<Activity>().empty() || !changes.deleted<Activity>().empty() ||
-         changes.changedAny<Activity>("completed") || changes.changedAny<Activity>("customer") ||
-         changes.changedAny<Activity>("job") || changes.changedAny<Activity>("service") ||
-         changes.changedAny<TimeEntry>("activity");
+         changesNamesOfActivities(changes) || changes.changedAny<TimeEntry>("activity");
 }
 
 bool renames(const ChangeSet& changes) {
@@ -37,14 +40,12 @@ bool renames(const ChangeSet& changes) {
          changes.changedAny<Service>("name");
 }
 
-bool isIn(const std::vector<TimeEntry*>& entries, const LogRow& row) {
-  return !entries.empty() && std::find(entries.begin(), entries.end(), row.entry.get()) != entries.end();
-}
-
-double lengthOf(const RowTable<LogRow>& table) {
-  double sum = 0;
-  for (const LogRow& row : table.rows()) sum += row.duration;
-  return sum;
+/// Customers, jobs and service items that are called otherwise now, and activities that have others.
+QSet<const ManagedObject*> otherNames(const ChangeSet& changes) {
+  QSet<const ManagedObject*> others;
+  if (renames(changes)) others += changedObjects<Customer, Job, Service>(changes);
+  if (changesNamesOfActivities(changes)) others += changedObjects<Activity>(changes);
+  return others;
 }
 
 }  // namespace
@@ -116,9 +117,8 @@ std::vector<LogRow> LogController::makeRows() const {
   const bool hides = hidesSubmitted();
   const DayRange range = days();
   const auto take = [&](TimeEntry& entry, const Ref<Activity>& of) {
-    LogRow row = rowOf(entry, of);
-    if (hides && row.showsAsSent()) return;
-    if (range.contains(entry)) rows.push_back(std::move(row));
+    const bool passes = range.contains(entry) && !(hides && showsAsSent(entry.sentSeconds()));
+    if (passes) rows.push_back(rowOf(entry, of));
   };
   if (!filter) {
     // Nearly in the order of time, and one beside the other in memory.
@@ -137,33 +137,38 @@ std::vector<LogRow> LogController::makeRows() const {
 }
 
 DayRange LogController::days() const {
-  const Calendar& calendar = session_.ports().calendar;
   const auto from = daysOfField(startDateField);
   const auto to = daysOfField(endDateField);
-  return {from ? std::optional(calendar.startOfDay(from->first)) : std::nullopt,
-          to ? std::optional(calendar.startOfDay(to->last)) : std::nullopt};
+  return {from ? std::optional(from->first) : std::nullopt, to ? std::optional(to->last) : std::nullopt,
+          session_.ports().calendar};
 }
 
 void LogController::documentEdited(const ChangeSet& changes) {
   const auto inserted = changes.inserted<TimeEntry>();
   const auto moving = movingThroughFilters(changes);
+  const bool concerns = concernsNames(changes);
   const bool comesOrGoes = !inserted.empty() || !changes.deleted<TimeEntry>().empty();
-  if (concernsFilters(changes) || (comesOrGoes && filtersByName())) {
-    reloadNamesFor(inserted);
-  } else if (inserted.size() + moving.size() > kMostRanges) {
+  if ((concerns && (filtersByName() || search_->isActive())) || (comesOrGoes && filtersByName())) {
+    return reloadNamesFor(inserted);
+  }
+  if (concerns) reloadNames();
+  if (inserted.size() + moving.size() > kMostRanges) {
     rebuild();
   } else {
-    const Notifier::Change change(contentsChanges);
-    rows_.removeWhere(
-        [&](const LogRow& row) { return !row.entry || (isIn(moving, row) && !passesFilters(*row.entry)); });
-    refreshRows(changes);
-    takeIn(inserted.copy());
-    takeIn(withoutRow(moving));
-    if (renames(changes)) renameFilters(changes);
-    if (renames(changes) || changes.changedAny<TimeEntry>("start")) rows_.sortAgain();
-    secondsOfAll_ = lengthOf(rows_);
-    runningRows_.clear();
+    followEntries(changes, inserted, moving);
   }
+}
+
+void LogController::followEntries(const ChangeSet& changes, const Objects<TimeEntry>& inserted,
+                                  std::vector<TimeEntry*> moving) {
+  const auto names = otherNames(changes);
+  if (names.isEmpty() && !changes.touches<TimeEntry>()) return;
+  const Notifier::Change change(contentsChanges);
+  reviewRows(changes, names, moving);
+  takeIn(inserted.copy());
+  takeIn(moving);
+  if (renames(changes)) renameFilters(changes);
+  runningRows_.clear();
 }
 
 std::vector<TimeEntry*> LogController::movingThroughFilters(const ChangeSet& changes) const {
@@ -178,37 +183,46 @@ std::vector<TimeEntry*> LogController::movingThroughFilters(const ChangeSet& cha
   return moving;
 }
 
-std::vector<TimeEntry*> LogController::withoutRow(std::vector<TimeEntry*> entries) {
-  for (const LogRow& row : rows_.all()) {
-    if (isIn(entries, row)) std::erase(entries, row.entry.get());
-  }
-  return entries;
-}
-
 bool LogController::passesFilters(TimeEntry& entry) const {
   return entry.activity() && days().contains(entry) && passesNameFilters(entry) &&
-         !(hidesSubmitted() && rowOf(entry, {}).showsAsSent());
+         !(hidesSubmitted() && showsAsSent(entry.sentSeconds()));
 }
 
 void LogController::takeIn(const std::vector<TimeEntry*>& entries) {
   for (TimeEntry* entry : entries) {
-    if (passesFilters(*entry)) rows_.insertSorted(rowOf(*entry, entry->activity()));
+    if (!passesFilters(*entry)) continue;
+    LogRow row = rowOf(*entry, entry->activity());
+    const Length length = lengthOf(row.duration);
+    if (rows_.insertSorted(std::move(row))) lengthOfAll_ += length;
   }
 }
 
-void LogController::refreshRows(const ChangeSet& changes) {
+void LogController::reviewRows(const ChangeSet& changes, const QSet<const ManagedObject*>& names,
+                               std::vector<TimeEntry*>& moving) {
+  const auto isRenamed = [&names](const Activity* of) {
+    return !names.isEmpty() && of &&
+           (names.contains(of) || names.contains(of->customer()) || names.contains(of->job()) ||
+            names.contains(of->service()));
+  };
   const auto entries = changedObjects<TimeEntry>(changes);
-  const auto named =
-      renames(changes) ? changedObjects<Customer, Job, Service>(changes) : QSet<const ManagedObject*>();
-  if (entries.isEmpty() && named.isEmpty()) return;
-  rows_.changeRows([&](LogRow& row) {
-    const bool isOther = entries.contains(row.entry.get());
-    if (isOther) row = rowOf(*row.entry, row.of);
-    if (isOther || named.isEmpty()) return isOther;
-    const Activity* of = row.activity();
-    return of &&
-           (named.contains(of->customer()) || named.contains(of->job()) || named.contains(of->service()));
-  });
+  auto touched = entries;
+  for (const TimeEntry* entry : changes.deleted<TimeEntry>()) touched << entry;
+  const auto isConcerned = [&](const LogRow& row) {
+    return touched.contains(row.entry.address()) || isRenamed(row.activity());
+  };
+  const auto judge = [&](LogRow& row, bool isShown) {
+    const Length before = lengthOf(row.duration);
+    const bool moves = std::erase(moving, row.entry.get()) > 0;
+    const bool goes = !row.entry || !row.entry->activity() || (moves && !passesFilters(*row.entry));
+    const bool isOther = !goes && entries.contains(row.entry.address());
+    if (isOther) row = rowOf(*row.entry, row.entry->activity());
+    if (isShown) lengthOfAll_ += (goes ? Length{} : lengthOf(row.duration)) - before;
+    if (goes) return RowFate::Goes;
+    const bool startsElsewhere = isOther && changes.changed(*row.entry, "start");
+    return startsElsewhere || isRenamed(row.activity()) ? RowFate::Moves : RowFate::Changed;
+  };
+  const auto most = names.isEmpty() ? static_cast<std::size_t>(touched.size()) : rows_.all().size();
+  rows_.review(most, isConcerned, judge);
 }
 
 void LogController::rebuild() {
@@ -218,7 +232,12 @@ void LogController::rebuild() {
   if (search_->isActive()) search_->gather(rows);
   runningRows_.clear();
   rows_.setRows(std::move(rows));
-  secondsOfAll_ = lengthOf(rows_);
+  sumUp();
+}
+
+void LogController::sumUp() {
+  lengthOfAll_ = {};
+  for (const LogRow& row : rows_.rows()) lengthOfAll_ += lengthOf(row.duration);
 }
 
 void LogController::updateRunningEntries() {
@@ -234,7 +253,7 @@ void LogController::updateRunningRow(const TimeEntry& entry) {
   const Notifier::Change change(contentsChanges);
   LogRow row = *rows_.row(index);
   const double before = std::exchange(row.duration, entry.length());
-  secondsOfAll_ += row.duration - before;
+  lengthOfAll_ += lengthOf(row.duration) - lengthOf(before);
   rows_.replaceRow(index, std::move(row));
 }
 
@@ -250,12 +269,12 @@ int LogController::indexOf(const TimeEntry& entry) {
 
 LogSummary LogController::summary() const {
   const auto selected = selection_.rows();
-  if (selected.empty()) return {rows_.rowCount(), secondsOfAll_};
-  LogSummary sum{static_cast<int>(selected.size()), 0};
+  if (selected.empty()) return {rows_.rowCount(), secondsOf(lengthOfAll_)};
+  Length sum{};
   for (const int index : selected) {
-    if (const LogRow* row = rows_.row(index)) sum.seconds += row->duration;
+    if (const LogRow* row = rows_.row(index)) sum += lengthOf(row->duration);
   }
-  return sum;
+  return {static_cast<int>(selected.size()), secondsOf(sum)};
 }
 
 LogEmptiness LogController::emptiness() const {

@@ -78,8 +78,7 @@ void LogController::lookThroughRows() {
   using Passes = std::function<bool(const LogRow&)>;
   rows_.setFilter(search_->isActive() ? Passes([this](const LogRow& row) { return search_->finds(row); })
                                       : Passes());
-  secondsOfAll_ = 0;
-  for (const LogRow& row : rows_.rows()) secondsOfAll_ += row.duration;
+  sumUp();
   runningRows_.clear();
   updateRunningEntries();  // what was held back has not ticked
 }

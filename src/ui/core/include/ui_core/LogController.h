@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "document/Session.h"
+#include "model/Hours.h"
 #include "store/Observers.h"
 #include "ui_core/LogRange.h"
 #include "ui_core/LogRow.h"
@@ -128,12 +129,17 @@ class LogController {
   void documentEdited(const ChangeSet& changes);
   /// Entries that may pass a filter now that held them back, or the other way round.
   [[nodiscard]] std::vector<TimeEntry*> movingThroughFilters(const ChangeSet& changes) const;
-  [[nodiscard]] std::vector<TimeEntry*> withoutRow(std::vector<TimeEntry*> entries);
   /// Whether a rebuild would list it.
   [[nodiscard]] bool passesFilters(TimeEntry& entry) const;
   /// Puts these entries into the rows where a rebuild would list them.
   void takeIn(const std::vector<TimeEntry*>& entries);
-  void refreshRows(const ChangeSet& changes);
+  /// Rows, sums and filters after an edit: what it costs is what the edit touched, not how many rows there
+  /// are.
+  void followEntries(const ChangeSet& changes, const Objects<TimeEntry>& inserted,
+                     std::vector<TimeEntry*> moving);
+  /// `names` are those that are others now. What has a row is taken out of `moving`.
+  void reviewRows(const ChangeSet& changes, const QSet<const ManagedObject*>& names,
+                  std::vector<TimeEntry*>& moving);
   /// What is chosen in the filters stays chosen under its new name.
   void renameFilters(const ChangeSet& changes);
   /// Whether one of the three pop-ups limits what is listed.
@@ -148,6 +154,7 @@ class LogController {
   void sayNamesAreAll(const QString& text);
   [[nodiscard]] bool passesNameFilters(const TimeEntry& entry) const;
   void lookThroughRows();
+  void sumUp();
   void chooseNames(const std::optional<QString>& customer, const std::optional<QString>& job,
                    const std::optional<QString>& service);
   void fillJobs(const std::optional<QString>& customer);
@@ -161,7 +168,7 @@ class LogController {
   QString searchTyped_;
   RowTable<LogRow> rows_;
   TableSelection selection_{rows_};
-  double secondsOfAll_ = 0;
+  Length lengthOfAll_{};
   QHash<qint64, int> runningRows_;  // where a running entry was last found; -1: it is not listed
   Notifier::Subscription selectionChanges_;
   Notifier::Subscription hideSubmitted_;

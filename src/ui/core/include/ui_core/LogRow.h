@@ -10,6 +10,11 @@ class QLocale;
 
 namespace pendra {
 
+/// Whether the log shows as sent what was sent so long after the reference instant. Kept: promised to those
+/// who hide what is sent: exactly one second counts as sent here, which marking as unsent and the export take
+/// as not sent.
+constexpr bool showsAsSent(double sentSeconds) { return sentSeconds >= 1.0; }
+
 struct LogRow {
   Ref<TimeEntry> entry;
   Ref<Activity> of;
@@ -27,9 +32,7 @@ struct LogRow {
   [[nodiscard]] std::optional<Instant> end() const;
   /// Whether its activity can be started again: it is there and does not run.
   [[nodiscard]] bool canStart() const;
-  /// Whether the log shows the row as sent. Kept: promised to those who hide what is sent: exactly one
-  /// second counts as sent here, which marking as unsent and the export take as not sent.
-  [[nodiscard]] bool showsAsSent() const { return sentSeconds >= 1.0; }
+  [[nodiscard]] bool showsAsSent() const { return pendra::showsAsSent(sentSeconds); }
 };
 
 /// The columns "state", "customer", "job", "service", "notes", "edit", "date", "start", "end", "duration" and

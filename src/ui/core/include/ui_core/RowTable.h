@@ -46,6 +46,9 @@ struct RowTraits {
   QStringList groupedBy{};
 };
 
+/// What becomes of a row that was looked at; one that moves has changed so that it may stand elsewhere now.
+enum class RowFate { Stays, Changed, Moves, Goes };
+
 template <class Row>
 class RowTable;
 
@@ -148,36 +151,43 @@ class RowTable final : public TableModel {
     rows_ = std::move(rows);
     tellChanged(other);
   }
-  /// Puts a row in where the sort order wants it, behind its equals.
-  void insertSorted(Row row) {
+  /// Puts a row in where the sort order wants it, behind its equals; answers whether it is shown.
+  bool insertSorted(Row row) {
     const auto place = placeFor(row);
     const int at = static_cast<int>(place - rows_.begin());
-    const auto behind = std::lower_bound(shown_.begin(), shown_.end(), at);
-    const int index = filter_ ? static_cast<int>(behind - shown_.begin()) : at;
+    const int index = shownBefore(at);
     const bool passes = !filter_ || filter_(row);
     if (passes) beginInsertRows({}, index, index);
-    std::for_each(behind, shown_.end(), [](int& shown) { ++shown; });
-    if (filter_ && passes) shown_.insert(behind, at);
+    if (filter_) {
+      const auto behind = shown_.begin() + index;
+      std::for_each(behind, shown_.end(), [](int& shown) { ++shown; });
+      if (passes) shown_.insert(behind, at);
+    }
     rows_.insert(place, std::move(row));
     if (passes) endInsertRows();
+    return passes;
   }
-  /// Removes the rows for which `goes` holds; the others keep their order.
-  template <class Predicate>
-  void removeWhere(const Predicate& goes) {
+  /// Asks of each row for which `concerned` holds what becomes of it; the answer may change the row in place.
+  /// No more than `most` rows are concerned, so that the others need not be looked at.
+  template <class Concerned, class Judge>
+  void review(std::size_t most, const Concerned& concerned, const Judge& judge) {
+    RowRanges changed;
     RowRanges gone;
-    for (int place = 0; place < std::ssize(rows_); ++place) {
-      if (goes(rows_[static_cast<size_t>(place)])) gone.add(place);
+    std::vector<int> moved;
+    std::size_t found = 0;
+    for (int place = 0; found < most && place < std::ssize(rows_); ++place) {
+      Row& row = rows_[static_cast<size_t>(place)];
+      if (!concerned(std::as_const(row))) continue;
+      ++found;
+      const RowFate fate = judge(row, isShown(place));
+      if (fate == RowFate::Goes) gone.add(place);
+      if (fate == RowFate::Moves) moved.push_back(place);
+      if (fate != RowFate::Goes && fate != RowFate::Stays && isShown(place)) changed.add(shownBefore(place));
     }
-    if (!filter_ && !gone.areMany()) return removeRanges(gone);
-    if (gone.ranges().empty()) return;
-    beginResetModel();
-    std::vector<bool> marks = shownMarks();
-    for (size_t place = 0, kept = 0; place < rows_.size(); ++place) {
-      if (!goes(rows_[place])) marks[kept++] = marks[place];
-    }
-    std::erase_if(rows_, goes);
-    showMarked(marks);
-    endResetModel();
+    tellChanged(changed);
+    const bool isOne = moved.size() == 1 && gone.ranges().empty() && !filter_;
+    removePlaces(gone);
+    if (!moved.empty()) isOne ? settle(moved.front()) : sortAgain();
   }
   /// Replaces one row where it stands. An index past the end does nothing.
   void replaceRow(int index, Row row) {
@@ -279,17 +289,14 @@ class RowTable final : public TableModel {
       if (filter_(rows_[static_cast<size_t>(place)])) shown_.push_back(place);
     }
   }
-  /// Of all rows, which are shown.
-  [[nodiscard]] std::vector<bool> shownMarks() const {
-    std::vector<bool> marks(rows_.size(), !filter_);
-    for (const int place : shown_) marks[static_cast<size_t>(place)] = true;
-    return marks;
+  /// How many of the rows before that place are shown.
+  [[nodiscard]] int shownBefore(int place) const {
+    if (!filter_) return place;
+    return static_cast<int>(std::lower_bound(shown_.begin(), shown_.end(), place) - shown_.begin());
   }
-  void showMarked(const std::vector<bool>& marks) {
-    shown_.clear();
-    for (size_t place = 0; filter_ && place < rows_.size(); ++place) {
-      if (marks[place]) shown_.push_back(static_cast<int>(place));
-    }
+  [[nodiscard]] bool isShown(int place) const {
+    const int index = shownBefore(place);
+    return holds(index) && placeAt(index) == static_cast<size_t>(place);
   }
 
   template <class Value>
@@ -301,22 +308,45 @@ class RowTable final : public TableModel {
 
   [[nodiscard]] bool isFirst(const Row& row) const { return traits_.first && traits_.first(row); }
 
-  auto placeFor(const Row& row) {
+  /// Behind all that may stand before the row.
+  auto placeFor(const Row& row) { return placeFor(row, rows_.begin(), rows_.end()); }
+  /// The same among these, of which none is the row itself.
+  template <class Place>
+  Place placeFor(const Row& row, Place begin, Place end) {
     const auto column = columnOf(sort_.key);
-    if (sort_.key.isEmpty() || !column) return rows_.end();
+    if (sort_.key.isEmpty() || !column) return end;
+    const auto others = std::partition_point(begin, end, [this](const Row& other) { return isFirst(other); });
+    (isFirst(row) ? end : begin) = others;
     const auto& key = columns_[static_cast<size_t>(*column)];
-    if (key.time) return placeByValue(row, key.time);
-    return key.text ? placeByValue(row, key.text) : rows_.end();
+    if (key.time) return placeByValue(row, begin, end, key.time);
+    return key.text ? placeByValue(row, begin, end, key.text) : end;
   }
-  template <class ValueOf>
-  auto placeByValue(const Row& row, const ValueOf& valueOf) {
-    const auto others =
-        std::partition_point(rows_.begin(), rows_.end(), [this](const Row& other) { return isFirst(other); });
-    const auto begin = isFirst(row) ? rows_.begin() : others;
-    const auto end = isFirst(row) ? others : rows_.end();
+  template <class Place, class ValueOf>
+  Place placeByValue(const Row& row, Place begin, Place end, const ValueOf& valueOf) {
     return std::upper_bound(begin, end, valueOf(row), [&](const auto& value, const Row& other) {
       return sort_.ascending ? value < valueOf(other) : valueOf(other) < value;
     });
+  }
+  /// Puts one row where the order wants it now, the others being in order.
+  void settle(int place) {
+    const auto at = rows_.begin() + place;
+    const auto next = at + 1;
+    auto to = placeFor(*at, rows_.begin(), at);
+    const bool isBehindNext = to == at && next != rows_.end() && placeFor(*next, at, next) == at;
+    if (isBehindNext) to = placeFor(*at, next, rows_.end());
+    if (to == at) return;
+    std::vector<int> order(rows_.size());
+    std::iota(order.begin(), order.end(), 0);
+    const auto rotate = [&](auto all) {
+      const auto target = all + (to - rows_.begin());
+      target < all + place ? std::rotate(target, all + place, all + place + 1)
+                           : std::rotate(all + place, all + place + 1, target);
+    };
+    Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
+    rotate(rows_.begin());
+    rotate(order.begin());
+    movePersistentIndexes(order);
+    Q_EMIT layoutChanged({}, VerticalSortHint);
   }
 
   /// For each place in the sort order, the row that goes there; empty when all rows stay.
@@ -402,13 +432,36 @@ class RowTable final : public TableModel {
     }
     return shownOrder;
   }
+  void removePlaces(const RowRanges& gone) {
+    if (!gone.areMany()) return removeRanges(gone);
+    beginResetModel();
+    std::vector<Row> rows;
+    std::vector<int> shown;
+    auto range = gone.ranges().begin();
+    for (int place = 0; place < std::ssize(rows_); ++place) {
+      if (range != gone.ranges().end() && place > range->last) ++range;
+      if (range != gone.ranges().end() && place >= range->first) continue;
+      if (filter_ && isShown(place)) shown.push_back(static_cast<int>(rows.size()));
+      rows.push_back(std::move(rows_[static_cast<size_t>(place)]));
+    }
+    rows_ = std::move(rows);
+    shown_ = std::move(shown);
+    endResetModel();
+  }
   /// The last ones first, so that the places of those before stay what they are.
   void removeRanges(const RowRanges& gone) {
-    for (auto range = gone.ranges().rbegin(); range != gone.ranges().rend(); ++range) {
-      beginRemoveRows({}, range->first, range->last);
-      rows_.erase(rows_.begin() + range->first, rows_.begin() + range->last + 1);
-      endRemoveRows();
+    for (auto range = gone.ranges().rbegin(); range != gone.ranges().rend(); ++range) removeRange(*range);
+  }
+  void removeRange(const RowRange& range) {
+    const int first = shownBefore(range.first);
+    const int behind = shownBefore(range.last + 1);
+    if (first < behind) beginRemoveRows({}, first, behind - 1);
+    if (filter_) {
+      const auto rest = shown_.erase(shown_.begin() + first, shown_.begin() + behind);
+      std::for_each(rest, shown_.end(), [&range](int& place) { place -= range.last - range.first + 1; });
     }
+    rows_.erase(rows_.begin() + range.first, rows_.begin() + range.last + 1);
+    if (first < behind) endRemoveRows();
   }
   [[nodiscard]] std::vector<quint64> identitiesOf(const std::vector<Row>& rows) const {
     std::vector<quint64> identities;
