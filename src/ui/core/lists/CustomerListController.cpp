@@ -19,9 +19,9 @@ bool isShown(const CustomerListRow& row) {
   return shown.value_or(false);
 }
 
-std::vector<Column<CustomerListRow>> columns(const CustomerListController& list) {
-  return {nameColumn(list, QStringLiteral("customerName"), tr("Customer"), nameOfCustomer),
-          nameColumn(list, QStringLiteral("jobName"), tr("Job"), nameOfJob), shownColumn(isShown)};
+std::vector<Column<CustomerListRow>> columns(const Session& session) {
+  return {nameColumn(session, QStringLiteral("customerName"), tr("Customer"), nameOfCustomer),
+          nameColumn(session, QStringLiteral("jobName"), tr("Job"), nameOfJob), shownColumn(isShown)};
 }
 
 const ManagedObject* objectOf(const CustomerListRow& row) {
@@ -31,9 +31,8 @@ const ManagedObject* objectOf(const CustomerListRow& row) {
 }  // namespace
 
 CustomerListController::CustomerListController(Session& session, ListView& view)
-    : ListController(session, view),
-      rows_(columns(*this), {.identity = [](const CustomerListRow& row) { return identityOf(objectOf(row)); },
-                             .running = {}}) {}
+    : ListOf(session, view, columns(session),
+             {.identity = [](const CustomerListRow& row) { return identityOf(objectOf(row)); }}) {}
 
 std::vector<Customer*> CustomerListController::listedCustomers() const {
   if (searchString().isEmpty()) return context()->fetch<Customer>();
@@ -73,20 +72,20 @@ void CustomerListController::documentEdited(const ChangeSet& changes) {
   const bool other = !changes.inserted<Customer>().empty() || !changes.deleted<Customer>().empty() ||
                      !changes.inserted<Job>().empty() || !changes.deleted<Job>().empty() ||
                      changes.changedAny<Customer>("name") || changes.changedAny<Job>("customer");
-  if (other) rows_.updateRows(listedRows());
+  if (other) rows().updateRows(listedRows());
   if (!other && !changes.touches<Customer>() && !changes.touches<Job>()) return;
-  rows_.changeRows([changed = changedObjects<Customer, Job>(changes)](const CustomerListRow& row) {
+  rows().changeRows([changed = changedObjects<Customer, Job>(changes)](const CustomerListRow& row) {
     return changed.contains(objectOf(row));
   });
 }
 
 Job* CustomerListController::jobForRow(int row) const {
-  const CustomerListRow* one = rows_.row(row);
+  const CustomerListRow* one = rows().row(row);
   return one ? one->job.get() : nullptr;
 }
 
 Customer* CustomerListController::customerForRow(int row) const {
-  const CustomerListRow* one = rows_.row(row);
+  const CustomerListRow* one = rows().row(row);
   return one ? one->customer.get() : nullptr;
 }
 

@@ -5,7 +5,6 @@
 #include "ui_core/ChangedObjects.h"
 #include "ui_core/ListController.h"
 #include "ui_core/ListSteps.h"
-#include "ui_core/RowTable.h"
 
 namespace pendra::lists {
 
@@ -13,12 +12,13 @@ inline const QString kCheckbox = QStringLiteral("checkbox");
 
 /// A column of names; where there is a name, it can be typed over in a standalone document.
 template <class Row>
-Column<Row> nameColumn(const ListController& list, const QString& identifier, const QString& title,
+Column<Row> nameColumn(const Session& session, const QString& identifier, const QString& title,
                        QString (*textOf)(const Row&)) {
-  return {
-      .head = {.identifier = identifier, .title = title, .sortable = false, .weight = 3},
-      .text = textOf,
-      .editable = [&list, textOf](const Row& row) { return list.standalone() && !textOf(row).isEmpty(); }};
+  return {.head = {.identifier = identifier, .title = title, .sortable = false, .weight = 3},
+          .text = textOf,
+          .editable = [&session, textOf](const Row& row) {
+            return session.isStandalone() && !textOf(row).isEmpty();
+          }};
 }
 
 /// The column of check boxes.

@@ -15,18 +15,16 @@ using namespace lists;
 QString nameOfService(const ServicesListRow& row) { return queries::nameOf(row.service.get()); }
 bool isShown(const ServicesListRow& row) { return row.service && row.service->shown().value_or(false); }
 
-std::vector<Column<ServicesListRow>> columns(const ServicesListController& list) {
-  return {nameColumn(list, QStringLiteral("serviceName"), tr("Service"), nameOfService),
+std::vector<Column<ServicesListRow>> columns(const Session& session) {
+  return {nameColumn(session, QStringLiteral("serviceName"), tr("Service"), nameOfService),
           shownColumn(isShown)};
 }
 
 }  // namespace
 
 ServicesListController::ServicesListController(Session& session, ListView& view)
-    : ListController(session, view),
-      rows_(columns(*this),
-            {.identity = [](const ServicesListRow& row) { return identityOf(row.service.get()); },
-             .running = {}}) {}
+    : ListOf(session, view, columns(session),
+             {.identity = [](const ServicesListRow& row) { return identityOf(row.service.get()); }}) {}
 
 std::vector<ServicesListRow> ServicesListController::listedRows() const {
   std::vector<Service*> services;
@@ -48,14 +46,14 @@ void ServicesListController::documentEdited(const ChangeSet& changes) {
   if (!changes.touches<Service>()) return;
   const bool other = !changes.inserted<Service>().empty() || !changes.deleted<Service>().empty() ||
                      changes.changedAny<Service>("name");
-  if (other) rows_.updateRows(listedRows());
-  rows_.changeRows([changed = changedObjects<Service>(changes)](const ServicesListRow& row) {
+  if (other) rows().updateRows(listedRows());
+  rows().changeRows([changed = changedObjects<Service>(changes)](const ServicesListRow& row) {
     return changed.contains(row.service.get());
   });
 }
 
 Service* ServicesListController::serviceForRow(int row) const {
-  const ServicesListRow* one = rows_.row(row);
+  const ServicesListRow* one = rows().row(row);
   return one ? one->service.get() : nullptr;
 }
 

@@ -5,7 +5,6 @@
 #include "model/Customer.h"
 #include "model/Job.h"
 #include "ui_core/ListController.h"
-#include "ui_core/RowTable.h"
 
 namespace pendra {
 
@@ -17,24 +16,18 @@ struct CustomerListRow {
 };
 
 /// The customers with their jobs as one flat list.
-class CustomerListController : public ListController {
+class CustomerListController : public ListOf<CustomerListRow> {
  public:
   /// By name; of several customers of one name only the first is listed. A search finds customers by their
   /// own name and by their jobs', and lists a found customer with all its jobs.
   CustomerListController(Session& session, ListView& view);
-
-  [[nodiscard]] const RowTable<CustomerListRow>& rows() const { return rows_; }
-  [[nodiscard]] TableModel& table() override { return rows_; }
-  [[nodiscard]] const TableModel& table() const override { return rows_; }
-  [[nodiscard]] TableSelection& selection() override { return selection_; }
-  [[nodiscard]] const TableSelection& selection() const override { return selection_; }
 
   void addNewCustomer();
   /// A job of the customer whose row is selected; nothing when none is.
   void addNewJob();
   /// Kept: promised to those who keep the lists: also in a linked document, unlike the services' list.
   void deleteRow() override;
-  [[nodiscard]] bool canAddJob() const override { return standalone() && customerForRow(selection_.row()); }
+  [[nodiscard]] bool canAddJob() const override { return standalone() && customerForRow(selection().row()); }
 
   /// Whether a name may be stored; says why not and opens the editor again.
   [[nodiscard]] bool mayLeaveCustomer(const QString& name);
@@ -44,7 +37,7 @@ class CustomerListController : public ListController {
   [[nodiscard]] Customer* customerForRow(int row) const;
 
  protected:
-  void rebuild() override { rows_.setRows(listedRows()); }
+  [[nodiscard]] std::vector<CustomerListRow> listedRows() const override;
   void documentEdited(const ChangeSet& changes) override;
   /// A duplicate customer's name is refused; a job's name is compared with the customers' too.
   [[nodiscard]] bool takeName(int row, const QString& name) override;
@@ -53,13 +46,10 @@ class CustomerListController : public ListController {
 
  private:
   [[nodiscard]] std::vector<Customer*> listedCustomers() const;
-  [[nodiscard]] std::vector<CustomerListRow> listedRows() const;
   [[nodiscard]] std::optional<bool> isInUse(const QString& predicateText, const QString& name);
   void deleteCustomer(Customer& customer);
   void deleteJob(Job& job);
 
-  RowTable<CustomerListRow> rows_;
-  TableSelection selection_{rows_};
   bool refusing_ = false;
 };
 

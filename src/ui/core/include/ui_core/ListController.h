@@ -10,6 +10,7 @@
 #include "document/Session.h"
 #include "store/Observers.h"
 #include "ui_core/ListEditor.h"
+#include "ui_core/RowTable.h"
 #include "ui_core/TableSelection.h"
 
 namespace pendra {
@@ -101,6 +102,29 @@ class ListController : public ListEditor {
   Subscription news_;
   Notifier::Subscription documentChanges_;
   Notifier::Subscription standaloneChanges_;
+};
+
+/// A list whose rows are of one kind.
+template <class Row>
+class ListOf : public ListController {
+ public:
+  [[nodiscard]] const RowTable<Row>& rows() const { return rows_; }
+  [[nodiscard]] RowTable<Row>& rows() { return rows_; }
+  [[nodiscard]] TableModel& table() override { return rows_; }
+  [[nodiscard]] const TableModel& table() const override { return rows_; }
+  [[nodiscard]] TableSelection& selection() override { return selection_; }
+  [[nodiscard]] const TableSelection& selection() const override { return selection_; }
+
+ protected:
+  ListOf(Session& session, ListView& view, std::vector<Column<Row>> columns, RowTraits<Row> traits)
+      : ListController(session, view), rows_(std::move(columns), std::move(traits)) {}
+
+  [[nodiscard]] virtual std::vector<Row> listedRows() const = 0;
+  void rebuild() override { rows_.setRows(listedRows()); }
+
+ private:
+  RowTable<Row> rows_;
+  TableSelection selection_{rows_};
 };
 
 }  // namespace pendra
