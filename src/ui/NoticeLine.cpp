@@ -73,6 +73,11 @@ std::vector<const Notice*> NoticeLine::standing() const {
   for (const Notice& notice : notices_.standing()) {
     if (where_ == In::TimerWindow || !notice.onlyInTimerWindow) all.insert(all.begin(), &notice);
   }
+  // What reminds must not hide what is asked about time that nobody has counted yet.
+  const auto last = std::find_if(all.begin(), all.end(), [](const Notice* one) { return one->comesLast; });
+  const auto question =
+      std::find_if(all.rbegin(), all.rend(), [](const Notice* one) { return one->asks && !one->comesLast; });
+  if (last < question.base()) std::rotate(last, last + 1, question.base());
   return all;
 }
 

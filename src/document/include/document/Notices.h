@@ -25,6 +25,7 @@ struct Notice {
   bool ofDocument = false;         ///< it goes with the open document
   bool onlyInTimerWindow = false;  ///< it is of no use beside another window
   bool asks = false;               ///< it waits for an answer, also of who does not look at a window
+  bool comesLast = false;          ///< it stands behind all others that ask
 };
 
 /// The notices that stand at this moment, the oldest first.
