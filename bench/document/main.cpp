@@ -38,6 +38,7 @@ class NoCommands final : public CommandTarget {
   [[nodiscard]] bool isOffered(const CommandRow&) const override { return false; }
   [[nodiscard]] QString whyNot(const CommandRow&) const override { return {}; }
   [[nodiscard]] bool isShown(const CommandRow&) const override { return true; }
+  [[nodiscard]] std::optional<bool> isOn(const CommandRow&) const override { return {}; }
   [[nodiscard]] QString titleOf(const CommandRow&) const override { return {}; }
   [[nodiscard]] Notifier& menuChanges() override { return changes_; }
   [[nodiscard]] QStringList recentDocuments() const override { return {}; }

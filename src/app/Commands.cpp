@@ -51,6 +51,12 @@ QString Commands::titleOf(const CommandRow& row) const {
   return tr(row.title);
 }
 
+std::optional<bool> Commands::isOn(const CommandRow& row) const {
+  if (row.command != Command::Favourite) return std::nullopt;
+  const Activity* activity = context_.timer() ? context_.timer()->state().currentActivity() : nullptr;
+  return activity && activity->favourite() == true;
+}
+
 bool Commands::isOffered(const CommandRow& row) const {
   return mayRun(row, context_) && (!row.isOffered || row.isOffered(context_));
 }

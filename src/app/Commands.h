@@ -23,6 +23,7 @@ class Commands final : public CommandTarget {
   [[nodiscard]] bool isShown(const CommandRow& row) const override {
     return !row.isShown || row.isShown(context_);
   }
+  [[nodiscard]] std::optional<bool> isOn(const CommandRow& row) const override;
   [[nodiscard]] QString titleOf(const CommandRow& row) const override;
   [[nodiscard]] Notifier& menuChanges() override { return menuChanges_; }
 

@@ -96,6 +96,7 @@ void MenuBar::refresh(const QMenu& menu) {
     } else if (const CommandRow* row = rows_.value(action)) {
       action->setText(withAccessKey(target_.titleOf(*row), letters));
       action->setVisible(target_.isShown(*row));
+      showIsOn(*action, target_.isOn(*row));
     }
   }
 }

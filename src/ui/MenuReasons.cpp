@@ -35,6 +35,11 @@ void giveReason(QAction& item, const QString& reason) {
   item.setStatusTip(reason);  // which assistive technology reads as what there is to know about the item
 }
 
+void showIsOn(QAction& item, std::optional<bool> isOn) {
+  item.setCheckable(isOn.has_value());
+  item.setChecked(isOn == true);
+}
+
 void showReasons(QMenu& menu) { new Reasons(menu); }
 
 }  // namespace pendra

@@ -31,6 +31,7 @@ void addItem(QMenu& menu, CommandTarget& target, QWidget& window, const CommandR
   item->setShortcutVisibleInContextMenu(true);
   item->setShortcutContext(Qt::WidgetShortcut);  // the menu bar, or the table, answers the key
   item->setEnabled(target.isOffered(row));
+  showIsOn(*item, target.isOn(row));
   giveReason(*item, target.whyNot(row));
   QObject::connect(item, &QAction::triggered, &window,
                    [&target, &window, command = row.command] { target.perform(command, &window); });

@@ -11,6 +11,7 @@ class NoCommands : public CommandTarget {
   bool isOffered(const CommandRow&) const override { return false; }
   QString whyNot(const CommandRow&) const override { return {}; }
   bool isShown(const CommandRow&) const override { return true; }
+  std::optional<bool> isOn(const CommandRow&) const override { return {}; }
   QString titleOf(const CommandRow&) const override { return {}; }
   Notifier& menuChanges() override { return changes_; }
   QStringList recentDocuments() const override { return {}; }

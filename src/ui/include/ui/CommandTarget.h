@@ -24,6 +24,8 @@ class CommandTarget {
   /// perform it all the same says so.
   [[nodiscard]] virtual QString whyNot(const CommandRow& row) const = 0;
   [[nodiscard]] virtual bool isShown(const CommandRow& row) const = 0;
+  /// Whether that is on which the command turns on and off; none where it does something else.
+  [[nodiscard]] virtual std::optional<bool> isOn(const CommandRow& row) const = 0;
   /// The title as it stands now, translated: "Undo Start".
   [[nodiscard]] virtual QString titleOf(const CommandRow& row) const = 0;
   /// Announces that titles, or what is shown, or what shows the document's state may have changed.
