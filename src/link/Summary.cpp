@@ -75,7 +75,8 @@ SummaryLine sumOf(const std::vector<Group>& groups, qsizetype records) {
   return {.customer = tr("Sum"),
           .notes = counted(entries, "1 entry", "%Ln entries") + u", " +
                    counted(records, "1 record", "%Ln records"),
-          .duration = durationText(seconds)};
+          .duration = durationText(seconds),
+          .isSum = true};
 }
 
 /// How many unsent entries there are: of those that will be sent, of those that are listed, and of all.

@@ -326,7 +326,9 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   // A view is called active while it has the keyboard itself: the bar says where keys go.
   const bool withBar = option.rect.left() == 0 && bool(option.state & QStyle::State_Active);
   drawBackground(*painter, option.rect, look, lineUnder(index, look), withBar);
-  painter->setFont(option.font);
+  QFont font = option.font;
+  if (index.data(TableModel::kSumRole).toBool()) font.setWeight(QFont::DemiBold);
+  painter->setFont(font);
   QRect content = contentRect(option, index);
   if (kindOf(index) != CellKind::State && !index.data(TableModel::kWarningRole).toString().isEmpty())
     content = drawWarning(*painter, content, look);

@@ -119,7 +119,7 @@ TEST_F(SubmissionTest, EverythingGoesOutOnceAndIsStampedDurably) {
       summary.shown.lines,
       testing::ElementsAre(SummaryLine{"Acme", "Roof", "Design", "23–24 Nov", "2 entries", "01:30:00"},
                            SummaryLine{"Zed", "Roof", "Design", "Tue 24 Nov", "Plan", "00:01:00"},
-                           SummaryLine{"Sum", "", "", "", "3 entries, 3 records", "01:31:00"}));
+                           SummaryLine{"Sum", "", "", "", "3 entries, 3 records", "01:31:00", true}));
   EXPECT_EQ(summary.shown.leftOut, "");
   ASSERT_EQ(vantor.records.size(), 3);
   EXPECT_TRUE(vantor.records[0].startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<record>\n"));

@@ -93,8 +93,12 @@ void HoursChart::paintEvent(QPaintEvent*) {
   painterOfBars().paint(painter);
   if (emptyText_.isEmpty()) return;
   painter.setFont(Theme::cellFont());
-  painter.setPen(Theme::colours(palette()).quiet);
-  painter.drawText(rect().adjusted(0, 0, 0, -rect().height() / 4), Qt::AlignCenter, emptyText_);
+  const QRect place = rect().adjusted(0, 0, 0, -rect().height() / 4);
+  const QRect words = painter.boundingRect(place, Qt::AlignCenter, emptyText_);
+  const Colours& colours = Theme::colours(palette());
+  painter.fillRect(words.adjusted(-metrics::kGrid, -2, metrics::kGrid, 2), colours.base);  // over the lines
+  painter.setPen(colours.quiet);
+  painter.drawText(place, Qt::AlignCenter, emptyText_);
 }
 
 void HoursChart::keyPressEvent(QKeyEvent* event) {

@@ -61,8 +61,8 @@ QWidget* ReportHead::makeRangeRow() {
   title_->setObjectName(QStringLiteral("rangeTitle"));
   title_->setAccessibleName(tr("Range"));
   title_->setFont(figuresOf(kOtherSums, QFont::DemiBold));
+  title_->setContentsMargins(0, 0, metrics::kGrid, 0);
   rangeRow_->addWidget(title_);
-  rangeRow_->addSpacing(metrics::kGrid);
   addRanges(*rangeRow_);
   addDates(*rangeRow_);
   rangeRow_->addStretch(1);
@@ -113,19 +113,22 @@ void ReportHead::addDates(QHBoxLayout& row) {
   dates_ = new QWidget;
   auto* inRow = rowIn(dates_);
   inRow->setContentsMargins(0, 0, 0, 0);
-  const auto add = [&](const QString& objectName, const QString& word, const QString& name) {
+  const auto add = [&](const QString& objectName, const QString& name) {
     auto* field = new DateField;
     field->setObjectName(objectName);
     field->setAccessibleName(name);
     field->setFixedWidth(Theme::wide(kDateWidth));
     field->setReader(days_);
     connect(field, &QLineEdit::editingFinished, this, &ReportHead::chooseDates);
-    inRow->addWidget(makeLabel(word, {.isQuiet = true, .of = field}));
     inRow->addWidget(field);
     return field;
   };
-  from_ = add(QStringLiteral("reportFrom"), tr("From"), tr("From date"));
-  to_ = add(QStringLiteral("reportTo"), tr("to"), tr("To date"));
+  // No "from" before them: with the buttons at the right the row must have room on a screen of 1024 points.
+  from_ = add(QStringLiteral("reportFrom"), tr("From date"));
+  auto* word = makeLabel(tr("to"), {.isQuiet = true});
+  inRow->addWidget(word);
+  to_ = add(QStringLiteral("reportTo"), tr("To date"));
+  word->setBuddy(to_);
   row.addWidget(dates_);
 }
 

@@ -44,9 +44,11 @@ std::unique_ptr<RowTable<SummaryLine>> makeRows() {
   duration.head.kind = CellKind::Time;
   duration.head.weight = 0;
   duration.head.widest = {QStringLiteral("0000:00:00")};
-  return std::make_unique<RowTable<SummaryLine>>(Lines{
-      customer, column(QStringLiteral("job"), QDialog::tr("Job"), &SummaryLine::job),
-      column(QStringLiteral("service"), QDialog::tr("Service"), &SummaryLine::service), days, duration});
+  Lines columns{customer, column(QStringLiteral("job"), QDialog::tr("Job"), &SummaryLine::job),
+                column(QStringLiteral("service"), QDialog::tr("Service"), &SummaryLine::service), days,
+                duration};
+  return std::make_unique<RowTable<SummaryLine>>(
+      std::move(columns), RowTraits<SummaryLine>{.sum = [](const SummaryLine& line) { return line.isSum; }});
 }
 
 /// A plate in the colours of a notice.

@@ -16,6 +16,7 @@ struct SummaryLine {
   QString days{};   ///< "Wed 25 Nov", "25–26 Nov"
   QString notes{};  ///< those of its one entry, or how many there are
   QString duration{};
+  bool isSum = false;
 
   friend bool operator==(const SummaryLine&, const SummaryLine&) = default;
 };

@@ -114,6 +114,8 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
       return isRunning(index.row());
     case kQuietRole:
       return isQuiet(index.row());
+    case kSumRole:
+      return isSum(index.row());
     case kSignRole:
       return static_cast<int>(sign(index.row()));
     case kRemarkRole:

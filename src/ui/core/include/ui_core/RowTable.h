@@ -38,6 +38,7 @@ struct RowTraits {
   std::function<quint64(const Row&)> identity{};
   std::function<bool(const Row&)> running{};
   std::function<bool(const Row&)> quiet{};
+  std::function<bool(const Row&)> sum{};
   /// Rows for which it holds stand above the others, whatever the order.
   std::function<bool(const Row&)> first{};
   std::function<RowSign(const Row&)> sign{};
@@ -249,6 +250,9 @@ class RowTable final : public TableModel {
   }
   [[nodiscard]] bool isQuiet(int row) const override {
     return traits_.quiet && holds(row) && traits_.quiet(*this->row(row));
+  }
+  [[nodiscard]] bool isSum(int row) const override {
+    return traits_.sum && holds(row) && traits_.sum(*this->row(row));
   }
   [[nodiscard]] bool isChecked(int row, int column) const override {
     return ask(row, column, &Column<Row>::checked);

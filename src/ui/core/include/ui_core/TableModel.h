@@ -114,6 +114,7 @@ class TableModel : public QAbstractTableModel {
     kKindRole = Qt::UserRole,
     kRunningRole,
     kQuietRole,
+    kSumRole,
     kIdentityRole,
     kWarningRole,
     kSignRole,
@@ -158,6 +159,8 @@ class TableModel : public QAbstractTableModel {
   [[nodiscard]] virtual bool isRunning(int row) const = 0;
   /// Whether the row is done with and all of its words are secondary.
   [[nodiscard]] virtual bool isQuiet(int row) const = 0;
+  /// Whether the row sums up those above it.
+  [[nodiscard]] virtual bool isSum(int row) const = 0;
   [[nodiscard]] virtual bool isChecked(int row, int column) const = 0;
   /// Why the cell is marked as needing attention, as a sentence; empty when it is not.
   [[nodiscard]] virtual QString warning(int row, int column) const = 0;
