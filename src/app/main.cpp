@@ -135,6 +135,7 @@ void dress(Application& application) {
 }
 
 int drawTour(int argc, char** argv, const CommandLine& line) {
+  pendra::installLog();
   qputenv("QT_QPA_PLATFORM", "offscreen");
   Application application(argc, argv);
   dress(application);
@@ -142,6 +143,7 @@ int drawTour(int argc, char** argv, const CommandLine& line) {
 }
 
 int run(int argc, char** argv, const CommandLine& line) {
+  pendra::installLog();
   const QString activation = pendra::takeActivation();  // before the toolkit does
   Beginning beginning(line);
   Application application(argc, argv);
@@ -159,10 +161,14 @@ int run(int argc, char** argv, const CommandLine& line) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // A window is waited for: nothing is made first that only a terminal's answer needs.
+  const auto read = pendra::readCommandLine({argv, static_cast<std::size_t>(argc)});
+  if (read && read.value().task == CommandLine::Task::Run && pendra::hasDisplay()) {
+    return run(argc, argv, read.value());
+  }
   const auto start = pendra::answerTerminal(argc, argv, &pendra::obey);
   // At once: a thread of the bus may still read while the statics that it needs go.
   if (const int* status = std::get_if<int>(&start)) std::quick_exit(*status);
   const auto& line = std::get<CommandLine>(start);
-  pendra::installLog();
   return line.task == CommandLine::Task::DrawTour ? drawTour(argc, argv, line) : run(argc, argv, line);
 }

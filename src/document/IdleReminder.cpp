@@ -105,12 +105,8 @@ void IdleReminder::remind() {
   const QString sentence = minutes == 1
                                ? tr("Nothing has run for 1 minute.")
                                : formatted(tr("Nothing has run for %@ minutes."), {QString::number(minutes)});
-  session_.notices().post({.key = kKey,
-                           .text = sentence,
-                           .actions = {},
-                           .ofDocument = true,
-                           .asks = true,
-                           .comesLast = true});
+  session_.notices().post(
+      {.key = kKey, .text = sentence, .actions = {}, .ofDocument = true, .asks = true, .comesLast = true});
   if (told_) told_(sentence);
 }
 
