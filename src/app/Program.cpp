@@ -130,6 +130,8 @@ void Program::goIntoPanel() {
 
 void Program::openFromOutside(const StartRequest& request) {
   wanted_ = request;
+  signals_.hear();  // one that was sent before must not end what this start has been told is taken care of
+  if (isTerminating_) return;
   if (request.action == actions::kStopAll) {
     tellArrived(request.activation);
   } else {

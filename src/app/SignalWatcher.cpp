@@ -28,13 +28,10 @@ void watch(int signal, void (*handler)(int)) {
 
 }  // namespace
 
-SignalWatcher::SignalWatcher(std::function<void()> received) {
+SignalWatcher::SignalWatcher(std::function<void()> received) : received_(std::move(received)) {
   ::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, pair.data());
   notifier_ = new QSocketNotifier(pair[1], QSocketNotifier::Read, this);
-  connect(notifier_, &QSocketNotifier::activated, this, [received = std::move(received)] {
-    char byte = 0;
-    while (::read(pair[1], &byte, 1) > 0) received();
-  });
+  connect(notifier_, &QSocketNotifier::activated, this, &SignalWatcher::hear);
   watch(SIGTERM, wakeEventLoop);
   watch(SIGINT, wakeEventLoop);
   watch(SIGXFSZ, SIG_IGN);  // a file that grows too large is a failed save, told as any other
@@ -47,6 +44,11 @@ SignalWatcher::~SignalWatcher() {
     ::close(end);
     end = -1;
   }
+}
+
+void SignalWatcher::hear() {
+  char byte = 0;
+  while (::read(pair[1], &byte, 1) > 0) received_();
 }
 
 }  // namespace pendra

@@ -13,8 +13,11 @@ class SignalWatcher final : public QObject {
   /// `received` is called once for each signal, outside any signal handler.
   explicit SignalWatcher(std::function<void()> received);
   ~SignalWatcher() override;
+  /// Makes that call now for what has come and the event loop has not seen yet.
+  void hear();
 
  private:
+  std::function<void()> received_;
   QSocketNotifier* notifier_;
 };
 
