@@ -1,5 +1,7 @@
 // The program with the windows, which "pendra" becomes where a terminal's answer is not enough.
 
+#include <fontconfig/fontconfig.h>
+
 #include <QApplication>
 #include <QProcess>
 
@@ -59,7 +61,8 @@ struct Ended {
   std::optional<pendra::StartRequest> wanted{};
 };
 
-/// What needs no toolkit: while that starts, the document is read that will most likely be opened.
+/// What needs no toolkit: while that starts, the document is read that will most likely be opened, and what
+/// there is of fonts.
 struct Beginning {
   explicit Beginning(const CommandLine& line) {
     const QString file = line.file.isEmpty() ? lastDocument() : line.file;
@@ -76,6 +79,7 @@ struct Beginning {
   std::unique_ptr<pendra::Clock> clock = std::make_unique<pendra::SystemClock>();
   std::unique_ptr<pendra::Calendar> calendar =
       std::make_unique<pendra::Calendar>(pendra::Calendar::ofSystem());
+  std::future<FcBool> fonts = std::async(std::launch::async, &FcInit);
   std::optional<pendra::ReadAhead> ahead;
 };
 
@@ -148,6 +152,7 @@ int run(int argc, char** argv, const CommandLine& line) {
   Beginning beginning(line);
   Application application(argc, argv);
   auto asking = pendra::PortalLook::askForUser();
+  beginning.fonts.wait();  // else the toolkit would read it once more
   dress(application);
   pendra::installTranslations(application, pendra::translationFolder());
   if (line.isDark) pendra::Theme::force(*line.isDark ? pendra::Appearance::Dark : pendra::Appearance::Light);
