@@ -72,15 +72,9 @@ QFont usualFont() {
   return font;
 }
 
-QFont sized(qreal points) {
-  QFont font = usualFont();
-  font.setPointSizeF(points * textScale);
-  return font;
-}
-
 /// A size of the scale, growing with a desktop whose own type is larger than usual.
 QFont scaled(qreal points) {
-  return sized(points * std::max(1.0, usualFont().pointSizeF() / (kBodyPoints + 1)));
+  return Theme::sized(points * std::max(1.0, usualFont().pointSizeF() / (kBodyPoints + 1)));
 }
 
 double luminance(const QColor& colour) {
@@ -194,6 +188,12 @@ QPalette Theme::palette(const QPalette& ofDesktop) {
   }
   result.setColor(QPalette::Disabled, QPalette::Base, colours.window);
   return result;
+}
+
+QFont Theme::sized(qreal points) {
+  QFont font = usualFont();
+  font.setPointSizeF(points * textScale);
+  return font;
 }
 
 QFont Theme::cellFont() { return sized(usualFont().pointSizeF()); }

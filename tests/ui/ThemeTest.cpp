@@ -63,47 +63,29 @@ TEST(Theme, FollowsTheDesktopUnlessForced) {
   Theme::follow({});
 }
 
-/// Letters grow and shrink again where they stand: those that are handed down, a size of its own, a bold
-/// word, a row.
-TEST(Theme, LettersGrowWithTheDesktops) {
+TEST(Theme, ReachesOpenWindowsWithColoursAndSizes) {
   QWidget window;
-  QLabel plain(QStringLiteral("Word"), &window);
-  QLabel large(QStringLiteral("00:00:00"), &window);
+  QLabel plain(&window);
+  QLabel large(&window);
   large.setFont(Theme::timeFont());
-  QLabel bold(QStringLiteral("Sum"), &window);
-  QFont heavy;
-  heavy.setBold(true);
-  bold.setFont(heavy);
   RowTableView table(&window);
+  window.show();
   const auto sizes = [&] {
-    return std::vector{plain.font().pointSizeF(), large.font().pointSizeF(), bold.font().pointSizeF(),
-                       table.font().pointSizeF(), Theme::cellFont().pointSizeF()};
+    return std::vector{plain.font().pointSizeF(), large.font().pointSizeF(), table.font().pointSizeF()};
   };
-  window.show();
-  const auto before = sizes();
-  const int row = table.verticalHeader()->defaultSectionSize();
-  Theme::follow({.textScale = 2});
-  Theme::follow({.textScale = 2});
-  QCoreApplication::processEvents();
-  for (std::size_t one = 0; one < before.size(); ++one)
-    EXPECT_NEAR(sizes()[one], 2 * before[one], 0.01) << one;
-  EXPECT_TRUE(bold.font().bold());
-  EXPECT_GE(table.verticalHeader()->defaultSectionSize(), table.fontMetrics().height() + 4);
-  Theme::follow({});
-  QCoreApplication::processEvents();
-  EXPECT_EQ(sizes(), before);
-  EXPECT_EQ(table.verticalHeader()->defaultSectionSize(), row);
-}
-
-TEST(Theme, ReachesOpenWindows) {
-  QWidget window;
-  window.show();
+  const auto usual = sizes();
   Theme::force(Appearance::Dark);
+  Theme::follow({.textScale = 2});
+  Theme::follow({.textScale = 2});
   QCoreApplication::processEvents();
   EXPECT_EQ(window.palette().color(QPalette::Window), Theme::dark().window);
+  for (std::size_t one = 0; one < usual.size(); ++one) EXPECT_NEAR(sizes()[one], 2 * usual[one], 0.01) << one;
+  EXPECT_GE(table.verticalHeader()->defaultSectionSize(), table.fontMetrics().height() + 4);
   Theme::force(Appearance::Light);
+  Theme::follow({});
   QCoreApplication::processEvents();
   EXPECT_EQ(window.palette().color(QPalette::Window), Theme::light().window);
+  EXPECT_EQ(sizes(), usual) << "and back again";
 }
 
 }  // namespace

@@ -23,8 +23,7 @@ constexpr double kSumOfAll = 24;  // points
 constexpr double kOtherSums = 15;
 
 QFont figuresOf(double points, QFont::Weight weight) {
-  QFont font = Theme::cellFont();
-  font.setPointSizeF(points);
+  QFont font = Theme::sized(points);
   font.setWeight(weight);
   return font;
 }

@@ -85,6 +85,8 @@ class Theme {
   /// The large elapsed time. Its weight says that it runs; it is smaller in a low window.
   [[nodiscard]] static QFont timeFont(bool runs = true, bool low = false);
   [[nodiscard]] static QFont labelFont();  ///< what the large time is of
+  /// The desktop's face in a size of its own, where letters are as large as usual.
+  [[nodiscard]] static QFont sized(qreal points);
   /// The room of what is `points` wide where letters are as large as usual.
   [[nodiscard]] static int wide(int points);
 
