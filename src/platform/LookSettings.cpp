@@ -14,6 +14,8 @@ namespace {
 const QString kSettings = QStringLiteral("org.freedesktop.portal.Settings");
 const QString kAppearance = QStringLiteral("org.freedesktop.appearance");
 const QString kInterface = QStringLiteral("org.gnome.desktop.interface");
+/// Where desktops say that contrast is high whose portal knows of none in the appearance.
+const QString kAccess = QStringLiteral("org.gnome.desktop.a11y.interface");
 /// As long as nobody notices that a window came later.
 constexpr int kPatience = 150;
 /// Between letters that nobody can read and one word a window; desktops offer no more either.
@@ -22,7 +24,7 @@ constexpr double kLargestText = 3;
 
 QDBusMessage question() {
   auto call = QDBusMessage::createMethodCall(kPortal, kPortalObject, kSettings, QStringLiteral("ReadAll"));
-  call << QStringList{kAppearance, kInterface};
+  call << QStringList{kAppearance, kInterface, kAccess};
   return call;
 }
 
@@ -61,6 +63,8 @@ void apply(Wishes& look, const QString& group, const QString& key, const QVarian
     look.accent = colourOf(value);
   } else if (group == kAppearance && key == u"contrast") {
     look.highContrast = value.toUInt() == 1;
+  } else if (group == kAccess && key == u"high-contrast") {
+    look.highContrast = value.toBool();
   } else if (group == kInterface && key == u"enable-animations") {
     look.lessMotion = !value.toBool();
   } else if (group == kInterface && key == u"text-scaling-factor" && value.toDouble() > 0) {

@@ -161,7 +161,9 @@ TEST(SessionDesktop, TheLookIsFollowed) {
   portal.change(QStringLiteral("accent-color"), Portal::colour(-1, -1, -1));
   EXPECT_TRUE(eventually([&] { return look.look() == Wishes{}; }));
   portal.change(QStringLiteral("text-scaling-factor"), 9.0, QStringLiteral("org.gnome.desktop.interface"));
-  EXPECT_TRUE(eventually([&] { return look.look() == Wishes{.textScale = 3}; }));
+  portal.change(QStringLiteral("high-contrast"), true, QStringLiteral("org.gnome.desktop.a11y.interface"));
+  const Wishes large{.highContrast = true, .textScale = 3};
+  EXPECT_TRUE(eventually([&] { return look.look() == large; }));
 }
 
 TEST(SessionDesktop, TheKeyIsAskedForAndHeard) {
