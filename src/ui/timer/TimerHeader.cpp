@@ -1,5 +1,6 @@
 #include "TimerHeader.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
 
@@ -88,9 +89,20 @@ QBoxLayout* TimerHeader::makeTexts() {
 void TimerHeader::setLow(bool low) {
   if (low == low_) return;
   low_ = low;
-  setFixedHeight(low ? kLowHeight : kHeight);
   startStopButton->setSmall(low);
   elapsedTimeDisplay->setFont(Theme::timeFont(startStopButton->isRunning(), low));
+  fitHeight();
+}
+
+/// Larger letters need more of it.
+void TimerHeader::fitHeight() {
+  const int texts = elapsedTimeDisplay->sizeHint().height() + customerJobLabel->sizeHint().height();
+  setFixedHeight(std::max(low_ ? kLowHeight : kHeight, texts));
+}
+
+bool TimerHeader::event(QEvent* event) {
+  if (event->type() == QEvent::LayoutRequest) fitHeight();
+  return QWidget::event(event);
 }
 
 void TimerHeader::showRunning(bool running) {

@@ -37,8 +37,12 @@ class TimerHeader final : public QWidget {
   QPushButton* addActivityButton;
   QPushButton* submitTimeButton;
 
+ protected:
+  bool event(QEvent* event) override;
+
  private:
   [[nodiscard]] QBoxLayout* makeTexts();
+  void fitHeight();
 
   bool low_ = false;
 };

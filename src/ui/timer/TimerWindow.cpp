@@ -100,7 +100,7 @@ QWidget* TimerWindow::makeStatusLine() {
 
 void TimerWindow::setLog(QWidget* pane, QWidget* summary, QWidget* glance) {
   log_->addWidget(pane);
-  setMinimumWidth(std::max(minimumWidth(), pane->minimumSizeHint().width()));
+  setMinimumWidth(std::max(minimumWidth(), firstSize(*this, pane->minimumSizeHint()).width()));
   summary_->addWidget(summary);
   glance_->addWidget(glance);
 }
