@@ -141,6 +141,7 @@ class LogBench {
   /// What the processor does at one edit, told and in the rows.
   void editing() {
     if (!context_.save()) qFatal("not saved");
+    log_.rows().sortBy({QStringLiteral("date"), false});
     std::size_t next = 0;
     const auto nextEntry = [&]() -> TimeEntry& { return *context_.all<TimeEntry>()[next += 7]; };
     Activity& activity = *context_.all<Activity>()[3];

@@ -167,10 +167,11 @@ void ActivityRows::findRunning() {
 }
 
 void ActivityRows::updateRunning() {
+  const Today now = today();
   for (const QPersistentModelIndex& index : running_) {
     const ActivityRow* old = table_.row(index.row());
     if (!old || !old->activity) continue;
-    const TimeTexts times = timeTextsOf(*old->activity, today());
+    const TimeTexts times = timeTextsOf(*old->activity, now);
     ActivityRow row = *old;
     row.total = times.total;
     row.today = times.today;

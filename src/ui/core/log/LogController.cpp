@@ -207,6 +207,8 @@ void LogController::reviewRows(const ChangeSet& changes, const QSet<const Manage
   const auto entries = changedObjects<TimeEntry>(changes);
   auto touched = entries;
   for (const TimeEntry* entry : changes.deleted<TimeEntry>()) touched << entry;
+  const QStringList orders{QStringLiteral("customer"), QStringLiteral("job"), QStringLiteral("service")};
+  const bool isInOrderOfNames = orders.contains(rows_.sortOrder().key);
   const auto isConcerned = [&](const LogRow& row) {
     return touched.contains(row.entry.address()) || isRenamed(row.activity());
   };
@@ -219,7 +221,8 @@ void LogController::reviewRows(const ChangeSet& changes, const QSet<const Manage
     if (isShown) lengthOfAll_ += (goes ? Length{} : lengthOf(row.duration)) - before;
     if (goes) return RowFate::Goes;
     const bool startsElsewhere = isOther && changes.changed(*row.entry, "start");
-    return startsElsewhere || isRenamed(row.activity()) ? RowFate::Moves : RowFate::Changed;
+    const bool isElsewhere = startsElsewhere || (isInOrderOfNames && isRenamed(row.activity()));
+    return isElsewhere ? RowFate::Moves : RowFate::Changed;
   };
   const auto most = names.isEmpty() ? static_cast<std::size_t>(touched.size()) : rows_.all().size();
   rows_.review(most, isConcerned, judge);
@@ -242,9 +245,7 @@ void LogController::sumUp() {
 
 void LogController::updateRunningEntries() {
   if (!context()) return;
-  for (const Activity* activity : context()->all<Activity>()) {
-    if (const TimeEntry* running = activity->runningEntry()) updateRunningRow(*running);
-  }
+  for (const TimeEntry* entry : context()->flagged<TimeEntry>("running")) updateRunningRow(*entry);
 }
 
 void LogController::updateRunningRow(const TimeEntry& entry) {
