@@ -126,8 +126,8 @@ void drawTwoLines(QPainter& painter, const QRect& content, const QModelIndex& in
   const std::array rects{QRect(content.left(), content.top(), content.width(), middle - content.top()),
                          QRect(content.left(), middle, content.width(), content.bottom() - middle)};
   const std::array places{Qt::AlignLeft | Qt::AlignBottom, Qt::AlignLeft | Qt::AlignTop};
-  if (lines.size() < 2) return drawWords(painter, content, index, look.ink(look.colours.quiet));
   painter.setFont(Theme::quietFont());
+  if (lines.size() < 2) return drawWords(painter, content, index, look.ink(look.colours.quiet));
   for (const std::size_t line : {0u, 1u}) {
     painter.setPen(line == 0 ? look.words() : look.ink(look.colours.quiet));
     painter.drawText(rects[line], static_cast<int>(places[line]) | Qt::TextSingleLine,

@@ -26,6 +26,7 @@ constexpr int kWideDate = 116;
 constexpr int kNarrowSearch = 90;
 constexpr int kWideSearch = 152;
 constexpr int kHeight = 44;
+constexpr int kAroundWords = 6;  // in the controls at both ends
 
 QStringList titlesOf(const QComboBox& popup) {
   QStringList titles;
@@ -44,7 +45,6 @@ LogFilterRow::LogFilterRow(LogController& log, UserDefaults& defaults, std::func
   auto* line = new QWidget;
   line->setFixedHeight(kHeight);
   row_ = new QHBoxLayout(line);
-  row_->setContentsMargins(metrics::kSide - 6, 0, metrics::kSide, 0);  // the words at the left edge
   row_->setSpacing(metrics::kGrid);
   column->addWidget(line);
   addPopUp(tr("Customer"), QStringLiteral("customerPopup"), log.customerPopup)
@@ -181,9 +181,18 @@ void LogFilterRow::addHideSubmitted(UserDefaults& defaults) {
     hideSubmitted_->setChecked(log_.hidesSubmitted());
   });
   for (Notifier* news : {&log_.session().standaloneChanges(), &log_.session().documentChanges()}) {
-    applies_.push_back(news->observe([this] { hideSubmitted_->setVisible(!log_.session().isStandalone()); }));
+    applies_.push_back(news->observe([this] { showWhatApplies(); }));
   }
-  hideSubmitted_->setVisible(!log_.session().isStandalone());
+  showWhatApplies();
+}
+
+/// What is kept by hand is never sent. The words at both edges stand over the table's, wherever their
+/// controls end.
+void LogFilterRow::showWhatApplies() {
+  const bool isLinked = !log_.session().isStandalone();
+  hideSubmitted_->setVisible(isLinked);
+  row_->setContentsMargins(metrics::kSide - kAroundWords, 0, metrics::kSide - (isLinked ? kAroundWords : 0),
+                           0);
 }
 
 void LogFilterRow::choose(PopUp& popup, int index) {

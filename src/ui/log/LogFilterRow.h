@@ -37,6 +37,7 @@ class LogFilterRow final : public QWidget {
   void addComplaint(QVBoxLayout& column);
   DateField* addDateField(const QString& title, const QString& objectName, QString& field);
   void addHideSubmitted(UserDefaults& defaults);
+  void showWhatApplies();
   void choose(PopUp& popup, int index);
   void chooseRange(LogRange range);
   void takeDate(const QString& text, QString& field);

@@ -18,6 +18,7 @@ namespace pendra {
 namespace {
 
 constexpr int kWidth = 340;
+constexpr int kAroundWords = 8;  // in a quiet button
 constexpr double kSubject = 17.0 / 13.0;
 
 QLabel* words(QFont::Weight weight = QFont::Normal, double scale = 1) {
@@ -64,9 +65,12 @@ SinceBackupView::SinceBackupView(QWidget* parent)
   connect(folder, &QPushButton::clicked, this, &SinceBackupView::showInFolder);
   lines_->setColumnStretch(0, 1);
   lines_->setVerticalSpacing(metrics::kGrid);
-  auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(metrics::kSide, metrics::kSide, metrics::kSide, metrics::kSide);
-  column->setSpacing(metrics::kGrid);
+  auto* all = new QVBoxLayout(this);
+  all->setContentsMargins(metrics::kSide - kAroundWords, metrics::kSide, metrics::kSide, metrics::kSide);
+  all->setSpacing(metrics::kGrid);
+  auto* column = new QVBoxLayout;
+  column->setContentsMargins(kAroundWords, 0, 0, 0);
+  all->addLayout(column);
   for (QWidget* part : {static_cast<QWidget*>(when_), static_cast<QWidget*>(whole_),
                         static_cast<QWidget*>(new Rule), static_cast<QWidget*>(head_)}) {
     column->addWidget(part);
@@ -75,8 +79,8 @@ SinceBackupView::SinceBackupView(QWidget* parent)
   column->addWidget(new Rule);
   column->addWidget(sent_);
   column->addWidget(note_);
-  column->addWidget(folder, 0, Qt::AlignLeft);
-  column->addStretch();
+  all->addWidget(folder, 0, Qt::AlignLeft);
+  all->addStretch();
   colourWarning();
 }
 
