@@ -213,7 +213,10 @@ class Program:
         found = wait_for(f"an X window titled {title!r}", lambda: subprocess.run(
             ["xdotool", "search", "--onlyvisible", "--name", f"(^| - ){title}$"], env=self.desktop.environment,
             capture_output=True, text=True).stdout.split())
-        subprocess.run(["xdotool", "windowactivate", "--sync", found[-1]], env=self.desktop.environment, check=False)
+        # The window manager may not have come to the window yet.
+        wait_for(f"{title!r} in front", lambda: subprocess.run(
+            ["xdotool", "windowactivate", "--sync", found[-1]], env=self.desktop.environment, stdout=subprocess.DEVNULL,
+            stderr=subprocess.PIPE, check=False).stderr == b"")
 
     def picture(self, path):
         subprocess.run(["import", "-window", "root", str(path)], env=self.desktop.environment, check=False)
@@ -323,8 +326,9 @@ def run(test):
     os.environ["DISPLAY"] = display
     # Without a window manager the keyboard would not come back from a dialog that closes.
     manager = subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    wait_for("a window manager", lambda: subprocess.run(
-        ["xdotool", "get_desktop"], capture_output=True, text=True).stdout.strip() == "0")
+    # Before there is one the tool says "0" as well, but fails.
+    wait_for("a window manager", lambda: subprocess.run(["xdotool", "get_desktop"], capture_output=True, check=False)
+             .returncode == 0)
     desktop = Desktop(os.path.abspath(sys.argv[1]), display)
     try:
         import gi
