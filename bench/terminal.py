@@ -7,7 +7,8 @@
 `stop` with the program running, beside `timew start` and `stop` where Timewarrior is installed. All take turns in one
 run. Medians, of the whole process each. What `start` and `stop` did is in the file when they return: that is checked.
 Timewarrior counts whole seconds and refuses an interval of none: each of the four begins in a second of its own, and
-the wait for that is no part of what is measured.
+the wait for that is no part of what is measured. Where the machine has something else to do, too,
+`chrt -f 10 ionice -c1 bench/terminal.py ...`, as root, puts all of them before it alike.
 """
 import json
 import os

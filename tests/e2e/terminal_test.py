@@ -58,6 +58,12 @@ def test(desktop):
                done.returncode == status and done.stderr in ("", "**IPCMgr invalidate\n"))
         return json.loads(done.stdout)
 
+    # Whoever waits for an answer waits for no library that it does not need.
+    programs = pathlib.Path(desktop.program).parents[1]
+    for name, library in (("bin/pendra", b"libQt6"), ("libexec/pendra/pendra-ask", b"libQt6"),
+                          ("libexec/pendra/pendra-terminal", b"libQt6DBus")):
+        expect(f"{name} does without {library}", library not in (programs / name).read_bytes())
+
     # Without a program the file is read, or held while something is done with it; nothing is started by that.
     before = document.read_bytes()
     expect("no document was opened", ask("status", status=4)["error"] == "NoDocument")
