@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QScreen>
 #include <cmath>
 
 #include "AdaptedColours.h"
@@ -37,12 +38,14 @@ Worn& worn() {
   return both;
 }
 
-/// An X server's resolution has the letters as large as the desktop said at first, and with them all else;
-/// there only what it says after that is left to do.
+/// An X server's resolution may have the letters as large as the desktop said at first, and with them all
+/// else; there only what it says after that is left to do.
 double textScaleOf(const Wishes& look) {
   static std::optional<double> before;
   const double wished = look.textScale.value_or(1);
-  if (QGuiApplication::platformName() != u"xcb") return wished;
+  const bool isServers = QGuiApplication::platformName() == u"xcb" &&
+                         !qFuzzyCompare(QGuiApplication::primaryScreen()->devicePixelRatio(), 1);
+  if (!isServers) return wished;
   if (!before) before = look.textScale;
   return wished / before.value_or(wished);
 }
