@@ -4,10 +4,13 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QLockFile>
 #include <QSocketNotifier>
+#include <QThread>
 #include <QTimer>
+#include <cerrno>
 #include <cstring>
 #include <map>
 #include <optional>
@@ -24,6 +27,9 @@ namespace {
 constexpr char kEnd = '\0';
 constexpr qsizetype kParts = 3;
 constexpr std::size_t kPiece = 4096;
+/// How long a lock may be held by one that does not listen.
+constexpr std::chrono::seconds kUntilListening{1};
+constexpr std::chrono::milliseconds kBetweenLooks{5};
 
 /// A socket, which is closed when it goes. The network library has one that does more, and would be loaded
 /// with what it needs by every start for the few that meet here.
@@ -68,6 +74,7 @@ std::optional<sockaddr_un> addressOf(const QString& path) {
 template <class Call>
 bool withAddress(const Call& call, const Socket& socket, const QString& path) {
   const auto address = addressOf(path);
+  if (!address) errno = ENAMETOOLONG;
   return address &&
          call(socket.descriptor(), reinterpret_cast<const sockaddr*>(&*address), sizeof *address) == 0;
 }
@@ -102,7 +109,7 @@ class FolderMeeting final : public SingleInstance::Meeting {
 
   Handing handOver(const StartRequest& request, std::chrono::milliseconds patience) override {
     const Socket socket = Socket::make();
-    if (!withAddress(::connect, socket, socketPath_)) return Handing::NobodyThere;
+    if (!reach(socket)) return Handing::NobodyThere;
     QByteArray parts;
     for (const QString& part : {request.path, request.action, request.activation}) {
       parts += part.toUtf8() + kEnd;
@@ -118,6 +125,17 @@ class FolderMeeting final : public SingleInstance::Meeting {
   }
 
  private:
+  /// Whoever has the lock may not listen yet, or no longer.
+  [[nodiscard]] bool reach(const Socket& socket) const {
+    const QDeadlineTimer end(kUntilListening);
+    while (!withAddress(::connect, socket, socketPath_)) {
+      const bool mayListen = errno == ENOENT || errno == ECONNREFUSED;
+      if (!mayListen || end.hasExpired() || !QFile::exists(lock_.fileName())) return false;
+      QThread::msleep(kBetweenLooks.count());
+    }
+    return true;
+  }
+
   /// A later start that hands over.
   struct Later {
     explicit Later(Socket its) : socket(std::move(its)), news(socket.descriptor(), QSocketNotifier::Read) {}

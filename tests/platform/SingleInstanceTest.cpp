@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QLockFile>
 #include <QThread>
 #include <atomic>
 
@@ -82,6 +83,23 @@ TEST_P(SingleInstanceTest, OneThatDoesNotAnswerIsNotWaitedForAndStillTakesTheFil
   later->start();
   later->wait();  // meanwhile nothing of the first runs
   EXPECT_TRUE(eventually([&] { return opened == QStringList("/later.pdr"); }));
+}
+
+TEST(SingleInstance, WaitsForOneThatHasTheLockAndDoesNotListenYet) {
+  const TestPlaces places;
+  const QString socket = places.path(identifiers::kPendra);
+  QLockFile held(socket + u".lock");
+  ASSERT_TRUE(held.tryLock());
+  bool takesItsPlace = false;
+  const std::unique_ptr<QThread> later(QThread::create([&] {
+    SingleInstance instance(QDBusConnection("none"), places.path(""));
+    takesItsPlace = instance.claim({}) == Claim::First && QFile::exists(socket);
+  }));
+  later->start();
+  QThread::msleep(50);
+  held.unlock();
+  later->wait();
+  EXPECT_TRUE(takesItsPlace) << "not as one that meets nobody";
 }
 
 TEST(SingleInstance, StartsWhereNoInstancesCanMeet) {
