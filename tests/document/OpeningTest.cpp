@@ -1,3 +1,4 @@
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -211,6 +212,9 @@ TEST_F(Opening, WhatWasReadAheadOpensWhateverIsAskedForAsItIsByThen) {
   ReadAhead ahead(path("Work.pdr"), testModel(), clock, calendar);
   EXPECT_FALSE(loadDocument(session, path("Work.pdr"), &ahead));
   EXPECT_THAT(notices(), ElementsAre("“Work.pdr” could not be opened: the file is damaged."));
+  ASSERT_EQ(::mkfifo(qPrintable(path("Pipe.pdr")), S_IRWXU), 0);
+  ReadAhead pipe(path("Pipe.pdr"), testModel(), clock, calendar);
+  EXPECT_FALSE(loadDocument(session, path("Pipe.pdr"), &pipe)) << "nor waited for";
   const ReadAhead wanted(path("Other.pdr"), testModel(), clock, calendar);  // and not taken
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <atomic>
 #include <future>
 #include <memory>
 #include <stop_token>
@@ -22,13 +23,14 @@ class ReadAhead {
   ReadAhead& operator=(const ReadAhead&) = delete;
 
   /// The context for `OpenDocument::read`, once the thread has ended: before that nobody may open the file in
-  /// this process. Looks at the file's pages meanwhile, which takes as long. Empty where nothing could be
-  /// read; none where a page is damaged, and when it was taken before.
+  /// this process. Looks at the file's pages meanwhile, which takes as long. None where nothing could be
+  /// read or a page is damaged, and when it was taken before.
   [[nodiscard]] std::shared_ptr<ObjectContext> take();
 
  private:
   QString path_;
   std::stop_source stop_;
+  std::atomic<bool> hasFailed_ = false;
   std::future<std::shared_ptr<ObjectContext>> reading_;
 };
 
