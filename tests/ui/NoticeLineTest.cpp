@@ -69,6 +69,9 @@ TEST_F(Line, ShowsTheNewestAndComesBackToTheOlder) {
   EXPECT_EQ(line.text(), u"first"_s);
   button(u"Dismiss"_s)->click();
   EXPECT_TRUE(line.isHidden());
+  notices.post({.key = u"time"_s, .text = u"How long?"_s, .actions = {}, .asks = true});
+  notices.post({.key = u"c"_s, .text = u"reminder"_s, .actions = {}, .asks = true, .comesLast = true});
+  EXPECT_EQ(line.text(), u"How long?"_s) << "what asks about time is not hidden by what reminds";
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "LogFixture.h"
 #include "platform/Preferences.h"
+#include "store/UndoStack.h"
 #include "support/LogCapture.h"
 #include "ui_core/LogSubmissionRows.h"
 
@@ -268,6 +269,54 @@ TEST_F(TimeLog, AnEditTakesAnEntryThroughTheFiltersByDayAndBySent) {
   pickCustomer("Acme");
   EXPECT_EQ(rowsAfter([&] { other.setName(QStringLiteral("Acme")); }), 2) << "called as the filter says";
   EXPECT_EQ(rowsAfter([&] { other.setName(QStringLiteral("Bob")); }), 1) << "the filter follows it, alone";
+}
+
+TEST_F(TimeLog, FollowsEachEditToWhatARebuildLists) {
+  ObjectContext& context = *test.session.context();
+  Activity& acme = activityOf(QStringLiteral("Acme"));
+  Activity& bob = activityOf(QStringLiteral("Bob"));
+  std::vector<TimeEntry*> entries;
+  for (int hour = 8; hour < 13; ++hour) {
+    const QString start = QStringLiteral("2026-11-23T%1:00:00Z").arg(hour, 2, 10, QChar(u'0'));
+    entries.push_back(&test.addEntry(hour % 2 ? acme : bob, qPrintable(start), 60.25 * hour));
+  }
+  log.rows().sortBy({QStringLiteral("date"), false});
+  log.rebuild();
+  const auto listed = [&] {
+    QStringList rows;
+    for (const LogRow& row : log.rows().rows()) {
+      rows << QString::number(row.entry->objectID()) + row.customer() + row.service();
+    }
+    return rows << QString::number(log.summary().seconds, 'f', 6);
+  };
+  int rebuilds = 0;
+  const std::function<void()> edits[] = {
+      [&] { entries[0]->setStart(instantOf("2026-11-23T10:30:00Z")); },
+      [&] { entries[4]->setStart(instantOf("2026-11-22T10:30:00Z")); },
+      [&] {
+        for (TimeEntry* one : {entries[1], entries[2]}) one->setStart(*one->start() + -90'000);
+      },
+      [&] { entries[3]->setDuration(0.1); },
+      [&] { entries[3]->setActivity(&bob); },
+      [&] { bob.setService(&test.addService(QStringLiteral("Text"))); },
+      [&] { acme.customer()->setName(QStringLiteral("Zenith")); },
+      [&] { acme.startEntry(); },
+      [&] { acme.stop(), acme.setCompleted(true); },
+      [&] { context.deleteObject(*entries[0]), context.deleteObject(*entries[3]); },
+      [&] { context.deleteObject(bob); }};
+  for (const bool back : {false, true}) {
+    for (std::size_t at = 0; at < std::size(edits); ++at) {
+      const auto counting =
+          QObject::connect(&log.rows(), &QAbstractItemModel::modelReset, [&] { ++rebuilds; });
+      if (back) context.undoStack().undo();
+      if (!back) std::ignore = context.edit(QStringLiteral("Edit"), edits[at]);
+      QObject::disconnect(counting);
+      const QStringList followed = listed();
+      log.rebuild();
+      EXPECT_EQ(followed, listed()) << (back ? "back from " : "") << at;
+    }
+  }
+  EXPECT_EQ(rebuilds, 0);
 }
 
 }  // namespace
