@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
@@ -73,6 +74,7 @@ Outcome ask(char** words, int& status) {
   if (sd_bus_message_read(reply, "iss", &ended, &printed, &refused) < 0) return Outcome::Unknown;
   const bool said =
       std::fputs(printed, stdout) >= 0 && std::fputs(refused, stderr) >= 0 && std::fflush(stdout) == 0;
+  if (!said) std::perror("pendra: stdout");
   status = said ? ended : EXIT_FAILURE;
   return Outcome::Answered;
 }

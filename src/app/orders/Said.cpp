@@ -31,7 +31,9 @@ Said said(const Order& order, const Result<QVariant>& answer) {
 }
 
 int show(const Said& said) {
-  return print(said.printed, stdout) && print(said.refused, stderr) ? said.status : status::kFailed;
+  if (print(said.printed, stdout) && print(said.refused, stderr)) return said.status;
+  std::perror("pendra: stdout");
+  return status::kFailed;
 }
 
 QByteArray printed(const Order& order, const QVariant& answer) {
