@@ -105,7 +105,9 @@ Ended runClaimed(const CommandLine& line, Beginning& beginning, pendra::SingleIn
 Ended claimAndRun(const CommandLine& line, Beginning& beginning, const QString& activation) {
   using Claim = pendra::SingleInstance::Claim;
   pendra::SingleInstance instance;
-  const Claim claim = instance.claim({line.file, line.action, activation});
+  // Whoever runs may be about to write to the file that is read here.
+  const Claim claim =
+      instance.claim({line.file, line.action, activation}, [&beginning] { beginning.ahead.reset(); });
   if (claim == Claim::HandedOver) return {status::kDone};
   if (claim == Claim::Unanswered) {
     return {refuse(pendra::tr("the Pendra that runs already does not answer"), status::kFailed)};

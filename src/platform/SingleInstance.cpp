@@ -19,13 +19,14 @@ SingleInstance::SingleInstance(const QDBusConnection& bus, const QString& socket
 
 SingleInstance::~SingleInstance() = default;
 
-SingleInstance::Claim SingleInstance::claim(const StartRequest& request) {
+SingleInstance::Claim SingleInstance::claim(const StartRequest& request, const std::function<void()>& letGo) {
   // The other instance may end between the two questions; then this one takes its place.
   constexpr int kAttempts = 3;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const auto becoming = meeting_->become();
     if (becoming == Meeting::Becoming::Done) return Claim::First;
     if (becoming == Meeting::Becoming::Nowhere) break;
+    if (letGo) letGo();
     const auto handing = meeting_->handOver(request, patience_);
     if (handing == Meeting::Handing::Done) return Claim::HandedOver;
     if (handing == Meeting::Handing::Unanswered) return Claim::Unanswered;

@@ -2,7 +2,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <SQLiteCpp/Database.h>
+
+#include <QThread>
 #include <csignal>
+#include <future>
 
 #include "DocumentTest.h"
 #include "document/ReadAhead.h"
@@ -60,6 +64,13 @@ TEST_F(Opening, LaunchHaltsWhatRan) {
   session.close();  // as if the program had been killed
   windows.lose(WindowKind::Timer);
   defaults.setBoolean(preferences::kMergeSubmissions, false);
+  SQLite::Database other(path("Work.pdr").toStdString(), SQLite::OPEN_READONLY);
+  other.exec("BEGIN");
+  other.execAndGet("SELECT count(*) FROM Activity");
+  const auto reading = std::async(std::launch::async, [&] {
+    QThread::msleep(200);
+    other.exec("COMMIT");
+  });
   Launch(session).launch();
   EXPECT_TRUE(defaults.boolean(preferences::kMergeSubmissions)) << "true after every launch";
   EXPECT_THAT(windows.made(), ElementsAre(WindowKind::Timer));

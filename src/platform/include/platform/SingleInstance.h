@@ -44,8 +44,9 @@ class SingleInstance {
     HandedOver,  ///< another one has taken the request, and this one should end
     Unanswered,  ///< another one runs and does not answer; it may take the request later
   };
-  /// Finds out which process is the one that runs; another one is handed the request.
-  [[nodiscard]] Claim claim(const StartRequest& request);
+  /// Finds out which process is the one that runs; another one is handed the request, after `letGo` of what
+  /// only the one that runs may keep.
+  [[nodiscard]] Claim claim(const StartRequest& request, const std::function<void()>& letGo = {});
   /// Sets who carries out what later starts ask for. What came before is told at once.
   void setOpener(Opener opener);
 
