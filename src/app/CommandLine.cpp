@@ -117,10 +117,12 @@ bool hasDisplay() {
 Result<CommandLine> readCommandLine(std::span<const char* const> arguments) {
   const auto texts = textsOf(arguments);
   if (!texts) return texts.error();
-  const auto order = readOrder(texts.value());
-  if (!order) return order.error();
-  const bool isHelp = texts.value().contains(u"--help") || texts.value().contains(u"--version");
-  if (order.value() && !isHelp) return CommandLine{.task = CommandLine::Task::Obey, .order = *order.value()};
+  const QStringList words = texts.value().mid(0, texts.value().indexOf(u"--", 1));
+  if (!words.contains(u"--help") && !words.contains(u"--version")) {
+    const auto order = readOrder(texts.value());
+    if (!order) return order.error();
+    if (order.value()) return CommandLine{.task = CommandLine::Task::Obey, .order = *order.value()};
+  }
   const Options options;
   QCommandLineParser parser;
   options.addTo(parser);

@@ -52,6 +52,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Given{"MistypedOption", {"--hlep"}, 2, "--hlep"},
                     Given{"FileLikeAnOption", {"--", "--hlep"}, 0, "--hlep"},
                     Given{"Help", {"--help", "--hlep"}, 0, "", Task::SayHelp},
+                    Given{"HelpOfACommand", {"start", "--help"}, 0, "", Task::SayHelp},
                     Given{"Version", {"day.pdr", "--version"}, 0, "", Task::SayVersion},
                     Given{"Tour", {"--tour", "album"}, 0, "", Task::DrawTour},
                     Given{"TourWithoutFolder", {"--tour"}, 2},
