@@ -63,8 +63,9 @@ Result<std::unique_ptr<OpenDocument>> OpenDocument::read(const QString& path,
     haltRunningEntries(*document->context_, lastSave);
   });
   // A start that will hand over may be reading the file still.
-  if (document->context_->commitState().failure) [[maybe_unused]]
-    const auto saved = document->context_->save();
+  if (document->context_->commitState().failure) {
+    [[maybe_unused]] const auto saved = document->context_->save();
+  }
   document->settings_ = queries::firstDocument(*document->context_);
   return document;
 }
