@@ -219,11 +219,11 @@ TEST_F(DocumentFile, ThatWasReadAheadIsReadAgainUnlessItIsStillThat) {
   for (const auto& [isStill, happens] : meanwhile) {
     const auto context = emptyContext();
     ASSERT_TRUE(context->readAhead(path(), {}));
-    const Customer* ahead = context->all<Customer>()[0];
+    const Ref<Customer> ahead(context->all<Customer>()[0]);
     EXPECT_FALSE(context->save()) << "it has no file yet";
     happens();
     ASSERT_TRUE(context->open(path()));
-    EXPECT_EQ(context->all<Customer>()[0] == ahead, isStill);
+    EXPECT_EQ(static_cast<bool>(ahead), isStill);
     EXPECT_FALSE(emptyContext()->open(path())) << "it is held as any other";
     const auto rows = static_cast<std::size_t>(
         SQLite::Database(path().toStdString()).execAndGet("SELECT count(*) FROM Customer").getInt());
