@@ -14,7 +14,7 @@ import sys
 import tempfile
 import time
 
-from startup import BARE, Screen, environment, on_display, sample
+from startup import BARE, Screen, environment, on_display, sample, session_bus
 
 AIM = 2.0
 ROUNDS = 3
@@ -40,12 +40,16 @@ def main():
     with on_display() as display, tempfile.TemporaryDirectory(prefix="pendra-resting-") as scratch:
         screen, folder = Screen(display), pathlib.Path(scratch)
         env = environment(folder / "home")
+        bus = session_bus(env)
         kinds = {BARE: [programs / "bare-window"],
                  "an empty document": [programs / "pendra", sample(programs, folder / "Empty.pdr", 0)]}
         measured = {kind: [] for kind in kinds}
         for _ in range(ROUNDS):
             for kind, command in kinds.items():
                 measured[kind].append(resting(screen, command, env, seconds))
+        bus.terminate()
+        bus.wait()
+        time.sleep(1)  # what the bus had started goes with it, and takes what it had mounted away
     medians = {kind: [statistics.median(column) for column in zip(*samples)] for kind, samples in measured.items()}
     for kind, (share, own) in medians.items():
         print(f"{kind:28}  its share {share:6.1f} MiB, its own {own:6.1f} MiB")
